@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+/// Hands out one shared QString for equal texts, so that the labels, services, cities and countries that most people
+/// have in common take memory once. For one reader at a time; texts live on after the pool is gone.
+class TextPool
+{
+public:
+    /// @p utf8 must be valid UTF-8. Never returns a null text.
+    const QString &intern(std::string_view utf8);
+
+private:
+    struct Hash : std::hash<std::string_view>
+    {
+        using is_transparent = void;
+        using std::hash<std::string_view>::operator();
+    };
+    std::unordered_map<std::string, QString, Hash, std::equal_to<>> m_texts;
+};
