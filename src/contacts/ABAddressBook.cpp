@@ -1,0 +1,286 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/ABAddressBook.h"
+
+#include "contacts/PendingChanges.h"
+
+namespace {
+
+struct SharedBook
+{
+    std::mutex mutex;
+    std::shared_ptr<ABAddressBook> book;
+};
+
+SharedBook &sharedBook()
+{
+    static SharedBook shared;
+    return shared;
+}
+
+bool fail(Error *error, ErrorKind kind, const QString &text)
+{
+    if (error)
+        *error = {kind, text};
+    return false;
+}
+
+/// How often a save takes in what others changed before it gives up; each round means that somebody saved in between.
+constexpr int kSaveAttempts = 5;
+
+} // namespace
+
+ABAddressBook::ABAddressBook(std::unique_ptr<AddressBookStore> store)
+    : m_store(std::move(store)), m_pending(std::make_shared<PendingChanges>())
+{ }
+
+ABAddressBook::~ABAddressBook()
+{
+    for (const auto &person : m_people)
+        person->setPendingChanges(nullptr);
+}
+
+Result<std::shared_ptr<ABAddressBook>> ABAddressBook::open(std::unique_ptr<AddressBookStore> store)
+{
+    const std::shared_ptr<ABAddressBook> book(new ABAddressBook(std::move(store)));
+    auto stored = book->m_store->loadAll();
+    if (!stored)
+        return stored.error();
+    book->m_people.reserve(qsizetype(stored->size()));
+    for (auto &[uid, record] : *stored) {
+        auto person = std::make_shared<ABPerson>(std::move(uid), std::move(record));
+        person->m_pendingChanges = book->m_pending; // nobody else knows the person yet: no lock
+        book->m_people.push_back(std::move(person));
+    }
+    return book;
+}
+
+std::shared_ptr<ABAddressBook> ABAddressBook::sharedAddressBook()
+{
+    const std::scoped_lock lock(sharedBook().mutex);
+    return sharedBook().book;
+}
+
+void ABAddressBook::setSharedAddressBook(std::shared_ptr<ABAddressBook> book)
+{
+    const std::scoped_lock lock(sharedBook().mutex);
+    sharedBook().book = std::move(book);
+}
+
+QList<ABPersonPtr> ABAddressBook::people() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_people;
+}
+
+std::vector<PersonSnapshot> ABAddressBook::snapshot() const
+{
+    const QList<ABPersonPtr> everybody = people();
+    std::vector<PersonSnapshot> snapshot;
+    snapshot.reserve(std::size_t(everybody.size()));
+    for (const auto &person : everybody)
+        snapshot.push_back({person, person->record()});
+    return snapshot;
+}
+
+ABPersonPtr ABAddressBook::personWithUniqueId(const QString &uid) const
+{
+    const std::scoped_lock lock(m_mutex);
+    const auto &index = uidIndex();
+    const auto found = index.find(uid);
+    return found == index.end() ? nullptr : found->second;
+}
+
+QList<ABPersonPtr> ABAddressBook::recordsMatchingSearchElement(const ABSearchElement &element) const
+{
+    QList<ABPersonPtr> matching;
+    const QList<ABPersonPtr> everybody = people();
+    for (const auto &person : everybody) {
+        if (element.matches(*person->record()))
+            matching.push_back(person);
+    }
+    return matching;
+}
+
+bool ABAddressBook::addRecord(const ABPersonPtr &person, Error *error)
+{
+    const std::scoped_lock lock(m_mutex);
+    const auto owner = person->pendingChanges();
+    if (owner && owner != m_pending)
+        return fail(
+            error, ErrorKind::Conflict, person->uniqueId() % QStringLiteral(": belongs to another address book"));
+    const auto pending = m_pending->entryOf(person);
+    if (owner && !(pending && pending->removed))
+        return true;
+    const auto removed = m_removedPeople.find(person->uniqueId());
+    const bool uidIsTaken =
+        removed == m_removedPeople.end() ? uidIndex().contains(person->uniqueId()) : removed->second != person;
+    if (uidIsTaken)
+        return fail(error, ErrorKind::Conflict, person->uniqueId() % QStringLiteral(": another contact has this uid"));
+    m_removedPeople.erase(person->uniqueId());
+    insert(person);
+    if (pending) {
+        m_pending->noteReturn(person);
+    } else {
+        m_pending->noteAddition(person);
+        person->setPendingChanges(m_pending);
+    }
+    return true;
+}
+
+bool ABAddressBook::removeRecord(const ABPersonPtr &person, Error *error)
+{
+    const std::scoped_lock lock(m_mutex);
+    if (person->pendingChanges() != m_pending || !m_people.contains(person))
+        return fail(error, ErrorKind::NotFound, person->uniqueId() % QStringLiteral(": not in the address book"));
+    m_pending->noteRemoval(person, person->record());
+    m_removedPeople.emplace(person->uniqueId(), person);
+    erase(person);
+    return true;
+}
+
+bool ABAddressBook::hasUnsavedChanges() const
+{
+    return !m_pending->isEmpty();
+}
+
+bool ABAddressBook::save(Error *error)
+{
+    const std::scoped_lock lock(m_storeMutex);
+    Result<void> saved = commitPending();
+    for (int attempt = 1; !saved && saved.error().kind == ErrorKind::Conflict && attempt < kSaveAttempts; ++attempt) {
+        std::vector<QString> dropped;
+        if (const auto takenIn = takeInOutsideChanges(dropped); !takenIn)
+            return fail(error, takenIn.error().kind, takenIn.error().text);
+        if (!dropped.empty()) {
+            return fail(error, ErrorKind::Conflict,
+                dropped.front()
+                    % QStringLiteral(": changed or removed by another program meanwhile; left as it is there"));
+        }
+        saved = commitPending();
+    }
+    return saved || fail(error, saved.error().kind, saved.error().text);
+}
+
+Result<void> ABAddressBook::commitPending()
+{
+    const auto entries = m_pending->entries();
+    std::vector<RecordChange> changes;
+    changes.reserve(entries.size());
+    std::vector<PersonRecordPtr> written;
+    written.reserve(entries.size());
+    for (const auto &entry : entries) {
+        const PersonRecordPtr after = entry.removed ? nullptr : entry.person->record();
+        written.push_back(after);
+        const bool same = entry.before && after ? *entry.before == *after : entry.before == after;
+        if (!same)
+            changes.push_back({entry.person->uniqueId(), entry.before, after});
+    }
+    if (!changes.empty()) {
+        if (auto committed = m_store->commit(changes); !committed)
+            return committed;
+    }
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i].person->settle(written[i]);
+        if (!written[i])
+            forgetRemoved(entries[i].person);
+    }
+    return {};
+}
+
+Result<std::vector<QString>> ABAddressBook::refresh()
+{
+    const std::scoped_lock lock(m_storeMutex);
+    std::vector<QString> dropped;
+    return takeInOutsideChanges(dropped);
+}
+
+Result<std::vector<QString>> ABAddressBook::takeInOutsideChanges(std::vector<QString> &dropped)
+{
+    auto outside = m_store->takeChangesFromOutside();
+    if (!outside)
+        return outside.error();
+    std::vector<QString> uids;
+    for (const auto &change : *outside) {
+        if (takeIn(change, dropped))
+            uids.push_back(change.uid);
+    }
+    return uids;
+}
+
+bool ABAddressBook::takeIn(const OutsideChange &change, std::vector<QString> &dropped)
+{
+    const auto &[uid, now] = change;
+    const std::scoped_lock lock(m_mutex);
+    const auto &index = uidIndex();
+    const auto found = index.find(uid);
+    const auto removed = m_removedPeople.find(uid);
+    ABPersonPtr person = found != index.end() ? found->second : nullptr;
+    if (removed != m_removedPeople.end())
+        person = removed->second;
+    if (!person) {
+        if (!now)
+            return false;
+        person = std::make_shared<ABPerson>(uid, now);
+        person->setPendingChanges(m_pending);
+        insert(person);
+        return true;
+    }
+    const auto pending = m_pending->entryOf(person);
+    const PersonRecordPtr known = pending ? pending->before : person->record();
+    if (now && known && *now == *known)
+        return false; // an echo of what was saved or read here
+
+    const bool removedHere = pending && pending->removed;
+    const bool clashes = pending && (removedHere ? now != nullptr : !(now && known));
+    if (clashes)
+        dropped.push_back(uid);
+    if (pending && !clashes && now) {
+        person->rebase(known, now);
+        return true;
+    }
+    if (!now) {
+        m_pending->settle(person.get(), nullptr, false);
+        erase(person);
+        m_removedPeople.erase(uid);
+        person->setPendingChanges(nullptr);
+        return true;
+    }
+    if (removedHere) {
+        m_pending->noteReturn(person);
+        m_removedPeople.erase(uid);
+        insert(person);
+    }
+    person->setStoredRecord(now);
+    return true;
+}
+
+void ABAddressBook::forgetRemoved(const ABPersonPtr &person)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_removedPeople.erase(person->uniqueId());
+    person->setPendingChanges(nullptr);
+}
+
+void ABAddressBook::insert(const ABPersonPtr &person)
+{
+    if (!m_uidIndex.empty() || m_people.isEmpty())
+        m_uidIndex.emplace(person->uniqueId(), person);
+    m_people.push_back(person);
+}
+
+void ABAddressBook::erase(const ABPersonPtr &person)
+{
+    m_people.removeOne(person);
+    m_uidIndex.erase(person->uniqueId());
+}
+
+const std::unordered_map<QString, ABPersonPtr> &ABAddressBook::uidIndex() const
+{
+    if (m_uidIndex.empty() && !m_people.isEmpty()) {
+        m_uidIndex.reserve(std::size_t(m_people.size()));
+        for (const auto &person : m_people)
+            m_uidIndex.emplace(person->uniqueId(), person);
+    }
+    return m_uidIndex;
+}

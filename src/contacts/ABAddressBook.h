@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/ABPerson.h"
+#include "contacts/AddressBookStore.h"
+
+#include <QList>
+
+#include <mutex>
+#include <unordered_map>
+
+/// A person and its record at one moment.
+struct PersonSnapshot
+{
+    ABPersonPtr person;
+    PersonRecordPtr record;
+};
+
+/// The people of one address book, all in memory, with the changes that are not saved yet.
+///
+/// May be used from any thread. The order of people is the store's and stays the same while nobody is added or
+/// removed. A person keeps its identity as long as the address book lives, whoever changes it.
+class ABAddressBook
+{
+public:
+    /// Reads everything; the error is the store's.
+    static Result<std::shared_ptr<ABAddressBook>> open(std::unique_ptr<AddressBookStore> store);
+    ~ABAddressBook();
+
+    /// The address book of this program; null until one was set.
+    static std::shared_ptr<ABAddressBook> sharedAddressBook();
+    static void setSharedAddressBook(std::shared_ptr<ABAddressBook> book);
+
+    /// Additions and removals that are not saved yet are in it.
+    QList<ABPersonPtr> people() const;
+    std::vector<PersonSnapshot> snapshot() const;
+    /// Null when there is none.
+    ABPersonPtr personWithUniqueId(const QString &uid) const;
+    /// Whoever matches, in the order of people().
+    QList<ABPersonPtr> recordsMatchingSearchElement(const ABSearchElement &element) const;
+
+    /// True, and without effect, for a person that is in the address book already. False, with the reason in @p error:
+    /// another person has the same uid, or this one belongs to another address book.
+    bool addRecord(const ABPersonPtr &person, Error *error = nullptr);
+    /// False for a person that is not in the address book. Its uid is free again only after save().
+    bool removeRecord(const ABPersonPtr &person, Error *error = nullptr);
+
+    /// Writes all pending changes, whole or not at all. Where somebody else changed a person meanwhile, only the
+    /// properties changed here are written over theirs.
+    /// False: the store refused, nothing was written and everything stays pending; or (Conflict) somebody else removed
+    /// a person that was changed here, or changed one that was removed here: then the other's deed holds, this
+    /// person's change is dropped, and another save() writes the rest.
+    bool save(Error *error = nullptr);
+    bool hasUnsavedChanges() const;
+
+    /// Takes in what others changed in the store; pending changes stay, as in save().
+    /// @return the uids of everybody who was changed, added or removed by it
+    Result<std::vector<QString>> refresh();
+
+    bool canWrite() const { return m_store->canWrite(); }
+    QString name() const { return m_store->name(); }
+
+private:
+    explicit ABAddressBook(std::unique_ptr<AddressBookStore> store);
+
+    Result<void> commitPending();
+    /// Refreshes with m_storeMutex held. @p dropped gets the uids whose pending change was given up.
+    Result<std::vector<QString>> takeInOutsideChanges(std::vector<QString> &dropped);
+    bool takeIn(const OutsideChange &change, std::vector<QString> &dropped);
+    void forgetRemoved(const ABPersonPtr &person);
+    void insert(const ABPersonPtr &person);
+    void erase(const ABPersonPtr &person);
+    const std::unordered_map<QString, ABPersonPtr> &uidIndex() const;
+
+    const std::unique_ptr<AddressBookStore> m_store;
+    const std::shared_ptr<PendingChanges> m_pending;
+    std::mutex m_storeMutex; // held around calls of the store, never while m_mutex is wanted by a reader
+    mutable std::mutex m_mutex; // guards the members below
+    QList<ABPersonPtr> m_people;
+    std::unordered_map<QString, ABPersonPtr> m_removedPeople; // by uid, until their removal is saved
+    mutable std::unordered_map<QString, ABPersonPtr> m_uidIndex; // made when first asked for: most runs never do
+};

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/AddressBookStore.h"
+
+#include <map>
+#include <memory>
+#include <mutex>
+
+/// Keeps people in memory, gone with the last store on them. Several stores on one `Book` are like several programs on
+/// one file: each sees what the others commit.
+class MemoryStore : public AddressBookStore
+{
+public:
+    class Book
+    {
+    public:
+        Book() = default;
+
+    private:
+        friend class MemoryStore;
+        struct Row
+        {
+            QString uid;
+            PersonRecordPtr record; // null once removed
+            quint64 revision = 0;
+        };
+        std::mutex m_mutex;
+        std::vector<Row> m_rows; // in the order of adding; a removed row stays, so that others hear of it
+        std::map<QString, std::size_t> m_rowOfUid; // only rows with a record
+        quint64 m_revision = 0;
+    };
+
+    explicit MemoryStore(std::shared_ptr<Book> book = std::make_shared<Book>());
+
+    Result<std::vector<StoredRecord>> loadAll() override;
+    Result<void> commit(const std::vector<RecordChange> &changes) override;
+    Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    bool canWrite() const override { return true; }
+    QString name() const override { return QStringLiteral("address book in memory"); }
+
+private:
+    std::shared_ptr<Book> m_book;
+    quint64 m_seenRevision = 0;
+};

@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/RecordImporter.h"
+
+#include "contacts/jsonl/JsonLinesReader.h"
+#include "contacts/vcard/VCardReader.h"
+
+#include <QCryptographicHash>
+#include <QHash>
+#include <QUuid>
+
+#include <algorithm>
+
+namespace {
+
+/// Under which uids are made from contents. Changing it would make old imports unknown.
+const QUuid kContentNamespace(0x6f1d3c52, 0x8a0b, 0x4e57, 0x9c, 0x33, 0x51, 0xd2, 0x7e, 0x0a, 0x64, 0xb8);
+
+/// How often progress is told; telling it for each of a million records would cost more than reading them.
+constexpr int kRecordsPerProgress = 256;
+
+class ContentHash
+{
+public:
+    void add(const QString &text)
+    {
+        const QByteArray utf8 = text.toUtf8();
+        add(quint64(text.isNull() ? 0 : utf8.size() + 1));
+        m_hash.addData(utf8);
+    }
+    void add(quint64 number) { m_hash.addData(QByteArrayView(reinterpret_cast<const char *>(&number), sizeof number)); }
+    void add(const ABMultiValue &value)
+    {
+        for (const auto &entry : value.entries()) {
+            add(entry.label);
+            if (const auto *text = std::get_if<QString>(&entry.value)) {
+                add(*text);
+                continue;
+            }
+            for (const auto &[key, part] : entry.dictionary()) {
+                add(quint64(key));
+                add(part);
+            }
+        }
+    }
+    QByteArray result() const { return m_hash.result(); }
+
+private:
+    QCryptographicHash m_hash{QCryptographicHash::Sha1};
+};
+
+QByteArray hashOf(const PersonRecord &record)
+{
+    ContentHash hash;
+    for (const auto &info : allProperties()) {
+        const ABValue value = record.value(info.property);
+        if (std::holds_alternative<std::monostate>(value))
+            continue;
+        hash.add(quint64(info.property));
+        if (const auto *text = std::get_if<QString>(&value))
+            hash.add(*text);
+        else if (const auto *date = std::get_if<QDate>(&value))
+            hash.add(quint64(date->toJulianDay()));
+        else if (const auto *number = std::get_if<qint64>(&value))
+            hash.add(quint64(*number));
+        else
+            hash.add(std::get<ABMultiValue>(value));
+    }
+    if (const QByteArray *image = record.imageData())
+        hash.add(QString::fromLatin1(image->toBase64()));
+    for (const auto &line : record.keptLines())
+        hash.add(line.text);
+    return hash.result();
+}
+
+QString uidFor(const QByteArray &content)
+{
+    return QUuid::createUuidV5(kContentNamespace, content).toString(QUuid::WithoutBraces).toUpper();
+}
+
+/// Lines that every program writes anew, so they say nothing about the person.
+bool isStamp(const KeptLine &line)
+{
+    const auto isNamed = [&line](QStringView name) {
+        return line.text.startsWith(name, Qt::CaseInsensitive) && line.text.size() > name.size()
+            && (line.text[name.size()] == u':' || line.text[name.size()] == u';');
+    };
+    return isNamed(u"REV") || isNamed(u"PRODID");
+}
+
+/// Whether @p stored tells everything that @p imported does.
+bool covers(const PersonRecord &stored, const PersonRecord &imported)
+{
+    return stored.hasSameValues(imported) && std::ranges::all_of(imported.keptLines(), [&](const KeptLine &line) {
+        return isStamp(line) || std::ranges::find(stored.keptLines(), line) != stored.keptLines().end();
+    });
+}
+
+} // namespace
+
+RecordFormat formatOfContent(const QByteArray &content)
+{
+    const qsizetype start = content.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    const auto first = std::find_if(
+        content.begin() + start, content.end(), [](char c) { return c != ' ' && c != '\t' && c != '\r' && c != '\n'; });
+    return first != content.end() && *first == '{' ? RecordFormat::JsonLines : RecordFormat::VCard;
+}
+
+std::unique_ptr<RecordSource> recordSource(const QByteArray &content, RecordFormat format)
+{
+    if (format == RecordFormat::JsonLines)
+        return std::make_unique<JsonLinesReader>(content);
+    return std::make_unique<VCardReader>(content);
+}
+
+RecordImporter::RecordImporter(ABAddressBook &book, OnOtherContent onOtherContent)
+    : m_book(book), m_onOtherContent(onOtherContent)
+{ }
+
+bool RecordImporter::addAll(RecordSource &source, const Progress &progress)
+{
+    QHash<QByteArray, quint64> timesSeen; // equal people without a uid are as many people as the file says
+    for (int count = 1;; ++count) {
+        const ImportedRecord imported = source.next();
+        if (!imported.record)
+            return true;
+        QString uid = imported.uid;
+        if (uid.isNull()) {
+            const QByteArray hash = hashOf(*imported.record);
+            uid = uidFor(hash + QByteArray::number(timesSeen[hash]++));
+        }
+        add(imported, uid);
+        if (count % kRecordsPerProgress == 0 && progress && !progress(source.bytesRead(), source.totalBytes()))
+            return false;
+    }
+}
+
+void RecordImporter::add(const ImportedRecord &imported, const QString &uid)
+{
+    const ABPersonPtr present = m_book.personWithUniqueId(uid);
+    if (!present) {
+        m_book.addRecord(std::make_shared<ABPerson>(uid, imported.record));
+        ++m_imported;
+        return;
+    }
+    const PersonRecordPtr stored = present->record();
+    if (covers(*stored, *imported.record)) {
+        ++m_alreadyThere;
+        return;
+    }
+    if (m_onOtherContent == OnOtherContent::AddUnderNewUid) {
+        add(imported, uidFor(uid.toUtf8() + hashOf(*imported.record)));
+        return;
+    }
+    auto replacement = std::make_shared<PersonRecord>(*imported.record);
+    if (replacement->keptLines().empty())
+        replacement->setKeptLines(stored->keptLines()); // JSON cannot carry them, which is no reason to lose them
+    present->replaceRecord(replacement);
+    ++m_imported;
+}

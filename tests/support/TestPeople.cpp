@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/TestPeople.h"
+
+#include "contacts/MemoryStore.h"
+#include "contacts/jsonl/RecordJson.h"
+
+StoredRecord recordFromText(QByteArray json)
+{
+    json.replace('\'', '"');
+    const auto imported = recordFromJson(json.toStdString());
+    if (!imported)
+        qFatal("%s: %s", json.constData(), qPrintable(imported.error().text));
+    return {imported->uid, imported->record};
+}
+
+std::shared_ptr<ABAddressBook> sharedBookOf(const std::vector<StoredRecord> &people)
+{
+    const auto book = ABAddressBook::open(std::make_unique<MemoryStore>());
+    for (const auto &[uid, record] : people)
+        (*book)->addRecord(std::make_shared<ABPerson>(uid, record));
+    if (!(*book)->save())
+        qFatal("a store in memory refused a save");
+    ABAddressBook::setSharedAddressBook(*book);
+    return *book;
+}
+
+std::shared_ptr<ABAddressBook> sharedBookOf(std::initializer_list<QByteArray> people)
+{
+    std::vector<StoredRecord> records;
+    for (const auto &person : people)
+        records.push_back(recordFromText(person));
+    return sharedBookOf(records);
+}
+
+QStringList uidsOf(const QList<ABPersonPtr> &people)
+{
+    QStringList uids;
+    for (const auto &person : people)
+        uids.push_back(person->uniqueId());
+    return uids;
+}
+
+QStringList uidsOf(const std::vector<ABPersonPtr> &people)
+{
+    return uidsOf(QList<ABPersonPtr>(people.begin(), people.end()));
+}
+
+QByteArray textOf(const ABAddressBook &book)
+{
+    QByteArray text;
+    for (const auto &[person, record] : book.snapshot())
+        text += recordToJson(person->uniqueId(), *record) + '\n';
+    return text;
+}
