@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/sqlite/AddressBookFile.h"
+
+#include "contacts/sqlite/Schema.h"
+
+#include <SQLiteCpp/Exception.h>
+#include <SQLiteCpp/Transaction.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QtEndian>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace AddressBookFile {
+
+namespace {
+
+/// How long one process waits for another one's save.
+constexpr int kBusyTimeoutMs = 10'000;
+
+// The SQLite file format, section 1.3: the header's size and where its fields stand (big-endian).
+constexpr qint64 kHeaderSize = 100;
+constexpr qsizetype kUserVersionOffset = 60;
+constexpr qsizetype kApplicationIdOffset = 68;
+
+QString lastSystemError()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+/// Makes missing folders, closed to other users.
+bool makeFolder(const QString &path)
+{
+    const QFileInfo folder(path);
+    if (folder.isDir())
+        return true;
+    return makeFolder(folder.absolutePath()) && ::mkdir(QFile::encodeName(path).constData(), 0700) == 0;
+}
+
+/// A temporary file that goes away with its guard.
+struct TemporaryFile
+{
+    QByteArray name;
+    ~TemporaryFile() { ::unlink(name.constData()); }
+};
+
+} // namespace
+
+Error errorOf(const SQLite::Exception &exception, const QString &path)
+{
+    const auto error = [&](ErrorKind kind, const QString &reason) {
+        return Error{kind,
+            path % QStringLiteral(": ") % reason % QStringLiteral(" (") % QString::fromUtf8(exception.what())
+                % QLatin1Char(')')};
+    };
+    switch (exception.getErrorCode()) {
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_ERROR: // a table or column of ours is missing
+        return error(ErrorKind::Invalid, QStringLiteral("the address book is damaged"));
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return error(ErrorKind::Unavailable, QStringLiteral("another program is busy with the address book"));
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+        return error(ErrorKind::ReadOnly, QStringLiteral("the address book cannot be written"));
+    default:
+        return error(ErrorKind::Io, QStringLiteral("reading or writing the address book failed"));
+    }
+}
+
+Result<void> create(const QString &path)
+{
+    const auto failed = [&](const QString &reason) {
+        return Error{ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % reason};
+    };
+    if (!makeFolder(QFileInfo(path).absolutePath()))
+        return failed(lastSystemError());
+
+    TemporaryFile temporary{QFile::encodeName(path) + ".XXXXXX"};
+    const int file = ::mkstemp(temporary.name.data()); // mode 0600
+    if (file < 0)
+        return failed(lastSystemError());
+    ::close(file);
+    try {
+        SQLite::Database database(temporary.name.constData(), SQLite::OPEN_READWRITE);
+        // The header is complete on the disk before the journal mode is one that keeps newer pages elsewhere.
+        SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
+        database.exec(Schema::creation());
+        transaction.commit();
+        database.exec("PRAGMA journal_mode = WAL");
+    } catch (const SQLite::Exception &exception) {
+        return errorOf(exception, path);
+    }
+    const QByteArray name = QFile::encodeName(path);
+    const bool replacesEmptyFile = QFileInfo(path).isFile() && QFileInfo(path).size() == 0;
+    if (replacesEmptyFile
+            ? ::rename(temporary.name.constData(), name.constData()) == 0
+            : ::renameat2(AT_FDCWD, temporary.name.constData(), AT_FDCWD, name.constData(), RENAME_NOREPLACE) == 0
+                || errno == EEXIST || (errno == EINVAL && ::link(temporary.name.constData(), name.constData()) == 0))
+        return {};
+    return failed(lastSystemError());
+}
+
+Result<void> check(const QString &path)
+{
+    const auto refuse = [&](ErrorKind kind, const QString &reason) {
+        return Error{kind, path % QStringLiteral(": ") % reason};
+    };
+    if (QFileInfo(path).isDir())
+        return refuse(ErrorKind::Invalid, QStringLiteral("is a folder, not an address book"));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return refuse(ErrorKind::ReadOnly, QStringLiteral("cannot be read: ") % file.errorString());
+    const QByteArray header = file.read(kHeaderSize);
+    if (header.size() < kHeaderSize || !header.startsWith(QByteArrayView("SQLite format 3\0", 16))
+        || qFromBigEndian<quint32>(header.constData() + kApplicationIdOffset) != Schema::kApplicationId)
+        return refuse(ErrorKind::Invalid, QStringLiteral("is no address book of this program"));
+    const auto version = qFromBigEndian<qint32>(header.constData() + kUserVersionOffset);
+    if (version > Schema::kVersion)
+        return refuse(ErrorKind::Invalid,
+            QStringLiteral("was written by a newer version of this program (format %1, this one reads up to %2)")
+                .arg(version)
+                .arg(Schema::kVersion));
+    if (!QFileInfo(path).isWritable())
+        return refuse(ErrorKind::ReadOnly, QStringLiteral("the address book cannot be written: permission denied"));
+    return {};
+}
+
+SQLite::Database connect(const QString &path)
+{
+    SQLite::Database database(
+        QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, kBusyTimeoutMs);
+    database.exec("PRAGMA journal_mode = WAL");
+    // FULL: a save that was acknowledged is on the disk, whatever happens to the machine afterwards.
+    database.exec("PRAGMA synchronous = FULL");
+    return database;
+}
+
+} // namespace AddressBookFile
