@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/AlertPanel.h"
+#include "scan/ScanResult.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+
+/// What a scan asks of the program around it. Called on the scanning thread; an implementation with windows moves to
+/// the main thread itself.
+class ScanDelegate
+{
+public:
+    virtual ~ScanDelegate() = default;
+
+    /// Returns when the progress display is closed.
+    virtual void closeProgress() = 0;
+    /// Need not wait.
+    virtual void makeButtonEnable() = 0;
+    virtual AlertPanel &alertPanel() = 0;
+};
+
+/// Looks for contacts that are malformed, incomplete or duplicated, in the shared address book. Changes nothing.
+/// May run on any thread; each call works on the people as they are when it begins.
+class ScanAddressBook : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @p delegate must outlive the scanner.
+    explicit ScanAddressBook(ScanDelegate &delegate, QObject *parent = nullptr);
+
+    /// Runs the conditions with these titles in this order; other texts are passed over. Ends with scanOver(), or, with
+    /// nothing found, with a message to the user.
+    void scanEntireAddressBook(const QStringList &selectedTitles);
+
+    std::vector<ABPersonPtr> scanAllAddressBookOnlyOneName() const;
+    std::vector<ABPersonPtr> findDuplicateAddressInOnePerson() const;
+    std::vector<ABPersonPtr> findInvalidCharactersInContacts() const;
+    std::vector<ABPersonPtr> scanAllAddressBookFirstNameHaveSpace() const;
+    std::vector<EmailMatch> findDuplicateEmailInContacts() const;
+    /// The finder of the condition DuplicateContacts.
+    std::vector<ABPersonPtr> test() const;
+    /// Whole groups of people with the same first and last name; no condition uses it.
+    std::vector<ABPersonPtr> findDuplicatesContacts() const;
+    std::vector<ABPersonPtr> findEmptyNotes() const;
+    std::vector<ABPersonPtr> findEmptyNickname() const;
+    std::vector<ABPersonPtr> findDuplicatePhonesInOnePerson() const;
+    std::vector<ABPersonPtr> findDuplicateEmailInOnePerson() const;
+    std::vector<ABPersonPtr> findUnusualTitleInContacts() const;
+    std::vector<ABPersonPtr> findUnusualSuffixInContacts() const;
+    std::vector<ABPersonPtr> findBlankNameInContacts() const;
+
+    /// A place for a result that somebody wants to share; a scan neither reads nor sets it.
+    std::shared_ptr<ScanResult> allResult() const { return m_allResult; }
+    void setAllResult(std::shared_ptr<ScanResult> result) { m_allResult = std::move(result); }
+
+Q_SIGNALS:
+    /// Emitted on the scanning thread; the result is never empty.
+    void scanOver(const ScanResult &result);
+
+private:
+    ScanDelegate &m_delegate;
+    std::shared_ptr<ScanResult> m_allResult;
+};
