@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/CommandLine.h"
+
+#include "cli/Commands.h"
+#include "scan/Conditions.h"
+
+#include <CLI/CLI.hpp>
+
+#include <QLoggingCategory>
+
+namespace {
+
+void addImport(CLI::App &app, ImportOptions &options)
+{
+    CLI::App *command = app.add_subcommand("import", "Add the records of vCard or JSON Lines files");
+    command->add_option("--format", options.format, "What the files hold; without it, what they look like")
+        ->check(CLI::IsMember({"vcard", "jsonl"}));
+    command->add_flag("--replace", options.replace, "Replace stored records that have the same uid and other content");
+    command->add_option("FILE", options.files, "Files to read; - is standard input")->required();
+}
+
+void addPeople(CLI::App &app, PeopleOptions &options)
+{
+    CLI::App *command = app.add_subcommand("people", "Print whole records");
+    command->add_option("--format", options.format, "How to print them")
+        ->check(CLI::IsMember({"vcard", "jsonl"}))
+        ->capture_default_str();
+    command->add_option("UID", options.uids, "Only these records");
+}
+
+void addScan(CLI::App &app, ScanOptions &options)
+{
+    CLI::App *command = app.add_subcommand("scan", "Find contacts that are malformed, incomplete or duplicated");
+    command->add_option("--condition", options.titles, "Look for this only; may be repeated, runs in the given order")
+        ->type_name("TITLE")
+        ->expected(1)
+        ->take_all();
+    command->add_flag("--json", options.json, "Print one JSON object of uids instead of the tree");
+    command->add_flag("--exit-code", options.exitCode, "Exit with status 1 when something was found");
+    std::string titles = "\nTitles, in the order of a scan of everything:\n";
+    for (const Condition condition : preferredOrder())
+        titles += "  " + std::string(conditionInfo(condition).title.data()) + "\n";
+    command->footer(titles);
+}
+
+} // namespace
+
+ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &console)
+{
+    CLI::App app{"Finds and repairs malformed, incomplete and duplicated contacts.", "peoplenook-cli"};
+    app.set_version_flag("--version", "peoplenook-cli " PEOPLENOOK_VERSION);
+    app.require_subcommand(1);
+    app.fallthrough();
+    std::string where;
+    bool verbose = false;
+    app.add_option("--address-book", where, "The address book: a file (made if missing). Without it: the user's own")
+        ->type_name("WHERE");
+    app.add_flag("--verbose", verbose, "Show diagnostic lines on standard error");
+
+    ImportOptions importOptions;
+    PeopleOptions peopleOptions;
+    ScanOptions scanOptions;
+    addImport(app, importOptions);
+    addPeople(app, peopleOptions);
+    addScan(app, scanOptions);
+
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::ParseError &error) {
+        return app.exit(error, console.out, console.err) == 0 ? ExitStatus::Done : ExitStatus::Usage;
+    }
+    QLoggingCategory::setFilterRules(verbose ? QStringLiteral("peoplenook.*.debug=true\npeoplenook.*.trace.debug=false")
+                                             : QStringLiteral("peoplenook.*=false"));
+
+    CommandContext context{console, QString::fromLocal8Bit(where.c_str())};
+    ExitStatus status = ExitStatus::Usage;
+    if (app.got_subcommand("import"))
+        status = runImport(importOptions, context);
+    else if (app.got_subcommand("people"))
+        status = runPeople(peopleOptions, context);
+    else if (app.got_subcommand("scan"))
+        status = runScan(scanOptions, context);
+    if (!console.out.flush()) {
+        console.err << "standard output: writing failed\n";
+        return ExitStatus::Refused;
+    }
+    return status;
+}

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/Commands.h"
+
+#include "contacts/sqlite/SqliteStore.h"
+
+void CommandContext::report(const QString &line) const
+{
+    console.err << line.toStdString() << '\n';
+}
+
+std::shared_ptr<ABAddressBook> CommandContext::openAddressBook() const
+{
+    if (where.startsWith(QStringLiteral("eds:"))) {
+        report(where % QStringLiteral(": this program was built without the desktop's address books"));
+        return nullptr;
+    }
+    auto store = SqliteStore::open(where.isEmpty() ? SqliteStore::defaultPath() : where);
+    if (!store) {
+        report(store.error().text);
+        return nullptr;
+    }
+    auto book = ABAddressBook::open(std::move(*store));
+    if (!book) {
+        report(book.error().text);
+        return nullptr;
+    }
+    ABAddressBook::setSharedAddressBook(*book);
+    return *book;
+}

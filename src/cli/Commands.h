@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/Result.h"
+#include "cli/CommandLine.h"
+#include "contacts/ABAddressBook.h"
+
+#include <optional>
+
+/// What every command is given.
+struct CommandContext
+{
+    Console &console;
+    QString where; ///< the address book that the user named; empty: his own
+
+    /// Opens it and makes it the shared one. Null: refused, and the reason is printed.
+    std::shared_ptr<ABAddressBook> openAddressBook() const;
+    /// One line on standard error.
+    void report(const QString &line) const;
+};
+
+struct ImportOptions
+{
+    std::string format; // empty: by content
+    bool replace = false;
+    std::vector<std::string> files;
+};
+ExitStatus runImport(const ImportOptions &options, const CommandContext &context);
+
+struct PeopleOptions
+{
+    std::string format = "jsonl";
+    std::vector<std::string> uids; // empty: everybody
+};
+ExitStatus runPeople(const PeopleOptions &options, const CommandContext &context);
+
+struct ScanOptions
+{
+    std::vector<std::string> titles; // empty: all of them
+    bool json = false;
+    bool exitCode = false;
+};
+ExitStatus runScan(const ScanOptions &options, const CommandContext &context);

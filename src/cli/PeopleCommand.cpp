@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/Commands.h"
+
+#include "contacts/jsonl/RecordJson.h"
+
+#include <QSet>
+
+ExitStatus runPeople(const PeopleOptions &options, const CommandContext &context)
+{
+    const auto book = context.openAddressBook();
+    if (!book)
+        return ExitStatus::Refused;
+    QSet<QString> wanted;
+    for (const auto &uid : options.uids)
+        wanted.insert(QString::fromStdString(uid));
+    QSet<QString> missing = wanted;
+    for (const auto &[person, record] : book->snapshot()) {
+        if (!wanted.isEmpty() && !wanted.contains(person->uniqueId()))
+            continue;
+        missing.remove(person->uniqueId());
+        if (options.format == "vcard")
+            context.console.out << person->vCardRepresentation().toStdString();
+        else
+            context.console.out << recordToJson(person->uniqueId(), *record) << '\n';
+    }
+    const bool allFound = missing.isEmpty();
+    for (const auto &uid : options.uids) {
+        if (missing.remove(QString::fromStdString(uid)))
+            context.report(QString::fromStdString(uid) % QStringLiteral(": no contact has this uid"));
+    }
+    return allFound ? ExitStatus::Done : ExitStatus::Refused;
+}

@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/CommandLine.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sstream>
+
+/// The command line, run in process on buffers.
+class CommandLineTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    struct Outcome
+    {
+        int status;
+        QString out;
+        QString err;
+    };
+
+    QTemporaryDir m_folder;
+
+    static QString u(const char *text) { return QString::fromUtf8(text); }
+    QString path(const char *name) const { return m_folder.filePath(u(name)); }
+
+    Outcome runOn(const char *book, std::vector<std::string> arguments, const std::string &input = {}) const
+    {
+        arguments.insert(arguments.begin(), {"--address-book", path(book).toStdString()});
+        return run(arguments, input);
+    }
+
+    static Outcome run(const std::vector<std::string> &arguments, const std::string &input = {})
+    {
+        std::istringstream in(input);
+        std::ostringstream out;
+        std::ostringstream err;
+        Console console{in, out, err};
+        const ExitStatus status = runCommandLine(arguments, console);
+        return {int(status), QString::fromStdString(out.str()), QString::fromStdString(err.str())};
+    }
+
+private Q_SLOTS:
+    void wrongUsageEndsWithTwo_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("nothing") << QStringList();
+        QTest::newRow("unknown command") << QStringList(u("dance"));
+        QTest::newRow("unknown option") << QStringList({u("scan"), u("--fast")});
+        QTest::newRow("unknown format") << QStringList({u("people"), u("--format"), u("csv")});
+        QTest::newRow("no file") << QStringList(u("import"));
+        QTest::newRow("option without value") << QStringList({u("scan"), u("--condition")});
+    }
+    void wrongUsageEndsWithTwo()
+    {
+        QFETCH(QStringList, arguments);
+        std::vector<std::string> list;
+        for (const QString &argument : arguments)
+            list.push_back(argument.toStdString());
+        const Outcome outcome = run(list);
+        QCOMPARE(outcome.status, 2);
+        QCOMPARE(outcome.out, QString());
+        QVERIFY(!outcome.err.isEmpty());
+    }
+
+    void helpAndVersionAreNoErrors()
+    {
+        for (const std::vector<std::string> &arguments :
+            {std::vector<std::string>{"--help"}, {"--version"}, {"scan", "--help"}, {"import", "--help"}}) {
+            const Outcome outcome = run(arguments);
+            QCOMPARE(outcome.status, 0);
+            QVERIFY(!outcome.out.isEmpty() && outcome.err.isEmpty());
+        }
+        QVERIFY(run({"scan", "--help"}).out.contains(u("Emails duplicated among multiple contacts")));
+    }
+
+    void importReportsWhatItSkipsAndImportsTheRest()
+    {
+        const std::string file = "{\"uid\":\"a\",\"firstName\":\"Ann\"}\n{oops}\n{\"uid\":\"b\",\"email\":[]}\n";
+        Outcome outcome = runOn("skips", {"import", "-"}, file);
+        QCOMPARE(outcome.status, 1);
+        QVERIFY2(outcome.err.startsWith(u("-:2: not valid JSON")), qPrintable(outcome.err));
+        QCOMPARE(outcome.err.count(u'\n'), 1);
+        QCOMPARE(outcome.out, u("Imported 2 contacts.\n"));
+        outcome = runOn("skips", {"import", "--format", "jsonl", "-", path("missing").toStdString()},
+            "{\"uid\":\"a\",\"firstName\":\"Ann\"}\n");
+        QCOMPARE(outcome.status, 1);
+        QVERIFY2(outcome.err.startsWith(path("missing") + u(": cannot be read: ")), qPrintable(outcome.err));
+        QCOMPARE(outcome.out, u("Already there: 1.\nImported 0 contacts.\n"));
+        outcome = runOn("skips", {"people"});
+        QCOMPARE(outcome.out, u("{\"uid\":\"a\",\"firstName\":\"Ann\"}\n{\"uid\":\"b\",\"email\":[]}\n"));
+        outcome = runOn("skips", {"import", "--replace", "-"}, "{\"uid\":\"a\",\"note\":\"n\"}");
+        QCOMPARE(outcome.out, u("Imported 1 contacts.\n"));
+        QCOMPARE(runOn("skips", {"people", "a"}).out, u("{\"uid\":\"a\",\"note\":\"n\"}\n"));
+    }
+
+    void groupsAreReportedButNoFailure()
+    {
+        const Outcome outcome = runOn("groups", {"import", "-"},
+            "BEGIN:VCARD\nVERSION:3.0\nN:Friends;;;;\nFN:Friends\nX-ADDRESSBOOKSERVER-KIND:group\nEND:VCARD\n"
+            "BEGIN:VCARD\nVERSION:3.0\nUID:a\nN:Lee;Ann;;;\nFN:Ann Lee\nEND:VCARD\n");
+        QCOMPARE(outcome.status, 0);
+        QVERIFY2(outcome.err.startsWith(u("-:1: ")) && outcome.err.contains(u("Friends")), qPrintable(outcome.err));
+        QCOMPARE(outcome.out, u("Imported 1 contacts.\n"));
+    }
+
+    void peopleArePrintedInTheOrderOfTheAddressBook()
+    {
+        runOn("people", {"import", "-"}, "{\"uid\":\"b\"}\n{\"uid\":\"a\",\"lastName\":\"Lee\"}\n{\"uid\":\"c\"}\n");
+        Outcome outcome = runOn("people", {"people", "c", "x", "b", "c"});
+        QCOMPARE(outcome.status, 1);
+        QCOMPARE(outcome.out, u("{\"uid\":\"b\"}\n{\"uid\":\"c\"}\n"));
+        QCOMPARE(outcome.err, u("x: no contact has this uid\n"));
+        outcome = runOn("people", {"people", "--format", "vcard", "a"});
+        QVERIFY(outcome.out.startsWith(u("BEGIN:VCARD\r\n")) && outcome.out.contains(u("\r\nN:Lee;;;;\r\n")));
+        runOn("copy", {"import", "-"}, runOn("people", {"people", "--format", "vcard"}).out.toStdString());
+        QCOMPARE(runOn("copy", {"people"}).out, runOn("people", {"people"}).out);
+    }
+
+    void scanPrintsTheTreeOrUids()
+    {
+        runOn("scan", {"import", "-"},
+            "{\"uid\":\"a\",\"firstName\":\"Ann\",\"suffix\":\"Jr.\",\"email\":[{\"value\":\"x@y.com\"}]}\n"
+            "{\"uid\":\"b\",\"firstName\":\"B\\no\",\"lastName\":\"Li\",\"email\":[{\"label\":\"q\",\"value\":\"x@y."
+            "com\"}]}\n");
+        QCOMPARE(runOn("scan", {"scan"}).out,
+            u("Unusual Suffix (1)\n    a  Ann (null)  has unusual suffix.\n"
+              "Incomplete name (1)\n    a  Ann (null)  the name is incomplete\n"
+              "Share Email address (1)\n    a  Ann (null)  has the same email address with others\n"));
+        QCOMPARE(runOn("scan", {"scan", "--json"}).out,
+            u("{\"SingleName\":[\"a\"],\"UnusualSuffix\":[\"a\"],\"ShareEmail\":[{\"SearchedPerson\":\"a\","
+              "\"MatchPersonsArray\":[\"b\"],\"DuplicateEmailType\":null}]}\n"));
+        Outcome outcome = runOn("scan",
+            {"scan", "--json", "--exit-code", "--condition", "Unusual suffix", "--condition", "Incomplete name"});
+        QCOMPARE(outcome.out, u("{\"UnusualSuffix\":[\"a\"],\"SingleName\":[\"a\"]}\n"));
+        QCOMPARE(outcome.status, 1);
+        outcome = runOn("scan", {"scan", "--exit-code", "--condition", "Blank name"});
+        QCOMPARE(outcome.out, u("Scan completed, no contact matches the condition!\n"));
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(runOn("scan", {"scan", "--json", "--condition", "Blank name"}).out, u("{}\n"));
+    }
+
+    void theSampleHasItsFindings()
+    {
+        const Outcome import = runOn("sample", {"import", "data/sample/people.vcf"});
+        QCOMPARE(import.err, QString());
+        QCOMPARE(import.out, u("Imported 222 contacts.\n"));
+        QString tree = runOn("sample", {"scan"}).out;
+        const QString golden = u("tests/data/sample-scan.txt");
+        if (qEnvironmentVariableIsSet("UPDATE_GOLDEN")) {
+            QFile file(golden);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(tree.toUtf8());
+        }
+        QFile file(golden);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(tree, QString::fromUtf8(file.readAll()));
+    }
+
+    void addressBooksThatCannotBeOpenedAreRefused()
+    {
+        QFile file(path("notes.txt"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("my notes");
+        file.close();
+        const Outcome outcome = runOn("notes.txt", {"scan"});
+        QCOMPARE(outcome.status, 1);
+        QCOMPARE(outcome.err, path("notes.txt") + u(": is no address book of this program\n"));
+        QCOMPARE(run({"--address-book", "eds:", "people"}).status, 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(CommandLineTest)
+#include "CommandLineTest.moc"
