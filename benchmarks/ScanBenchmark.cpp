@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "GeneratedBook.h"
+#include "contacts/MemoryStore.h"
+#include "scan/ScanAddressBook.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QProcess>
+
+// A scan for all conditions in memory against the same checks in SQL, run by the sqlite3 shell on a file of the same
+// people.
+
+namespace {
+
+class SilentDelegate : public ScanDelegate, public AlertPanel
+{
+public:
+    void closeProgress() override { }
+    void makeButtonEnable() override { }
+    AlertPanel &alertPanel() override { return *this; }
+    Answer runAlertPanel(const QString &, const QString &, const QString &, const QString &) override
+    {
+        return Answer::Default;
+    }
+};
+
+void scanInSql(benchmark::State &state)
+{
+    const QString path = generatedBook(state.range(0));
+    for (auto _ : state) {
+        QProcess shell;
+        shell.setStandardInputFile(QStringLiteral(CONDITIONS_SQL));
+        shell.start(QStringLiteral("sqlite3"), {QStringLiteral("-readonly"), path});
+        if (!shell.waitForFinished(-1) || shell.exitCode() != 0)
+            state.SkipWithError("the sqlite3 shell failed");
+        benchmark::DoNotOptimize(shell.readAllStandardOutput());
+    }
+}
+
+void scanInMemory(benchmark::State &state)
+{
+    const auto book = *ABAddressBook::open(std::make_unique<MemoryStore>());
+    for (const auto &[uid, record] : generatedPeople(state.range(0)))
+        book->addRecord(std::make_shared<ABPerson>(uid, record));
+    if (!book->save())
+        state.SkipWithError("not saved");
+    ABAddressBook::setSharedAddressBook(book);
+    SilentDelegate delegate;
+    ScanAddressBook scanner(delegate);
+    QStringList titles;
+    for (const Condition condition : preferredOrder())
+        titles += conditionInfo(condition).title;
+    for (auto _ : state)
+        scanner.scanEntireAddressBook(titles);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+    ABAddressBook::setSharedAddressBook(nullptr);
+}
+
+BENCHMARK(scanInSql)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(scanInMemory)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+} // namespace

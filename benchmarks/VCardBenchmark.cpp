@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "GeneratedBook.h"
+#include "contacts/ABAddressBook.h"
+#include "contacts/RecordImporter.h"
+#include "contacts/sqlite/SqliteStore.h"
+#include "contacts/vcard/VCardReader.h"
+#include "contacts/vcard/VCardWriter.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QTemporaryDir>
+
+#include <string>
+
+// Reading cards into records, and on into a saved address book, against a bare loop that unfolds the lines and splits
+// them into name, parameters and value.
+
+namespace {
+
+const QByteArray &cards(qint64 count)
+{
+    static QByteArray text;
+    if (text.isEmpty()) {
+        for (const auto &[uid, record] : generatedPeople(count))
+            text += vCardFromRecord(uid, *record);
+    }
+    return text;
+}
+
+struct Line
+{
+    std::string name;
+    std::vector<std::string> parameters;
+    std::string value;
+};
+
+Line split(const std::string &text)
+{
+    Line line;
+    const std::size_t colon = text.find(':');
+    std::size_t start = 0;
+    for (std::size_t end = 0; start <= colon && end != colon; start = end + 1) {
+        end = std::min(text.find(';', start), colon);
+        if (start == 0)
+            line.name = text.substr(0, end);
+        else
+            line.parameters.push_back(text.substr(start, end - start));
+        if (end == std::string::npos)
+            break;
+    }
+    if (colon != std::string::npos)
+        line.value = text.substr(colon + 1);
+    return line;
+}
+
+void bareUnfoldAndSplit(benchmark::State &state)
+{
+    const QByteArray &text = cards(state.range(0));
+    for (auto _ : state) {
+        std::string_view rest(text.constData(), std::size_t(text.size()));
+        std::string unfolded;
+        while (!rest.empty()) {
+            const std::size_t newline = rest.find('\n');
+            std::string_view line = rest.substr(0, newline);
+            rest = newline == std::string_view::npos ? std::string_view() : rest.substr(newline + 1);
+            if (line.ends_with('\r'))
+                line.remove_suffix(1);
+            if (line.starts_with(' ') || line.starts_with('\t')) {
+                unfolded += line.substr(1);
+                continue;
+            }
+            benchmark::DoNotOptimize(split(unfolded));
+            unfolded = line;
+        }
+        benchmark::DoNotOptimize(split(unfolded));
+    }
+}
+
+void readRecords(benchmark::State &state)
+{
+    const QByteArray &text = cards(state.range(0));
+    for (auto _ : state) {
+        VCardReader reader(text);
+        std::vector<ImportedRecord> records;
+        for (ImportedRecord record = reader.next(); record.record; record = reader.next())
+            records.push_back(std::move(record));
+        if (qint64(records.size()) != state.range(0))
+            state.SkipWithError("cards are missing");
+        state.PauseTiming();
+        records.clear();
+        state.ResumeTiming();
+    }
+}
+
+void readAndSave(benchmark::State &state)
+{
+    const QByteArray &text = cards(state.range(0));
+    const QTemporaryDir folder;
+    int run = 0;
+    for (auto _ : state) {
+        auto book = ABAddressBook::open(std::move(*SqliteStore::open(folder.filePath(QString::number(++run)))));
+        RecordImporter importer(**book, RecordImporter::OnOtherContent::AddUnderNewUid);
+        VCardReader reader(text);
+        importer.addAll(reader, nullptr);
+        if (!(*book)->save())
+            state.SkipWithError("not saved");
+        state.PauseTiming();
+        book = Error();
+        state.ResumeTiming();
+    }
+}
+
+void writeCards(benchmark::State &state)
+{
+    for (auto _ : state) {
+        for (const auto &[uid, record] : generatedPeople(state.range(0)))
+            benchmark::DoNotOptimize(vCardFromRecord(uid, *record));
+    }
+}
+
+BENCHMARK(bareUnfoldAndSplit)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(readRecords)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(readAndSave)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(writeCards)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+} // namespace
