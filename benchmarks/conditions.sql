@@ -12,11 +12,12 @@ WHERE id IN (SELECT person FROM email WHERE instr(value, '@') = 0 OR instr(value
 
 SELECT 'SpaceInFirstName', uid FROM person WHERE instr(firstName, ' ') > 0;
 
-SELECT 'ShareEmail', searched.uid, e.label, other.uid
-FROM (SELECT value, min(person) AS first FROM email GROUP BY value HAVING count(DISTINCT person) > 1) AS shared
+WITH shared AS MATERIALIZED (
+    SELECT value, min(person) AS first FROM email GROUP BY value HAVING count(DISTINCT person) > 1)
+SELECT 'ShareEmail', searched.uid, other.uid,
+    (SELECT label FROM email AS e WHERE e.person = shared.first AND e.value = shared.value)
+FROM email AS o CROSS JOIN shared ON shared.value = o.value AND shared.first <> o.person
 JOIN person AS searched ON searched.id = shared.first
-JOIN email AS e ON e.person = shared.first AND e.value = shared.value
-JOIN email AS o ON o.value = shared.value AND o.person <> shared.first
 JOIN person AS other ON other.id = o.person;
 
 SELECT 'DuplicateContacts', uid FROM person WHERE id IN (

@@ -187,7 +187,8 @@ private Q_SLOTS:
         for (int i = 0; i < 2; ++i) {
             readers.emplace_back([&] {
                 do {
-                    for (const auto &[person, record] : book->snapshot()) {
+                    const PeopleSnapshot everybody = book->snapshot();
+                    for (const auto &[person, record] : *everybody) {
                         if (person == a && *record->text(kABFirstNameProperty) != *record->text(kABLastNameProperty))
                             ++torn;
                     }

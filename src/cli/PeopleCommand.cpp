@@ -15,7 +15,8 @@ ExitStatus runPeople(const PeopleOptions &options, const CommandContext &context
     for (const auto &uid : options.uids)
         wanted.insert(QString::fromStdString(uid));
     QSet<QString> missing = wanted;
-    for (const auto &[person, record] : book->snapshot()) {
+    const PeopleSnapshot everybody = book->snapshot();
+    for (const auto &[person, record] : *everybody) {
         if (!wanted.isEmpty() && !wanted.contains(person->uniqueId()))
             continue;
         missing.remove(person->uniqueId());

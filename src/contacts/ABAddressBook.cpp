@@ -46,12 +46,16 @@ Result<std::shared_ptr<ABAddressBook>> ABAddressBook::open(std::unique_ptr<Addre
     auto stored = book->m_store->loadAll();
     if (!stored)
         return stored.error();
+    auto snapshot = std::make_shared<std::vector<PersonSnapshot>>();
+    snapshot->reserve(stored->size());
     book->m_people.reserve(qsizetype(stored->size()));
     for (auto &[uid, record] : *stored) {
-        auto person = std::make_shared<ABPerson>(std::move(uid), std::move(record));
+        auto person = std::make_shared<ABPerson>(std::move(uid), record);
         person->m_pendingChanges = book->m_pending; // nobody else knows the person yet: no lock
-        book->m_people.push_back(std::move(person));
+        book->m_people.push_back(person);
+        snapshot->push_back({std::move(person), std::move(record)});
     }
+    book->m_snapshot = std::move(snapshot);
     return book;
 }
 
@@ -73,14 +77,25 @@ QList<ABPersonPtr> ABAddressBook::people() const
     return m_people;
 }
 
-std::vector<PersonSnapshot> ABAddressBook::snapshot() const
+PeopleSnapshot ABAddressBook::snapshot() const
 {
-    const QList<ABPersonPtr> everybody = people();
-    std::vector<PersonSnapshot> snapshot;
-    snapshot.reserve(std::size_t(everybody.size()));
+    QList<ABPersonPtr> everybody;
+    // Asked for before anybody is looked at: a change that comes in between makes the snapshot look old, not new.
+    const quint64 version = m_pending->version();
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_snapshot && m_snapshotVersion == version)
+            return m_snapshot;
+        everybody = m_people;
+    }
+    auto people = std::make_shared<std::vector<PersonSnapshot>>();
+    people->reserve(std::size_t(everybody.size()));
     for (const auto &person : everybody)
-        snapshot.push_back({person, person->record()});
-    return snapshot;
+        people->push_back({person, person->record()});
+    const std::scoped_lock lock(m_mutex);
+    m_snapshot = std::move(people);
+    m_snapshotVersion = version;
+    return m_snapshot;
 }
 
 ABPersonPtr ABAddressBook::personWithUniqueId(const QString &uid) const
@@ -266,11 +281,13 @@ void ABAddressBook::insert(const ABPersonPtr &person)
 {
     if (!m_uidIndex.empty() || m_people.isEmpty())
         m_uidIndex.emplace(person->uniqueId(), person);
+    m_pending->touch();
     m_people.push_back(person);
 }
 
 void ABAddressBook::erase(const ABPersonPtr &person)
 {
+    m_pending->touch();
     m_people.removeOne(person);
     m_uidIndex.erase(person->uniqueId());
 }

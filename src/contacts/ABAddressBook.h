@@ -17,6 +17,9 @@ struct PersonSnapshot
     PersonRecordPtr record;
 };
 
+/// Everybody at one moment; nobody changes it any more.
+using PeopleSnapshot = std::shared_ptr<const std::vector<PersonSnapshot>>;
+
 /// The people of one address book, all in memory, with the changes that are not saved yet.
 ///
 /// May be used from any thread. The order of people is the store's and stays the same while nobody is added or
@@ -34,7 +37,8 @@ public:
 
     /// Additions and removals that are not saved yet are in it.
     QList<ABPersonPtr> people() const;
-    std::vector<PersonSnapshot> snapshot() const;
+    /// The same with their records. Not null. Free of cost as long as nobody was changed.
+    PeopleSnapshot snapshot() const;
     /// Null when there is none.
     ABPersonPtr personWithUniqueId(const QString &uid) const;
     /// Whoever matches, in the order of people().
@@ -79,5 +83,7 @@ private:
     mutable std::mutex m_mutex; // guards the members below
     QList<ABPersonPtr> m_people;
     std::unordered_map<QString, ABPersonPtr> m_removedPeople; // by uid, until their removal is saved
+    mutable PeopleSnapshot m_snapshot; // null, or of the version below
+    mutable quint64 m_snapshotVersion = 0;
     mutable std::unordered_map<QString, ABPersonPtr> m_uidIndex; // made when first asked for: most runs never do
 };

@@ -78,8 +78,10 @@ template <typename Edit> void ABPerson::change(Edit edit)
     edit(*changed);
     if (*changed == *m_record)
         return;
-    if (m_pendingChanges)
+    if (m_pendingChanges) {
         m_pendingChanges->noteChange(shared_from_this(), m_record);
+        m_pendingChanges->touch();
+    }
     m_record = std::move(changed);
 }
 
@@ -147,6 +149,7 @@ void ABPerson::rebase(const PersonRecordPtr &before, const PersonRecordPtr &now)
 {
     const std::scoped_lock lock(mutexOf(this));
     m_record = std::make_shared<const PersonRecord>(withChanges(*now, *before, *m_record));
+    m_pendingChanges->touch();
     m_pendingChanges->settle(this, now, true);
 }
 
@@ -154,8 +157,8 @@ void ABPerson::setStoredRecord(const PersonRecordPtr &stored)
 {
     const std::scoped_lock lock(mutexOf(this));
     m_record = stored;
-    if (m_pendingChanges)
-        m_pendingChanges->settle(this, stored, false);
+    m_pendingChanges->touch();
+    m_pendingChanges->settle(this, stored, false);
 }
 
 std::shared_ptr<PendingChanges> ABPerson::pendingChanges() const

@@ -4,6 +4,7 @@
 
 #include "contacts/ABPerson.h"
 
+#include <atomic>
 #include <mutex>
 #include <unordered_map>
 
@@ -18,6 +19,11 @@ public:
         PersonRecordPtr before; ///< null: not stored yet
         bool removed = false;
     };
+
+    /// Grows with every change of a person or of who is there. It is told before the change can be seen, by a thread
+    /// that holds the lock which whoever wants to see the change needs.
+    quint64 version() const { return m_version; }
+    void touch() { ++m_version; }
 
     /// @p person is about to differ from @p before; the first record noted for a person counts.
     void noteChange(const ABPersonPtr &person, const PersonRecordPtr &before);
@@ -44,6 +50,7 @@ private:
     };
     Noted &noted(const ABPersonPtr &person, const PersonRecordPtr &before);
 
+    std::atomic<quint64> m_version = 0;
     mutable std::mutex m_mutex;
     std::unordered_map<const ABPerson *, Noted> m_noted;
     quint64 m_nextOrder = 0;

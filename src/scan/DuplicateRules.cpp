@@ -86,7 +86,7 @@ std::vector<Group> groupsOfSameKey(const std::vector<const PersonSnapshot *> &pe
     return groups;
 }
 
-/// What the two finders of repeated names have in common: the people whose joined name may occur again.
+/// What the two finders of repeated names have in common: the people whose joined name occurs again.
 class NameFinder : public Finder
 {
 public:
@@ -103,7 +103,7 @@ public:
     }
 
 protected:
-    std::vector<const PersonSnapshot *> candidates() const { return m_values.mayRepeat(); }
+    std::vector<const PersonSnapshot *> candidates() { return m_values.takeRepeated(); }
 
 private:
     RepeatCandidates<const PersonSnapshot *> m_values;
@@ -159,7 +159,7 @@ public:
 
     Findings takeFindings() override
     {
-        auto people = m_values.mayRepeat();
+        auto people = m_values.takeRepeated();
         people.erase(std::unique(people.begin(), people.end()), people.end());
 
         std::unordered_map<QStringView, std::vector<const PersonSnapshot *>, ViewHash> holders;

@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scan/NameRules.h"
 
+#include "scan/Utf16View.h"
+
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace {
 
@@ -24,8 +25,7 @@ constexpr std::array<std::u16string_view, 40> kAllowedSuffixes{u"2nd", u"2ND", u
 
 bool isIn(std::span<const std::u16string_view> list, const QString &text)
 {
-    return std::ranges::find(list, QStringView(text), [](std::u16string_view s) { return QStringView(s); })
-        != list.end();
+    return std::ranges::find(list, utf16View(text)) != list.end();
 }
 
 } // namespace
@@ -43,7 +43,7 @@ FinderPtr spaceInFirstNameFinder()
 {
     return finderOfPeopleWhere([](const PersonRecord &record) {
         const QString *name = record.text(kABFirstNameProperty);
-        return name && name->contains(u' ');
+        return name && utf16View(*name).find(u' ') != std::u16string_view::npos;
     });
 }
 

@@ -3,6 +3,7 @@
 #include "scan/ScanAddressBook.h"
 
 #include "scan/DuplicateRules.h"
+#include "scan/FetchAhead.h"
 #include "scan/NameRules.h"
 #include "scan/ScanLog.h"
 #include "scan/TextRules.h"
@@ -14,14 +15,21 @@
 
 namespace {
 
-std::vector<PersonSnapshot> currentPeople()
+PeopleSnapshot currentPeople()
 {
     const auto book = ABAddressBook::sharedAddressBook();
-    return book ? book->snapshot() : std::vector<PersonSnapshot>();
+    return book ? book->snapshot() : std::make_shared<const std::vector<PersonSnapshot>>();
 }
 
 /// Few enough that what one finder fetched is still in the cache for the next.
 constexpr std::size_t kBlockSize = 64;
+
+/// Empty behind the last block.
+People blockOf(People people, std::size_t number)
+{
+    const std::size_t begin = std::min(number * kBlockSize, people.size());
+    return people.subspan(begin, std::min(kBlockSize, people.size() - begin));
+}
 
 struct FinderRow
 {
@@ -96,9 +104,9 @@ std::vector<Run> runsFor(const QStringList &titles, std::size_t peopleCount)
 /// What a finder finds among the current people.
 template <typename Found> Found findingsOf(FinderPtr (*make)(std::size_t))
 {
-    const auto people = currentPeople();
-    const FinderPtr finder = make(people.size());
-    finder->look(people);
+    const PeopleSnapshot people = currentPeople();
+    const FinderPtr finder = make(people->size());
+    finder->look(*people);
     return std::get<Found>(finder->takeFindings());
 }
 
@@ -116,13 +124,16 @@ ScanAddressBook::ScanAddressBook(ScanDelegate &delegate, QObject *parent) : QObj
 
 void ScanAddressBook::scanEntireAddressBook(const QStringList &selectedTitles)
 {
-    const auto people = currentPeople();
+    const PeopleSnapshot snapshot = currentPeople();
+    const People people = *snapshot;
     std::vector<Run> runs = runsFor(selectedTitles, people.size());
-    for (std::size_t begin = 0; begin < people.size(); begin += kBlockSize) {
-        const People block = People(people).subspan(begin, std::min(kBlockSize, people.size() - begin));
+    for (std::size_t block = 0; block * kBlockSize < people.size(); ++block) {
+        FetchAhead::records(blockOf(people, block + 3));
+        FetchAhead::values(blockOf(people, block + 2));
+        FetchAhead::entries(blockOf(people, block + 1));
         for (Run &run : runs) {
             const Stopwatch stopwatch(run.nanoseconds);
-            run.finder->look(block);
+            run.finder->look(blockOf(people, block));
         }
     }
     ScanResult result;

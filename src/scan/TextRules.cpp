@@ -3,6 +3,7 @@
 #include "scan/TextRules.h"
 
 #include "scan/ScanLog.h"
+#include "scan/Utf16View.h"
 
 #include <algorithm>
 
@@ -35,8 +36,8 @@ bool hasInvalidEmail(const PersonRecord &record)
 {
     const ABMultiValue *emails = record.multiValue(kABEmailProperty);
     return emails && std::ranges::any_of(emails->entries(), [](const ABMultiValue::Entry &entry) {
-        const QString &email = entry.text();
-        return !email.contains(u'@') || !email.contains(QLatin1StringView(".com"));
+        const std::u16string_view email = utf16View(entry.text());
+        return email.find(u'@') == email.npos || email.find(u".com") == email.npos;
     });
 }
 

@@ -49,7 +49,8 @@ QStringList uidsOf(const std::vector<ABPersonPtr> &people)
 QByteArray textOf(const ABAddressBook &book)
 {
     QByteArray text;
-    for (const auto &[person, record] : book.snapshot())
+    const PeopleSnapshot everybody = book.snapshot();
+    for (const auto &[person, record] : *everybody)
         text += recordToJson(person->uniqueId(), *record) + '\n';
     return text;
 }

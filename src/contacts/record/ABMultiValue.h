@@ -4,8 +4,7 @@
 
 #include "contacts/record/ABDictionary.h"
 
-#include <QExplicitlySharedDataPointer>
-#include <QSharedData>
+#include <QList>
 
 #include <span>
 #include <variant>
@@ -30,24 +29,21 @@ public:
     };
 
     ABMultiValue() = default;
+    explicit ABMultiValue(QList<Entry> entries);
     explicit ABMultiValue(std::vector<Entry> entries);
 
-    qsizetype count() const { return static_cast<qsizetype>(entries().size()); }
+    qsizetype count() const { return m_entries.size(); }
     /// Both need 0 <= index < count().
-    const Value &valueAtIndex(qsizetype index) const { return entries()[static_cast<std::size_t>(index)].value; }
-    const QString &labelAtIndex(qsizetype index) const { return entries()[static_cast<std::size_t>(index)].label; }
+    const Value &valueAtIndex(qsizetype index) const { return m_entries[index].value; }
+    const QString &labelAtIndex(qsizetype index) const { return m_entries[index].label; }
 
-    std::span<const Entry> entries() const;
+    std::span<const Entry> entries() const { return m_entries; }
 
     /// Equal when count, values, labels and order are.
-    friend bool operator==(const ABMultiValue &a, const ABMultiValue &b);
+    friend bool operator==(const ABMultiValue &, const ABMultiValue &) = default;
 
 protected:
-    struct Data : QSharedData
-    {
-        std::vector<Entry> entries;
-    };
-    QExplicitlySharedDataPointer<Data> m_data; // null when empty
+    QList<Entry> m_entries;
 };
 
 /// A multi-value under construction. Copies made of it so far do not change when more is added.

@@ -66,6 +66,12 @@ void PersonRecord::setText(ABProperty property, const QString &text)
     m_texts[static_cast<std::size_t>(property)] = text.isNull() ? QStringLiteral("") : text;
 }
 
+void PersonRecord::setMultiValue(ABProperty property, const ABMultiValue &value)
+{
+    m_multiValues[multiSlot(property)] = value;
+    m_presentMultiValues.set(multiSlot(property));
+}
+
 void PersonRecord::setImageData(const QByteArray &bytes)
 {
     m_image = bytes.isEmpty() ? QByteArray() : bytes;
@@ -123,7 +129,8 @@ void PersonRecord::removeValue(ABProperty property)
         break;
     case ABPropertyKind::MultiText:
     case ABPropertyKind::MultiDictionary:
-        m_multiValues[multiSlot(property)].reset();
+        m_multiValues[multiSlot(property)] = ABMultiValue();
+        m_presentMultiValues.reset(multiSlot(property));
         break;
     case ABPropertyKind::ReadOnlyText:
         break;
@@ -134,8 +141,9 @@ bool PersonRecord::hasSameValues(const PersonRecord &other) const
 {
     // A null and an empty text compare equal, but one is absent and the other is not.
     const auto sameText = [](const QString &a, const QString &b) { return a.isNull() == b.isNull() && a == b; };
-    return std::ranges::equal(m_texts, other.m_texts, sameText) && m_multiValues == other.m_multiValues
-        && m_birthday == other.m_birthday && m_flags == other.m_flags && m_image == other.m_image;
+    return std::ranges::equal(m_texts, other.m_texts, sameText) && m_presentMultiValues == other.m_presentMultiValues
+        && m_multiValues == other.m_multiValues && m_birthday == other.m_birthday && m_flags == other.m_flags
+        && m_image == other.m_image;
 }
 
 bool operator==(const PersonRecord &a, const PersonRecord &b)

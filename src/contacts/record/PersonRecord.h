@@ -8,6 +8,7 @@
 #include <QDate>
 
 #include <array>
+#include <bitset>
 #include <memory>
 #include <optional>
 #include <variant>
@@ -45,8 +46,8 @@ public:
     /// nullptr when absent. Only for properties of the kinds MultiText and MultiDictionary.
     const ABMultiValue *multiValue(ABProperty property) const
     {
-        const auto &value = m_multiValues[multiSlot(property)];
-        return value ? &*value : nullptr;
+        const std::size_t slot = multiSlot(property);
+        return m_presentMultiValues.test(slot) ? &m_multiValues[slot] : nullptr;
     }
     std::optional<QDate> birthday() const { return m_birthday.isNull() ? std::nullopt : std::optional(m_birthday); }
     std::optional<qint64> flags() const { return m_flags; }
@@ -56,7 +57,7 @@ public:
 
     /// A null text counts as an empty one.
     void setText(ABProperty property, const QString &text);
-    void setMultiValue(ABProperty property, const ABMultiValue &value) { m_multiValues[multiSlot(property)] = value; }
+    void setMultiValue(ABProperty property, const ABMultiValue &value);
     /// @p date must be valid and of the years 1 to 9999.
     void setBirthday(QDate date) { m_birthday = date; }
     void setFlags(qint64 flags) { m_flags = flags; }
@@ -85,7 +86,8 @@ private:
     }
 
     std::array<QString, kTextCount> m_texts; // a null text is an absent one: half the size of optional texts
-    std::array<std::optional<ABMultiValue>, kMultiCount> m_multiValues;
+    std::array<ABMultiValue, kMultiCount> m_multiValues; // empty where absent
+    std::bitset<kMultiCount> m_presentMultiValues;
     QDate m_birthday; // null when absent
     std::optional<qint64> m_flags;
     QByteArray m_image; // null when absent

@@ -6,6 +6,8 @@
 
 #include <SQLiteCpp/Exception.h>
 
+#include <algorithm>
+
 namespace {
 
 // Where the columns of `person` stand in the reader's SELECT.
@@ -176,9 +178,10 @@ void RecordReader::readMultiValue(PersonRecord &record, ABProperty property, Chi
         else
             m_entries.push_back({std::move(label), readDictionary(row, property)});
     }
-    record.setMultiValue(property,
-        ABMultiValue(std::vector<ABMultiValue::Entry>(
-            std::make_move_iterator(m_entries.begin()), std::make_move_iterator(m_entries.end()))));
+    QList<ABMultiValue::Entry> entries;
+    entries.reserve(qsizetype(m_entries.size())); // no room to grow: it would stay unused for as long as the person
+    std::ranges::move(m_entries, std::back_inserter(entries));
+    record.setMultiValue(property, ABMultiValue(std::move(entries)));
     m_entries.clear();
 }
 
