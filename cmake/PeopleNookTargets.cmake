@@ -39,5 +39,7 @@ function(peoplenook_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
     peoplenook_program(${name} SOURCES ${name}.cpp LIBRARIES Qt6::Test testsupport ${ARG_LIBRARIES})
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC" TIMEOUT 300)
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT
+        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp"
+        TIMEOUT 600)
 endfunction()

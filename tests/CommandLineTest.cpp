@@ -142,6 +142,18 @@ private Q_SLOTS:
         QCOMPARE(runOn("scan", {"scan", "--json", "--condition", "Blank name"}).out, u("{}\n"));
     }
 
+    void diagnosticsAreShownWhenAskedFor()
+    {
+        runOn("verbose", {"import", "-"}, "{\"uid\":\"a\",\"phone\":[{\"value\":\"x\"}],\"note\":\"  \"}\n");
+        const Outcome quiet = runOn("verbose", {"scan"});
+        const Outcome verbose = runOn("verbose", {"--verbose", "scan"});
+        QCOMPARE(quiet.err, QString());
+        QCOMPARE(verbose.out, quiet.out);
+        QVERIFY(verbose.err.contains(u("peoplenook.scan: 电话号码非法\n")));
+        QVERIFY(verbose.err.contains(u("peoplenook.scan: 扫描花费的时间：0.0")));
+        QVERIFY(!verbose.err.contains(u("字符是空空格")));
+    }
+
     void theSampleHasItsFindings()
     {
         const Outcome import = runOn("sample", {"import", "data/sample/people.vcf"});

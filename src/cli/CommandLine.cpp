@@ -44,6 +44,36 @@ void addScan(CLI::App &app, ScanOptions &options)
     command->footer(titles);
 }
 
+/// Sends diagnostic lines to the console's error stream while it lives, and nowhere when they are not wanted.
+class Diagnostics
+{
+public:
+    Diagnostics(Console &console, bool wanted)
+    {
+        s_out = wanted ? &console.err : nullptr;
+        QLoggingCategory::setFilterRules(wanted ? QStringLiteral("peoplenook.*.debug=true\n*.trace.debug=false")
+                                                : QStringLiteral("peoplenook.*=false"));
+        m_previous = qInstallMessageHandler(write);
+    }
+    ~Diagnostics()
+    {
+        qInstallMessageHandler(m_previous);
+        s_out = nullptr;
+    }
+    Diagnostics(const Diagnostics &) = delete;
+    Diagnostics &operator=(const Diagnostics &) = delete;
+
+private:
+    static void write(QtMsgType, const QMessageLogContext &context, const QString &line)
+    {
+        if (s_out)
+            *s_out << context.category << ": " << line.toStdString() << '\n';
+    }
+
+    static inline std::ostream *s_out = nullptr; // a message handler is told nothing of its owner
+    QtMessageHandler m_previous;
+};
+
 } // namespace
 
 ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &console)
@@ -70,9 +100,7 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &co
     } catch (const CLI::ParseError &error) {
         return app.exit(error, console.out, console.err) == 0 ? ExitStatus::Done : ExitStatus::Usage;
     }
-    QLoggingCategory::setFilterRules(verbose ? QStringLiteral("peoplenook.*.debug=true\npeoplenook.*.trace.debug=false")
-                                             : QStringLiteral("peoplenook.*=false"));
-
+    const Diagnostics diagnostics(console, verbose);
     CommandContext context{console, QString::fromLocal8Bit(where.c_str())};
     ExitStatus status = ExitStatus::Usage;
     if (app.got_subcommand("import"))

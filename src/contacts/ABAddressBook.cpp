@@ -4,6 +4,8 @@
 
 #include "contacts/PendingChanges.h"
 
+#include <algorithm>
+
 namespace {
 
 struct SharedBook
@@ -38,6 +40,11 @@ ABAddressBook::~ABAddressBook()
 {
     for (const auto &person : m_people)
         person->setPendingChanges(nullptr);
+    // People with unsaved changes and the list of them hold each other.
+    for (const auto &entry : m_pending->entries()) {
+        entry.person->setPendingChanges(nullptr);
+        m_pending->settle(entry.person.get(), nullptr, false);
+    }
 }
 
 Result<std::shared_ptr<ABAddressBook>> ABAddressBook::open(std::unique_ptr<AddressBookStore> store)
@@ -48,7 +55,7 @@ Result<std::shared_ptr<ABAddressBook>> ABAddressBook::open(std::unique_ptr<Addre
         return stored.error();
     auto snapshot = std::make_shared<std::vector<PersonSnapshot>>();
     snapshot->reserve(stored->size());
-    book->m_people.reserve(qsizetype(stored->size()));
+    book->m_people.reserve(stored->size());
     for (auto &[uid, record] : *stored) {
         auto person = std::make_shared<ABPerson>(std::move(uid), record);
         person->m_pendingChanges = book->m_pending; // nobody else knows the person yet: no lock
@@ -74,12 +81,12 @@ void ABAddressBook::setSharedAddressBook(std::shared_ptr<ABAddressBook> book)
 QList<ABPersonPtr> ABAddressBook::people() const
 {
     const std::scoped_lock lock(m_mutex);
-    return m_people;
+    return {m_people.begin(), m_people.end()};
 }
 
 PeopleSnapshot ABAddressBook::snapshot() const
 {
-    QList<ABPersonPtr> everybody;
+    std::vector<ABPersonPtr> everybody;
     // Asked for before anybody is looked at: a change that comes in between makes the snapshot look old, not new.
     const quint64 version = m_pending->version();
     {
@@ -89,9 +96,11 @@ PeopleSnapshot ABAddressBook::snapshot() const
         everybody = m_people;
     }
     auto people = std::make_shared<std::vector<PersonSnapshot>>();
-    people->reserve(std::size_t(everybody.size()));
-    for (const auto &person : everybody)
-        people->push_back({person, person->record()});
+    people->reserve(everybody.size());
+    for (auto &person : everybody) {
+        PersonRecordPtr record = person->record();
+        people->push_back({std::move(person), std::move(record)});
+    }
     const std::scoped_lock lock(m_mutex);
     m_snapshot = std::move(people);
     m_snapshotVersion = version;
@@ -146,7 +155,7 @@ bool ABAddressBook::addRecord(const ABPersonPtr &person, Error *error)
 bool ABAddressBook::removeRecord(const ABPersonPtr &person, Error *error)
 {
     const std::scoped_lock lock(m_mutex);
-    if (person->pendingChanges() != m_pending || !m_people.contains(person))
+    if (person->pendingChanges() != m_pending || std::ranges::find(m_people, person) == m_people.end())
         return fail(error, ErrorKind::NotFound, person->uniqueId() % QStringLiteral(": not in the address book"));
     m_pending->noteRemoval(person, person->record());
     m_removedPeople.emplace(person->uniqueId(), person);
@@ -279,7 +288,7 @@ void ABAddressBook::forgetRemoved(const ABPersonPtr &person)
 
 void ABAddressBook::insert(const ABPersonPtr &person)
 {
-    if (!m_uidIndex.empty() || m_people.isEmpty())
+    if (!m_uidIndex.empty() || m_people.empty())
         m_uidIndex.emplace(person->uniqueId(), person);
     m_pending->touch();
     m_people.push_back(person);
@@ -288,14 +297,14 @@ void ABAddressBook::insert(const ABPersonPtr &person)
 void ABAddressBook::erase(const ABPersonPtr &person)
 {
     m_pending->touch();
-    m_people.removeOne(person);
+    std::erase(m_people, person);
     m_uidIndex.erase(person->uniqueId());
 }
 
 const std::unordered_map<QString, ABPersonPtr> &ABAddressBook::uidIndex() const
 {
-    if (m_uidIndex.empty() && !m_people.isEmpty()) {
-        m_uidIndex.reserve(std::size_t(m_people.size()));
+    if (m_uidIndex.empty() && !m_people.empty()) {
+        m_uidIndex.reserve(m_people.size());
         for (const auto &person : m_people)
             m_uidIndex.emplace(person->uniqueId(), person);
     }

@@ -35,7 +35,7 @@ public:
     static std::shared_ptr<ABAddressBook> sharedAddressBook();
     static void setSharedAddressBook(std::shared_ptr<ABAddressBook> book);
 
-    /// Additions and removals that are not saved yet are in it.
+    /// A copy; additions and removals that are not saved yet are in it.
     QList<ABPersonPtr> people() const;
     /// The same with their records. Not null. Free of cost as long as nobody was changed.
     PeopleSnapshot snapshot() const;
@@ -81,7 +81,7 @@ private:
     const std::shared_ptr<PendingChanges> m_pending;
     std::mutex m_storeMutex; // held around calls of the store, never while m_mutex is wanted by a reader
     mutable std::mutex m_mutex; // guards the members below
-    QList<ABPersonPtr> m_people;
+    std::vector<ABPersonPtr> m_people;
     std::unordered_map<QString, ABPersonPtr> m_removedPeople; // by uid, until their removal is saved
     mutable PeopleSnapshot m_snapshot; // null, or of the version below
     mutable quint64 m_snapshotVersion = 0;

@@ -51,6 +51,27 @@ struct TemporaryFile
     ~TemporaryFile() { ::unlink(name.constData()); }
 };
 
+/// Gives the finished file its name, on the disk too. An address book that is there already stays.
+bool moveIntoPlace(const QByteArray &temporaryName, const QString &path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    const bool replacesEmptyFile = QFileInfo(path).isFile() && QFileInfo(path).size() == 0;
+    int result = replacesEmptyFile
+        ? ::rename(temporaryName.constData(), name.constData())
+        : ::renameat2(AT_FDCWD, temporaryName.constData(), AT_FDCWD, name.constData(), RENAME_NOREPLACE);
+    if (result != 0 && errno == EINVAL) // a file system that does not know RENAME_NOREPLACE
+        result = ::link(temporaryName.constData(), name.constData());
+    if (result != 0 && errno != EEXIST)
+        return false;
+    const int folder =
+        ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        ::fsync(folder); // or a power cut could take the file's name, and with it every save that follows
+        ::close(folder);
+    }
+    return true;
+}
+
 } // namespace
 
 Error errorOf(const SQLite::Exception &exception, const QString &path)
@@ -100,14 +121,20 @@ Result<void> create(const QString &path)
     } catch (const SQLite::Exception &exception) {
         return errorOf(exception, path);
     }
-    const QByteArray name = QFile::encodeName(path);
-    const bool replacesEmptyFile = QFileInfo(path).isFile() && QFileInfo(path).size() == 0;
-    if (replacesEmptyFile
-            ? ::rename(temporary.name.constData(), name.constData()) == 0
-            : ::renameat2(AT_FDCWD, temporary.name.constData(), AT_FDCWD, name.constData(), RENAME_NOREPLACE) == 0
-                || errno == EEXIST || (errno == EINVAL && ::link(temporary.name.constData(), name.constData()) == 0))
+    if (!moveIntoPlace(temporary.name, path))
+        return failed(lastSystemError());
+    return {};
+}
+
+Result<void> checkVersion(int version, const QString &path)
+{
+    if (version <= Schema::kVersion)
         return {};
-    return failed(lastSystemError());
+    return Error{ErrorKind::Invalid,
+        path
+            % QStringLiteral(": was written by a newer version of this program (format %1, this one reads up to %2)")
+                  .arg(version)
+                  .arg(Schema::kVersion)};
 }
 
 Result<void> check(const QString &path)
@@ -124,12 +151,8 @@ Result<void> check(const QString &path)
     if (header.size() < kHeaderSize || !header.startsWith(QByteArrayView("SQLite format 3\0", 16))
         || qFromBigEndian<quint32>(header.constData() + kApplicationIdOffset) != Schema::kApplicationId)
         return refuse(ErrorKind::Invalid, QStringLiteral("is no address book of this program"));
-    const auto version = qFromBigEndian<qint32>(header.constData() + kUserVersionOffset);
-    if (version > Schema::kVersion)
-        return refuse(ErrorKind::Invalid,
-            QStringLiteral("was written by a newer version of this program (format %1, this one reads up to %2)")
-                .arg(version)
-                .arg(Schema::kVersion));
+    if (auto known = checkVersion(qFromBigEndian<qint32>(header.constData() + kUserVersionOffset), path); !known)
+        return known;
     if (!QFileInfo(path).isWritable())
         return refuse(ErrorKind::ReadOnly, QStringLiteral("the address book cannot be written: permission denied"));
     return {};

@@ -19,6 +19,9 @@ Result<void> create(const QString &path);
 /// Refuses a file that is no address book of ours, without changing it or making files beside it.
 Result<void> check(const QString &path);
 
+/// Refuses a format that is newer than ours.
+Result<void> checkVersion(int version, const QString &path);
+
 /// A connection with the settings that the store's promises rest on.
 SQLite::Database connect(const QString &path);
 

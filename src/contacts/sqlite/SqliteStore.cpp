@@ -88,7 +88,12 @@ Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path)
     if (auto checked = AddressBookFile::check(file); !checked)
         return checked.error();
     try {
-        return std::unique_ptr<SqliteStore>(new SqliteStore(std::make_unique<Private>(file)));
+        auto opened = std::make_unique<Private>(file);
+        // The version in the file's header may be older than the one in its write-ahead log.
+        const auto version = int(opened->scalar("PRAGMA user_version"));
+        if (auto known = AddressBookFile::checkVersion(version, file); !known)
+            return known.error();
+        return std::unique_ptr<SqliteStore>(new SqliteStore(std::move(opened)));
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, file);
     }

@@ -41,8 +41,7 @@ bool addAccount(CardDraft &draft, const ContentLine &line, const QString &servic
         account.setValue(service, ABKey::InstantMessageService);
     if (!username.empty())
         account.setValue(unescaped(username), ABKey::InstantMessageUsername);
-    draft.addEntry(
-        line, ABProperty::InstantMessage, draft.labelOf(line, placeLabel(line)), std::move(account), true);
+    draft.addEntry(line, ABProperty::InstantMessage, draft.labelOf(line, placeLabel(line)), std::move(account), true);
     return true;
 }
 
@@ -178,7 +177,7 @@ void mergeAccounts(CardDraft &draft)
         };
         const QString key = part(ABKey::InstantMessageService) % u'\n' % part(ABKey::InstantMessageUsername);
         const CardName kind = sources[i]->line->id;
-        const auto [place, isFirst] = firsts.try_emplace(key.toStdString(), First {merged.size(), kind});
+        const auto [place, isFirst] = firsts.try_emplace(key.toStdString(), First{merged.size(), kind});
         if (isFirst || place->second.kind == kind) {
             sources[i]->entry = merged.size();
             merged.push_back(std::move(entries[i]));

@@ -55,8 +55,8 @@ void CardDraft::addSource(const ContentLine &line, bool holdsMore)
         m_sources.push_back({&line, ABProperty::Uid, 0, holdsMore});
 }
 
-void CardDraft::addEntry(const ContentLine &line, ABProperty property, const QString &label, ABMultiValue::Value value,
-    bool holdsMore)
+void CardDraft::addEntry(
+    const ContentLine &line, ABProperty property, const QString &label, ABMultiValue::Value value, bool holdsMore)
 {
     auto &list = entries(property);
     if (holdsMore || !line.group.empty())

@@ -36,8 +36,8 @@ public:
 
     /// Notes that the line is in the record. Without @p holdsMore it says no more than what the record has of it.
     void addSource(const ContentLine &line, bool holdsMore);
-    void addEntry(const ContentLine &line, ABProperty property, const QString &label, ABMultiValue::Value value,
-        bool holdsMore);
+    void addEntry(
+        const ContentLine &line, ABProperty property, const QString &label, ABMultiValue::Value value, bool holdsMore);
     /// The label spelled out for this line, or else @p other; null for none.
     QString labelOf(const ContentLine &line, const QString *other);
     /// The value of a parameter, decoded; empty when there is none.
@@ -56,8 +56,8 @@ public:
     std::vector<const ContentLine *> exactLines;
 
 private:
-    static constexpr std::size_t kMultiCount
-        = static_cast<std::size_t>(ABProperty::SocialProfile) - static_cast<std::size_t>(ABProperty::Email) + 1;
+    static constexpr std::size_t kMultiCount =
+        static_cast<std::size_t>(ABProperty::SocialProfile) - static_cast<std::size_t>(ABProperty::Email) + 1;
 
     TextPool m_pool;
     CardGroups m_groups;

@@ -26,33 +26,33 @@ struct FieldRow
 /// Names that are not here have no place in a record. Labels and country codes are read with the value they belong to;
 /// birthdays outside the standard only after all others.
 constexpr auto kFieldReaders = [] {
-    std::array<FieldReader, static_cast<std::size_t>(CardName::Count)> readers {};
+    std::array<FieldReader, static_cast<std::size_t>(CardName::Count)> readers{};
     for (const auto &[name, read] : {
-             FieldRow {CardName::Version, passOver},
-             FieldRow {CardName::Name, readName},
-             FieldRow {CardName::FormattedName, readFormattedName},
-             FieldRow {CardName::Organization, readOrganization},
-             FieldRow {CardName::Text, readText},
-             FieldRow {CardName::Birthday, readBirthday},
-             FieldRow {CardName::OtherBirthday, passOver},
-             FieldRow {CardName::Uid, readUid},
-             FieldRow {CardName::ShowAs, readShowAs},
-             FieldRow {CardName::Kind, readKind},
-             FieldRow {CardName::Photo, readPhoto},
-             FieldRow {CardName::Exact, readExact},
-             FieldRow {CardName::Email, readEmail},
-             FieldRow {CardName::Phone, readPhone},
-             FieldRow {CardName::Url, readUrl},
-             FieldRow {CardName::Address, readAddress},
-             FieldRow {CardName::Label, passOver},
-             FieldRow {CardName::CountryCode, passOver},
-             FieldRow {CardName::RelatedName, readRelatedName},
-             FieldRow {CardName::Related, readRelated},
-             FieldRow {CardName::Relation, readRelation},
-             FieldRow {CardName::InstantMessage, readInstantMessage},
-             FieldRow {CardName::Account, readAccount},
-             FieldRow {CardName::SocialProfile, readSocialProfile},
-             FieldRow {CardName::Twitter, readTwitter},
+             FieldRow{CardName::Version, passOver},
+             FieldRow{CardName::Name, readName},
+             FieldRow{CardName::FormattedName, readFormattedName},
+             FieldRow{CardName::Organization, readOrganization},
+             FieldRow{CardName::Text, readText},
+             FieldRow{CardName::Birthday, readBirthday},
+             FieldRow{CardName::OtherBirthday, passOver},
+             FieldRow{CardName::Uid, readUid},
+             FieldRow{CardName::ShowAs, readShowAs},
+             FieldRow{CardName::Kind, readKind},
+             FieldRow{CardName::Photo, readPhoto},
+             FieldRow{CardName::Exact, readExact},
+             FieldRow{CardName::Email, readEmail},
+             FieldRow{CardName::Phone, readPhone},
+             FieldRow{CardName::Url, readUrl},
+             FieldRow{CardName::Address, readAddress},
+             FieldRow{CardName::Label, passOver},
+             FieldRow{CardName::CountryCode, passOver},
+             FieldRow{CardName::RelatedName, readRelatedName},
+             FieldRow{CardName::Related, readRelated},
+             FieldRow{CardName::Relation, readRelation},
+             FieldRow{CardName::InstantMessage, readInstantMessage},
+             FieldRow{CardName::Account, readAccount},
+             FieldRow{CardName::SocialProfile, readSocialProfile},
+             FieldRow{CardName::Twitter, readTwitter},
          })
         readers[static_cast<std::size_t>(name)] = read;
     return readers;
@@ -61,7 +61,8 @@ constexpr auto kFieldReaders = [] {
 QString excerpt(std::string_view line)
 {
     constexpr std::size_t most = 40;
-    return u'"' % QString::fromUtf8(line.data(), static_cast<qsizetype>(std::min(line.size(), most))).simplified() % u'"';
+    return u'"' % QString::fromUtf8(line.data(), static_cast<qsizetype>(std::min(line.size(), most))).simplified()
+        % u'"';
 }
 
 bool isName(std::string_view name)
@@ -153,7 +154,7 @@ std::vector<KeptLine> CardReader::readLines(const std::vector<ContentLine> &line
 
 void CardReader::applyExactLines()
 {
-    CardValues values {m_draft.uid, std::move(m_draft.record())};
+    CardValues values{m_draft.uid, std::move(m_draft.record())};
     for (const ContentLine *line : m_draft.exactLines) {
         const bool makesSense = applyExactValue(
             paramValue(*line, "X-PROPERTY"), paramValue(*line, "X-SUM"), unescaped(line->value), values);
@@ -169,7 +170,7 @@ void CardReader::applyExactLines()
 void CardReader::dropOutdatedLines()
 {
     std::vector<KeptLine> kept = m_draft.record().keptLines();
-    QSet<QString> plain {plainPhoto(m_draft.record())};
+    QSet<QString> plain{plainPhoto(m_draft.record())};
     for (const PlainUnit &unit : plainUnits(m_draft.uid, m_draft.record()))
         plain.insert(unit.lines);
     std::erase_if(kept, [&plain](const KeptLine &line) { return !line.basis.isNull() && !plain.contains(line.basis); });

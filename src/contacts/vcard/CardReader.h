@@ -23,6 +23,6 @@ private:
     void dropOutdatedLines();
 
     CardDraft m_draft;
-    KeptLineMaker m_kept {m_draft};
+    KeptLineMaker m_kept{m_draft};
     TextDecoder m_decoder;
 };

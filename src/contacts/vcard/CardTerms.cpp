@@ -7,7 +7,7 @@
 
 namespace {
 
-template<typename Value, std::size_t size>
+template <typename Value, std::size_t size>
 consteval auto wordTable(const WordRow<Value> (&rows)[size]) // NOLINT(modernize-avoid-c-arrays)
 {
     return WordTable<Value, size>(std::to_array(rows));
@@ -109,7 +109,8 @@ struct TypeLabel
 };
 
 /// In the order of precedence: a mobile phone at work is a mobile phone.
-const TypeLabel kTypeLabels[] { // NOLINT(modernize-avoid-c-arrays)
+const TypeLabel kTypeLabels[]{
+    // NOLINT(modernize-avoid-c-arrays)
     {CardType::IPhone, CardType::IPhone | CardType::Cell, kABPhoneiPhoneLabel, QLatin1StringView("CELL,IPHONE"), true},
     {CardType::Cell, CardType::Cell, kABPhoneMobileLabel, QLatin1StringView("CELL"), true},
     {CardType::Fax | CardType::Home, CardType::Fax | CardType::Home, kABPhoneHomeFAXLabel,
@@ -137,17 +138,17 @@ constexpr auto kRelations = wordTable<const QString *>({
     {"MANAGER", &kABManagerLabel},
 });
 
-constexpr std::array kServices {
-    CardService {&kABInstantMessageServiceAIM, QLatin1StringView("AIM"), QLatin1StringView("aim")},
-    CardService {&kABInstantMessageServiceFacebook, QLatin1StringView("Facebook"), QLatin1StringView("xmpp")},
-    CardService {&kABInstantMessageServiceGaduGadu, QLatin1StringView("GaduGadu"), QLatin1StringView("gg")},
-    CardService {&kABInstantMessageServiceGoogleTalk, QLatin1StringView("GoogleTalk"), QLatin1StringView("xmpp")},
-    CardService {&kABInstantMessageServiceICQ, QLatin1StringView("ICQ"), QLatin1StringView("icq")},
-    CardService {&kABInstantMessageServiceJabber, QLatin1StringView("Jabber"), QLatin1StringView("xmpp")},
-    CardService {&kABInstantMessageServiceMSN, QLatin1StringView("MSN"), QLatin1StringView("msnim")},
-    CardService {&kABInstantMessageServiceQQ, QLatin1StringView("QQ"), QLatin1StringView("qq")},
-    CardService {&kABInstantMessageServiceSkype, QLatin1StringView("Skype"), QLatin1StringView("skype")},
-    CardService {&kABInstantMessageServiceYahoo, QLatin1StringView("Yahoo"), QLatin1StringView("ymsgr")},
+constexpr std::array kServices{
+    CardService{&kABInstantMessageServiceAIM, QLatin1StringView("AIM"), QLatin1StringView("aim")},
+    CardService{&kABInstantMessageServiceFacebook, QLatin1StringView("Facebook"), QLatin1StringView("xmpp")},
+    CardService{&kABInstantMessageServiceGaduGadu, QLatin1StringView("GaduGadu"), QLatin1StringView("gg")},
+    CardService{&kABInstantMessageServiceGoogleTalk, QLatin1StringView("GoogleTalk"), QLatin1StringView("xmpp")},
+    CardService{&kABInstantMessageServiceICQ, QLatin1StringView("ICQ"), QLatin1StringView("icq")},
+    CardService{&kABInstantMessageServiceJabber, QLatin1StringView("Jabber"), QLatin1StringView("xmpp")},
+    CardService{&kABInstantMessageServiceMSN, QLatin1StringView("MSN"), QLatin1StringView("msnim")},
+    CardService{&kABInstantMessageServiceQQ, QLatin1StringView("QQ"), QLatin1StringView("qq")},
+    CardService{&kABInstantMessageServiceSkype, QLatin1StringView("Skype"), QLatin1StringView("skype")},
+    CardService{&kABInstantMessageServiceYahoo, QLatin1StringView("Yahoo"), QLatin1StringView("ymsgr")},
 };
 
 constexpr auto kServiceWords = wordTable<const CardService *>({
@@ -181,7 +182,7 @@ constexpr auto kSocialServices = wordTable<const QString *>({
     {"TWITTER", &kABSocialProfileServiceTwitter},
 });
 
-template<typename Table> auto foundOr(const Table &table, std::string_view word, decltype(table.rows()[0].value) other)
+template <typename Table> auto foundOr(const Table &table, std::string_view word, decltype(table.rows()[0].value) other)
 {
     const auto *found = table.find(word);
     return found ? *found : other;
@@ -232,7 +233,9 @@ QLatin1StringView typesOfLabel(ABProperty property, const QString &label)
 
 quint16 assumedTypes(ABProperty property)
 {
-    return property == ABProperty::Phone ? CardType::Voice : property == ABProperty::Email ? CardType::Internet : quint16(0);
+    return property == ABProperty::Phone ? CardType::Voice
+        : property == ABProperty::Email  ? CardType::Internet
+                                         : quint16(0);
 }
 
 const QString *relationLabel(std::string_view word)
@@ -247,7 +250,8 @@ const CardService *serviceOfWord(std::string_view word)
 
 const CardService *serviceOfText(const QString &service)
 {
-    const auto *found = std::ranges::find_if(kServices, [&](const CardService &row) { return *row.service == service; });
+    const auto *found =
+        std::ranges::find_if(kServices, [&](const CardService &row) { return *row.service == service; });
     return found == kServices.end() ? nullptr : found;
 }
 

@@ -53,7 +53,7 @@ inline constexpr quint16 Others = 1U << 7U; ///< the word OTHER
 inline constexpr quint16 Voice = 1U << 8U;
 inline constexpr quint16 Internet = 1U << 9U;
 inline constexpr quint16 Unknown = 1U << 10U; ///< any other word
-}
+} // namespace CardType
 
 /// Parameters, as bits.
 namespace CardParam {
@@ -66,7 +66,7 @@ inline constexpr quint16 User = 1U << 5U;
 inline constexpr quint16 GoogleLabel = 1U << 6U;
 inline constexpr quint16 OmitYear = 1U << 7U;
 inline constexpr quint16 Unknown = 1U << 8U; ///< any other parameter
-}
+} // namespace CardParam
 
 CardName cardName(std::string_view word);
 /// The property that a CardName::Text line of this name holds.

@@ -38,7 +38,8 @@ bool addText(CardDraft &draft, const ContentLine &line, ABProperty property, std
     if (value.empty())
         return leaveOut(draft, line);
     const TypeLabel type(draft, line, property);
-    draft.addEntry(line, property, type.label, unescaped(value), holdsMore || type.wordsSayMore || hasUnusualParams(line));
+    draft.addEntry(
+        line, property, type.label, unescaped(value), holdsMore || type.wordsSayMore || hasUnusualParams(line));
     return true;
 }
 
@@ -53,7 +54,8 @@ bool addRelation(CardDraft &draft, const ContentLine &line, const QString &label
 
 bool hasScheme(std::string_view value)
 {
-    const std::size_t end = value.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+.-");
+    const std::size_t end =
+        value.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+.-");
     return end != std::string_view::npos && end > 0 && value[end] == ':';
 }
 
@@ -114,8 +116,8 @@ bool readUrl(CardDraft &draft, const ContentLine &line)
 
 bool readAddress(CardDraft &draft, const ContentLine &line)
 {
-    constexpr std::array keys {ABKey::AddressStreet, ABKey::AddressCity, ABKey::AddressState, ABKey::AddressZip,
-        ABKey::AddressCountry};
+    constexpr std::array keys{
+        ABKey::AddressStreet, ABKey::AddressCity, ABKey::AddressState, ABKey::AddressZip, ABKey::AddressCountry};
     std::string_view rest = line.value;
     const std::string_view postBox = takePart(rest);
     const std::string_view extended = takePart(rest);
@@ -127,7 +129,8 @@ bool readAddress(CardDraft &draft, const ContentLine &line)
         const bool isPlain = part.find('\\') == std::string_view::npos;
         address.setValue(isPlain && isShared(key) ? draft.pool().intern(part) : unescaped(part), key);
     }
-    const bool holdsMore = !postBox.empty() || !extended.empty() || rest.find_first_not_of(';') != std::string_view::npos;
+    const bool holdsMore =
+        !postBox.empty() || !extended.empty() || rest.find_first_not_of(';') != std::string_view::npos;
     if (address.isEmpty() && !holdsMore)
         return leaveOut(draft, line);
     CardGroups::Group *group = draft.groups().of(line);
@@ -147,8 +150,7 @@ bool readRelatedName(CardDraft &draft, const ContentLine &line)
         return leaveOut(draft, line);
     const QString ofTypes = relationOf(line);
     const bool holdsMore = line.types != 0 || hasUnusualParams(line);
-    draft.addEntry(
-        line, ABProperty::RelatedNames, draft.labelOf(line, &ofTypes), unescaped(line.value), holdsMore);
+    draft.addEntry(line, ABProperty::RelatedNames, draft.labelOf(line, &ofTypes), unescaped(line.value), holdsMore);
     return true;
 }
 

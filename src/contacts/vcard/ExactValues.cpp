@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr QLatin1StringView kImage {"image"};
+constexpr QLatin1StringView kImage{"image"};
 
 /// The picture counts as one more property here.
 std::optional<ABProperty> propertyOf(QStringView name)
@@ -56,10 +56,11 @@ QString sum(std::string_view json)
         QCryptographicHash::hash(bytes.toByteArray(), QCryptographicHash::Sha1).toHex().first(digits));
 }
 
-QString exactLine(QLatin1StringView name, std::optional<ABProperty> property, const CardValues &wanted, const CardValues &read)
+QString exactLine(
+    QLatin1StringView name, std::optional<ABProperty> property, const CardValues &wanted, const CardValues &read)
 {
-    return kExactLineName % QLatin1String(";X-PROPERTY=") % name % QLatin1String(";X-SUM=") % sum(json(property, read)) % u':'
-        % escaped(textFromUtf8(json(property, wanted)));
+    return kExactLineName % QLatin1String(";X-PROPERTY=") % name % QLatin1String(";X-SUM=") % sum(json(property, read))
+        % u':' % escaped(textFromUtf8(json(property, wanted)));
 }
 
 } // namespace

@@ -19,7 +19,7 @@ struct CardValues
     PersonRecord record;
 };
 
-inline constexpr QLatin1StringView kExactLineName {"X-PEOPLENOOK-EXACT"};
+inline constexpr QLatin1StringView kExactLineName{"X-PEOPLENOOK-EXACT"};
 
 /// The lines, unfolded, that make up for how @p read, made of the plain lines, differs from @p wanted.
 std::vector<QString> exactLines(const CardValues &wanted, const CardValues &read);

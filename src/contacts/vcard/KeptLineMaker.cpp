@@ -82,8 +82,8 @@ void KeptLineMaker::keepFormattedName()
     const ContentLine *line = m_draft.formattedName;
     if (!line)
         return;
-    const bool holdsMore
-        = line->types != 0 || hasUnusualParams(*line) || !isFormattedName(m_draft.record(), line->value);
+    const bool holdsMore =
+        line->types != 0 || hasUnusualParams(*line) || !isFormattedName(m_draft.record(), line->value);
     const CardGroups::Group *group = m_draft.groups().of(*line);
     if (holdsMore || group)
         keepSource({line, ABProperty::Uid, 0, holdsMore});
@@ -160,7 +160,8 @@ bool KeptLineMaker::joinToAccount(const CardDraft::Source &source, const QString
 {
     if (source.property != ABProperty::InstantMessage)
         return false;
-    const auto place = std::ranges::lower_bound(m_accounts, source.entry, {}, &std::pair<std::size_t, std::size_t>::first);
+    const auto place =
+        std::ranges::lower_bound(m_accounts, source.entry, {}, &std::pair<std::size_t, std::size_t>::first);
     if (place != m_accounts.end() && place->first == source.entry) {
         KeptLine &first = m_kept[place->second].kept;
         first.text += u'\n' + text;

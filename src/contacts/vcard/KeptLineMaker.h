@@ -9,10 +9,7 @@
 class KeptLineMaker
 {
 public:
-    explicit KeptLineMaker(CardDraft &draft)
-        : m_draft(draft)
-    {
-    }
+    explicit KeptLineMaker(CardDraft &draft) : m_draft(draft) { }
 
     /// Keeps a line that the record has nothing of.
     void keep(const ContentLine &line);

@@ -64,8 +64,7 @@ LineReader::LineReader(const QByteArray &data)
     , m_at(m_data.constData())
     , m_end(m_at + m_data.size())
     , m_lineFeed(find(m_at, m_end, '\n'))
-{
-}
+{ }
 
 std::string_view LineReader::takePhysicalLine()
 {

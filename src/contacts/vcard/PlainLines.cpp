@@ -33,8 +33,8 @@ const QString *firstText(const ABMultiValue *value)
 
 DisplayName displayName(const PersonRecord &record)
 {
-    constexpr std::array parts {ABProperty::Title, ABProperty::FirstName, ABProperty::MiddleName, ABProperty::LastName,
-        ABProperty::Suffix};
+    constexpr std::array parts{
+        ABProperty::Title, ABProperty::FirstName, ABProperty::MiddleName, ABProperty::LastName, ABProperty::Suffix};
     DisplayName name;
     for (const ABProperty part : parts)
         name.add(record.text(part));
@@ -46,7 +46,7 @@ DisplayName displayName(const PersonRecord &record)
     return name;
 }
 
-template<typename View> bool matches(const DisplayName &name, View text)
+template <typename View> bool matches(const DisplayName &name, View text)
 {
     for (std::size_t i = 0; i < name.count; ++i) {
         const QStringView piece = name.pieces.at(i);
@@ -173,7 +173,8 @@ void setProfile(Unit &unit, const ABDictionary &profile)
         unit.params += QLatin1String(";TYPE=") % word;
     if (!user.isNull())
         unit.params += QLatin1String(";X-USER=") % user;
-    unit.value = QLatin1String("x-apple:") % (username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : QString());
+    unit.value =
+        QLatin1String("x-apple:") % (username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : QString());
 }
 
 } // namespace

@@ -15,7 +15,7 @@
 // it ends at the ':'; the writer appends the bytes.
 
 /// A group name that no card can hold.
-inline constexpr QLatin1StringView kUnitGroup {"*"};
+inline constexpr QLatin1StringView kUnitGroup{"*"};
 
 /// Family, given, middle, prefix and suffix; never empty, since every card has such a line.
 QString plainName(const PersonRecord &record);

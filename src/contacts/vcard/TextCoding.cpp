@@ -9,7 +9,7 @@
 namespace {
 
 /// What windows-1252 has at 0x80 to 0x9F; its five gaps stay the controls they are in ISO 8859-1.
-constexpr std::array<char16_t, 32> kWindows1252 {0x20AC, 0x81, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6,
+constexpr std::array<char16_t, 32> kWindows1252{0x20AC, 0x81, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6,
     0x2030, 0x0160, 0x2039, 0x0152, 0x8D, 0x017D, 0x8F, 0x90, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D, 0x017E, 0x0178};
 
@@ -27,19 +27,19 @@ enum class CharsetKind { Named, Utf8, Windows1252, Unusable };
 
 /// Programs that declare ISO-8859-1 write windows-1252, which only adds printable characters to it. A line of a file
 /// that is read as bytes cannot be in two-byte units.
-constexpr std::array kCharsetKinds {
-    WordRow<CharsetKind> {"", CharsetKind::Utf8},
-    WordRow<CharsetKind> {"UTF-8", CharsetKind::Utf8},
-    WordRow<CharsetKind> {"UTF8", CharsetKind::Utf8},
-    WordRow<CharsetKind> {"ISO-8859-1", CharsetKind::Windows1252},
-    WordRow<CharsetKind> {"ISO8859-1", CharsetKind::Windows1252},
-    WordRow<CharsetKind> {"LATIN1", CharsetKind::Windows1252},
-    WordRow<CharsetKind> {"WINDOWS-1252", CharsetKind::Windows1252},
-    WordRow<CharsetKind> {"CP1252", CharsetKind::Windows1252},
-    WordRow<CharsetKind> {"UTF-16", CharsetKind::Unusable},
-    WordRow<CharsetKind> {"UTF-16LE", CharsetKind::Unusable},
-    WordRow<CharsetKind> {"UTF-16BE", CharsetKind::Unusable},
-    WordRow<CharsetKind> {"UTF-32", CharsetKind::Unusable},
+constexpr std::array kCharsetKinds{
+    WordRow<CharsetKind>{"", CharsetKind::Utf8},
+    WordRow<CharsetKind>{"UTF-8", CharsetKind::Utf8},
+    WordRow<CharsetKind>{"UTF8", CharsetKind::Utf8},
+    WordRow<CharsetKind>{"ISO-8859-1", CharsetKind::Windows1252},
+    WordRow<CharsetKind>{"ISO8859-1", CharsetKind::Windows1252},
+    WordRow<CharsetKind>{"LATIN1", CharsetKind::Windows1252},
+    WordRow<CharsetKind>{"WINDOWS-1252", CharsetKind::Windows1252},
+    WordRow<CharsetKind>{"CP1252", CharsetKind::Windows1252},
+    WordRow<CharsetKind>{"UTF-16", CharsetKind::Unusable},
+    WordRow<CharsetKind>{"UTF-16LE", CharsetKind::Unusable},
+    WordRow<CharsetKind>{"UTF-16BE", CharsetKind::Unusable},
+    WordRow<CharsetKind>{"UTF-32", CharsetKind::Unusable},
 };
 
 CharsetKind charsetKind(std::string_view charset)
@@ -113,7 +113,7 @@ std::optional<QStringConverter::Encoding> wideEncoding(const QByteArray &data)
 }
 
 constexpr auto kBase64Alphabet = [] {
-    std::array<bool, 256> table {};
+    std::array<bool, 256> table{};
     for (const char c : std::string_view(" \tABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/="))
         table[static_cast<unsigned char>(c)] = true; // NOLINT(cppcoreguidelines-pro-bounds-constant-array-index)
     return table;

@@ -53,7 +53,8 @@ QDate dateFrom(std::string_view text)
     else if (divided)
         return {};
     const int day = takeNumber(text, digits, 2);
-    const bool onlyTimeFollows = text.empty() || text.starts_with('T') || text.starts_with('t') || text.starts_with(' ');
+    const bool onlyTimeFollows =
+        text.empty() || text.starts_with('T') || text.starts_with('t') || text.starts_with(' ');
     if (!onlyTimeFollows || year < 1 || month < 1 || day < 1)
         return {};
     return {year, month, day};
@@ -73,7 +74,8 @@ std::string_view inlinePicture(const ContentLine &line)
     if (line.encoding == ContentLine::Encoding::Base64)
         return value;
     // Some programs leave out to say that it is base64.
-    const bool looksLikePicture = value.starts_with("/9j/") || value.starts_with("iVBORw0KGgo") || value.starts_with("R0lGOD");
+    const bool looksLikePicture =
+        value.starts_with("/9j/") || value.starts_with("iVBORw0KGgo") || value.starts_with("R0lGOD");
     return looksLikePicture && isBase64(value) ? value : std::string_view();
 }
 
@@ -84,8 +86,8 @@ bool readName(CardDraft &draft, const ContentLine &line)
     if (draft.hasName)
         return false;
     draft.hasName = true;
-    constexpr std::array parts {ABProperty::LastName, ABProperty::FirstName, ABProperty::MiddleName, ABProperty::Title,
-        ABProperty::Suffix};
+    constexpr std::array parts{
+        ABProperty::LastName, ABProperty::FirstName, ABProperty::MiddleName, ABProperty::Title, ABProperty::Suffix};
     std::string_view rest = line.value;
     bool isPlain = line.types == 0 && !hasUnusualParams(line);
     for (const ABProperty property : parts)

@@ -39,10 +39,7 @@ bool hasReadableLine(const std::vector<ContentLine> &lines)
 class VCardReader::Private
 {
 public:
-    explicit Private(const QByteArray &data)
-        : lines(data)
-    {
-    }
+    explicit Private(const QByteArray &data) : lines(data) { }
 
     ImportedRecord next();
 
@@ -187,10 +184,7 @@ ImportedRecord VCardReader::Private::next()
     }
 }
 
-VCardReader::VCardReader(const QByteArray &data)
-    : d(std::make_unique<Private>(data))
-{
-}
+VCardReader::VCardReader(const QByteArray &data) : d(std::make_unique<Private>(data)) { }
 
 VCardReader::~VCardReader() = default;
 

@@ -60,13 +60,13 @@ QLatin1StringView pictureType(const QByteArray &image)
         QByteArrayView bytes;
         QLatin1StringView type;
     };
-    constexpr std::array magics {
-        Magic {"\xFF\xD8\xFF", QLatin1StringView("JPEG")},
-        Magic {"\x89PNG", QLatin1StringView("PNG")},
-        Magic {"GIF8", QLatin1StringView("GIF")},
+    constexpr std::array magics{
+        Magic{"\xFF\xD8\xFF", QLatin1StringView("JPEG")},
+        Magic{"\x89PNG", QLatin1StringView("PNG")},
+        Magic{"GIF8", QLatin1StringView("GIF")},
     };
-    const auto *found
-        = std::ranges::find_if(magics, [&image](const Magic &magic) { return image.startsWith(magic.bytes); });
+    const auto *found =
+        std::ranges::find_if(magics, [&image](const Magic &magic) { return image.startsWith(magic.bytes); });
     return found == magics.end() ? QLatin1StringView() : found->type;
 }
 
@@ -93,11 +93,8 @@ class CardWriter
 {
 public:
     CardWriter(const QString &uid, const PersonRecord &record, VCardVersion version)
-        : m_uid(uid)
-        , m_record(record)
-        , m_version(version)
-    {
-    }
+        : m_uid(uid), m_record(record), m_version(version)
+    { }
 
     QByteArray write();
 
@@ -155,7 +152,8 @@ QString CardWriter::keptFor(const QString &plain)
     if (m_keptByBasis.empty())
         return {};
     const auto found = m_keptByBasis.lower_bound(plain);
-    return found == m_keptByBasis.end() || found->first != plain ? QString() : m_keptByBasis.extract(found).mapped()->text;
+    return found == m_keptByBasis.end() || found->first != plain ? QString()
+                                                                 : m_keptByBasis.extract(found).mapped()->text;
 }
 
 /// 4.0 has dates without dashes, and a form of its own for an unknown year.
@@ -201,7 +199,8 @@ void CardWriter::writePhoto()
     const QLatin1StringView type = pictureType(*image);
     QString head = keptFor(plainPhoto(m_record));
     if (head.isNull() && m_version == VCardVersion::V4)
-        head = QLatin1String("PHOTO:data:") % (type.isEmpty() ? QString() : QLatin1String("image/") % QString(type).toLower())
+        head = QLatin1String("PHOTO:data:")
+            % (type.isEmpty() ? QString() : QLatin1String("image/") % QString(type).toLower())
             % QLatin1String(";base64,");
     else if (head.isNull())
         head = QLatin1String("PHOTO;ENCODING=b") % (type.isEmpty() ? QString() : QLatin1String(";TYPE=") % type) % u':';
@@ -221,8 +220,8 @@ void CardWriter::writeExact()
 {
     VCardReader reader(m_card + "END:VCARD\r\n");
     const ImportedRecord imported = reader.next();
-    const CardValues read {imported.uid, imported.record ? *imported.record : PersonRecord()};
-    const CardValues wanted {m_uid.isEmpty() ? QString() : m_uid, m_record};
+    const CardValues read{imported.uid, imported.record ? *imported.record : PersonRecord()};
+    const CardValues wanted{m_uid.isEmpty() ? QString() : m_uid, m_record};
     for (const QString &line : exactLines(wanted, read))
         appendFolded(m_card, line.toUtf8());
 }

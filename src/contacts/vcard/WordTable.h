@@ -18,7 +18,7 @@ constexpr bool equalsIgnoringCase(std::string_view a, std::string_view b)
     return a.size() == b.size() && std::ranges::equal(a, b, {}, upperAscii, upperAscii);
 }
 
-template<typename Value> struct WordRow
+template <typename Value> struct WordRow
 {
     std::string_view word; ///< in upper case
     Value value;
@@ -26,13 +26,12 @@ template<typename Value> struct WordRow
 
 /// What some ASCII words stand for, in whatever case they are written. Looked up for every line of a file, hence a hash
 /// that looks at four features of a word only, laid out by the compiler.
-template<typename Value, std::size_t size> class WordTable
+template <typename Value, std::size_t size> class WordTable
 {
 public:
     using Row = WordRow<Value>;
 
-    consteval explicit WordTable(const std::array<Row, size> &rows)
-        : m_rows(rows)
+    consteval explicit WordTable(const std::array<Row, size> &rows) : m_rows(rows)
     {
         for (std::size_t row = 0; row < size; ++row) {
             std::size_t slot = hash(rows[row].word);
@@ -69,5 +68,5 @@ private:
     }
 
     std::array<Row, size> m_rows;
-    std::array<unsigned char, kSlots> m_slots {};
+    std::array<unsigned char, kSlots> m_slots{};
 };
