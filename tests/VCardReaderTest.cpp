@@ -108,6 +108,7 @@ void VCardReaderTest::fileForms_data()
     QTest::newRow("no END") << QByteArray(kTwoPeople).replace("END:VCARD\n", "");
     QTest::newRow("no VERSION") << QByteArray(kTwoPeople).replace("VERSION:3.0\n", "");
     QTest::newRow("no last line end") << kTwoPeople.chopped(1);
+    QTest::newRow("indented cards") << "  " + QByteArray(kTwoPeople).replace("\n", "\n  ");
     QTest::newRow("fold by tab") << QByteArray(kTwoPeople).replace("\n  two", "\n\t two");
 }
 

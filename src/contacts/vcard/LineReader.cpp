@@ -21,6 +21,11 @@ const char *find(const char *begin, const char *end, char wanted)
     return found ? static_cast<const char *>(found) : end;
 }
 
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
 /// A quoted-printable value ends in '=' at a soft break, whatever few blanks a mail program put behind it.
 bool endsInSoftBreak(std::string_view text)
 {
@@ -33,6 +38,9 @@ bool endsInSoftBreak(std::string_view text)
 /// The lines that no value can swallow.
 bool isFrame(std::string_view line)
 {
+    const char first = line.empty() ? '\0' : upperAscii(line.front());
+    if (first != 'B' && first != 'E' && !isBlank(first))
+        return false;
     const std::string_view text = trimmed(line);
     return equalsIgnoringCase(text, "END:VCARD") || equalsIgnoringCase(text, "BEGIN:VCARD");
 }
@@ -65,6 +73,14 @@ LineReader::LineReader(const QByteArray &data)
     , m_end(m_at + m_data.size())
     , m_lineFeed(find(m_at, m_end, '\n'))
 { }
+
+bool LineReader::atFold() const
+{
+    if (m_indent == 0)
+        return m_at != m_end && isBlank(*m_at);
+    const auto wanted = static_cast<qsizetype>(m_indent) + 1;
+    return m_end - m_at >= wanted && std::all_of(m_at, m_at + wanted, isBlank);
+}
 
 std::string_view LineReader::takePhysicalLine()
 {
@@ -119,7 +135,7 @@ void LineReader::unfold(ContentLine &line, std::string_view first, HeadFinder he
         if (line.encoding == Encoding::QuotedPrintable && takeSoftBreak(text))
             continue;
         if (atFold())
-            text += takePhysicalLine().substr(1);
+            text += takePhysicalLine().substr(m_indent + 1);
         else if (line.encoding != Encoding::Base64 || atEnd() || !takeBase64(text))
             break;
         if (isHeadRead || !head.find(text))
@@ -136,6 +152,7 @@ bool LineReader::next(ContentLine &line)
 {
     std::string_view text;
     qint64 number = 0;
+    std::size_t indent = 0;
     do {
         if (atEnd())
             return false;
@@ -143,11 +160,16 @@ bool LineReader::next(ContentLine &line)
         text = takePhysicalLine();
         while (text.starts_with(kByteOrderMark)) // files joined into one bring theirs along
             text.remove_prefix(kByteOrderMark.size());
-        if (text.starts_with(' ') || text.starts_with('\t'))
+        indent = text.size();
+        if (!text.empty() && isBlank(text.front()))
             text = trimmed(text);
+        indent -= text.size();
     } while (text.empty());
+    const bool frames = isFrame(text);
+    if (frames)
+        m_indent = indent;
     HeadFinder head;
-    const bool isFolded = atFold();
+    const bool isFolded = !frames && atFold();
     if (!head.find(text) && !isFolded)
         head.findIgnoringQuotes(text);
     parseContentLine(line, text, head);

@@ -39,7 +39,7 @@ public:
 
 private:
     bool atEnd() const { return m_at == m_end; }
-    bool atFold() const { return m_at != m_end && (*m_at == ' ' || *m_at == '\t'); }
+    bool atFold() const;
     std::string_view takePhysicalLine();
     std::string_view peekPhysicalLine();
     bool takeSoftBreak(std::string &text);
@@ -51,5 +51,6 @@ private:
     const char *m_end;
     const char *m_lineFeed; // the first line feed at or after m_at, or m_end
     qint64 m_line = 0; // how many physical lines are behind m_at
+    std::size_t m_indent = 0; // blanks before the last BEGIN and thus before each line of its card
     TextBuffers m_buffers;
 };
