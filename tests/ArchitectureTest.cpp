@@ -26,6 +26,8 @@ private:
         {QStringLiteral("contacts/sqlite"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts/jsonl"),
                 QStringLiteral("contacts")}},
+        {QStringLiteral("table/dictionary"),
+            {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts")}},
         {QStringLiteral("scan"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts")}},
         {QStringLiteral("results"),

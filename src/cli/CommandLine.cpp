@@ -9,27 +9,39 @@
 
 #include <QLoggingCategory>
 
+#include <functional>
+
 namespace {
 
-void addImport(CLI::App &app, ImportOptions &options)
+/// What is left to do once the arguments are read: run the command that they named.
+using ChosenCommand = std::function<ExitStatus(const CommandContext &)>;
+
+void choose(CLI::App *command, ChosenCommand &chosen, const ChosenCommand &run)
+{
+    command->callback([&chosen, run] { chosen = run; });
+}
+
+void addImport(CLI::App &app, ImportOptions &options, ChosenCommand &chosen)
 {
     CLI::App *command = app.add_subcommand("import", "Add the records of vCard or JSON Lines files");
     command->add_option("--format", options.format, "What the files hold; without it, what they look like")
         ->check(CLI::IsMember({"vcard", "jsonl"}));
     command->add_flag("--replace", options.replace, "Replace stored records that have the same uid and other content");
     command->add_option("FILE", options.files, "Files to read; - is standard input")->required();
+    choose(command, chosen, [&options](const CommandContext &context) { return runImport(options, context); });
 }
 
-void addPeople(CLI::App &app, PeopleOptions &options)
+void addPeople(CLI::App &app, PeopleOptions &options, ChosenCommand &chosen)
 {
     CLI::App *command = app.add_subcommand("people", "Print whole records");
     command->add_option("--format", options.format, "How to print them")
         ->check(CLI::IsMember({"vcard", "jsonl"}))
         ->capture_default_str();
     command->add_option("UID", options.uids, "Only these records");
+    choose(command, chosen, [&options](const CommandContext &context) { return runPeople(options, context); });
 }
 
-void addScan(CLI::App &app, ScanOptions &options)
+void addScan(CLI::App &app, ScanOptions &options, ChosenCommand &chosen)
 {
     CLI::App *command = app.add_subcommand("scan", "Find contacts that are malformed, incomplete or duplicated");
     command->add_option("--condition", options.titles, "Look for this only; may be repeated, runs in the given order")
@@ -42,6 +54,7 @@ void addScan(CLI::App &app, ScanOptions &options)
     for (const Condition condition : preferredOrder())
         titles += "  " + std::string(conditionInfo(condition).title.data()) + "\n";
     command->footer(titles);
+    choose(command, chosen, [&options](const CommandContext &context) { return runScan(options, context); });
 }
 
 /// Sends diagnostic lines to the console's error stream while it lives, and nowhere when they are not wanted.
@@ -67,7 +80,7 @@ private:
     static void write(QtMsgType, const QMessageLogContext &context, const QString &line)
     {
         if (s_out)
-            *s_out << context.category << ": " << line.toStdString() << '\n';
+            *s_out << context.category << ": " << line.trimmed().toStdString() << '\n';
     }
 
     static inline std::ostream *s_out = nullptr; // a message handler is told nothing of its owner
@@ -91,9 +104,10 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &co
     ImportOptions importOptions;
     PeopleOptions peopleOptions;
     ScanOptions scanOptions;
-    addImport(app, importOptions);
-    addPeople(app, peopleOptions);
-    addScan(app, scanOptions);
+    ChosenCommand chosen;
+    addImport(app, importOptions, chosen);
+    addPeople(app, peopleOptions, chosen);
+    addScan(app, scanOptions, chosen);
 
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -101,14 +115,8 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &co
         return app.exit(error, console.out, console.err) == 0 ? ExitStatus::Done : ExitStatus::Usage;
     }
     const Diagnostics diagnostics(console, verbose);
-    CommandContext context{console, QString::fromLocal8Bit(where.c_str())};
-    ExitStatus status = ExitStatus::Usage;
-    if (app.got_subcommand("import"))
-        status = runImport(importOptions, context);
-    else if (app.got_subcommand("people"))
-        status = runPeople(peopleOptions, context);
-    else if (app.got_subcommand("scan"))
-        status = runScan(scanOptions, context);
+    const CommandContext context{console, QString::fromLocal8Bit(where.c_str())};
+    const ExitStatus status = chosen(context);
     if (!console.out.flush()) {
         console.err << "standard output: writing failed\n";
         return ExitStatus::Refused;

@@ -14,6 +14,7 @@ struct Console
     std::ostream &out; ///< data
     std::ostream &err; ///< everything else
     bool errIsTerminal = false; ///< progress may be shown there
+    bool inIsTerminal = false; ///< somebody can be asked there
 };
 
 /// The statuses that the program ends with.

@@ -11,6 +11,6 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     std::ios::sync_with_stdio(false);
-    Console console{std::cin, std::cout, std::cerr, ::isatty(STDERR_FILENO) == 1};
+    Console console{std::cin, std::cout, std::cerr, ::isatty(STDERR_FILENO) == 1, ::isatty(STDIN_FILENO) == 1};
     return int(runCommandLine({argv + 1, argv + argc}, console));
 }
