@@ -28,15 +28,22 @@ private:
                 QStringLiteral("contacts")}},
         {QStringLiteral("table/dictionary"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts")}},
+        {QStringLiteral("table/commit"),
+            {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
+                QStringLiteral("table/dictionary")}},
         {QStringLiteral("scan"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts")}},
         {QStringLiteral("results"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
                 QStringLiteral("scan")}},
+        {QStringLiteral("table"),
+            {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
+                QStringLiteral("table/dictionary"), QStringLiteral("table/commit")}},
         {QStringLiteral("cli"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts/jsonl"),
                 QStringLiteral("contacts"), QStringLiteral("contacts/sqlite"), QStringLiteral("scan"),
-                QStringLiteral("results")}},
+                QStringLiteral("results"), QStringLiteral("table/dictionary"), QStringLiteral("table/commit"),
+                QStringLiteral("table")}},
     };
 
     /// Outside headers that only one folder may know.

@@ -57,6 +57,32 @@ void addScan(CLI::App &app, ScanOptions &options, ChosenCommand &chosen)
     choose(command, chosen, [&options](const CommandContext &context) { return runScan(options, context); });
 }
 
+void addTable(CLI::App &app, TableOptions &options, ChosenCommand &chosen)
+{
+    CLI::App *command =
+        app.add_subcommand("table", "Print people as rows of the contact table, one JSON object a line");
+    command->add_option("UID", options.uids, "Only these people");
+    choose(command, chosen, [&options](const CommandContext &context) { return runTable(options, context); });
+}
+
+void addEdit(CLI::App &app, EditOptions &options, ChosenCommand &chosen)
+{
+    CLI::App *command = app.add_subcommand("edit", "Edit one cell of the contact table");
+    command->add_option("UID", options.uid, "Whose row")->required();
+    command->add_option("LABEL", options.label, "Which column, such as \"Home City\"")->required();
+    command->add_option("VALUE", options.value, "The new value; put -- before one that begins with a hyphen")
+        ->required();
+    choose(command, chosen, [&options](const CommandContext &context) { return runEdit(options, context); });
+}
+
+void addDelete(CLI::App &app, DeleteOptions &options, ChosenCommand &chosen)
+{
+    CLI::App *command = app.add_subcommand("delete", "Delete people from the address book");
+    command->add_option("UID", options.uids, "Whom")->required();
+    command->add_flag("--yes", options.yes, "Do not ask");
+    choose(command, chosen, [&options](const CommandContext &context) { return runDelete(options, context); });
+}
+
 /// Sends diagnostic lines to the console's error stream while it lives, and nowhere when they are not wanted.
 class Diagnostics
 {
@@ -104,10 +130,16 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &co
     ImportOptions importOptions;
     PeopleOptions peopleOptions;
     ScanOptions scanOptions;
+    TableOptions tableOptions;
+    EditOptions editOptions;
+    DeleteOptions deleteOptions;
     ChosenCommand chosen;
     addImport(app, importOptions, chosen);
     addPeople(app, peopleOptions, chosen);
     addScan(app, scanOptions, chosen);
+    addTable(app, tableOptions, chosen);
+    addEdit(app, editOptions, chosen);
+    addDelete(app, deleteOptions, chosen);
 
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

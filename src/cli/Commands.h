@@ -42,3 +42,24 @@ struct ScanOptions
     bool exitCode = false;
 };
 ExitStatus runScan(const ScanOptions &options, const CommandContext &context);
+
+struct TableOptions
+{
+    std::vector<std::string> uids; // empty: everybody
+};
+ExitStatus runTable(const TableOptions &options, const CommandContext &context);
+
+struct EditOptions
+{
+    std::string uid;
+    std::string label;
+    std::string value;
+};
+ExitStatus runEdit(const EditOptions &options, const CommandContext &context);
+
+struct DeleteOptions
+{
+    std::vector<std::string> uids;
+    bool yes = false; // delete without asking
+};
+ExitStatus runDelete(const DeleteOptions &options, const CommandContext &context);

@@ -115,6 +115,15 @@ ABPersonPtr ABAddressBook::personWithUniqueId(const QString &uid) const
     return found == index.end() ? nullptr : found->second;
 }
 
+bool ABAddressBook::containsRecord(const ABPersonPtr &person) const
+{
+    const std::scoped_lock lock(m_mutex);
+    if (person->pendingChanges() != m_pending)
+        return false;
+    const auto pending = m_pending->entryOf(person);
+    return !(pending && pending->removed);
+}
+
 QList<ABPersonPtr> ABAddressBook::recordsMatchingSearchElement(const ABSearchElement &element) const
 {
     QList<ABPersonPtr> matching;

@@ -41,6 +41,8 @@ public:
     PeopleSnapshot snapshot() const;
     /// Null when there is none.
     ABPersonPtr personWithUniqueId(const QString &uid) const;
+    /// False as soon as the person was removed, by whomever.
+    bool containsRecord(const ABPersonPtr &person) const;
     /// Whoever matches, in the order of people().
     QList<ABPersonPtr> recordsMatchingSearchElement(const ABSearchElement &element) const;
 

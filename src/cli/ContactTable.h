@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "cli/Commands.h"
+#include "cli/ConsoleAlertPanel.h"
+#include "table/LoadContactsViewController.h"
+
+/// The contact table as the command line uses it: filled at once, nobody watches it. What fails is printed.
+class ContactTable : public ContactTableDelegate
+{
+public:
+    ContactTable(const std::shared_ptr<ABAddressBook> &book, const CommandContext &context, bool answeredInAdvance);
+
+    void makeFreshButtonEnable() override { }
+    AlertPanel &alertPanel() override { return m_alertPanel; }
+    RowExporter *rowExporter() override { return nullptr; }
+
+    LoadContactsViewController &controller() { return m_controller; }
+    /// In the order of the uids; who is not there is reported and left out.
+    std::vector<int> rowsOf(const std::vector<std::string> &uids);
+    /// Something was reported, or a question stayed unanswered.
+    bool hasFailed() const { return m_hasFailed || m_alertPanel.hasUnanswered(); }
+
+private:
+    void report(const QString &line);
+
+    const CommandContext &m_context;
+    ConsoleAlertPanel m_alertPanel;
+    bool m_hasFailed = false;
+    LoadContactsViewController m_controller;
+};
