@@ -83,6 +83,12 @@ QString PersonDictionary::text(Field field) const
     return text ? *text : QString();
 }
 
+const QString *PersonDictionary::keptText(Field field) const
+{
+    const Entry *entry = find(field);
+    return entry ? entry->m_text : nullptr;
+}
+
 void PersonDictionary::setValue(const FieldValue &value, Field forField)
 {
     if (const auto *text = std::get_if<QString>(&value)) {
