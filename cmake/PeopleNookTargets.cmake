@@ -34,12 +34,13 @@ function(peoplenook_program name)
     target_link_libraries(${name} PRIVATE peoplenook_settings Qt6::Core ${ARG_LIBRARIES})
 endfunction()
 
-# peoplenook_test(NAME LIBRARIES lib...): tests/NAME.cpp is one Qt Test program, run by ctest from the source root.
+# peoplenook_test(NAME LIBRARIES lib...): tests/NAME.cpp is one Qt Test program, run by ctest from the source root,
+# without the desktop of whoever runs it.
 function(peoplenook_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
     peoplenook_program(${name} SOURCES ${name}.cpp LIBRARIES Qt6::Test testsupport ${ARG_LIBRARIES})
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
     set_tests_properties(${name} PROPERTIES ENVIRONMENT
-        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp"
+        "DBUS_SESSION_BUS_ADDRESS=;QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp"
         TIMEOUT 600)
 endfunction()

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/FailingStore.h"
 #include "contacts/MemoryStore.h"
+#include "contacts/open/OpenStore.h"
 #include "contacts/sqlite/SqliteStore.h"
+#include "support/PrivateDesktop.h"
 #include "support/TestPeople.h"
 
 #include <QTemporaryDir>
@@ -16,11 +18,19 @@ class StoreContractTest : public QObject
     Q_OBJECT
 
 private:
+    static constexpr std::array kKinds{"memory", "sqlite", "failing", "eds"};
+    PrivateDesktop m_desktop{20};
+    int m_usedBooks = 0;
+
     /// Opens another store on the same address book, like another program would.
     using Opener = std::function<StorePtr()>;
 
-    static Opener openerOf(const QString &kind)
+    Opener openerOf(const QString &kind)
     {
+        if (kind == QStringLiteral("eds")) {
+            const QString where = QStringLiteral("eds:book%1").arg(m_usedBooks++);
+            return [where]() -> StorePtr { return std::move(*openStore(where)); };
+        }
         if (kind == QStringLiteral("sqlite")) {
             const auto folder = std::make_shared<QTemporaryDir>();
             return [folder]() -> StorePtr {
@@ -36,8 +46,17 @@ private:
     static void addStores()
     {
         QTest::addColumn<QString>("kind");
-        for (const char *kind : {"memory", "sqlite", "failing"})
+        for (const char *kind : kKinds)
             QTest::newRow(kind) << QString::fromLatin1(kind);
+    }
+
+    /// The desktop's address books are cards: a line kept for a value that is not there has no place in one, and their
+    /// order is that of the uids.
+    static bool keepsCards(const QString &kind) { return kind == QStringLiteral("eds"); }
+
+    static bool isSame(const PersonRecord &a, const PersonRecord &b, const QString &kind)
+    {
+        return keepsCards(kind) ? a.hasSameValues(b) : a == b;
     }
 
     static PersonRecordPtr record(const char *json) { return recordFromText(json).record; }
@@ -55,11 +74,15 @@ private:
 
     static QString u(const char *text) { return QString::fromLatin1(text); }
 
+    bool isMissing(const QString &kind) const { return keepsCards(kind) && !m_desktop.problem().isEmpty(); }
+
 private Q_SLOTS:
     void recordsComeBackAsTheyWere_data() { addStores(); }
     void recordsComeBackAsTheyWere()
     {
         QFETCH(QString, kind);
+        if (isMissing(kind))
+            QSKIP(qPrintable(m_desktop.problem()));
         const auto open = openerOf(kind);
         std::vector<PersonRecordPtr> records{
             record("{}"),
@@ -77,12 +100,14 @@ private Q_SLOTS:
         for (std::size_t i = 0; i < records.size(); ++i)
             additions.push_back({QString::number(9 - qsizetype(i)), nullptr, records[i]});
         QVERIFY(open()->commit(additions));
-        const auto people = open()->loadAll();
+        auto people = open()->loadAll();
         QVERIFY(people);
         QCOMPARE(people->size(), records.size());
+        if (keepsCards(kind))
+            std::ranges::sort(*people, std::greater(), &StoredRecord::uid);
         for (std::size_t i = 0; i < records.size(); ++i) {
             QCOMPARE((*people)[i].uid, additions[i].uid);
-            QVERIFY2(*(*people)[i].record == *records[i], qPrintable(additions[i].uid));
+            QVERIFY2(isSame(*(*people)[i].record, *records[i], kind), qPrintable(additions[i].uid));
         }
     }
 
@@ -90,6 +115,8 @@ private Q_SLOTS:
     void changesReplaceExactlyWhatTheyName()
     {
         QFETCH(QString, kind);
+        if (isMissing(kind))
+            QSKIP(qPrintable(m_desktop.problem()));
         const auto open = openerOf(kind);
         const auto a = record("{'firstName':'A','email':[{'value':'1'},{'value':'2'}],'phone':[],'image':'AAE='}");
         const auto a2 = record("{'firstName':'A2','email':[],'phone':[{'value':'3'}],'urls':[{'value':'4'}]}");
@@ -109,7 +136,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("kind");
         QTest::addColumn<int>("fault");
-        for (const char *kind : {"memory", "sqlite", "failing"}) {
+        for (const char *kind : kKinds) {
             for (int fault = 0; fault < 4; ++fault)
                 QTest::addRow("%s %d", kind, fault) << u(kind) << fault;
         }
@@ -117,6 +144,8 @@ private Q_SLOTS:
     void commitsAreWholeOrNotAtAll()
     {
         QFETCH(QString, kind);
+        if (isMissing(kind))
+            QSKIP(qPrintable(m_desktop.problem()));
         QFETCH(int, fault);
         const auto open = openerOf(kind);
         const auto store = open();
@@ -137,6 +166,8 @@ private Q_SLOTS:
     void othersAreHeardOf()
     {
         QFETCH(QString, kind);
+        if (isMissing(kind))
+            QSKIP(qPrintable(m_desktop.problem()));
         const auto open = openerOf(kind);
         const auto mine = open();
         const auto theirs = open();
@@ -172,5 +203,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(StoreContractTest)
+QTEST_GUILESS_MAIN(StoreContractTest)
 #include "StoreContractTest.moc"

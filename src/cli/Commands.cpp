@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
 
-#include "contacts/sqlite/SqliteStore.h"
+#include "contacts/open/OpenStore.h"
 
 void CommandContext::report(const QString &line) const
 {
@@ -11,11 +11,7 @@ void CommandContext::report(const QString &line) const
 
 std::shared_ptr<ABAddressBook> CommandContext::openAddressBook() const
 {
-    if (where.startsWith(QStringLiteral("eds:"))) {
-        report(where % QStringLiteral(": this program was built without the desktop's address books"));
-        return nullptr;
-    }
-    auto store = SqliteStore::open(where.isEmpty() ? SqliteStore::defaultPath() : where);
+    auto store = openStore(where);
     if (!store) {
         report(store.error().text);
         return nullptr;

@@ -28,7 +28,8 @@ class AddressBookStore
 public:
     virtual ~AddressBookStore() = default;
 
-    /// Everybody, in the order in which they were added; the order is the same in every load.
+    /// Everybody, in the order in which they were added, or of their uids where the store does not know it; the order
+    /// is the same in every load.
     virtual Result<std::vector<StoredRecord>> loadAll() = 0;
 
     /// Makes all the changes, or none and says why. The changes of one set name each person once.

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+// GLib's own declarations.
+// NOLINTBEGIN(bugprone-reserved-identifier)
+using GCancellable = struct _GCancellable;
+using GMainContext = struct _GMainContext;
+using GMainLoop = struct _GMainLoop;
+// NOLINTEND(bugprone-reserved-identifier)
+
+/// The thread that all of libebook's objects live on, with a main loop of its own: the program's may be of another kind
+/// or may not run. A call of libebook that takes longer than allowed is cancelled by whoever waits for it.
+class CallGuard
+{
+public:
+    explicit CallGuard(std::chrono::milliseconds callLimit);
+    ~CallGuard();
+    CallGuard(const CallGuard &) = delete;
+    CallGuard &operator=(const CallGuard &) = delete;
+
+    /// Runs @p job on the thread and waits for it. False when a call inside could not even be cancelled: the job is
+    /// left to itself then and must own what it uses; later jobs are refused until it has ended.
+    bool run(std::function<void()> job);
+
+    /// Lasts for one call of libebook; made in its arguments, where it becomes the pointer that the call wants.
+    class Call
+    {
+    public:
+        explicit Call(CallGuard &guard);
+        ~Call();
+        Call(const Call &) = delete;
+        Call &operator=(const Call &) = delete;
+        operator GCancellable *() const { return m_cancellable; } // NOLINT(*-explicit-*): that is what it is for
+
+    private:
+        CallGuard &m_guard;
+        GCancellable *m_cancellable;
+    };
+    /// On the thread. The limit counts from here; what is done between calls may take as long as it does.
+    Call beginCall() { return Call(*this); }
+    std::chrono::milliseconds callLimit() const { return m_state->limit; }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    struct State
+    {
+        std::mutex mutex;
+        std::condition_variable ended; // a job, a call; or a call has begun
+        bool isBusy = false;
+        GCancellable *cancellable = nullptr; // of the current call; null between calls
+        unsigned calls = 0;
+        Clock::time_point deadline; // of the current call
+        std::chrono::milliseconds limit;
+        GMainContext *context = nullptr;
+        GMainLoop *loop = nullptr;
+        ~State();
+    };
+
+    std::shared_ptr<State> m_state; // shared with a thread that may be left behind
+    std::thread m_thread;
+};

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/Result.h"
+#include "contacts/eds/CallGuard.h"
+
+#include <QByteArray>
+
+#include <vector>
+
+/// An address book that the desktop offers.
+struct EdsSource
+{
+    QString uid;
+    QString name; ///< as its owner calls it
+    bool isDefault = false;
+};
+
+/// One address book of Evolution Data Server, as texts: libebook's typed getters add to a card what nobody wrote.
+/// The only place that knows libebook. All calls on the thread of the guard.
+///
+/// Errors. Unavailable: the daemon, the bus or the server behind the book is gone or silent, and whether a change was
+/// made is not known; the next call tries to connect anew. ReadOnly, Conflict (no such card, or one already), NotFound
+/// (no such book) and Io: refused, nothing was changed.
+class EdsBook
+{
+public:
+    struct Card
+    {
+        QByteArray uid;
+        QByteArray text;
+    };
+
+    /// An empty @p sourceUid stands for the desktop's default book.
+    EdsBook(QByteArray sourceUid, std::shared_ptr<CallGuard> guard);
+    ~EdsBook();
+    EdsBook(const EdsBook &) = delete;
+    EdsBook &operator=(const EdsBook &) = delete;
+
+    /// Whether the session's bus could start the daemon. Starts nothing.
+    static bool isOffered(CallGuard &guard);
+
+    /// The enabled address books.
+    Result<std::vector<EdsSource>> sources();
+    /// Does nothing while connected; reads and changes do it by themselves.
+    Result<void> connect();
+    void disconnect();
+
+    /// Known once connected.
+    const EdsSource &source() const { return m_source; }
+    bool isReadOnly() const { return m_isReadOnly; }
+
+    Result<std::vector<QByteArray>> uids();
+    /// The cards of at most kPageSize uids, in no order; those that are not there are left out.
+    Result<std::vector<Card>> cards(const QByteArray *uids, std::size_t count);
+    /// Changes with every change of the book; empty where the book does not tell.
+    QByteArray revision();
+
+    // Each of these is made whole or not at all, except where it is Unavailable. At most kPageSize at once.
+    Result<void> add(const std::vector<Card> &cards);
+    Result<void> modify(const std::vector<Card> &cards);
+    Result<void> remove(const std::vector<QByteArray> &uids);
+
+    /// The daemon's parser of queries refuses 1000.
+    static constexpr std::size_t kPageSize = 500;
+
+private:
+    Result<void> ensureRegistry();
+    void findRevisionObject();
+    Error takeError(void *error, const char *what);
+
+    std::shared_ptr<CallGuard> m_guard;
+    QByteArray m_sourceUid;
+    EdsSource m_source;
+    bool m_isReadOnly = false;
+    void *m_connection = nullptr; // GDBusConnection
+    void *m_registry = nullptr; // ESourceRegistry
+    void *m_client = nullptr; // EBookClient
+    QByteArray m_revisionName;
+    QByteArray m_revisionPath;
+};

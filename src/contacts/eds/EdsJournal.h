@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/Result.h"
+
+#include <QByteArray>
+
+#include <vector>
+
+/// What a save is about to do to each card, on the disk before the daemon is asked. A journal that is still there tells
+/// that nobody knows how the save ended; one that ended well is kept as the history of the book.
+/// One folder a book. Not for two programs at once: each has a journal of its own.
+class EdsJournal
+{
+public:
+    struct Entry
+    {
+        QByteArray uid;
+        QByteArray before; ///< the card as it was, picture included; null: there was none
+        QByteArray after; ///< the card that was asked for; null: it is to be removed
+    };
+
+    explicit EdsJournal(QString folder);
+
+    /// Io: nothing is on the disk and nothing must be changed.
+    Result<void> begin(const std::vector<Entry> &entries);
+    /// The save is in the book, whole: the journal becomes history.
+    void finish();
+    /// Nothing of the save is in the book.
+    void discard();
+    /// A save whose end is not known, of this program or of one that is gone; empty where there is none. A journal that
+    /// cannot be read is put aside.
+    std::vector<Entry> unfinished();
+
+private:
+    void moveToHistory();
+
+    QString m_folder;
+    QString m_current; // the file that begin() or unfinished() stands on; empty for none
+};
+
+/// The folder of one book's journal, history and backups in the program's @p dataFolder.
+QString folderOfBook(const QString &dataFolder, const QString &sourceUid);
+/// Writes @p text as a new file, on the disk when this returns.
+Result<void> writeDurably(const QString &path, const QByteArray &text);
+/// Removes all but the newest of the files that match; their names must sort by age.
+void keepNewest(const QString &folder, const QString &pattern, qsizetype count);

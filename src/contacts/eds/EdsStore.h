@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/AddressBookStore.h"
+#include "contacts/eds/EdsModule.h"
+
+#include <memory>
+
+class CallGuard;
+class EdsSession;
+
+/// An address book of the desktop, kept by Evolution Data Server (docs/eds.md). No call blocks for longer than the
+/// limit that it was opened with, per request to the daemon.
+///
+/// What differs from other stores: people come in the order of their uids; the lines of a card that no property holds
+/// stay as they are in the book unless a change takes one away or adds one; the daemon knows no transaction over
+/// several kinds of changes, so a commit that fails half-way is taken back, if need be when the daemon is there again.
+class EdsStore : public AddressBookStore
+{
+public:
+    static Result<std::unique_ptr<EdsStore>> open(const EdsRequest &request);
+    static Result<std::vector<EdsBookInfo>> books(const EdsRequest &request);
+    /// Whether the session's bus could start the daemon. Starts nothing.
+    static bool isOffered();
+    ~EdsStore() override;
+
+    Result<std::vector<StoredRecord>> loadAll() override;
+    Result<void> commit(const std::vector<RecordChange> &changes) override;
+    Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    bool canWrite() const override { return m_canWrite; }
+    QString name() const override { return m_name; }
+
+private:
+    explicit EdsStore(const EdsRequest &request);
+    /// The result of @p job, run on the guard's thread.
+    template <typename T, typename Job> Result<T> onThread(Job job) const;
+
+    std::shared_ptr<CallGuard> m_guard;
+    std::shared_ptr<EdsSession> m_session; // shared with a job that may be left behind
+    bool m_canWrite = true;
+    QString m_name;
+};

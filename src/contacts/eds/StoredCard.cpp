@@ -1,0 +1,231 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/eds/StoredCard.h"
+
+#include "contacts/vcard/CardParts.h"
+#include "contacts/vcard/CardPatch.h"
+#include "contacts/vcard/VCardReader.h"
+#include "contacts/vcard/VCardWriter.h"
+
+#include <QFile>
+#include <QUrl>
+
+namespace {
+
+constexpr QByteArrayView kNumber{";X-EVOLUTION-E164="};
+constexpr QByteArrayView kGoogleLabel{";X-GOOGLE-LABEL="};
+constexpr QByteArrayView kOther{";TYPE=OTHER"};
+
+/// Where the parameter that begins at @p at ends.
+qsizetype endOfParam(const QByteArray &line, qsizetype at)
+{
+    bool inQuotes = false;
+    for (++at; at < line.size(); ++at) {
+        if (line[at] == '"')
+            inQuotes = !inQuotes;
+        else if (!inQuotes && (line[at] == ';' || line[at] == ':'))
+            break;
+    }
+    return at;
+}
+
+/// Removes a parameter; its value without quotes, null where there is none. Commas inside quotes are no separators.
+QByteArray takeParam(QByteArray &line, QByteArrayView start)
+{
+    const qsizetype at = QByteArrayView(line).indexOf(start);
+    if (at < 0 || at > line.indexOf(':'))
+        return {};
+    const qsizetype end = endOfParam(line, at);
+    QByteArray value = line.mid(at + start.size(), end - at - start.size());
+    if (value.startsWith('"') && value.endsWith('"') && value.size() > 1)
+        value = value.sliced(1, value.size() - 2);
+    line.remove(at, end - at);
+    return value.isNull() ? QByteArray("") : value;
+}
+
+/// The number stands there as `1234,"+49"`, so it ends at the next ';' or ':' as well.
+void dropNumber(QByteArray &line)
+{
+    takeParam(line, kNumber);
+}
+
+/// The label in a content line `item1.X-ABLabel:text` of the group that @p line is in; empty where there is none.
+QByteArray spelledLabel(const QByteArray &text, const QByteArray &line)
+{
+    const qsizetype dot = line.indexOf('.');
+    if (dot <= 0)
+        return {};
+    const QByteArray head = '\n' + line.first(dot) + ".X-ABLabel:";
+    const qsizetype at = text.indexOf(head);
+    if (at < 0)
+        return {};
+    QByteArray label;
+    for (qsizetype i = at + head.size(); i < text.size(); ++i) {
+        if (text[i] == '\r' || text[i] == '\n') {
+            const qsizetype next = text[i] == '\r' && text.mid(i + 1, 1) == "\n" ? i + 2 : i + 1;
+            if (next >= text.size() || (text[next] != ' ' && text[next] != '\t'))
+                break;
+            i = next;
+        } else {
+            label += text[i];
+        }
+    }
+    return label;
+}
+
+/// The label as it stands in X-GOOGLE-LABEL; empty where that cannot hold it.
+QByteArray parameterText(QByteArray label)
+{
+    const bool breaksOut = std::ranges::any_of(
+        label, [](char c) { return c == '"' || (static_cast<unsigned char>(c) < ' ') || c == '\x7F'; });
+    if (breaksOut || label.contains("\\n") || label.contains("\\N"))
+        return {};
+    return label.replace("\\,", ",").replace("\\;", ";").replace("\\\\", "\\");
+}
+
+bool isLabelled(const QByteArray &line)
+{
+    const qsizetype dot = line.indexOf('.');
+    const QByteArrayView name = QByteArrayView(line).sliced(dot + 1);
+    return dot > 0 && (name.startsWith("EMAIL") || name.startsWith("TEL") || name.startsWith("ADR"));
+}
+
+QByteArray unfoldedLine(const QByteArray &text, qsizetype begin, qsizetype &end)
+{
+    QByteArray line;
+    for (;;) {
+        end = text.indexOf('\n', begin);
+        end = end < 0 ? text.size() : end + 1;
+        qsizetype length = end - begin;
+        while (length > 0 && (text[begin + length - 1] == '\n' || text[begin + length - 1] == '\r'))
+            --length;
+        line.append(text.constData() + begin, length);
+        if (end >= text.size() || (text[end] != ' ' && text[end] != '\t'))
+            return line;
+        begin = end + 1;
+    }
+}
+
+bool needsWork(const QByteArray &text, qsizetype begin, qsizetype end)
+{
+    const QByteArrayView line = QByteArrayView(text).sliced(begin, end - begin);
+    return line.contains(kNumber) || line.contains(kGoogleLabel);
+}
+
+QByteArray asOwnWriting(const QByteArray &text, QByteArray line)
+{
+    dropNumber(line);
+    const QByteArray label = parameterText(spelledLabel(text, line));
+    QByteArray bare = line;
+    const QByteArray google = takeParam(bare, kGoogleLabel);
+    if (label.isEmpty() || google != label)
+        return line + "\r\n";
+    takeParam(bare, kOther);
+    return bare + "\r\n";
+}
+
+bool isFilePicture(QByteArrayView line)
+{
+    return line.startsWith("PHOTO") && line.contains("file://");
+}
+
+QByteArray fileContent(const QByteArray &line)
+{
+    const QByteArray uri = line.mid(line.indexOf("file://")).trimmed();
+    QFile file(QUrl::fromEncoded(uri).toLocalFile());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Labels of the user's own, for those who do not know X-ABLabel.
+QByteArray withGoogleLabels(const QByteArray &card)
+{
+    QByteArray result;
+    result.reserve(card.size() + card.size() / 4);
+    qsizetype end = 0;
+    for (qsizetype begin = 0; begin < card.size(); begin = end) {
+        QByteArray line = unfoldedLine(card, begin, end);
+        const bool isPlain = isLabelled(line) && !line.first(line.indexOf(':')).contains(";TYPE=")
+            && QByteArrayView(line).indexOf(kGoogleLabel) < 0;
+        const QByteArray label = isPlain ? parameterText(spelledLabel(card, line)) : QByteArray();
+        if (label.isEmpty()) {
+            result += card.mid(begin, end - begin);
+            continue;
+        }
+        const qsizetype head = std::min(line.indexOf(':'), endOfParam(line, 0));
+        result += line.insert(head, kOther.toByteArray() + kGoogleLabel.toByteArray() + '"' + label + '"') + "\r\n";
+    }
+    return result;
+}
+
+} // namespace
+
+QByteArray StoredCard::normalised(const QByteArray &text)
+{
+    QByteArray result;
+    result.reserve(text.size());
+    qsizetype end = 0;
+    qsizetype kept = 0; // up to where the text is in the result
+    const auto copyUpTo = [&](qsizetype position) { result.append(text.constData() + kept, position - kept); };
+    for (qsizetype begin = 0; begin < text.size(); begin = end) {
+        do { // with its folds
+            end = text.indexOf('\n', end);
+            end = end < 0 ? text.size() : end + 1;
+        } while (end < text.size() && (text[end] == ' ' || text[end] == '\t'));
+        const bool isStamp = QByteArrayView(text).sliced(begin).startsWith("REV:");
+        if (!isStamp && !needsWork(text, begin, end))
+            continue;
+        copyUpTo(begin);
+        kept = end;
+        qsizetype lineEnd = 0;
+        if (!isStamp)
+            result += asOwnWriting(text, unfoldedLine(text, begin, lineEnd));
+    }
+    copyUpTo(text.size());
+    return result;
+}
+
+PersonRecordPtr StoredCard::recordOf(const QByteArray &text)
+{
+    if (text.contains("\nX-EVOLUTION-LIST:TRUE"))
+        return nullptr;
+    VCardReader reader(normalised(text));
+    PersonRecordPtr record = reader.next().record;
+    if (!record || !text.contains("\nPHOTO"))
+        return record;
+    std::vector<KeptLine> kept = record->keptLines();
+    const auto line = std::ranges::find_if(
+        kept, [](const KeptLine &each) { return each.basis.isNull() && isFilePicture(each.text.toUtf8()); });
+    if (line == kept.end() || record->imageData())
+        return record;
+    const QByteArray picture = fileContent(line->text.toUtf8());
+    if (picture.isEmpty())
+        return record;
+    kept.erase(line);
+    auto whole = std::make_shared<PersonRecord>(*record);
+    whole->setKeptLines(std::move(kept));
+    whole->setImageData(picture);
+    return whole;
+}
+
+QByteArray StoredCard::cardOf(const QString &uid, const PersonRecord &record)
+{
+    return withGoogleLabels(vCardFromRecord(uid, record));
+}
+
+QByteArray StoredCard::patched(const QByteArray &text, const QString &uid, const PersonRecord &after)
+{
+    const PersonRecordPtr before = recordOf(text);
+    return before ? patchedCard(text, cardOf(uid, after), {uid, *before, after}) : QByteArray();
+}
+
+QByteArray StoredCard::withPictureInside(const QByteArray &text)
+{
+    QByteArray result;
+    qsizetype end = 0;
+    for (qsizetype begin = 0; begin < text.size(); begin = end) {
+        const QByteArray line = unfoldedLine(text, begin, end);
+        const QByteArray picture = isFilePicture(line) ? fileContent(line) : QByteArray();
+        result += picture.isEmpty() ? text.mid(begin, end - begin) : "PHOTO;ENCODING=b:" + picture.toBase64() + "\r\n";
+    }
+    return result;
+}

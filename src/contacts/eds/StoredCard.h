@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/record/PersonRecord.h"
+
+#include <QByteArray>
+
+/// Cards as Evolution Data Server keeps them (seen with 3.46): it stamps them (REV), puts a normalised number beside
+/// each phone number and moves inline pictures into files of its own. Whom it shows cards to (GNOME Contacts,
+/// Evolution) reads labels of the user's own from X-GOOGLE-LABEL only.
+namespace StoredCard {
+
+/// @p text without what the daemon adds by itself and what we add for other programs: two texts that differ otherwise
+/// say different things.
+QByteArray normalised(const QByteArray &text);
+
+/// Null for what is no person: a list of contacts. A picture is read from the daemon's file; where that cannot be
+/// read, its line is kept and the record has none.
+PersonRecordPtr recordOf(const QByteArray &text);
+
+/// A new card for the daemon.
+QByteArray cardOf(const QString &uid, const PersonRecord &record);
+
+/// @p text with the difference between recordOf(text) and @p after. Null where the text is no card.
+QByteArray patched(const QByteArray &text, const QString &uid, const PersonRecord &after);
+
+/// @p text with the picture in it instead of in a file, so that it can stand alone.
+QByteArray withPictureInside(const QByteArray &text);
+
+} // namespace StoredCard

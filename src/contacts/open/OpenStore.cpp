@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/open/OpenStore.h"
+
+#include "contacts/open/DesktopModule.h"
+#include "contacts/sqlite/SqliteStore.h"
+
+#include <QFileInfo>
+#include <QLoggingCategory>
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcOpen, "peoplenook.open")
+
+const QString kDesktop = QStringLiteral("eds:");
+
+EdsRequest requestFor(const QString &sourceUid)
+{
+    return {sourceUid, QFileInfo(SqliteStore::defaultPath()).path()};
+}
+
+Result<std::unique_ptr<AddressBookStore>> openDesktop(const QString &sourceUid)
+{
+    const auto module = DesktopModule::load();
+    if (!module)
+        return Error{module.error().kind, kDesktop % sourceUid % QStringLiteral(": ") % module.error().text};
+    return (*module)->open(requestFor(sourceUid));
+}
+
+} // namespace
+
+Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where)
+{
+    if (where.startsWith(kDesktop))
+        return openDesktop(where.sliced(kDesktop.size()));
+    if (where.isEmpty() && DesktopModule::isOffered()) {
+        auto store = openDesktop(QString());
+        if (store)
+            return store;
+        qCWarning(lcOpen).noquote() << store.error().text % QStringLiteral("; the address book file is opened instead");
+    }
+    auto store = SqliteStore::open(where.isEmpty() ? SqliteStore::defaultPath() : where);
+    if (!store)
+        return store.error();
+    return std::unique_ptr<AddressBookStore>(std::move(*store));
+}
+
+std::vector<KnownBook> knownBooks()
+{
+    std::vector<KnownBook> books{{SqliteStore::defaultPath(), SqliteStore::defaultPath(), true}};
+    if (!DesktopModule::isOffered())
+        return books;
+    const auto desktop = (*DesktopModule::load())->books(requestFor(QString()));
+    if (!desktop)
+        return books;
+    for (const auto &[uid, name, isDefault] : *desktop) {
+        books.push_back({kDesktop % uid, name, isDefault});
+        books.front().isDefault = books.front().isDefault && !isDefault;
+    }
+    return books;
+}
