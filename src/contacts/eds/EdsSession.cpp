@@ -7,17 +7,13 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <future>
 
 namespace {
 
 /// Far below what a message of the bus may hold (128 MiB), so that a daemon that adds to the texts stays below it too.
 constexpr qsizetype kMostBytesAtOnce = qsizetype(16) * 1024 * 1024;
 constexpr qsizetype kBackups = 10;
-
-std::size_t digestOf(const QByteArray &text)
-{
-    return std::max<std::size_t>(qHash(StoredCard::normalised(text)), 1);
-}
 
 QByteArray textIn(const std::map<QByteArray, QByteArray> &texts, const QByteArray &uid)
 {
@@ -126,17 +122,26 @@ Result<std::vector<StoredRecord>> EdsSession::loadAll()
     const QByteArray revision = m_book.revision();
     std::vector<StoredRecord> people;
     QHash<QByteArray, std::size_t> seen;
+    // One page is read into records while the daemon puts the next one together.
+    std::future<void> reading;
     const auto take = [&](std::vector<Card> &page) {
-        std::ranges::sort(page, {}, &Card::uid);
-        for (const Card &card : page) {
-            PersonRecordPtr record = StoredCard::recordOf(card.text);
-            if (!record)
-                continue;
-            seen.insert(card.uid, digestOf(card.text));
-            people.push_back({QString::fromUtf8(card.uid), std::move(record)});
-        }
+        if (reading.valid())
+            reading.get();
+        reading = std::async(std::launch::async, [&people, &seen, cards = std::move(page)]() mutable {
+            std::ranges::sort(cards, {}, &Card::uid);
+            const auto records = StoredCard::read(cards);
+            for (std::size_t i = 0; i < cards.size(); ++i) {
+                if (!records[i].record)
+                    continue;
+                seen.insert(cards[i].uid, records[i].digest);
+                people.push_back({QString::fromUtf8(cards[i].uid), records[i].record});
+            }
+        });
     };
-    if (auto read = readBook(take); !read)
+    const auto read = readBook(take);
+    if (reading.valid())
+        reading.get();
+    if (!read)
         return read.error();
     m_seen = std::move(seen);
     m_seenRevision = revision;
@@ -154,15 +159,14 @@ Result<std::vector<OutsideChange>> EdsSession::takeChangesFromOutside()
     std::vector<OutsideChange> changes;
     QHash<QByteArray, std::size_t> seen;
     const auto take = [&](std::vector<Card> &page) {
-        for (const Card &card : page) {
-            const std::size_t digest = digestOf(card.text);
-            const bool isKnown = m_seen.value(card.uid) == digest;
-            const PersonRecordPtr record = isKnown ? nullptr : StoredCard::recordOf(card.text);
-            if (!isKnown && !record)
+        const auto records = StoredCard::read(page);
+        for (std::size_t i = 0; i < page.size(); ++i) {
+            const auto &[record, digest] = records[i];
+            if (!record)
                 continue;
-            seen.insert(card.uid, digest);
-            if (record)
-                changes.push_back({QString::fromUtf8(card.uid), record});
+            seen.insert(page[i].uid, digest);
+            if (m_seen.value(page[i].uid) != digest)
+                changes.push_back({QString::fromUtf8(page[i].uid), record});
         }
     };
     if (auto read = readBook(take); !read)

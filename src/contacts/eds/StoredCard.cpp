@@ -136,6 +136,29 @@ QByteArray fileContent(const QByteArray &line)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+bool isList(const QByteArray &text)
+{
+    return text.contains("\nX-EVOLUTION-LIST:TRUE");
+}
+
+/// The record with the picture that its card names by the daemon's file.
+PersonRecordPtr withPicture(const PersonRecordPtr &record, const QByteArray &text)
+{
+    if (!record || record->imageData() || !text.contains("\nPHOTO"))
+        return record;
+    std::vector<KeptLine> kept = record->keptLines();
+    const auto line = std::ranges::find_if(
+        kept, [](const KeptLine &each) { return each.basis.isNull() && isFilePicture(each.text.toUtf8()); });
+    const QByteArray picture = line == kept.end() ? QByteArray() : fileContent(line->text.toUtf8());
+    if (picture.isEmpty())
+        return record;
+    kept.erase(line);
+    auto whole = std::make_shared<PersonRecord>(*record);
+    whole->setKeptLines(std::move(kept));
+    whole->setImageData(picture);
+    return whole;
+}
+
 /// Labels of the user's own, for those who do not know X-ABLabel.
 QByteArray withGoogleLabels(const QByteArray &card)
 {
@@ -186,25 +209,36 @@ QByteArray StoredCard::normalised(const QByteArray &text)
 
 PersonRecordPtr StoredCard::recordOf(const QByteArray &text)
 {
-    if (text.contains("\nX-EVOLUTION-LIST:TRUE"))
+    if (isList(text))
         return nullptr;
     VCardReader reader(normalised(text));
-    PersonRecordPtr record = reader.next().record;
-    if (!record || !text.contains("\nPHOTO"))
-        return record;
-    std::vector<KeptLine> kept = record->keptLines();
-    const auto line = std::ranges::find_if(
-        kept, [](const KeptLine &each) { return each.basis.isNull() && isFilePicture(each.text.toUtf8()); });
-    if (line == kept.end() || record->imageData())
-        return record;
-    const QByteArray picture = fileContent(line->text.toUtf8());
-    if (picture.isEmpty())
-        return record;
-    kept.erase(line);
-    auto whole = std::make_shared<PersonRecord>(*record);
-    whole->setKeptLines(std::move(kept));
-    whole->setImageData(picture);
-    return whole;
+    return withPicture(reader.next().record, text);
+}
+
+std::vector<StoredCard::Read> StoredCard::read(const std::vector<EdsBook::Card> &cards)
+{
+    std::vector<Read> results;
+    results.reserve(cards.size());
+    QByteArray people;
+    for (const auto &card : cards) {
+        const QByteArray text = normalised(card.text);
+        results.push_back({nullptr, std::max<std::size_t>(qHash(text), 1)});
+        if (!isList(text))
+            people += text + "\r\n";
+    }
+    // A reader is expensive to make. It passes over a card that is no person, so the uid tells which one it read.
+    VCardReader reader(people);
+    std::size_t at = 0;
+    for (ImportedRecord person = reader.next(); person.record; person = reader.next()) {
+        const QByteArray uid = person.uid.toUtf8();
+        const auto found = std::find_if(
+            cards.begin() + qsizetype(at), cards.end(), [&uid](const EdsBook::Card &card) { return card.uid == uid; });
+        if (found == cards.end())
+            continue;
+        at = std::size_t(found - cards.begin());
+        results[at].record = withPicture(person.record, found->text);
+    }
+    return results;
 }
 
 QByteArray StoredCard::cardOf(const QString &uid, const PersonRecord &record)
