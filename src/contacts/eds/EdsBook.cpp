@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <ranges>
+#include <string_view>
 
 namespace {
 
@@ -90,6 +91,26 @@ QByteArray lastNameIn(GVariant *names, const char *prefix)
     }
     g_variant_iter_free(iterator);
     return found;
+}
+
+/// The uid in a card's text; empty where that would take more than a look. Asking libebook makes it parse the whole
+/// card, which costs more than the card's way through the bus.
+QByteArray plainUid(std::string_view text)
+{
+    constexpr std::string_view head = "\nUID:";
+    const std::size_t at = text.find(head);
+    if (at == std::string_view::npos)
+        return {};
+    const std::size_t begin = at + head.size();
+    const std::size_t end = text.find('\n', begin);
+    if (end == std::string_view::npos || end + 1 >= text.size() || text[end + 1] == ' ' || text[end + 1] == '\t')
+        return {};
+    std::string_view uid = text.substr(begin, end - begin);
+    if (uid.ends_with('\r'))
+        uid.remove_suffix(1);
+    if (uid.find('\\') != std::string_view::npos)
+        return {};
+    return {uid.data(), qsizetype(uid.size())};
 }
 
 ESourceRegistry *registry(void *object)
@@ -316,8 +337,10 @@ Result<std::vector<EdsBook::Card>> EdsBook::cards(const QByteArray *uids, std::s
     for (GSList *at = list; at; at = at->next) {
         auto *contact = static_cast<EContact *>(at->data);
         char *text = e_vcard_to_string(E_VCARD(contact), EVC_FORMAT_VCARD_30);
-        const char *uid = static_cast<const char *>(e_contact_get_const(contact, E_CONTACT_UID));
-        cards.push_back({QByteArray(uid), QByteArray(text)});
+        QByteArray uid = plainUid(text);
+        if (uid.isEmpty())
+            uid = static_cast<const char *>(e_contact_get_const(contact, E_CONTACT_UID));
+        cards.push_back({uid, QByteArray(text)});
         g_free(text);
     }
     g_slist_free_full(list, g_object_unref);
