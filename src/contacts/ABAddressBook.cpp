@@ -5,6 +5,7 @@
 #include "contacts/PendingChanges.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace {
 
@@ -170,6 +171,23 @@ bool ABAddressBook::removeRecord(const ABPersonPtr &person, Error *error)
     m_removedPeople.emplace(person->uniqueId(), person);
     erase(person);
     return true;
+}
+
+void ABAddressBook::withdraw(const std::vector<ABPersonPtr> &added)
+{
+    const std::scoped_lock lock(m_mutex);
+    std::unordered_set<const ABPerson *> withdrawn;
+    for (const auto &person : added) {
+        const auto pending = m_pending->entryOf(person);
+        if (!pending || pending->before || person->pendingChanges() != m_pending)
+            continue;
+        withdrawn.insert(person.get());
+        m_pending->settle(person.get(), nullptr, false);
+        person->setPendingChanges(nullptr);
+        m_uidIndex.erase(person->uniqueId());
+    }
+    m_pending->touch();
+    std::erase_if(m_people, [&withdrawn](const ABPersonPtr &person) { return withdrawn.contains(person.get()); });
 }
 
 bool ABAddressBook::hasUnsavedChanges() const

@@ -52,6 +52,9 @@ public:
     /// False for a person that is not in the address book. Its uid is free again only after save().
     bool removeRecord(const ABPersonPtr &person, Error *error = nullptr);
 
+    /// Takes additions back that are not saved yet; people who are saved, or not here, are passed over.
+    void withdraw(const std::vector<ABPersonPtr> &added);
+
     /// Writes all pending changes, whole or not at all. Where somebody else changed a person meanwhile, only the
     /// properties changed here are written over theirs.
     /// False: the store refused, nothing was written and everything stays pending; or (Conflict) somebody else removed
