@@ -30,13 +30,16 @@ private:
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts")}},
         {QStringLiteral("scan"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts")}},
+        {QStringLiteral("fix"),
+            {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
+                QStringLiteral("table/dictionary"), QStringLiteral("scan")}},
         {QStringLiteral("results"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
-                QStringLiteral("scan")}},
+                QStringLiteral("table/dictionary"), QStringLiteral("scan"), QStringLiteral("fix")}},
         {QStringLiteral("cli"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts/jsonl"),
                 QStringLiteral("contacts"), QStringLiteral("contacts/sqlite"), QStringLiteral("scan"),
-                QStringLiteral("results")}},
+                QStringLiteral("fix"), QStringLiteral("results")}},
     };
 
     /// Outside headers that only one folder may know.
