@@ -20,6 +20,10 @@ struct CommandContext
     void report(const QString &line) const;
 };
 
+/// A text as UTF-8 with blanks for all characters that would begin another line or move the cursor: names, labels and
+/// notes may hold anything.
+std::string onOneLine(QString text);
+
 struct ImportOptions
 {
     std::string format; // empty: by content
@@ -63,3 +67,21 @@ struct DeleteOptions
     bool yes = false; // delete without asking
 };
 ExitStatus runDelete(const DeleteOptions &options, const CommandContext &context);
+
+struct FixOptions
+{
+    std::string group;
+    std::string option;
+    std::vector<std::string> uids;
+    bool all = false; ///< instead of uids
+    bool yes = false;
+};
+ExitStatus runFix(const FixOptions &options, const CommandContext &context);
+
+struct PreviewOptions
+{
+    std::string group;
+    std::string option;
+    std::string uid;
+};
+ExitStatus runPreview(const PreviewOptions &options, const CommandContext &context);

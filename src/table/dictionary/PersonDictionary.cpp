@@ -3,19 +3,11 @@
 #include "table/dictionary/PersonDictionary.h"
 
 #include "contacts/record/ABLabels.h"
+#include "contacts/record/NameTexts.h"
 
 #include <algorithm>
 
 namespace {
-
-const QString kMissing = QStringLiteral("(null)");
-
-QString fullName(const PersonRecord &record)
-{
-    const QString *first = record.text(kABFirstNameProperty);
-    const QString *last = record.text(kABLastNameProperty);
-    return (first ? *first : kMissing) % (last ? *last : kMissing);
-}
 
 Field operator+(Field field, int offset)
 {
@@ -65,7 +57,7 @@ FieldValue PersonDictionary::value(const Entry &entry) const
         return *entry.m_text;
     if (entry.m_field == Field::Birthday)
         return m_birthday;
-    return fullName(*m_record);
+    return nameKey(*m_record);
 }
 
 FieldValue PersonDictionary::value(Field field) const
