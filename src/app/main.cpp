@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/AppDelegate.h"
+#include "app/Appearance.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QIcon>
+#include <QTimer>
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("peoplenook"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Brindle PeopleNook"));
+    QApplication::setApplicationVersion(QStringLiteral(PEOPLENOOK_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("org.peoplenook.PeopleNook"));
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/art/peoplenook.png")));
+
+    QCommandLineParser arguments;
+    arguments.addHelpOption();
+    arguments.addVersionOption();
+    const QCommandLineOption where(
+        QStringLiteral("address-book"), QStringLiteral("The address book: a file."), QStringLiteral("WHERE"));
+    const QCommandLineOption scheme(QStringLiteral("appearance"),
+        QStringLiteral("light or dark, whatever the desktop has."), QStringLiteral("SCHEME"));
+    arguments.addOptions({where, scheme});
+    arguments.addPositionalArgument(
+        QStringLiteral("FILE"), QStringLiteral("vCard files to import."), QStringLiteral("[FILE...]"));
+    arguments.process(application);
+
+    Appearance appearance;
+    if (arguments.isSet(scheme)) {
+        const bool isDark = arguments.value(scheme) == QStringLiteral("dark");
+        appearance.setScheme(isDark ? Appearance::Scheme::Dark : Appearance::Scheme::Light);
+    }
+    AppDelegate delegate;
+    QObject::connect(&delegate, &AppDelegate::addressBookOpened, &delegate, [&](bool isOpen) {
+        if (isOpen && !arguments.positionalArguments().isEmpty())
+            delegate.importFiles(arguments.positionalArguments());
+    });
+    delegate.applicationDidFinishLaunching(arguments.value(where));
+    return QApplication::exec();
+}
