@@ -39,11 +39,14 @@ ActivityLog::~ActivityLog()
     s_log = nullptr;
 }
 
-void ActivityLog::takeDiagnostic(QtMsgType, const QMessageLogContext &context, const QString &text)
+void ActivityLog::takeDiagnostic(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    print(context.category ? context.category : "default", text);
+    const QLatin1StringView category(context.category ? context.category : "default");
+    const bool isOurs = category.startsWith(QLatin1StringView("peoplenook."));
+    if (isOurs || type != QtDebugMsg)
+        print(category.data(), text);
     ActivityLog *log = s_log;
-    if (log && QLatin1StringView(context.category).startsWith(QLatin1StringView("peoplenook.")))
+    if (log && isOurs)
         log->append(Kind::Diagnostic, text.trimmed());
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ContactTableView.h"
 
+#include "app/Counted.h"
 #include "table/ColumnMenus.h"
 
 #include <QApplication>
@@ -183,7 +184,8 @@ void ContactTableView::updateSummary()
 {
     const int all = m_controller.numberOfRowsInTableView();
     const int shown = m_rows.rowCount();
-    m_summary->setText(shown == all ? tr("%Ln contact(s)", nullptr, all) : tr("%L1 of %L2").arg(shown).arg(all));
+    m_summary->setText(
+        shown == all ? counted(all, tr("contact"), tr("contacts")) : tr("%L1 of %L2").arg(shown).arg(all));
     m_pages->setCurrentWidget(all == 0 ? m_emptyPage : m_table);
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ImportWindow.h"
 
+#include "app/Counted.h"
 #include "contacts/RecordImporter.h"
 
 #include <QDialogButtonBox>
@@ -110,11 +111,12 @@ void ImportWindow::showProgress(const QString &path, int percent)
 void ImportWindow::showReport(const Report &report)
 {
     m_isRunning = false;
-    QStringList sentences{tr("Imported %Ln contact(s).", nullptr, int(report.imported))};
+    QStringList sentences{tr("Imported %1.").arg(counted(report.imported, tr("contact"), tr("contacts")))};
     if (report.alreadyThere > 0)
-        sentences += tr("%Ln were there already.", nullptr, int(report.alreadyThere));
+        sentences += tr("Already there: %1.").arg(counted(report.alreadyThere, tr("contact"), tr("contacts")));
     if (!report.skipped.isEmpty())
-        sentences += tr("%Ln line(s) or card(s) were skipped:", nullptr, int(report.skipped.size()));
+        sentences += tr("Skipped: %1, for these reasons:")
+                         .arg(counted(report.skipped.size(), tr("line or card"), tr("lines or cards")));
     if (report.cancelled)
         sentences += tr("Cancelled; the file that was being read was left out.");
     m_text->setText((sentences + report.failures).join(u'\n'));

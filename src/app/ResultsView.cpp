@@ -3,6 +3,7 @@
 #include "app/ResultsView.h"
 
 #include "app/Controls.h"
+#include "app/Counted.h"
 #include "app/FindingDelegate.h"
 #include "app/PreviewView.h"
 
@@ -232,5 +233,5 @@ void ResultsView::showOptions()
 
 void ResultsView::showCount()
 {
-    m_count->setText(tr("%Ln finding(s) left", nullptr, int(m_controller.findingCount())));
+    m_count->setText(tr("%1 left").arg(counted(m_controller.findingCount(), tr("finding"), tr("findings"))));
 }
