@@ -90,7 +90,7 @@ void PreviewView::layOut()
     const double across = std::max(down, widthScale(fields, QFontMetrics(bold)));
     const auto toX = [across](int points) { return qRound(points * across); };
     const auto toY = [down](int points) { return qRound(points * down); };
-    view->resize(toX(m_document.size.width()), toY(m_document.size.height()));
+    view->resize(0, toY(m_document.size.height())); // as wide as the texts need
 
     QStringList texts;
     for (const PreviewField &field : fields) {
@@ -103,8 +103,7 @@ void PreviewView::layOut()
         label->setPalette(colours);
         const QRect &frame = field.frame;
         const int top = m_document.size.height() - frame.y() - frame.height();
-        const int width = std::max(toX(frame.width()), label->sizeHint().width());
-        label->setGeometry(toX(frame.x()), toY(top), width, toY(frame.height()));
+        label->setGeometry(toX(frame.x()), toY(top), label->sizeHint().width(), toY(frame.height()));
         label->setToolTip(field.text);
         view->resize(std::max(view->width(), label->geometry().right() + 1), view->height());
         texts += field.text;
