@@ -17,8 +17,14 @@ class Surroundings : public ResultsDelegate
 {
 public:
     AlertPanel &alertPanel() override { return m_answers; }
-    void selectInAddressBook(const ABPersonPtr &person) override { m_asked += QStringLiteral("select ") + person->uniqueId(); }
-    void editInAddressBook(const ABPersonPtr &person) override { m_asked += QStringLiteral("edit ") + person->uniqueId(); }
+    void selectInAddressBook(const ABPersonPtr &person) override
+    {
+        m_asked += QStringLiteral("select ") + person->uniqueId();
+    }
+    void editInAddressBook(const ABPersonPtr &person) override
+    {
+        m_asked += QStringLiteral("edit ") + person->uniqueId();
+    }
     void reloadUI() override { m_asked += QStringLiteral("back"); }
     qsizetype subviewCount() const override { return 3; }
 
