@@ -230,6 +230,8 @@ Result<void> ABAddressBook::commitPending()
         if (!written[i])
             forgetRemoved(entries[i].person);
     }
+    const std::scoped_lock lock(m_mutex);
+    m_searchesSinceSave = 0;
     return {};
 }
 
@@ -324,9 +326,9 @@ void ABAddressBook::erase(const ABPersonPtr &person)
 
 bool ABAddressBook::hasUid(const QString &uid)
 {
-    // Whoever adds one or two people, as a merge does, is served sooner by a search than by an index of everybody.
+    // Whoever adds one person and saves, as a merge does, is served sooner by a search than by an index of everybody.
     constexpr int kSearches = 4;
-    if (!m_uidIndex.empty() || ++m_searchesWithoutIndex > kSearches)
+    if (!m_uidIndex.empty() || ++m_searchesSinceSave > kSearches)
         return uidIndex().contains(uid);
     for (std::size_t i = 0; i < m_people.size(); ++i) {
         fetchUidAhead(m_people, i);

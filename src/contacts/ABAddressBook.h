@@ -87,5 +87,5 @@ private:
     mutable PeopleSnapshot m_snapshot; // null, or of the version below
     mutable quint64 m_snapshotVersion = 0;
     mutable std::unordered_map<QString, ABPersonPtr> m_uidIndex; // made when first asked for: most runs never do
-    int m_searchesWithoutIndex = 0;
+    int m_searchesSinceSave = 0; // by uid, while there is no index
 };
