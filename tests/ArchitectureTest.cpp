@@ -17,6 +17,7 @@ private:
     const std::map<QString, QStringList> m_mayInclude{
         {QStringLiteral("base"), {}},
         {QStringLiteral("contacts/record"), {QStringLiteral("base")}},
+        {QStringLiteral("export/iwa"), {QStringLiteral("base")}},
         {QStringLiteral("contacts/jsonl"), {QStringLiteral("base"), QStringLiteral("contacts/record")}},
         {QStringLiteral("contacts/vcard"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts/jsonl")}},
@@ -52,6 +53,8 @@ private:
         {QStringLiteral("SQLiteCpp/"), QStringLiteral("contacts/sqlite")},
         {QStringLiteral("libebook"), QStringLiteral("contacts/eds")},
         {QStringLiteral("CLI/"), QStringLiteral("cli")},
+        {QStringLiteral("zip.h"), QStringLiteral("export/iwa")},
+        {QStringLiteral("snappy.h"), QStringLiteral("export/iwa")},
     };
 
     static bool isWindowHeader(const QString &header)
