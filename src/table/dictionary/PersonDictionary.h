@@ -46,6 +46,7 @@ public:
     /// The text where one is kept, valid as long as the dictionary; null for an absent value, and for a date or full
     /// name, which text() makes.
     const QString *keptText(Field field) const;
+    const QString *keptText(const Entry &entry) const { return entry.m_text; }
 
     /// Replaces the value in its place, or adds it behind all others. std::monostate removes the field.
     void setValue(const FieldValue &value, Field forField);
