@@ -100,3 +100,10 @@ ProtobufMessage &ProtobufMessage::reference(int field, quint64 objectId)
     m_references.push_back(objectId);
     return *this;
 }
+
+ProtobufMessage &ProtobufMessage::append(const ProtobufMessage &other)
+{
+    m_references.insert(m_references.end(), other.m_references.begin(), other.m_references.end());
+    m_data.append(other.m_data);
+    return *this;
+}

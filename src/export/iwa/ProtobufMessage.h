@@ -27,6 +27,9 @@ public:
     /// A message {1: id}, the form in which one object of an archive points to another; the id is noted.
     ProtobufMessage &reference(int field, quint64 objectId);
 
+    /// All fields of @p other behind these.
+    ProtobufMessage &append(const ProtobufMessage &other);
+
     const QByteArray &data() const { return m_data; }
     /// The objects pointed to, here and in all parts, in order; one may occur more than once.
     const std::vector<quint64> &references() const { return m_references; }

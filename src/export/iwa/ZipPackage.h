@@ -2,19 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/Result.h"
+#include "export/iwa/SpoolFile.h"
 
 #include <QDateTime>
-#include <QTemporaryFile>
 
 #include <vector>
 
 /// A zip file made of members that are written one after the other.
 ///
-/// The members' plain bytes go to a temporary file, which has no name where the system can do without and is gone with
-/// the package: sizes are then known before a member's header is written, so the zip file needs none of the forms
-/// (data descriptors, 64-bit headers) that some office programs do not read, and memory does not grow.
-/// For one thread.
+/// The members' plain bytes go to a temporary file, which is gone with the package: sizes are then known before a
+/// member's header is written, so the zip file needs none of the forms (data descriptors, 64-bit headers) that some
+/// office programs do not read, and memory does not grow. For one thread.
 class ZipPackage
 {
 public:
@@ -22,7 +20,7 @@ public:
 
     /// @p time becomes the time of change of every member, in UTC, to two seconds. The same time and members give the
     /// same bytes.
-    explicit ZipPackage(const QDateTime &time);
+    explicit ZipPackage(const QDateTime &time) : m_time(time.toUTC()) { }
 
     /// Ends the member before. Names are ASCII, with slashes, and must be different.
     void beginMember(const QByteArray &name, Method method);
@@ -42,9 +40,7 @@ private:
         qint64 begin;
     };
 
-    Result<void> spooled();
-
     QDateTime m_time;
-    QTemporaryFile m_spool;
+    SpoolFile m_spool;
     std::vector<Member> m_members;
 };
