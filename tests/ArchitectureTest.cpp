@@ -42,7 +42,7 @@ private:
                 QStringLiteral("table/dictionary"), QStringLiteral("table/commit")}},
         {QStringLiteral("export"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
-                QStringLiteral("table/dictionary"), QStringLiteral("table")}},
+                QStringLiteral("table/dictionary"), QStringLiteral("table"), QStringLiteral("export/iwa")}},
         {QStringLiteral("cli"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts/jsonl"),
                 QStringLiteral("contacts"), QStringLiteral("contacts/sqlite"), QStringLiteral("scan"),

@@ -225,7 +225,9 @@ def table(package, model):
         first = tree[tile.one(1)]
         content = package.get(tile.ref(2), 6002)
         infos = content.messages(5)
-        check(len(infos) == content.one(4) <= 256 and first % 256 == 0, "a tile of %d rows" % len(infos))
+        places = [row.one(1) for row in infos]
+        check(len(infos) == content.one(4) and first % 256 == 0, "a tile of %d rows" % len(infos))
+        check(places == sorted(set(places) & set(range(256))), "the rows of a tile are out of order")
         for row in infos:
             for column, key in cells_of_row(row, columns).items():
                 grid[first + row.one(1)][column] = texts[key][0]
