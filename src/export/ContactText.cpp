@@ -42,7 +42,7 @@ QString contactHeading(const PersonDictionary &row)
 {
     // FullName joins the names without a space, as the table has it: it only helps where the table shows no other.
     const QString names = row.text(Field::FirstName) + QChar::Space + row.text(Field::LastName);
-    static constexpr Field kOthers[] = {Field::FullName, Field::Company, Field::Nickname, Field::MiddleName,
+    static constexpr std::array kOthers{Field::FullName, Field::Company, Field::Nickname, Field::MiddleName,
         Field::HomeEmail, Field::WorkEmail, Field::OtherEmail, Field::Mobile, Field::MainPhone, Field::HomePhone,
         Field::WorkPhone};
     QString text = safeText(names).simplified();
@@ -56,7 +56,8 @@ std::vector<Field> shownFields(const PersonDictionary &row, LineOrder order)
     std::vector<Field> fields;
     fields.reserve(row.entries().size());
     for (const PersonDictionary::Entry &entry : row.entries()) {
-        if (!row.text(entry.field()).isEmpty())
+        const QString *kept = row.keptText(entry.field());
+        if (kept != nullptr ? !kept->isEmpty() : !row.text(entry.field()).isEmpty())
             fields.push_back(entry.field());
     }
     if (order == LineOrder::Fixed)

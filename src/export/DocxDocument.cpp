@@ -4,6 +4,8 @@
 
 #include <QXmlStreamWriter>
 
+#include <array>
+
 namespace {
 
 #define SCHEMAS "http://schemas.openxmlformats.org/"
@@ -20,7 +22,7 @@ struct Part
 };
 
 /// The parts that are the same in every document.
-constexpr Part kFixedParts[] = {
+constexpr std::array<Part, 6> kFixedParts{{
     {"[Content_Types].xml",
         XML_HEAD
         "<Types xmlns=\"" SCHEMAS "package/2006/content-types\">"
@@ -72,7 +74,7 @@ constexpr Part kFixedParts[] = {
         "<w:style w:type=\"paragraph\" w:styleId=\"Footer\"><w:name w:val=\"footer\"/><w:basedOn w:val=\"Normal\"/>"
         "<w:pPr><w:jc w:val=\"center\"/></w:pPr></w:style>"
         "</w:styles>"},
-};
+}};
 
 QByteArray coreProperties(const QDateTime &time)
 {
@@ -116,7 +118,8 @@ void writeParagraph(QXmlStreamWriter &xml, const Names &names, const QString &st
             xml.writeEmptyElement(names.lineBreak);
         isFirst = false;
         xml.writeStartElement(names.text);
-        xml.writeAttribute(names.space, names.preserve);
+        if (!line.isEmpty() && (line.front().isSpace() || line.back().isSpace()))
+            xml.writeAttribute(names.space, names.preserve);
         xml.writeCharacters(line.toString());
         xml.writeEndElement();
     }

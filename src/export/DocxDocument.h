@@ -15,7 +15,7 @@ class DocxDocument
 {
 public:
     /// The rows must outlive the document. @p time is when it says it was made.
-    DocxDocument(const QDateTime &time, std::span<const PersonRow> rows) : m_time(time), m_rows(rows) { }
+    DocxDocument(QDateTime time, std::span<const PersonRow> rows) : m_time(std::move(time)), m_rows(rows) { }
 
     /// Like ZipPackage::writeTo().
     Result<void> writeTo(QIODevice &target) const;

@@ -8,6 +8,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <array>
 
 // Numbers of types and fields, and the bytes of a cell: https://github.com/masaccio/numbers-parser (src/protos, and its
 // page on the format), https://docs.sheetjs.com (its notes on IWA), and libetonyek's reader for the older form.
@@ -20,9 +21,10 @@ constexpr quint32 kTileRows = 256;
 constexpr quint64 kCellStorageVersion = 5;
 constexpr quint16 kNoCell = 0xFFFF;
 /// Both forms of a text cell are of this size, and the number of the text is in the last four bytes.
-constexpr int kCellSize = 16;
-constexpr char kOldCell[kCellSize] = {3, 0, 3, 0, 0x10};
-constexpr char kNewCell[kCellSize] = {5, 3, 0, 0, 0, 0, 0, 0, 8};
+constexpr std::size_t kCellSize = 16;
+using CellForm = std::array<char, kCellSize>;
+constexpr CellForm kOldCell{3, 0, 3, 0, 0x10};
+constexpr CellForm kNewCell{5, 3, 0, 0, 0, 0, 0, 0, 8};
 
 qsizetype varintSize(quint64 value)
 {
@@ -38,10 +40,10 @@ qsizetype sizeWithHeader(qsizetype length)
     return 1 + varintSize(quint64(length)) + length;
 }
 
-void appendCell(QByteArray &cells, const char (&form)[kCellSize], quint32 key)
+void appendCell(QByteArray &cells, const CellForm &form, quint32 key)
 {
     const quint32 bytes = qToLittleEndian(key);
-    cells.append(form, kCellSize - qsizetype(sizeof bytes));
+    cells.append(form.data(), qsizetype(form.size() - sizeof bytes));
     cells.append(reinterpret_cast<const char *>(&bytes), sizeof bytes);
 }
 
@@ -76,8 +78,9 @@ NumbersTable::NumbersTable(IwaPackage &package, std::span<const ExportColumn> co
 {
     for (quint32 first = 0; first < rowCount(); first += kTileRows)
         m_tiles.push_back(package.newId());
-    constexpr std::pair<ListType, int> kLists[] = {{ListType::Texts, 4}, {ListType::Styles, 5}, {ListType::Formulas, 6},
-        {ListType::Formats, 11}, {ListType::FormulaErrors, 12}, {ListType::RichTexts, 17}, {ListType::Formats, 22}};
+    constexpr std::array<std::pair<ListType, int>, 7> kLists{
+        {{ListType::Texts, 4}, {ListType::Styles, 5}, {ListType::Formulas, 6}, {ListType::Formats, 11},
+            {ListType::FormulaErrors, 12}, {ListType::RichTexts, 17}, {ListType::Formats, 22}}};
     for (const auto &[type, field] : kLists)
         m_lists.push_back({type, field, package.newId()});
 }

@@ -10,8 +10,10 @@ ExportReport exportOffice(const QString &basePath, const QString &extension, con
     ExportReport report;
     // Counted here, as documents walk their rows more than once.
     for (const PersonRow &row : rows) {
-        for (const PersonDictionary::Entry &entry : row->entries())
-            safeText(row->text(entry.field()), &report.repairs);
+        for (const PersonDictionary::Entry &entry : row->entries()) {
+            if (const QString *text = row->keptText(entry.field())) // dates need no repair
+                safeText(*text, &report.repairs);
+        }
     }
     report.take(OutputFile::write(basePath + u'.' + extension, write));
     return report;

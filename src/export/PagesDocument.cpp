@@ -4,6 +4,8 @@
 
 #include "export/SafeText.h"
 
+#include <array>
+
 // Numbers of types and fields: https://github.com/obriensp/iWorkFileFormat (TPArchives.proto),
 // https://github.com/masaccio/numbers-parser (TSWPArchives.proto).
 
@@ -21,8 +23,8 @@ enum Type : quint32 {
 enum StorageField : quint8 { Kind = 1, Stylesheet = 2, Text = 3, ParagraphStyles = 5, InDocument = 10, Sections = 17 };
 
 /// A4 with margins of 2 cm, in points.
-constexpr std::pair<int, float> kPage[] = {{30, 595.28F}, {31, 841.89F}, {32, 56.7F}, {33, 56.7F}, {34, 56.7F},
-    {35, 56.7F}, {36, 28.35F}, {37, 28.35F}, {38, 1}};
+constexpr std::array<std::pair<int, float>, 9> kPage{{{30, 595.28F}, {31, 841.89F}, {32, 56.7F}, {33, 56.7F},
+    {34, 56.7F}, {35, 56.7F}, {36, 28.35F}, {37, 28.35F}, {38, 1}}};
 
 ProtobufMessage run(qint64 begin, quint64 object)
 {

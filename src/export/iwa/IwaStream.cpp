@@ -7,7 +7,7 @@
 #include <snappy.h>
 
 namespace {
-constexpr qsizetype kBlockSize = 64 * 1024;
+constexpr qsizetype kBlockSize = qsizetype{64} * 1024;
 constexpr qsizetype kHeaderSize = 4;
 } // namespace
 

@@ -3,7 +3,7 @@
 #include "export/iwa/SpoolFile.h"
 
 namespace {
-constexpr qsizetype kBlockSize = 64 * 1024; // QFile hands blocks of this size on at once
+constexpr qsizetype kBlockSize = qsizetype{64} * 1024; // QFile hands blocks of this size on at once
 } // namespace
 
 SpoolFile::SpoolFile()
