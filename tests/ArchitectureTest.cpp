@@ -56,7 +56,6 @@ private:
         {QStringLiteral("SQLiteCpp/"), QStringLiteral("contacts/sqlite")},
         {QStringLiteral("libebook"), QStringLiteral("contacts/eds")},
         {QStringLiteral("CLI/"), QStringLiteral("cli")},
-        {QStringLiteral("zip.h"), QStringLiteral("export/iwa")},
         {QStringLiteral("snappy.h"), QStringLiteral("export/iwa")},
     };
 

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/Utf8Output.h"
 
-#include <cstring>
-
 namespace {
 
 constexpr std::size_t kPiece = 256 * 1024; // stays in the processor's cache
@@ -13,12 +11,6 @@ constexpr std::size_t kPiece = 256 * 1024; // stays in the processor's cache
 Utf8Output::Utf8Output(QIODevice &target)
     : m_target(target), m_buffer(kPiece), m_encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless)
 { }
-
-void Utf8Output::write(std::string_view utf8)
-{
-    std::memcpy(room(utf8.size()), utf8.data(), utf8.size());
-    m_used += utf8.size();
-}
 
 void Utf8Output::write(QStringView text)
 {
@@ -46,14 +38,11 @@ Result<void> Utf8Output::finish()
     return {};
 }
 
-char *Utf8Output::room(std::size_t bytes)
+void Utf8Output::makeRoom(std::size_t bytes)
 {
-    if (m_used + bytes > m_buffer.size()) {
-        flush();
-        if (bytes > m_buffer.size())
-            m_buffer.resize(bytes);
-    }
-    return m_buffer.data() + m_used;
+    flush();
+    if (bytes > m_buffer.size())
+        m_buffer.resize(bytes);
 }
 
 void Utf8Output::flush()

@@ -7,6 +7,7 @@
 #include <QIODevice>
 #include <QStringEncoder>
 
+#include <cstring>
 #include <string_view>
 #include <vector>
 
@@ -21,16 +22,29 @@ public:
     Utf8Output &operator=(const Utf8Output &) = delete;
 
     /// Bytes that are UTF-8 already.
-    void write(std::string_view utf8);
+    void write(std::string_view utf8)
+    {
+        std::memcpy(room(utf8.size()), utf8.data(), utf8.size());
+        m_used += utf8.size();
+    }
     /// A lone surrogate becomes U+FFFD.
     void write(QStringView text);
     void write(char unit) { write(std::string_view(&unit, 1)); }
 
+    /// Nothing more need be written.
+    bool hasFailed() const { return m_hasFailed; }
     /// Hands on what is left. Without it, that is lost.
     Result<void> finish();
 
 private:
-    char *room(std::size_t bytes); // at the end, for so many bytes
+    /// The end of the buffer, with place for so many bytes.
+    char *room(std::size_t bytes)
+    {
+        if (m_used + bytes > m_buffer.size())
+            makeRoom(bytes);
+        return m_buffer.data() + m_used;
+    }
+    void makeRoom(std::size_t bytes);
     void flush();
 
     QIODevice &m_target;

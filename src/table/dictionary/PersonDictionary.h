@@ -48,6 +48,9 @@ public:
     const QString *keptText(Field field) const;
     const QString *keptText(const Entry &entry) const { return entry.m_text; }
 
+    /// A copy, of nobody, that has of these fields those with a value, in their order.
+    PersonDictionary withFields(std::span<const Field> fields) const;
+
     /// Replaces the value in its place, or adds it behind all others. std::monostate removes the field.
     void setValue(const FieldValue &value, Field forField);
 
