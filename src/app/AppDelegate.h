@@ -35,6 +35,7 @@ public:
     /// Null before the first scan that found something and after Back.
     OutlineViewController *outlineViewController() { return m_results.get(); }
     ActivityLog &activityLog() { return m_activity; }
+    ConditionListModel &conditions() { return m_conditions; }
 
     // Commands.
     void scanClicled();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/AppDelegate.h"
 #include "app/Appearance.h"
+#include "app/CalmStyle.h"
 #include "app/SingleInstance.h"
 
 #include <QApplication>
@@ -14,10 +15,11 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("peoplenook"));
+    QApplication::setOrganizationName(QStringLiteral("peoplenook"));
     QApplication::setApplicationDisplayName(QStringLiteral("Brindle PeopleNook"));
     QApplication::setApplicationVersion(QStringLiteral(PEOPLENOOK_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("org.peoplenook.PeopleNook"));
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new CalmStyle);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/art/peoplenook.png")));
 
     QCommandLineParser arguments;

@@ -25,7 +25,7 @@
 
 namespace {
 
-constexpr QSize kWindowSize(1060, 640);
+constexpr QSize kWindowSize(1000, 620);
 
 template <typename Window> Window *shownWindow()
 {

@@ -4,6 +4,8 @@
 // peoplenook-pictures SAMPLE.vcf DAMAGED.vcf FOLDER: pictures of every window, light and dark. tools/pictures runs it.
 #include "PictureMaker.h"
 
+#include "app/CalmStyle.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
@@ -16,7 +18,7 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName(QStringLiteral("peoplenook-pictures"));
     QApplication::setApplicationDisplayName(QStringLiteral("Brindle PeopleNook"));
     QApplication::setApplicationVersion(QStringLiteral(PEOPLENOOK_VERSION));
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new CalmStyle);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/art/peoplenook.png")));
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
