@@ -111,7 +111,7 @@ bool PictureMaker::takeTable()
     contacts->searchField()->setFocus();
     isDone = isDone && save(window, QStringLiteral("search"));
     contacts->searchField()->clear();
-    QMenu *columns = contacts->columnMenus().at(3);
+    QMenu *columns = contacts->columnMenus().at(4);
     columns->popup(window.mapToGlobal(QPoint(200, 40)));
     isDone = isDone && save(*columns, QStringLiteral("columns"));
     columns->close();
