@@ -2,7 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QHash>
+#include <QImage>
+#include <QSet>
 #include <QTextDocument>
+
+#include <memory>
 
 class QPainter;
 class QPdfWriter;
@@ -12,7 +17,7 @@ class QPdfWriter;
 class ManualPrinter
 {
 public:
-    explicit ManualPrinter(const QString &title, const QString &version);
+    ManualPrinter(const QString &title, const QString &version);
 
     /// Adds a chapter; paths of pictures in it are relative to the file. False, and @p error filled, when the file or
     /// one of its pictures cannot be read.
@@ -29,17 +34,23 @@ private:
     };
 
     bool loadPictures(const QString &folder, const QString &markdown, QString *error);
+    void compose(const QList<int> &pagesOfHeadings);
     void fitPictures();
     void styleTables();
-    void styleHeadings();
+    void styleText();
+    /// True when a heading stands alone at the end of a page; the next compose() begins a page with it.
+    bool keepHeadingsWithTheirText();
     void findHeadings();
-    void insertContents();
-    void fillInPageNumbers();
+    void insertContents(const QList<int> &pagesOfHeadings);
     int pageOf(int position) const;
     void drawPage(QPainter &painter, int page, int pages) const;
 
-    QTextDocument m_document;
+    QString m_markdown; ///< of all chapters
+    QHash<QString, QImage> m_pictures; ///< by the name that the text gives them
+    std::unique_ptr<QTextDocument> m_document;
+    QSizeF m_pageSize; ///< without the footer, in pixels
     QString m_title;
     QString m_version;
     QList<Heading> m_headings;
+    QSet<qsizetype> m_onNewPage; ///< numbers of headings, from 0
 };
