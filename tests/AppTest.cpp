@@ -94,6 +94,8 @@ QStringList unnamedIn(QWidget *window)
 {
     QStringList unnamed;
     findUnnamed(QAccessible::queryAccessibleInterface(window), {}, unnamed);
+    for (const QString &path : unnamed)
+        qWarning("no name: %s", qPrintable(path));
     return unnamed;
 }
 
@@ -289,6 +291,9 @@ private Q_SLOTS:
         file.close();
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(file.fileName())});
+        QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window(), &enter);
+        QVERIFY(enter.isAccepted());
         QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(&window(), &drop);
         auto *import = window().findChild<ImportWindow *>();

@@ -42,15 +42,19 @@ private:
         {QStringLiteral("table"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
                 QStringLiteral("table/dictionary"), QStringLiteral("table/commit")}},
+        {QStringLiteral("export"),
+            {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
+                QStringLiteral("table/dictionary"), QStringLiteral("table")}},
         {QStringLiteral("cli"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts/jsonl"),
                 QStringLiteral("contacts"), QStringLiteral("contacts/sqlite"), QStringLiteral("scan"),
                 QStringLiteral("fix"), QStringLiteral("results"), QStringLiteral("table/dictionary"),
-                QStringLiteral("table")}},
+                QStringLiteral("table"), QStringLiteral("export")}},
         {QStringLiteral("app"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
                 QStringLiteral("contacts/sqlite"), QStringLiteral("scan"), QStringLiteral("fix"),
-                QStringLiteral("results"), QStringLiteral("table/dictionary"), QStringLiteral("table")}},
+                QStringLiteral("results"), QStringLiteral("table/dictionary"), QStringLiteral("table"),
+                QStringLiteral("export")}},
     };
 
     /// Outside headers that only one folder may know.

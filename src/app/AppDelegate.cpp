@@ -236,7 +236,12 @@ void AppDelegate::importFiles(const QStringList &paths)
 
 void AppDelegate::closeProgress()
 {
-    m_alerts->onMainThread([this] { m_window.progressWindow()->hide(); });
+    m_alerts->onMainThread([this] {
+        if (!m_window.progressWindow()->isVisible())
+            return;
+        m_window.progressWindow()->hide();
+        m_window.activateWindow();
+    });
 }
 
 void AppDelegate::makeButtonEnable()

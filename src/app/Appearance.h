@@ -23,12 +23,11 @@ public:
 
     static QPalette palette(Scheme scheme);
 
+    /// A change of any setting of the desktop, from org.freedesktop.portal.Settings.
+    Q_INVOKABLE void desktopSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+
 Q_SIGNALS:
     void schemeChanged(Appearance::Scheme scheme);
-
-private Q_SLOTS:
-    // A change of any setting of the desktop, from org.freedesktop.portal.Settings.
-    void desktopSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
 
 private:
     void followDesktop();

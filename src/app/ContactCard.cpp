@@ -20,6 +20,8 @@
 #include <QScrollArea>
 #include <QTextDocument>
 
+#include <array>
+
 namespace {
 
 constexpr int kPictureSize = 96;
@@ -31,7 +33,7 @@ struct Title
     const char *text;
 };
 
-constexpr Title kTextTitles[] = {
+constexpr auto kTextTitles = std::to_array<Title>({
     {kABTitleProperty, QT_TRANSLATE_NOOP("ContactCard", "Title")},
     {kABFirstNameProperty, QT_TRANSLATE_NOOP("ContactCard", "First name")},
     {kABMiddleNameProperty, QT_TRANSLATE_NOOP("ContactCard", "Middle name")},
@@ -44,9 +46,9 @@ constexpr Title kTextTitles[] = {
     {kABOrganizationProperty, QT_TRANSLATE_NOOP("ContactCard", "Company")},
     {kABDepartmentProperty, QT_TRANSLATE_NOOP("ContactCard", "Department")},
     {kABJobTitleProperty, QT_TRANSLATE_NOOP("ContactCard", "Job title")},
-};
+});
 
-constexpr Title kMultiTitles[] = {
+constexpr auto kMultiTitles = std::to_array<Title>({
     {kABEmailProperty, QT_TRANSLATE_NOOP("ContactCard", "E-mail")},
     {kABPhoneProperty, QT_TRANSLATE_NOOP("ContactCard", "Phone")},
     {kABAddressProperty, QT_TRANSLATE_NOOP("ContactCard", "Addresses")},
@@ -54,7 +56,7 @@ constexpr Title kMultiTitles[] = {
     {kABInstantMessageProperty, QT_TRANSLATE_NOOP("ContactCard", "Messaging")},
     {kABSocialProfileProperty, QT_TRANSLATE_NOOP("ContactCard", "Social profiles")},
     {kABRelatedNamesProperty, QT_TRANSLATE_NOOP("ContactCard", "Related names")},
-};
+});
 
 /// An absent text that stays empty stays absent.
 void setText(PersonRecord &record, ABProperty property, const QString &text)

@@ -203,6 +203,7 @@ void ResultsView::showPanel()
     m_picture->setPixmap(personPicture(panel.picture, kPictureSize, devicePixelRatioF()));
     m_picture->setAccessibleName(tr("Picture of %1").arg(panel.name));
     m_email->setText(panel.email);
+    m_email->setVisible(!panel.email.isEmpty());
     m_problem->setText(panel.problemText);
     m_side->setCurrentIndex(m_controller.showsTips() ? 1 : 0);
     m_openContactButton->setEnabled(m_controller.buttonsEnabled());

@@ -19,7 +19,7 @@ int main(int argc, char *argv[])
     QApplication::setApplicationDisplayName(QStringLiteral("Brindle PeopleNook"));
     QApplication::setApplicationVersion(QStringLiteral(PEOPLENOOK_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("org.peoplenook.PeopleNook"));
-    QApplication::setStyle(new CalmStyle);
+    QApplication::setStyle(std::make_unique<CalmStyle>().release()); // takes it over
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/art/peoplenook.png")));
 
     QCommandLineParser arguments;

@@ -3,6 +3,7 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Commands.h"
+#include "export/ExportContact.h"
 #include "results/ConditionGroups.h"
 
 #include <CLI/CLI.hpp>
@@ -126,6 +127,30 @@ void addPreview(CLI::App &app, PreviewOptions &options, ChosenCommand &chosen)
     choose(command, chosen, [&options](const CommandContext &context) { return runPreview(options, context); });
 }
 
+void addExport(CLI::App &app, ExportOptions &options, ChosenCommand &chosen)
+{
+    std::vector<std::string> names;
+    for (const ExportContact::Format &format : ExportContact::formats())
+        names.push_back(format.name.toStdString());
+    CLI::App *command = app.add_subcommand("export", "Write people to files, and print the files' paths");
+    command->add_option("--format", options.format, "What to write")->required()->check(CLI::IsMember(names));
+    command->add_option("--scope", options.scope, "Which fields: those of the table's columns, or all")
+        ->check(CLI::IsMember({"table", "all"}))
+        ->capture_default_str();
+    command->add_option("--columns", options.columns, "The table's columns, from the left; without it, its first ones")
+        ->type_name("LABEL,LABEL...")
+        ->delimiter(',')
+        ->expected(1)
+        ->take_all();
+    command->add_option("--select", options.select, "Only these people, the lowest row first")
+        ->type_name("UID,UID...")
+        ->delimiter(',')
+        ->expected(1)
+        ->take_all();
+    command->add_option("FOLDER", options.folder, "Where to; must be there")->required();
+    choose(command, chosen, [&options](const CommandContext &context) { return runExport(options, context); });
+}
+
 /// Sends diagnostic lines to the console's error stream while it lives, and nowhere when they are not wanted.
 class Diagnostics
 {
@@ -178,6 +203,7 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &co
     DeleteOptions deleteOptions;
     FixOptions fixOptions;
     PreviewOptions previewOptions;
+    ExportOptions exportOptions;
     ChosenCommand chosen;
     addImport(app, importOptions, chosen);
     addPeople(app, peopleOptions, chosen);
@@ -187,6 +213,7 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &co
     addDelete(app, deleteOptions, chosen);
     addFix(app, fixOptions, chosen);
     addPreview(app, previewOptions, chosen);
+    addExport(app, exportOptions, chosen);
 
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

@@ -61,6 +61,16 @@ struct EditOptions
 };
 ExitStatus runEdit(const EditOptions &options, const CommandContext &context);
 
+struct ExportOptions
+{
+    std::string format;
+    std::string scope = "all";
+    std::vector<std::string> columns; // labels; empty: those of a fresh contact table
+    std::vector<std::string> select; // uids; empty: everybody
+    std::string folder;
+};
+ExitStatus runExport(const ExportOptions &options, const CommandContext &context);
+
 struct DeleteOptions
 {
     std::vector<std::string> uids;

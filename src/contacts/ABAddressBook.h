@@ -81,6 +81,7 @@ private:
     void insert(const ABPersonPtr &person);
     void erase(const ABPersonPtr &person);
     const std::unordered_map<QString, ABPersonPtr> &uidIndex() const;
+    bool hasUid(const QString &uid);
 
     const std::unique_ptr<AddressBookStore> m_store;
     const std::shared_ptr<PendingChanges> m_pending;
@@ -91,4 +92,5 @@ private:
     mutable PeopleSnapshot m_snapshot; // null, or of the version below
     mutable quint64 m_snapshotVersion = 0;
     mutable std::unordered_map<QString, ABPersonPtr> m_uidIndex; // made when first asked for: most runs never do
+    int m_searchesSinceSave = 0; // by uid, while there is no index
 };

@@ -7,6 +7,8 @@
 #include "fix/RepairOptions.h"
 #include "fix/RepairSteps.h"
 
+#include <array>
+
 namespace {
 
 void logReason(const char *text, const Error &error)
@@ -24,9 +26,10 @@ struct SpaceRepair
     const char *notAdded;
 };
 
-constexpr SpaceRepair kSpaceRepairs[] = {
-    {kRemoveTheSpace, removeSpacesInFirstName, "设置修改成功", "保存到数据成功", "保存到数据失败，失败原因：", ""},
-    {kHyphenateFirstName, hyphenateFirstName, "设置成功", " 保存成功", "保存失败", "设置失败。原因："},
+constexpr std::array kSpaceRepairs{
+    SpaceRepair{
+        kRemoveTheSpace, removeSpacesInFirstName, "设置修改成功", "保存到数据成功", "保存到数据失败，失败原因：", ""},
+    SpaceRepair{kHyphenateFirstName, hyphenateFirstName, "设置成功", " 保存成功", "保存失败", "设置失败。原因："},
 };
 
 FixOutcome repairSpaces(const Finding &finding, const SpaceRepair &row)
@@ -164,7 +167,7 @@ FixOutcome processUnusualTitleContacts(const Finding &finding, const QString &op
         return deleteContact(finding, alertPanel, kSavedOnStandardOutput);
     if (option != kRemoveTheTitle)
         return {};
-    const FixOutcome outcome = repairAndSave(finding, removeTitle);
+    FixOutcome outcome = repairAndSave(finding, removeTitle);
     if (outcome.removesNode)
         qCDebug(lcFixStdout, "删除成功");
     else
@@ -190,7 +193,7 @@ FixOutcome processOnlyOneNameContacts(const Finding &finding, const QString &opt
         return fillMissingNames(finding);
     if (option != kConvertToCompany)
         return {};
-    const FixOutcome outcome = repairAndSave(finding, convertToCompany);
+    FixOutcome outcome = repairAndSave(finding, convertToCompany);
     if (outcome.removesNode)
         qCDebug(lcFix, "保存成功");
     return outcome;

@@ -46,16 +46,12 @@ public:
     bool shouldSelectItem(const PersonItemPtr &item) const { return !item->isRootNode(); }
 
     const PersonItemPtr &selectedItem() const { return m_selected; }
-    /// As a click does: a group is not selected, and nothing changes then.
-    void selectItem(const PersonItemPtr &item);
-    /// Selects whatever the row holds, a group too; no row: nothing changes.
-    void selectRow(qsizetype row);
-    /// -1 when the item is not visible.
-    qsizetype rowForItem(const PersonItemPtr &item) const;
+    void selectItem(const PersonItemPtr &item); ///< as a click does: for a group nothing changes
+    void selectRow(qsizetype row); ///< whatever it holds, a group too; no row: nothing changes
+    qsizetype rowForItem(const PersonItemPtr &item) const; ///< -1 when the item is not visible
     PersonItemPtr itemAtRow(qsizetype row) const;
     bool isItemExpanded(const PersonItemPtr &group) const { return !m_collapsed.contains(group.get()); }
-    /// The user opens or closes a group.
-    void setItemExpanded(const PersonItemPtr &group, bool expanded);
+    void setItemExpanded(const PersonItemPtr &group, bool expanded); ///< the user opens or closes a group
     void outlineViewSelectionDidChange();
     void outlineViewItemWillCollapse() { setSelected(nullptr); }
     void outlineViewItemDidCollapse();
@@ -63,10 +59,8 @@ public:
 
     void updateUI();
     const DetailPanel &detailPanel() const { return m_panel; }
-    /// The tips stand in the detail panel's place: every group is closed.
-    bool showsTips() const { return m_showsTips; }
-    /// Whether "Open In Contacts" and "Fix" can be pressed.
-    bool buttonsEnabled() const { return m_buttonsEnabled; }
+    bool showsTips() const { return m_showsTips; } ///< in the detail panel's place: every group is closed
+    bool buttonsEnabled() const { return m_buttonsEnabled; } ///< "Open In Contacts" and "Fix"
     void openInContacts();
     void backClicked() { m_delegate.reloadUI(); }
 
@@ -75,10 +69,8 @@ public:
     bool chooseOption(OptionGroup group, const QString &title);
     void matrixClicked(OptionGroup group) { creatScrollerViewWithTitle(currentOption(group)); }
     void removeAllMatrix() { m_panel.optionGroup.reset(); }
-    /// Shows what the option would do to the selected finding.
-    void creatScrollerViewWithTitle(const QString &title);
-    /// Read from the people when it is called; without fields when nothing is shown.
-    PreviewDocument preview() const;
+    void creatScrollerViewWithTitle(const QString &title); ///< shows what the option would do to the selected finding
+    PreviewDocument preview() const; ///< read from the people when it is called; without fields when nothing is shown
 
     /// Repairs the selected finding with the chosen option of its group, then selects the next one.
     void FixFounction();

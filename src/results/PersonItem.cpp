@@ -18,8 +18,19 @@ PersonItemPtr PersonItem::initChildNodeWithPerson(const ABPersonPtr &person)
 {
     auto child = std::make_shared<PersonItem>();
     child->m_person = person;
-    child->m_name = displayName(*person->record());
+    child->m_recordOfName = person->record(); // nobody changes it any more
     return child;
+}
+
+QString PersonItem::name() const
+{
+    return m_recordOfName ? displayName(*m_recordOfName) : m_name;
+}
+
+void PersonItem::setName(const QString &name)
+{
+    m_recordOfName.reset();
+    m_name = name;
 }
 
 qsizetype PersonItem::indexOfChild(const PersonItem *child) const

@@ -22,6 +22,8 @@ public:
 
     /// Appends; does not set the child's parentNode.
     void addChild(const PersonItemPtr &child) { m_childrenArray.push_back(child); }
+    /// Makes room for that many, to add them faster.
+    void reserveChildren(qsizetype count) { m_childrenArray.reserve(count); }
     qsizetype childrenCount() const { return m_childrenArray.size(); }
     /// @p index must be in range.
     const PersonItemPtr &childAtIndex(qsizetype index) const { return m_childrenArray[index]; }
@@ -36,8 +38,8 @@ public:
 
     bool isRootNode() const { return m_isRootNode; }
     void setIsRootNode(bool isRootNode) { m_isRootNode = isRootNode; }
-    const QString &name() const { return m_name; }
-    void setName(const QString &name) { m_name = name; }
+    QString name() const;
+    void setName(const QString &name);
     /// Null for a group.
     const ABPersonPtr &person() const { return m_person; }
     void setPerson(const ABPersonPtr &person) { m_person = person; }
@@ -55,6 +57,7 @@ private:
     bool m_isRootNode = false;
     QList<PersonItemPtr> m_childrenArray;
     QString m_name;
+    PersonRecordPtr m_recordOfName; // the name is made of it when it is asked for; null: the name is m_name
     ABPersonPtr m_person;
     std::weak_ptr<PersonItem> m_parentNode;
     QList<ABPersonPtr> m_duplicateEmailArray;

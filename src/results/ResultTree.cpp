@@ -13,6 +13,11 @@ PersonItem *itemOf(const QModelIndex &index)
     return static_cast<PersonItem *>(index.internalPointer());
 }
 
+std::size_t keyOf(const PersonItem &finding)
+{
+    return qHash(finding.person()->uniqueId());
+}
+
 } // namespace
 
 void ResultTree::setRootNodes(QList<PersonItemPtr> groups)
@@ -26,15 +31,19 @@ void ResultTree::setRootNodes(QList<PersonItemPtr> groups)
     m_nodesOfUid.reserve(count);
     for (const auto &group : std::as_const(m_rootNodes)) {
         for (const auto &child : std::as_const(*group).childrenArray())
-            m_nodesOfUid.insert(child->person()->uniqueId(), child.get());
+            m_nodesOfUid.insert(keyOf(*child), child.get());
     }
     endResetModel();
 }
 
+void ResultTree::forget(PersonItem &finding)
+{
+    m_nodesOfUid.remove(keyOf(finding), &finding);
+}
+
 bool ResultTree::contains(const PersonItemPtr &node) const
 {
-    return node->isRootNode() ? m_rootNodes.contains(node)
-                              : m_nodesOfUid.contains(node->person()->uniqueId(), node.get());
+    return node->isRootNode() ? m_rootNodes.contains(node) : m_nodesOfUid.contains(keyOf(*node), node.get());
 }
 
 void ResultTree::removeFinding(const PersonItemPtr &finding)
@@ -44,7 +53,7 @@ void ResultTree::removeFinding(const PersonItemPtr &finding)
     if (row < 0)
         return;
     beginRemoveRows(indexOfNode(group.get()), int(row), int(row));
-    m_nodesOfUid.remove(finding->person()->uniqueId(), finding.get());
+    forget(*finding);
     group->removeChildAtIndex(row);
     endRemoveRows();
 }
@@ -56,15 +65,16 @@ void ResultTree::removeGroup(const PersonItemPtr &group)
         return;
     beginRemoveRows({}, int(row), int(row));
     for (const auto &child : std::as_const(*group).childrenArray())
-        m_nodesOfUid.remove(child->person()->uniqueId(), child.get());
+        forget(*child);
     m_rootNodes.removeAt(row);
     endRemoveRows();
 }
 
 qsizetype ResultTree::sweep(const QString &uid)
 {
-    const QList<PersonItem *> nodes = m_nodesOfUid.values(uid);
-    for (PersonItem *node : nodes)
+    QList<PersonItem *> nodes = m_nodesOfUid.values(qHash(uid));
+    nodes.removeIf([&uid](const PersonItem *node) { return node->person()->uniqueId() != uid; });
+    for (PersonItem *node : std::as_const(nodes))
         removeFinding(node->shared_from_this());
     return nodes.size();
 }

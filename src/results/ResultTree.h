@@ -63,6 +63,8 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 private:
+    void forget(PersonItem &finding);
+
     QList<PersonItemPtr> m_rootNodes;
-    QMultiHash<QString, PersonItem *> m_nodesOfUid;
+    QMultiHash<std::size_t, PersonItem *> m_nodesOfUid; // by the hash of the uid: the uids themselves lie far apart
 };

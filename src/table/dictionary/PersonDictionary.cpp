@@ -81,6 +81,21 @@ const QString *PersonDictionary::keptText(Field field) const
     return entry ? entry->m_text : nullptr;
 }
 
+PersonDictionary PersonDictionary::withFields(std::span<const Field> fields) const
+{
+    PersonDictionary copy;
+    copy.m_record = m_record;
+    copy.m_birthday = m_birthday;
+    copy.m_ownTexts = m_ownTexts;
+    copy.m_entries.reserve(std::min(fields.size(), m_entries.size()));
+    for (const Field field : fields) {
+        const Entry *entry = find(field);
+        if (entry && !copy.contains(field))
+            copy.m_entries.push_back(*entry);
+    }
+    return copy;
+}
+
 void PersonDictionary::setValue(const FieldValue &value, Field forField)
 {
     if (const auto *text = std::get_if<QString>(&value)) {
