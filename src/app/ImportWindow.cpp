@@ -59,7 +59,7 @@ QString ImportWindow::summary() const
 void ImportWindow::reject()
 {
     if (!m_isRunning) {
-        close();
+        QDialog::reject(); // close() would come back here, and leave the window open
         return;
     }
     m_button->setEnabled(false);

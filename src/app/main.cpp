@@ -3,12 +3,13 @@
 #include "app/AppDelegate.h"
 #include "app/Appearance.h"
 #include "app/CalmStyle.h"
+#include "app/SingleInstance.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <QIcon>
-#include <QTimer>
+
+#include <utility>
 
 int main(int argc, char *argv[])
 {
@@ -33,15 +34,34 @@ int main(int argc, char *argv[])
         QStringLiteral("FILE"), QStringLiteral("vCard files to import."), QStringLiteral("[FILE...]"));
     arguments.process(application);
 
+    SingleInstance instance(arguments.value(where));
+    if (instance.handOver(arguments.positionalArguments()))
+        return 0;
+
     Appearance appearance;
     if (arguments.isSet(scheme)) {
         const bool isDark = arguments.value(scheme) == QStringLiteral("dark");
         appearance.setScheme(isDark ? Appearance::Scheme::Dark : Appearance::Scheme::Light);
     }
     AppDelegate delegate;
-    QObject::connect(&delegate, &AppDelegate::addressBookOpened, &delegate, [&](bool isOpen) {
-        if (isOpen && !arguments.positionalArguments().isEmpty())
-            delegate.importFiles(arguments.positionalArguments());
+    QStringList waiting = arguments.positionalArguments();
+    bool isOpen = false;
+    const auto importWaiting = [&] {
+        if (isOpen && !waiting.isEmpty())
+            delegate.importFiles(std::exchange(waiting, {}));
+    };
+    QObject::connect(&delegate, &AppDelegate::addressBookOpened, &delegate, [&](bool wasOpened) {
+        isOpen = wasOpened;
+        importWaiting();
+    });
+    QObject::connect(&instance, &SingleInstance::calledAgain, &delegate, [&](const QStringList &files) {
+        MainWindow &window = delegate.mainWindow();
+        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        window.show();
+        window.raise();
+        window.activateWindow();
+        waiting += files;
+        importWaiting();
     });
     delegate.applicationDidFinishLaunching(arguments.value(where));
     return QApplication::exec();
