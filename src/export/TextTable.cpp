@@ -17,18 +17,33 @@ void writeLabels(Utf8Output &output, const ExportColumns &columns, const TextTab
     output.write('\n');
 }
 
-void writeValues(Utf8Output &output, const RowTexts &texts, const ExportColumns &columns, const TextTableStyle &style)
+std::string absentCells(const TextTableStyle &style, std::size_t count)
 {
+    std::string cells;
+    for (std::size_t i = 0; i < count; ++i)
+        cells += style.absent;
+    return cells;
+}
+
+/// Most cells of most rows are absent, so runs of them are written at once, from @p absentRun.
+void writeValues(Utf8Output &output, const RowTexts &texts, const ExportColumns &columns, const TextTableStyle &style,
+    std::string_view absentRun)
+{
+    const std::size_t absentSize = style.absent.size();
+    std::size_t absent = 0;
     for (const ExportColumn &column : columns) {
         const QString *text = texts.at(column.field);
         if (!text) {
-            output.write(style.absent);
+            ++absent;
             continue;
         }
+        output.write(absentRun.substr(0, absent * absentSize));
+        absent = 0;
         output.write(style.beforeValue);
         output.write(*text);
         output.write(style.afterValue);
     }
+    output.write(absentRun.substr(0, absent * absentSize));
 }
 
 bool report(const Result<QString> &written, ExportReport *report)
@@ -44,10 +59,12 @@ Result<void> writeTextTable(
 {
     Utf8Output output(target);
     writeLabels(output, columns, style);
+    const std::string absentRun = absentCells(style, columns.size());
     RowTexts texts;
-    for (const PersonRow &row : rows) {
-        texts.read(*row);
-        writeValues(output, texts, columns, style);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        fetchAhead(rows, i);
+        texts.read(*rows[i]);
+        writeValues(output, texts, columns, style, absentRun);
         output.write('\n');
         if (output.hasFailed())
             break;
@@ -78,7 +95,7 @@ bool writePersonFile(const QString &folder, const QString &extension, const Pers
         writeLabels(output, columns, style);
         RowTexts texts;
         texts.read(row);
-        writeValues(output, texts, columns, style);
+        writeValues(output, texts, columns, style, absentCells(style, columns.size()));
         return output.finish();
     };
     return ::report(OutputFile::write(folder % u'/' % name, fill), report);
