@@ -30,14 +30,15 @@ PersonRows hardAndLongRows()
     return rows;
 }
 
-/// Rows with gaps, each cell different from every other.
+/// Rows with gaps, some without any cell, each cell different from every other.
 PersonRows numberedRows(int count)
 {
     PersonRows rows;
     for (int i = 0; i < count; ++i) {
         FieldTexts values;
+        int column = i;
         for (const Field field : {Field::FirstName, Field::Mobile, kHomeCity, Field::Manager}) {
-            if ((i + int(field)) % 3 != 0)
+            if (++column % 3 != 0 && i % 10 != 3)
                 values.emplace_back(field, QStringLiteral("%1/%2").arg(i).arg(int(field)));
         }
         rows.push_back(rowOf(values));
@@ -157,13 +158,16 @@ private Q_SLOTS:
     void numbersInLibetonyek()
     {
         PersonRows rows = hardAndLongRows();
-        const PersonRows more = numberedRows(255 - int(rows.size())); // it shows one tile
+        const PersonRows more = numberedRows(255 - int(rows.size())); // it shows one tile, to the last row with a cell
         rows.insert(rows.end(), more.begin(), more.end());
         const auto read = readBy(QStringLiteral("numbers2csv"), {written(QStringLiteral("numbers"), rows)});
         SKIP_WITHOUT(read);
         // It begins with a row of names of its own, and ends with an empty line.
-        QCOMPARE(read.output.trimmed().split('\n').mid(1),
-            csvOf(gridOf(allFieldsColumns(), rows), true).trimmed().split('\n'));
+        const QByteArrayList found = read.output.trimmed().split('\n').mid(1);
+        const QByteArrayList expected = csvOf(gridOf(allFieldsColumns(), rows), true).trimmed().split('\n');
+        for (qsizetype i = 0; i < qMin(found.size(), expected.size()); ++i)
+            QCOMPARE(found.at(i), expected.at(i));
+        QCOMPARE(found.size(), expected.size());
     }
 
     void numbersInLibreOffice()
