@@ -119,7 +119,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("format");
         QTest::addColumn<int>("limit");
-        for (const char *format : {"csv", "txt", "html", "excel"}) {
+        for (const char *format : {"csv", "txt", "html", "excel", "pages", "numbers", "docx"}) {
             for (const int limit : {70'000, 200'000, 290'000})
                 QTest::addRow("%s %d", format, limit) << u(format) << limit;
         }

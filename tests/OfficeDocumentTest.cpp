@@ -4,6 +4,7 @@
 #include "export/NumbersDocument.h"
 #include "export/PagesDocument.h"
 #include "support/FailingBuffer.h"
+#include "support/HardContacts.h"
 #include "support/OtherReader.h"
 
 #include <QJsonArray>
@@ -17,50 +18,27 @@ namespace {
 
 const QDateTime kTime(QDate(2026, 3, 4), QTime(5, 6, 8), Qt::UTC);
 
-using Values = std::vector<std::pair<Field, QString>>;
-
 const Field kHomeCity = *fieldLabelled(u"Home City");
 const Field kHomeState = *fieldLabelled(u"Home State");
 const Field kHomeZip = *fieldLabelled(u"Home ZIP");
 
-PersonRow rowOf(const Values &values)
+/// And a text longer than some formats hold.
+PersonRows hardAndLongRows()
 {
-    auto row = std::make_shared<PersonDictionary>();
-    for (const auto &[field, text] : values)
-        row->setValue(text, field);
-    return row;
-}
-
-/// Texts that break writers, one a row.
-const QStringList &hardTexts()
-{
-    static const QStringList texts{QStringLiteral("=1+1"), QStringLiteral("007"), QStringLiteral("+49 30 1234"),
-        QStringLiteral("\"quoted\", and more"), QStringLiteral("<b>&amp;]]>"), QStringLiteral("two\nlines"),
-        QStringLiteral("\n\nthree more\n"), QStringLiteral("tab\there"), QStringLiteral("  spaces  around  "),
-        QStringLiteral("\U0001F600\U0001F469\u200D\U0001F4BB"), QStringLiteral("\u0645\u0631\u062D\u0628\u0627"),
-        QStringLiteral("Zoe\u0308 \u65E5\u672C\u8A9E"), QString(QStringLiteral("long ")).repeated(8000),
-        QStringLiteral("_x0041_"), QStringLiteral("1.5E3"), QStringLiteral("2026-01-02")};
-    return texts;
-}
-
-PersonRows hardRows()
-{
-    PersonRows rows;
-    for (const QString &text : hardTexts())
-        rows.push_back(rowOf({{Field::LastName, QStringLiteral("Hard")}, {Field::Note, text}}));
-    rows.push_back(rowOf({}));
-    rows.push_back(rowOf({{Field::FirstName, QStringLiteral("")}, {Field::Company, QStringLiteral("Acme")}}));
+    PersonRows rows = hardRows();
+    rows.push_back(rowOf({{Field::Note, QString(QStringLiteral("long ")).repeated(8000)}}));
     return rows;
 }
 
-/// Rows with gaps, each cell different from every other.
+/// Rows with gaps, some without any cell, each cell different from every other.
 PersonRows numberedRows(int count)
 {
     PersonRows rows;
     for (int i = 0; i < count; ++i) {
-        Values values;
+        FieldTexts values;
+        int column = i;
         for (const Field field : {Field::FirstName, Field::Mobile, kHomeCity, Field::Manager}) {
-            if ((i + int(field)) % 3 != 0)
+            if (++column % 3 != 0 && i % 10 != 3)
                 values.emplace_back(field, QStringLiteral("%1/%2").arg(i).arg(int(field)));
         }
         rows.push_back(rowOf(values));
@@ -115,18 +93,9 @@ QJsonArray paragraphsOf(const PersonRows &rows, const QString &heading, const QS
     return paragraphs;
 }
 
-ExportColumns fewColumns()
-{
-    ExportColumns columns{{QStringLiteral("Nobody's"), std::nullopt}};
-    for (const Field field :
-        {Field::Manager, Field::FirstName, Field::LastName, Field::Note, Field::Mobile, kHomeCity, Field::Company})
-        columns.push_back({fieldInfo(field).label, field});
-    return columns;
-}
-
 Result<void> writeDocument(QStringView kind, const PersonRows &rows, QIODevice &target)
 {
-    const ExportColumns columns = fewColumns();
+    const ExportColumns &columns = allFieldsColumns();
     if (kind == u"numbers")
         return NumbersDocument(kTime, QStringLiteral("a"), columns, rows).writeTo(target);
     if (kind == u"pages")
@@ -165,13 +134,14 @@ private Q_SLOTS:
         const auto read = readBy(
             QStringLiteral("iwa_decode.py"), {QStringLiteral("cells"), written(QStringLiteral("numbers"), people)});
         SKIP_WITHOUT(read);
-        QCOMPARE(read.lines(), (QJsonArray{QJsonArray{QStringLiteral("Contacts"), gridOf(fewColumns(), people)}}));
+        QCOMPARE(
+            read.lines(), (QJsonArray{QJsonArray{QStringLiteral("Contacts"), gridOf(allFieldsColumns(), people)}}));
     }
 
     void numbersGoesOnInAnotherSheet()
     {
         const PersonRows people = numberedRows(7);
-        const ExportColumns columns = fewColumns();
+        const ExportColumns &columns = allFieldsColumns();
         QFile file(m_folder.filePath(QStringLiteral("sheets.numbers")));
         QVERIFY(file.open(QIODevice::ReadWrite));
         QVERIFY(NumbersDocument(kTime, QString(), columns, people, 3).writeTo(file));
@@ -187,29 +157,30 @@ private Q_SLOTS:
 
     void numbersInLibetonyek()
     {
-        PersonRows rows = hardRows();
-        const PersonRows more = numberedRows(255 - int(rows.size())); // it shows one tile
+        PersonRows rows = hardAndLongRows();
+        const PersonRows more = numberedRows(255 - int(rows.size())); // it shows one tile, to the last row with a cell
         rows.insert(rows.end(), more.begin(), more.end());
         const auto read = readBy(QStringLiteral("numbers2csv"), {written(QStringLiteral("numbers"), rows)});
         SKIP_WITHOUT(read);
         // It begins with a row of names of its own, and ends with an empty line.
-        QCOMPARE(
-            read.output.trimmed().split('\n').mid(1), csvOf(gridOf(fewColumns(), rows), true).trimmed().split('\n'));
+        const QByteArrayList found = read.output.trimmed().split('\n').mid(1);
+        const QByteArrayList expected = csvOf(gridOf(allFieldsColumns(), rows), true).trimmed().split('\n');
+        for (qsizetype i = 0; i < qMin(found.size(), expected.size()); ++i)
+            QCOMPARE(found.at(i), expected.at(i));
+        QCOMPARE(found.size(), expected.size());
     }
 
     void numbersInLibreOffice()
     {
-        PersonRows rows = hardRows();
-        // It breaks a text of more than 16,383 characters in two.
-        std::erase_if(rows, [](const PersonRow &row) { return row->text(Field::Note).size() > 16'000; });
+        const PersonRows rows = hardRows(); // it breaks a text of more than 16,383 characters in two
         const QByteArray csv = convertedByOffice(written(QStringLiteral("numbers"), rows), QStringLiteral("csv"));
         SKIP_WITHOUT_OFFICE(csv);
-        QCOMPARE(csv.split('\n'), csvOf(gridOf(fewColumns(), rows), false).split('\n'));
+        QCOMPARE(csv.split('\n'), csvOf(gridOf(allFieldsColumns(), rows), false).split('\n'));
     }
 
     void pagesHoldsEveryParagraph()
     {
-        for (const PersonRows &rows : {hardRows(), numberedRows(700), PersonRows()}) {
+        for (const PersonRows &rows : {hardAndLongRows(), numberedRows(700), PersonRows()}) {
             const auto read = readBy(
                 QStringLiteral("iwa_decode.py"), {QStringLiteral("text"), written(QStringLiteral("pages"), rows)});
             SKIP_WITHOUT(read);
@@ -236,7 +207,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, kind);
         QFETCH(bool, office);
-        const PersonRows rows = hardRows();
+        const PersonRows rows = hardAndLongRows();
         const QString path = written(kind, rows);
         QByteArray text;
         if (office) {
@@ -257,7 +228,7 @@ private Q_SLOTS:
 
     void docxHoldsEveryParagraph()
     {
-        for (const PersonRows &rows : {hardRows(), numberedRows(300), PersonRows()}) {
+        for (const PersonRows &rows : {hardAndLongRows(), numberedRows(300), PersonRows()}) {
             const auto read = readBy(QStringLiteral("docx_paragraphs.py"), {written(QStringLiteral("docx"), rows)});
             SKIP_WITHOUT(read);
             QJsonArray expected = paragraphsOf(rows, QStringLiteral("heading 1"), QStringLiteral("Contact Field"));

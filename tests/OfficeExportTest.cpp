@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/DocxCreator.h"
-#include "export/ExportContact.h"
 #include "export/NumbersCreator.h"
 #include "export/PagesCreator.h"
 #include "support/OtherReader.h"
@@ -84,12 +83,6 @@ public:
 private:
     rlimit m_before{};
     void (*m_signal)(int);
-};
-
-class NoPanel : public ExportPanel
-{
-public:
-    void beginSheet(std::function<void(const std::optional<ExportChoice> &)>) override { }
 };
 
 } // namespace
@@ -199,28 +192,6 @@ private Q_SLOTS:
             const QJsonValue cell = grid.at(1).toArray().at(birthday);
             QCOMPARE(cell, allFields ? QJsonValue() : QJsonValue(QStringLiteral("1990-02-03")));
         }
-    }
-
-    void dispatcherKnowsThem_data() { addKinds(); }
-    void dispatcherKnowsThem()
-    {
-        QFETCH(QString, kind);
-        const auto format = std::ranges::find(ExportContact::formats(), kind, &ExportContact::Format::name);
-        QVERIFY(format != ExportContact::formats().end());
-        QCOMPARE(format->title.toLower(), QString(QStringLiteral("save to ") + kind));
-        NoPanel panel;
-        const ExportContact dispatcher(panel);
-        const QTemporaryDir folder;
-        const PersonRows rows = rowsWith(QStringLiteral("x"), 2);
-        for (const int tag : {0, ExportContact::kTableFieldsTag, ExportContact::kAllFieldsTag}) {
-            const ExportSource source{rows, rows, {Field::Note}, tag};
-            const ExportReport report = (dispatcher.*format->write)(folder.path() + format->fileName, source);
-            QVERIFY(!report.error);
-            QCOMPARE(report.paths.size(), tag == 0 ? 0 : 1);
-        }
-        QCOMPARE(filesIn(folder),
-            (QStringList{QString(QStringLiteral("Multi-Contacts(0).") + kind),
-                QString(QStringLiteral("Multi-Contacts.") + kind)}));
     }
 
     void noRowsGiveAnEmptyDocument_data() { addKinds(); }
