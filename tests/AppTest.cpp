@@ -5,6 +5,7 @@
 #include "app/ContactCard.h"
 #include "app/ContactTableView.h"
 #include "app/Controls.h"
+#include "app/ExportWindow.h"
 #include "app/ImportWindow.h"
 #include "app/PreviewView.h"
 #include "app/ProgressWindow.h"
@@ -16,6 +17,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -302,6 +304,30 @@ private Q_SLOTS:
         QTRY_COMPARE(ended.count(), 1);
         QVERIFY2(import->summary().startsWith(u"Imported 1 contact."), qPrintable(import->summary()));
         QTRY_COMPARE(m_app->loadContactsViewController().numberOfRowsInTableView(), 1);
+    }
+
+    void exportsTheShownFields()
+    {
+        start({"{'uid':'1','firstName':'Ann','nickname':'Nan'}", "{'uid':'2','firstName':'Bo'}"});
+        QTemporaryDir folder;
+        window().exportAllButton()->click();
+        ExportWindow &panel = m_app->exportWindow();
+        QTRY_VERIFY(panel.isVisible());
+        QCOMPARE(unnamedIn(&panel), QStringList());
+        panel.setFolder(folder.path());
+        panel.selectedButton()->setCurrentText(u"Save to CSV"_s);
+        QSignalSpy lines(&m_app->activityLog(), &QAbstractItemModel::rowsInserted);
+        panel.accept();
+        QFile file(folder.filePath(u"allPeople.csv"_s));
+        QTRY_VERIFY(file.exists());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("First Name,\nAnn,\nBo,\n"));
+        const auto isNoted = [this, &folder] {
+            const ActivityLog &log = m_app->activityLog();
+            const QModelIndex last = log.index(log.rowCount() - 1);
+            return last.data(ActivityLog::FolderRole).toString() == folder.path();
+        };
+        QTRY_VERIFY(isNoted());
     }
 
     void cardEditsWhatWasTypedAndNoMore()

@@ -17,6 +17,7 @@ private:
     const std::map<QString, QStringList> m_mayInclude{
         {QStringLiteral("base"), {}},
         {QStringLiteral("contacts/record"), {QStringLiteral("base")}},
+        {QStringLiteral("export/iwa"), {QStringLiteral("base")}},
         {QStringLiteral("contacts/jsonl"), {QStringLiteral("base"), QStringLiteral("contacts/record")}},
         {QStringLiteral("contacts/vcard"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts/jsonl")}},
@@ -44,7 +45,7 @@ private:
                 QStringLiteral("table/dictionary"), QStringLiteral("table/commit")}},
         {QStringLiteral("export"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
-                QStringLiteral("table/dictionary"), QStringLiteral("table")}},
+                QStringLiteral("table/dictionary"), QStringLiteral("table"), QStringLiteral("export/iwa")}},
         {QStringLiteral("cli"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts/jsonl"),
                 QStringLiteral("contacts"), QStringLiteral("contacts/sqlite"), QStringLiteral("scan"),
@@ -63,6 +64,7 @@ private:
         {QStringLiteral("SQLiteCpp/"), QStringLiteral("contacts/sqlite")},
         {QStringLiteral("libebook"), QStringLiteral("contacts/eds")},
         {QStringLiteral("CLI/"), QStringLiteral("cli")},
+        {QStringLiteral("snappy.h"), QStringLiteral("export/iwa")},
     };
 
     static bool isWindowHeader(const QString &header)

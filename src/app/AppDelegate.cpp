@@ -9,6 +9,8 @@
 #include "app/ContactCard.h"
 #include "app/ContactTableView.h"
 #include "app/Controls.h"
+#include "app/Counted.h"
+#include "app/ExportWindow.h"
 #include "app/ImportWindow.h"
 #include "app/ProgressWindow.h"
 #include "app/ResultsView.h"
@@ -21,6 +23,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 AppDelegate::AppDelegate()
@@ -31,6 +34,7 @@ AppDelegate::AppDelegate()
 {
     setUpCommands();
     setUpFailures();
+    setUpExports();
 }
 
 AppDelegate::~AppDelegate()
@@ -163,7 +167,35 @@ void AppDelegate::loadClicked()
     m_table.loadPersonInAddressBook();
 }
 
-void AppDelegate::exportClicked() { }
+void AppDelegate::setUpExports()
+{
+    m_exportWindow = std::make_unique<ExportWindow>(&m_window);
+    m_exportContact = std::make_unique<ExportContact>(*m_exportWindow);
+    connect(m_exportContact.get(), &ExportContact::exportFinished, this, &AppDelegate::noteExport);
+}
+
+void AppDelegate::exportClicked()
+{
+    m_exportContact->setLoadContactsViewController(&m_table);
+    m_exportContact->setExportArray(m_table.getTableViewDataArray());
+    m_exportContact->setIsExportAllPeople(true);
+    m_exportContact->startExport();
+}
+
+void AppDelegate::noteExport(const ExportOutcome &outcome)
+{
+    const ExportReport &report = outcome.report;
+    if (report.error)
+        m_activity.append(ActivityLog::Kind::Failure, report.error->description());
+    if (report.paths.isEmpty())
+        return;
+    const QString first = report.paths.front();
+    const QString others = report.paths.size() > 1 ? tr(" and %1 more").arg(report.paths.size() - 1) : QString();
+    m_activity.append(ActivityLog::Kind::Done,
+        tr("%1: %2 written to %3%4")
+            .arg(outcome.format, counted(outcome.rows, tr("contact"), tr("contacts")), first, others),
+        QFileInfo(first).path());
+}
 
 void AppDelegate::preferencesButtonClicled()
 {
@@ -263,7 +295,7 @@ void AppDelegate::makeFreshButtonEnable()
 
 RowExporter *AppDelegate::rowExporter()
 {
-    return nullptr;
+    return m_exportContact.get();
 }
 
 void AppDelegate::selectInAddressBook(const ABPersonPtr &person)

@@ -6,6 +6,7 @@
 #include "app/ConditionListModel.h"
 #include "app/MainWindow.h"
 #include "base/LatestJob.h"
+#include "export/ExportContact.h"
 #include "results/OutlineViewController.h"
 #include "scan/BackgroundScan.h"
 #include "table/LoadContactsViewController.h"
@@ -15,6 +16,7 @@
 class AboutWindowController;
 class Alerts;
 class ContactCard;
+class ExportWindow;
 class TableViewWindowController;
 
 /// Puts the application together: owns the address book, the controllers and the windows, and runs the flows between
@@ -34,6 +36,7 @@ public:
     LoadContactsViewController &loadContactsViewController() { return m_table; }
     /// Null before the first scan that found something and after Back.
     OutlineViewController *outlineViewController() { return m_results.get(); }
+    ExportWindow &exportWindow() { return *m_exportWindow; }
     ActivityLog &activityLog() { return m_activity; }
     ConditionListModel &conditions() { return m_conditions; }
 
@@ -71,6 +74,8 @@ Q_SIGNALS:
 private:
     void setUpCommands();
     void setUpFailures();
+    void setUpExports();
+    void noteExport(const ExportOutcome &outcome);
     void openAddressBook(const QString &where);
     void installAddressBook(const Result<std::shared_ptr<ABAddressBook>> &book);
     void showResults(const ScanResult &result);
@@ -85,6 +90,8 @@ private:
     MainWindow m_window;
     std::unique_ptr<TableViewWindowController> m_preferences;
     std::unique_ptr<AboutWindowController> m_about;
+    std::unique_ptr<ExportWindow> m_exportWindow;
+    std::unique_ptr<ExportContact> m_exportContact;
     std::unique_ptr<ScanAddressBook> m_scanner;
     std::unique_ptr<BackgroundScan> m_scan;
     std::atomic<bool> m_isQuitting = false;

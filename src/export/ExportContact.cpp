@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/ExportContact.h"
 
+#include "export/DocxCreator.h"
 #include "export/ExportCSV.h"
 #include "export/ExportLog.h"
 #include "export/ExportTXT.h"
 #include "export/ExportToHtml.h"
 #include "export/ExportVCard.h"
+#include "export/NumbersCreator.h"
+#include "export/PagesCreator.h"
 #include "export/XlsxCreater.h"
 #include "table/LoadContactsViewController.h"
 
@@ -75,7 +78,11 @@ std::span<const ExportContact::Format> ExportContact::formats()
     static const Format formats[] = {
         {QStringLiteral("Save to Excel"), QStringLiteral("excel"), kBaseName, &ExportContact::exportExcelToDesPath},
         {QStringLiteral("Save to HTML"), QStringLiteral("html"), kBaseName, &ExportContact::exportHtmlToDesPath},
+        {QStringLiteral("Save to Pages"), QStringLiteral("pages"), kBaseName, &ExportContact::exportPagesToDesPath},
+        {QStringLiteral("Save to Numbers"), QStringLiteral("numbers"), kBaseName,
+            &ExportContact::exportNumbersToDesPath},
         {QStringLiteral("Save to CSV"), QStringLiteral("csv"), QString(), &ExportContact::exportCsvToDesPath},
+        {QStringLiteral("Save to Docx"), QStringLiteral("docx"), kBaseName, &ExportContact::exportDocxToDesPath},
         {QStringLiteral("Save to vCard"), QStringLiteral("vcard"), QString(), &ExportContact::exportVcfToDesPath},
         {QStringLiteral("Save to TXT"), QStringLiteral("txt"), QString(), &ExportContact::exportTxtToDesPath},
     };
@@ -177,12 +184,43 @@ ExportReport ExportContact::exportHtmlToDesPath(const QString &toDesPath, const 
     return ExportToHtml(std::move(scope.rows), toDesPath, scope.isAllFields).writeHtml();
 }
 
+ExportReport ExportContact::exportPagesToDesPath(const QString &toDesPath, const ExportSource &source) const
+{
+    Scope scope(source);
+    if (!scope.isKnown)
+        return {};
+    PagesCreator creator;
+    creator.initWithDictionary(std::move(scope.rows), toDesPath, scope.isAllFields);
+    return creator.startConvert();
+}
+
+ExportReport ExportContact::exportNumbersToDesPath(const QString &toDesPath, const ExportSource &source) const
+{
+    Scope scope(source);
+    if (!scope.isKnown)
+        return {};
+    traceRows(scope);
+    NumbersCreator creator;
+    creator.initWithDictionary(std::move(scope.rows), toDesPath, scope.isAllFields);
+    return creator.startConvert();
+}
+
 ExportReport ExportContact::exportCsvToDesPath(const QString &toDesPath, const ExportSource &source) const
 {
     ExportReport report;
     if (const Scope scope(source); scope.isKnown)
         ExportCSV().writeCSVFileWithArray(scope.rows, toDesPath, scope.isAllFields, &report);
     return report;
+}
+
+ExportReport ExportContact::exportDocxToDesPath(const QString &toDesPath, const ExportSource &source) const
+{
+    Scope scope(source);
+    if (!scope.isKnown)
+        return {};
+    DocxCreator creator;
+    creator.initWithDictionary(std::move(scope.rows), toDesPath);
+    return creator.startConvert();
 }
 
 ExportReport ExportContact::exportVcfToDesPath(const QString &toDesPath, const ExportSource &source) const

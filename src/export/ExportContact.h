@@ -91,7 +91,10 @@ public:
     // Any thread. The path is the folder, or the folder and the file's name without extension.
     ExportReport exportExcelToDesPath(const QString &toDesPath, const ExportSource &source) const;
     ExportReport exportHtmlToDesPath(const QString &toDesPath, const ExportSource &source) const;
+    ExportReport exportPagesToDesPath(const QString &toDesPath, const ExportSource &source) const;
+    ExportReport exportNumbersToDesPath(const QString &toDesPath, const ExportSource &source) const;
     ExportReport exportCsvToDesPath(const QString &toDesPath, const ExportSource &source) const;
+    ExportReport exportDocxToDesPath(const QString &toDesPath, const ExportSource &source) const;
     ExportReport exportVcfToDesPath(const QString &toDesPath, const ExportSource &source) const;
     ExportReport exportTxtToDesPath(const QString &toDesPath, const ExportSource &source) const;
 
