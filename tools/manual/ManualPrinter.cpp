@@ -32,7 +32,8 @@ const QColor kLine(0xc9, 0xc6, 0xbf);
 
 } // namespace
 
-ManualPrinter::ManualPrinter(const QString &title, const QString &version) : m_title(title), m_version(version) { }
+ManualPrinter::ManualPrinter(QString title, QString version) : m_title(std::move(title)), m_version(std::move(version))
+{ }
 
 bool ManualPrinter::addChapter(const QString &path, QString *error)
 {

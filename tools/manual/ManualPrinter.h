@@ -17,7 +17,7 @@ class QPdfWriter;
 class ManualPrinter
 {
 public:
-    ManualPrinter(const QString &title, const QString &version);
+    ManualPrinter(QString title, QString version);
 
     /// Adds a chapter; paths of pictures in it are relative to the file. False, and @p error filled, when the file or
     /// one of its pictures cannot be read.

@@ -45,7 +45,7 @@ QString fileName(const QString &title)
 
 } // namespace
 
-PictureMaker::PictureMaker(Appearance::Scheme scheme, const QString &folder) : m_folder(folder)
+PictureMaker::PictureMaker(Appearance::Scheme scheme, QString folder) : m_folder(std::move(folder))
 {
     m_appearance.setScheme(scheme);
 }

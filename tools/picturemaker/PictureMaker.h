@@ -12,7 +12,7 @@ class PictureMaker
 {
 public:
     /// Pictures go into @p folder as NAME-light.png or NAME-dark.png.
-    PictureMaker(Appearance::Scheme scheme, const QString &folder);
+    PictureMaker(Appearance::Scheme scheme, QString folder);
     ~PictureMaker();
 
     /// Every window. The pictures of each kind of finding are taken in the light scheme only.
