@@ -153,8 +153,9 @@ void ExportContact::run(const Format &format, const QString &folder, const Expor
     ExportOutcome outcome;
     outcome.format = format.title;
     outcome.report = (this->*format.write)(folder + format.fileName, source);
-    const bool isAllFields = source.matrix == kAllFieldsTag;
-    outcome.rows = static_cast<qint64>((isAllFields ? source.exportArray : source.tableRows).size());
+    const PersonRows &rows = source.matrix == kAllFieldsTag ? source.exportArray : source.tableRows;
+    // A format of one file a row keeps those that came before the failure; the others keep nothing.
+    outcome.rows = outcome.report.error ? outcome.report.paths.size() : static_cast<qint64>(rows.size());
     outcome.milliseconds = timer.elapsed();
     logOutcome(outcome, folder);
     Q_EMIT exportFinished(outcome);

@@ -79,6 +79,7 @@ public:
         lxw_workbook_options options{};
         options.constant_memory = isInMemory ? LXW_FALSE : LXW_TRUE;
         m_book = workbook_new_opt(path.constData(), &options);
+        Q_CHECK_PTR(m_book); // null only without memory
         m_header = workbook_add_format(m_book);
         format_set_bold(m_header);
         format_set_num_format(m_header, "@");
