@@ -17,6 +17,7 @@ private:
     const std::map<QString, QStringList> m_mayInclude{
         {QStringLiteral("base"), {}},
         {QStringLiteral("contacts/record"), {QStringLiteral("base")}},
+        {QStringLiteral("export/iwa"), {QStringLiteral("base")}},
         {QStringLiteral("contacts/jsonl"), {QStringLiteral("base"), QStringLiteral("contacts/record")}},
         {QStringLiteral("contacts/vcard"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts/jsonl")}},
@@ -39,17 +40,28 @@ private:
                 QStringLiteral("table/dictionary")}},
         {QStringLiteral("scan"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts")}},
+        {QStringLiteral("fix"),
+            {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
+                QStringLiteral("table/dictionary"), QStringLiteral("scan")}},
         {QStringLiteral("results"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
-                QStringLiteral("scan")}},
+                QStringLiteral("table/dictionary"), QStringLiteral("scan"), QStringLiteral("fix")}},
         {QStringLiteral("table"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
                 QStringLiteral("table/dictionary"), QStringLiteral("table/commit")}},
+        {QStringLiteral("export"),
+            {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
+                QStringLiteral("table/dictionary"), QStringLiteral("table"), QStringLiteral("export/iwa")}},
         {QStringLiteral("cli"),
             {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts/jsonl"),
                 QStringLiteral("contacts"), QStringLiteral("contacts/open"), QStringLiteral("scan"),
-                QStringLiteral("results"), QStringLiteral("table/dictionary"), QStringLiteral("table/commit"),
-                QStringLiteral("table")}},
+                QStringLiteral("fix"), QStringLiteral("results"), QStringLiteral("table/dictionary"),
+                QStringLiteral("table"), QStringLiteral("export")}},
+        {QStringLiteral("app"),
+            {QStringLiteral("base"), QStringLiteral("contacts/record"), QStringLiteral("contacts"),
+                QStringLiteral("contacts/open"), QStringLiteral("scan"), QStringLiteral("fix"),
+                QStringLiteral("results"), QStringLiteral("table/dictionary"), QStringLiteral("table"),
+                QStringLiteral("export")}},
     };
 
     /// Outside headers that only one folder may know.
@@ -58,6 +70,7 @@ private:
         {QStringLiteral("SQLiteCpp/"), QStringLiteral("contacts/sqlite")},
         {QStringLiteral("libebook"), QStringLiteral("contacts/eds")},
         {QStringLiteral("CLI/"), QStringLiteral("cli")},
+        {QStringLiteral("snappy.h"), QStringLiteral("export/iwa")},
     };
 
     static bool isWindowHeader(const QString &header)

@@ -3,7 +3,8 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Commands.h"
-#include "scan/Conditions.h"
+#include "export/ExportContact.h"
+#include "results/ConditionGroups.h"
 
 #include <CLI/CLI.hpp>
 
@@ -83,6 +84,73 @@ void addDelete(CLI::App &app, DeleteOptions &options, ChosenCommand &chosen)
     choose(command, chosen, [&options](const CommandContext &context) { return runDelete(options, context); });
 }
 
+std::string optionTable()
+{
+    std::string table = "\nGroups and their options:\n";
+    for (const ConditionGroup &group : conditionGroups()) {
+        table += "  " + std::string(group.name.data()) + "\n";
+        for (const QLatin1StringView title : optionGroupInfo(group.optionGroup).titles)
+            table += "      " + std::string(title.data()) + "\n";
+    }
+    return table;
+}
+
+void addGroupAndOption(CLI::App *command, std::string &group, std::string &option)
+{
+    command->add_option("--group", group, "The group of the findings, as scan prints it")
+        ->type_name("NAME")
+        ->required();
+    command->add_option("--option", option, "The repair")->type_name("TITLE")->required();
+}
+
+void addFix(CLI::App &app, FixOptions &options, ChosenCommand &chosen)
+{
+    CLI::App *command = app.add_subcommand("fix",
+        "Repair what a scan finds, and save at once. Prints a line a finding: what was changed. It ends at the first "
+        "change that could not be saved");
+    addGroupAndOption(command, options.group, options.option);
+    command->add_option("UID", options.uids, "The contacts whose first finding is repaired");
+    command->add_flag("--all", options.all, "Repair every finding instead");
+    command->add_flag("--yes", options.yes, "Answer the question before a deletion with Delete");
+    command->footer(optionTable());
+    choose(command, chosen, [&options](const CommandContext &context) { return runFix(options, context); });
+}
+
+void addPreview(CLI::App &app, PreviewOptions &options, ChosenCommand &chosen)
+{
+    CLI::App *command = app.add_subcommand("preview",
+        "Print what a repair would do, and change nothing. Lines from top to bottom, texts in columns from left to "
+        "right: first how it is, then how it would be");
+    addGroupAndOption(command, options.group, options.option);
+    command->add_option("UID", options.uid, "The contact")->required();
+    command->footer(optionTable());
+    choose(command, chosen, [&options](const CommandContext &context) { return runPreview(options, context); });
+}
+
+void addExport(CLI::App &app, ExportOptions &options, ChosenCommand &chosen)
+{
+    std::vector<std::string> names;
+    for (const ExportContact::Format &format : ExportContact::formats())
+        names.push_back(format.name.toStdString());
+    CLI::App *command = app.add_subcommand("export", "Write people to files, and print the files' paths");
+    command->add_option("--format", options.format, "What to write")->required()->check(CLI::IsMember(names));
+    command->add_option("--scope", options.scope, "Which fields: those of the table's columns, or all")
+        ->check(CLI::IsMember({"table", "all"}))
+        ->capture_default_str();
+    command->add_option("--columns", options.columns, "The table's columns, from the left; without it, its first ones")
+        ->type_name("LABEL,LABEL...")
+        ->delimiter(',')
+        ->expected(1)
+        ->take_all();
+    command->add_option("--select", options.select, "Only these people, the lowest row first")
+        ->type_name("UID,UID...")
+        ->delimiter(',')
+        ->expected(1)
+        ->take_all();
+    command->add_option("FOLDER", options.folder, "Where to; must be there")->required();
+    choose(command, chosen, [&options](const CommandContext &context) { return runExport(options, context); });
+}
+
 /// Sends diagnostic lines to the console's error stream while it lives, and nowhere when they are not wanted.
 class Diagnostics
 {
@@ -133,6 +201,9 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &co
     TableOptions tableOptions;
     EditOptions editOptions;
     DeleteOptions deleteOptions;
+    FixOptions fixOptions;
+    PreviewOptions previewOptions;
+    ExportOptions exportOptions;
     ChosenCommand chosen;
     addImport(app, importOptions, chosen);
     addPeople(app, peopleOptions, chosen);
@@ -140,6 +211,9 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &co
     addTable(app, tableOptions, chosen);
     addEdit(app, editOptions, chosen);
     addDelete(app, deleteOptions, chosen);
+    addFix(app, fixOptions, chosen);
+    addPreview(app, previewOptions, chosen);
+    addExport(app, exportOptions, chosen);
 
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

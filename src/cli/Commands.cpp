@@ -24,3 +24,12 @@ std::shared_ptr<ABAddressBook> CommandContext::openAddressBook() const
     ABAddressBook::setSharedAddressBook(*book);
     return *book;
 }
+
+std::string onOneLine(QString text)
+{
+    for (QChar &c : text) {
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            c = u' ';
+    }
+    return text.toStdString();
+}

@@ -20,6 +20,10 @@ struct CommandContext
     void report(const QString &line) const;
 };
 
+/// A text as UTF-8 with blanks for all characters that would begin another line or move the cursor: names, labels and
+/// notes may hold anything.
+std::string onOneLine(QString text);
+
 struct ImportOptions
 {
     std::string format; // empty: by content
@@ -57,9 +61,37 @@ struct EditOptions
 };
 ExitStatus runEdit(const EditOptions &options, const CommandContext &context);
 
+struct ExportOptions
+{
+    std::string format;
+    std::string scope = "all";
+    std::vector<std::string> columns; // labels; empty: those of a fresh contact table
+    std::vector<std::string> select; // uids; empty: everybody
+    std::string folder;
+};
+ExitStatus runExport(const ExportOptions &options, const CommandContext &context);
+
 struct DeleteOptions
 {
     std::vector<std::string> uids;
     bool yes = false; // delete without asking
 };
 ExitStatus runDelete(const DeleteOptions &options, const CommandContext &context);
+
+struct FixOptions
+{
+    std::string group;
+    std::string option;
+    std::vector<std::string> uids;
+    bool all = false; ///< instead of uids
+    bool yes = false;
+};
+ExitStatus runFix(const FixOptions &options, const CommandContext &context);
+
+struct PreviewOptions
+{
+    std::string group;
+    std::string option;
+    std::string uid;
+};
+ExitStatus runPreview(const PreviewOptions &options, const CommandContext &context);

@@ -14,7 +14,9 @@ public:
 
     void makeFreshButtonEnable() override { }
     AlertPanel &alertPanel() override { return m_alertPanel; }
-    RowExporter *rowExporter() override { return nullptr; }
+    RowExporter *rowExporter() override { return m_rowExporter; }
+    /// Must outlive the table. Without one nothing is exported.
+    void setRowExporter(RowExporter *exporter) { m_rowExporter = exporter; }
 
     LoadContactsViewController &controller() { return m_controller; }
     /// In the order of the uids; who is not there is reported and left out.
@@ -27,6 +29,7 @@ private:
 
     const CommandContext &m_context;
     ConsoleAlertPanel m_alertPanel;
+    RowExporter *m_rowExporter = nullptr;
     bool m_hasFailed = false;
     LoadContactsViewController m_controller;
 };

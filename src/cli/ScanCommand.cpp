@@ -79,16 +79,6 @@ const ABPersonPtr &personOf(const EmailMatch &match)
     return match.searchedPerson;
 }
 
-/// A name or label may hold anything; on a line of its own it must not make another one.
-std::string onOneLine(QString text)
-{
-    for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
-            c = u' ';
-    }
-    return text.toStdString();
-}
-
 void printTree(const ScanResult &result, std::ostream &out)
 {
     for (const ConditionGroup &group : conditionGroups()) {

@@ -52,6 +52,9 @@ public:
     /// False for a person that is not in the address book. Its uid is free again only after save().
     bool removeRecord(const ABPersonPtr &person, Error *error = nullptr);
 
+    /// Takes additions back that are not saved yet; people who are saved, or not here, are passed over.
+    void withdraw(const std::vector<ABPersonPtr> &added);
+
     /// Writes all pending changes, whole or not at all. Where somebody else changed a person meanwhile, only the
     /// properties changed here are written over theirs.
     /// False: the store refused, nothing was written and everything stays pending; or (Conflict) somebody else removed
@@ -78,6 +81,7 @@ private:
     void insert(const ABPersonPtr &person);
     void erase(const ABPersonPtr &person);
     const std::unordered_map<QString, ABPersonPtr> &uidIndex() const;
+    bool hasUid(const QString &uid);
 
     const std::unique_ptr<AddressBookStore> m_store;
     const std::shared_ptr<PendingChanges> m_pending;
@@ -88,4 +92,5 @@ private:
     mutable PeopleSnapshot m_snapshot; // null, or of the version below
     mutable quint64 m_snapshotVersion = 0;
     mutable std::unordered_map<QString, ABPersonPtr> m_uidIndex; // made when first asked for: most runs never do
+    int m_searchesSinceSave = 0; // by uid, while there is no index
 };

@@ -139,7 +139,8 @@ void RecordImporter::add(const ImportedRecord &imported, const QString &uid)
 {
     const ABPersonPtr present = m_book.personWithUniqueId(uid);
     if (!present) {
-        m_book.addRecord(std::make_shared<ABPerson>(uid, imported.record));
+        m_added.push_back(std::make_shared<ABPerson>(uid, imported.record));
+        m_book.addRecord(m_added.back());
         ++m_imported;
         return;
     }
@@ -157,4 +158,51 @@ void RecordImporter::add(const ImportedRecord &imported, const QString &uid)
         replacement->setKeptLines(stored->keptLines()); // JSON cannot carry them, which is no reason to lose them
     present->replaceRecord(replacement);
     ++m_imported;
+}
+
+namespace {
+
+/// Records that were read before.
+class ReadRecords : public RecordSource
+{
+public:
+    ImportedRecord next() override { return m_next < m_records.size() ? m_records[m_next++] : ImportedRecord(); }
+    std::vector<ImportProblem> takeProblems() override { return {}; }
+    qint64 bytesRead() const override { return 0; }
+    qint64 totalBytes() const override { return 0; }
+
+    void append(ImportedRecord record) { m_records.push_back(std::move(record)); }
+    std::size_t count() const { return m_records.size(); }
+
+private:
+    std::vector<ImportedRecord> m_records;
+    std::size_t m_next = 0;
+};
+
+} // namespace
+
+ImportReport importWhole(ABAddressBook &book, const QByteArray &content, const RecordImporter::Progress &progress)
+{
+    ImportReport report;
+    const auto source = recordSource(content, formatOfContent(content));
+    ReadRecords records;
+    for (ImportedRecord record = source->next(); record.record; record = source->next()) {
+        records.append(std::move(record));
+        if (records.count() % kRecordsPerProgress == 0 && !progress(source->bytesRead(), source->totalBytes())) {
+            report.cancelled = true;
+            return report;
+        }
+    }
+    report.problems = source->takeProblems();
+    RecordImporter importer(book, RecordImporter::OnOtherContent::AddUnderNewUid);
+    importer.addAll(records, [](qint64, qint64) { return true; });
+    Error error;
+    if (!book.save(&error)) {
+        book.withdraw(importer.addedPeople());
+        report.error = error;
+        return report;
+    }
+    report.imported = importer.importedCount();
+    report.alreadyThere = importer.alreadyThereCount();
+    return report;
 }

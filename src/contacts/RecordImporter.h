@@ -30,6 +30,8 @@ public:
 
     /// People added or replaced.
     qint64 importedCount() const { return m_imported; }
+    /// Those of them that are new in the book.
+    const std::vector<ABPersonPtr> &addedPeople() const { return m_added; }
     /// People that were skipped because the book holds them with the same content.
     qint64 alreadyThereCount() const { return m_alreadyThere; }
 
@@ -39,5 +41,20 @@ private:
     ABAddressBook &m_book;
     OnOtherContent m_onOtherContent;
     qint64 m_imported = 0;
+    std::vector<ABPersonPtr> m_added;
     qint64 m_alreadyThere = 0;
 };
+
+/// What became of the import of one file.
+struct ImportReport
+{
+    qint64 imported = 0;
+    qint64 alreadyThere = 0;
+    std::vector<ImportProblem> problems; ///< what was passed over, in file order
+    bool cancelled = false; ///< nothing was imported
+    std::optional<Error> error; ///< why nothing could be saved; nothing was imported then
+};
+
+/// Reads everything first, then adds and saves it, so that the address book is changed as a whole or not at all, while
+/// others go on working with it. @p progress counts the reading.
+ImportReport importWhole(ABAddressBook &book, const QByteArray &content, const RecordImporter::Progress &progress);

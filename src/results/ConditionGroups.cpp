@@ -2,36 +2,43 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "results/ConditionGroups.h"
 
+#include "contacts/record/NameTexts.h"
+#include "results/ProblemTexts.h"
+
+#include <algorithm>
 #include <array>
 
 namespace {
 
-constexpr std::array kGroups{
-    ConditionGroup{
-        Condition::UnusualSuffix, QLatin1StringView("Unusual Suffix"), QLatin1StringView("has unusual suffix.")},
-    ConditionGroup{
-        Condition::UnusualTitle, QLatin1StringView("Unusual Title"), QLatin1StringView("has unusual title.")},
-    ConditionGroup{
-        Condition::SingleName, QLatin1StringView("Incomplete name"), QLatin1StringView("the name is incomplete")},
-    ConditionGroup{Condition::SpaceInFirstName, QLatin1StringView("Spacing in first name"),
-        QLatin1StringView("has space(s) in the first name")},
-    ConditionGroup{Condition::DuplicateContacts, QLatin1StringView("Duplicate contacts"),
-        QLatin1StringView("appears more than once")},
-    ConditionGroup{
-        Condition::EmptyNotes, QLatin1StringView("Note with spacing only"), QLatin1StringView("has space(s) in note")},
-    ConditionGroup{Condition::DupEmail, QLatin1StringView("Duplicate Email Address"),
-        QLatin1StringView("has duplicate email address")},
-    ConditionGroup{Condition::DupPhone, QLatin1StringView("Duplicate Phone number"),
-        QLatin1StringView("has duplicate phone number")},
-    ConditionGroup{
-        Condition::DupAddress, QLatin1StringView("Duplicate Address"), QLatin1StringView("has duplicate address")},
-    ConditionGroup{Condition::EmptyNickname, QLatin1StringView("Nickname with spacing only"),
-        QLatin1StringView("has space(s) in nickname")},
-    ConditionGroup{Condition::BlankName, QLatin1StringView("Blank Name"), QLatin1StringView("has no name.")},
-    ConditionGroup{Condition::ShareEmail, QLatin1StringView("Share Email address"),
-        QLatin1StringView("has the same email address with others")},
-    ConditionGroup{
-        Condition::InvalidChar, QLatin1StringView("Invalid Characters"), QLatin1StringView("exist invalid characters")},
+using View = QLatin1StringView;
+
+const std::array kGroups{
+    ConditionGroup{Condition::UnusualSuffix, View("Unusual Suffix"), View("has unusual suffix."),
+        OptionGroup::BadSuffix, 75, processBadSuffixContacts, unusualSuffixText},
+    ConditionGroup{Condition::UnusualTitle, View("Unusual Title"), View("has unusual title."), OptionGroup::BadTitle,
+        75, processUnusualTitleContacts, unusualTitleText},
+    ConditionGroup{Condition::SingleName, View("Incomplete name"), View("the name is incomplete"), OptionGroup::OneName,
+        32, processOnlyOneNameContacts, incompleteNameText},
+    ConditionGroup{Condition::SpaceInFirstName, View("Spacing in first name"), View("has space(s) in the first name"),
+        OptionGroup::SpaceInName, 32, processSpaceInFirstNameContacts, spaceInFirstNameText},
+    ConditionGroup{Condition::DuplicateContacts, View("Duplicate contacts"), View("appears more than once"),
+        OptionGroup::DupContact, 32, processDuplicateContact, duplicateContactText},
+    ConditionGroup{Condition::EmptyNotes, View("Note with spacing only"), View("has space(s) in note"),
+        OptionGroup::EmptyNotes, 90, processEmptyNotesContacts, emptyNoteText},
+    ConditionGroup{Condition::DupEmail, View("Duplicate Email Address"), View("has duplicate email address"),
+        OptionGroup::Duplicate, 90, processDuplicateEmailContacts, duplicateEmailText},
+    ConditionGroup{Condition::DupPhone, View("Duplicate Phone number"), View("has duplicate phone number"),
+        OptionGroup::Duplicate, 90, processDuplicatePhoneContacts, duplicatePhoneText},
+    ConditionGroup{Condition::DupAddress, View("Duplicate Address"), View("has duplicate address"),
+        OptionGroup::Duplicate, 90, processDuplicateAddresslContacts, duplicateAddressText},
+    ConditionGroup{Condition::EmptyNickname, View("Nickname with spacing only"), View("has space(s) in nickname"),
+        OptionGroup::EmptyNotes, 90, processEmptyNicknameContacts, emptyNicknameText},
+    ConditionGroup{Condition::BlankName, View("Blank Name"), View("has no name."), OptionGroup::BlankName, 75,
+        processBlankNameContacts, blankNameText},
+    ConditionGroup{Condition::ShareEmail, View("Share Email address"), View("has the same email address with others"),
+        OptionGroup::ShareEmail, 0, processShareEmailContacts, sharedEmailText},
+    ConditionGroup{Condition::InvalidChar, View("Invalid Characters"), View("exist invalid characters"),
+        OptionGroup::InvalidChar, 90, processInvalidCharContacts, invalidCharacterText},
 };
 
 } // namespace
@@ -41,11 +48,14 @@ std::span<const ConditionGroup> conditionGroups()
     return kGroups;
 }
 
+const ConditionGroup *conditionGroupNamed(QStringView name)
+{
+    const auto found =
+        std::ranges::find_if(kGroups, [name](const ConditionGroup &group) { return group.name == name; });
+    return found == kGroups.end() ? nullptr : &*found;
+}
+
 QString displayName(const PersonRecord &record)
 {
-    const auto nameOrNull = [&record](ABProperty property) {
-        const QString *name = record.text(property);
-        return name ? *name : QStringLiteral("(null)");
-    };
-    return nameOrNull(kABFirstNameProperty) % QLatin1Char(' ') % nameOrNull(kABLastNameProperty);
+    return textOrNull(record, kABFirstNameProperty) % QLatin1Char(' ') % textOrNull(record, kABLastNameProperty);
 }

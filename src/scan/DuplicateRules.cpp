@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scan/DuplicateRules.h"
 
+#include "contacts/record/NameTexts.h"
 #include "scan/RepeatCandidates.h"
 
 #include <algorithm>
@@ -17,33 +18,13 @@ struct ViewHash
 
 struct ValueHash
 {
-    std::size_t operator()(const ABMultiValue::Value *value) const
-    {
-        if (const auto *text = std::get_if<QString>(value))
-            return qHash(*text);
-        std::size_t hash = 0;
-        for (const auto &[key, part] : std::get<ABDictionary>(*value))
-            hash = qHashMulti(hash, quint8(key), part);
-        return hash;
-    }
+    std::size_t operator()(const ABMultiValue::Value *value) const { return ABValueHash()(*value); }
 };
 
 struct ValueEqual
 {
     bool operator()(const ABMultiValue::Value *a, const ABMultiValue::Value *b) const { return *a == *b; }
 };
-
-const QString &nameOrNull(const PersonRecord &record, ABProperty property)
-{
-    static const QString null = QStringLiteral("(null)");
-    const QString *name = record.text(property);
-    return name ? *name : null;
-}
-
-QString nameKeyOf(const PersonRecord &record)
-{
-    return nameOrNull(record, kABFirstNameProperty) + nameOrNull(record, kABLastNameProperty);
-}
 
 bool hasBothNames(const PersonRecord &record)
 {
@@ -96,8 +77,8 @@ public:
     {
         for (const auto &person : block) {
             TextHash hash;
-            hash.add(nameOrNull(*person.record, kABFirstNameProperty));
-            hash.add(nameOrNull(*person.record, kABLastNameProperty));
+            hash.add(textOrNull(*person.record, kABFirstNameProperty));
+            hash.add(textOrNull(*person.record, kABLastNameProperty));
             m_values.add(hash.value(), &person);
         }
     }
@@ -117,7 +98,7 @@ public:
     Findings takeFindings() override
     {
         std::vector<ABPersonPtr> found;
-        for (const auto &group : groupsOfSameKey<QString, ViewHash>(candidates(), nameKeyOf))
+        for (const auto &group : groupsOfSameKey<QString, ViewHash>(candidates(), nameKey))
             found.push_back(group.front()->person);
         return found;
     }

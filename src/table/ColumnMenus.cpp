@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/ColumnMenus.h"
 
+#include <array>
+
 namespace {
 
 /// As many fields as there are, from @p first on.
 std::vector<Field> fieldsFrom(Field first, int count)
 {
     std::vector<Field> fields;
+    fields.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         fields.push_back(static_cast<Field>(static_cast<int>(first) + i));
     return fields;
@@ -61,7 +64,7 @@ std::span<const ColumnMenu> allMenusArray()
 
 std::span<const Field> initialColumns()
 {
-    static constexpr Field columns[] = {Field::FirstName, Field::LastName, Field::Company, Field::Mobile,
+    static constexpr std::array columns{Field::FirstName, Field::LastName, Field::Company, Field::Mobile,
         Field::HomeEmail, Field::WorkEmail, static_cast<Field>(static_cast<int>(Field::HomeStreet) + 1),
         Field::Birthday, Field::Note};
     return columns;

@@ -99,7 +99,14 @@ int ContactTableModel::columnCount(const QModelIndex &parent) const
 
 QVariant ContactTableModel::data(const QModelIndex &index, int role) const
 {
-    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole))
+    if (!index.isValid())
+        return {};
+    if (role == Qt::AccessibleTextRole) { // a cell by itself does not say what it is, and an empty one says nothing
+        const QString text = data(index, Qt::DisplayRole).toString();
+        const QString title = headerData(index.column(), Qt::Horizontal).toString();
+        return text.isEmpty() ? tr("%1: empty").arg(title) : QStringLiteral("%1: %2").arg(title, text);
+    }
+    if (role != Qt::DisplayRole && role != Qt::EditRole)
         return {};
     const PersonDictionary &row = *m_rows[static_cast<std::size_t>(index.row())];
     const Field field = m_columns[static_cast<std::size_t>(index.column())];

@@ -158,7 +158,8 @@ std::vector<int> sortedOrder(
     const QCollator collator = collatorFor(locale);
     std::vector<int> order(rows.size());
     std::iota(order.begin(), order.end(), 0);
-    for (auto descriptor = descriptors.rbegin(); descriptor != descriptors.rend(); ++descriptor)
-        order = sortedByRank(order, ranksOf(rows, descriptor->field, collator), descriptor->order);
+    std::for_each(descriptors.rbegin(), descriptors.rend(), [&](const SortDescriptor &descriptor) {
+        order = sortedByRank(order, ranksOf(rows, descriptor.field, collator), descriptor.order);
+    });
     return order;
 }

@@ -46,6 +46,12 @@ protected:
     QList<Entry> m_entries;
 };
 
+/// Hashes a value, so that equal ones meet.
+struct ABValueHash
+{
+    std::size_t operator()(const ABMultiValue::Value &value) const;
+};
+
 /// A multi-value under construction. Copies made of it so far do not change when more is added.
 class ABMutableMultiValue : public ABMultiValue
 {

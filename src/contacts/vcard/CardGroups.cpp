@@ -23,8 +23,8 @@ void CardGroups::assign(std::span<const ContentLine> lines)
     if (m_groups.empty())
         return;
     std::ranges::sort(m_groups, comesBefore, &Group::name);
-    const auto surplus = std::ranges::unique(m_groups, equalsIgnoringCase, &Group::name);
-    m_groups.erase(surplus.begin(), surplus.end());
+    const auto isSame = [](const Group &a, const Group &b) { return equalsIgnoringCase(a.name, b.name); };
+    m_groups.erase(std::unique(m_groups.begin(), m_groups.end(), isSame), m_groups.end());
     for (const ContentLine &line : lines) {
         Group *group = of(line);
         if (group && line.id == CardName::Label && !group->label)

@@ -103,24 +103,25 @@ struct TypeLabel
 {
     quint16 needed;
     quint16 written;
+    bool ofPhonesOnly;
     const QString &label;
     QLatin1StringView words;
-    bool ofPhonesOnly;
 };
 
 /// In the order of precedence: a mobile phone at work is a mobile phone.
+// No std::array: it would have to be told how many there are.
+// NOLINTNEXTLINE(modernize-avoid-c-arrays)
 const TypeLabel kTypeLabels[]{
-    // NOLINT(modernize-avoid-c-arrays)
-    {CardType::IPhone, CardType::IPhone | CardType::Cell, kABPhoneiPhoneLabel, QLatin1StringView("CELL,IPHONE"), true},
-    {CardType::Cell, CardType::Cell, kABPhoneMobileLabel, QLatin1StringView("CELL"), true},
-    {CardType::Fax | CardType::Home, CardType::Fax | CardType::Home, kABPhoneHomeFAXLabel,
-        QLatin1StringView("HOME,FAX"), true},
-    {CardType::Fax, CardType::Fax | CardType::Work, kABPhoneWorkFAXLabel, QLatin1StringView("WORK,FAX"), true},
-    {CardType::Pager, CardType::Pager, kABPhonePagerLabel, QLatin1StringView("PAGER"), true},
-    {CardType::Main, CardType::Main, kABPhoneMainLabel, QLatin1StringView("MAIN"), true},
-    {CardType::Home, CardType::Home, kABHomeLabel, QLatin1StringView("HOME"), false},
-    {CardType::Work, CardType::Work, kABWorkLabel, QLatin1StringView("WORK"), false},
-    {CardType::Others, CardType::Others, kABOtherLabel, QLatin1StringView("OTHER"), false},
+    {CardType::IPhone, CardType::IPhone | CardType::Cell, true, kABPhoneiPhoneLabel, QLatin1StringView("CELL,IPHONE")},
+    {CardType::Cell, CardType::Cell, true, kABPhoneMobileLabel, QLatin1StringView("CELL")},
+    {CardType::Fax | CardType::Home, CardType::Fax | CardType::Home, true, kABPhoneHomeFAXLabel,
+        QLatin1StringView("HOME,FAX")},
+    {CardType::Fax, CardType::Fax | CardType::Work, true, kABPhoneWorkFAXLabel, QLatin1StringView("WORK,FAX")},
+    {CardType::Pager, CardType::Pager, true, kABPhonePagerLabel, QLatin1StringView("PAGER")},
+    {CardType::Main, CardType::Main, true, kABPhoneMainLabel, QLatin1StringView("MAIN")},
+    {CardType::Home, CardType::Home, false, kABHomeLabel, QLatin1StringView("HOME")},
+    {CardType::Work, CardType::Work, false, kABWorkLabel, QLatin1StringView("WORK")},
+    {CardType::Others, CardType::Others, false, kABOtherLabel, QLatin1StringView("OTHER")},
 };
 
 // Pointers, since the labels themselves are made only when the program starts.

@@ -112,7 +112,7 @@ struct Unit
 
 QString assembled(QLatin1StringView name, const Unit &unit)
 {
-    const QString line = name % unit.params % u':' % unit.value;
+    QString line = name % unit.params % u':' % unit.value;
     if (unit.label.isNull() && unit.countryCode.isNull())
         return line;
     QString lines = kUnitGroup % u'.' % line;

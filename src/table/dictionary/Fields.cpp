@@ -23,7 +23,7 @@ struct TextRow
     ABProperty property;
 };
 
-constexpr TextRow kTextRows[] = {
+constexpr auto kTextRows = std::to_array<TextRow>({
     {"First Name", kABFirstNameProperty},
     {"Last Name", kABLastNameProperty},
     {"Phonetic First Name", kABFirstNamePhoneticProperty},
@@ -38,18 +38,18 @@ constexpr TextRow kTextRows[] = {
     {"Maiden Name", kABMaidenNameProperty},
     {"Middle Name", kABMiddleNameProperty},
     {"Company", kABOrganizationProperty},
-};
+});
 
-constexpr const char *kGroupWords[] = {"Home", "Work", "Other"};
+constexpr std::array kGroupWords{"Home", "Work", "Other"};
 
-constexpr std::pair<const char *, ABKey> kAddressParts[] = {
+constexpr auto kAddressParts = std::to_array<std::pair<const char *, ABKey>>({
     {"Street", kABAddressStreetKey},
     {"City", kABAddressCityKey},
     {"State", kABAddressStateKey},
     {"ZIP", kABAddressZIPKey},
     {"Country", kABAddressCountryKey},
     {"Country Code", kABAddressCountryCodeKey},
-};
+});
 static_assert(std::size(kAddressParts) == kAddressPartCount);
 
 /// Builds the rows in the order of Field, which it relies on.
@@ -109,8 +109,9 @@ private:
     }
     FieldInfo &add(int group, const char *word, FieldFamily family, ABProperty property)
     {
-        FieldInfo &row =
-            add(QString::fromLatin1(kGroupWords[group]) + QLatin1Char(' ') + QLatin1StringView(word), family, property);
+        FieldInfo &row = add(QString::fromLatin1(kGroupWords[static_cast<std::size_t>(group)]) + QLatin1Char(' ')
+                + QLatin1StringView(word),
+            family, property);
         row.storeLabel = labelOfGroup(static_cast<FieldGroup>(group));
         return row;
     }

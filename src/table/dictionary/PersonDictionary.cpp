@@ -3,19 +3,11 @@
 #include "table/dictionary/PersonDictionary.h"
 
 #include "contacts/record/ABLabels.h"
+#include "contacts/record/NameTexts.h"
 
 #include <algorithm>
 
 namespace {
-
-const QString kMissing = QStringLiteral("(null)");
-
-QString fullName(const PersonRecord &record)
-{
-    const QString *first = record.text(kABFirstNameProperty);
-    const QString *last = record.text(kABLastNameProperty);
-    return (first ? *first : kMissing) % (last ? *last : kMissing);
-}
 
 Field operator+(Field field, int offset)
 {
@@ -65,7 +57,7 @@ FieldValue PersonDictionary::value(const Entry &entry) const
         return *entry.m_text;
     if (entry.m_field == Field::Birthday)
         return m_birthday;
-    return fullName(*m_record);
+    return nameKey(*m_record);
 }
 
 FieldValue PersonDictionary::value(Field field) const
@@ -87,6 +79,21 @@ const QString *PersonDictionary::keptText(Field field) const
 {
     const Entry *entry = find(field);
     return entry ? entry->m_text : nullptr;
+}
+
+PersonDictionary PersonDictionary::withFields(std::span<const Field> fields) const
+{
+    PersonDictionary copy;
+    copy.m_record = m_record;
+    copy.m_birthday = m_birthday;
+    copy.m_ownTexts = m_ownTexts;
+    copy.m_entries.reserve(std::min(fields.size(), m_entries.size()));
+    for (const Field field : fields) {
+        const Entry *entry = find(field);
+        if (entry && !copy.contains(field))
+            copy.m_entries.push_back(*entry);
+    }
+    return copy;
 }
 
 void PersonDictionary::setValue(const FieldValue &value, Field forField)

@@ -46,6 +46,10 @@ public:
     /// The text where one is kept, valid as long as the dictionary; null for an absent value, and for a date or full
     /// name, which text() makes.
     const QString *keptText(Field field) const;
+    const QString *keptText(const Entry &entry) const { return entry.m_text; }
+
+    /// A copy, of nobody, that has of these fields those with a value, in their order.
+    PersonDictionary withFields(std::span<const Field> fields) const;
 
     /// Replaces the value in its place, or adds it behind all others. std::monostate removes the field.
     void setValue(const FieldValue &value, Field forField);

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/AlertPanel.h"
+
+#include <QWidget>
+
+#include <atomic>
+#include <functional>
+
+/// Questions and messages as windows of the application.
+class Alerts : public QObject, public AlertPanel
+{
+    Q_OBJECT
+
+public:
+    /// @p window must outlive this; alerts belong to it.
+    explicit Alerts(QWidget &window) : m_window(window) { }
+
+    /// Any thread; waits for the user.
+    Answer runAlertPanel(const QString &title, const QString &message, const QString &defaultButton,
+        const QString &alternateButton) override;
+
+    /// Runs it on the main thread and waits until it is done. Any thread.
+    void onMainThread(const std::function<void()> &action);
+
+    /// The program ends: nobody is asked any more, the answer is Alternate.
+    void answerEverythingFromNowOn() { m_isEnding = true; }
+
+private:
+    QWidget &m_window;
+    std::atomic<bool> m_isEnding = false;
+};

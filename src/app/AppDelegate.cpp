@@ -1,0 +1,322 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/AppDelegate.h"
+
+#include "app/AboutWindowController.h"
+#include "app/ActivityWindow.h"
+#include "app/Alerts.h"
+#include "app/AppLog.h"
+#include "app/ContactCard.h"
+#include "app/ContactTableView.h"
+#include "app/Controls.h"
+#include "app/Counted.h"
+#include "app/ExportWindow.h"
+#include "app/ImportWindow.h"
+#include "app/ProgressWindow.h"
+#include "app/ResultsView.h"
+#include "app/TableViewWindowController.h"
+#include "app/WebPages.h"
+#include "contacts/open/OpenStore.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+AppDelegate::AppDelegate()
+    : m_alerts(std::make_unique<Alerts>(m_window))
+    , m_table(*this)
+    , m_window(m_table)
+    , m_preferences(std::make_unique<TableViewWindowController>(m_conditions, &m_window))
+{
+    setUpCommands();
+    setUpFailures();
+    setUpExports();
+}
+
+AppDelegate::~AppDelegate()
+{
+    finishRunningScan();
+}
+
+void AppDelegate::setUpCommands()
+{
+    connect(&m_window, &MainWindow::scanRequested, this, &AppDelegate::scanClicled);
+    connect(&m_window, &MainWindow::refreshRequested, this, &AppDelegate::loadClicked);
+    connect(&m_window, &MainWindow::exportAllRequested, this, &AppDelegate::exportClicked);
+    connect(&m_window, &MainWindow::importRequested, this, &AppDelegate::importClicked);
+    connect(&m_window, &MainWindow::filesDropped, this, &AppDelegate::importFiles);
+    connect(&m_window, &MainWindow::preferencesRequested, this, &AppDelegate::preferencesButtonClicled);
+    connect(&m_window, &MainWindow::aboutRequested, this, &AppDelegate::aboutClicked);
+    connect(&m_window, &MainWindow::helpRequested, this, &AppDelegate::menuHelpClick);
+    connect(&m_window, &MainWindow::supportRequested, this, &AppDelegate::menuSupportClick);
+    connect(&m_window, &MainWindow::activityRequested, this, &AppDelegate::activityClicked);
+    ContactTableView *contacts = m_window.contactTable();
+    connect(contacts, &ContactTableView::cardRequested, this, &AppDelegate::editInAddressBook);
+    connect(contacts, &ContactTableView::importRequested, this, &AppDelegate::importClicked);
+    connect(contacts, &ContactTableView::sampleRequested, this, &AppDelegate::sampleClicked);
+}
+
+void AppDelegate::setUpFailures()
+{
+    connect(&m_table, &LoadContactsViewController::failed, this,
+        [this](const QString &reason) { m_activity.append(ActivityLog::Kind::Failure, reason); });
+    connect(&m_activity, &ActivityLog::failed, &m_window, &MainWindow::setFailureMark);
+}
+
+void AppDelegate::applicationDidFinishLaunching(const QString &where)
+{
+    m_window.show();
+    openAddressBook(where);
+}
+
+void AppDelegate::openAddressBook(const QString &where)
+{
+    m_window.setButtonsEnabled(false);
+    m_opener.start([this, where](const std::stop_token &) {
+        auto opened = [&where]() -> Result<std::shared_ptr<ABAddressBook>> {
+            auto store = openStore(where);
+            return store ? ABAddressBook::open(std::move(*store)) : store.error();
+        }();
+        QMetaObject::invokeMethod(
+            this, [this, opened] { installAddressBook(opened); }, Qt::QueuedConnection);
+    });
+}
+
+void AppDelegate::installAddressBook(const Result<std::shared_ptr<ABAddressBook>> &book)
+{
+    if (book) {
+        ABAddressBook::setSharedAddressBook(*book);
+        makeButtonEnable();
+        loadClicked();
+    } else {
+        const QString reason = book.error().description();
+        m_activity.append(ActivityLog::Kind::Failure, reason);
+        m_alerts->runAlertPanel(tr("The address book cannot be opened."), reason, tr("OK"), {});
+    }
+    Q_EMIT addressBookOpened(static_cast<bool>(book));
+}
+
+void AppDelegate::scanClicled()
+{
+    m_window.setButtonsEnabled(false);
+    const QStringList &titles = m_preferences->getSelectArray();
+    if (titles.isEmpty()) {
+        closeProgress();
+        m_alerts->runAlertPanel(QStringLiteral("Warning"),
+            QStringLiteral("No condition selected, please go to Preferences and choose at least one condition!"),
+            QStringLiteral("OK"), {});
+        makeButtonEnable();
+        return;
+    }
+    m_window.progressWindow()->begin();
+    if (!m_scanner) {
+        m_scanner = std::make_unique<ScanAddressBook>(*this);
+        m_scan = std::make_unique<BackgroundScan>(*m_scanner);
+        connect(m_scanner.get(), &ScanAddressBook::scanOver, this, &AppDelegate::updateUI, Qt::DirectConnection);
+    }
+    m_scan->start(titles);
+}
+
+void AppDelegate::updateUI(const ScanResult &result)
+{
+    QMetaObject::invokeMethod(
+        this, [this, result] { showResults(result); }, Qt::QueuedConnection);
+}
+
+void AppDelegate::showResults(const ScanResult &result)
+{
+    closeProgress();
+    makeButtonEnable();
+    m_window.showContacts();
+    m_results = std::make_unique<OutlineViewController>(*this);
+    m_results->setOutlineViewDataSouce(result);
+    connect(m_results.get(), &OutlineViewController::fixed, this, [this](const FixOutcome &outcome) {
+        if (outcome.error)
+            m_activity.append(ActivityLog::Kind::Failure, outcome.error->description());
+    });
+    m_window.showResults(*m_results);
+    QMetaObject::invokeMethod(this, &AppDelegate::outLineViewRefrash, Qt::QueuedConnection);
+}
+
+void AppDelegate::outLineViewRefrash()
+{
+    if (m_window.results())
+        m_window.results()->refresh();
+}
+
+void AppDelegate::reloadUI()
+{
+    // The view is in the middle of an event of its own, and the controller in the middle of a repair.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_window.showContacts();
+            m_results.reset();
+            loadClicked();
+        },
+        Qt::QueuedConnection);
+}
+
+void AppDelegate::loadClicked()
+{
+    m_window.setFreshButtonEnabled(false);
+    m_table.loadPersonInAddressBook();
+}
+
+void AppDelegate::setUpExports()
+{
+    m_exportWindow = std::make_unique<ExportWindow>(&m_window);
+    m_exportContact = std::make_unique<ExportContact>(*m_exportWindow);
+    connect(m_exportContact.get(), &ExportContact::exportFinished, this, &AppDelegate::noteExport);
+}
+
+void AppDelegate::exportClicked()
+{
+    m_exportContact->setLoadContactsViewController(&m_table);
+    m_exportContact->setExportArray(m_table.getTableViewDataArray());
+    m_exportContact->setIsExportAllPeople(true);
+    m_exportContact->startExport();
+}
+
+void AppDelegate::noteExport(const ExportOutcome &outcome)
+{
+    const ExportReport &report = outcome.report;
+    if (report.error)
+        m_activity.append(ActivityLog::Kind::Failure, report.error->description());
+    if (report.paths.isEmpty())
+        return;
+    const QString first = report.paths.front();
+    const QString others = report.paths.size() > 1 ? tr(" and %1 more").arg(report.paths.size() - 1) : QString();
+    m_activity.append(ActivityLog::Kind::Done,
+        tr("%1: %2 written to %3%4")
+            .arg(outcome.format, counted(outcome.rows, tr("contact"), tr("contacts")), first, others),
+        QFileInfo(first).path());
+}
+
+void AppDelegate::preferencesButtonClicled()
+{
+    m_preferences->showWindow();
+}
+
+void AppDelegate::aboutClicked()
+{
+    if (!m_about)
+        m_about = std::make_unique<AboutWindowController>(&m_window);
+    m_about->showWindow();
+}
+
+void AppDelegate::menuHelpClick()
+{
+    copyHelpFile();
+}
+
+void AppDelegate::copyHelpFile()
+{
+    const QString source = QStringLiteral(":/help/Brindle PeopleNook_Help.pdf");
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    const QString copy =
+        QDir(folder).filePath(QStringLiteral("%1_Help.pdf").arg(QApplication::applicationDisplayName()));
+    QDir().mkpath(folder);
+    QFile::remove(copy);
+    QFile::copy(source, copy);
+    QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner); // resources are read-only, and so is their copy
+    if (QDesktopServices::openUrl(QUrl::fromLocalFile(copy)))
+        qCDebug(lcApp, "sucess");
+    else
+        qCDebug(lcApp, "打开失败");
+}
+
+void AppDelegate::menuSupportClick()
+{
+    QDesktopServices::openUrl(kSupportPage);
+}
+
+void AppDelegate::activityClicked()
+{
+    auto *window = m_window.findChild<ActivityWindow *>();
+    if (!window)
+        window = new ActivityWindow(m_activity, &m_window);
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+void AppDelegate::importClicked()
+{
+    const QStringList paths = QFileDialog::getOpenFileNames(
+        &m_window, tr("Import Contacts"), QDir::homePath(), tr("vCard files (*.vcf *.vcard);;All files (*)"));
+    if (!paths.isEmpty())
+        importFiles(paths);
+}
+
+void AppDelegate::sampleClicked()
+{
+    importFiles({QStringLiteral(":/sample/people.vcf")});
+}
+
+void AppDelegate::importFiles(const QStringList &paths)
+{
+    auto *window = new ImportWindow(paths, m_activity, &m_window);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    connect(window, &ImportWindow::imported, this, &AppDelegate::loadClicked);
+    window->show();
+}
+
+void AppDelegate::closeProgress()
+{
+    m_alerts->onMainThread([this] {
+        if (!m_window.progressWindow()->isVisible())
+            return;
+        m_window.progressWindow()->hide();
+        m_window.activateWindow();
+    });
+}
+
+void AppDelegate::makeButtonEnable()
+{
+    QMetaObject::invokeMethod(
+        this, [this] { m_window.setButtonsEnabled(true); }, Qt::AutoConnection);
+}
+
+AlertPanel &AppDelegate::alertPanel()
+{
+    return *m_alerts;
+}
+
+void AppDelegate::makeFreshButtonEnable()
+{
+    if (!m_scan || !m_scan->isRunning())
+        m_window.setFreshButtonEnabled(true);
+}
+
+RowExporter *AppDelegate::rowExporter()
+{
+    return m_exportContact.get();
+}
+
+void AppDelegate::selectInAddressBook(const ABPersonPtr &person)
+{
+    editInAddressBook(person);
+}
+
+void AppDelegate::editInAddressBook(const ABPersonPtr &person)
+{
+    auto *card = new ContactCard(person, &m_window);
+    card->setAttribute(Qt::WA_DeleteOnClose);
+    connect(card, &ContactCard::saved, this, &AppDelegate::loadClicked);
+    connect(card, &ContactCard::failed, this,
+        [this](const QString &reason) { m_activity.append(ActivityLog::Kind::Failure, reason); });
+    card->show();
+}
+
+void AppDelegate::finishRunningScan()
+{
+    // The scan may be waiting for this thread to answer it.
+    m_alerts->answerEverythingFromNowOn();
+    while (m_scan && m_scan->isRunning())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::ExcludeUserInputEvents, 20);
+}

@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/ActivityLog.h"
+#include "app/ConditionListModel.h"
+#include "app/MainWindow.h"
+#include "base/LatestJob.h"
+#include "export/ExportContact.h"
+#include "results/OutlineViewController.h"
+#include "scan/BackgroundScan.h"
+#include "table/LoadContactsViewController.h"
+
+#include <atomic>
+
+class AboutWindowController;
+class Alerts;
+class ContactCard;
+class ExportWindow;
+class TableViewWindowController;
+
+/// Puts the application together: owns the address book, the controllers and the windows, and runs the flows between
+/// them. For the main thread; what is called on another one says so.
+class AppDelegate : public QObject, public ScanDelegate, public ContactTableDelegate, public ResultsDelegate
+{
+    Q_OBJECT
+
+public:
+    AppDelegate();
+    /// Waits for a running scan, load or export.
+    ~AppDelegate() override;
+
+    /// Shows the main window and opens the address book; an empty @p where is the user's own.
+    void applicationDidFinishLaunching(const QString &where);
+    MainWindow &mainWindow() { return m_window; }
+    LoadContactsViewController &loadContactsViewController() { return m_table; }
+    /// Null before the first scan that found something and after Back.
+    OutlineViewController *outlineViewController() { return m_results.get(); }
+    ExportWindow &exportWindow() { return *m_exportWindow; }
+    ActivityLog &activityLog() { return m_activity; }
+    ConditionListModel &conditions() { return m_conditions; }
+
+    // Commands.
+    void scanClicled();
+    void loadClicked();
+    void exportClicked();
+    void preferencesButtonClicled();
+    void aboutClicked();
+    void menuHelpClick();
+    void menuSupportClick();
+    void activityClicked();
+    void importClicked();
+    void sampleClicked();
+    void importFiles(const QStringList &paths);
+
+    // For the controllers. The first three may be called on any thread.
+    void closeProgress() override;
+    void makeButtonEnable() override;
+    AlertPanel &alertPanel() override;
+    void makeFreshButtonEnable() override;
+    RowExporter *rowExporter() override;
+    void selectInAddressBook(const ABPersonPtr &person) override;
+    void editInAddressBook(const ABPersonPtr &person) override;
+    void reloadUI() override;
+
+    /// Shows the results of a scan; called on the scanning thread, goes on on the main one.
+    void updateUI(const ScanResult &result);
+    void outLineViewRefrash();
+
+Q_SIGNALS:
+    /// The address book is open, or could not be opened.
+    void addressBookOpened(bool isOpen);
+
+private:
+    void setUpCommands();
+    void setUpFailures();
+    void setUpExports();
+    void noteExport(const ExportOutcome &outcome);
+    void openAddressBook(const QString &where);
+    void installAddressBook(const Result<std::shared_ptr<ABAddressBook>> &book);
+    void showResults(const ScanResult &result);
+    void copyHelpFile();
+    void finishRunningScan();
+
+    ActivityLog m_activity;
+    std::unique_ptr<Alerts> m_alerts;
+    ConditionListModel m_conditions;
+    LoadContactsViewController m_table;
+    std::unique_ptr<OutlineViewController> m_results;
+    MainWindow m_window;
+    std::unique_ptr<TableViewWindowController> m_preferences;
+    std::unique_ptr<AboutWindowController> m_about;
+    std::unique_ptr<ExportWindow> m_exportWindow;
+    std::unique_ptr<ExportContact> m_exportContact;
+    std::unique_ptr<ScanAddressBook> m_scanner;
+    std::unique_ptr<BackgroundScan> m_scan;
+    std::atomic<bool> m_isQuitting = false;
+    LatestJob m_opener; // last: its job uses the members above
+};

@@ -1,0 +1,9 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QLoggingCategory>
+
+Q_DECLARE_LOGGING_CATEGORY(lcApp)
+/// Lines that come once for each frame of an animation; off unless asked for.
+Q_DECLARE_LOGGING_CATEGORY(lcAppTrace)

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/CalmStyle.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
+namespace {
+
+constexpr qreal kRadius = 4;
+constexpr int kTitleGap = 3;
+
+QPen outline(const QStyleOption &option)
+{
+    if (option.state.testFlag(QStyle::State_HasFocus))
+        return {option.palette.color(QPalette::Highlight), 2};
+    const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
+    return {option.palette.color(isEnabled ? QPalette::PlaceholderText : QPalette::Mid), 1};
+}
+
+QRectF inner(const QRect &rect)
+{
+    return QRectF(rect).adjusted(1, 1, -1, -1);
+}
+
+void drawTick(QPainter &painter, const QRectF &box, const QColor &colour)
+{
+    painter.setPen(QPen(colour, box.width() / 6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const auto at = [&box](qreal x, qreal y) {
+        return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
+    };
+    painter.drawPolyline(QPolygonF{at(0.22, 0.52), at(0.43, 0.73), at(0.78, 0.28)});
+}
+
+void drawCheckBox(const QStyleOption &option, QPainter &painter)
+{
+    const QRectF box = inner(option.rect);
+    const bool isOn = option.state.testFlag(QStyle::State_On);
+    painter.setPen(outline(option));
+    painter.setBrush(option.palette.color(isOn ? QPalette::Highlight : QPalette::Base));
+    painter.drawRoundedRect(box, kRadius - 1, kRadius - 1);
+    if (isOn)
+        drawTick(painter, box, option.palette.color(QPalette::HighlightedText));
+}
+
+void drawRadioButton(const QStyleOption &option, QPainter &painter)
+{
+    const QRectF circle = inner(option.rect);
+    painter.setPen(outline(option));
+    painter.setBrush(option.palette.color(QPalette::Base));
+    painter.drawEllipse(circle);
+    if (!option.state.testFlag(QStyle::State_On))
+        return;
+    const qreal margin = circle.width() / 4;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(option.palette.color(QPalette::Text));
+    painter.drawEllipse(circle.adjusted(margin, margin, -margin, -margin));
+}
+
+} // namespace
+
+CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("Fusion")) { }
+
+void CalmStyle::drawPrimitive(
+    PrimitiveElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    switch (element) {
+    case PE_FrameLineEdit:
+    case PE_PanelLineEdit: {
+        const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+        painter->setPen(frame && frame->lineWidth == 0 ? QPen(Qt::NoPen) : outline(*option));
+        painter->setBrush(option->palette.color(QPalette::Base));
+        painter->drawRoundedRect(inner(option->rect), kRadius, kRadius);
+        break;
+    }
+    case PE_IndicatorCheckBox:
+    case PE_IndicatorItemViewItemCheck:
+        drawCheckBox(*option, *painter);
+        break;
+    case PE_IndicatorRadioButton:
+        drawRadioButton(*option, *painter);
+        break;
+    case PE_FrameGroupBox:
+        // The title stands above the frame, in the rectangle that is given for both.
+        painter->setPen(option->palette.color(QPalette::Mid));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRoundedRect(
+            inner(option->rect.adjusted(0, option->fontMetrics.height() + kTitleGap, 0, 0)), kRadius, kRadius);
+        break;
+    default:
+        painter->restore();
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return;
+    }
+    painter->restore();
+}
+
+int CalmStyle::styleHint(
+    StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returnData) const
+{
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) // pictures beside the words add nothing to them
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returnData);
+}

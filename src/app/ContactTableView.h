@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/FilteredRows.h"
+#include "table/LoadContactsViewController.h"
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QStackedWidget;
+class QTableView;
+
+/// The contact table with its search field. Everything it does, its controller does.
+class ContactTableView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// @p controller must outlive the view.
+    explicit ContactTableView(LoadContactsViewController &controller, QWidget *parent = nullptr);
+
+    /// The column-choice menus; also what the menu bar shows.
+    QList<QMenu *> columnMenus() const { return m_columnMenus; }
+    QTableView *table() const { return m_table; }
+    QLineEdit *searchField() const { return m_search; }
+    /// In the order of the contact table's rows, not the filter's.
+    std::vector<int> selectedRows() const;
+
+Q_SIGNALS:
+    void cardRequested(const ABPersonPtr &person);
+    void importRequested();
+    void sampleRequested();
+
+private:
+    void setUpTable();
+    void setUpColumnMenus();
+    void setUpContextMenu();
+    void setUpEmptyPage();
+    void followColumns();
+    void columnDragged(int from, int to);
+    void sortBy(int column);
+    void updateSummary();
+    void copySelectedCells();
+    void copyAsCards();
+    void openCard();
+    QList<ABPersonPtr> selectedPeople() const;
+
+    LoadContactsViewController &m_controller;
+    FilteredRows m_rows;
+    QLineEdit *m_search;
+    QLabel *m_summary;
+    QTableView *m_table;
+    QWidget *m_emptyPage;
+    QStackedWidget *m_pages;
+    QMenu *m_contextMenu;
+    QList<QMenu *> m_columnMenus;
+};

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ExportWindow.h"
+
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStandardPaths>
+
+#include <utility>
+
+ExportWindow::ExportWindow(QWidget *parent)
+    : QDialog(parent)
+    , m_folder(new QLineEdit(this))
+    , m_format(new QComboBox(this))
+    , m_tableFields(new QRadioButton(tr("Only the fields that the table shows"), this))
+    , m_allFields(new QRadioButton(tr("All fields"), this))
+    , m_save(nullptr)
+{
+    setWindowTitle(tr("Export"));
+    for (const ExportContact::Format &format : ExportContact::formats())
+        m_format->addItem(format.title);
+    m_format->setAccessibleName(tr("Format"));
+    m_folder->setAccessibleName(tr("Folder"));
+    m_folder->setMinimumWidth(m_folder->fontMetrics().averageCharWidth() * 40);
+    m_tableFields->setChecked(true);
+    auto *choose = new QPushButton(tr("Choose ..."));
+    connect(choose, &QPushButton::clicked, this, &ExportWindow::chooseFolder);
+    auto *folder = new QHBoxLayout;
+    folder->addWidget(m_folder, 1);
+    folder->addWidget(choose);
+    auto *form = new QFormLayout;
+    form->addRow(tr("Folder"), folder);
+    form->addRow(tr("Format"), m_format);
+    form->addRow(tr("Fields"), m_tableFields);
+    form->addRow(QString(), m_allFields);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
+    m_save = buttons->button(QDialogButtonBox::Save);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_folder, &QLineEdit::textChanged, this,
+        [this](const QString &path) { m_save->setEnabled(QFileInfo(path).isDir()); });
+    connect(this, &QDialog::finished, this, &ExportWindow::end);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(form);
+    layout->addWidget(buttons);
+    setFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+}
+
+void ExportWindow::beginSheet(std::function<void(const std::optional<ExportChoice> &)> done)
+{
+    m_done = std::move(done);
+    m_format->setFocus();
+    open();
+}
+
+void ExportWindow::setFolder(const QString &folder)
+{
+    m_folder->setText(folder);
+    m_save->setEnabled(QFileInfo(folder).isDir());
+}
+
+void ExportWindow::chooseFolder()
+{
+    const QString folder = QFileDialog::getExistingDirectory(this, tr("Export into"), m_folder->text());
+    if (!folder.isEmpty())
+        setFolder(folder);
+}
+
+void ExportWindow::end(int result)
+{
+    const auto done = std::exchange(m_done, nullptr);
+    if (!done)
+        return;
+    if (result != QDialog::Accepted) {
+        done(std::nullopt);
+        return;
+    }
+    const int tag = m_tableFields->isChecked() ? ExportContact::kTableFieldsTag : ExportContact::kAllFieldsTag;
+    done(ExportChoice{m_folder->text(), m_format->currentText(), tag});
+}

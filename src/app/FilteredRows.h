@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "table/ContactTableModel.h"
+
+#include <QAbstractProxyModel>
+
+/// The rows of the contact table that hold a text somewhere, in the table's order; all rows while the text is empty.
+/// It hides rows and changes nothing else.
+class FilteredRows : public QAbstractProxyModel
+{
+    Q_OBJECT
+
+public:
+    /// @p table must outlive this.
+    explicit FilteredRows(ContactTableModel &table, QObject *parent = nullptr);
+
+    /// Each word must be found in some field of a row, whether the field is shown or not, capitals and small letters
+    /// alike.
+    void setFilterText(const QString &text);
+    const QString &filterText() const { return m_text; }
+
+    QModelIndex mapToSource(const QModelIndex &index) const override;
+    QModelIndex mapFromSource(const QModelIndex &index) const override;
+    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
+    QModelIndex parent(const QModelIndex &child) const override;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+
+private:
+    void filterAnew();
+    void keepSelections();
+    bool accepts(const PersonDictionary &row, const QStringList &words) const;
+
+    ContactTableModel &m_table;
+    QString m_text;
+    std::vector<int> m_tableRows; // by row here, ascending
+    QModelIndexList m_persistentHere;
+    QList<QPersistentModelIndex> m_persistentThere;
+};

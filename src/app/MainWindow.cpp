@@ -1,0 +1,237 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/MainWindow.h"
+
+#include "app/ContactTableView.h"
+#include "app/Controls.h"
+#include "app/ProgressWindow.h"
+#include "app/ResultsView.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QDragEnterEvent>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QSettings>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QTableView>
+#include <QToolButton>
+
+namespace {
+
+constexpr QSize kFirstSize(1120, 700);
+
+QStringList localFiles(const QMimeData *data)
+{
+    QStringList paths;
+    for (const QUrl &url : data->urls()) {
+        if (url.isLocalFile())
+            paths += url.toLocalFile();
+    }
+    return paths;
+}
+
+} // namespace
+
+MainWindow::MainWindow(LoadContactsViewController &table)
+    : m_table(table)
+    , m_scanButton(new MyButton(this))
+    , m_freshButton(new MyButton(this))
+    , m_exportAllButton(new MyButton(this))
+    , m_allView(new QWidget(this))
+    , m_contacts(new ContactTableView(table, m_allView))
+    , m_areas(new QStackedWidget(this))
+    , m_progress(new ProgressWindow(this))
+    , m_failureMark(new QToolButton(this))
+{
+    setWindowTitle(QApplication::applicationDisplayName());
+    setAcceptDrops(true);
+    setUpContactArea();
+    setUpMenus();
+    setUpStatusBar();
+    setCentralWidget(m_areas);
+    restoreLayout();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::setUpContactArea()
+{
+    m_scanButton->setButtonTitle(tr("Scan"));
+    m_scanButton->setDefault(true);
+    m_freshButton->setButtonTitle(tr("Refresh"));
+    m_exportAllButton->setButtonTitle(tr("Export All"));
+    connect(m_scanButton, &QPushButton::clicked, this, &MainWindow::scanRequested);
+    connect(m_freshButton, &QPushButton::clicked, this, &MainWindow::refreshRequested);
+    connect(m_exportAllButton, &QPushButton::clicked, this, &MainWindow::exportAllRequested);
+
+    auto *topView = new BannerView(QStringLiteral(":/art/topBackGround.png"), m_allView);
+    auto *buttons = new QHBoxLayout(topView);
+    buttons->addStretch();
+    for (MyButton *button : {m_scanButton, m_freshButton, m_exportAllButton})
+        buttons->addWidget(button);
+    auto *layout = new QVBoxLayout(m_allView);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(topView);
+    layout->addWidget(m_contacts, 1);
+    m_areas->addWidget(m_allView);
+}
+
+void MainWindow::setUpMenus()
+{
+    const QString name = QApplication::applicationDisplayName();
+    QMenu *program = menuBar()->addMenu(name);
+    program->addAction(tr("About %1").arg(name), this, &MainWindow::aboutRequested);
+    QAction *preferences = program->addAction(tr("Preferences ..."), this, &MainWindow::preferencesRequested);
+    preferences->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    program->addSeparator();
+    program->addAction(tr("Hide %1").arg(name), this, &QWidget::showMinimized)
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_H));
+    program->addAction(tr("Quit %1").arg(name), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
+
+    QMenu *file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Import ..."), this, &MainWindow::importRequested)
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
+    m_scanActions += file->addAction(tr("&Export All ..."), this, &MainWindow::exportAllRequested);
+    m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+
+    QMenu *contacts = menuBar()->addMenu(tr("&Contacts"));
+    m_scanActions += contacts->addAction(tr("&Scan"), this, &MainWindow::scanRequested);
+    m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
+    m_refreshAction = contacts->addAction(tr("&Refresh"), this, &MainWindow::refreshRequested);
+    m_refreshAction->setShortcut(QKeySequence::Refresh);
+    contacts->addSeparator();
+    contacts->addAction(tr("&Find"), this, [this] { m_contacts->searchField()->setFocus(); })
+        ->setShortcut(QKeySequence::Find);
+
+    QMenu *columns = menuBar()->addMenu(tr("C&olumns"));
+    for (QMenu *menu : m_contacts->columnMenus())
+        columns->addMenu(menu);
+    QMenu *window = menuBar()->addMenu(tr("&Window"));
+    window->addAction(tr("&Activity"), this, &MainWindow::activityRequested);
+    QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("%1 help").arg(name), this, &MainWindow::helpRequested)->setShortcut(QKeySequence::HelpContents);
+    help->addAction(tr("Support"), this, &MainWindow::supportRequested);
+
+    connect(new QShortcut(QKeySequence(Qt::Key_F6), this), &QShortcut::activated, this, &MainWindow::focusNextPane);
+}
+
+void MainWindow::setUpStatusBar()
+{
+    m_failureMark->setAutoRaise(true);
+    m_failureMark->setVisible(false);
+    m_failureMark->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    m_failureMark->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_failureMark->setText(tr("Something failed"));
+    connect(m_failureMark, &QToolButton::clicked, this, [this] {
+        m_failureMark->hide();
+        Q_EMIT activityRequested();
+    });
+    statusBar()->addPermanentWidget(m_failureMark);
+}
+
+void MainWindow::setButtonsEnabled(bool isEnabled)
+{
+    m_scanButton->setEnabled(isEnabled);
+    m_exportAllButton->setEnabled(isEnabled);
+    for (QAction *action : std::as_const(m_scanActions))
+        action->setEnabled(isEnabled);
+    setFreshButtonEnabled(isEnabled);
+}
+
+void MainWindow::setFreshButtonEnabled(bool isEnabled)
+{
+    m_freshButton->setEnabled(isEnabled);
+    m_refreshAction->setEnabled(isEnabled);
+}
+
+void MainWindow::showResults(OutlineViewController &controller)
+{
+    showContacts();
+    m_results = new ResultsView(controller, m_areas);
+    m_areas->addWidget(m_results);
+    m_areas->setCurrentWidget(m_results);
+    m_results->setFocus();
+}
+
+void MainWindow::showContacts()
+{
+    m_areas->setCurrentWidget(m_allView);
+    delete m_results;
+    m_results = nullptr;
+}
+
+void MainWindow::setFailureMark(const QString &newest)
+{
+    m_failureMark->setToolTip(newest);
+    m_failureMark->setAccessibleDescription(newest);
+    m_failureMark->show();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!localFiles(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent *event)
+{
+    event->acceptProposedAction();
+    Q_EMIT filesDropped(localFiles(event->mimeData()));
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    saveLayout();
+    QMainWindow::closeEvent(event);
+    QApplication::quit();
+}
+
+void MainWindow::restoreLayout()
+{
+    const QSettings settings;
+    if (!restoreGeometry(settings.value(QStringLiteral("window/geometry")).toByteArray()))
+        resize(kFirstSize);
+    std::vector<Field> columns;
+    for (const QString &label : settings.value(QStringLiteral("table/columns")).toStringList()) {
+        if (const auto field = fieldLabelled(label))
+            columns.push_back(*field);
+    }
+    if (!columns.empty())
+        m_table.getTableView()->setColumns(columns);
+    const QVariantList widths = settings.value(QStringLiteral("table/widths")).toList();
+    for (int column = 0; column < int(widths.size()) && column < int(columns.size()); ++column)
+        m_contacts->table()->setColumnWidth(column, widths[column].toInt());
+}
+
+void MainWindow::saveLayout() const
+{
+    QStringList columns;
+    QVariantList widths;
+    for (const Field field : m_table.getTableView()->columns()) {
+        widths += m_contacts->table()->columnWidth(int(columns.size()));
+        columns += fieldInfo(field).label;
+    }
+    QSettings settings;
+    settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("table/columns"), columns);
+    settings.setValue(QStringLiteral("table/widths"), widths);
+}
+
+void MainWindow::focusNextPane()
+{
+    QList<QWidget *> panes{m_scanButton, m_contacts->searchField(), m_contacts->table()};
+    if (m_results)
+        panes = m_results->panes();
+    const auto holdsFocus = [](const QWidget *pane) {
+        return pane->hasFocus() || pane->isAncestorOf(QApplication::focusWidget());
+    };
+    const auto current = std::find_if(panes.begin(), panes.end(), holdsFocus);
+    const qsizetype next = current == panes.end() ? 0 : (current - panes.begin() + 1) % panes.size();
+    panes[next]->setFocus(Qt::TabFocusReason);
+}

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QMainWindow>
+
+class ContactTableView;
+class LoadContactsViewController;
+class MyButton;
+class OutlineViewController;
+class ProgressWindow;
+class QStackedWidget;
+class QToolButton;
+class ResultsView;
+
+/// The main window: the contact area, or the results of a scan in its place.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(LoadContactsViewController &table);
+    ~MainWindow() override;
+
+    ContactTableView *contactTable() const { return m_contacts; }
+    ResultsView *results() const { return m_results; }
+    ProgressWindow *progressWindow() const { return m_progress; }
+    MyButton *scanButton() const { return m_scanButton; }
+    MyButton *freshButton() const { return m_freshButton; }
+    MyButton *exportAllButton() const { return m_exportAllButton; }
+
+    /// Scan, Refresh and Export All, as buttons and in the menus.
+    void setButtonsEnabled(bool isEnabled);
+    void setFreshButtonEnabled(bool isEnabled);
+    /// Puts the results in the place of the contact area.
+    void showResults(OutlineViewController &controller);
+    /// And back; the results' view is gone then.
+    void showContacts();
+    /// A quiet mark that something failed; pressing it asks for the activity window.
+    void setFailureMark(const QString &newest);
+
+Q_SIGNALS:
+    void scanRequested();
+    void refreshRequested();
+    void exportAllRequested();
+    void importRequested();
+    void filesDropped(const QStringList &paths);
+    void preferencesRequested();
+    void aboutRequested();
+    void helpRequested();
+    void supportRequested();
+    void activityRequested();
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void setUpContactArea();
+    void setUpMenus();
+    void setUpStatusBar();
+    void restoreLayout();
+    void saveLayout() const;
+    void focusNextPane();
+
+    LoadContactsViewController &m_table;
+    MyButton *m_scanButton;
+    MyButton *m_freshButton;
+    MyButton *m_exportAllButton;
+    QWidget *m_allView;
+    ContactTableView *m_contacts;
+    QStackedWidget *m_areas;
+    ResultsView *m_results = nullptr;
+    ProgressWindow *m_progress;
+    QToolButton *m_failureMark;
+    QList<QAction *> m_scanActions; // disabled during a scan
+    QAction *m_refreshAction = nullptr;
+};

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "results/OutlineViewController.h"
+
+#include <QWidget>
+
+class QButtonGroup;
+class QLabel;
+class QPushButton;
+class QStackedWidget;
+class QTreeView;
+class QVBoxLayout;
+class PreviewView;
+
+/// The results of a scan: the tree, and beside it the selected finding with its repairs and their preview. Everything
+/// it does, its controller does.
+class ResultsView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// @p controller must outlive the view.
+    explicit ResultsView(OutlineViewController &controller, QWidget *parent = nullptr);
+
+    QTreeView *outlineView() const { return m_tree; }
+    QPushButton *fixButton() const { return m_fixButton; }
+    QPushButton *backButton() const { return m_backButton; }
+    QPushButton *openContactButton() const { return m_openContactButton; }
+    PreviewView *preview() const { return m_preview; }
+    /// Where F6 goes.
+    QList<QWidget *> panes() const;
+
+    /// Shows the tree anew, all groups open, the first finding selected.
+    void refresh();
+
+private:
+    void setUpTree();
+    QWidget *makePanel();
+    QWidget *makeTips();
+    QWidget *makeButtons();
+    void setUpKeys();
+    void followController();
+    void showSelection();
+    void showPanel();
+    void showOptions();
+    void showCount();
+
+    OutlineViewController &m_controller;
+    QTreeView *m_tree;
+    QLabel *m_count;
+    QLabel *m_name;
+    QLabel *m_picture;
+    QLabel *m_email;
+    QLabel *m_problem;
+    QWidget *m_boxWithMatrix;
+    QVBoxLayout *m_options;
+    QButtonGroup *m_optionButtons;
+    PreviewView *m_preview;
+    QStackedWidget *m_side; // the panel, or the tips when all groups are closed
+    QPushButton *m_openContactButton;
+    QPushButton *m_backButton;
+    QPushButton *m_fixButton;
+    std::optional<OptionGroup> m_shownGroup;
+};

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QLocalServer>
+#include <QLockFile>
+
+#include <chrono>
+
+/// One running application a user and address book: whoever is started second hands its files to the first and ends.
+/// Lock and socket lie in a folder that only this user may enter; what a killed application left there is no obstacle.
+class SingleInstance : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @p where is as for openStore(); a file need not exist yet, and different spellings of its path are one address
+    /// book. An empty @p folder is the user's runtime folder (XDG Base Directory).
+    explicit SingleInstance(const QString &where, const QString &folder = {});
+    ~SingleInstance() override;
+
+    /// True when another application has the address book open, and has now taken over @p files (made absolute here).
+    /// False: this application is to open its window. From then on it emits calledAgain(), unless another one holds
+    /// the lock but did not answer in @p patience; two applications may share an address book, so that is no error.
+    bool handOver(const QStringList &files, std::chrono::milliseconds patience = std::chrono::seconds(5));
+
+    /// Where the others find this one.
+    const QString &socketPath() const { return m_socketPath; }
+
+Q_SIGNALS:
+    /// The application was started again, with these files to import (perhaps none).
+    void calledAgain(const QStringList &files);
+
+private:
+    bool send(const QByteArray &message, std::chrono::milliseconds patience) const;
+    void listen();
+    void receive(QLocalSocket *caller);
+
+    const QString m_socketPath;
+    QLockFile m_lock;
+    QLocalServer m_server;
+};

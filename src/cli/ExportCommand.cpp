@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/ContactTable.h"
+#include "export/ExportContact.h"
+
+#include <QFile>
+
+namespace {
+
+/// Answers at once with what the command line named.
+class AnsweredPanel : public ExportPanel
+{
+public:
+    explicit AnsweredPanel(ExportChoice choice) : m_choice(std::move(choice)) { }
+    void beginSheet(std::function<void(const std::optional<ExportChoice> &)> done) override { done(m_choice); }
+
+private:
+    ExportChoice m_choice;
+};
+
+/// Nothing, and a line on standard error, when a label is no column's.
+std::optional<std::vector<Field>> columnsNamed(const std::vector<std::string> &labels, const CommandContext &context)
+{
+    std::vector<Field> columns;
+    for (const std::string &text : labels) {
+        const QString label = QString::fromStdString(text);
+        const auto field = fieldLabelled(label);
+        if (!field) {
+            context.report(
+                QStringLiteral("--columns: ") % label % QStringLiteral(": the contact table has no such column"));
+            return std::nullopt;
+        }
+        if (std::ranges::find(columns, *field) == columns.end())
+            columns.push_back(*field);
+    }
+    return columns;
+}
+
+ExportChoice choiceOf(const ExportOptions &options)
+{
+    const QString name = QString::fromStdString(options.format);
+    const auto format = std::ranges::find(ExportContact::formats(), name, &ExportContact::Format::name);
+    const int tag = options.scope == "table" ? ExportContact::kTableFieldsTag : ExportContact::kAllFieldsTag;
+    return {QString::fromLocal8Bit(options.folder.c_str()), format->title, tag};
+}
+
+/// Everybody, in the order of the table.
+void exportEverybody(const LoadContactsViewController &controller, RowExporter &exporter)
+{
+    exporter.setLoadContactsViewController(&controller);
+    exporter.setExportArray(controller.getTableViewDataArray());
+    exporter.setIsExportAllPeople(true);
+    exporter.startExport();
+}
+
+} // namespace
+
+ExitStatus runExport(const ExportOptions &options, const CommandContext &context)
+{
+    const auto columns = columnsNamed(options.columns, context);
+    if (!columns)
+        return ExitStatus::Usage;
+    const auto book = context.openAddressBook();
+    if (!book)
+        return ExitStatus::Refused;
+    ContactTable table(book, context, false);
+    if (!columns->empty())
+        table.controller().getTableView()->setColumns(*columns);
+    AnsweredPanel panel(choiceOf(options));
+    ExportContact exporter(panel);
+    table.setRowExporter(&exporter);
+    bool hasFailed = false;
+    const auto print = [&context, &hasFailed](const ExportOutcome &outcome) {
+        for (const QString &path : outcome.report.paths)
+            context.console.out << QFile::encodeName(path).constData() << '\n';
+        if (outcome.report.error)
+            context.report(outcome.report.error->text);
+        hasFailed = outcome.report.error.has_value();
+    };
+    // The only other thread; this one waits for it.
+    QObject::connect(&exporter, &ExportContact::exportFinished, &exporter, print, Qt::DirectConnection);
+    if (options.select.empty())
+        exportEverybody(table.controller(), exporter);
+    else if (const std::vector<int> rows = table.rowsOf(options.select); !rows.empty())
+        table.controller().exportItem(rows);
+    exporter.waitForFinished();
+    return hasFailed || table.hasFailed() ? ExitStatus::Refused : ExitStatus::Done;
+}

@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/record/PersonRecord.h"
+
+/// The text of a property as it is written where a text must stand: "(null)" when it is absent.
+const QString &textOrNull(const PersonRecord &record, ABProperty property);
+
+/// First and last name back to back, without a blank, an absent one as "(null)": what duplicates are told by.
+QString nameKey(const PersonRecord &record);
+/// The same as nameKey(record) == key, without making a text.
+bool hasNameKey(const PersonRecord &record, const QString &key);

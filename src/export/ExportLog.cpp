@@ -1,0 +1,6 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "export/ExportLog.h"
+
+Q_LOGGING_CATEGORY(lcExport, "peoplenook.export")
+Q_LOGGING_CATEGORY(lcExportTrace, "peoplenook.export.trace", QtWarningMsg)

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "export/ExportReport.h"
+#include "table/PersonRows.h"
+
+#include <QDateTime>
+
+#include <functional>
+
+class QIODevice;
+
+// What the writers of office documents have in common.
+
+/// Gives the moment that documents carry.
+using ExportClock = std::function<QDateTime()>;
+
+/// Adds @p extension to the base path and writes a new file there with @p write, whole or not at all.
+ExportReport exportOffice(const QString &basePath, const QString &extension, const PersonRows &rows,
+    const std::function<Result<void>(QIODevice &)> &write);

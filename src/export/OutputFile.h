@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/Result.h"
+
+#include <QFile>
+
+#include <functional>
+#include <memory>
+
+/// Whether anything, a dangling link too, stands at a path.
+using PathTest = std::function<bool(const QString &path)>;
+
+class Function
+{
+public:
+    /// The path itself or, where something stands already, the first free one with a number behind the name: "(0)",
+    /// "(1)" and so on. Free at this moment only: OutputFile claims a name.
+    static QString GetOutPutFile(const QString &path);
+    static QString GetOutPutFile(const QString &path, const PathTest &exists);
+};
+
+/// A file that appears under its name whole or not at all. Until commit() its content is in a temporary file of the
+/// same folder (without a name, where the file system can do that: then not even a kill leaves anything behind); what
+/// is not committed is gone with the object. Content survives a crash of the program, not a power cut: nothing waits
+/// for the disk. For one thread.
+class OutputFile
+{
+public:
+    /// What commit() does where something stands at the path.
+    enum class IfTaken {
+        TakeFreeName, ///< that of Function::GetOutPutFile; never replaces anything, nor follows a link
+        Replace, ///< a file or link; a folder is an error
+    };
+
+    /// Null members never come out: fails when the folder is missing or cannot be written to.
+    static Result<std::unique_ptr<OutputFile>> create(const QString &path, IfTaken ifTaken = IfTaken::TakeFreeName);
+    ~OutputFile();
+    OutputFile(const OutputFile &) = delete;
+    OutputFile &operator=(const OutputFile &) = delete;
+
+    /// Unbuffered, at its begin.
+    QIODevice &device() { return m_file; }
+    /// For libraries that open files themselves; they must write into the file that is there, not put another one in
+    /// its place. Valid until commit(). Not to be shown to anybody.
+    QString temporaryPath() const;
+    /// Puts the content in place and returns the path it got. On failure nothing is in place, and the object is spent
+    /// either way.
+    Result<QString> commit();
+
+    /// Runs @p fill, which says why it failed, on a file's device and commits it.
+    static Result<QString> write(const QString &path, const std::function<Result<void>(QIODevice &)> &fill,
+        IfTaken ifTaken = IfTaken::TakeFreeName);
+
+private:
+    OutputFile(QString path, IfTaken ifTaken) : m_path(std::move(path)), m_ifTaken(ifTaken) { }
+
+    Result<void> open();
+    Error failure(int errorNumber) const;
+    int claim(const QString &path) const; // 0 or errno
+    Result<QString> replace();
+
+    const QString m_path; // asked for
+    const IfTaken m_ifTaken;
+    QFile m_file;
+    QByteArray m_name; // of the temporary file; empty when it has none
+};

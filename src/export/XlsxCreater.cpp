@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "export/XlsxCreater.h"
+
+#include "export/OutputFile.h"
+#include "export/WholePackage.h"
+
+#include <QRegularExpression>
+#include <QStringEncoder>
+
+#include <xlsxwriter.h>
+
+namespace {
+
+constexpr std::size_t kMaxRowsInMemory = 200'000;
+constexpr qsizetype kMaxCellLength = 32'767; // UTF-16 units, of Excel
+constexpr std::size_t kRowsForWidths = 200;
+
+/// Sets the columns' widths, in characters, by what the first rows hold.
+std::vector<double> columnWidths(std::span<const PersonRow> rows, const ExportColumns &columns)
+{
+    constexpr qsizetype kNarrowest = 8;
+    constexpr qsizetype kWidest = 40;
+    constexpr qsizetype kFilterButton = 3;
+    std::vector<qsizetype> lengths;
+    for (const ExportColumn &column : columns)
+        lengths.push_back(column.label.size() + kFilterButton);
+    RowTexts texts;
+    for (const PersonRow &row : rows.first(std::min(rows.size(), kRowsForWidths))) {
+        texts.read(*row);
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            if (const QString *text = texts.at(columns[i].field))
+                lengths[i] = std::max(lengths[i], text->size() + 1);
+        }
+    }
+    std::vector<double> widths;
+    for (const qsizetype length : lengths)
+        widths.push_back(static_cast<double>(std::clamp(length, kNarrowest, kWidest)));
+    return widths;
+}
+
+/// A cell's text, as the library wants it.
+class CellText
+{
+public:
+    explicit CellText(TextRepairs &repairs) : m_repairs(repairs) { }
+
+    /// Valid until the next call.
+    const char *utf8(const QString &text)
+    {
+        QString safe = safeCell(text, kMaxCellLength, &m_repairs);
+        // In a cell "_x0041_" stands for the character with that number (ECMA-376 part 1, 22.9.2.19): for people who
+        // wrote just that, the underscore is given by its own number.
+        static const QRegularExpression escape(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
+        if (safe.contains(QStringLiteral("_x")))
+            safe = safeCell(safe.replace(escape, QStringLiteral("_x005F_")), kMaxCellLength, &m_repairs);
+        m_buffer.resize(static_cast<std::size_t>(m_encoder.requiredSpace(safe.size())) + 1);
+        *m_encoder.appendToBuffer(m_buffer.data(), safe) = '\0';
+        return m_buffer.data();
+    }
+
+private:
+    TextRepairs &m_repairs;
+    QStringEncoder m_encoder{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
+    std::vector<char> m_buffer;
+};
+
+Error libraryError(lxw_error code)
+{
+    return {ErrorKind::Io, QString::fromUtf8(lxw_strerror(code))};
+}
+
+/// One workbook under construction; closing it writes the file.
+class Workbook
+{
+public:
+    Workbook(const QByteArray &path, bool isInMemory, TextRepairs &repairs) : m_texts(repairs)
+    {
+        lxw_workbook_options options{};
+        options.constant_memory = isInMemory ? LXW_FALSE : LXW_TRUE;
+        m_book = workbook_new_opt(path.constData(), &options);
+        Q_CHECK_PTR(m_book); // null only without memory
+        m_header = workbook_add_format(m_book);
+        format_set_bold(m_header);
+        format_set_num_format(m_header, "@");
+        m_text = workbook_add_format(m_book);
+        format_set_num_format(m_text, "@");
+        lxw_doc_properties properties{};
+        char title[] = "Address Book Contacts"; // the library copies it
+        properties.title = title;
+        workbook_set_properties(m_book, &properties);
+    }
+    ~Workbook()
+    {
+        if (m_book)
+            lxw_workbook_free(m_book);
+    }
+    Workbook(const Workbook &) = delete;
+    Workbook &operator=(const Workbook &) = delete;
+
+    Result<void> addSheet(
+        std::span<const PersonRow> rows, const ExportColumns &columns, const std::vector<double> &widths)
+    {
+        QByteArray name("Contacts");
+        if (++m_sheets > 1)
+            name += ' ' + QByteArray::number(m_sheets);
+        lxw_worksheet *sheet = workbook_add_worksheet(m_book, name.constData());
+        const auto lastRow = static_cast<lxw_row_t>(rows.size());
+        if (!columns.empty()) {
+            const auto lastColumn = static_cast<lxw_col_t>(columns.size() - 1);
+            for (lxw_col_t i = 0; i <= lastColumn; ++i)
+                worksheet_set_column(sheet, i, i, widths[i], m_text);
+            worksheet_freeze_panes(sheet, 1, 0);
+            worksheet_autofilter(sheet, 0, 0, lastRow, lastColumn);
+            worksheet_ignore_errors(sheet, LXW_IGNORE_NUMBER_STORED_AS_TEXT, "A1:XFD1048576");
+        }
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            write(sheet, 0, i, columns[i].label, m_header);
+        for (std::size_t r = 0; r < rows.size() && m_error == LXW_NO_ERROR; ++r) {
+            m_row.read(*rows[r]);
+            for (std::size_t i = 0; i < columns.size(); ++i) {
+                if (const QString *text = m_row.at(columns[i].field))
+                    write(sheet, r + 1, i, *text, m_text);
+            }
+        }
+        return m_error == LXW_NO_ERROR ? Result<void>() : libraryError(m_error);
+    }
+
+    Result<void> close()
+    {
+        const lxw_error error = workbook_close(std::exchange(m_book, nullptr));
+        return error == LXW_NO_ERROR ? Result<void>() : libraryError(error);
+    }
+
+private:
+    void write(lxw_worksheet *sheet, std::size_t row, std::size_t column, const QString &text, lxw_format *format)
+    {
+        const lxw_error error = worksheet_write_string(
+            sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column), m_texts.utf8(text), format);
+        if (m_error == LXW_NO_ERROR)
+            m_error = error;
+    }
+
+    lxw_workbook *m_book;
+    lxw_format *m_header;
+    lxw_format *m_text;
+    CellText m_texts;
+    RowTexts m_row;
+    int m_sheets = 0;
+    lxw_error m_error = LXW_NO_ERROR; // the first one
+};
+
+} // namespace
+
+XlsxCreater::XlsxCreater(PersonRows dictionary, QString savePath, bool isShowAllInfo)
+    : m_rows(std::move(dictionary))
+    , m_savePath(std::move(savePath))
+    , m_columns(isShowAllInfo ? allFieldsColumns() : columnsOf(m_rows))
+{ }
+
+ExportReport XlsxCreater::startConvert()
+{
+    ExportReport report;
+    const QString path = m_savePath % QStringLiteral(".xlsx");
+    const auto file = OutputFile::create(path);
+    if (!file) {
+        report.take(file.error());
+        return report;
+    }
+    const auto written = writeWorkbook(QFile::encodeName((*file)->temporaryPath()), report.repairs);
+    if (written)
+        report.take((*file)->commit());
+    else
+        report.take(Error{written.error().kind, path % QStringLiteral(": cannot be written: ") % written.error().text});
+    return report;
+}
+
+Result<void> XlsxCreater::writeWorkbook(const QByteArray &path, TextRepairs &repairs) const
+{
+    Workbook book(path, m_rows.size() <= kMaxRowsInMemory, repairs);
+    const std::vector<double> widths = columnWidths(m_rows, m_columns);
+    std::span<const PersonRow> left(m_rows);
+    do {
+        const auto rows = left.first(std::min(left.size(), m_rowsPerSheet - 1));
+        if (const auto added = book.addSheet(rows, m_columns, widths); !added)
+            return added;
+        left = left.subspan(rows.size());
+    } while (!left.empty());
+    if (const auto closed = book.close(); !closed)
+        return closed;
+    return checkWholePackage(path); // the library does not notice when its own temporary files are cut short
+}

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/ABPerson.h"
+
+#include <utility>
+#include <vector>
+
+/// Field label and display text, in a stable order; each label once.
+using DisplayFields = std::vector<std::pair<QString, QString>>;
+
+/// What a person holds beside its first and last name, for display. Labels are those of the person dictionary, but an
+/// address is one text, its parts joined by commas: the last home address under "Home Address", the last of all
+/// others, work or not, under "Work Address". A date is written YYYY-MM-DD.
+DisplayFields analysePerson(const ABPerson &person);

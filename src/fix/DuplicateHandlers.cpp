@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "fix/FixHandlers.h"
+
+#include "fix/FixLog.h"
+#include "fix/MergeContacts.h"
+#include "fix/NameIndex.h"
+#include "fix/PropertyRepairs.h"
+#include "fix/RepairOptions.h"
+#include "fix/RepairSteps.h"
+
+namespace {
+
+/// Removes each of them in a save of its own; what one save could not write, the next one may.
+void removeOneByOne(const QList<ABPersonPtr> &people, RepairSteps &steps)
+{
+    for (const auto &person : people) {
+        if (!steps.removeRecord(person))
+            continue;
+        qCDebug(lcFix, "删除重复的联系人成功");
+        if (steps.save())
+            qCDebug(lcFix, "提交数据库成功");
+    }
+}
+
+FixOutcome mergeNamesakes(const Finding &finding)
+{
+    FixOutcome outcome;
+    const QList<ABPersonPtr> namesakes = peopleNamedLike(*finding.person);
+    if (namesakes.isEmpty())
+        return outcome;
+    const ABPersonPtr merged = mergeContacts(namesakes);
+    RepairSteps steps(outcome);
+    removeOneByOne(namesakes, steps);
+    if (!steps.addRecord(merged))
+        return outcome;
+    outcome.added = merged;
+    qCDebug(lcFix, "添加联系人成功");
+    if (steps.save()) {
+        qCDebug(lcFix, "提交数据库成功");
+        outcome.removesNode = true;
+    }
+    return outcome;
+}
+
+FixOutcome deleteLaterNamesakes(const Finding &finding)
+{
+    FixOutcome outcome;
+    outcome.sweep = FixOutcome::Sweep::Pruning;
+    const QList<ABPersonPtr> namesakes = peopleNamedLike(*finding.person);
+    if (namesakes.isEmpty())
+        return outcome;
+    outcome.removesNode = true;
+    const QList<ABPersonPtr> later = namesakes.mid(1);
+    for (const auto &person : later)
+        outcome.sweptUids += person->uniqueId();
+    RepairSteps steps(outcome);
+    removeOneByOne(later, steps);
+    return outcome;
+}
+
+FixOutcome deleteSharers(const Finding &finding)
+{
+    FixOutcome outcome;
+    outcome.sweep = FixOutcome::Sweep::Pruning;
+    outcome.removesNode = true;
+    RepairSteps steps(outcome);
+    for (const auto &person : finding.duplicateEmailArray) {
+        outcome.sweptUids += person->uniqueId();
+        steps.removeRecord(person);
+    }
+    if (steps.save())
+        qCDebug(lcFix, "提交数据库成功");
+    return outcome;
+}
+
+FixOutcome mergeSharers(const Finding &finding)
+{
+    FixOutcome outcome;
+    QList<ABPersonPtr> people = finding.duplicateEmailArray;
+    people += finding.person;
+    const ABPersonPtr merged = mergeContacts(people);
+    RepairSteps steps(outcome);
+    for (const auto &person : people) {
+        if (steps.removeRecord(person))
+            qCDebug(lcFix, "删除联系人成功");
+    }
+    if (!steps.addRecord(merged))
+        return outcome;
+    outcome.added = merged;
+    if (steps.save()) {
+        qCDebug(lcFix, "添加联系人并提交数据库成功");
+        outcome.removesNode = true;
+    }
+    return outcome;
+}
+
+FixOutcome removeSharedEmail(const Finding &finding)
+{
+    FixOutcome outcome;
+    ABPerson &person = *finding.person;
+    const PersonRecordPtr record = person.record();
+    const ABMultiValue *emails = record->multiValue(kABEmailProperty);
+    const ABMultiValue kept = emailsWithoutLabel(emails ? *emails : ABMultiValue(), finding.duplicateEmailType);
+    if (!person.removeValueForProperty(kABEmailProperty))
+        return outcome;
+    qCDebug(lcFix, "删除旧邮件成功");
+    if (!person.setValue(kept, kABEmailProperty))
+        return outcome;
+    qCDebug(lcFix, "删除homeEmail成功");
+    RepairSteps steps(outcome);
+    steps.addRecord(finding.person);
+    if (steps.save()) {
+        qCDebug(lcFix, "保存数据库成功");
+        outcome.removesNode = true;
+    }
+    return outcome;
+}
+
+const DeletionLine kRemovedLine{lcFixStdout, "删除成功"};
+const DeletionLine kSavedLine{lcFixStdout, "保存数据库成功"};
+
+} // namespace
+
+FixOutcome processDuplicateContact(const Finding &finding, const QString &option, AlertPanel &alertPanel)
+{
+    if (option == kDeleteThisContact) {
+        return deleteContact(finding, alertPanel,
+            {.removed = kRemovedLine,
+                .saved = kSavedLine,
+                .notRemoved = {lcFix, "删除联系人失败，失败原因:"},
+                .notRemovedSaysWhy = true});
+    }
+    if (option == kDeleteDuplicateContacts)
+        return deleteLaterNamesakes(finding);
+    return option == kMergeContacts ? mergeNamesakes(finding) : FixOutcome();
+}
+
+FixOutcome processShareEmailContacts(const Finding &finding, const QString &option, AlertPanel &alertPanel)
+{
+    if (option == kDeleteThisContact)
+        return deleteContact(finding, alertPanel, {.removed = kRemovedLine, .saved = kSavedLine});
+    if (option == kDeleteDuplicateContacts)
+        return deleteSharers(finding);
+    if (option == kMergeContacts)
+        return mergeSharers(finding);
+    return option == kRemoveEmail ? removeSharedEmail(finding) : FixOutcome();
+}

@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "fix/AnalysePerson.h"
+#include "fix/FixPreview.h"
+#include "fix/MergeContacts.h"
+#include "results/ConditionGroups.h"
+#include "results/DetailPanel.h"
+#include "results/ResultTree.h"
+#include "results/ResultsDelegate.h"
+#include "scan/ScanResult.h"
+#include "table/dictionary/PersonDictionary.h"
+
+#include <QSet>
+
+/// The results of one scan: the tree of findings, the selected one, the repair that is chosen for it and its preview;
+/// runs repairs and moves on. A window draws it and passes clicks on. For the thread it was made on, but for
+/// setOutlineViewDataSouce(), which may be called on another one before anything shows the tree.
+///
+/// Rows count from 0 over groups and the findings of expanded groups.
+class OutlineViewController : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @p delegate must outlive the controller.
+    explicit OutlineViewController(ResultsDelegate &delegate, QObject *parent = nullptr);
+    ~OutlineViewController() override;
+
+    /// Makes the tree anew: nothing is selected, all groups are expanded.
+    void setOutlineViewDataSouce(const ScanResult &result);
+    /// A group with one child a person; null for no people.
+    static PersonItemPtr creatFatherNode(const QString &name, const std::vector<ABPersonPtr> &withChildArray);
+
+    ResultTree &model() { return m_tree; }
+    const QList<PersonItemPtr> &rootNodes() const { return m_tree.rootNodes(); }
+    qsizetype findingCount() const { return m_tree.findingCount(); }
+
+    // What a view shows; a null item stands for the top level.
+    qsizetype numberOfChildrenOfItem(const PersonItemPtr &item) const;
+    PersonItemPtr child(qsizetype index, const PersonItemPtr &ofItem) const;
+    bool isItemExpandable(const PersonItemPtr &item) const;
+    bool isGroupItem(const PersonItemPtr &item) const { return rootNodes().contains(item); }
+    RowView viewForTableColumn(const PersonItemPtr &item) const { return m_tree.rowView(*item); }
+    bool shouldSelectItem(const PersonItemPtr &item) const { return !item->isRootNode(); }
+
+    const PersonItemPtr &selectedItem() const { return m_selected; }
+    void selectItem(const PersonItemPtr &item); ///< as a click does: for a group nothing changes
+    void selectRow(qsizetype row); ///< whatever it holds, a group too; no row: nothing changes
+    qsizetype rowForItem(const PersonItemPtr &item) const; ///< -1 when the item is not visible
+    PersonItemPtr itemAtRow(qsizetype row) const;
+    bool isItemExpanded(const PersonItemPtr &group) const { return !m_collapsed.contains(group.get()); }
+    void setItemExpanded(const PersonItemPtr &group, bool expanded); ///< the user opens or closes a group
+    void outlineViewSelectionDidChange();
+    void outlineViewItemWillCollapse() { setSelected(nullptr); }
+    void outlineViewItemDidCollapse();
+    void outlineViewItemDidExpand() { }
+
+    void updateUI();
+    const DetailPanel &detailPanel() const { return m_panel; }
+    bool showsTips() const { return m_showsTips; } ///< in the detail panel's place: every group is closed
+    bool buttonsEnabled() const { return m_buttonsEnabled; } ///< "Open In Contacts" and "Fix"
+    void openInContacts();
+    void backClicked() { m_delegate.reloadUI(); }
+
+    QString currentOption(OptionGroup group) const;
+    /// As a click on an option does. False, and nothing is changed, when the group has no such option.
+    bool chooseOption(OptionGroup group, const QString &title);
+    void matrixClicked(OptionGroup group) { creatScrollerViewWithTitle(currentOption(group)); }
+    void removeAllMatrix() { m_panel.optionGroup.reset(); }
+    void creatScrollerViewWithTitle(const QString &title); ///< shows what the option would do to the selected finding
+    PreviewDocument preview() const; ///< read from the people when it is called; without fields when nothing is shown
+
+    /// Repairs the selected finding with the chosen option of its group, then selects the next one.
+    void FixFounction();
+    void fixClick() { FixFounction(); }
+
+    // The repairs by themselves: change the people and the tree, leave the selection alone.
+    void processDuplicateContact(const PersonItemPtr &item) { run(::processDuplicateContact, item); }
+    void processOnlyOneNameContacts(const PersonItemPtr &item) { run(::processOnlyOneNameContacts, item); }
+    void processBadSuffixContacts(const PersonItemPtr &item) { run(::processBadSuffixContacts, item); }
+    void processUnusualTitleContacts(const PersonItemPtr &item) { run(::processUnusualTitleContacts, item); }
+    void processSpaceInFirstNameContacts(const PersonItemPtr &item) { run(::processSpaceInFirstNameContacts, item); }
+    void processEmptyNotesContacts(const PersonItemPtr &item) { run(::processEmptyNotesContacts, item); }
+    void processDuplicateEmailContacts(const PersonItemPtr &item) { run(::processDuplicateEmailContacts, item); }
+    void processDuplicatePhoneContacts(const PersonItemPtr &item) { run(::processDuplicatePhoneContacts, item); }
+    void processDuplicateAddresslContacts(const PersonItemPtr &item) { run(::processDuplicateAddresslContacts, item); }
+    void processEmptyNicknameContacts(const PersonItemPtr &item) { run(::processEmptyNicknameContacts, item); }
+    void processShareEmailContacts(const PersonItemPtr &item) { run(::processShareEmailContacts, item); }
+    void processInvalidCharContacts(const PersonItemPtr &item) { run(::processInvalidCharContacts, item); }
+    void processBlankNameContacts(const PersonItemPtr &item) { run(::processBlankNameContacts, item); }
+    static ABPersonPtr mergeContacts(const QList<ABPersonPtr> &people) { return ::mergeContacts(people); }
+    static DisplayFields analysePerson(const ABPerson &person) { return ::analysePerson(person); }
+    static PersonDictionary prasePerson(const ABPersonPtr &p) { return ::prasePerson(p, DictionaryForm::Merge); }
+
+Q_SIGNALS:
+    void selectionChanged(); ///< another item, or none
+    void detailPanelChanged(); ///< also the buttons, and whether tips are shown
+    void previewChanged();
+    void itemExpanded(const QModelIndex &group); ///< by the controller, not by the user
+    void fixed(const FixOutcome &outcome); ///< the tree is up to date, the selection has not moved on yet
+
+private:
+    void run(FixHandler handler, const PersonItemPtr &item);
+    void applyToTree(const PersonItemPtr &item, const FixOutcome &outcome);
+    void moveOn(const PersonItemPtr &group);
+    void setSelected(const PersonItemPtr &item);
+
+    ResultsDelegate &m_delegate;
+    ResultTree m_tree;
+    QSet<const PersonItem *> m_collapsed;
+    PersonItemPtr m_selected;
+    DetailPanel m_panel;
+    bool m_showsTips = false;
+    bool m_buttonsEnabled = false;
+    std::array<std::size_t, kOptionGroupCount> m_currentOptions{};
+    QString m_previewTitle; // null: nothing is shown
+};

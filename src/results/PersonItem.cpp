@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "results/PersonItem.h"
+
+#include "results/ConditionGroups.h"
+
+#include <algorithm>
+
+PersonItemPtr PersonItem::initFatherNodeWithName(const QString &name)
+{
+    auto group = std::make_shared<PersonItem>();
+    group->m_name = name;
+    group->m_isRootNode = true;
+    return group;
+}
+
+PersonItemPtr PersonItem::initChildNodeWithPerson(const ABPersonPtr &person)
+{
+    auto child = std::make_shared<PersonItem>();
+    child->m_person = person;
+    child->m_recordOfName = person->record(); // nobody changes it any more
+    return child;
+}
+
+QString PersonItem::name() const
+{
+    return m_recordOfName ? displayName(*m_recordOfName) : m_name;
+}
+
+void PersonItem::setName(const QString &name)
+{
+    m_recordOfName.reset();
+    m_name = name;
+}
+
+qsizetype PersonItem::indexOfChild(const PersonItem *child) const
+{
+    const auto found = std::ranges::find(m_childrenArray, child, &PersonItemPtr::get);
+    return found == m_childrenArray.end() ? -1 : found - m_childrenArray.begin();
+}

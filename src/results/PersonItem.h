@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/ABPerson.h"
+
+#include <QList>
+
+#include <memory>
+
+class PersonItem;
+using PersonItemPtr = std::shared_ptr<PersonItem>;
+
+/// A node of the tree of findings: a group, or one finding under it. A group owns its children, a child knows its
+/// group as long as somebody owns that. For one thread at a time.
+class PersonItem : public std::enable_shared_from_this<PersonItem>
+{
+public:
+    static PersonItemPtr initFatherNodeWithName(const QString &name);
+    /// Its name is what the person is called now; later edits of the person do not change it.
+    static PersonItemPtr initChildNodeWithPerson(const ABPersonPtr &person);
+
+    /// Appends; does not set the child's parentNode.
+    void addChild(const PersonItemPtr &child) { m_childrenArray.push_back(child); }
+    /// Makes room for that many, to add them faster.
+    void reserveChildren(qsizetype count) { m_childrenArray.reserve(count); }
+    qsizetype childrenCount() const { return m_childrenArray.size(); }
+    /// @p index must be in range.
+    const PersonItemPtr &childAtIndex(qsizetype index) const { return m_childrenArray[index]; }
+    /// -1 when it is none of the children.
+    qsizetype indexOfChild(const PersonItem *child) const;
+    QList<PersonItemPtr> &childrenArray() { return m_childrenArray; }
+    const QList<PersonItemPtr> &childrenArray() const { return m_childrenArray; }
+    /// Removes every occurrence of it.
+    void removeItem(const PersonItemPtr &child) { m_childrenArray.removeAll(child); }
+    /// @p index must be in range.
+    void removeChildAtIndex(qsizetype index) { m_childrenArray.removeAt(index); }
+
+    bool isRootNode() const { return m_isRootNode; }
+    void setIsRootNode(bool isRootNode) { m_isRootNode = isRootNode; }
+    QString name() const;
+    void setName(const QString &name);
+    /// Null for a group.
+    const ABPersonPtr &person() const { return m_person; }
+    void setPerson(const ABPersonPtr &person) { m_person = person; }
+    /// Null for a group, and when the group is gone.
+    PersonItemPtr parentNode() const { return m_parentNode.lock(); }
+    void setParentNode(const PersonItemPtr &parent) { m_parentNode = parent; }
+    /// Only of shared e-mails: the others who hold the address.
+    const QList<ABPersonPtr> &duplicateEmailArray() const { return m_duplicateEmailArray; }
+    void setDuplicateEmailArray(const QList<ABPersonPtr> &people) { m_duplicateEmailArray = people; }
+    /// Only of shared e-mails: the label of the address in the person; null where it has none.
+    const QString &duplicateEmailType() const { return m_duplicateEmailType; }
+    void setDuplicateEmailType(const QString &label) { m_duplicateEmailType = label; }
+
+private:
+    bool m_isRootNode = false;
+    QList<PersonItemPtr> m_childrenArray;
+    QString m_name;
+    PersonRecordPtr m_recordOfName; // the name is made of it when it is asked for; null: the name is m_name
+    ABPersonPtr m_person;
+    std::weak_ptr<PersonItem> m_parentNode;
+    QList<ABPersonPtr> m_duplicateEmailArray;
+    QString m_duplicateEmailType;
+};

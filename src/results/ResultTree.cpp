@@ -1,0 +1,173 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "results/ResultTree.h"
+
+#include "results/ConditionGroups.h"
+
+#include <algorithm>
+
+namespace {
+
+PersonItem *itemOf(const QModelIndex &index)
+{
+    return static_cast<PersonItem *>(index.internalPointer());
+}
+
+std::size_t keyOf(const PersonItem &finding)
+{
+    return qHash(finding.person()->uniqueId());
+}
+
+} // namespace
+
+void ResultTree::setRootNodes(QList<PersonItemPtr> groups)
+{
+    beginResetModel();
+    m_rootNodes = std::move(groups);
+    m_nodesOfUid.clear();
+    qsizetype count = 0;
+    for (const auto &group : std::as_const(m_rootNodes))
+        count += group->childrenCount();
+    m_nodesOfUid.reserve(count);
+    for (const auto &group : std::as_const(m_rootNodes)) {
+        for (const auto &child : std::as_const(*group).childrenArray())
+            m_nodesOfUid.insert(keyOf(*child), child.get());
+    }
+    endResetModel();
+}
+
+void ResultTree::forget(PersonItem &finding)
+{
+    m_nodesOfUid.remove(keyOf(finding), &finding);
+}
+
+bool ResultTree::contains(const PersonItemPtr &node) const
+{
+    return node->isRootNode() ? m_rootNodes.contains(node) : m_nodesOfUid.contains(keyOf(*node), node.get());
+}
+
+void ResultTree::removeFinding(const PersonItemPtr &finding)
+{
+    const PersonItemPtr group = finding->parentNode();
+    const auto row = group ? group->indexOfChild(finding.get()) : -1;
+    if (row < 0)
+        return;
+    beginRemoveRows(indexOfNode(group.get()), int(row), int(row));
+    forget(*finding);
+    group->removeChildAtIndex(row);
+    endRemoveRows();
+}
+
+void ResultTree::removeGroup(const PersonItemPtr &group)
+{
+    const auto row = m_rootNodes.indexOf(group);
+    if (row < 0)
+        return;
+    beginRemoveRows({}, int(row), int(row));
+    for (const auto &child : std::as_const(*group).childrenArray())
+        forget(*child);
+    m_rootNodes.removeAt(row);
+    endRemoveRows();
+}
+
+qsizetype ResultTree::sweep(const QString &uid)
+{
+    QList<PersonItem *> nodes = m_nodesOfUid.values(qHash(uid));
+    nodes.removeIf([&uid](const PersonItem *node) { return node->person()->uniqueId() != uid; });
+    for (PersonItem *node : std::as_const(nodes))
+        removeFinding(node->shared_from_this());
+    return nodes.size();
+}
+
+void ResultTree::pruningSweep(const QString &uid)
+{
+    sweep(uid);
+    const QList<PersonItemPtr> groups = m_rootNodes;
+    for (const auto &group : groups) {
+        if (group->childrenCount() == 0)
+            removeGroup(group);
+    }
+}
+
+RowView ResultTree::rowView(const PersonItem &node) const
+{
+    if (node.isRootNode())
+        return {QLatin1StringView("HeaderTextField"), QRectF(1, 5, 316, 17), node.name().toUpper(), {}, {}};
+    const PersonItemPtr parent = node.parentNode();
+    const ConditionGroup *group = parent ? conditionGroupNamed(parent->name()) : nullptr;
+    return {QLatin1StringView("MainCell"), {}, group ? QString(group->rowDescription) : QString(), node.name(),
+        node.person()->imageData().value_or(QByteArray())};
+}
+
+QModelIndex ResultTree::indexOfNode(const PersonItem *node) const
+{
+    if (!node)
+        return {};
+    qsizetype row = -1;
+    if (node->isRootNode()) {
+        const auto found = std::ranges::find(m_rootNodes, node, &PersonItemPtr::get);
+        row = found == m_rootNodes.end() ? -1 : found - m_rootNodes.begin();
+    } else if (const PersonItemPtr group = node->parentNode()) {
+        row = group->indexOfChild(node);
+    }
+    return row < 0 ? QModelIndex() : createIndex(int(row), 0, node);
+}
+
+PersonItemPtr ResultTree::nodeAt(const QModelIndex &index) const
+{
+    return index.isValid() ? itemOf(index)->shared_from_this() : nullptr;
+}
+
+QModelIndex ResultTree::index(int row, int column, const QModelIndex &parent) const
+{
+    if (!hasIndex(row, column, parent))
+        return {};
+    const QList<PersonItemPtr> &nodes = parent.isValid() ? itemOf(parent)->childrenArray() : m_rootNodes;
+    return createIndex(row, column, nodes[row].get());
+}
+
+QModelIndex ResultTree::parent(const QModelIndex &child) const
+{
+    return child.isValid() ? indexOfNode(itemOf(child)->parentNode().get()) : QModelIndex();
+}
+
+int ResultTree::rowCount(const QModelIndex &parent) const
+{
+    return int(parent.isValid() ? itemOf(parent)->childrenCount() : m_rootNodes.size());
+}
+
+int ResultTree::columnCount(const QModelIndex &) const
+{
+    return 1;
+}
+
+QVariant ResultTree::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid())
+        return {};
+    const PersonItem &node = *itemOf(index);
+    switch (role) {
+    case NameRole:
+        return node.isRootNode() ? rowView(node).text : node.name();
+    case DescriptionRole:
+        return node.isRootNode() ? QVariant() : QVariant(rowView(node).text);
+    case PictureRole: {
+        const auto picture = node.isRootNode() ? std::nullopt : node.person()->imageData();
+        return picture ? QVariant(*picture) : QVariant();
+    }
+    case IsGroupRole:
+        return node.isRootNode();
+    case UidRole:
+        return node.isRootNode() ? QVariant() : QVariant(node.person()->uniqueId());
+    default:
+        return {};
+    }
+}
+
+Qt::ItemFlags ResultTree::flags(const QModelIndex &index) const
+{
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    return itemOf(index)->isRootNode() ? Qt::ItemIsEnabled
+                                       : Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+}

@@ -1,0 +1,407 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/AppDelegate.h"
+#include "app/Appearance.h"
+#include "app/ContactCard.h"
+#include "app/ContactTableView.h"
+#include "app/Controls.h"
+#include "app/ExportWindow.h"
+#include "app/ImportWindow.h"
+#include "app/PreviewView.h"
+#include "app/ProgressWindow.h"
+#include "app/ResultsView.h"
+#include "contacts/sqlite/SqliteStore.h"
+#include "support/TestPeople.h"
+
+#include <QAbstractItemModelTester>
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Presses a button of the next message and keeps what it said.
+class Answer : public QObject
+{
+public:
+    explicit Answer(const QString &button)
+    {
+        connect(&m_timer, &QTimer::timeout, this, [this, button] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box)
+                return;
+            m_timer.stop();
+            said = box->text() + u'|' + box->informativeText();
+            for (QAbstractButton *candidate : box->buttons()) {
+                if (candidate->text() == button)
+                    candidate->click();
+            }
+        });
+        m_timer.start(1);
+    }
+
+    QString said;
+
+private:
+    QTimer m_timer;
+};
+
+double luminance(const QColor &colour)
+{
+    const auto linear = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+/// WCAG 2.1, "contrast ratio".
+double contrast(const QColor &a, const QColor &b)
+{
+    const double lighter = std::max(luminance(a), luminance(b));
+    const double darker = std::min(luminance(a), luminance(b));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+/// Focusable objects that a screen reader has no words for, by their path.
+void findUnnamed(QAccessibleInterface *object, const QString &path, QStringList &unnamed)
+{
+    if (!object || !object->isValid())
+        return;
+    const QString here =
+        path + u'/' + QString::fromLatin1(object->object() ? object->object()->metaObject()->className() : "row");
+    if (object->state().focusable && !object->state().invisible && object->text(QAccessible::Name).isEmpty()
+        && object->text(QAccessible::Value).isEmpty() && object->text(QAccessible::Description).isEmpty())
+        unnamed += here;
+    for (int i = 0; i < std::min(object->childCount(), 200); ++i)
+        findUnnamed(object->child(i), here, unnamed);
+}
+
+QStringList unnamedIn(QWidget *window)
+{
+    QStringList unnamed;
+    findUnnamed(QAccessible::queryAccessibleInterface(window), {}, unnamed);
+    for (const QString &path : unnamed)
+        qWarning("no name: %s", qPrintable(path));
+    return unnamed;
+}
+
+} // namespace
+
+class AppTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<AppDelegate> m_app;
+    int m_bookCount = 0;
+
+    /// Starts the application on an address book of these people and waits for the table.
+    void start(std::initializer_list<QByteArray> people)
+    {
+        const QString path = m_folder.filePath(QString::number(++m_bookCount));
+        {
+            const auto book = *ABAddressBook::open(std::move(*SqliteStore::open(path)));
+            for (const QByteArray &text : people) {
+                const auto [uid, record] = recordFromText(text);
+                book->addRecord(std::make_shared<ABPerson>(uid, record));
+            }
+            QVERIFY(book->save());
+        }
+        m_app = std::make_unique<AppDelegate>();
+        QSignalSpy opened(m_app.get(), &AppDelegate::addressBookOpened);
+        m_app->applicationDidFinishLaunching(path);
+        QTRY_COMPARE(opened.count(), 1);
+        QTRY_COMPARE(m_app->loadContactsViewController().numberOfRowsInTableView(), int(people.size()));
+        QTRY_VERIFY(window().freshButton()->isEnabled());
+        QVERIFY(QTest::qWaitForWindowActive(&window()));
+    }
+
+    MainWindow &window() { return m_app->mainWindow(); }
+    ContactTableView *contacts() { return window().contactTable(); }
+
+    static QByteArray savedBook() { return textOf(*ABAddressBook::sharedAddressBook()); }
+
+private Q_SLOTS:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void cleanup()
+    {
+        m_app.reset();
+        ABAddressBook::setSharedAddressBook(nullptr);
+    }
+
+    void editsACell()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});
+        QTableView *table = contacts()->table();
+        table->setCurrentIndex(table->model()->index(0, 1));
+        table->setFocus();
+        QTest::keyClick(table, Qt::Key_F2);
+        auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+        QVERIFY(editor);
+        editor->setText(u"Ng"_s);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTRY_COMPARE(savedBook(), QByteArray("{\"uid\":\"1\",\"firstName\":\"Ann\",\"lastName\":\"Ng\"}\n"));
+    }
+
+    void searchesSortsAndDeletes()
+    {
+        start({"{'uid':'1','firstName':'Ann','note':'likes tea'}", "{'uid':'2','firstName':'Bo'}",
+            "{'uid':'3','firstName':'Cy','note':'TEA trader'}"});
+        QTableView *table = contacts()->table();
+        const QAbstractItemModelTester tester(table->model());
+        QTest::keyClicks(contacts()->searchField(), u"tea"_s);
+        QTRY_COMPARE(table->model()->rowCount(), 2);
+        m_app->loadContactsViewController().sortDescriptorsDidChange({{Field::FirstName, Qt::DescendingOrder}});
+        QCOMPARE(table->model()->index(0, 0).data().toString(), u"Cy"_s);
+        table->selectRow(0);
+        QCOMPARE(contacts()->selectedRows(), std::vector<int>{0});
+        Answer answer(u"Delete"_s);
+        m_app->loadContactsViewController().deleteItem(contacts()->selectedRows());
+        QVERIFY(answer.said.startsWith(u"Are you sure you want to delete the selected person ?|"));
+        QCOMPARE(table->model()->rowCount(), 1);
+        contacts()->searchField()->clear();
+        QTRY_COMPARE(table->model()->rowCount(), 2);
+        QCOMPARE(table->model()->index(0, 0).data().toString(), u"Bo"_s);
+    }
+
+    void menusShowAndHideColumns()
+    {
+        start({"{'uid':'1','nickname':'Nan'}"});
+        QAction *nickname = nullptr;
+        for (const QMenu *menu : contacts()->columnMenus()) {
+            for (QAction *item : menu->actions()) {
+                if (item->text() == u"Nickname")
+                    nickname = item;
+            }
+        }
+        QVERIFY(nickname && !nickname->isChecked());
+        nickname->trigger();
+        QVERIFY(nickname->isChecked());
+        QTableView *table = contacts()->table();
+        const int last = table->model()->columnCount() - 1;
+        QCOMPARE(table->model()->index(0, last).data().toString(), u"Nan"_s);
+        nickname->trigger();
+        QCOMPARE(table->model()->columnCount(), last);
+    }
+
+    /// The whole way by keys: scan, choose a repair, fix, see the next finding, and go back.
+    void repairsWithKeysOnly()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}",
+            "{'uid':'2','firstName':'Bo','lastName':'Ng','suffix':'QQQ'}"});
+        QTest::keyClick(&window(), Qt::Key_R, Qt::ControlModifier);
+        QVERIFY(!window().scanButton()->isEnabled());
+        QTRY_VERIFY(window().results());
+        QVERIFY(window().progressWindow()->isHidden());
+        QVERIFY(window().scanButton()->isEnabled());
+        OutlineViewController *controller = m_app->outlineViewController();
+        QTRY_VERIFY(controller->selectedItem());
+        QCOMPARE(controller->selectedItem()->name(), u"Ann Lee"_s);
+        QVERIFY(window().results()->preview()->spokenText().contains(u"Suffix : XYZ"));
+
+        QTreeView *tree = window().results()->outlineView();
+        QTRY_VERIFY(tree->hasFocus());
+        QTest::keyClick(tree, Qt::Key_Down);
+        QCOMPARE(controller->selectedItem()->name(), u"Bo Ng"_s);
+        QTest::keyClick(tree, Qt::Key_2, Qt::AltModifier);
+        QCOMPARE(controller->currentOption(OptionGroup::BadSuffix), u"Delete this contact"_s);
+        QVERIFY(window().results()->preview()->spokenText().startsWith(u"the contact selected will be deleted:"));
+        QTest::keyClick(tree, Qt::Key_1, Qt::AltModifier);
+        QTest::keyClick(tree, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(controller->findingCount(), 1);
+        QCOMPARE(controller->selectedItem()->name(), u"Ann Lee"_s);
+        QTest::keyClick(tree, Qt::Key_Left, Qt::AltModifier);
+        QTRY_VERIFY(!window().results());
+        QVERIFY(contacts()->isVisible());
+        QVERIFY(savedBook().contains("{\"uid\":\"2\",\"firstName\":\"Bo\",\"lastName\":\"Ng\"}"));
+    }
+
+    void lastRepairGoesBack()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','note':'  '}"});
+        window().scanButton()->click();
+        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        window().results()->fixButton()->click();
+        QTRY_VERIFY(!window().results());
+        QCOMPARE(savedBook(), QByteArray("{\"uid\":\"1\",\"firstName\":\"Ann\",\"lastName\":\"Lee\"}\n"));
+    }
+
+    void closingEveryGroupShowsTheTips()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','note':'  ','suffix':'XYZ'}"});
+        window().scanButton()->click();
+        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        QTreeView *tree = window().results()->outlineView();
+        tree->collapse(tree->model()->index(0, 0));
+        QCOMPARE(m_app->outlineViewController()->selectedItem()->parentNode()->name(), u"Note with spacing only"_s);
+        QVERIFY(window().results()->fixButton()->isEnabled());
+        tree->collapse(tree->model()->index(1, 0));
+        QVERIFY(!window().results()->fixButton()->isEnabled());
+        tree->expand(tree->model()->index(0, 0));
+        tree->setCurrentIndex(tree->model()->index(0, 0, tree->model()->index(0, 0)));
+        QVERIFY(window().results()->fixButton()->isEnabled());
+    }
+
+    void emptyScanAndNoCondition()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});
+        Answer notes(u"OK"_s);
+        window().scanButton()->click();
+        QTRY_COMPARE(notes.said, u"Notes|Scan completed, no contact matches the condition!"_s);
+        QTRY_VERIFY(window().scanButton()->isEnabled());
+
+        ConditionListModel conditions;
+        const QStringList all = conditions.getSelectArray();
+        conditions.setData(conditions.index(0), {}, Qt::CheckStateRole);
+        conditions.setData(conditions.index(0), {}, Qt::CheckStateRole);
+        QCOMPARE(conditions.getSelectArray(), all.mid(1) + all.mid(0, 1));
+        for (int row = 0; row < conditions.rowCount(); ++row)
+            m_app->conditions().setData(m_app->conditions().index(row), {}, Qt::CheckStateRole);
+        Answer warning(u"OK"_s);
+        window().scanButton()->click();
+        QCOMPARE(warning.said,
+            u"Warning|No condition selected, please go to Preferences and choose at least one condition!"_s);
+        QVERIFY(window().scanButton()->isEnabled() && window().freshButton()->isEnabled()
+            && window().exportAllButton()->isEnabled());
+    }
+
+    void importsDroppedFiles()
+    {
+        start({});
+        QFile file(m_folder.filePath(u"dropped.vcf"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("BEGIN:VCARD\nVERSION:3.0\nN:Lee;Ann;;;\nFN:Ann Lee\nEND:VCARD\nBEGIN:VCARD\nKIND:group\nFN:Club\n"
+                   "END:VCARD\n");
+        file.close();
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(file.fileName())});
+        QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window(), &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window(), &drop);
+        auto *import = window().findChild<ImportWindow *>();
+        QVERIFY(import);
+        QSignalSpy ended(import, &ImportWindow::ended);
+        QTRY_COMPARE(ended.count(), 1);
+        QVERIFY2(import->summary().startsWith(u"Imported 1 contact."), qPrintable(import->summary()));
+        QTRY_COMPARE(m_app->loadContactsViewController().numberOfRowsInTableView(), 1);
+    }
+
+    void exportsTheShownFields()
+    {
+        start({"{'uid':'1','firstName':'Ann','nickname':'Nan'}", "{'uid':'2','firstName':'Bo'}"});
+        QTemporaryDir folder;
+        window().exportAllButton()->click();
+        ExportWindow &panel = m_app->exportWindow();
+        QTRY_VERIFY(panel.isVisible());
+        QCOMPARE(unnamedIn(&panel), QStringList());
+        panel.setFolder(folder.path());
+        panel.selectedButton()->setCurrentText(u"Save to CSV"_s);
+        QSignalSpy lines(&m_app->activityLog(), &QAbstractItemModel::rowsInserted);
+        panel.accept();
+        QFile file(folder.filePath(u"allPeople.csv"_s));
+        QTRY_VERIFY(file.exists());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("First Name,\nAnn,\nBo,\n"));
+        const auto isNoted = [this, &folder] {
+            const ActivityLog &log = m_app->activityLog();
+            const QModelIndex last = log.index(log.rowCount() - 1);
+            return last.data(ActivityLog::FolderRole).toString() == folder.path();
+        };
+        QTRY_VERIFY(isNoted());
+    }
+
+    void cardEditsWhatWasTypedAndNoMore()
+    {
+        start(
+            {"{'uid':'1','firstName':'Ann','note':'two\\nlines','address':[{'label':'hut','value':{'city':'Rome'}}]}"});
+        const ABPersonPtr person = ABAddressBook::sharedAddressBook()->people().front();
+        m_app->editInAddressBook(person);
+        auto *card = window().findChild<ContactCard *>();
+        QVERIFY(card);
+        QTRY_VERIFY(card->isVisible());
+        QCOMPARE(unnamedIn(card), QStringList());
+        for (auto *edit : card->findChildren<QLineEdit *>()) {
+            if (edit->text() == u"Ann") {
+                edit->selectAll();
+                QTest::keyClicks(edit, u"Bea"_s);
+            }
+        }
+        person->setValue(u"theirs"_s, kABSuffixProperty); // while the card is open
+        card->save();
+        QCOMPARE(savedBook(),
+            QByteArray("{\"uid\":\"1\",\"firstName\":\"Bea\",\"suffix\":\"theirs\",\"note\":\"two\\nlines\","
+                       "\"address\":[{\"label\":\"hut\",\"value\":{\"city\":\"Rome\"}}]}\n"));
+    }
+
+    void everythingFocusableHasAName()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}"});
+        QCOMPARE(unnamedIn(&window()), QStringList());
+        window().scanButton()->click();
+        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        QCOMPARE(unnamedIn(&window()), QStringList());
+        m_app->preferencesButtonClicled();
+        m_app->aboutClicked();
+        m_app->activityClicked();
+        for (QWidget *top : QApplication::topLevelWidgets()) {
+            if (top->isVisible())
+                QCOMPARE(unnamedIn(top), QStringList());
+        }
+    }
+
+    void textsCanBeRead_data()
+    {
+        QTest::addColumn<int>("scheme");
+        QTest::newRow("light") << int(Appearance::Scheme::Light);
+        QTest::newRow("dark") << int(Appearance::Scheme::Dark);
+    }
+
+    void textsCanBeRead()
+    {
+        QFETCH(const int, scheme);
+        const QPalette palette = Appearance::palette(Appearance::Scheme(scheme));
+        constexpr double kReadable = 4.5;
+        const std::initializer_list<std::pair<QPalette::ColorRole, QPalette::ColorRole>> pairs{
+            {QPalette::WindowText, QPalette::Window}, {QPalette::Text, QPalette::Base},
+            {QPalette::Text, QPalette::AlternateBase}, {QPalette::ButtonText, QPalette::Button},
+            {QPalette::HighlightedText, QPalette::Highlight}, {QPalette::PlaceholderText, QPalette::Base},
+            {QPalette::PlaceholderText, QPalette::Window}, {QPalette::BrightText, QPalette::Base},
+            {QPalette::BrightText, QPalette::Window}, {QPalette::Link, QPalette::Window},
+            {QPalette::ToolTipText, QPalette::ToolTipBase}};
+        for (const auto &[text, ground] : pairs) {
+            const double ratio = contrast(palette.color(text), palette.color(ground));
+            QVERIFY2(ratio >= kReadable, qPrintable(u"%1 on %2: %3"_s.arg(text).arg(ground).arg(ratio)));
+        }
+    }
+
+    void endsWhileAScanRuns()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});
+        window().scanButton()->click();
+        m_app.reset(); // neither hangs nor leaves a question open
+        QVERIFY(!QApplication::activeModalWidget());
+    }
+};
+
+QTEST_MAIN(AppTest)
+#include "AppTest.moc"

@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/CommandLine.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sstream>
+
+#include <sys/resource.h>
+
+/// `export` of the command line: run in process, and as a process of its own where the disk shall fail.
+class ExportCommandTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    struct Outcome
+    {
+        int status;
+        QString out;
+        QString err;
+    };
+
+    QTemporaryDir m_folder;
+
+    static QString u(const char *text) { return QString::fromUtf8(text); }
+
+    QString freshFolder() const
+    {
+        const QString path = m_folder.filePath(u(QTest::currentTestFunction()) + u(QTest::currentDataTag()));
+        QDir().mkpath(path);
+        return path;
+    }
+    QString bookPath() const { return m_folder.filePath(u("book.sqlite")); }
+
+    Outcome run(const QStringList &words, const std::string &input = {}) const
+    {
+        std::vector<std::string> arguments{"--address-book", bookPath().toStdString()};
+        for (const QString &word : words)
+            arguments.push_back(word.toStdString());
+        std::istringstream in(input);
+        std::ostringstream out;
+        std::ostringstream err;
+        Console console{in, out, err};
+        const ExitStatus status = runCommandLine(arguments, console);
+        return {int(status), QString::fromStdString(out.str()), QString::fromStdString(err.str())};
+    }
+
+    static QByteArray contentOf(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    static QStringList namesIn(const QString &folder)
+    {
+        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        std::string people = "{\"uid\":\"a\",\"firstName\":\"Ann\",\"lastName\":\"Lee\"}\n"
+                             "{\"uid\":\"b\",\"firstName\":\"Bo\"}\n{\"uid\":\"c\",\"lastName\":\"Cy\"}\n";
+        // Enough that no format makes little of it.
+        quint32 random = 1;
+        for (int i = 0; i < 1500; ++i) {
+            people += "{\"uid\":\"x" + std::to_string(i) + "\",\"note\":\"";
+            for (int k = 0; k < 300; ++k) {
+                random = random * 1'664'525 + 1'013'904'223;
+                people += char('a' + (random >> 16) % 26);
+            }
+            people += "\"}\n";
+        }
+        QCOMPARE(run({u("import"), u("-")}, people).status, 0);
+    }
+
+    void printsThePathsOfTheFiles()
+    {
+        const QString folder = freshFolder();
+        Outcome outcome = run({u("export"), u("--format"), u("csv"), u("--select"), u("a,c"), u("--select"), u("b"),
+            u("--scope"), u("table"), u("--columns"), u("Last Name,First Name"), folder});
+        QCOMPARE(outcome.err, QString());
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(outcome.out, folder + u("/allPeople.csv\n"));
+        QCOMPARE(contentOf(folder + u("/allPeople.csv")),
+            QByteArray("Last Name,First Name,\nCy,     ,\n     ,Bo,\nLee,Ann,\n"));
+        outcome = run({u("export"), u("--format"), u("vcard"), u("--select"), u("a,b"), folder});
+        QCOMPARE(outcome.out, folder + u("/export_0.vcf\n") + folder + u("/export_1.vcf\n"));
+        outcome = run({u("export"), u("--format"), u("txt"), folder, u("--verbose")});
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(contentOf(folder + u("/Multi-Contacts.txt")).count('\n'), 1504);
+        QVERIFY2(outcome.err.contains(u("peoplenook.export: Save to TXT: ")), qPrintable(outcome.err));
+    }
+
+    void refusals()
+    {
+        const QString folder = freshFolder();
+        Outcome outcome = run({u("export"), u("--format"), u("csv"), u("--columns"), u("Note,Shoe Size"), folder});
+        QCOMPARE(outcome.status, 2);
+        QCOMPARE(outcome.err, u("--columns: Shoe Size: the contact table has no such column\n"));
+        QCOMPARE(run({u("export"), u("--format"), u("gif"), folder}).status, 2);
+        QCOMPARE(run({u("export"), u("--format"), u("csv"), u("--select"), u("nobody"), folder}).status, 1);
+        outcome = run({u("export"), u("--format"), u("html"), folder + u("/missing")});
+        QCOMPARE(outcome.status, 1);
+        QCOMPARE(
+            outcome.err, folder + u("/missing/Multi-Contacts.html: cannot be written: No such file or directory\n"));
+        QCOMPARE(namesIn(folder), QStringList());
+        outcome = run({u("export"), u("--format"), u("csv"), u("--select"), u("nobody,a"), folder});
+        QCOMPARE(outcome.status, 1);
+        QCOMPARE(outcome.err, u("nobody: no contact has this uid\n"));
+        QCOMPARE(namesIn(folder), QStringList(u("Multi-Contacts.csv")));
+    }
+
+    void fullDisksLeaveNothing_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<int>("limit");
+        for (const char *format : {"csv", "txt", "html", "excel", "pages", "numbers", "docx"}) {
+            for (const int limit : {70'000, 200'000, 290'000})
+                QTest::addRow("%s %d", format, limit) << u(format) << limit;
+        }
+    }
+    void fullDisksLeaveNothing()
+    {
+        QFETCH(QString, format);
+        QFETCH(int, limit);
+        const QString folder = freshFolder();
+        QProcess program;
+        program.setChildProcessModifier([limit] {
+            const rlimit most{rlim_t(limit), rlim_t(limit)};
+            setrlimit(RLIMIT_FSIZE, &most);
+        });
+        program.start(QCoreApplication::applicationDirPath() + u("/../bin/peoplenook-cli"),
+            {u("--address-book"), bookPath(), u("export"), u("--format"), format, folder});
+        QVERIFY(program.waitForFinished());
+        const QByteArray complaint = program.readAllStandardError();
+        QVERIFY2(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 1, complaint.constData());
+        QCOMPARE(namesIn(folder), QStringList());
+        QCOMPARE(program.readAllStandardOutput(), QByteArray());
+        QVERIFY2(complaint.contains("cannot be written: "), complaint.constData());
+    }
+};
+
+QTEST_GUILESS_MAIN(ExportCommandTest)
+#include "ExportCommandTest.moc"

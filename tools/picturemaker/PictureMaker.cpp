@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PictureMaker.h"
+
+#include "app/AboutWindowController.h"
+#include "app/ActivityWindow.h"
+#include "app/ContactCard.h"
+#include "app/ContactTableView.h"
+#include "app/Controls.h"
+#include "app/ImportWindow.h"
+#include "app/ProgressWindow.h"
+#include "app/ResultsView.h"
+#include "app/TableViewWindowController.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+
+namespace {
+
+constexpr QSize kWindowSize(1000, 620);
+
+template <typename Window> Window *shownWindow()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        auto *window = qobject_cast<Window *>(widget);
+        if (window && window->isVisible())
+            return window;
+    }
+    return nullptr;
+}
+
+/// "Share Email address" as "share-email-address".
+QString fileName(const QString &title)
+{
+    return title.toLower().replace(u' ', u'-');
+}
+
+} // namespace
+
+PictureMaker::PictureMaker(Appearance::Scheme scheme, QString folder) : m_folder(std::move(folder))
+{
+    m_appearance.setScheme(scheme);
+}
+
+PictureMaker::~PictureMaker() = default;
+
+bool PictureMaker::waitFor(const std::function<bool()> &isSo, const char *what)
+{
+    if (QTest::qWaitFor(isSo, 10'000))
+        return true;
+    qCritical("%s: did not come", what);
+    return false;
+}
+
+bool PictureMaker::save(QWidget &window, const QString &name) const
+{
+    QCoreApplication::processEvents();
+    const bool isDark = m_appearance.scheme() == Appearance::Scheme::Dark;
+    const QString path =
+        QStringLiteral("%1/%2-%3.png").arg(m_folder, name, isDark ? QStringLiteral("dark") : QStringLiteral("light"));
+    if (window.grab().save(path))
+        return true;
+    qCritical("%s: cannot be written", qPrintable(path));
+    return false;
+}
+
+bool PictureMaker::takeAll(const QString &sample, const QString &damaged)
+{
+    return open() && save(m_delegate.mainWindow(), QStringLiteral("start")) && import(sample, {})
+        && import(damaged, QStringLiteral("import")) && takeTable() && takeDialogs() && takeScan() && takeFindings()
+        && takeQuestion();
+}
+
+bool PictureMaker::open()
+{
+    m_delegate.mainWindow().resize(kWindowSize);
+    QSignalSpy opened(&m_delegate, &AppDelegate::addressBookOpened);
+    m_delegate.applicationDidFinishLaunching(m_place.filePath(QStringLiteral("people.sqlite")));
+    return waitFor([&] { return !opened.isEmpty(); }, "The address book")
+        && waitFor([&] { return m_delegate.mainWindow().freshButton()->isEnabled(); }, "The table");
+}
+
+bool PictureMaker::import(const QString &file, const QString &picture)
+{
+    m_delegate.importFiles({file});
+    auto *window = shownWindow<ImportWindow>();
+    QSignalSpy ended(window, &ImportWindow::ended);
+    const bool isDone = waitFor([&] { return !ended.isEmpty(); }, "The end of the import")
+        && waitFor([&] { return m_delegate.mainWindow().freshButton()->isEnabled(); }, "The table")
+        && (picture.isEmpty() || save(*window, picture));
+    window->close();
+    return isDone && waitFor([] { return !shownWindow<ImportWindow>(); }, "The end of the import window");
+}
+
+bool PictureMaker::takeTable()
+{
+    MainWindow &window = m_delegate.mainWindow();
+    ContactTableView *contacts = window.contactTable();
+    contacts->table()->selectRow(2);
+    contacts->table()->setFocus();
+    bool isDone = save(window, QStringLiteral("table"));
+    contacts->searchField()->setText(QStringLiteral("port"));
+    contacts->searchField()->setFocus();
+    isDone = isDone && save(window, QStringLiteral("search"));
+    contacts->searchField()->clear();
+    QMenu *columns = contacts->columnMenus().at(4);
+    columns->popup(window.mapToGlobal(QPoint(200, 40)));
+    isDone = isDone && save(*columns, QStringLiteral("columns"));
+    columns->close();
+    return isDone;
+}
+
+bool PictureMaker::takeDialogs()
+{
+    m_delegate.preferencesButtonClicled();
+    auto *preferences = shownWindow<TableViewWindowController>();
+    bool isDone = preferences && save(*preferences, QStringLiteral("preferences"));
+    preferences->close();
+    m_delegate.aboutClicked();
+    auto *about = shownWindow<AboutWindowController>();
+    isDone = isDone && about && save(*about, QStringLiteral("about"));
+    about->close();
+    m_delegate.activityClicked();
+    auto *activity = shownWindow<ActivityWindow>();
+    isDone = isDone && activity && save(*activity, QStringLiteral("activity"));
+    activity->close();
+    const auto &rows = m_delegate.loadContactsViewController().getTableViewDataArray();
+    m_delegate.editInAddressBook(rows.at(2)->person());
+    auto *card = shownWindow<ContactCard>();
+    isDone = isDone && card && save(*card, QStringLiteral("card"));
+    card->close();
+    return isDone;
+}
+
+bool PictureMaker::takeScan()
+{
+    ProgressWindow *progress = m_delegate.mainWindow().progressWindow();
+    progress->begin();
+    QTest::qWait(600); // the arc has turned to where it can be seen
+    const bool isDone = save(*progress, QStringLiteral("progress"));
+    progress->hide();
+    m_delegate.scanClicled();
+    return isDone
+        && waitFor(
+            [&] { return m_delegate.outlineViewController() && m_delegate.outlineViewController()->selectedItem(); },
+            "The results");
+}
+
+bool PictureMaker::takeFindings()
+{
+    OutlineViewController &controller = *m_delegate.outlineViewController();
+    MainWindow &window = m_delegate.mainWindow();
+    bool isDone = save(window, QStringLiteral("results"));
+    if (m_appearance.scheme() == Appearance::Scheme::Light) {
+        const QList<PersonItemPtr> groups = controller.rootNodes();
+        for (const PersonItemPtr &group : groups) {
+            controller.selectRow(controller.rowForItem(group) + 1);
+            isDone = isDone && save(window, QStringLiteral("finding-") + fileName(group->name()));
+        }
+    }
+    window.results()->outlineView()->collapseAll();
+    isDone = isDone && save(window, QStringLiteral("tips"));
+    window.results()->backButton()->click();
+    return isDone && waitFor([&] { return !window.results() && window.freshButton()->isEnabled(); }, "The table");
+}
+
+bool PictureMaker::takeQuestion()
+{
+    bool isDone = false;
+    QTimer watch; // the question stops this function until it is answered
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+        QWidget *question = QApplication::activeModalWidget();
+        if (!question)
+            return;
+        isDone = save(*question, QStringLiteral("question"));
+        question->close();
+    });
+    watch.start(50);
+    m_delegate.loadContactsViewController().deleteItem({2});
+    return isDone;
+}

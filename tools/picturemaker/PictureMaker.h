@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/Appearance.h"
+
+#include <QTemporaryDir>
+
+/// Takes pictures of the real windows of a real application that works on an address book of its own.
+class PictureMaker
+{
+public:
+    /// Pictures go into @p folder as NAME-light.png or NAME-dark.png.
+    PictureMaker(Appearance::Scheme scheme, QString folder);
+    ~PictureMaker();
+
+    /// Every window. The pictures of each kind of finding are taken in the light scheme only.
+    /// @p sample is imported first, then @p damaged. False when something did not come up, or a file not be written.
+    bool takeAll(const QString &sample, const QString &damaged);
+
+private:
+    bool waitFor(const std::function<bool()> &isSo, const char *what);
+    bool open();
+    bool import(const QString &file, const QString &picture);
+    bool takeTable();
+    bool takeDialogs();
+    bool takeScan();
+    bool takeFindings();
+    bool takeQuestion();
+    bool save(QWidget &window, const QString &name) const;
+
+    const QString m_folder;
+    QTemporaryDir m_place;
+    Appearance m_appearance;
+    AppDelegate m_delegate;
+};
