@@ -25,9 +25,8 @@ int main(int argc, char *argv[])
     QCommandLineParser arguments;
     arguments.addHelpOption();
     arguments.addVersionOption();
-    const QCommandLineOption where(
-        QStringLiteral("address-book"), QStringLiteral("The address book: a file, or eds:UID for one of the desktop's."),
-        QStringLiteral("WHERE"));
+    const QCommandLineOption where(QStringLiteral("address-book"),
+        QStringLiteral("The address book: a file, or eds:UID for one of the desktop's."), QStringLiteral("WHERE"));
     const QCommandLineOption scheme(QStringLiteral("appearance"),
         QStringLiteral("light or dark, whatever the desktop has."), QStringLiteral("SCHEME"));
     arguments.addOptions({where, scheme});
