@@ -4,6 +4,7 @@
 #include "app/Appearance.h"
 #include "app/ContactCard.h"
 #include "app/ContactTableView.h"
+#include "app/ContactsApplication.h"
 #include "app/Controls.h"
 #include "app/ExportWindow.h"
 #include "app/ImportWindow.h"
@@ -109,15 +110,16 @@ class AppTest : public QObject
 
 private:
     QTemporaryDir m_folder;
+    QString m_path; // of the newest address book
     std::unique_ptr<AppDelegate> m_app;
     int m_bookCount = 0;
 
     /// Starts the application on an address book of these people and waits for the table.
     void start(std::initializer_list<QByteArray> people)
     {
-        const QString path = m_folder.filePath(QString::number(++m_bookCount));
+        m_path = m_folder.filePath(QString::number(++m_bookCount));
         {
-            const auto book = *ABAddressBook::open(std::move(*SqliteStore::open(path)));
+            const auto book = *ABAddressBook::open(std::move(*SqliteStore::open(m_path)));
             for (const QByteArray &text : people) {
                 const auto [uid, record] = recordFromText(text);
                 book->addRecord(std::make_shared<ABPerson>(uid, record));
@@ -126,7 +128,7 @@ private:
         }
         m_app = std::make_unique<AppDelegate>();
         QSignalSpy opened(m_app.get(), &AppDelegate::addressBookOpened);
-        m_app->applicationDidFinishLaunching(path);
+        m_app->applicationDidFinishLaunching(m_path);
         QTRY_COMPARE(opened.count(), 1);
         QTRY_COMPARE(m_app->loadContactsViewController().numberOfRowsInTableView(), int(people.size()));
         QTRY_VERIFY(window().freshButton()->isEnabled());
@@ -159,6 +161,8 @@ private Q_SLOTS:
         editor->setText(u"Ng"_s);
         QTest::keyClick(editor, Qt::Key_Return);
         QTRY_COMPARE(savedBook(), QByteArray("{\"uid\":\"1\",\"firstName\":\"Ann\",\"lastName\":\"Ng\"}\n"));
+        QTRY_VERIFY(window().freshButton()->isEnabled());
+        QCOMPARE(table->currentIndex(), table->model()->index(0, 1)); // where one goes on
     }
 
     void searchesSortsAndDeletes()
@@ -281,6 +285,92 @@ private Q_SLOTS:
             u"Warning|No condition selected, please go to Preferences and choose at least one condition!"_s);
         QVERIFY(window().scanButton()->isEnabled() && window().freshButton()->isEnabled()
             && window().exportAllButton()->isEnabled());
+    }
+
+    void changesOfOthersShow()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','note':'  '}",
+            "{'uid':'2','firstName':'Bo','lastName':'Ng','note':'  '}"});
+        window().scanButton()->click();
+        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        QTableView *table = contacts()->table();
+        table->selectRow(1);
+
+        const auto others = *ABAddressBook::open(std::move(*SqliteStore::open(m_path)));
+        others->removeRecord(others->personWithUniqueId(u"1"_s));
+        others->personWithUniqueId(u"2"_s)->setValue(u"Ito"_s, kABLastNameProperty);
+        others->addRecord(std::make_shared<ABPerson>(u"3"_s, recordFromText("{'firstName':'Cy','note':' '}").record));
+        QVERIFY(others->save());
+
+        QTRY_COMPARE(m_app->outlineViewController()->findingCount(), 1); // not the new one: that takes a scan
+        QCOMPARE(m_app->outlineViewController()->selectedItem()->person()->uniqueId(), u"2"_s);
+        QTRY_COMPARE(table->model()->rowCount(), 2);
+        QTRY_COMPARE(table->model()->index(0, 1).data().toString(), u"Ito"_s);
+        QCOMPARE(contacts()->selectedRows(), std::vector<int>{0});
+    }
+
+    void changesOfOthersWaitForAnEditor()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});
+        QTableView *table = contacts()->table();
+        table->setCurrentIndex(table->model()->index(0, 1));
+        QTest::keyClick(table, Qt::Key_F2);
+        auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+        QVERIFY(editor);
+        editor->setText(u"half a na"_s);
+        const auto others = *ABAddressBook::open(std::move(*SqliteStore::open(m_path)));
+        others->addRecord(std::make_shared<ABPerson>(u"2"_s, recordFromText("{'firstName':'Bo'}").record));
+        QVERIFY(others->save());
+        QTRY_VERIFY(ABAddressBook::sharedAddressBook()->personWithUniqueId(u"2"_s));
+        QTest::qWait(1); // what it leads to has its turn
+        QCOMPARE(editor->text(), u"half a na"_s);
+        QVERIFY(editor->isVisible());
+        QTest::keyClick(editor, Qt::Key_Escape);
+        QTRY_COMPARE(table->model()->rowCount(), 2);
+        QCOMPARE(table->model()->index(0, 1).data().toString(), u"Lee"_s);
+        QCOMPARE(table->currentIndex(), table->model()->index(0, 1));
+    }
+
+    void offersAddressBooks()
+    {
+        start({});
+        disconnect(&window(), &MainWindow::addressBookChosen, m_app.get(), nullptr); // which starts a program
+        QSignalSpy chosen(&window(), &MainWindow::addressBookChosen);
+        window().setAddressBooks({{u"/a"_s, u"Family & friends"_s, true}, {u"eds:b"_s, u"Club"_s, false}}, u"eds:b"_s);
+        QList<QAction *> items = window().findChildren<QAction *>();
+        items.removeIf(
+            [](const QAction *item) { return item->text() != u"Family && friends" && item->text() != u"Club"; });
+        QCOMPARE(items.size(), 2);
+        QVERIFY(!items[0]->isChecked() && items[1]->isChecked());
+        items[1]->trigger();
+        QVERIFY(items[1]->isChecked() && chosen.isEmpty());
+        items[0]->trigger();
+        QCOMPARE(chosen.takeFirst().front().toString(), u"/a"_s);
+        QVERIFY(!items[0]->isChecked());
+    }
+
+    void showsPeopleInTheDesktopsProgram()
+    {
+        const QString said = m_folder.filePath(u"said"_s);
+        const QString program = m_folder.filePath(u"gnome-contacts"_s);
+        QFile script(program);
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write("#!/bin/sh\necho \"$@\" > '" + said.toLocal8Bit() + ".new'\nmv '" + said.toLocal8Bit() + ".new' '"
+            + said.toLocal8Bit() + "'\n");
+        script.close();
+        const QByteArray path = qgetenv("PATH");
+        QVERIFY(!ContactsApplication::show(QString()));
+        qputenv("PATH", m_folder.path().toLocal8Bit());
+        QVERIFY(!ContactsApplication::show(u"eds:system-address-book:UID"_s)); // not executable: not there
+        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        qputenv("PATH", m_folder.path().toLocal8Bit() + ':' + path);
+        const bool isStarted = ContactsApplication::show(u"eds:system-address-book:UID"_s);
+        qputenv("PATH", path);
+        QVERIFY(isStarted);
+        QFile answer(said);
+        QTRY_VERIFY(answer.exists());
+        QVERIFY(answer.open(QIODevice::ReadOnly));
+        QCOMPARE(answer.readAll(), QByteArray("--individual ef54b4cbdfdba8e51528de011e60df27e15b67fd\n"));
     }
 
     void importsDroppedFiles()

@@ -8,6 +8,7 @@
 #include "table/ColumnMenus.h"
 #include "table/LoadContactsViewController.h"
 #include "table/RowExporter.h"
+#include "table/SearchTexts.h"
 
 #include <QAbstractItemModelTester>
 #include <QSet>
@@ -75,7 +76,53 @@ class ContactTableTest : public QObject
 {
     Q_OBJECT
 
+    static PersonRows rowsFor(std::initializer_list<QByteArray> people)
+    {
+        PersonRows rows;
+        for (const QByteArray &text : people) {
+            const auto [uid, record] = recordFromText(text);
+            rows.push_back(std::make_shared<PersonDictionary>(
+                ::prasePerson(std::make_shared<ABPerson>(uid, record), record, DictionaryForm::Table)));
+        }
+        return rows;
+    }
+
 private Q_SLOTS:
+    void findsWords_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<std::vector<int>>("rows");
+        QTest::newRow("nothing") << u" "_s << std::vector<int>{0, 1, 2};
+        QTest::newRow("capitals") << u"aNN"_s << std::vector<int>{0, 1};
+        QTest::newRow("each word, in any field") << u"tea ann"_s << std::vector<int>{1};
+        QTest::newRow("not over two fields") << u"annlee"_s << std::vector<int>{};
+        QTest::newRow("other alphabets") << u"ΌΛΓΑ"_s << std::vector<int>{2};
+        QTest::newRow("folds to two letters") << u"STRASSE"_s << std::vector<int>{2};
+        QTest::newRow("beyond 16 bits") << u"𐐀"_s << std::vector<int>{0};
+        QTest::newRow("made texts") << u"1984-05"_s << std::vector<int>{1};
+    }
+    void findsWords()
+    {
+        QFETCH(QString, text);
+        const PersonRows rows = rowsFor({"{'firstName':'Ann','lastName':'Lee','nickname':'𐐨'}",
+            "{'firstName':'Joanne','note':'Tea','birthday':'1984-05-06'}", "{'firstName':'Όλγα','note':'Straße 1'}"});
+        QTEST(SearchTexts(rows).rowsWith(text), "rows");
+    }
+
+    void findsWordsInRowsThatChanged()
+    {
+        const PersonRows rows = rowsFor({"{'firstName':'Ann'}", "{'firstName':'Bo'}", "{'firstName':'Cy'}"});
+        SearchTexts texts(rows);
+        const auto edited = std::make_shared<PersonDictionary>(*rows[1]);
+        edited->setValue(u"Ann"_s, Field::FirstName);
+        const PersonRows added = rowsFor({"{'firstName':'Hanna'}"});
+        texts.follow({rows[2], edited, added[0], rows[0]});
+        QCOMPARE(texts.rowsWith(u"ann"_s), (std::vector<int>{1, 2, 3}));
+        QCOMPARE(texts.rowsWith(u"cy"_s), std::vector<int>{0});
+        texts.follow({});
+        QVERIFY(texts.rowsWith(u"ann"_s).empty());
+    }
+
     void loadsInTheBackground()
     {
         sharedBookOf(peopleNamed({u"B"_s, u"A"_s}));

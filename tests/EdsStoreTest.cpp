@@ -221,6 +221,17 @@ private Q_SLOTS:
             QVERIFY(*(*people)[i].record == *changes[i].after);
         }
         QVERIFY(store->takeChangesFromOutside()->size() <= changes.size());
+
+        std::vector<qint64> seen;
+        store->setLoadProgress([&seen](qint64 done, qint64 total) {
+            seen.push_back(done);
+            return total == 1200;
+        });
+        QCOMPARE(store->loadAll()->size(), changes.size());
+        QCOMPARE(seen, (std::vector<qint64>{500, 1000, 1200}));
+        store->setLoadProgress([](qint64 done, qint64) { return done < 1000; });
+        QCOMPARE(store->loadAll().error().kind, ErrorKind::Cancelled);
+        store->setLoadProgress({});
         for (auto &change : changes) {
             change.before = std::exchange(change.after, nullptr);
         }
@@ -343,7 +354,9 @@ private Q_SLOTS:
 
     void choosing()
     {
-        QCOMPARE((*openStore(u("eds:book1")))->name(), u("Book 1"));
+        const auto chosen = std::move(*openStore(u("eds:book1")));
+        QCOMPARE(chosen->name(), u("Book 1"));
+        QCOMPARE(chosen->desktopId(u("p:1")), u("eds:book1:p:1"));
         const auto none = openStore(u("eds:nothing"));
         QVERIFY(!none);
         QCOMPARE(none.error().kind, ErrorKind::NotFound);

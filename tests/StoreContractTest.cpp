@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <atomic>
+
 using StorePtr = std::unique_ptr<AddressBookStore>;
 
 /// What every store promises, seen on each of them.
@@ -200,6 +202,29 @@ private Q_SLOTS:
         changes = *mine->takeChangesFromOutside();
         QCOMPARE(changes.size(), std::size_t(1));
         QVERIFY(changes[0].now && *changes[0].now == *a2);
+    }
+
+    void othersAreTold_data()
+    {
+        QTest::addColumn<QString>("kind");
+        for (const char *kind : {"sqlite", "eds"}) // the others cannot tell
+            QTest::newRow(kind) << u(kind);
+    }
+    void othersAreTold()
+    {
+        QFETCH(QString, kind);
+        if (isMissing(kind))
+            QSKIP(qPrintable(m_desktop.problem()));
+        const auto open = openerOf(kind);
+        const auto mine = open();
+        const auto theirs = open();
+        QVERIFY(mine->loadAll());
+        std::atomic<int> calls = 0;
+        mine->setChangeListener([&calls] { ++calls; });
+        QVERIFY(theirs->commit({{u("a"), nullptr, record("{'firstName':'A'}")}}));
+        QTRY_VERIFY(calls > 0);
+        QCOMPARE(mine->takeChangesFromOutside()->size(), std::size_t(1));
+        mine->setChangeListener({});
     }
 };
 

@@ -8,6 +8,7 @@
 #include "app/AppLog.h"
 #include "app/ContactCard.h"
 #include "app/ContactTableView.h"
+#include "app/ContactsApplication.h"
 #include "app/Controls.h"
 #include "app/Counted.h"
 #include "app/ExportWindow.h"
@@ -24,6 +25,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QProcess>
 #include <QStandardPaths>
 
 AppDelegate::AppDelegate()
@@ -35,6 +37,7 @@ AppDelegate::AppDelegate()
     setUpCommands();
     setUpFailures();
     setUpExports();
+    setUpAddressBooks();
 }
 
 AppDelegate::~AppDelegate()
@@ -55,7 +58,7 @@ void AppDelegate::setUpCommands()
     connect(&m_window, &MainWindow::supportRequested, this, &AppDelegate::menuSupportClick);
     connect(&m_window, &MainWindow::activityRequested, this, &AppDelegate::activityClicked);
     ContactTableView *contacts = m_window.contactTable();
-    connect(contacts, &ContactTableView::cardRequested, this, &AppDelegate::editInAddressBook);
+    connect(contacts, &ContactTableView::cardRequested, this, &AppDelegate::openCard);
     connect(contacts, &ContactTableView::importRequested, this, &AppDelegate::importClicked);
     connect(contacts, &ContactTableView::sampleRequested, this, &AppDelegate::sampleClicked);
 }
@@ -75,11 +78,19 @@ void AppDelegate::applicationDidFinishLaunching(const QString &where)
 
 void AppDelegate::openAddressBook(const QString &where)
 {
+    m_where = where;
     m_window.setButtonsEnabled(false);
     m_opener.start([this, where](const std::stop_token &) {
-        auto opened = [&where]() -> Result<std::shared_ptr<ABAddressBook>> {
+        auto opened = [this, &where]() -> Result<std::shared_ptr<ABAddressBook>> {
             auto store = openStore(where);
-            return store ? ABAddressBook::open(std::move(*store)) : store.error();
+            if (!store)
+                return store.error();
+            (*store)->setLoadProgress([this](qint64 done, qint64 total) {
+                QMetaObject::invokeMethod(
+                    this, [this, done, total] { m_window.showOpening(done, total); }, Qt::QueuedConnection);
+                return !m_isOpeningGivenUp;
+            });
+            return ABAddressBook::open(std::move(*store));
         }();
         QMetaObject::invokeMethod(
             this, [this, opened] { installAddressBook(opened); }, Qt::QueuedConnection);
@@ -88,8 +99,10 @@ void AppDelegate::openAddressBook(const QString &where)
 
 void AppDelegate::installAddressBook(const Result<std::shared_ptr<ABAddressBook>> &book)
 {
+    m_window.setAddressBookName(book ? (*book)->name() : QString());
     if (book) {
         ABAddressBook::setSharedAddressBook(*book);
+        m_watch.watch(*book);
         makeButtonEnable();
         loadClicked();
     } else {
@@ -113,6 +126,7 @@ void AppDelegate::scanClicled()
         return;
     }
     m_window.progressWindow()->begin();
+    m_scannedTitles = titles;
     if (!m_scanner) {
         m_scanner = std::make_unique<ScanAddressBook>(*this);
         m_scan = std::make_unique<BackgroundScan>(*m_scanner);
@@ -137,6 +151,8 @@ void AppDelegate::showResults(const ScanResult &result)
     connect(m_results.get(), &OutlineViewController::fixed, this, [this](const FixOutcome &outcome) {
         if (outcome.error)
             m_activity.append(ActivityLog::Kind::Failure, outcome.error->description());
+        if (outcome.error && outcome.error->kind == ErrorKind::Conflict && m_results->selectedItem())
+            reexamine({m_results->selectedItem()->person()->uniqueId()});
     });
     m_window.showResults(*m_results);
     QMetaObject::invokeMethod(this, &AppDelegate::outLineViewRefrash, Qt::QueuedConnection);
@@ -172,6 +188,59 @@ void AppDelegate::setUpExports()
     m_exportWindow = std::make_unique<ExportWindow>(&m_window);
     m_exportContact = std::make_unique<ExportContact>(*m_exportWindow);
     connect(m_exportContact.get(), &ExportContact::exportFinished, this, &AppDelegate::noteExport);
+}
+
+void AppDelegate::setUpAddressBooks()
+{
+    connect(&m_watch, &OutsideWatch::changed, this, &AppDelegate::takeInOutsideChanges);
+    connect(&m_watch, &OutsideWatch::failed, this,
+        [this](const QString &reason) { m_activity.append(ActivityLog::Kind::Failure, reason); });
+    connect(m_window.contactTable(), &ContactTableView::editingEnded, this, [this] {
+        if (m_isReloadDue)
+            reloadUnlessEditing();
+    });
+    connect(&m_window, &MainWindow::openingGivenUp, this, [this] { m_isOpeningGivenUp = true; });
+    connect(&m_window, &MainWindow::addressBooksRequested, this, [this] {
+        m_bookFinder.start([this](const std::stop_token &) {
+            QMetaObject::invokeMethod(
+                this, [this, books = knownBooks()] { m_window.setAddressBooks(books, m_where); }, Qt::QueuedConnection);
+        });
+    });
+    connect(&m_window, &MainWindow::addressBookChosen, this, [this](const QString &where) {
+        // One window, one address book: what is open here, with its findings and undone work, stays.
+        if (!QProcess::startDetached(QApplication::applicationFilePath(), {QStringLiteral("--address-book"), where}))
+            m_activity.append(ActivityLog::Kind::Failure, tr("%1: no window could be opened for it").arg(where));
+    });
+}
+
+void AppDelegate::takeInOutsideChanges(const QStringList &uids)
+{
+    qCInfo(lcApp) << uids.size() << "people were changed by another program";
+    reloadUnlessEditing();
+    reexamine(uids);
+}
+
+void AppDelegate::reloadUnlessEditing()
+{
+    m_isReloadDue = m_window.contactTable()->isEditing();
+    if (!m_isReloadDue)
+        loadClicked();
+}
+
+void AppDelegate::reexamine(const QStringList &uids)
+{
+    if (!m_results)
+        return;
+    m_reexaminer.start([this, uids, titles = m_scannedTitles](const std::stop_token &) {
+        const ScanResult now = ScanAddressBook::examine(titles);
+        QMetaObject::invokeMethod(
+            this,
+            [this, uids, now] {
+                if (m_results)
+                    m_results->reexamine(uids, now);
+            },
+            Qt::QueuedConnection);
+    });
 }
 
 void AppDelegate::exportClicked()
@@ -304,6 +373,13 @@ void AppDelegate::selectInAddressBook(const ABPersonPtr &person)
 }
 
 void AppDelegate::editInAddressBook(const ABPersonPtr &person)
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    if (!book || !ContactsApplication::show(book->desktopId(person->uniqueId())))
+        openCard(person);
+}
+
+void AppDelegate::openCard(const ABPersonPtr &person)
 {
     auto *card = new ContactCard(person, &m_window);
     card->setAttribute(Qt::WA_DeleteOnClose);

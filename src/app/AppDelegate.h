@@ -5,6 +5,7 @@
 #include "app/ActivityLog.h"
 #include "app/ConditionListModel.h"
 #include "app/MainWindow.h"
+#include "app/OutsideWatch.h"
 #include "base/LatestJob.h"
 #include "export/ExportContact.h"
 #include "results/OutlineViewController.h"
@@ -52,6 +53,7 @@ public:
     void importClicked();
     void sampleClicked();
     void importFiles(const QStringList &paths);
+    void openCard(const ABPersonPtr &person);
 
     // For the controllers. The first three may be called on any thread.
     void closeProgress() override;
@@ -81,6 +83,10 @@ private:
     void showResults(const ScanResult &result);
     void copyHelpFile();
     void finishRunningScan();
+    void setUpAddressBooks();
+    void takeInOutsideChanges(const QStringList &uids);
+    void reexamine(const QStringList &uids);
+    void reloadUnlessEditing();
 
     ActivityLog m_activity;
     std::unique_ptr<Alerts> m_alerts;
@@ -94,6 +100,12 @@ private:
     std::unique_ptr<ExportContact> m_exportContact;
     std::unique_ptr<ScanAddressBook> m_scanner;
     std::unique_ptr<BackgroundScan> m_scan;
-    std::atomic<bool> m_isQuitting = false;
-    LatestJob m_opener; // last: its job uses the members above
+    QString m_where; // of the address book, as asked for
+    QStringList m_scannedTitles; // whose findings are shown
+    bool m_isReloadDue = false; // once no cell is edited any more
+    std::atomic<bool> m_isOpeningGivenUp = false;
+    OutsideWatch m_watch;
+    LatestJob m_bookFinder;
+    LatestJob m_reexaminer;
+    LatestJob m_opener; // these last: their jobs use the members above
 };

@@ -31,6 +31,7 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     , m_table(new QTableView(this))
     , m_emptyPage(new QWidget(this))
     , m_pages(new QStackedWidget(this))
+    , m_place(*m_table, m_rows, *controller.getTableView())
     , m_contextMenu(new QMenu(this))
 {
     m_search->setPlaceholderText(tr("Search in all fields"));
@@ -58,6 +59,10 @@ void ContactTableView::setUpTable()
 {
     m_table->setAccessibleName(tr("Contacts"));
     m_table->setModel(&m_rows);
+    connect(&m_rows, &QAbstractItemModel::modelAboutToBeReset, this, [this] { m_place.remember(); });
+    connect(&m_rows, &QAbstractItemModel::modelReset, this, [this] { m_place.restore(); });
+    connect(m_table->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &ContactTableView::editingEnded,
+        Qt::QueuedConnection); // the editor is still there
     m_table->setTabKeyNavigation(false); // Tab leaves the table; arrows move in it
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setAlternatingRowColors(true);
@@ -187,6 +192,12 @@ void ContactTableView::updateSummary()
     m_summary->setText(
         shown == all ? counted(all, tr("contact"), tr("contacts")) : tr("%L1 of %L2").arg(shown).arg(all));
     m_pages->setCurrentWidget(all == 0 ? m_emptyPage : m_table);
+}
+
+bool ContactTableView::isEditing() const
+{
+    const auto widgets = m_table->viewport()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    return std::ranges::any_of(widgets, &QWidget::isVisible);
 }
 
 std::vector<int> ContactTableView::selectedRows() const

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/FilteredRows.h"
+#include "app/TablePlace.h"
 #include "table/LoadContactsViewController.h"
 
 #include <QWidget>
@@ -28,11 +28,14 @@ public:
     QLineEdit *searchField() const { return m_search; }
     /// In the order of the contact table's rows, not the filter's.
     std::vector<int> selectedRows() const;
+    /// Whether a cell's editor is open; a reload would close it and lose what was typed.
+    bool isEditing() const;
 
 Q_SIGNALS:
     void cardRequested(const ABPersonPtr &person);
     void importRequested();
     void sampleRequested();
+    void editingEnded();
 
 private:
     void setUpTable();
@@ -55,6 +58,7 @@ private:
     QTableView *m_table;
     QWidget *m_emptyPage;
     QStackedWidget *m_pages;
+    TablePlace m_place;
     QMenu *m_contextMenu;
     QList<QMenu *> m_columnMenus;
 };

@@ -10,6 +10,8 @@ FilteredRows::FilteredRows(ContactTableModel &table, QObject *parent) : QAbstrac
     setSourceModel(&table);
     connect(&table, &QAbstractItemModel::modelAboutToBeReset, this, &FilteredRows::beginResetModel);
     connect(&table, &QAbstractItemModel::modelReset, this, [this] {
+        if (!m_texts)
+            collectTexts();
         filterAnew();
         endResetModel();
     });
@@ -59,26 +61,27 @@ void FilteredRows::setFilterText(const QString &text)
 
 void FilteredRows::filterAnew()
 {
-    const QStringList words = m_text.toCaseFolded().split(u' ', Qt::SkipEmptyParts);
     const PersonRows &rows = m_table.rows();
-    m_tableRows.clear();
-    if (words.isEmpty()) {
+    if (m_text.isEmpty()) {
         m_tableRows.resize(rows.size());
         std::iota(m_tableRows.begin(), m_tableRows.end(), 0);
         return;
     }
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        if (accepts(*rows[row], words))
-            m_tableRows.push_back(int(row));
-    }
+    if (!m_texts)
+        m_texts = std::make_shared<SearchTexts>(rows); // typed before the thread was ready
+    m_texts->follow(rows);
+    m_tableRows = m_texts->rowsWith(m_text);
 }
 
-bool FilteredRows::accepts(const PersonDictionary &row, const QStringList &words) const
+void FilteredRows::collectTexts()
 {
-    return std::ranges::all_of(words, [&row](const QString &word) {
-        return std::ranges::any_of(row.entries(), [&](const PersonDictionary::Entry &entry) {
-            const QString *kept = row.keptText(entry.field());
-            return (kept ? *kept : row.text(entry.field())).contains(word, Qt::CaseInsensitive);
+    m_collector.start([this, rows = m_table.rows()](const std::stop_token &isSuperseded) {
+        const auto texts = std::make_shared<SearchTexts>(rows, isSuperseded);
+        if (isSuperseded.stop_requested())
+            return;
+        QMetaObject::invokeMethod(this, [this, texts] {
+            if (!m_texts)
+                m_texts = texts;
         });
     });
 }

@@ -11,6 +11,7 @@
 #include <QBoxLayout>
 #include <QDragEnterEvent>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
@@ -47,6 +48,8 @@ MainWindow::MainWindow(LoadContactsViewController &table)
     , m_areas(new QStackedWidget(this))
     , m_progress(new ProgressWindow(this))
     , m_failureMark(new QToolButton(this))
+    , m_bookName(new QLabel(this))
+    , m_giveUp(new QToolButton(this))
 {
     setWindowTitle(QApplication::applicationDisplayName());
     setAcceptDrops(true);
@@ -95,6 +98,12 @@ void MainWindow::setUpMenus()
     program->addAction(tr("Quit %1").arg(name), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
 
     QMenu *file = menuBar()->addMenu(tr("&File"));
+    m_addressBooks = file->addMenu(tr("Address &Books"));
+    connect(m_addressBooks, &QMenu::aboutToShow, this, [this] {
+        if (m_addressBooks->isEmpty())
+            m_addressBooks->addAction(tr("Looking ..."))->setEnabled(false);
+        Q_EMIT addressBooksRequested();
+    });
     file->addAction(tr("&Import ..."), this, &MainWindow::importRequested)
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
     m_scanActions += file->addAction(tr("&Export All ..."), this, &MainWindow::exportAllRequested);
@@ -132,7 +141,40 @@ void MainWindow::setUpStatusBar()
         m_failureMark->hide();
         Q_EMIT activityRequested();
     });
+    m_giveUp->setText(tr("Cancel"));
+    m_giveUp->setAccessibleName(tr("Cancel opening"));
+    m_giveUp->hide();
+    connect(m_giveUp, &QToolButton::clicked, this, &MainWindow::openingGivenUp);
+    statusBar()->addWidget(m_bookName);
+    statusBar()->addWidget(m_giveUp);
     statusBar()->addPermanentWidget(m_failureMark);
+}
+
+void MainWindow::setAddressBookName(const QString &name)
+{
+    m_bookName->setText(name);
+    m_giveUp->hide();
+}
+
+void MainWindow::showOpening(qint64 done, qint64 total)
+{
+    m_bookName->setText(tr("Opening: %L1 of %L2 contacts").arg(done).arg(total));
+    m_giveUp->show();
+}
+
+void MainWindow::setAddressBooks(const std::vector<KnownBook> &books, const QString &current)
+{
+    m_addressBooks->clear();
+    for (const KnownBook &book : books) {
+        QAction *item = m_addressBooks->addAction(QString(book.name).replace(u'&', QStringLiteral("&&")));
+        item->setCheckable(true);
+        item->setChecked(current.isEmpty() ? book.isDefault : book.where == current);
+        connect(item, &QAction::triggered, this, [this, where = book.where, item, isCurrent = item->isChecked()] {
+            item->setChecked(isCurrent); // the other one gets a window of its own
+            if (!isCurrent)
+                Q_EMIT addressBookChosen(where);
+        });
+    }
 }
 
 void MainWindow::setButtonsEnabled(bool isEnabled)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "contacts/open/OpenStore.h"
+
 #include <QMainWindow>
 
 class ContactTableView;
@@ -9,6 +11,8 @@ class LoadContactsViewController;
 class MyButton;
 class OutlineViewController;
 class ProgressWindow;
+class QLabel;
+class QMenu;
 class QStackedWidget;
 class QToolButton;
 class ResultsView;
@@ -38,6 +42,12 @@ public:
     void showContacts();
     /// A quiet mark that something failed; pressing it asks for the activity window.
     void setFailureMark(const QString &newest);
+    /// Which address book this window shows.
+    void setAddressBookName(const QString &name);
+    /// How far the opening of a large address book is; can be given up. Gone once there is a name.
+    void showOpening(qint64 done, qint64 total);
+    /// What the menu of address books offers; @p current is checked.
+    void setAddressBooks(const std::vector<KnownBook> &books, const QString &current);
 
 Q_SIGNALS:
     void scanRequested();
@@ -50,6 +60,10 @@ Q_SIGNALS:
     void helpRequested();
     void supportRequested();
     void activityRequested();
+    /// The menu of address books opens.
+    void addressBooksRequested();
+    void addressBookChosen(const QString &where);
+    void openingGivenUp();
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
@@ -74,6 +88,9 @@ private:
     ResultsView *m_results = nullptr;
     ProgressWindow *m_progress;
     QToolButton *m_failureMark;
+    QLabel *m_bookName;
+    QToolButton *m_giveUp;
+    QMenu *m_addressBooks = nullptr;
     QList<QAction *> m_scanActions; // disabled during a scan
     QAction *m_refreshAction = nullptr;
 };

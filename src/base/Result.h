@@ -14,6 +14,7 @@ enum class ErrorKind {
     Unavailable, ///< cannot be reached now; may work later (locked, no service)
     Invalid, ///< the input is not what it claims to be
     Io, ///< reading or writing failed
+    Cancelled, ///< whoever asked for it did not want it any more
 };
 
 /// Why something was refused. The text is one English line without a full stop that names the thing and the reason;

@@ -269,6 +269,12 @@ Result<std::vector<QString>> ABAddressBook::refresh()
     return takeInOutsideChanges(dropped);
 }
 
+void ABAddressBook::setChangeListener(std::function<void()> listener)
+{
+    const std::scoped_lock storeLock(m_storeMutex);
+    m_store->setChangeListener(std::move(listener));
+}
+
 Result<std::vector<QString>> ABAddressBook::takeInOutsideChanges(std::vector<QString> &dropped)
 {
     auto outside = m_store->takeChangesFromOutside();

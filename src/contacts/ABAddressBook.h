@@ -67,8 +67,13 @@ public:
     /// @return the uids of everybody who was changed, added or removed by it
     Result<std::vector<QString>> refresh();
 
+    /// As AddressBookStore::setChangeListener(): whoever is called may want to refresh().
+    void setChangeListener(std::function<void()> listener);
+
     bool canWrite() const { return m_store->canWrite(); }
     QString name() const { return m_store->name(); }
+    /// As AddressBookStore::desktopId().
+    QString desktopId(const QString &uid) const { return m_store->desktopId(uid); }
 
 private:
     explicit ABAddressBook(std::unique_ptr<AddressBookStore> store);

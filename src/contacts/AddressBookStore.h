@@ -5,6 +5,7 @@
 #include "base/Result.h"
 #include "contacts/record/PersonRecord.h"
 
+#include <functional>
 #include <vector>
 
 /// One person's part of a change set: what the store is believed to hold and what it shall hold.
@@ -28,6 +29,11 @@ class AddressBookStore
 public:
     virtual ~AddressBookStore() = default;
 
+    /// Told how many of how many people are there; false gives the load up (Cancelled).
+    using LoadProgress = std::function<bool(qint64 done, qint64 total)>;
+    /// For the loads that follow, on any thread. A store whose loads are short may not ask.
+    void setLoadProgress(LoadProgress progress) { m_loadProgress = std::move(progress); }
+
     /// Everybody, in the order in which they were added, or of their uids where the store does not know it; the order
     /// is the same in every load.
     virtual Result<std::vector<StoredRecord>> loadAll() = 0;
@@ -40,8 +46,27 @@ public:
     /// What somebody else changed since loadAll() or the last call, each person once. May include changes of one's own.
     virtual Result<std::vector<OutsideChange>> takeChangesFromOutside() = 0;
 
+    /// Has @p listener called soon after somebody, perhaps oneself, may have changed the store: on any thread, also
+    /// once more after another listener was set. To be called on a thread with an event loop. A store that cannot tell
+    /// never calls it.
+    virtual void setChangeListener(std::function<void()> listener) { static_cast<void>(listener); }
+
     virtual bool canWrite() const = 0;
+
+    /// What the desktop's contacts application calls this person's entry ("eds:SOURCE:UID"); null where it does not
+    /// show this address book.
+    virtual QString desktopId(const QString &uid) const
+    {
+        static_cast<void>(uid);
+        return {};
+    }
 
     /// For messages: the file or the name of the address book.
     virtual QString name() const = 0;
+
+protected:
+    const LoadProgress &loadProgress() const { return m_loadProgress; }
+
+private:
+    LoadProgress m_loadProgress;
 };

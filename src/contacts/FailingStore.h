@@ -21,6 +21,7 @@ public:
     Result<std::vector<StoredRecord>> loadAll() override;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    void setChangeListener(std::function<void()> listener) override { m_store->setChangeListener(std::move(listener)); }
     bool canWrite() const override { return m_store->canWrite(); }
     QString name() const override { return m_store->name(); }
 

@@ -30,10 +30,6 @@ ExportColumns columnsOf(std::span<const PersonRow> rows);
 ExportColumns columnsOf(const PersonDictionary &row);
 QStringList labelsOf(const ExportColumns &columns);
 
-/// Tells the processor which memory the rows behind number @p current will be read from. Rows, texts and characters
-/// lie all over the memory; a writer that calls this before each row seldom waits for them.
-void fetchAhead(std::span<const PersonRow> rows, std::size_t current);
-
 /// The texts of one row at a time, for writers that go through many cells: one look at each entry a row.
 class RowTexts
 {

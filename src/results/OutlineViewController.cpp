@@ -5,6 +5,8 @@
 #include "fix/FixLog.h"
 #include "results/ResultsLog.h"
 
+#include <algorithm>
+
 namespace {
 
 PersonItemPtr addFinding(const PersonItemPtr &group, const ABPersonPtr &person)
@@ -31,6 +33,28 @@ PersonItemPtr groupOf(const QString &name, const std::vector<EmailMatch> &matche
 PersonItemPtr groupOf(const QString &name, const std::vector<ABPersonPtr> &people)
 {
     return OutlineViewController::creatFatherNode(name, people);
+}
+
+/// Whether the finding is still one; brings the others of a shared address up to date.
+bool isStillFound(PersonItem &finding, const std::vector<EmailMatch> &matches)
+{
+    const auto found = std::ranges::find_if(matches, [&finding](const EmailMatch &match) {
+        return match.searchedPerson == finding.person() && match.duplicateEmailType == finding.duplicateEmailType();
+    });
+    if (found == matches.end())
+        return false;
+    finding.setDuplicateEmailArray({found->matchPersonsArray.begin(), found->matchPersonsArray.end()});
+    return true;
+}
+
+bool isStillFound(PersonItem &finding, const std::vector<ABPersonPtr> &people)
+{
+    return std::ranges::find(people, finding.person()) != people.end();
+}
+
+bool isStillFound(PersonItem &finding, const Findings *findings)
+{
+    return findings && std::visit([&finding](const auto &list) { return isStillFound(finding, list); }, *findings);
 }
 
 } // namespace
@@ -77,6 +101,28 @@ void OutlineViewController::setOutlineViewDataSouce(const ScanResult &result)
     m_collapsed.clear();
     m_tree.setRootNodes(std::move(groups));
     setSelected(nullptr);
+}
+
+void OutlineViewController::reexamine(const QStringList &uids, const ScanResult &now)
+{
+    const QSet<QString> changed(uids.begin(), uids.end());
+    const PersonItemPtr group = m_selected ? m_selected->parentNode() : nullptr;
+    const QList<PersonItemPtr> groups = rootNodes();
+    for (const auto &row : groups) {
+        const ConditionGroup *condition = conditionGroupNamed(row->name());
+        const Findings *findings = condition ? now.find(condition->condition) : nullptr;
+        const QList<PersonItemPtr> children = row->childrenArray();
+        for (const auto &child : children) {
+            if (changed.contains(child->person()->uniqueId()) && !isStillFound(*child, findings))
+                m_tree.removeFinding(child);
+        }
+        if (row->childrenCount() == 0)
+            m_tree.removeGroup(row);
+    }
+    if (m_selected && !m_tree.contains(m_selected))
+        moveOn(group);
+    else
+        outlineViewSelectionDidChange();
 }
 
 qsizetype OutlineViewController::numberOfChildrenOfItem(const PersonItemPtr &item) const

@@ -33,6 +33,10 @@ public:
     /// A group with one child a person; null for no people.
     static PersonItemPtr creatFatherNode(const QString &name, const std::vector<ABPersonPtr> &withChildArray);
 
+    /// Takes the findings of people with these uids away that are none any more, as @p now says, and shows the selected
+    /// one anew. For when somebody else changed them.
+    void reexamine(const QStringList &uids, const ScanResult &now);
+
     ResultTree &model() { return m_tree; }
     const QList<PersonItemPtr> &rootNodes() const { return m_tree.rootNodes(); }
     qsizetype findingCount() const { return m_tree.findingCount(); }

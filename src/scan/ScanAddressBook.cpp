@@ -122,7 +122,7 @@ ScanAddressBook::ScanAddressBook(ScanDelegate &delegate, QObject *parent) : QObj
     qRegisterMetaType<ScanResult>();
 }
 
-void ScanAddressBook::scanEntireAddressBook(const QStringList &selectedTitles)
+ScanResult ScanAddressBook::examine(const QStringList &selectedTitles)
 {
     const PeopleSnapshot snapshot = currentPeople();
     const People people = *snapshot;
@@ -147,6 +147,12 @@ void ScanAddressBook::scanEntireAddressBook(const QStringList &selectedTitles)
             qCDebug(lcScan, "扫描花费的时间：%f", double(run.nanoseconds) / 1e9);
         result.insert(run.condition, std::move(findings));
     }
+    return result;
+}
+
+void ScanAddressBook::scanEntireAddressBook(const QStringList &selectedTitles)
+{
+    const ScanResult result = examine(selectedTitles);
     if (!result.isEmpty()) {
         Q_EMIT scanOver(result);
         return;

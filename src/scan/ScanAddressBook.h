@@ -38,6 +38,9 @@ public:
     /// nothing found, with a message to the user.
     void scanEntireAddressBook(const QStringList &selectedTitles);
 
+    /// What scanEntireAddressBook() would find, and nothing else happens.
+    static ScanResult examine(const QStringList &selectedTitles);
+
     std::vector<ABPersonPtr> scanAllAddressBookOnlyOneName() const;
     std::vector<ABPersonPtr> findDuplicateAddressInOnePerson() const;
     std::vector<ABPersonPtr> findInvalidCharactersInContacts() const;

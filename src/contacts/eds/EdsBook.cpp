@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <deque>
 #include <ranges>
 #include <string_view>
 
@@ -113,6 +114,81 @@ QByteArray plainUid(std::string_view text)
     return {uid.data(), qsizetype(uid.size())};
 }
 
+QByteArray queryFor(std::span<const QByteArray> uids)
+{
+    QByteArray query = "(or";
+    for (QByteArray uid : uids)
+        query += R"( (is "id" ")" + uid.replace('\\', "\\\\").replace('"', "\\\"") + "\")";
+    return query + ')';
+}
+
+/// Gives the list back.
+std::vector<EdsBook::Card> takeCards(GSList *list)
+{
+    std::vector<EdsBook::Card> cards;
+    cards.reserve(g_slist_length(list));
+    for (GSList *at = list; at; at = at->next) {
+        auto *contact = static_cast<EContact *>(at->data);
+        char *text = e_vcard_to_string(E_VCARD(contact), EVC_FORMAT_VCARD_30);
+        QByteArray uid = plainUid(text);
+        if (uid.isEmpty())
+            uid = static_cast<const char *>(e_contact_get_const(contact, E_CONTACT_UID));
+        cards.push_back({uid, QByteArray(text)});
+        g_free(text);
+    }
+    g_slist_free_full(list, g_object_unref);
+    return cards;
+}
+
+/// One page on its way. The answer comes on the thread that made it, while that waits.
+struct PageRequest
+{
+    PageRequest(EBookClient *book, const QByteArray &query, std::size_t uids) : size(uids), stop(g_cancellable_new())
+    {
+        e_book_client_get_contacts(book, query.constData(), stop, &PageRequest::answer, this);
+    }
+    ~PageRequest()
+    {
+        g_clear_error(&error);
+        g_slist_free_full(list, g_object_unref);
+        g_object_unref(stop);
+    }
+    PageRequest(const PageRequest &) = delete;
+    PageRequest &operator=(const PageRequest &) = delete;
+
+    static void answer(GObject *book, GAsyncResult *result, gpointer self)
+    {
+        auto *request = static_cast<PageRequest *>(self);
+        e_book_client_get_contacts_finish(E_BOOK_CLIENT(book), result, &request->list, &request->error);
+        request->hasAnswer = true;
+    }
+
+    /// Not longer than the guard allows.
+    void wait(CallGuard &guard)
+    {
+        const CallGuard::Call call = guard.beginCall();
+        const gulong link = g_cancellable_connect(call, G_CALLBACK(&PageRequest::passOn), stop, nullptr);
+        while (!hasAnswer)
+            g_main_context_iteration(g_main_context_get_thread_default(), TRUE);
+        g_cancellable_disconnect(call, link);
+    }
+    void cancel(CallGuard &guard)
+    {
+        g_cancellable_cancel(stop);
+        wait(guard);
+    }
+    static void passOn(GCancellable * /*from*/, gpointer stop)
+    {
+        g_cancellable_cancel(static_cast<GCancellable *>(stop));
+    }
+
+    std::size_t size; // in uids
+    GCancellable *stop;
+    GSList *list = nullptr;
+    GError *error = nullptr;
+    bool hasAnswer = false;
+};
+
 ESourceRegistry *registry(void *object)
 {
     return static_cast<ESourceRegistry *>(object);
@@ -142,6 +218,7 @@ EdsBook::~EdsBook()
 
 void EdsBook::disconnect()
 {
+    unsubscribe();
     for (void **object : {&m_client, &m_registry, &m_connection}) {
         if (*object)
             g_object_unref(std::exchange(*object, nullptr));
@@ -281,6 +358,34 @@ void EdsBook::findRevisionObject()
     m_revisionPath = path;
     m_revisionName = name;
     g_variant_unref(opened);
+    subscribe();
+}
+
+void EdsBook::setChangeListener(std::function<void()> listener)
+{
+    unsubscribe();
+    m_changed = std::move(listener);
+    subscribe();
+}
+
+void EdsBook::subscribe()
+{
+    if (!m_changed || m_revisionPath.isEmpty())
+        return;
+    const auto call = [](GDBusConnection *, const char *, const char *, const char *, const char *, GVariant *,
+                          gpointer listener) { (*static_cast<std::function<void()> *>(listener))(); };
+    const auto forget = [](gpointer listener) { delete static_cast<std::function<void()> *>(listener); };
+    m_subscription = g_dbus_connection_signal_subscribe(static_cast<GDBusConnection *>(m_connection),
+        m_revisionName.constData(), "org.freedesktop.DBus.Properties", "PropertiesChanged", m_revisionPath.constData(),
+        "org.gnome.evolution.dataserver.AddressBook", G_DBUS_SIGNAL_FLAGS_NONE, call,
+        new std::function<void()>(m_changed), forget);
+}
+
+void EdsBook::unsubscribe()
+{
+    if (m_subscription != 0)
+        g_dbus_connection_signal_unsubscribe(
+            static_cast<GDBusConnection *>(m_connection), std::exchange(m_subscription, 0U));
 }
 
 QByteArray EdsBook::revision()
@@ -318,33 +423,50 @@ Result<std::vector<QByteArray>> EdsBook::uids()
 
 Result<std::vector<EdsBook::Card>> EdsBook::cards(const QByteArray *uids, std::size_t count)
 {
-    std::vector<Card> cards;
     if (count == 0)
-        return cards;
+        return std::vector<Card>();
     if (auto ready = connect(); !ready)
         return ready.error();
-    QByteArray query = "(or";
-    for (std::size_t i = 0; i < count; ++i) {
-        QByteArray uid = uids[i];
-        query += R"( (is "id" ")" + uid.replace('\\', "\\\\").replace('"', "\\\"") + "\")";
-    }
-    query += ')';
     GSList *list = nullptr;
     GError *error = nullptr;
+    const QByteArray query = queryFor({uids, count});
     if (!e_book_client_get_contacts_sync(client(m_client), query.constData(), &list, m_guard->beginCall(), &error))
         return takeError(error, "cannot be read");
-    cards.reserve(count);
-    for (GSList *at = list; at; at = at->next) {
-        auto *contact = static_cast<EContact *>(at->data);
-        char *text = e_vcard_to_string(E_VCARD(contact), EVC_FORMAT_VCARD_30);
-        QByteArray uid = plainUid(text);
-        if (uid.isEmpty())
-            uid = static_cast<const char *>(e_contact_get_const(contact, E_CONTACT_UID));
-        cards.push_back({uid, QByteArray(text)});
-        g_free(text);
+    return takeCards(list);
+}
+
+Result<void> EdsBook::cardsByPages(std::span<const QByteArray> uids, const TakeCards &take, std::size_t &taken)
+{
+    taken = 0;
+    if (auto ready = connect(); !ready)
+        return ready.error();
+    // The daemon puts one page together while another is on the bus.
+    constexpr std::size_t kUnderWay = 2;
+    std::deque<std::unique_ptr<PageRequest>> requests;
+    std::size_t asked = 0;
+    Result<void> result;
+    while (result && (asked < uids.size() || !requests.empty())) {
+        while (asked < uids.size() && requests.size() < kUnderWay) {
+            const auto page = uids.subspan(asked, std::min(kPageSize, uids.size() - asked));
+            requests.push_back(std::make_unique<PageRequest>(client(m_client), queryFor(page), page.size()));
+            asked += page.size();
+        }
+        PageRequest &first = *requests.front();
+        first.wait(*m_guard);
+        if (!first.list && first.error) {
+            result = takeError(std::exchange(first.error, nullptr), "cannot be read");
+            requests.pop_front();
+            continue;
+        }
+        std::vector<Card> cards = takeCards(std::exchange(first.list, nullptr));
+        taken += first.size;
+        requests.pop_front();
+        if (!take(cards))
+            result = Error{ErrorKind::Cancelled, m_source.name + QStringLiteral(": reading was given up")};
     }
-    g_slist_free_full(list, g_object_unref);
-    return cards;
+    for (const auto &request : requests)
+        request->cancel(*m_guard);
+    return result;
 }
 
 Result<void> EdsBook::add(const std::vector<Card> &cards)

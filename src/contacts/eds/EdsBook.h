@@ -7,6 +7,8 @@
 
 #include <QByteArray>
 
+#include <functional>
+#include <span>
 #include <vector>
 
 /// An address book that the desktop offers.
@@ -32,6 +34,9 @@ public:
         QByteArray text;
     };
 
+    /// What becomes of a page of cards; false: no more of them are wanted.
+    using TakeCards = std::function<bool(std::vector<Card> &)>;
+
     /// An empty @p sourceUid stands for the desktop's default book.
     EdsBook(QByteArray sourceUid, std::shared_ptr<CallGuard> guard);
     ~EdsBook();
@@ -54,8 +59,14 @@ public:
     Result<std::vector<QByteArray>> uids();
     /// The cards of at most kPageSize uids, in no order; those that are not there are left out.
     Result<std::vector<Card>> cards(const QByteArray *uids, std::size_t count);
+    /// The same for any number, page after page, with several requests under way at once. Stops at the first page that
+    /// fails, and with Cancelled where @p take wants no more; @p taken counts the uids of the pages that were taken.
+    Result<void> cardsByPages(std::span<const QByteArray> uids, const TakeCards &take, std::size_t &taken);
     /// Changes with every change of the book; empty where the book does not tell.
     QByteArray revision();
+    /// Called on the thread whenever the revision may have changed; an empty one for no more calls. Holds over a new
+    /// connection, from the next call of anything on.
+    void setChangeListener(std::function<void()> listener);
 
     // Each of these is made whole or not at all, except where it is Unavailable. At most kPageSize at once.
     Result<void> add(const std::vector<Card> &cards);
@@ -68,6 +79,8 @@ public:
 private:
     Result<void> ensureRegistry();
     void findRevisionObject();
+    void subscribe();
+    void unsubscribe();
     Error takeError(void *error, const char *what);
 
     std::shared_ptr<CallGuard> m_guard;
@@ -79,4 +92,6 @@ private:
     void *m_client = nullptr; // EBookClient
     QByteArray m_revisionName;
     QByteArray m_revisionPath;
+    std::function<void()> m_changed;
+    unsigned m_subscription = 0; // of the revision's signal; 0: none
 };

@@ -76,44 +76,63 @@ Result<void> EdsSession::open()
     return {};
 }
 
-Result<void> EdsSession::readCards(
-    std::span<const QByteArray> uids, const std::function<void(std::vector<Card> &)> &take)
+Result<void> EdsSession::readCards(std::span<const QByteArray> uids, const TakeCards &take)
 {
-    for (std::size_t at = 0; at < uids.size(); at += EdsBook::kPageSize) {
-        const auto page = uids.subspan(at, std::min(EdsBook::kPageSize, uids.size() - at));
-        auto cards = m_book.cards(page.data(), page.size());
-        if (!cards && cards.error().kind == ErrorKind::Unavailable && m_book.connect())
-            cards = m_book.cards(page.data(), page.size()); // the daemon was started anew
-        if (cards) {
-            take(*cards);
-            continue;
-        }
-        // Cards so large that a page of them breaks the bus come one by one.
-        if (cards.error().kind != ErrorKind::Unavailable || page.size() == 1 || !m_book.connect())
-            return cards.error();
-        for (std::size_t half = 0; half < 2; ++half) {
-            const std::size_t middle = page.size() / 2;
-            const auto part = half == 0 ? page.first(middle) : page.subspan(middle);
-            if (auto read = readCards(part, take); !read)
+    while (!uids.empty()) {
+        const std::size_t left = uids.size();
+        for (int attempt = 0; attempt < 2 && !uids.empty(); ++attempt) { // the daemon may have to be started anew
+            std::size_t taken = 0;
+            const auto read = m_book.cardsByPages(uids, take, taken);
+            uids = uids.subspan(taken);
+            if (!read && read.error().kind != ErrorKind::Unavailable)
                 return read;
         }
+        if (uids.size() < left || uids.empty())
+            continue;
+        // Cards so large that a page of them breaks the bus come in smaller ones.
+        const auto page = uids.first(std::min(EdsBook::kPageSize, uids.size()));
+        if (auto parts = readInParts(page, take); !parts)
+            return parts;
+        uids = uids.subspan(page.size());
     }
     return {};
 }
 
-Result<void> EdsSession::readBook(const std::function<void(std::vector<Card> &)> &take)
+Result<void> EdsSession::readInParts(std::span<const QByteArray> page, const TakeCards &take)
+{
+    const std::size_t middle = page.size() / 2;
+    for (const auto part : {page.first(middle), page.subspan(middle)}) {
+        auto cards = m_book.cards(part.data(), part.size());
+        if (!cards && cards.error().kind == ErrorKind::Unavailable && part.size() > 1) {
+            if (auto parts = readInParts(part, take); !parts)
+                return parts;
+            continue;
+        }
+        if (!cards)
+            return cards.error();
+        if (!take(*cards))
+            return Error{ErrorKind::Cancelled, source().name % QStringLiteral(": reading was given up")};
+    }
+    return {};
+}
+
+Result<std::vector<QByteArray>> EdsSession::uidsInOrder()
 {
     auto uids = m_book.uids();
     if (!uids && uids.error().kind == ErrorKind::Unavailable && m_book.connect())
         uids = m_book.uids();
-    if (!uids)
-        return uids.error();
-    // The daemon's own order changes with every card that is changed.
-    std::ranges::sort(*uids);
-    return readCards(*uids, take);
+    if (uids)
+        std::ranges::sort(*uids); // the daemon's own order changes with every card that is changed
+    return uids;
 }
 
-Result<std::vector<StoredRecord>> EdsSession::loadAll()
+Result<void> EdsSession::readBook(const TakeCards &take)
+{
+    const auto uids = uidsInOrder();
+    return uids ? readCards(*uids, take) : uids.error();
+}
+
+Result<std::vector<StoredRecord>> EdsSession::loadAll(const AddressBookStore::LoadProgress &progress)
 {
     if (auto opened = open(); !opened)
         return opened.error();
@@ -124,7 +143,12 @@ Result<std::vector<StoredRecord>> EdsSession::loadAll()
     QHash<QByteArray, std::size_t> seen;
     // One page is read into records while the daemon puts the next one together.
     std::future<void> reading;
+    const auto uids = uidsInOrder();
+    if (!uids)
+        return uids.error();
+    qint64 done = 0;
     const auto take = [&](std::vector<Card> &page) {
+        const auto size = qint64(page.size());
         if (reading.valid())
             reading.get();
         reading = std::async(std::launch::async, [&people, &seen, cards = std::move(page)]() mutable {
@@ -137,8 +161,10 @@ Result<std::vector<StoredRecord>> EdsSession::loadAll()
                 people.push_back({QString::fromUtf8(cards[i].uid), records[i].record});
             }
         });
+        done += size;
+        return !progress || progress(done, qint64(uids->size()));
     };
-    const auto read = readBook(take);
+    const auto read = readCards(*uids, take);
     if (reading.valid())
         reading.get();
     if (!read)
@@ -168,6 +194,7 @@ Result<std::vector<OutsideChange>> EdsSession::takeChangesFromOutside()
             if (m_seen.value(page[i].uid) != digest)
                 changes.push_back({QString::fromUtf8(page[i].uid), record});
         }
+        return true;
     };
     if (auto read = readBook(take); !read)
         return read.error();
@@ -191,6 +218,7 @@ Result<EdsSession::Texts> EdsSession::currentTexts(const std::vector<EdsJournal:
     const auto take = [&texts](std::vector<Card> &cards) {
         for (Card &card : cards)
             texts[card.uid] = std::move(card.text);
+        return true;
     };
     if (auto read = readCards(uids, take); !read)
         return read.error();
@@ -309,6 +337,7 @@ Result<void> EdsSession::backUp()
             if (!cards.endsWith('\n'))
                 cards += "\r\n";
         }
+        return true;
     };
     auto done = readBook(take);
     if (done && !cards.isEmpty()) {

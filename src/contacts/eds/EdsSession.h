@@ -20,15 +20,17 @@ public:
 
     Result<void> open();
     void close() { m_book.disconnect(); }
-    Result<std::vector<StoredRecord>> loadAll();
+    Result<std::vector<StoredRecord>> loadAll(const AddressBookStore::LoadProgress &progress);
     Result<void> commit(const std::vector<RecordChange> &changes);
     Result<std::vector<OutsideChange>> takeChangesFromOutside();
     Result<std::vector<EdsSource>> sources() { return m_book.sources(); }
+    void setChangeListener(std::function<void()> listener) { m_book.setChangeListener(std::move(listener)); }
     const EdsSource &source() const { return m_book.source(); }
     bool isReadOnly() const { return m_book.isReadOnly(); }
 
 private:
     using Card = EdsBook::Card;
+    using TakeCards = EdsBook::TakeCards;
     using Texts = std::map<QByteArray, QByteArray>; // by uid
     /// A save as the calls that it takes, in their order.
     struct Plan
@@ -39,8 +41,10 @@ private:
         std::vector<Card> additions;
     };
 
-    Result<void> readCards(std::span<const QByteArray> uids, const std::function<void(std::vector<Card> &)> &take);
-    Result<void> readBook(const std::function<void(std::vector<Card> &)> &take);
+    Result<void> readCards(std::span<const QByteArray> uids, const TakeCards &take);
+    Result<void> readInParts(std::span<const QByteArray> page, const TakeCards &take);
+    Result<std::vector<QByteArray>> uidsInOrder();
+    Result<void> readBook(const TakeCards &take);
     Result<Texts> currentTexts(const std::vector<EdsJournal::Entry> &entries);
     Result<void> addToPlan(Plan &plan, const RecordChange &change, const QByteArray &current) const;
     Result<Plan> planOf(const std::vector<RecordChange> &changes);

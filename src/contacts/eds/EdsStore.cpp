@@ -34,6 +34,7 @@ Result<std::unique_ptr<EdsStore>> EdsStore::open(const EdsRequest &request)
     if (!opened)
         return opened.error();
     store->m_name = store->m_session->source().name;
+    store->m_sourceUid = store->m_session->source().uid;
     store->m_canWrite = !store->m_session->isReadOnly();
     return store;
 }
@@ -60,7 +61,8 @@ Result<std::vector<EdsBookInfo>> EdsStore::books(const EdsRequest &request)
 
 Result<std::vector<StoredRecord>> EdsStore::loadAll()
 {
-    return onThread<std::vector<StoredRecord>>([](EdsSession &session) { return session.loadAll(); });
+    return onThread<std::vector<StoredRecord>>(
+        [progress = loadProgress()](EdsSession &session) { return session.loadAll(progress); });
 }
 
 Result<void> EdsStore::commit(const std::vector<RecordChange> &changes)
@@ -71,4 +73,14 @@ Result<void> EdsStore::commit(const std::vector<RecordChange> &changes)
 Result<std::vector<OutsideChange>> EdsStore::takeChangesFromOutside()
 {
     return onThread<std::vector<OutsideChange>>([](EdsSession &session) { return session.takeChangesFromOutside(); });
+}
+
+void EdsStore::setChangeListener(std::function<void()> listener)
+{
+    m_guard->run([session = m_session, listener] { session->setChangeListener(listener); });
+}
+
+QString EdsStore::desktopId(const QString &uid) const
+{
+    return QStringLiteral("eds:") % m_sourceUid % u':' % uid;
 }

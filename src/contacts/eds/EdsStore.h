@@ -28,7 +28,9 @@ public:
     Result<std::vector<StoredRecord>> loadAll() override;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    void setChangeListener(std::function<void()> listener) override;
     bool canWrite() const override { return m_canWrite; }
+    QString desktopId(const QString &uid) const override;
     QString name() const override { return m_name; }
 
 private:
@@ -40,4 +42,5 @@ private:
     std::shared_ptr<EdsSession> m_session; // shared with a job that may be left behind
     bool m_canWrite = true;
     QString m_name;
+    QString m_sourceUid;
 };

@@ -9,6 +9,7 @@
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QStandardPaths>
 
 namespace {
@@ -63,11 +64,15 @@ public:
     RecordWriter writer;
     qint64 seenHistory = 0; ///< id of the last row of history that this store knows of
     qint64 seenDataVersion = -1;
+    QFileSystemWatcher *watcher = nullptr; ///< belongs to the thread of its event loop
 };
 
 SqliteStore::SqliteStore(std::unique_ptr<Private> dd) : d(std::move(dd)) { }
 
-SqliteStore::~SqliteStore() = default;
+SqliteStore::~SqliteStore()
+{
+    setChangeListener({});
+}
 
 QString SqliteStore::defaultPath()
 {
@@ -176,4 +181,16 @@ Result<std::vector<OutsideChange>> SqliteStore::takeChangesFromOutside()
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, d->path);
     }
+}
+
+void SqliteStore::setChangeListener(std::function<void()> listener)
+{
+    if (d->watcher)
+        std::exchange(d->watcher, nullptr)->deleteLater();
+    if (!listener)
+        return;
+    // Every commit is written to the log first, and the log stays as long as anybody has the address book open.
+    d->watcher = new QFileSystemWatcher({d->path + QStringLiteral("-wal")});
+    QObject::connect(
+        d->watcher, &QFileSystemWatcher::fileChanged, d->watcher, [listener = std::move(listener)] { listener(); });
 }

@@ -24,6 +24,7 @@ public:
     Result<std::vector<StoredRecord>> loadAll() override;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    void setChangeListener(std::function<void()> listener) override;
     bool canWrite() const override { return true; }
     QString name() const override;
 

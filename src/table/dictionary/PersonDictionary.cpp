@@ -84,6 +84,7 @@ const QString *PersonDictionary::keptText(Field field) const
 PersonDictionary PersonDictionary::withFields(std::span<const Field> fields) const
 {
     PersonDictionary copy;
+    copy.m_isChanged = true;
     copy.m_record = m_record;
     copy.m_birthday = m_birthday;
     copy.m_ownTexts = m_ownTexts;
@@ -98,6 +99,7 @@ PersonDictionary PersonDictionary::withFields(std::span<const Field> fields) con
 
 void PersonDictionary::setValue(const FieldValue &value, Field forField)
 {
+    m_isChanged = true;
     if (const auto *text = std::get_if<QString>(&value)) {
         m_ownTexts.push_back(std::make_shared<const QString>(text->isNull() ? QLatin1StringView("") : *text));
         setText(forField, m_ownTexts.back().get());

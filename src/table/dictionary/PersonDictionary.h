@@ -36,6 +36,8 @@ public:
     const ABPersonPtr &person() const { return m_person; }
     /// For rows that leave the table: they hold values only.
     void removePerson() { m_person = nullptr; }
+    /// What it was made of; null once a value was set, and for a copy of some fields.
+    const PersonRecord *unchangedRecord() const { return m_isChanged ? nullptr : m_record.get(); }
 
     std::span<const Entry> entries() const { return m_entries; }
     FieldValue value(const Entry &entry) const;
@@ -67,6 +69,7 @@ private:
     std::vector<Entry> m_entries;
     QDate m_birthday;
     std::vector<std::shared_ptr<const QString>> m_ownTexts; // of fields that were set since
+    bool m_isChanged = false;
 };
 
 /// Who a dictionary is for: the contact table's also has Preffix and FullName, a merge knows neither.
