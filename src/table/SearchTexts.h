@@ -21,7 +21,7 @@ public:
     void follow(const PersonRows &rows);
 
     /// Which rows have each word of @p text in some field, in their order: all of them where it has no words. Capital
-    /// and small letters are the same, by Unicode's full case folding.
+    /// and small letters are the same, by Unicode's simple case folding.
     std::vector<int> rowsWith(const QString &text) const;
 
 private:
