@@ -145,6 +145,7 @@ void MainWindow::setUpStatusBar()
     m_giveUp->setAccessibleName(tr("Cancel opening"));
     m_giveUp->hide();
     connect(m_giveUp, &QToolButton::clicked, this, &MainWindow::openingGivenUp);
+    m_bookName->setContentsMargins(8, 0, 8, 0); // in line with the table
     statusBar()->addWidget(m_bookName);
     statusBar()->addWidget(m_giveUp);
     statusBar()->addPermanentWidget(m_failureMark);
