@@ -23,6 +23,8 @@ public:
     Result<std::vector<StoredRecord>> loadAll();
     Result<void> commit(const std::vector<RecordChange> &changes);
     Result<std::vector<OutsideChange>> takeChangesFromOutside();
+    Result<std::vector<ChangeSummary>> history();
+    Result<ChangeStep> historyStep(const QString &causeId);
     Result<std::vector<EdsSource>> sources() { return m_book.sources(); }
     const EdsSource &source() const { return m_book.source(); }
     bool isReadOnly() const { return m_book.isReadOnly(); }
@@ -39,6 +41,7 @@ private:
         std::vector<Card> additions;
     };
 
+    QString historyFolder() const;
     Result<void> readCards(std::span<const QByteArray> uids, const std::function<void(std::vector<Card> &)> &take);
     Result<void> readBook(const std::function<void(std::vector<Card> &)> &take);
     Result<Texts> currentTexts(const std::vector<EdsJournal::Entry> &entries);

@@ -72,3 +72,13 @@ Result<std::vector<OutsideChange>> EdsStore::takeChangesFromOutside()
 {
     return onThread<std::vector<OutsideChange>>([](EdsSession &session) { return session.takeChangesFromOutside(); });
 }
+
+Result<std::vector<ChangeSummary>> EdsStore::history()
+{
+    return onThread<std::vector<ChangeSummary>>([](EdsSession &session) { return session.history(); });
+}
+
+Result<ChangeStep> EdsStore::historyStep(const QString &causeId)
+{
+    return onThread<ChangeStep>([causeId](EdsSession &session) { return session.historyStep(causeId); });
+}

@@ -28,6 +28,9 @@ public:
     Result<std::vector<StoredRecord>> loadAll() override;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    Result<std::vector<ChangeSummary>> history() override;
+    Result<ChangeStep> historyStep(const QString &causeId) override;
+    bool comparesKeptLines() const override { return false; }
     bool canWrite() const override { return m_canWrite; }
     QString name() const override { return m_name; }
 
