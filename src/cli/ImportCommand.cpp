@@ -66,7 +66,7 @@ bool reportProblems(const QString &file, RecordSource &source, const CommandCont
 
 ExitStatus runImport(const ImportOptions &options, const CommandContext &context)
 {
-    const auto book = context.openAddressBook();
+    const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
     RecordImporter importer(*book,
