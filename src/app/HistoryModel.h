@@ -34,6 +34,9 @@ private:
 /// "1 added, 3 removed"; what is 0 is left out.
 QString countsText(qint64 added, qint64 changed, qint64 removed);
 
+/// How a difference's property is called in a window.
+QString propertyTitle(QLatin1StringView name);
+
 /// Whom one step of the history touched, a row a change.
 class ChangedPeopleModel : public QAbstractListModel
 {

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTableView>
 #include <QTableWidget>
@@ -63,6 +64,7 @@ HistoryWindow::HistoryWindow(QWidget *parent)
     auto *close = new QPushButton(tr("&Close"), this);
     connect(m_restore, &QPushButton::clicked, this, &HistoryWindow::restoreSelected);
     connect(close, &QPushButton::clicked, this, &QWidget::close);
+    connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
     auto *details = new QSplitter(Qt::Horizontal);
     details->addWidget(m_people);
     details->addWidget(m_differences);
@@ -92,6 +94,10 @@ void HistoryWindow::setUpLists()
     m_steps->setWordWrap(false);
     m_steps->verticalHeader()->hide();
     m_steps->horizontalHeader()->setSectionResizeMode(HistoryModel::What, QHeaderView::Stretch);
+    for (QTableView *table : {m_steps, static_cast<QTableView *>(m_differences)}) {
+        table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        table->horizontalHeader()->setHighlightSections(false);
+    }
     m_steps->setColumnWidth(HistoryModel::When, 160);
     m_steps->setColumnWidth(HistoryModel::HowMany, 220);
     m_people->setModel(&m_changedPeople);
@@ -188,7 +194,7 @@ void HistoryWindow::showPerson(const QModelIndex &index)
     for (const RecordDifference &each : recordDifferences(change.before.get(), change.after.get())) {
         const int row = m_differences->rowCount();
         m_differences->insertRow(row);
-        const QString texts[] = {QString(each.name), shown(each.before), shown(each.after)};
+        const QString texts[] = {propertyTitle(each.name), shown(each.before), shown(each.after)};
         for (int column = 0; column < int(std::size(texts)); ++column)
             m_differences->setItem(row, column, new QTableWidgetItem(texts[column]));
     }
