@@ -10,7 +10,28 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
 #include <sstream>
+#include <sys/resource.h>
+
+/// Writes beyond a size fail while it lives, as on a full disk.
+class LimitedFileSize
+{
+public:
+    explicit LimitedFileSize(qint64 size)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{rlim_t(size), m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~LimitedFileSize() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+    LimitedFileSize(const LimitedFileSize &) = delete;
+    LimitedFileSize &operator=(const LimitedFileSize &) = delete;
+
+private:
+    rlimit m_before{};
+};
 
 /// The commands that take changes back: history, backup, restore.
 class TrustCommandTest : public QObject
@@ -167,6 +188,44 @@ private Q_SLOTS:
         again = runOn("kept", {"backup", "--replace", file("backup.sqlite")});
         QCOMPARE(again.status, 0);
         QVERIFY(peopleIn("backup.sqlite").contains(u("{\"uid\":\"d\"}")));
+    }
+
+    void aBackupThatCannotBeWrittenLeavesNothing()
+    {
+        std::string people;
+        for (int i = 0; i < 2000; ++i)
+            people += "{\"uid\":\"u" + std::to_string(i) + "\",\"note\":\"" + std::string(100, 'x') + "\"}\n";
+        runOn("large", {"import", "-"}, people);
+        QVERIFY(QDir().mkpath(path("full")));
+        const std::string target = path("full/backup.sqlite").toStdString();
+        const LimitedFileSize limit(64 * 1024);
+        const Outcome refused = runOn("large", {"backup", target});
+        QCOMPARE(refused.status, 1);
+        QVERIFY2(refused.err.startsWith(QString::fromStdString(target)), qPrintable(refused.err));
+        QCOMPARE(refused.err.count(u'\n'), 1);
+        QVERIFY(QDir(path("full")).isEmpty(QDir::Files | QDir::Hidden));
+    }
+
+    void aRestoreThatCannotBeWrittenChangesNothing()
+    {
+        std::string people;
+        for (int i = 0; i < 2000; ++i)
+            people += "{\"uid\":\"u" + std::to_string(i) + "\",\"note\":\"" + std::string(100, 'x') + "\"}\n";
+        runOn("many", {"import", "-"}, people);
+        runOn("few", {"import", "-"}, m_people);
+        QCOMPARE(runOn("many", {"edit", "u1", "Note", "n"}).status, 0); // the backup of the day is made
+        const QStringList before = peopleIn("many");
+        const QString history = runOn("many", {"history"}).out;
+        {
+            // Room for the private copy that is read, not for what it would make of the address book.
+            const LimitedFileSize limit(QFileInfo(path("few")).size() + 4096);
+            const Outcome refused = runOn("many", {"restore", file("few")});
+            QCOMPARE(refused.status, 1);
+            QVERIFY2(refused.err.startsWith(path("many") + u(": ")), qPrintable(refused.err));
+            QCOMPARE(refused.err.count(u'\n'), 1);
+        }
+        QCOMPARE(peopleIn("many"), before);
+        QCOMPARE(runOn("many", {"history"}).out, history);
     }
 
     void otherFilesAreNoBackups_data()

@@ -89,7 +89,7 @@ Result<std::unique_ptr<BackupFile>> BackupFile::copyOf(const QString &from, cons
         SQLite::Database copy((*backup)->m_temporary.constData(), SQLite::OPEN_READWRITE);
         SQLite::Backup(copy, source).executeStep(-1);
     } catch (const SQLite::Exception &exception) {
-        const int code = exception.getErrorCode();
+        const int code = exception.getErrorCode() & 0xFF; // without what SQLite adds to it
         return AddressBookFile::errorOf(exception, code == SQLITE_FULL || code == SQLITE_IOERR ? to : from);
     }
     return backup;
