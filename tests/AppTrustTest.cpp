@@ -152,6 +152,11 @@ private Q_SLOTS:
         QTRY_COMPARE(failed.count(), 1);
         QCOMPARE(history->message(), u"1 (Ann Lee): was changed since; nothing was restored"_s);
         QVERIFY(history->isEnabled());
+        QCOMPARE(openHistory(), history); // one window
+        for (const QAbstractItemView *view :
+            {static_cast<QAbstractItemView *>(history->steps()), static_cast<QAbstractItemView *>(history->people()),
+                static_cast<QAbstractItemView *>(history->differences())})
+            QVERIFY(!view->accessibleName().isEmpty());
     }
 
     void aBackupIsMadeAndRestored()

@@ -112,6 +112,12 @@ void AppDelegate::setUpBackups()
 
 void AppDelegate::historyClicked()
 {
+    if (auto *open = m_window.findChild<HistoryWindow *>()) {
+        open->reload();
+        open->raise();
+        open->activateWindow();
+        return;
+    }
     auto *window = new HistoryWindow(&m_window);
     window->setAttribute(Qt::WA_DeleteOnClose);
     connect(window, &HistoryWindow::restored, this, [this](const QString &what) {

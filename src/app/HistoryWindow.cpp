@@ -6,6 +6,7 @@
 #include "contacts/RecordDifferences.h"
 
 #include <QBoxLayout>
+#include <QCloseEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QListView>
@@ -115,6 +116,11 @@ void HistoryWindow::setUpLists()
     m_differences->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     connect(m_steps->selectionModel(), &QItemSelectionModel::selectionChanged, this, &HistoryWindow::selectionChanged);
     connect(m_people->selectionModel(), &QItemSelectionModel::currentChanged, this, &HistoryWindow::showPerson);
+}
+
+void HistoryWindow::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(isEnabled());
 }
 
 QString HistoryWindow::message() const

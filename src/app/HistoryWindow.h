@@ -41,6 +41,10 @@ Q_SIGNALS:
     void restored(const QString &what); ///< the address book is not what it was
     void failed(const QString &reason);
 
+protected:
+    /// Stays open during a restore, whose end has to be told.
+    void closeEvent(QCloseEvent *event) override;
+
 private:
     void setUpLists();
     void showHistory(const Result<std::vector<ChangeSummary>> &history);
