@@ -24,27 +24,20 @@ double processorSeconds()
 }
 
 /// A store in memory that keeps count of the time it takes.
-class TimedStore : public AddressBookStore
+class TimedStore : public MemoryStore
 {
 public:
-    explicit TimedStore(const std::shared_ptr<MemoryStore::Book> &book) : m_store(book) { }
+    using MemoryStore::MemoryStore;
 
-    Result<std::vector<StoredRecord>> loadAll() override { return m_store.loadAll(); }
     Result<void> commit(const std::vector<RecordChange> &changes) override
     {
         const double begin = processorSeconds();
-        auto result = m_store.commit(changes);
+        auto result = MemoryStore::commit(changes);
         s_seconds += processorSeconds() - begin;
         return result;
     }
-    Result<std::vector<OutsideChange>> takeChangesFromOutside() override { return m_store.takeChangesFromOutside(); }
-    bool canWrite() const override { return true; }
-    QString name() const override { return m_store.name(); }
 
     static inline double s_seconds = 0;
-
-private:
-    MemoryStore m_store;
 };
 
 class Surroundings : public ResultsDelegate, public ScanDelegate, public AlertPanel

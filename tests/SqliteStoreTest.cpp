@@ -201,6 +201,53 @@ private Q_SLOTS:
         QVERIFY(ask("UPDATE person SET birthday = '2001-02-30'").contains("CHECK constraint failed"));
     }
 
+    void anEarlierLayoutIsBroughtUpToDate()
+    {
+        const QString path = newPath();
+        const auto a = record("{'firstName':'A'}");
+        const auto a2 = record("{'firstName':'A2'}");
+        {
+            const auto store = open(path);
+            QVERIFY(store->commit({{u("a"), nullptr, a}, {u("b"), nullptr, a}}));
+            QVERIFY(store->commit({{u("a"), a, a2}, {u("b"), a, nullptr}}));
+        }
+        QCOMPARE(shell(path,
+                     "ALTER TABLE save DROP COLUMN cause; ALTER TABLE save DROP COLUMN kind; "
+                     "ALTER TABLE save DROP COLUMN description; ALTER TABLE history DROP COLUMN afterHash"),
+            QByteArray());
+        for (int run = 0; run < 2; ++run) {
+            const auto store = open(path);
+            QCOMPARE(store->loadAll()->size(), std::size_t(1));
+            const auto history = store->history();
+            QCOMPARE(history->size(), std::size_t(2));
+            QCOMPARE(history->front().cause.id, u("save-2"));
+            QCOMPARE(history->front().removed, 1);
+            const auto step = store->historyStep(u("save-2"));
+            QVERIFY(*step->changes[0].before == *a && *step->changes[0].after == *a2);
+            QVERIFY(*step->changes[1].before == *a && !step->changes[1].after);
+            QVERIFY(*store->historyStep(u("save-1"))->changes[0].after == *a);
+        }
+        QVERIFY(open(path)->commit({{u("a"), a2, a, makeCause(ChangeCause::Kind::Edit, u("Name"))}}));
+        QCOMPARE(open(path)->history()->front().cause.description, u("Name"));
+    }
+
+    void whatWasDonePastTheHistoryIsNoticed()
+    {
+        const QString path = newPath();
+        const auto a = record("{'firstName':'A'}");
+        const auto a2 = record("{'firstName':'A2'}");
+        QVERIFY(open(path)->commit({{u("a"), nullptr, a}}));
+        QVERIFY(open(path)->commit({{u("a"), a, a2}}));
+        shell(path, "UPDATE person SET lastName = 'by hand'");
+        const auto store = open(path);
+        const auto steps = *store->history();
+        const auto later = store->historyStep(steps[0].cause.id);
+        QVERIFY(later->changes[0].afterIsLost && !later->changes[0].after);
+        QVERIFY(!store->historyStep(steps[1].cause.id)->changes[0].afterIsLost);
+        const auto plan = (*ABAddressBook::open(open(path)))->planRestore({steps[0].cause.id});
+        QCOMPARE(plan.error().text, u("a (A2 by hand): was changed since; nothing was restored"));
+    }
+
     void rowsOfNobodyHideNothing()
     {
         const QString path = newPath();

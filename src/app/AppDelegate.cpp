@@ -6,17 +6,20 @@
 #include "app/ActivityWindow.h"
 #include "app/Alerts.h"
 #include "app/AppLog.h"
+#include "app/BackupActions.h"
 #include "app/ContactCard.h"
 #include "app/ContactTableView.h"
 #include "app/ContactsApplication.h"
 #include "app/Controls.h"
 #include "app/Counted.h"
 #include "app/ExportWindow.h"
+#include "app/HistoryWindow.h"
 #include "app/ImportWindow.h"
 #include "app/ProgressWindow.h"
 #include "app/ResultsView.h"
 #include "app/TableViewWindowController.h"
 #include "app/WebPages.h"
+#include "contacts/open/Backups.h"
 #include "contacts/open/OpenStore.h"
 
 #include <QApplication>
@@ -38,6 +41,7 @@ AppDelegate::AppDelegate()
     setUpFailures();
     setUpExports();
     setUpAddressBooks();
+    setUpBackups();
 }
 
 AppDelegate::~AppDelegate()
@@ -57,6 +61,7 @@ void AppDelegate::setUpCommands()
     connect(&m_window, &MainWindow::helpRequested, this, &AppDelegate::menuHelpClick);
     connect(&m_window, &MainWindow::supportRequested, this, &AppDelegate::menuSupportClick);
     connect(&m_window, &MainWindow::activityRequested, this, &AppDelegate::activityClicked);
+    connect(&m_window, &MainWindow::historyRequested, this, &AppDelegate::historyClicked);
     ContactTableView *contacts = m_window.contactTable();
     connect(contacts, &ContactTableView::cardRequested, this, &AppDelegate::openCard);
     connect(contacts, &ContactTableView::importRequested, this, &AppDelegate::importClicked);
@@ -92,12 +97,58 @@ void AppDelegate::openAddressBook(const QString &where)
             });
             return ABAddressBook::open(std::move(*store));
         }();
-        QMetaObject::invokeMethod(
-            this, [this, opened] { installAddressBook(opened); }, Qt::QueuedConnection);
+        const auto offer = opened ? std::nullopt : Rescue::offerFor(where, opened.error());
+        // Before anybody can change anything; checking the copy takes longer, and nobody waits for that.
+        const auto backup = opened ? beginDailyBackup(**opened, QDate::currentDate()) : BackupRest();
+        const auto install = [this, opened, offer] {
+            if (offer)
+                m_backupActions->offerRescue(*offer, opened.error().description());
+            installAddressBook(opened, offer.has_value());
+        };
+        QMetaObject::invokeMethod(this, install, Qt::QueuedConnection);
+        const auto made = backup && *backup ? (*backup)() : backup ? Result<void>() : Result<void>(backup.error());
+        if (!made)
+            m_activity.append(ActivityLog::Kind::Failure, made.error().description());
     });
 }
 
-void AppDelegate::installAddressBook(const Result<std::shared_ptr<ABAddressBook>> &book)
+void AppDelegate::setUpBackups()
+{
+    m_backupActions = std::make_unique<BackupActions>(m_window, *m_alerts, m_activity);
+    connect(&m_window, &MainWindow::backUpRequested, m_backupActions.get(), &BackupActions::backUp);
+    connect(&m_window, &MainWindow::restoreRequested, m_backupActions.get(), &BackupActions::restore);
+    connect(m_backupActions.get(), &BackupActions::restored, this, &AppDelegate::showRestored);
+    connect(m_backupActions.get(), &BackupActions::rescued, this, &AppDelegate::openAddressBook);
+}
+
+void AppDelegate::historyClicked()
+{
+    if (auto *open = m_window.findChild<HistoryWindow *>()) {
+        open->reload();
+        open->raise();
+        open->activateWindow();
+        return;
+    }
+    auto *window = new HistoryWindow(&m_window);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    connect(window, &HistoryWindow::restored, this, [this](const QString &what) {
+        m_activity.append(ActivityLog::Kind::Done, what);
+        showRestored();
+    });
+    connect(window, &HistoryWindow::failed, this,
+        [this](const QString &reason) { m_activity.append(ActivityLog::Kind::Failure, reason); });
+    window->show();
+}
+
+void AppDelegate::showRestored()
+{
+    if (m_results)
+        reloadUI();
+    else
+        loadClicked();
+}
+
+void AppDelegate::installAddressBook(const Result<std::shared_ptr<ABAddressBook>> &book, bool isReasonTold)
 {
     m_window.setAddressBookName(book ? (*book)->name() : QString());
     if (book) {
@@ -108,7 +159,8 @@ void AppDelegate::installAddressBook(const Result<std::shared_ptr<ABAddressBook>
     } else {
         const QString reason = book.error().description();
         m_activity.append(ActivityLog::Kind::Failure, reason);
-        m_alerts->runAlertPanel(tr("The address book cannot be opened."), reason, tr("OK"), {});
+        if (!isReasonTold)
+            m_alerts->runAlertPanel(tr("The address book cannot be opened."), reason, tr("OK"), {});
     }
     Q_EMIT addressBookOpened(static_cast<bool>(book));
 }

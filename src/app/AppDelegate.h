@@ -16,6 +16,7 @@
 
 class AboutWindowController;
 class Alerts;
+class BackupActions;
 class ContactCard;
 class ExportWindow;
 class TableViewWindowController;
@@ -40,6 +41,7 @@ public:
     ExportWindow &exportWindow() { return *m_exportWindow; }
     ActivityLog &activityLog() { return m_activity; }
     ConditionListModel &conditions() { return m_conditions; }
+    BackupActions &backupActions() { return *m_backupActions; }
 
     // Commands.
     void scanClicled();
@@ -50,6 +52,7 @@ public:
     void menuHelpClick();
     void menuSupportClick();
     void activityClicked();
+    void historyClicked();
     void importClicked();
     void sampleClicked();
     void importFiles(const QStringList &paths);
@@ -77,9 +80,12 @@ private:
     void setUpCommands();
     void setUpFailures();
     void setUpExports();
+    void setUpBackups();
+    /// After a restore: findings and rows may be of people who are gone.
+    void showRestored();
     void noteExport(const ExportOutcome &outcome);
     void openAddressBook(const QString &where);
-    void installAddressBook(const Result<std::shared_ptr<ABAddressBook>> &book);
+    void installAddressBook(const Result<std::shared_ptr<ABAddressBook>> &book, bool isReasonTold);
     void showResults(const ScanResult &result);
     void copyHelpFile();
     void finishRunningScan();
@@ -98,6 +104,7 @@ private:
     std::unique_ptr<AboutWindowController> m_about;
     std::unique_ptr<ExportWindow> m_exportWindow;
     std::unique_ptr<ExportContact> m_exportContact;
+    std::unique_ptr<BackupActions> m_backupActions;
     std::unique_ptr<ScanAddressBook> m_scanner;
     std::unique_ptr<BackgroundScan> m_scan;
     QString m_where; // of the address book, as asked for

@@ -5,6 +5,7 @@
 #include "app/Controls.h"
 #include "app/MultiValueEditor.h"
 #include "contacts/ABAddressBook.h"
+#include "contacts/record/NameTexts.h"
 #include "table/BirthdayText.h"
 
 #include <QBoxLayout>
@@ -234,6 +235,7 @@ void ContactCard::save()
         return;
     }
     const PersonRecordPtr now = m_person->record();
+    const CauseScope cause(ChangeCause::Kind::Card, readableName(*record));
     m_person->replaceRecord(std::make_shared<PersonRecord>(withChanges(*now, *m_before, *record)));
     Error error;
     if (!book->save(&error)) {

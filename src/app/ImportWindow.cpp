@@ -88,6 +88,7 @@ void ImportWindow::run(const QStringList &paths, const std::stop_token &isCancel
             return !isCancelled.stop_requested();
         };
         progress(0, 1);
+        const CauseScope cause(ChangeCause::Kind::Import, name);
         const ImportReport imported = importWhole(*book, content, progress);
         report.imported += imported.imported;
         report.alreadyThere += imported.alreadyThere;

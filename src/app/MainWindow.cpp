@@ -109,6 +109,11 @@ void MainWindow::setUpMenus()
     m_scanActions += file->addAction(tr("&Export All ..."), this, &MainWindow::exportAllRequested);
     m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
 
+    file->addSeparator();
+    file->addAction(tr("Change &History ..."), this, &MainWindow::historyRequested);
+    file->addAction(tr("&Back Up ..."), this, &MainWindow::backUpRequested);
+    file->addAction(tr("&Restore ..."), this, &MainWindow::restoreRequested);
+
     QMenu *contacts = menuBar()->addMenu(tr("&Contacts"));
     m_scanActions += contacts->addAction(tr("&Scan"), this, &MainWindow::scanRequested);
     m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));

@@ -54,6 +54,9 @@ Q_SIGNALS:
     void refreshRequested();
     void exportAllRequested();
     void importRequested();
+    void historyRequested();
+    void backUpRequested();
+    void restoreRequested();
     void filesDropped(const QStringList &paths);
     void preferencesRequested();
     void aboutRequested();

@@ -151,6 +151,53 @@ void addExport(CLI::App &app, ExportOptions &options, ChosenCommand &chosen)
     choose(command, chosen, [&options](const CommandContext &context) { return runExport(options, context); });
 }
 
+void addHistory(CLI::App &app, HistoryOptions &options, HistoryShowOptions &showOptions,
+    HistoryRestoreOptions &restoreOptions, ChosenCommand &chosen)
+{
+    CLI::App *command = app.add_subcommand(
+        "history", "Print what was changed and saved, newest first: id, time, what was done to how many, and why");
+    command->require_subcommand(0, 1);
+    command->add_option("--limit", options.limit, "Only so many")->check(CLI::PositiveNumber);
+    command->add_flag("--json", options.json, "Print one JSON object a line");
+    command->callback([&chosen, &options] {
+        if (!chosen) // show and restore were chosen before their parent
+            chosen = [&options](const CommandContext &context) { return runHistory(options, context); };
+    });
+    CLI::App *show = command->add_subcommand("show", "Print whom a change touched, before and after");
+    show->add_option("ID", showOptions.id, "Which change, as history prints it")->required();
+    show->add_flag("--json", showOptions.json, "Print one JSON object a person");
+    choose(
+        show, chosen, [&showOptions](const CommandContext &context) { return runHistoryShow(showOptions, context); });
+    CLI::App *restore = command->add_subcommand("restore",
+        "Put everybody whom these changes touched back as they were before, as one change that is in the history too. "
+        "Refused as a whole when one of them was changed since");
+    restore->add_option("ID", restoreOptions.ids, "Which changes; in any order")->required();
+    choose(restore, chosen,
+        [&restoreOptions](const CommandContext &context) { return runHistoryRestore(restoreOptions, context); });
+}
+
+void addBackup(CLI::App &app, BackupOptions &options, ChosenCommand &chosen)
+{
+    CLI::App *command =
+        app.add_subcommand("backup", "Write the address book into a new address book file, which is read back");
+    command->add_option("FILE", options.file, "The file to write")->required();
+    command->add_flag("--replace", options.replace, "Replace a file of that name");
+    choose(command, chosen, [&options](const CommandContext &context) { return runBackup(options, context); });
+}
+
+void addRestore(CLI::App &app, RestoreOptions &options, ChosenCommand &chosen)
+{
+    CLI::App *command = app.add_subcommand("restore",
+        "Make the address book hold exactly what a backup holds, as one change that history restore can take back");
+    command->add_option("FILE", options.file, "The backup; with --salvage, the new file to write")->required();
+    CLI::Option *dryRun = command->add_flag("--dry-run", options.dryRun, "Only count what would be changed");
+    command
+        ->add_flag("--salvage", options.salvage,
+            "Put what can still be read of the address book, which is damaged, into the new file FILE instead")
+        ->excludes(dryRun);
+    choose(command, chosen, [&options](const CommandContext &context) { return runRestore(options, context); });
+}
+
 /// Sends diagnostic lines to the console's error stream while it lives, and nowhere when they are not wanted.
 class Diagnostics
 {
@@ -204,6 +251,11 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &co
     FixOptions fixOptions;
     PreviewOptions previewOptions;
     ExportOptions exportOptions;
+    HistoryOptions historyOptions;
+    HistoryShowOptions historyShowOptions;
+    HistoryRestoreOptions historyRestoreOptions;
+    BackupOptions backupOptions;
+    RestoreOptions restoreOptions;
     ChosenCommand chosen;
     addImport(app, importOptions, chosen);
     addPeople(app, peopleOptions, chosen);
@@ -214,6 +266,9 @@ ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &co
     addFix(app, fixOptions, chosen);
     addPreview(app, previewOptions, chosen);
     addExport(app, exportOptions, chosen);
+    addHistory(app, historyOptions, historyShowOptions, historyRestoreOptions, chosen);
+    addBackup(app, backupOptions, chosen);
+    addRestore(app, restoreOptions, chosen);
 
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
 
+#include "contacts/open/Backups.h"
 #include "contacts/open/OpenStore.h"
+#include "contacts/open/Rescue.h"
 
 void CommandContext::report(const QString &line) const
 {
@@ -11,18 +13,28 @@ void CommandContext::report(const QString &line) const
 
 std::shared_ptr<ABAddressBook> CommandContext::openAddressBook() const
 {
+    const auto refuse = [this](const Error &error) {
+        report(error.text % Rescue::hintFor(where, error));
+        return nullptr;
+    };
     auto store = openStore(where);
-    if (!store) {
-        report(store.error().text);
-        return nullptr;
-    }
+    if (!store)
+        return refuse(store.error());
     auto book = ABAddressBook::open(std::move(*store));
-    if (!book) {
-        report(book.error().text);
-        return nullptr;
-    }
+    if (!book)
+        return refuse(book.error());
     ABAddressBook::setSharedAddressBook(*book);
     return *book;
+}
+
+std::shared_ptr<ABAddressBook> CommandContext::openAddressBookForChange() const
+{
+    auto book = openAddressBook();
+    if (!book)
+        return book;
+    if (const auto made = makeDailyBackup(*book, QDate::currentDate()); !made)
+        report(made.error().text);
+    return book;
 }
 
 std::string onOneLine(QString text)

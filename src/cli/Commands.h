@@ -16,6 +16,9 @@ struct CommandContext
 
     /// Opens it and makes it the shared one. Null: refused, and the reason is printed.
     std::shared_ptr<ABAddressBook> openAddressBook() const;
+    /// The same for a command that is going to change it: first the backup of the day is made. Where that fails, the
+    /// reason is printed and the command goes on.
+    std::shared_ptr<ABAddressBook> openAddressBookForChange() const;
     /// One line on standard error.
     void report(const QString &line) const;
 };
@@ -95,3 +98,38 @@ struct PreviewOptions
     std::string uid;
 };
 ExitStatus runPreview(const PreviewOptions &options, const CommandContext &context);
+
+struct HistoryOptions
+{
+    int limit = 0; ///< how many of the newest are printed; 0: all
+    bool json = false;
+};
+ExitStatus runHistory(const HistoryOptions &options, const CommandContext &context);
+
+struct HistoryShowOptions
+{
+    std::string id;
+    bool json = false;
+};
+ExitStatus runHistoryShow(const HistoryShowOptions &options, const CommandContext &context);
+
+struct HistoryRestoreOptions
+{
+    std::vector<std::string> ids;
+};
+ExitStatus runHistoryRestore(const HistoryRestoreOptions &options, const CommandContext &context);
+
+struct BackupOptions
+{
+    std::string file;
+    bool replace = false; ///< a file of that name
+};
+ExitStatus runBackup(const BackupOptions &options, const CommandContext &context);
+
+struct RestoreOptions
+{
+    std::string file;
+    bool dryRun = false; ///< only count
+    bool salvage = false; ///< `file` is what to write then
+};
+ExitStatus runRestore(const RestoreOptions &options, const CommandContext &context);

@@ -134,7 +134,7 @@ ExitStatus runFix(const FixOptions &options, const CommandContext &context)
         context.report(QStringLiteral("fix: needs either uids or --all"));
         return ExitStatus::Usage;
     }
-    const auto book = context.openAddressBook();
+    const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
     FindingsOfCondition findings(*group, options.option, context.console, options.yes);

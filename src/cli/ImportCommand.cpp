@@ -4,7 +4,7 @@
 
 #include "contacts/RecordImporter.h"
 
-#include <QFile>
+#include <QFileInfo>
 
 #include <iterator>
 
@@ -66,7 +66,7 @@ bool reportProblems(const QString &file, RecordSource &source, const CommandCont
 
 ExitStatus runImport(const ImportOptions &options, const CommandContext &context)
 {
-    const auto book = context.openAddressBook();
+    const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
     RecordImporter importer(*book,
@@ -81,6 +81,8 @@ ExitStatus runImport(const ImportOptions &options, const CommandContext &context
             status = ExitStatus::Refused;
             continue;
         }
+        const CauseScope cause(ChangeCause::Kind::Import,
+            file == QStringLiteral("-") ? QStringLiteral("standard input") : QFileInfo(file).fileName());
         const auto format = options.format.empty() ? formatOfContent(*content)
             : options.format == "jsonl"            ? RecordFormat::JsonLines
                                                    : RecordFormat::VCard;

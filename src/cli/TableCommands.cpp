@@ -44,7 +44,7 @@ ExitStatus runTable(const TableOptions &options, const CommandContext &context)
 
 ExitStatus runEdit(const EditOptions &options, const CommandContext &context)
 {
-    const auto book = context.openAddressBook();
+    const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
     const QString label = QString::fromStdString(options.label);
@@ -65,7 +65,7 @@ ExitStatus runEdit(const EditOptions &options, const CommandContext &context)
 
 ExitStatus runDelete(const DeleteOptions &options, const CommandContext &context)
 {
-    const auto book = context.openAddressBook();
+    const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
     ContactTable table(book, context, options.yes);

@@ -246,7 +246,8 @@ Result<void> ABAddressBook::commitPending()
         written.push_back(after);
         const bool same = entry.before && after ? *entry.before == *after : entry.before == after;
         if (!same)
-            changes.push_back({entry.person->uniqueId(), entry.before, after});
+            changes.push_back(
+                {entry.person->uniqueId(), entry.before, after, entry.cause ? entry.cause : CauseScope::current()});
     }
     if (!changes.empty()) {
         if (auto committed = m_store->commit(changes); !committed)

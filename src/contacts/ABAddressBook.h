@@ -4,6 +4,7 @@
 
 #include "contacts/ABPerson.h"
 #include "contacts/AddressBookStore.h"
+#include "contacts/RestorePlan.h"
 
 #include <QList>
 
@@ -70,8 +71,23 @@ public:
     /// As AddressBookStore::setChangeListener(): whoever is called may want to refresh().
     void setChangeListener(std::function<void()> listener);
 
+    // The history, as the store keeps it. These four may take as long as the store; none belongs on a main thread.
+    Result<std::vector<ChangeSummary>> history();
+    Result<ChangeStep> historyStep(const QString &causeId);
+    /// What apply() has to do so that everybody is as before these causes' changes; in any order, repeated ids count
+    /// once. Takes in what others changed first. Errors as those of planRestore(), and NotFound.
+    Result<RestorePlan> planRestore(const QStringList &causeIds);
+    /// The same for holding exactly @p wanted.
+    Result<RestorePlan> planReplacement(const std::vector<StoredRecord> &wanted);
+    /// Writes a plan to the store and makes the people agree with it; a restore is a cause of its own. People who are
+    /// put back are new objects. On any error (Conflict: somebody was faster, or changed a person here without
+    /// saving it) nothing is changed, neither here nor there.
+    Result<void> apply(const RestorePlan &plan);
+
     bool canWrite() const { return m_store->canWrite(); }
     QString name() const { return m_store->name(); }
+    /// The address book file that the store is; empty where it is something else.
+    QString file() const { return m_store->file(); }
     /// As AddressBookStore::desktopId().
     QString desktopId(const QString &uid) const { return m_store->desktopId(uid); }
 
@@ -83,6 +99,9 @@ private:
     Result<std::vector<QString>> takeInOutsideChanges(std::vector<QString> &dropped);
     bool takeIn(const OutsideChange &change, std::vector<QString> &dropped);
     void forgetRemoved(const ABPersonPtr &person);
+    Result<void> checkNothingPending(const std::vector<RecordChange> &changes) const;
+    void takeOut(const std::vector<QString> &uids);
+    SameRecord sameRecord() const;
     void insert(const ABPersonPtr &person);
     void erase(const ABPersonPtr &person);
     const std::unordered_map<QString, ABPersonPtr> &uidIndex() const;

@@ -22,8 +22,12 @@ public:
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
     void setChangeListener(std::function<void()> listener) override { m_store->setChangeListener(std::move(listener)); }
+    Result<std::vector<ChangeSummary>> history() override { return m_store->history(); }
+    Result<ChangeStep> historyStep(const QString &causeId) override { return m_store->historyStep(causeId); }
+    bool comparesKeptLines() const override { return m_store->comparesKeptLines(); }
     bool canWrite() const override { return m_store->canWrite(); }
     QString name() const override { return m_store->name(); }
+    QString file() const override { return m_store->file(); }
 
 private:
     bool fails() { return ++m_callCount == m_failAtCall; }

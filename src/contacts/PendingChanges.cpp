@@ -6,9 +6,12 @@
 
 PendingChanges::Noted &PendingChanges::noted(const ABPersonPtr &person, const PersonRecordPtr &before)
 {
-    const auto [place, isNew] = m_noted.try_emplace(person.get(), Noted{{person, before}, m_nextOrder});
+    const auto [place, isNew] =
+        m_noted.try_emplace(person.get(), Noted{{.person = person, .before = before}, m_nextOrder});
     if (isNew)
         ++m_nextOrder;
+    if (ChangeCausePtr cause = CauseScope::current())
+        place->second.entry.cause = std::move(cause);
     return place->second;
 }
 

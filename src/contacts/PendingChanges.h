@@ -3,6 +3,7 @@
 #pragma once
 
 #include "contacts/ABPerson.h"
+#include "contacts/ChangeCause.h"
 
 #include <atomic>
 #include <mutex>
@@ -18,6 +19,7 @@ public:
         ABPersonPtr person;
         PersonRecordPtr before; ///< null: not stored yet
         bool removed = false;
+        ChangeCausePtr cause = {}; ///< of the latest change that had one: a save that failed may have left earlier ones
     };
 
     /// Grows with every change of a person or of who is there. It is told before the change can be seen, by a thread

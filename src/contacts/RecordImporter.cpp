@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/RecordImporter.h"
 
+#include "contacts/ContentHash.h"
 #include "contacts/jsonl/JsonLinesReader.h"
 #include "contacts/vcard/VCardReader.h"
 
-#include <QCryptographicHash>
 #include <QHash>
 #include <QUuid>
 
@@ -18,60 +18,6 @@ const QUuid kContentNamespace(0x6f1d3c52, 0x8a0b, 0x4e57, 0x9c, 0x33, 0x51, 0xd2
 
 /// How often progress is told; telling it for each of a million records would cost more than reading them.
 constexpr int kRecordsPerProgress = 256;
-
-class ContentHash
-{
-public:
-    void add(const QString &text)
-    {
-        const QByteArray utf8 = text.toUtf8();
-        add(quint64(text.isNull() ? 0 : utf8.size() + 1));
-        m_hash.addData(utf8);
-    }
-    void add(quint64 number) { m_hash.addData(QByteArrayView(reinterpret_cast<const char *>(&number), sizeof number)); }
-    void add(const ABMultiValue &value)
-    {
-        for (const auto &entry : value.entries()) {
-            add(entry.label);
-            if (const auto *text = std::get_if<QString>(&entry.value)) {
-                add(*text);
-                continue;
-            }
-            for (const auto &[key, part] : entry.dictionary()) {
-                add(quint64(key));
-                add(part);
-            }
-        }
-    }
-    QByteArray result() const { return m_hash.result(); }
-
-private:
-    QCryptographicHash m_hash{QCryptographicHash::Sha1};
-};
-
-QByteArray hashOf(const PersonRecord &record)
-{
-    ContentHash hash;
-    for (const auto &info : allProperties()) {
-        const ABValue value = record.value(info.property);
-        if (std::holds_alternative<std::monostate>(value))
-            continue;
-        hash.add(quint64(info.property));
-        if (const auto *text = std::get_if<QString>(&value))
-            hash.add(*text);
-        else if (const auto *date = std::get_if<QDate>(&value))
-            hash.add(quint64(date->toJulianDay()));
-        else if (const auto *number = std::get_if<qint64>(&value))
-            hash.add(quint64(*number));
-        else
-            hash.add(std::get<ABMultiValue>(value));
-    }
-    if (const QByteArray *image = record.imageData())
-        hash.add(QString::fromLatin1(image->toBase64()));
-    for (const auto &line : record.keptLines())
-        hash.add(line.text);
-    return hash.result();
-}
 
 QString uidFor(const QByteArray &content)
 {
@@ -126,7 +72,7 @@ bool RecordImporter::addAll(RecordSource &source, const Progress &progress)
             return true;
         QString uid = imported.uid;
         if (uid.isNull()) {
-            const QByteArray hash = hashOf(*imported.record);
+            const QByteArray hash = contentHash(*imported.record);
             uid = uidFor(hash + QByteArray::number(timesSeen[hash]++));
         }
         add(imported, uid);
@@ -150,7 +96,7 @@ void RecordImporter::add(const ImportedRecord &imported, const QString &uid)
         return;
     }
     if (m_onOtherContent == OnOtherContent::AddUnderNewUid) {
-        add(imported, uidFor(uid.toUtf8() + hashOf(*imported.record)));
+        add(imported, uidFor(uid.toUtf8() + contentHash(*imported.record)));
         return;
     }
     auto replacement = std::make_shared<PersonRecord>(*imported.record);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "results/OutlineViewController.h"
 
+#include "contacts/ChangeCause.h"
+#include "contacts/record/NameTexts.h"
 #include "fix/FixLog.h"
 #include "results/ResultsLog.h"
 
@@ -301,7 +303,10 @@ void OutlineViewController::run(FixHandler handler, const PersonItemPtr &item)
     const ConditionGroup *row = group ? conditionGroupNamed(group->name()) : nullptr;
     if (!row)
         return;
-    const FixOutcome outcome = handler(findingOf(*item), currentOption(row->optionGroup), m_delegate.alertPanel());
+    const QString option = currentOption(row->optionGroup);
+    const CauseScope cause(ChangeCause::Kind::Repair,
+        withReadableName(group->name() % QStringLiteral(": ") % option, *item->person()->record()));
+    const FixOutcome outcome = handler(findingOf(*item), option, m_delegate.alertPanel());
     if (outcome.editsInContacts)
         m_delegate.editInAddressBook(item->person());
     if (!outcome.cancelled)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/LoadContactsViewController.h"
 
+#include "contacts/ChangeCause.h"
+#include "contacts/record/NameTexts.h"
 #include "table/BirthdayText.h"
 #include "table/RowExporter.h"
 #include "table/commit/FieldCommit.h"
@@ -174,6 +176,9 @@ void LoadContactsViewController::deleteItem(std::vector<int> selectedRows)
     qCDebug(lcTable, "确认删除");
     const auto book = ABAddressBook::sharedAddressBook();
     if (book) {
+        const CauseScope cause(ChangeCause::Kind::Deletion,
+            selected.size() == 1 ? readableName(*selected.front()->person()->record())
+                                 : QString(QString::number(selected.size()) % QStringLiteral(" contacts")));
         for (std::size_t i = 0; i < selected.size(); ++i)
             deletePerson(*book, selected[i]->person(), selectedRows[i]);
     }

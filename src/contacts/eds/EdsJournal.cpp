@@ -2,15 +2,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/eds/EdsJournal.h"
 
+#include "contacts/eds/EdsHistory.h"
+
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 
@@ -19,16 +23,37 @@
 
 namespace {
 
-constexpr qsizetype kHistoryFiles = 1000;
-
-QString now()
-{
-    return QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'hhmmss.zzz'Z'"));
-}
+constexpr QLatin1StringView kCausesKey("causes");
+constexpr QLatin1StringView kIdKey("id");
+constexpr QLatin1StringView kKindKey("kind");
+constexpr QLatin1StringView kDescriptionKey("description");
+constexpr QLatin1StringView kChangesKey("changes");
+constexpr QLatin1StringView kCauseKey("cause"); // the id of one of them
+constexpr QLatin1StringView kUidKey("uid");
+constexpr QLatin1StringView kBeforeKey("before");
+constexpr QLatin1StringView kAfterKey("after");
 
 QJsonValue textOrNull(const QByteArray &text)
 {
     return text.isNull() ? QJsonValue() : QJsonValue(QString::fromUtf8(text));
+}
+
+/// The causes of the entries, each once.
+std::vector<ChangeCausePtr> causesOf(const std::vector<EdsJournal::Entry> &entries)
+{
+    std::vector<ChangeCausePtr> causes;
+    for (const auto &entry : entries) {
+        if (entry.cause && std::ranges::find(causes, entry.cause->id, &ChangeCause::id) == causes.end())
+            causes.push_back(entry.cause);
+    }
+    return causes;
+}
+
+ChangeCausePtr causeFrom(const QJsonValue &json)
+{
+    const auto text = [&json](QLatin1StringView key) { return json[key].toString(); };
+    return std::make_shared<const ChangeCause>(
+        ChangeCause{text(kIdKey), kindNamed(text(kKindKey)), text(kDescriptionKey)});
 }
 
 QByteArray bytesOf(const QJsonValue &value)
@@ -84,10 +109,15 @@ Result<void> EdsJournal::begin(const std::vector<Entry> &entries)
 {
     QJsonArray rows;
     for (const Entry &entry : entries)
-        rows.append(QJsonObject{{QStringLiteral("uid"), QString::fromUtf8(entry.uid)},
-            {QStringLiteral("before"), textOrNull(entry.before)}, {QStringLiteral("after"), textOrNull(entry.after)}});
+        rows.append(QJsonObject{{kUidKey, QString::fromUtf8(entry.uid)}, {kBeforeKey, textOrNull(entry.before)},
+            {kAfterKey, textOrNull(entry.after)}, {kCauseKey, entry.cause ? entry.cause->id : QString()}});
+    QJsonArray causes;
+    for (const ChangeCausePtr &cause : causesOf(entries))
+        causes.append(QJsonObject{
+            {kIdKey, cause->id}, {kKindKey, nameOfKind(cause->kind)}, {kDescriptionKey, cause->description}});
+    const QJsonObject journal{{kCausesKey, causes}, {kChangesKey, rows}};
     const QString path = m_folder % QStringLiteral("/unfinished-%1.json").arg(QCoreApplication::applicationPid());
-    if (auto written = writeDurably(path, QJsonDocument(rows).toJson(QJsonDocument::Compact)); !written)
+    if (auto written = writeDurably(path, QJsonDocument(journal).toJson(QJsonDocument::Compact)); !written)
         return written;
     m_current = path;
     return {};
@@ -97,8 +127,14 @@ void EdsJournal::moveToHistory()
 {
     const QString history = m_folder % QStringLiteral("/history");
     QDir().mkpath(history);
-    QFile::rename(m_current, history % u'/' % now() % QStringLiteral(".json"));
-    keepNewest(history, QStringLiteral("*.json"), kHistoryFiles);
+    // Two saves in one millisecond must not push each other out.
+    QDateTime now = currentTime();
+    while (
+        !QFile::rename(m_current, EdsHistory::fileOf(history, now)) && QFile::exists(EdsHistory::fileOf(history, now)))
+        now = now.addMSecs(1);
+    if (!m_isHistoryPruned)
+        EdsHistory::prune(history, now);
+    m_isHistoryPruned = true;
 }
 
 void EdsJournal::finish()
@@ -124,18 +160,33 @@ std::vector<EdsJournal::Entry> EdsJournal::unfinished()
         QFile file(folder.filePath(name));
         if (!file.open(QIODevice::ReadOnly))
             continue;
-        const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-        if (!document.isArray()) {
+        auto entries = journalEntries(file.readAll());
+        if (!entries) {
             file.rename(folder.filePath(QStringLiteral("unreadable-") % name));
             continue;
         }
-        std::vector<Entry> entries;
-        const QJsonArray rows = document.array();
-        for (const auto &row : rows)
-            entries.push_back({bytesOf(row[QStringLiteral("uid")]), bytesOf(row[QStringLiteral("before")]),
-                bytesOf(row[QStringLiteral("after")])});
         m_current = folder.filePath(name);
-        return entries;
+        return std::move(*entries);
     }
     return {};
+}
+
+std::optional<std::vector<EdsJournal::Entry>> journalEntries(const QByteArray &text)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(text);
+    if (!document.isArray() && !document.isObject())
+        return std::nullopt;
+    // Earlier versions wrote the changes only.
+    const QJsonArray rows = document.isArray() ? document.array() : document[kChangesKey].toArray();
+    QHash<QString, ChangeCausePtr> causes;
+    const QJsonArray causeRows = document[kCausesKey].toArray();
+    for (const auto &row : causeRows) {
+        const ChangeCausePtr cause = causeFrom(row);
+        causes.insert(cause->id, cause);
+    }
+    std::vector<EdsJournal::Entry> entries;
+    for (const auto &row : rows)
+        entries.push_back({bytesOf(row[kUidKey]), bytesOf(row[kBeforeKey]), bytesOf(row[kAfterKey]),
+            causes.value(row[kCauseKey].toString())});
+    return entries;
 }

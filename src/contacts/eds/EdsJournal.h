@@ -3,9 +3,11 @@
 #pragma once
 
 #include "base/Result.h"
+#include "contacts/ChangeCause.h"
 
 #include <QByteArray>
 
+#include <optional>
 #include <vector>
 
 /// What a save is about to do to each card, on the disk before the daemon is asked. A journal that is still there tells
@@ -19,6 +21,7 @@ public:
         QByteArray uid;
         QByteArray before; ///< the card as it was, picture included; null: there was none
         QByteArray after; ///< the card that was asked for; null: it is to be removed
+        ChangeCausePtr cause = {}; ///< null in what was written before journals told causes
     };
 
     explicit EdsJournal(QString folder);
@@ -37,8 +40,12 @@ private:
     void moveToHistory();
 
     QString m_folder;
+    bool m_isHistoryPruned = false; // in this run
     QString m_current; // the file that begin() or unfinished() stands on; empty for none
 };
+
+/// The entries of a journal's text; nothing where it is none.
+std::optional<std::vector<EdsJournal::Entry>> journalEntries(const QByteArray &text);
 
 /// The folder of one book's journal, history and backups in the program's @p dataFolder.
 QString folderOfBook(const QString &dataFolder, const QString &sourceUid);

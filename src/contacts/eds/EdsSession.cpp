@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/eds/EdsSession.h"
 
+#include "contacts/eds/EdsHistory.h"
 #include "contacts/eds/StoredCard.h"
 
 #include <QDateTime>
@@ -231,7 +232,7 @@ Result<void> EdsSession::addToPlan(Plan &plan, const RecordChange &change, const
     const bool asBelieved = change.before ? now && now->hasSameValues(*change.before) : current.isNull();
     if (!asBelieved)
         return Error{ErrorKind::Conflict, change.uid % QStringLiteral(": changed by another program meanwhile")};
-    EdsJournal::Entry entry{change.uid.toUtf8(), StoredCard::withPictureInside(current), {}};
+    EdsJournal::Entry entry{change.uid.toUtf8(), StoredCard::withPictureInside(current), {}, change.cause};
     if (!change.after) {
         plan.removals.push_back(entry.uid);
     } else {
@@ -253,15 +254,18 @@ Result<EdsSession::Plan> EdsSession::planOf(const std::vector<RecordChange> &cha
     std::vector<EdsJournal::Entry> touched;
     touched.reserve(changes.size());
     for (const auto &change : changes)
-        touched.push_back({change.uid.toUtf8(), {}, {}});
+        touched.push_back({.uid = change.uid.toUtf8(), .before = {}, .after = {}});
     const auto texts = currentTexts(touched);
     if (!texts)
         return texts.error();
     Plan plan;
     plan.entries.reserve(changes.size());
+    const ChangeCausePtr unnamed = makeCause(ChangeCause::Kind::Other);
     for (const auto &change : changes) {
         if (auto added = addToPlan(plan, change, textIn(*texts, change.uid.toUtf8())); !added)
             return added.error();
+        if (!change.cause)
+            plan.entries.back().cause = unnamed;
     }
     return plan;
 }
@@ -352,6 +356,25 @@ Result<void> EdsSession::backUp()
                 % done.error().text};
     m_isBackedUp = true;
     return {};
+}
+
+QString EdsSession::historyFolder() const
+{
+    return m_dataFolder % QStringLiteral("/history");
+}
+
+Result<std::vector<ChangeSummary>> EdsSession::history()
+{
+    if (auto opened = open(); !opened)
+        return opened.error();
+    return EdsHistory::summaries(historyFolder());
+}
+
+Result<ChangeStep> EdsSession::historyStep(const QString &causeId)
+{
+    if (auto opened = open(); !opened)
+        return opened.error();
+    return EdsHistory::step(historyFolder(), causeId);
 }
 
 /// Finds out how a save that failed for @p reason ended. True: it is in the book after all. False: the book holds what

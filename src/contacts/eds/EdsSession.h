@@ -23,6 +23,8 @@ public:
     Result<std::vector<StoredRecord>> loadAll(const AddressBookStore::LoadProgress &progress);
     Result<void> commit(const std::vector<RecordChange> &changes);
     Result<std::vector<OutsideChange>> takeChangesFromOutside();
+    Result<std::vector<ChangeSummary>> history();
+    Result<ChangeStep> historyStep(const QString &causeId);
     Result<std::vector<EdsSource>> sources() { return m_book.sources(); }
     void setChangeListener(std::function<void()> listener) { m_book.setChangeListener(std::move(listener)); }
     const EdsSource &source() const { return m_book.source(); }
@@ -41,6 +43,7 @@ private:
         std::vector<Card> additions;
     };
 
+    QString historyFolder() const;
     Result<void> readCards(std::span<const QByteArray> uids, const TakeCards &take);
     Result<void> readInParts(std::span<const QByteArray> page, const TakeCards &take);
     Result<std::vector<QByteArray>> uidsInOrder();

@@ -84,3 +84,13 @@ QString EdsStore::desktopId(const QString &uid) const
 {
     return QStringLiteral("eds:") % m_sourceUid % u':' % uid;
 }
+
+Result<std::vector<ChangeSummary>> EdsStore::history()
+{
+    return onThread<std::vector<ChangeSummary>>([](EdsSession &session) { return session.history(); });
+}
+
+Result<ChangeStep> EdsStore::historyStep(const QString &causeId)
+{
+    return onThread<ChangeStep>([causeId](EdsSession &session) { return session.historyStep(causeId); });
+}

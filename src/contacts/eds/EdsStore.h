@@ -29,6 +29,9 @@ public:
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
     void setChangeListener(std::function<void()> listener) override;
+    Result<std::vector<ChangeSummary>> history() override;
+    Result<ChangeStep> historyStep(const QString &causeId) override;
+    bool comparesKeptLines() const override { return false; }
     bool canWrite() const override { return m_canWrite; }
     QString desktopId(const QString &uid) const override;
     QString name() const override { return m_name; }

@@ -207,3 +207,24 @@ std::string keptLinesToJson(const std::vector<KeptLine> &lines)
         json.push_back(Json::array({toJson(line.text), line.basis.isNull() ? Json() : toJson(line.basis)}));
     return json.dump();
 }
+
+Result<std::vector<KeptLine>> keptLinesFromJson(std::string_view json)
+{
+    constexpr const char *what = "card lines";
+    try {
+        const Json rows = Json::parse(json);
+        if (!rows.is_array())
+            refuse(what, "must be an array");
+        std::vector<KeptLine> lines;
+        for (const Json &row : rows) {
+            if (!row.is_array() || row.size() != 2)
+                refuse(what, "must hold pairs of texts");
+            lines.push_back({textFrom(what, row[0]), row[1].is_null() ? QString() : textFrom(what, row[1])});
+        }
+        return lines;
+    } catch (const Refusal &refusal) {
+        return Error{ErrorKind::Invalid, refusal.reason};
+    } catch (const Json::exception &exception) {
+        return Error{ErrorKind::Invalid, QString::fromUtf8(exception.what())};
+    }
+}

@@ -19,3 +19,5 @@ Result<ImportedRecord> recordFromJson(std::string_view line);
 
 /// The lines kept from a vCard as a JSON array of [text, basis] pairs, basis null where the line has none.
 std::string keptLinesToJson(const std::vector<KeptLine> &lines);
+/// Reads that form back. Invalid: it is none.
+Result<std::vector<KeptLine>> keptLinesFromJson(std::string_view json);

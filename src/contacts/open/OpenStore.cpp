@@ -45,6 +45,15 @@ Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where)
     return std::unique_ptr<AddressBookStore>(std::move(*store));
 }
 
+QString fileOfBook(const QString &where)
+{
+    if (where.startsWith(kDesktop))
+        return {};
+    if (!where.isEmpty())
+        return QFileInfo(where).absoluteFilePath();
+    return DesktopModule::isOffered() ? QString() : SqliteStore::defaultPath();
+}
+
 std::vector<KnownBook> knownBooks()
 {
     std::vector<KnownBook> books{{SqliteStore::defaultPath(), SqliteStore::defaultPath(), true}};

@@ -15,6 +15,10 @@
 /// Needs a QCoreApplication for "eds:".
 Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where);
 
+/// The path of the file that openStore() would open for @p where; empty where that is, or may be, a book of the
+/// desktop.
+QString fileOfBook(const QString &where);
+
 /// An address book that the user can choose.
 struct KnownBook
 {

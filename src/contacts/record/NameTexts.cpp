@@ -9,6 +9,28 @@ const QString &textOrNull(const PersonRecord &record, ABProperty property)
     return text ? *text : null;
 }
 
+QString readableName(const PersonRecord &record)
+{
+    const auto textOf = [&record](ABProperty property) {
+        const QString *text = record.text(property);
+        return text ? text->simplified() : QString();
+    };
+    const QString name = QString(textOf(kABFirstNameProperty) % u' ' % textOf(kABLastNameProperty)).trimmed();
+    if (!name.isEmpty())
+        return name;
+    const QString organization = textOf(kABOrganizationProperty);
+    const ABMultiValue *emails = record.multiValue(kABEmailProperty);
+    if (!organization.isEmpty() || !emails || emails->count() == 0)
+        return organization;
+    return std::get<QString>(emails->entries().front().value).simplified();
+}
+
+QString withReadableName(const QString &text, const PersonRecord &record)
+{
+    const QString name = readableName(record);
+    return name.isEmpty() ? text : QString(text % QStringLiteral(" (") % name % u')');
+}
+
 QString nameKey(const PersonRecord &record)
 {
     return textOrNull(record, kABFirstNameProperty) % textOrNull(record, kABLastNameProperty);

@@ -7,6 +7,11 @@
 /// The text of a property as it is written where a text must stand: "(null)" when it is absent.
 const QString &textOrNull(const PersonRecord &record, ABProperty property);
 
+/// A name to tell a person by: first and last name, else the organization, else the first e-mail address; may be empty.
+QString readableName(const PersonRecord &record);
+/// @p text with that name behind it in brackets, where there is one.
+QString withReadableName(const QString &text, const PersonRecord &record);
+
 /// First and last name back to back, without a blank, an absent one as "(null)": what duplicates are told by.
 QString nameKey(const PersonRecord &record);
 /// The same as nameKey(record) == key, without making a text.

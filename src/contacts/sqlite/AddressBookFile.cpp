@@ -51,25 +51,10 @@ struct TemporaryFile
     ~TemporaryFile() { ::unlink(name.constData()); }
 };
 
-/// Gives the finished file its name, on the disk too. An address book that is there already stays.
-bool moveIntoPlace(const QByteArray &temporaryName, const QString &path)
+bool isOurs(const QByteArray &header)
 {
-    const QByteArray name = QFile::encodeName(path);
-    const bool replacesEmptyFile = QFileInfo(path).isFile() && QFileInfo(path).size() == 0;
-    int result = replacesEmptyFile
-        ? ::rename(temporaryName.constData(), name.constData())
-        : ::renameat2(AT_FDCWD, temporaryName.constData(), AT_FDCWD, name.constData(), RENAME_NOREPLACE);
-    if (result != 0 && errno == EINVAL) // a file system that does not know RENAME_NOREPLACE
-        result = ::link(temporaryName.constData(), name.constData());
-    if (result != 0 && errno != EEXIST)
-        return false;
-    const int folder =
-        ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        ::fsync(folder); // or a power cut could take the file's name, and with it every save that follows
-        ::close(folder);
-    }
-    return true;
+    return header.size() >= kHeaderSize && header.startsWith(QByteArrayView("SQLite format 3\0", 16))
+        && qFromBigEndian<quint32>(header.constData() + kApplicationIdOffset) == Schema::kApplicationId;
 }
 
 } // namespace
@@ -106,11 +91,10 @@ Result<void> create(const QString &path)
     if (!makeFolder(QFileInfo(path).absolutePath()))
         return failed(lastSystemError());
 
-    TemporaryFile temporary{QFile::encodeName(path) + ".XXXXXX"};
-    const int file = ::mkstemp(temporary.name.data()); // mode 0600
-    if (file < 0)
-        return failed(lastSystemError());
-    ::close(file);
+    const auto name = temporaryBeside(path);
+    if (!name)
+        return name.error();
+    const TemporaryFile temporary{*name};
     try {
         SQLite::Database database(temporary.name.constData(), SQLite::OPEN_READWRITE);
         // The header is complete on the disk before the journal mode is one that keeps newer pages elsewhere.
@@ -121,9 +105,42 @@ Result<void> create(const QString &path)
     } catch (const SQLite::Exception &exception) {
         return errorOf(exception, path);
     }
-    if (!moveIntoPlace(temporary.name, path))
-        return failed(lastSystemError());
-    return {};
+    const bool replacesEmptyFile = QFileInfo(path).isFile() && QFileInfo(path).size() == 0;
+    const auto moved = moveIntoPlace(temporary.name, path, replacesEmptyFile);
+    return moved ? Result<void>() : moved.error();
+}
+
+Result<QByteArray> temporaryBeside(const QString &path)
+{
+    QByteArray name = QFile::encodeName(path) + ".XXXXXX";
+    const int file = ::mkstemp(name.data()); // mode 0600
+    if (file < 0)
+        return Error{
+            ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % lastSystemError()};
+    ::close(file);
+    return name;
+}
+
+Result<bool> moveIntoPlace(const QByteArray &temporaryName, const QString &path, bool replaces)
+{
+    const QByteArray name = QFile::encodeName(path);
+    int result = replaces
+        ? ::rename(temporaryName.constData(), name.constData())
+        : ::renameat2(AT_FDCWD, temporaryName.constData(), AT_FDCWD, name.constData(), RENAME_NOREPLACE);
+    if (result != 0 && errno == EINVAL) // a file system that does not know RENAME_NOREPLACE
+        result = ::link(temporaryName.constData(), name.constData());
+    if (result != 0 && errno == EEXIST)
+        return false;
+    if (result != 0)
+        return Error{
+            ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % lastSystemError()};
+    const int folder =
+        ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        ::fsync(folder); // or a power cut could take the file's name, and with it every save that follows
+        ::close(folder);
+    }
+    return true;
 }
 
 Result<void> checkVersion(int version, const QString &path)
@@ -137,7 +154,13 @@ Result<void> checkVersion(int version, const QString &path)
                   .arg(Schema::kVersion)};
 }
 
-Result<void> check(const QString &path)
+bool isMarkedAsOurs(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && isOurs(file.read(kHeaderSize));
+}
+
+Result<void> checkReadable(const QString &path)
 {
     const auto refuse = [&](ErrorKind kind, const QString &reason) {
         return Error{kind, path % QStringLiteral(": ") % reason};
@@ -148,13 +171,18 @@ Result<void> check(const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         return refuse(ErrorKind::ReadOnly, QStringLiteral("cannot be read: ") % file.errorString());
     const QByteArray header = file.read(kHeaderSize);
-    if (header.size() < kHeaderSize || !header.startsWith(QByteArrayView("SQLite format 3\0", 16))
-        || qFromBigEndian<quint32>(header.constData() + kApplicationIdOffset) != Schema::kApplicationId)
+    if (!isOurs(header))
         return refuse(ErrorKind::Invalid, QStringLiteral("is no address book of this program"));
-    if (auto known = checkVersion(qFromBigEndian<qint32>(header.constData() + kUserVersionOffset), path); !known)
-        return known;
+    return checkVersion(qFromBigEndian<qint32>(header.constData() + kUserVersionOffset), path);
+}
+
+Result<void> check(const QString &path)
+{
+    if (auto readable = checkReadable(path); !readable)
+        return readable;
     if (!QFileInfo(path).isWritable())
-        return refuse(ErrorKind::ReadOnly, QStringLiteral("the address book cannot be written: permission denied"));
+        return Error{
+            ErrorKind::ReadOnly, path % QStringLiteral(": the address book cannot be written: permission denied")};
     return {};
 }
 

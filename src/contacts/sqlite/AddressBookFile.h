@@ -18,9 +18,20 @@ Result<void> create(const QString &path);
 
 /// Refuses a file that is no address book of ours, without changing it or making files beside it.
 Result<void> check(const QString &path);
+/// Whether the file's header says that it is one of ours, of whatever version and in whatever state.
+bool isMarkedAsOurs(const QString &path);
+/// The same as check() for one that need not be written.
+Result<void> checkReadable(const QString &path);
 
 /// Refuses a format that is newer than ours.
 Result<void> checkVersion(int version, const QString &path);
+
+/// A name for a new file beside @p path, with an empty file under it that only the user may read. Io: there can be
+/// none.
+Result<QByteArray> temporaryBeside(const QString &path);
+/// Gives the finished file @p temporaryName the name @p path, on the disk too. Where something has that name it is
+/// replaced or (false) left alone. Io: neither.
+Result<bool> moveIntoPlace(const QByteArray &temporaryName, const QString &path, bool replaces);
 
 /// A connection with the settings that the store's promises rest on.
 SQLite::Database connect(const QString &path);

@@ -55,7 +55,7 @@ bool isCommon(ABKey key)
 
 RecordReader::RecordReader(sqlite3 *database, Scope scope) : m_database(database), m_scope(scope)
 {
-    const bool one = scope == Scope::OnePerson;
+    const bool one = scope != Scope::Everybody;
     const std::string ofPerson = one ? " WHERE person = ?1" : "";
     m_people = prepare("SELECT id, uid, " + Schema::join(Schema::personColumns(), ", ") + " FROM person "
         + (one ? "WHERE id = ?1" : "ORDER BY id"));
@@ -73,7 +73,10 @@ RecordReader::RecordReader(sqlite3 *database, Scope scope) : m_database(database
 RecordReader::Statement RecordReader::prepare(const std::string &sql) const
 {
     sqlite3_stmt *statement = nullptr;
-    if (sqlite3_prepare_v2(m_database, sql.c_str(), int(sql.size()), &statement, nullptr) != SQLITE_OK)
+    const bool isPrepared =
+        sqlite3_prepare_v2(m_database, sql.c_str(), int(sql.size()), &statement, nullptr) == SQLITE_OK;
+    // A statement that is null stands for a table that is not there: no step of it gives a row.
+    if (!isPrepared && m_scope != Scope::Salvage)
         throw SQLite::Exception(m_database);
     return Statement(statement);
 }
@@ -86,12 +89,21 @@ bool RecordReader::step(sqlite3_stmt *statement) const
     return result == SQLITE_ROW;
 }
 
-void RecordReader::advance(Children &children) const
+bool RecordReader::stepChildren(sqlite3_stmt *statement)
 {
-    children.person = step(children.statement.get()) ? sqlite3_column_int64(children.statement.get(), 0) : -1;
+    if (m_scope != Scope::Salvage)
+        return step(statement);
+    const int result = sqlite3_step(statement);
+    m_isIncomplete = m_isIncomplete || (result != SQLITE_ROW && result != SQLITE_DONE);
+    return result == SQLITE_ROW;
 }
 
-bool RecordReader::hasRowOf(sqlite3_int64 person, Children &children) const
+void RecordReader::advance(Children &children)
+{
+    children.person = stepChildren(children.statement.get()) ? sqlite3_column_int64(children.statement.get(), 0) : -1;
+}
+
+bool RecordReader::hasRowOf(sqlite3_int64 person, Children &children)
 {
     // A row of nobody, left by somebody who edited the file with foreign keys off, must not hide the rows behind it.
     while (children.person != -1 && children.person < person)
@@ -99,10 +111,10 @@ bool RecordReader::hasRowOf(sqlite3_int64 person, Children &children) const
     return children.person == person;
 }
 
-void RecordReader::begin(Children &children, sqlite3_int64 person) const
+void RecordReader::begin(Children &children, sqlite3_int64 person)
 {
     sqlite3_reset(children.statement.get());
-    if (m_scope == Scope::OnePerson)
+    if (m_scope != Scope::Everybody)
         sqlite3_bind_int64(children.statement.get(), 1, person);
     advance(children);
 }
@@ -122,6 +134,7 @@ StoredRecord RecordReader::readPerson(sqlite3_int64 id)
 {
     sqlite3_reset(m_people.get());
     sqlite3_bind_int64(m_people.get(), 1, id);
+    m_isIncomplete = false;
     if (!step(m_people.get()))
         return {};
     for (auto &[property, children] : m_multiValues)
@@ -135,6 +148,7 @@ StoredRecord RecordReader::readPerson(sqlite3_int64 id)
         sqlite3_reset(children.statement.get());
     for (const Children *children : {&m_emptyLists, &m_pictures, &m_cardLines})
         sqlite3_reset(children->statement.get());
+    m_incompleteCount += m_isIncomplete ? 1 : 0;
     return person;
 }
 

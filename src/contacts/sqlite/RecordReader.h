@@ -16,15 +16,18 @@
 class RecordReader
 {
 public:
-    enum class Scope { Everybody, OnePerson };
+    /// Salvage is OnePerson in a damaged file: of a table that cannot be read, what was read of it until then counts.
+    enum class Scope { Everybody, OnePerson, Salvage };
 
     RecordReader(sqlite3 *database, Scope scope);
 
     /// Scope::Everybody: the next person in the order of adding; a null record at the end. Run it to its end inside
     /// one transaction, or what it reads may not belong together.
     StoredRecord next();
-    /// Scope::OnePerson: a null record where there is no such person.
+    /// The other scopes: a null record where there is no such person.
     StoredRecord readPerson(sqlite3_int64 id);
+    /// Scope::Salvage: how many people were read with something missing.
+    int incompleteCount() const { return m_incompleteCount; }
 
 private:
     struct Finalizer
@@ -42,9 +45,10 @@ private:
 
     Statement prepare(const std::string &sql) const;
     bool step(sqlite3_stmt *statement) const;
-    void advance(Children &children) const;
-    bool hasRowOf(sqlite3_int64 person, Children &children) const;
-    void begin(Children &children, sqlite3_int64 person) const;
+    bool stepChildren(sqlite3_stmt *statement);
+    void advance(Children &children);
+    bool hasRowOf(sqlite3_int64 person, Children &children);
+    void begin(Children &children, sqlite3_int64 person);
     StoredRecord readCurrentPerson();
     void readPersonColumns(PersonRecord &record) const;
     void readMultiValue(PersonRecord &record, ABProperty property, Children &children, sqlite3_int64 person);
@@ -53,6 +57,8 @@ private:
 
     sqlite3 *m_database;
     Scope m_scope;
+    bool m_isIncomplete = false; // the person being read
+    int m_incompleteCount = 0;
     Statement m_people;
     std::vector<std::pair<ABProperty, Children>> m_multiValues;
     Children m_emptyLists;

@@ -3,6 +3,7 @@
 #include "contacts/sqlite/RecordWriter.h"
 
 #include "contacts/jsonl/RecordJson.h"
+#include "contacts/sqlite/HistoryTable.h"
 #include "contacts/sqlite/Schema.h"
 
 namespace {
@@ -64,7 +65,7 @@ void TextBinder::bind(SQLite::Statement &statement, int index, const QString *te
 RecordWriter::RecordWriter(SQLite::Database &database)
     : m_database(database)
     , m_reader(database.getHandle(), RecordReader::Scope::OnePerson)
-    , m_insertSave(database, "INSERT INTO save(savedAt) VALUES (?)")
+    , m_insertSave(database, "INSERT INTO save(savedAt, cause, kind, description) VALUES (?, ?, ?, ?)")
     , m_insertPerson(database, insertPersonSql())
     , m_updatePerson(database, updatePersonSql())
     , m_removePerson(database, "DELETE FROM person WHERE id = ?")
@@ -75,8 +76,8 @@ RecordWriter::RecordWriter(SQLite::Database &database)
     , m_removePicture(database, "DELETE FROM picture WHERE person = ?")
     , m_insertCardLine(database, "INSERT INTO cardLine(person, position, text, basis) VALUES (?, ?, ?, ?)")
     , m_removeCardLines(database, "DELETE FROM cardLine WHERE person = ?")
-    , m_insertHistory(
-          database, "INSERT INTO history(revision, uid, action, before, cardLinesBefore) VALUES (?, ?, ?, ?, ?)")
+    , m_insertHistory(database,
+          "INSERT INTO history(revision, uid, action, before, cardLinesBefore, afterHash) VALUES (?, ?, ?, ?, ?, ?)")
 {
     for (const ABProperty property : Schema::multiValues()) {
         m_multiValues.push_back({property, SQLite::Statement(database, insertMultiValueSql(property)),
@@ -86,9 +87,30 @@ RecordWriter::RecordWriter(SQLite::Database &database)
 
 void RecordWriter::beginSave(const std::string &time)
 {
-    m_insertSave.bind(1, time);
-    runAndReset(m_insertSave);
-    m_revision = m_database.getLastInsertRowid();
+    m_time = time;
+    m_unnamed = makeCause(ChangeCause::Kind::Other);
+    m_revisions.clear();
+    m_lastCause = QString();
+}
+
+qint64 RecordWriter::revisionOf(const ChangeCausePtr &cause)
+{
+    const ChangeCause &named = cause ? *cause : *m_unnamed;
+    if (named.id == m_lastCause)
+        return m_lastRevision;
+    const auto [place, isNew] = m_revisions.try_emplace(named.id, 0);
+    if (isNew) {
+        const QString kind = nameOfKind(named.kind);
+        m_insertSave.bind(1, m_time);
+        m_texts.bind(m_insertSave, 2, &named.id);
+        m_texts.bind(m_insertSave, 3, &kind);
+        m_texts.bind(m_insertSave, 4, &named.description);
+        runAndReset(m_insertSave);
+        place->second = m_database.getLastInsertRowid();
+    }
+    m_lastCause = named.id;
+    m_lastRevision = place->second;
+    return m_lastRevision;
 }
 
 bool RecordWriter::apply(const RecordChange &change)
@@ -101,7 +123,7 @@ bool RecordWriter::apply(const RecordChange &change)
     const StoredRecord stored = person > 0 ? m_reader.readPerson(person) : StoredRecord();
     if (!stored.record || *stored.record != *change.before)
         return false;
-    writeHistory(change.uid, change.after ? "changed" : "removed", stored.record.get());
+    writeHistory(change, change.after ? "changed" : "removed", stored.record.get());
     if (change.after) {
         const int last = bindPerson(m_updatePerson, *change.after);
         m_updatePerson.bind(last + 1, int64_t(person));
@@ -124,7 +146,7 @@ bool RecordWriter::add(const RecordChange &change)
     if (!added)
         return false;
     writeChildren(m_database.getLastInsertRowid(), PersonRecord(), *change.after);
-    writeHistory(change.uid, "added", nullptr);
+    writeHistory(change, "added", nullptr);
     return true;
 }
 
@@ -218,17 +240,21 @@ void RecordWriter::writeKeptLines(qint64 person, const std::vector<KeptLine> &li
     }
 }
 
-void RecordWriter::writeHistory(const QString &uid, const char *action, const PersonRecord *before)
+void RecordWriter::writeHistory(const RecordChange &change, const char *action, const PersonRecord *before)
 {
-    m_insertHistory.bind(1, int64_t(m_revision));
-    m_texts.bind(m_insertHistory, 2, &uid);
+    m_insertHistory.bind(1, int64_t(revisionOf(change.cause)));
+    m_texts.bind(m_insertHistory, 2, &change.uid);
     m_insertHistory.bind(3, action);
     if (before) {
-        m_insertHistory.bind(4, recordToJson(uid, *before));
+        m_insertHistory.bind(4, recordToJson(change.uid, *before));
         m_insertHistory.bind(5, keptLinesToJson(before->keptLines()));
     } else {
         m_insertHistory.bind(4);
         m_insertHistory.bind(5);
     }
+    if (change.after)
+        m_insertHistory.bind(6, int64_t(HistoryTable::hashOf(*change.after)));
+    else
+        m_insertHistory.bind(6);
     runAndReset(m_insertHistory);
 }

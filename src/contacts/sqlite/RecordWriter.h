@@ -32,7 +32,7 @@ class RecordWriter
 public:
     explicit RecordWriter(SQLite::Database &database);
 
-    /// Begins a save; the changes that follow belong to it.
+    /// Begins a commit; the changes that follow belong to it.
     void beginSave(const std::string &time);
     /// False, and nothing written, where the tables do not hold what the change believes (`before`).
     bool apply(const RecordChange &change);
@@ -52,12 +52,17 @@ private:
     void writeMultiValue(MultiValueStatements &statements, qint64 person, const ABMultiValue *value);
     void writePicture(qint64 person, const QByteArray *bytes);
     void writeKeptLines(qint64 person, const std::vector<KeptLine> &lines);
-    void writeHistory(const QString &uid, const char *action, const PersonRecord *before);
+    void writeHistory(const RecordChange &change, const char *action, const PersonRecord *before);
+    qint64 revisionOf(const ChangeCausePtr &cause);
 
     SQLite::Database &m_database;
     RecordReader m_reader;
     TextBinder m_texts;
-    qint64 m_revision = 0;
+    std::string m_time;
+    ChangeCausePtr m_unnamed; // for the changes of this commit that come without a cause
+    std::map<QString, qint64> m_revisions; // by the id of the cause
+    QString m_lastCause;
+    qint64 m_lastRevision = 0;
     SQLite::Statement m_insertSave;
     SQLite::Statement m_insertPerson;
     SQLite::Statement m_updatePerson;

@@ -87,14 +87,21 @@ std::string creation()
     sql += "CREATE TABLE picture(person INTEGER PRIMARY KEY REFERENCES person(id) ON DELETE CASCADE, "
            "bytes BLOB NOT NULL) STRICT;";
     sql += childTable("cardLine", "text TEXT NOT NULL, basis TEXT");
-    sql += "CREATE TABLE save(revision INTEGER PRIMARY KEY AUTOINCREMENT, savedAt TEXT NOT NULL) STRICT;";
+    sql += "CREATE TABLE save(revision INTEGER PRIMARY KEY AUTOINCREMENT, savedAt TEXT NOT NULL, "
+           "cause TEXT, kind TEXT, description TEXT) STRICT;";
     sql += "CREATE TABLE history(id INTEGER PRIMARY KEY AUTOINCREMENT, revision INTEGER NOT NULL REFERENCES "
            "save(revision), "
            "uid TEXT NOT NULL, action TEXT NOT NULL CHECK (action IN ('added', 'changed', 'removed')), "
-           "before TEXT, cardLinesBefore TEXT) STRICT;";
+           "before TEXT, cardLinesBefore TEXT, afterHash INTEGER) STRICT;";
     sql += "PRAGMA application_id = " + std::to_string(kApplicationId) + ";";
     sql += "PRAGMA user_version = " + std::to_string(kVersion) + ";";
     return sql;
+}
+
+std::string additionOfCauses()
+{
+    return "ALTER TABLE save ADD COLUMN cause TEXT; ALTER TABLE save ADD COLUMN kind TEXT; "
+           "ALTER TABLE save ADD COLUMN description TEXT; ALTER TABLE history ADD COLUMN afterHash INTEGER;";
 }
 
 } // namespace Schema

@@ -17,6 +17,9 @@ inline constexpr int kVersion = 1;
 /// All statements that make an empty address book.
 std::string creation();
 
+/// What a file of the earlier layout of version 1, without causes in its history, has to get.
+std::string additionOfCauses();
+
 std::string tableOf(ABProperty multiValue);
 /// The columns that hold an entry's value: "value", or the names of its dictionary's keys.
 std::vector<std::string> valueColumnsOf(ABProperty multiValue);

@@ -3,11 +3,11 @@
 #include "contacts/sqlite/SqliteStore.h"
 
 #include "contacts/sqlite/AddressBookFile.h"
+#include "contacts/sqlite/HistoryTable.h"
 #include "contacts/sqlite/RecordWriter.h"
 
 #include <SQLiteCpp/Transaction.h>
 
-#include <QDateTime>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QStandardPaths>
@@ -16,6 +16,17 @@ namespace {
 
 /// From how many changes on a commit is worth a cache that holds the whole index of uids.
 constexpr std::size_t kLargeCommit = 1000;
+
+/// After how many commits the history is looked through for what has become too old; the first one of a run does too.
+constexpr int kCommitsPerPruning = 256;
+
+/// A connection to a file of the present layout.
+SQLite::Database connectUpToDate(const QString &path)
+{
+    SQLite::Database database = AddressBookFile::connect(path);
+    HistoryTable::addMissingColumns(database);
+    return database;
+}
 
 /// Room for an index that a large import writes all over, given back afterwards.
 class LargeCache
@@ -44,9 +55,10 @@ private:
 class SqliteStore::Private
 {
 public:
-    explicit Private(const QString &filePath)
+    Private(const QString &filePath, Clock theClock)
         : path(filePath)
-        , database(AddressBookFile::connect(filePath))
+        , clock(std::move(theClock))
+        , database(connectUpToDate(filePath))
         , reader(database.getHandle(), RecordReader::Scope::Everybody)
         , personReader(database.getHandle(), RecordReader::Scope::OnePerson)
         , writer(database)
@@ -58,6 +70,8 @@ public:
     qint64 dataVersion() { return scalar("PRAGMA data_version"); }
 
     QString path;
+    Clock clock;
+    int commits = 0;
     SQLite::Database database;
     RecordReader reader;
     RecordReader personReader;
@@ -80,7 +94,7 @@ QString SqliteStore::defaultPath()
         % QStringLiteral("/peoplenook/addressbook.sqlite");
 }
 
-Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path)
+Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Clock clock)
 {
     // A link is followed once and for all, so that replacing an empty file never replaces the link.
     const QString canonical = QFileInfo(path).canonicalFilePath();
@@ -93,7 +107,7 @@ Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path)
     if (auto checked = AddressBookFile::check(file); !checked)
         return checked.error();
     try {
-        auto opened = std::make_unique<Private>(file);
+        auto opened = std::make_unique<Private>(file, std::move(clock));
         // The version in the file's header may be older than the one in its write-ahead log.
         const auto version = int(opened->scalar("PRAGMA user_version"));
         if (auto known = AddressBookFile::checkVersion(version, file); !known)
@@ -136,14 +150,16 @@ Result<void> SqliteStore::commit(const std::vector<RecordChange> &changes)
     try {
         const LargeCache cache(d->database, changes.size() >= kLargeCommit);
         SQLite::Transaction transaction(d->database, SQLite::TransactionBehavior::IMMEDIATE);
-        const QString now = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs);
+        const QDateTime now = d->clock();
         const bool othersWereFirst = d->newestHistory() != d->seenHistory;
-        d->writer.beginSave(now.toStdString());
+        d->writer.beginSave(HistoryTable::timeText(now));
         for (const auto &change : changes) {
             if (!d->writer.apply(change))
                 return Error{
                     ErrorKind::Conflict, change.uid % QStringLiteral(": changed by another program meanwhile")};
         }
+        if (d->commits++ % kCommitsPerPruning == 0)
+            HistoryTable::prune(d->database, now);
         const qint64 newest = d->newestHistory();
         transaction.commit();
         if (!othersWereFirst)
@@ -193,4 +209,23 @@ void SqliteStore::setChangeListener(std::function<void()> listener)
     d->watcher = new QFileSystemWatcher({d->path + QStringLiteral("-wal")});
     QObject::connect(
         d->watcher, &QFileSystemWatcher::fileChanged, d->watcher, [listener = std::move(listener)] { listener(); });
+}
+
+Result<std::vector<ChangeSummary>> SqliteStore::history()
+{
+    try {
+        return HistoryTable::summaries(d->database);
+    } catch (const SQLite::Exception &exception) {
+        return AddressBookFile::errorOf(exception, d->path);
+    }
+}
+
+Result<ChangeStep> SqliteStore::historyStep(const QString &causeId)
+{
+    try {
+        SQLite::Transaction transaction(d->database); // what a change left is looked up in several tables
+        return HistoryTable::step(d->database, d->personReader, causeId);
+    } catch (const SQLite::Exception &exception) {
+        return AddressBookFile::errorOf(exception, d->path);
+    }
 }

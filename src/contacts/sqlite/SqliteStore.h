@@ -16,7 +16,7 @@ public:
     /// by its owner only; missing folders are made. Refused, with the file as it was:
     /// Invalid: a folder, no address book, a damaged one, one written by a newer version of the program;
     /// ReadOnly: it may not be read and written; Io: it cannot be made.
-    static Result<std::unique_ptr<SqliteStore>> open(const QString &path);
+    static Result<std::unique_ptr<SqliteStore>> open(const QString &path, Clock clock = currentTime);
     /// Where the user's address book is if he names none: in the user's data folder (XDG Base Directory).
     static QString defaultPath();
     ~SqliteStore() override;
@@ -25,8 +25,11 @@ public:
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
     void setChangeListener(std::function<void()> listener) override;
+    Result<std::vector<ChangeSummary>> history() override;
+    Result<ChangeStep> historyStep(const QString &causeId) override;
     bool canWrite() const override { return true; }
     QString name() const override;
+    QString file() const override { return name(); }
 
 private:
     class Private;

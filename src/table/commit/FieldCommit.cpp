@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/commit/FieldCommit.h"
 
+#include "contacts/ChangeCause.h"
 #include "contacts/record/ABLabels.h"
+#include "contacts/record/NameTexts.h"
 #include "table/commit/TableLog.h"
 
 #include <QStringList>
@@ -193,6 +195,7 @@ namespace FieldCommit {
 Result<void> commitContactsToAddressBook(
     const QString &fieldLabel, const FieldValue &commitValue, const ABPersonPtr &withPerson)
 {
+    const CauseScope cause(ChangeCause::Kind::Edit, withReadableName(fieldLabel, *withPerson->record()));
     const auto book = ABAddressBook::sharedAddressBook();
     const auto field = fieldLabelled(fieldLabel);
     Error refused;

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/CountTexts.h"
+#include "contacts/open/Backups.h"
+#include "contacts/open/OpenStore.h"
+#include "contacts/open/Rescue.h"
+
+namespace {
+
+ExitStatus refuse(const Error &error, const CommandContext &context)
+{
+    context.report(error.text);
+    return ExitStatus::Refused;
+}
+
+ExitStatus salvage(const QString &newFile, const CommandContext &context)
+{
+    const QString damaged = fileOfBook(context.where);
+    if (damaged.isEmpty())
+        return refuse(
+            {ErrorKind::Invalid, QStringLiteral("only an address book that is a file can be salvaged")}, context);
+    const auto report = Rescue::salvage(damaged, newFile);
+    if (!report)
+        return refuse(report.error(), context);
+    context.console.out << newFile.toStdString() << ": " << report->people << " contacts, " << report->incomplete
+                        << " of them incomplete; " << report->lost << " could not be read\n";
+    return ExitStatus::Done;
+}
+
+} // namespace
+
+QString countsText(qint64 added, qint64 changed, qint64 removed)
+{
+    QStringList texts;
+    for (const auto &[count, deed] : {std::pair(added, "added"), {changed, "changed"}, {removed, "removed"}}) {
+        if (count > 0)
+            texts += QStringLiteral("%1 %2").arg(count).arg(QLatin1StringView(deed));
+    }
+    return texts.isEmpty() ? QStringLiteral("nothing changed") : texts.join(QStringLiteral(", "));
+}
+
+ExitStatus applyAndReport(ABAddressBook &book, const Result<RestorePlan> &plan, const CommandContext &context)
+{
+    if (!plan)
+        return refuse(plan.error(), context);
+    if (const auto applied = book.apply(*plan); !applied)
+        return refuse(applied.error(), context);
+    context.console.out << "Restored: " << countsText(plan->added, plan->changed, plan->removed).toStdString() << ".\n";
+    return ExitStatus::Done;
+}
+
+ExitStatus runBackup(const BackupOptions &options, const CommandContext &context)
+{
+    const auto book = context.openAddressBook();
+    if (!book)
+        return ExitStatus::Refused;
+    const auto people = backUp(*book, QString::fromLocal8Bit(options.file.c_str()), options.replace);
+    if (!people)
+        return refuse(people.error(), context);
+    context.console.out << options.file << ": " << *people << " contacts\n";
+    return ExitStatus::Done;
+}
+
+ExitStatus runRestore(const RestoreOptions &options, const CommandContext &context)
+{
+    const QString file = QString::fromLocal8Bit(options.file.c_str());
+    if (options.salvage)
+        return salvage(file, context);
+    const auto book = options.dryRun ? context.openAddressBook() : context.openAddressBookForChange();
+    if (!book)
+        return ExitStatus::Refused;
+    const auto plan = planRestoreOfBackup(*book, file);
+    if (!options.dryRun || !plan)
+        return applyAndReport(*book, plan, context);
+    context.console.out << "Would restore: " << countsText(plan->added, plan->changed, plan->removed).toStdString()
+                        << ".\n";
+    return ExitStatus::Done;
+}

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/ContentHash.h"
+
+#include <QCryptographicHash>
+
+namespace {
+
+class ContentHash
+{
+public:
+    void add(const QString &text)
+    {
+        const QByteArray utf8 = text.toUtf8();
+        add(quint64(text.isNull() ? 0 : utf8.size() + 1));
+        m_hash.addData(utf8);
+    }
+    void add(quint64 number) { m_hash.addData(QByteArrayView(reinterpret_cast<const char *>(&number), sizeof number)); }
+    void add(const ABMultiValue &value)
+    {
+        for (const auto &entry : value.entries()) {
+            add(entry.label);
+            if (const auto *text = std::get_if<QString>(&entry.value)) {
+                add(*text);
+                continue;
+            }
+            for (const auto &[key, part] : entry.dictionary()) {
+                add(quint64(key));
+                add(part);
+            }
+        }
+    }
+    QByteArray result() const { return m_hash.result(); }
+
+private:
+    QCryptographicHash m_hash{QCryptographicHash::Sha1};
+};
+
+} // namespace
+
+QByteArray contentHash(const PersonRecord &record)
+{
+    ContentHash hash;
+    for (const auto &info : allProperties()) {
+        const ABValue value = record.value(info.property);
+        if (std::holds_alternative<std::monostate>(value))
+            continue;
+        hash.add(quint64(info.property));
+        if (const auto *text = std::get_if<QString>(&value))
+            hash.add(*text);
+        else if (const auto *date = std::get_if<QDate>(&value))
+            hash.add(quint64(date->toJulianDay()));
+        else if (const auto *number = std::get_if<qint64>(&value))
+            hash.add(quint64(*number));
+        else
+            hash.add(std::get<ABMultiValue>(value));
+    }
+    if (const QByteArray *image = record.imageData())
+        hash.add(QString::fromLatin1(image->toBase64()));
+    for (const auto &line : record.keptLines())
+        hash.add(line.text);
+    return hash.result();
+}

@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/open/Backups.h"
+
+#include "contacts/sqlite/BackupFile.h"
+#include "contacts/sqlite/SqliteStore.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+const QString kEnding = QStringLiteral(".sqlite");
+
+/// Their names are dates, so they sort by age.
+QStringList newestFirst(const QString &folder)
+{
+    return QDir(folder).entryList({QStringLiteral("*-*-*") % kEnding}, QDir::Files, QDir::Name | QDir::Reversed);
+}
+
+void keepNewest(const QString &folder)
+{
+    const QStringList names = newestFirst(folder);
+    for (qsizetype i = kDailyBackups; i < names.size(); ++i)
+        QFile::remove(folder % u'/' % names[i]);
+}
+
+/// What a backup that was killed left behind; today's may be being made by another program.
+void removeRemains(const QString &folder, const QDate &today)
+{
+    const QFileInfoList files =
+        QDir(folder).entryInfoList({QStringLiteral("*-*-*") % kEnding % QStringLiteral(".*")}, QDir::Files);
+    for (const QFileInfo &file : files) {
+        if (!file.fileName().startsWith(today.toString(Qt::ISODate)))
+            QFile::remove(file.filePath());
+    }
+}
+
+bool makeFolder(const QString &folder)
+{
+    return QDir().mkpath(folder)
+        && QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+} // namespace
+
+Result<qint64> backUp(const ABAddressBook &book, const QString &path, bool replaces)
+{
+    const auto existing = replaces ? BackupFile::Existing::Replace : BackupFile::Existing::Refuse;
+    if (!book.file().isEmpty()) {
+        auto copy = BackupFile::copyOf(book.file(), path, existing);
+        return copy ? (*copy)->finish() : copy.error();
+    }
+    std::vector<StoredRecord> people;
+    const PeopleSnapshot everybody = book.snapshot();
+    people.reserve(everybody->size());
+    for (const auto &[person, record] : *everybody)
+        people.push_back({person->uniqueId(), record});
+    auto copy = BackupFile::of(people, path, existing);
+    return copy ? (*copy)->finish() : copy.error();
+}
+
+Result<RestorePlan> planRestoreOfBackup(ABAddressBook &book, const QString &path)
+{
+    const auto people = peopleInFile(path);
+    if (!people)
+        return people.error();
+    auto plan = book.planReplacement(*people);
+    if (plan)
+        plan->description = QFileInfo(path).fileName();
+    return plan;
+}
+
+QString folderOfDailyBackups(const QString &bookFile)
+{
+    constexpr qsizetype kDigits = 12;
+    const QFileInfo file(bookFile);
+    const QString path = file.exists() ? file.canonicalFilePath() : file.absoluteFilePath();
+    const QByteArray digest = QCryptographicHash::hash(QFile::encodeName(path), QCryptographicHash::Sha1).toHex();
+    return QFileInfo(SqliteStore::defaultPath()).path() % QStringLiteral("/backups/") % file.completeBaseName() % u'-'
+        % QString::fromLatin1(digest.first(kDigits));
+}
+
+QString newestDailyBackup(const QString &bookFile)
+{
+    const QString folder = folderOfDailyBackups(bookFile);
+    const QStringList names = newestFirst(folder);
+    return names.isEmpty() ? QString() : QString(folder % u'/' % names.front());
+}
+
+Result<BackupRest> beginDailyBackup(const ABAddressBook &book, const QDate &today)
+{
+    const QString bookFile = book.file();
+    if (bookFile.isEmpty() || book.snapshot()->empty())
+        return BackupRest();
+    const QString folder = folderOfDailyBackups(bookFile);
+    const QString path = folder % u'/' % today.toString(Qt::ISODate) % kEnding;
+    if (QFileInfo::exists(path))
+        return BackupRest();
+    const auto failed = [bookFile](const Error &error) {
+        return Error{error.kind, bookFile % QStringLiteral(": today's backup could not be made: ") % error.text};
+    };
+    if (!makeFolder(folder))
+        return failed({ErrorKind::Io, folder % QStringLiteral(": the folder cannot be made")});
+    removeRemains(folder, today);
+    auto copy = BackupFile::copyOf(bookFile, path, BackupFile::Existing::Refuse);
+    if (!copy)
+        return failed(copy.error());
+    return BackupRest([folder, path, failed, backup = std::shared_ptr<BackupFile>(std::move(*copy))]() -> Result<void> {
+        const auto finished = backup->finish();
+        // Another program that made today's at the same time did as well.
+        if (!finished && !QFileInfo::exists(path))
+            return failed(finished.error());
+        keepNewest(folder);
+        return {};
+    });
+}
+
+Result<void> makeDailyBackup(const ABAddressBook &book, const QDate &today)
+{
+    const auto rest = beginDailyBackup(book, today);
+    if (!rest)
+        return rest.error();
+    return *rest ? (*rest)() : Result<void>();
+}

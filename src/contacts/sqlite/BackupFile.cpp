@@ -1,0 +1,152 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/sqlite/BackupFile.h"
+
+#include "contacts/sqlite/AddressBookFile.h"
+#include "contacts/sqlite/PrivateCopy.h"
+#include "contacts/sqlite/RecordReader.h"
+#include "contacts/sqlite/SqliteStore.h"
+
+#include <SQLiteCpp/Backup.h>
+#include <SQLiteCpp/Transaction.h>
+
+#include <QFileInfo>
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+namespace {
+
+Error failure(const QString &path, const QString &reason, ErrorKind kind = ErrorKind::Io)
+{
+    return {kind, path % QStringLiteral(": ") % reason};
+}
+
+bool reachesDisk(const QByteArray &name)
+{
+    const int file = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
+    const bool isOnDisk = file >= 0 && ::fsync(file) == 0;
+    if (file >= 0)
+        ::close(file);
+    return isOnDisk;
+}
+
+/// Reads the whole file the way a store does and the way SQLite checks it.
+Result<qint64> checked(const QByteArray &name, const QString &path)
+{
+    SQLite::Database database(name.constData(), SQLite::OPEN_READWRITE);
+    // One file without companions, which can be carried anywhere.
+    database.exec("PRAGMA journal_mode = DELETE");
+    const std::string verdict = database.execAndGet("PRAGMA integrity_check(1)").getString();
+    if (verdict != "ok")
+        return failure(path, QStringLiteral("the address book is damaged (") % QString::fromStdString(verdict) % u')',
+            ErrorKind::Invalid);
+    RecordReader reader(database.getHandle(), RecordReader::Scope::Everybody);
+    qint64 people = 0;
+    while (reader.next().record)
+        ++people;
+    return people;
+}
+
+} // namespace
+
+BackupFile::BackupFile(QString to, Existing existing, QByteArray temporary)
+    : m_to(std::move(to)), m_existing(existing), m_temporary(std::move(temporary))
+{ }
+
+BackupFile::~BackupFile()
+{
+    ::unlink(m_temporary.constData());
+}
+
+Result<std::unique_ptr<BackupFile>> BackupFile::begin(const QString &to, Existing existing)
+{
+    const QFileInfo target(to);
+    if (target.isDir())
+        return failure(to, QStringLiteral("is a folder"), ErrorKind::Invalid);
+    if (existing == Existing::Refuse && (target.exists() || target.isSymLink()))
+        return failure(to, QStringLiteral("there is a file of this name already"), ErrorKind::Conflict);
+    if (QFileInfo(to % QStringLiteral("-wal")).size() > 0)
+        return failure(to, QStringLiteral("is an address book that a program has open"), ErrorKind::Conflict);
+    auto temporary = AddressBookFile::temporaryBeside(to);
+    if (!temporary)
+        return temporary.error();
+    return std::unique_ptr<BackupFile>(new BackupFile(to, existing, std::move(*temporary)));
+}
+
+Result<std::unique_ptr<BackupFile>> BackupFile::copyOf(const QString &from, const QString &to, Existing existing)
+{
+    if (QFileInfo(from).canonicalFilePath() == QFileInfo(to).canonicalFilePath() && QFileInfo::exists(from))
+        return failure(to, QStringLiteral("is the address book itself"), ErrorKind::Invalid);
+    if (auto isOurs = AddressBookFile::checkReadable(from); !isOurs)
+        return isOurs.error();
+    auto backup = begin(to, existing);
+    if (!backup)
+        return backup;
+    try {
+        SQLite::Database source = AddressBookFile::connect(from);
+        SQLite::Database copy((*backup)->m_temporary.constData(), SQLite::OPEN_READWRITE);
+        SQLite::Backup(copy, source).executeStep(-1);
+    } catch (const SQLite::Exception &exception) {
+        const int code = exception.getErrorCode() & 0xFF; // without what SQLite adds to it
+        return AddressBookFile::errorOf(exception, code == SQLITE_FULL || code == SQLITE_IOERR ? to : from);
+    }
+    return backup;
+}
+
+Result<std::unique_ptr<BackupFile>> BackupFile::of(
+    const std::vector<StoredRecord> &people, const QString &to, Existing existing)
+{
+    auto backup = begin(to, existing);
+    if (!backup)
+        return backup;
+    const auto store = SqliteStore::open(QFile::decodeName((*backup)->m_temporary));
+    if (!store)
+        return store.error();
+    std::vector<RecordChange> additions;
+    additions.reserve(people.size());
+    const ChangeCausePtr cause = makeCause(ChangeCause::Kind::Restore);
+    for (const auto &[uid, record] : people)
+        additions.push_back({uid, nullptr, record, cause});
+    if (auto written = additions.empty() ? Result<void>() : (*store)->commit(additions); !written)
+        return written.error();
+    return backup;
+}
+
+Result<qint64> BackupFile::finish()
+{
+    try {
+        const auto people = checked(m_temporary, m_to);
+        if (!people)
+            return people;
+        if (!reachesDisk(m_temporary))
+            return failure(m_to, QStringLiteral("cannot be written"));
+        const auto moved = AddressBookFile::moveIntoPlace(m_temporary, m_to, m_existing == Existing::Replace);
+        if (!moved)
+            return moved.error();
+        if (!*moved)
+            return failure(m_to, QStringLiteral("there is a file of this name already"), ErrorKind::Conflict);
+        return people;
+    } catch (const SQLite::Exception &exception) {
+        return AddressBookFile::errorOf(exception, m_to);
+    }
+}
+
+Result<std::vector<StoredRecord>> peopleInFile(const QString &path)
+{
+    if (auto isOurs = AddressBookFile::checkReadable(path); !isOurs)
+        return isOurs.error();
+    const auto copy = PrivateCopy::of(path);
+    if (!copy)
+        return copy.error();
+    const auto inCopy = [&](const Error &error) {
+        QString text = error.text;
+        return Error{error.kind, text.replace((*copy)->path(), path)};
+    };
+    const auto store = SqliteStore::open((*copy)->path());
+    if (!store)
+        return inCopy(store.error());
+    auto people = (*store)->loadAll();
+    return people ? people : inCopy(people.error());
+}
