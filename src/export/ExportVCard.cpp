@@ -6,6 +6,9 @@
 #include "export/ExportColumns.h"
 #include "export/OutputFile.h"
 
+#include <algorithm>
+#include <future>
+
 namespace {
 
 constexpr std::pair<Field, ABProperty> kTexts[] = {
@@ -140,9 +143,20 @@ PersonRecord recordOf(const PersonDictionary &row)
     return record;
 }
 
-bool writeCard(const PersonDictionary &row, const QString &path, const ExportVCard &writer, ExportReport &report)
+/// How many cards are made while as many others are written.
+constexpr std::size_t kCardsAhead = 256;
+
+std::vector<QByteArray> cardsOf(const ExportVCard &writer, std::span<const PersonRow> rows)
 {
-    const QByteArray card = writer.creatPersonWithDictionary(row)->vCardRepresentation();
+    std::vector<QByteArray> cards;
+    cards.reserve(rows.size());
+    for (const PersonRow &row : rows)
+        cards.push_back(writer.creatPersonWithDictionary(*row)->vCardRepresentation());
+    return cards;
+}
+
+bool writeCard(const QByteArray &card, const QString &path, ExportReport &report)
+{
     const auto fill = [&card](QIODevice &target) -> Result<void> {
         if (target.write(card) != card.size())
             return Error{ErrorKind::Io, target.errorString()};
@@ -158,9 +172,19 @@ bool ExportVCard::exportVcardWithArray(const PersonRows &rows, const QString &to
     ExportReport unwanted;
     ExportReport &outcome = report ? *report : unwanted;
     bool isLastWritten = false;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const QString path = toPath % QStringLiteral("/export_") % QString::number(i) % QStringLiteral(".vcf");
-        isLastWritten = writeCard(*rows[i], path, *this, outcome);
+    const auto begin = [this, left = std::span(rows)]() mutable {
+        const auto block = left.first(std::min(kCardsAhead, left.size()));
+        left = left.subspan(block.size());
+        return std::async(std::launch::async, [this, block] { return cardsOf(*this, block); });
+    };
+    auto next = begin();
+    for (std::size_t i = 0; i < rows.size();) {
+        const std::vector<QByteArray> cards = next.get();
+        next = begin();
+        for (const QByteArray &card : cards) {
+            const QString path = toPath % QStringLiteral("/export_") % QString::number(i++) % QStringLiteral(".vcf");
+            isLastWritten = writeCard(card, path, outcome);
+        }
     }
     return isLastWritten;
 }
@@ -169,7 +193,8 @@ bool ExportVCard::exportVcardWithDictionary(
     const PersonDictionary &row, const QString &toPath, ExportReport *report) const
 {
     ExportReport unwanted;
-    return writeCard(row, toPath % QStringLiteral("/export.vcf"), *this, report ? *report : unwanted);
+    const QByteArray card = creatPersonWithDictionary(row)->vCardRepresentation();
+    return writeCard(card, toPath % QStringLiteral("/export.vcf"), report ? *report : unwanted);
 }
 
 ABPersonPtr ExportVCard::creatPersonWithDictionary(const PersonDictionary &row) const
