@@ -172,7 +172,7 @@ bool ExportVCard::exportVcardWithArray(const PersonRows &rows, const QString &to
     ExportReport unwanted;
     ExportReport &outcome = report ? *report : unwanted;
     bool isLastWritten = false;
-    const auto begin = [this, left = std::span(rows)]() mutable {
+    auto begin = [this, left = std::span(rows)]() mutable {
         const auto block = left.first(std::min(kCardsAhead, left.size()));
         left = left.subspan(block.size());
         return std::async(std::launch::async, [this, block] { return cardsOf(*this, block); });
