@@ -46,6 +46,6 @@ function(peoplenook_test name)
     peoplenook_program(${name} SOURCES ${name}.cpp LIBRARIES Qt6::Test testsupport ${ARG_LIBRARIES})
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
     set_tests_properties(${name} PROPERTIES ENVIRONMENT
-        "XDG_DATA_HOME=${CMAKE_BINARY_DIR}/testing/data;DBUS_SESSION_BUS_ADDRESS=;QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp"
+        "XDG_DATA_HOME=${CMAKE_BINARY_DIR}/testing/data;DBUS_SESSION_BUS_ADDRESS=;QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp"
         TIMEOUT 600)
 endfunction()
