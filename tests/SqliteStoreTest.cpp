@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -199,6 +200,30 @@ private Q_SLOTS:
         QCOMPARE(ask("SELECT action, before->>'firstName', cardLinesBefore FROM history ORDER BY id"),
             QByteArray("added|NULL|NULL\nchanged|Ann|[]\nchanged|NULL|[]"));
         QVERIFY(ask("UPDATE person SET birthday = '2001-02-30'").contains("CHECK constraint failed"));
+    }
+
+    /// What SQLite gives back must equal what was saved to the last character, or the next save takes it for a change
+    /// of somebody else.
+    void textsThatBeginWithAByteOrderMarkCanBeSavedTwice()
+    {
+        const auto first = record("{'note':'\\ufeffn','email':[{'label':'\\ufeffl','value':'\\ufeffv'}]}");
+        const auto second = record("{'note':'\\ufeff'}");
+        const QString uid = QChar(QChar::ByteOrderMark) + u("a");
+        const QString path = newPath();
+        const auto store = open(path);
+        QVERIFY(store->commit({{uid, nullptr, first}}));
+        QVERIFY(store->commit({{uid, first, second}}));
+        QCOMPARE(open(path)->loadAll()->front().uid, uid);
+        QVERIFY(*open(path)->loadAll()->front().record == *second);
+    }
+
+    void pipesAreRefusedAtOnce()
+    {
+        const QString path = m_folder.filePath(u("pipe"));
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        const auto store = SqliteStore::open(path);
+        QVERIFY(!store);
+        QCOMPARE(store.error().kind, ErrorKind::Invalid);
     }
 
     void rowsOfNobodyHideNothing()
