@@ -3,13 +3,13 @@
 #include "contacts/sqlite/SqliteStore.h"
 #include "faults/FaultyProgram.h"
 #include "faults/SavedStates.h"
+#include "support/SqlQuestion.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cerrno>
-#include <sqlite3.h>
 
 /// A program that saves (faults/Saver.cpp) meets a fault at each of its writes in turn. Whatever it was told is saved
 /// must be in the file, and nothing half done.
@@ -21,22 +21,6 @@ private:
     static constexpr int kSaves = 2;
 
     static QString u(const char *text) { return QString::fromUtf8(text); }
-
-    /// The first column of each row, or the error.
-    static QStringList ask(const QString &path, const char *sql)
-    {
-        sqlite3 *database = nullptr;
-        sqlite3_open(QFile::encodeName(path).constData(), &database);
-        QStringList rows;
-        const auto take = [](void *list, int, char **values, char **) {
-            *static_cast<QStringList *>(list) += QString::fromUtf8(values[0]);
-            return 0;
-        };
-        if (sqlite3_exec(database, sql, take, &rows, nullptr) != SQLITE_OK)
-            rows += QString::fromUtf8(sqlite3_errmsg(database));
-        sqlite3_close(database);
-        return rows;
-    }
 
     /// What stands after each save, and which rows of history tell of it.
     struct Expected
@@ -70,8 +54,8 @@ private:
             fault = people.error().text;
             return -1;
         }
-        const QStringList integrity = ask(path, "PRAGMA integrity_check; PRAGMA foreign_key_check");
-        const int saves = ask(path, "SELECT count(*) FROM save").value(0).toInt();
+        const QStringList integrity = askSql(path, "PRAGMA integrity_check; PRAGMA foreign_key_check");
+        const int saves = askSql(path, "SELECT count(*) FROM save").value(0).toInt();
         fault = integrity == QStringList(u("ok")) ? QString() : integrity.join(u'\n');
         if (std::size_t(saves) >= expected.size())
             fault += u("\nmore saves than were made");
@@ -88,7 +72,7 @@ private:
         if (!same)
             fault = u("other people than after save %1").arg(saves);
         const QStringList history =
-            ask(path, "SELECT revision || ' ' || action || ' ' || uid FROM history ORDER BY id");
+            askSql(path, "SELECT revision || ' ' || action || ' ' || uid FROM history ORDER BY id");
         if (history != expected[std::size_t(saves)].history)
             fault += u("\nother history: ") + history.join(u", ");
         return fault.isEmpty() ? saves : -1;

@@ -9,6 +9,7 @@
 //   PEOPLENOOK_FAULT        "kill": the process is killed instead of the call
 //                           "torn": the same, after half of the bytes of a write
 //                           a number: this errno, from that call on
+//   PEOPLENOOK_FAULT_CLOCK  seconds by which the clock is ahead; may be negative
 //   PEOPLENOOK_FAULT_MARK   a file that is made when the call is reached
 //
 // Calls that open, write, sync, cut, name or unname files count. A disk that is full (ENOSPC) refuses only what needs
@@ -24,6 +25,8 @@
 #include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/time.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -130,6 +133,16 @@ template <typename Write> ssize_t spoiledWrite(int descriptor, std::size_t size,
 
 } // namespace
 
+namespace {
+
+long clockOffset()
+{
+    static const long offset = std::atol(setting("PEOPLENOOK_FAULT_CLOCK"));
+    return offset;
+}
+
+} // namespace
+
 // NOLINTBEGIN: these are the system's names and signatures.
 extern "C" {
 
@@ -158,6 +171,23 @@ size_t fwrite(const void *data, size_t size, size_t count, FILE *stream)
     if (counts(::fileno(stream)) && isSpoiled(Need::Room))
         return 0;
     return call(data, size, count, stream);
+}
+
+int gettimeofday(timeval *time, void *zone) noexcept
+{
+    static const auto call = real<int(timeval *, void *)>("gettimeofday");
+    const int result = call(time, zone);
+    time->tv_sec += clockOffset();
+    return result;
+}
+
+int clock_gettime(clockid_t clock, timespec *time) noexcept
+{
+    static const auto call = real<int(clockid_t, timespec *)>("clock_gettime");
+    const int result = call(clock, time);
+    if (clock == CLOCK_REALTIME)
+        time->tv_sec += clockOffset();
+    return result;
 }
 
 #define PEOPLENOOK_ON_DESCRIPTOR(NAME, NEED, PARAMETERS, ARGUMENTS)                                                    \
