@@ -21,6 +21,9 @@ if(PEOPLENOOK_SANITIZE)
         -fno-sanitize-recover=all)
     target_link_options(peoplenook_settings INTERFACE -fsanitize=${PEOPLENOOK_SANITIZE})
 endif()
+if(PEOPLENOOK_FUZZ)
+    target_compile_options(peoplenook_settings INTERFACE -fsanitize=fuzzer-no-link -O1)
+endif()
 
 # peoplenook_library(NAME SOURCES file... [PUBLIC lib...] [PRIVATE lib...]): one static library per folder of src/.
 function(peoplenook_library name)

@@ -115,6 +115,35 @@ private Q_SLOTS:
         QCOMPARE(namesIn(folder), QStringList(u("Multi-Contacts.csv")));
     }
 
+    /// Whoever may write to the folder plants links under every name that an export takes.
+    void linksAtTheTargetAreNotFollowed_data()
+    {
+        QTest::addColumn<QString>("format");
+        for (const char *format : {"csv", "txt", "html", "excel", "vcard", "pages", "numbers", "docx"})
+            QTest::newRow(format) << u(format);
+    }
+    void linksAtTheTargetAreNotFollowed()
+    {
+        QFETCH(QString, format);
+        const QString folder = freshFolder();
+        QFile precious(folder + u("/precious"));
+        QVERIFY(precious.open(QIODevice::WriteOnly) && precious.write("mine") == 4);
+        precious.close();
+        for (const char *target : {"/precious", "/nothing"}) {
+            const Outcome first = run({u("export"), u("--format"), format, u("--select"), u("a"), folder});
+            QCOMPARE(first.status, 0);
+            const QString path = first.out.trimmed();
+            QVERIFY(QFile::remove(path) && QFile::link(folder + u(target), path));
+            const Outcome outcome = run({u("export"), u("--format"), format, u("--select"), u("a"), folder});
+            QCOMPARE(outcome.status, 0);
+            QVERIFY(!QFileInfo(outcome.out.trimmed()).isSymLink());
+            QVERIFY(QFile::remove(outcome.out.trimmed()));
+            QFile::remove(path);
+        }
+        QCOMPARE(contentOf(folder + u("/precious")), QByteArray("mine"));
+        QCOMPARE(namesIn(folder), QStringList(u("precious")));
+    }
+
     void fullDisksLeaveNothing_data()
     {
         QTest::addColumn<QString>("format");

@@ -15,6 +15,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("line");
         QTest::newRow("nothing") << QByteArray("{}");
+        QTest::newRow("byte-order marks in texts") << QByteArray(
+            "{\"uid\":\"\xEF\xBB\xBFu\",\"note\":\"\xEF\xBB\xBF\",\"email\":[{\"value\":\"\xEF\xBB\xBFx\"}]}");
         QTest::newRow("everything") << QByteArray(
             "{\"uid\":\"u\",\"firstName\":\"a\",\"lastName\":\"b\",\"middleName\":\"c\",\"phoneticFirstName\":\"d\","
             "\"phoneticLastName\":\"e\",\"maidenName\":\"f\",\"nickname\":\"g\",\"title\":\"h\",\"suffix\":\"i\","

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -246,6 +247,30 @@ private Q_SLOTS:
         QVERIFY(!store->historyStep(steps[1].cause.id)->changes[0].afterIsLost);
         const auto plan = (*ABAddressBook::open(open(path)))->planRestore({steps[0].cause.id});
         QCOMPARE(plan.error().text, u("a (A2 by hand): was changed since; nothing was restored"));
+    }
+
+    /// What SQLite gives back must equal what was saved to the last character, or the next save takes it for a change
+    /// of somebody else.
+    void textsThatBeginWithAByteOrderMarkCanBeSavedTwice()
+    {
+        const auto first = record("{'note':'\\ufeffn','email':[{'label':'\\ufeffl','value':'\\ufeffv'}]}");
+        const auto second = record("{'note':'\\ufeff'}");
+        const QString uid = QChar(QChar::ByteOrderMark) + u("a");
+        const QString path = newPath();
+        const auto store = open(path);
+        QVERIFY(store->commit({{uid, nullptr, first}}));
+        QVERIFY(store->commit({{uid, first, second}}));
+        QCOMPARE(open(path)->loadAll()->front().uid, uid);
+        QVERIFY(*open(path)->loadAll()->front().record == *second);
+    }
+
+    void pipesAreRefusedAtOnce()
+    {
+        const QString path = m_folder.filePath(u("pipe"));
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        const auto store = SqliteStore::open(path);
+        QVERIFY(!store);
+        QCOMPARE(store.error().kind, ErrorKind::Invalid);
     }
 
     void rowsOfNobodyHideNothing()

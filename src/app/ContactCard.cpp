@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ContactCard.h"
 
+#include "app/ContactPicture.h"
 #include "app/Controls.h"
 #include "app/MultiValueEditor.h"
 #include "contacts/ABAddressBook.h"
@@ -26,7 +27,6 @@
 namespace {
 
 constexpr int kPictureSize = 96;
-constexpr qint64 kLargestPicture = 20LL * 1024 * 1024;
 
 struct Title
 {
@@ -167,7 +167,7 @@ void ContactCard::choosePicture()
     if (path.isEmpty())
         return;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestPicture) {
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestPictureFile) {
         refuse(tr("%1: no picture that can be read").arg(path));
         return;
     }

@@ -2,31 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Controls.h"
 
-#include <QBuffer>
-#include <QImageReader>
+#include "app/ContactPicture.h"
+
 #include <QPainter>
 #include <QPainterPath>
-
-namespace {
-
-constexpr int kLargestPictureMiB = 64; // decoded: 4,096 by 4,096 points
-constexpr int kLargestSide = 16'384;
-
-QImage decoded(const QByteArray &imageFile, const QSize &size)
-{
-    QBuffer buffer;
-    buffer.setData(imageFile);
-    QImageReader reader(&buffer);
-    QImageReader::setAllocationLimit(kLargestPictureMiB);
-    const QSize whole = reader.size();
-    if (whole.width() > kLargestSide || whole.height() > kLargestSide)
-        return {};
-    reader.setAutoTransform(true);
-    const QImage image = reader.read();
-    return image.isNull() ? image : image.scaled(size, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
-}
-
-} // namespace
 
 MyButton::MyButton(QWidget *parent) : QPushButton(parent)
 {
@@ -53,7 +32,7 @@ void BannerView::paintEvent(QPaintEvent *)
 QPixmap personPicture(const QByteArray &imageFile, int size, qreal devicePixelRatio)
 {
     const int side = qRound(size * devicePixelRatio);
-    QImage image = imageFile.isEmpty() ? QImage() : decoded(imageFile, {side, side});
+    QImage image = imageFile.isEmpty() ? QImage() : decodedPicture(imageFile, side);
     if (image.isNull()) {
         image = QImage(QStringLiteral(":/art/BigHead.png"))
                     .scaled(side, side, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);

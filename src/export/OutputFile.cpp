@@ -79,9 +79,8 @@ OutputFile::~OutputFile()
 Result<void> OutputFile::open()
 {
     const QString folder = QFileInfo(m_path).path();
-    // Replacing needs a name to rename from, so it begins with one.
     int descriptor = -1;
-    if (m_ifTaken == IfTaken::TakeFreeName && access("/proc/self/fd", X_OK) == 0)
+    if (access("/proc/self/fd", X_OK) == 0)
         descriptor = ::open(QFile::encodeName(folder).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
     while (descriptor < 0) {
         m_name = randomName(folder);
@@ -96,11 +95,6 @@ Result<void> OutputFile::open()
         return Error{ErrorKind::Io, m_path % QStringLiteral(": ") % m_file.errorString()};
     }
     return {};
-}
-
-QString OutputFile::temporaryPath() const
-{
-    return QFile::decodeName(m_name.isEmpty() ? descriptorPath(m_file.handle()) : m_name);
 }
 
 Error OutputFile::failure(int errorNumber) const
@@ -141,8 +135,29 @@ Result<QString> OutputFile::commit()
     return path;
 }
 
+int OutputFile::claimAnyName()
+{
+    int refusal = EEXIST;
+    while (refusal == EEXIST) {
+        const QByteArray name = randomName(QFileInfo(m_path).path());
+        refusal = claim(QFile::decodeName(name));
+        if (refusal == 0)
+            m_name = name;
+    }
+    return refusal;
+}
+
 Result<QString> OutputFile::replace()
 {
+    if (m_name.isEmpty()) {
+        const int refusal = claim(m_path);
+        if (refusal == 0)
+            return m_path;
+        if (refusal != EEXIST)
+            return failure(refusal);
+        if (const int refusedToo = claimAnyName(); refusedToo != 0)
+            return failure(refusedToo);
+    }
     if (rename(m_name.constData(), QFile::encodeName(m_path).constData()) != 0)
         return failure(errno);
     m_name.clear();

@@ -42,9 +42,6 @@ public:
 
     /// Unbuffered, at its begin.
     QIODevice &device() { return m_file; }
-    /// For libraries that open files themselves; they must write into the file that is there, not put another one in
-    /// its place. Valid until commit(). Not to be shown to anybody.
-    QString temporaryPath() const;
     /// Puts the content in place and returns the path it got. On failure nothing is in place, and the object is spent
     /// either way.
     Result<QString> commit();
@@ -59,6 +56,7 @@ private:
     Result<void> open();
     Error failure(int errorNumber) const;
     int claim(const QString &path) const; // 0 or errno
+    int claimAnyName(); // to rename from; 0 or errno
     Result<QString> replace();
 
     const QString m_path; // asked for

@@ -8,6 +8,8 @@
 #include <QRegularExpression>
 #include <QStringEncoder>
 
+#include <sys/mman.h>
+#include <unistd.h>
 #include <xlsxwriter.h>
 
 namespace {
@@ -63,6 +65,35 @@ private:
     TextRepairs &m_repairs;
     QStringEncoder m_encoder{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
     std::vector<char> m_buffer;
+};
+
+/// What the library takes for a file on a disk. It would print a disk's failures on standard error and not say why.
+class MemoryFile
+{
+public:
+    MemoryFile() : m_descriptor(::memfd_create("workbook", MFD_CLOEXEC)) { }
+    ~MemoryFile() { ::close(m_descriptor); }
+    MemoryFile(const MemoryFile &) = delete;
+    MemoryFile &operator=(const MemoryFile &) = delete;
+
+    QByteArray path() const { return "/proc/self/fd/" + QByteArray::number(m_descriptor); }
+
+    Result<void> copyTo(QIODevice &target) const
+    {
+        QFile source;
+        if (!source.open(m_descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered))
+            return Error{ErrorKind::Io, source.errorString()};
+        QByteArray piece(1024 * 1024, Qt::Uninitialized);
+        qint64 size = 0;
+        while ((size = source.read(piece.data(), piece.size())) > 0) {
+            if (target.write(piece.constData(), size) != size)
+                return Error{ErrorKind::Io, target.errorString()};
+        }
+        return size == 0 ? Result<void>() : Error{ErrorKind::Io, source.errorString()};
+    }
+
+private:
+    int m_descriptor;
 };
 
 Error libraryError(lxw_error code)
@@ -167,7 +198,7 @@ ExportReport XlsxCreater::startConvert()
         report.take(file.error());
         return report;
     }
-    const auto written = writeWorkbook(QFile::encodeName((*file)->temporaryPath()), report.repairs);
+    const auto written = writeWorkbook((*file)->device(), report.repairs);
     if (written)
         report.take((*file)->commit());
     else
@@ -175,8 +206,10 @@ ExportReport XlsxCreater::startConvert()
     return report;
 }
 
-Result<void> XlsxCreater::writeWorkbook(const QByteArray &path, TextRepairs &repairs) const
+Result<void> XlsxCreater::writeWorkbook(QIODevice &target, TextRepairs &repairs) const
 {
+    const MemoryFile file;
+    const QByteArray path = file.path();
     Workbook book(path, m_rows.size() <= kMaxRowsInMemory, repairs);
     const std::vector<double> widths = columnWidths(m_rows, m_columns);
     std::span<const PersonRow> left(m_rows);
@@ -188,5 +221,8 @@ Result<void> XlsxCreater::writeWorkbook(const QByteArray &path, TextRepairs &rep
     } while (!left.empty());
     if (const auto closed = book.close(); !closed)
         return closed;
-    return checkWholePackage(path); // the library does not notice when its own temporary files are cut short
+    // The library does not notice when its own temporary files are cut short.
+    if (const auto whole = checkWholePackage(path); !whole)
+        return whole;
+    return file.copyTo(target);
 }

@@ -22,7 +22,7 @@ public:
     void setRowsPerSheet(std::size_t rows) { m_rowsPerSheet = rows; }
 
 private:
-    Result<void> writeWorkbook(const QByteArray &path, TextRepairs &repairs) const;
+    Result<void> writeWorkbook(QIODevice &target, TextRepairs &repairs) const;
 
     const PersonRows m_rows;
     const QString m_savePath;

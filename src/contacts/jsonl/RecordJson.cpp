@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/jsonl/RecordJson.h"
 
+#include "contacts/record/Utf8Text.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -70,8 +72,7 @@ QString textFrom(std::string_view key, const Json &json)
 {
     if (!json.is_string())
         refuse(key, "must be a text");
-    const auto &text = json.get_ref<const std::string &>();
-    return text.empty() ? QStringLiteral("") : QString::fromStdString(text);
+    return textOfUtf8(json.get_ref<const std::string &>());
 }
 
 ABDictionary dictionaryFrom(ABProperty property, std::string_view key, const Json &json)

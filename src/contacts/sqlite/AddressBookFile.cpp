@@ -44,11 +44,15 @@ bool makeFolder(const QString &path)
     return makeFolder(folder.absolutePath()) && ::mkdir(QFile::encodeName(path).constData(), 0700) == 0;
 }
 
-/// A temporary file that goes away with its guard.
+/// A temporary database that goes away with its guard, and what SQLite may have left beside it on a full disk.
 struct TemporaryFile
 {
     QByteArray name;
-    ~TemporaryFile() { ::unlink(name.constData()); }
+    ~TemporaryFile()
+    {
+        for (const char *suffix : {"", "-journal", "-wal", "-shm"})
+            ::unlink(QByteArray(name + suffix).constData());
+    }
 };
 
 bool isOurs(const QByteArray &header)
@@ -167,6 +171,9 @@ Result<void> checkReadable(const QString &path)
     };
     if (QFileInfo(path).isDir())
         return refuse(ErrorKind::Invalid, QStringLiteral("is a folder, not an address book"));
+    // Opening a pipe would wait for somebody at its other end.
+    if (const QFileInfo info(path); info.exists() && !info.isFile())
+        return refuse(ErrorKind::Invalid, QStringLiteral("is no address book of this program"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return refuse(ErrorKind::ReadOnly, QStringLiteral("cannot be read: ") % file.errorString());
@@ -191,6 +198,10 @@ SQLite::Database connect(const QString &path)
     SQLite::Database database(
         QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, kBusyTimeoutMs);
     database.exec("PRAGMA journal_mode = WAL");
+    // What is in the file may come from anybody: its triggers and views get no functions with side effects, and a
+    // damaged page is noticed when it is read.
+    database.exec("PRAGMA trusted_schema = OFF");
+    database.exec("PRAGMA cell_size_check = ON");
     // FULL: a save that was acknowledged is on the disk, whatever happens to the machine afterwards.
     database.exec("PRAGMA synchronous = FULL");
     return database;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/sqlite/RecordReader.h"
 
+#include "contacts/record/Utf8Text.h"
 #include "contacts/sqlite/Schema.h"
 
 #include <SQLiteCpp/Exception.h>
@@ -28,8 +29,7 @@ std::string_view bytesAt(sqlite3_stmt *row, int column)
 
 QString textAt(sqlite3_stmt *row, int column)
 {
-    const std::string_view bytes = bytesAt(row, column);
-    return bytes.empty() ? QStringLiteral("") : QString::fromUtf8(bytes.data(), qsizetype(bytes.size()));
+    return textOfUtf8(bytesAt(row, column));
 }
 
 bool isNull(sqlite3_stmt *row, int column)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/sqlite/SqliteStore.h"
 
+#include "contacts/record/Utf8Text.h"
 #include "contacts/sqlite/AddressBookFile.h"
 #include "contacts/sqlite/HistoryTable.h"
 #include "contacts/sqlite/RecordWriter.h"
@@ -184,7 +185,7 @@ Result<std::vector<OutsideChange>> SqliteStore::takeChangesFromOutside()
             "LEFT JOIN person USING (uid) ORDER BY first");
         touched.bind(1, int64_t(d->seenHistory));
         while (touched.executeStep()) {
-            const QString uid = QString::fromStdString(touched.getColumn(0).getString());
+            const QString uid = textOfUtf8(touched.getColumn(0).getString());
             const bool isThere = !touched.getColumn(1).isNull();
             changes.push_back(
                 {uid, isThere ? d->personReader.readPerson(touched.getColumn(1).getInt64()).record : nullptr});

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/vcard/TextCoding.h"
 
+#include "contacts/record/Utf8Text.h"
+
 #include "contacts/vcard/WordTable.h"
 
 #include <cstring>
@@ -226,11 +228,7 @@ bool isBase64(std::string_view text)
 
 QString textFromUtf8(std::string_view utf8)
 {
-    if (utf8.empty())
-        return QStringLiteral("");
-    const QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-    // Qt drops what it takes for a byte-order mark.
-    return utf8.starts_with("\xEF\xBB\xBF") ? QChar(QChar::ByteOrderMark) + text : text;
+    return textOfUtf8(utf8);
 }
 
 QString unescaped(std::string_view utf8)

@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <string_view>
+
+/// A text that was written as UTF-8, as it was: QString::fromUtf8() drops a U+FEFF at the begin, and a person whose
+/// name begins with one would seem to be changed by somebody else as soon as it was saved. Never null.
+inline QString textOfUtf8(std::string_view utf8)
+{
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (utf8.empty())
+        return QStringLiteral("");
+    const QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    return utf8.starts_with(kByteOrderMark) ? QChar(QChar::ByteOrderMark) + text : text;
+}

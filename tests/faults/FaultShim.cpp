@@ -1,0 +1,250 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Preloaded into a program under test (LD_PRELOAD): counts its calls that change files and spoils one of them. The
+// environment says which:
+//
+//   PEOPLENOOK_FAULT_UNDER  only files below this folder count; everything else works as ever
+//   PEOPLENOOK_FAULT_AT     the number of the call, from 1
+//   PEOPLENOOK_FAULT        "kill": the process is killed instead of the call
+//                           "torn": the same, after half of the bytes of a write
+//                           a number: this errno, from that call on
+//   PEOPLENOOK_FAULT_CLOCK  seconds by which the clock is ahead; may be negative
+//   PEOPLENOOK_FAULT_MARK   a file that is made when the call is reached
+//
+// Calls that open, write, sync, cut, name or unname files count. A disk that is full (ENOSPC) refuses only what needs
+// room. SQLite's shared index is written through memory and cannot fail here.
+
+#include <cerrno>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <string>
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <atomic>
+
+namespace {
+
+struct Plan
+{
+    std::string folder;
+    std::string mark;
+    int at = 0;
+    int error = 0;
+    bool torn = false;
+};
+
+const char *setting(const char *name)
+{
+    const char *value = std::getenv(name);
+    return value ? value : "";
+}
+
+const Plan &plan()
+{
+    static const Plan made = [] {
+        const std::string fault = setting("PEOPLENOOK_FAULT");
+        return Plan{setting("PEOPLENOOK_FAULT_UNDER"), setting("PEOPLENOOK_FAULT_MARK"),
+            std::atoi(setting("PEOPLENOOK_FAULT_AT")), std::atoi(fault.c_str()), fault == "torn"};
+    }();
+    return made;
+}
+
+template <typename Function> Function *real(const char *name)
+{
+    return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
+}
+
+bool counts(const char *path)
+{
+    const std::string &folder = plan().folder;
+    return plan().at > 0 && !folder.empty() && path && std::strncmp(path, folder.c_str(), folder.size()) == 0;
+}
+
+bool counts(int descriptor)
+{
+    if (plan().at <= 0)
+        return false;
+    char target[4096];
+    const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
+    const ssize_t length = ::readlink(link.c_str(), target, sizeof target - 1);
+    target[length > 0 ? length : 0] = '\0';
+    return counts(target);
+}
+
+std::atomic<int> callCount = 0;
+
+enum class Need { Room, NoRoom };
+
+/// Counts a call. True: it is to fail, and errno says how. A kill does not return, but for @p tear, half of a write.
+template <typename Tear> bool isSpoiled(Need need, Tear tear)
+{
+    const int errnoBefore = errno;
+    const int call = ++callCount;
+    if (call < plan().at)
+        return false;
+    if (call == plan().at) {
+        const int mark = real<int(const char *, int, ...)>("open")(plan().mark.c_str(), O_CREAT | O_WRONLY, 0600);
+        if (mark >= 0)
+            ::close(mark);
+    }
+    errno = errnoBefore;
+    if (plan().error == 0) {
+        if (plan().torn)
+            tear();
+        ::kill(::getpid(), SIGKILL);
+    }
+    if (plan().error == ENOSPC && need == Need::NoRoom)
+        return false;
+    errno = plan().error;
+    return true;
+}
+
+bool isSpoiled(Need need)
+{
+    return isSpoiled(need, [] {});
+}
+
+bool changesFiles(int flags)
+{
+    return (flags & (O_CREAT | O_TRUNC)) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+}
+
+/// A file that is only opened for writing takes no room, but a folder that may only be read refuses it.
+bool opens(int flags)
+{
+    return plan().error == EROFS && (flags & O_ACCMODE) != O_RDONLY;
+}
+
+template <typename Write> ssize_t spoiledWrite(int descriptor, std::size_t size, Write write)
+{
+    if (counts(descriptor) && isSpoiled(Need::Room, [&] { write(size / 2); }))
+        return -1;
+    return write(size);
+}
+
+} // namespace
+
+namespace {
+
+long clockOffset()
+{
+    static const long offset = std::atol(setting("PEOPLENOOK_FAULT_CLOCK"));
+    return offset;
+}
+
+} // namespace
+
+// NOLINTBEGIN: these are the system's names and signatures.
+extern "C" {
+
+ssize_t write(int descriptor, const void *data, size_t size)
+{
+    static const auto call = real<ssize_t(int, const void *, size_t)>("write");
+    return spoiledWrite(descriptor, size, [&](size_t part) { return call(descriptor, data, part); });
+}
+
+ssize_t pwrite(int descriptor, const void *data, size_t size, off_t offset)
+{
+    static const auto call = real<ssize_t(int, const void *, size_t, off_t)>("pwrite");
+    return spoiledWrite(descriptor, size, [&](size_t part) { return call(descriptor, data, part, offset); });
+}
+
+ssize_t pwrite64(int descriptor, const void *data, size_t size, off64_t offset)
+{
+    static const auto call = real<ssize_t(int, const void *, size_t, off64_t)>("pwrite64");
+    return spoiledWrite(descriptor, size, [&](size_t part) { return call(descriptor, data, part, offset); });
+}
+
+/// Libraries write documents through streams, whose own writes cannot be seen from outside.
+size_t fwrite(const void *data, size_t size, size_t count, FILE *stream)
+{
+    static const auto call = real<size_t(const void *, size_t, size_t, FILE *)>("fwrite");
+    if (counts(::fileno(stream)) && isSpoiled(Need::Room))
+        return 0;
+    return call(data, size, count, stream);
+}
+
+int gettimeofday(timeval *time, void *zone) noexcept
+{
+    static const auto call = real<int(timeval *, void *)>("gettimeofday");
+    const int result = call(time, zone);
+    time->tv_sec += clockOffset();
+    return result;
+}
+
+int clock_gettime(clockid_t clock, timespec *time) noexcept
+{
+    static const auto call = real<int(clockid_t, timespec *)>("clock_gettime");
+    const int result = call(clock, time);
+    if (clock == CLOCK_REALTIME)
+        time->tv_sec += clockOffset();
+    return result;
+}
+
+#define PEOPLENOOK_ON_DESCRIPTOR(NAME, NEED, PARAMETERS, ARGUMENTS)                                                    \
+    int NAME PARAMETERS                                                                                                \
+    {                                                                                                                  \
+        static const auto call = real<int PARAMETERS>(#NAME);                                                          \
+        return counts(descriptor) && isSpoiled(NEED) ? -1 : call ARGUMENTS;                                            \
+    }
+
+PEOPLENOOK_ON_DESCRIPTOR(fsync, Need::Room, (int descriptor), (descriptor))
+PEOPLENOOK_ON_DESCRIPTOR(fdatasync, Need::Room, (int descriptor), (descriptor))
+PEOPLENOOK_ON_DESCRIPTOR(ftruncate, Need::NoRoom, (int descriptor, off_t size), (descriptor, size))
+PEOPLENOOK_ON_DESCRIPTOR(ftruncate64, Need::NoRoom, (int descriptor, off64_t size), (descriptor, size))
+
+#define PEOPLENOOK_ON_PATH(NAME, NEED, PARAMETERS, ARGUMENTS)                                                          \
+    int NAME PARAMETERS                                                                                                \
+    {                                                                                                                  \
+        static const auto call = real<int PARAMETERS>(#NAME);                                                          \
+        return counts(path) && isSpoiled(NEED) ? -1 : call ARGUMENTS;                                                  \
+    }
+
+PEOPLENOOK_ON_PATH(unlink, Need::NoRoom, (const char *path), (path))
+PEOPLENOOK_ON_PATH(rename, Need::Room, (const char *from, const char *path), (from, path))
+PEOPLENOOK_ON_PATH(renameat2, Need::Room, (int a, const char *from, int b, const char *path, unsigned flags),
+    (a, from, b, path, flags))
+PEOPLENOOK_ON_PATH(link, Need::Room, (const char *from, const char *path), (from, path))
+PEOPLENOOK_ON_PATH(
+    linkat, Need::Room, (int a, const char *from, int b, const char *path, int flags), (a, from, b, path, flags))
+PEOPLENOOK_ON_PATH(mkdir, Need::Room, (const char *path, mode_t mode), (path, mode))
+PEOPLENOOK_ON_PATH(mkstemp, Need::Room, (char *path), (path))
+PEOPLENOOK_ON_PATH(mkstemp64, Need::Room, (char *path), (path))
+
+#define PEOPLENOOK_ON_OPEN(NAME)                                                                                       \
+    int NAME(const char *path, int flags, ...)                                                                         \
+    {                                                                                                                  \
+        static const auto call = real<int(const char *, int, ...)>(#NAME);                                             \
+        std::va_list list;                                                                                             \
+        va_start(list, flags);                                                                                         \
+        const mode_t mode = changesFiles(flags) ? va_arg(list, mode_t) : 0;                                            \
+        va_end(list);                                                                                                  \
+        const bool matters = (changesFiles(flags) || opens(flags)) && counts(path);                                    \
+        return matters && isSpoiled(Need::Room) ? -1 : call(path, flags, mode);                                        \
+    }
+
+PEOPLENOOK_ON_OPEN(open)
+PEOPLENOOK_ON_OPEN(open64)
+
+#define PEOPLENOOK_ON_FOPEN(NAME)                                                                                      \
+    FILE *NAME(const char *path, const char *mode)                                                                     \
+    {                                                                                                                  \
+        static const auto call = real<FILE *(const char *, const char *)>(#NAME);                                      \
+        const bool matters = (mode[0] != 'r' || std::strchr(mode, '+')) && counts(path);                               \
+        return matters && isSpoiled(Need::Room) ? nullptr : call(path, mode);                                          \
+    }
+
+PEOPLENOOK_ON_FOPEN(fopen)
+PEOPLENOOK_ON_FOPEN(fopen64)
+
+} // extern "C"
+// NOLINTEND
