@@ -271,16 +271,16 @@ private Q_SLOTS:
 
     void onlyTheNewestDailyBackupsStay()
     {
-        runOn("many.sqlite", {"import", "-"}, m_people);
-        runOn("many.sqlite", {"delete", "a", "--yes"});
+        runOn("pruned.sqlite", {"import", "-"}, m_people);
+        runOn("pruned.sqlite", {"delete", "a", "--yes"});
         const QDir backups(m_folder.filePath(u("data/peoplenook/backups")));
-        const QDir own(backups.filePath(backups.entryList({u("many-*")}, QDir::Dirs).value(0)));
+        const QDir own(backups.filePath(backups.entryList({u("pruned-*")}, QDir::Dirs).value(0)));
         const QString today = own.entryList(QDir::Files).value(0);
         for (int day = 10; day < 22; ++day)
             QVERIFY(QFile::copy(own.filePath(today), own.filePath(u("2025-01-%1.sqlite").arg(day))));
         QVERIFY(QFile::copy(own.filePath(today), own.filePath(u("2025-02-01.sqlite.AbCdEf")))); // of a killed program
         QVERIFY(QFile::remove(own.filePath(today)));
-        runOn("many.sqlite", {"delete", "b", "--yes"});
+        runOn("pruned.sqlite", {"delete", "b", "--yes"});
         const QStringList left = own.entryList(QDir::Files, QDir::Name);
         QCOMPARE(left.size(), 10);
         QCOMPARE(left.front(), u("2025-01-13.sqlite"));
