@@ -5,12 +5,18 @@
 #include <algorithm>
 #include <numeric>
 
+namespace {
+
+constexpr std::size_t kFewRows = 1000; // whose texts are collected before an eye sees it
+
+} // namespace
+
 FilteredRows::FilteredRows(ContactTableModel &table, QObject *parent) : QAbstractProxyModel(parent), m_table(table)
 {
     setSourceModel(&table);
     connect(&table, &QAbstractItemModel::modelAboutToBeReset, this, &FilteredRows::beginResetModel);
     connect(&table, &QAbstractItemModel::modelReset, this, [this] {
-        if (!m_texts)
+        if (!m_texts || m_table.rows().size() > m_texts->rowCount() + kFewRows)
             collectTexts();
         filterAnew();
         endResetModel();
@@ -62,26 +68,29 @@ void FilteredRows::setFilterText(const QString &text)
 void FilteredRows::filterAnew()
 {
     const PersonRows &rows = m_table.rows();
-    if (m_text.isEmpty()) {
+    if (m_text.isEmpty() || !m_texts) { // hides the rows once the texts are there
         m_tableRows.resize(rows.size());
         std::iota(m_tableRows.begin(), m_tableRows.end(), 0);
         return;
     }
-    if (!m_texts)
-        m_texts = std::make_shared<SearchTexts>(rows); // typed before the thread was ready
     m_texts->follow(rows);
     m_tableRows = m_texts->rowsWith(m_text);
 }
 
 void FilteredRows::collectTexts()
 {
+    m_texts.reset();
     m_collector.start([this, rows = m_table.rows()](const std::stop_token &isSuperseded) {
         const auto texts = std::make_shared<SearchTexts>(rows, isSuperseded);
         if (isSuperseded.stop_requested())
             return;
         QMetaObject::invokeMethod(this, [this, texts] {
-            if (!m_texts)
-                m_texts = texts;
+            m_texts = texts;
+            if (m_text.isEmpty())
+                return;
+            beginResetModel();
+            filterAnew();
+            endResetModel();
         });
     });
 }

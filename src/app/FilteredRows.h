@@ -19,8 +19,8 @@ public:
     explicit FilteredRows(ContactTableModel &table, QObject *parent = nullptr);
 
     /// Each word must be found in some field of a row, whether the field is shown or not, capitals and small letters
-    /// alike. Takes some milliseconds for 100,000 rows, once their texts are collected, which a thread does when the
-    /// first rows come.
+    /// alike. Takes some milliseconds for 100,000 rows. Their texts are collected on a thread when the first rows or
+    /// many new ones come; until then all rows are shown.
     void setFilterText(const QString &text);
     const QString &filterText() const { return m_text; }
 

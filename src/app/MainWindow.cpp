@@ -58,6 +58,7 @@ MainWindow::MainWindow(LoadContactsViewController &table)
     setUpStatusBar();
     setCentralWidget(m_areas);
     restoreLayout();
+    m_contacts->table()->setFocus();
 }
 
 MainWindow::~MainWindow() = default;

@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/Appearance.h"
 #include "app/CalmStyle.h"
+#include "app/RestingCursor.h"
 #include "app/SingleInstance.h"
 
 #include <QApplication>
@@ -38,6 +39,7 @@ int main(int argc, char *argv[])
     if (instance.handOver(arguments.positionalArguments()))
         return 0;
 
+    const RestingCursor cursor;
     Appearance appearance;
     if (arguments.isSet(scheme)) {
         const bool isDark = arguments.value(scheme) == QStringLiteral("dark");

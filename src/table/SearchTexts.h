@@ -20,6 +20,8 @@ public:
     /// Belongs to @p rows from then on. Costs next to nothing for rows that show a record it knows.
     void follow(const PersonRows &rows);
 
+    std::size_t rowCount() const { return m_slices.size(); }
+
     /// Which rows have each word of @p text in some field, in their order: all of them where it has no words. Capital
     /// and small letters are the same, by Unicode's simple case folding.
     std::vector<int> rowsWith(const QString &text) const;
