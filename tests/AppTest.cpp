@@ -452,7 +452,7 @@ private Q_SLOTS:
         QCOMPARE(unnamedIn(&window()), QStringList());
         m_app->preferencesButtonClicled();
         m_app->aboutClicked();
-        m_app->activityClicked();
+        Q_EMIT m_app->mainWindow().activityRequested();
         for (QWidget *top : QApplication::topLevelWidgets()) {
             if (top->isVisible())
                 QCOMPARE(unnamedIn(top), QStringList());

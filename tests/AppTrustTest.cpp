@@ -91,7 +91,7 @@ private:
 
     HistoryWindow *openHistory()
     {
-        m_app->historyClicked();
+        Q_EMIT m_app->mainWindow().historyRequested();
         return m_app->mainWindow().findChild<HistoryWindow *>();
     }
 

@@ -2,19 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/AppDelegate.h"
 
-#include "app/AboutWindowController.h"
-#include "app/ActivityWindow.h"
 #include "app/Alerts.h"
 #include "app/AppLog.h"
 #include "app/BackupActions.h"
-#include "app/ContactCard.h"
 #include "app/ContactTableView.h"
 #include "app/ContactsApplication.h"
 #include "app/Controls.h"
 #include "app/Counted.h"
 #include "app/ExportWindow.h"
-#include "app/HistoryWindow.h"
-#include "app/ImportWindow.h"
 #include "app/ProgressWindow.h"
 #include "app/ResultsView.h"
 #include "app/TableViewWindowController.h"
@@ -35,6 +30,7 @@ AppDelegate::AppDelegate()
     : m_alerts(std::make_unique<Alerts>(m_window))
     , m_table(*this)
     , m_window(m_table)
+    , m_sideWindows(m_window, m_activity)
     , m_preferences(std::make_unique<TableViewWindowController>(m_conditions, &m_window))
 {
     setUpCommands();
@@ -60,12 +56,14 @@ void AppDelegate::setUpCommands()
     connect(&m_window, &MainWindow::aboutRequested, this, &AppDelegate::aboutClicked);
     connect(&m_window, &MainWindow::helpRequested, this, &AppDelegate::menuHelpClick);
     connect(&m_window, &MainWindow::supportRequested, this, &AppDelegate::menuSupportClick);
-    connect(&m_window, &MainWindow::activityRequested, this, &AppDelegate::activityClicked);
-    connect(&m_window, &MainWindow::historyRequested, this, &AppDelegate::historyClicked);
+    connect(&m_window, &MainWindow::activityRequested, &m_sideWindows, &SideWindows::showActivity);
+    connect(&m_window, &MainWindow::historyRequested, &m_sideWindows, &SideWindows::showHistory);
     ContactTableView *contacts = m_window.contactTable();
-    connect(contacts, &ContactTableView::cardRequested, this, &AppDelegate::openCard);
+    connect(contacts, &ContactTableView::cardRequested, &m_sideWindows, &SideWindows::showCard);
     connect(contacts, &ContactTableView::importRequested, this, &AppDelegate::importClicked);
     connect(contacts, &ContactTableView::sampleRequested, this, &AppDelegate::sampleClicked);
+    connect(&m_sideWindows, &SideWindows::peopleChanged, this, &AppDelegate::loadClicked);
+    connect(&m_sideWindows, &SideWindows::peopleRestored, this, &AppDelegate::showRestored);
 }
 
 void AppDelegate::setUpFailures()
@@ -119,25 +117,6 @@ void AppDelegate::setUpBackups()
     connect(&m_window, &MainWindow::restoreRequested, m_backupActions.get(), &BackupActions::restore);
     connect(m_backupActions.get(), &BackupActions::restored, this, &AppDelegate::showRestored);
     connect(m_backupActions.get(), &BackupActions::rescued, this, &AppDelegate::openAddressBook);
-}
-
-void AppDelegate::historyClicked()
-{
-    if (auto *open = m_window.findChild<HistoryWindow *>()) {
-        open->reload();
-        open->raise();
-        open->activateWindow();
-        return;
-    }
-    auto *window = new HistoryWindow(&m_window);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    connect(window, &HistoryWindow::restored, this, [this](const QString &what) {
-        m_activity.append(ActivityLog::Kind::Done, what);
-        showRestored();
-    });
-    connect(window, &HistoryWindow::failed, this,
-        [this](const QString &reason) { m_activity.append(ActivityLog::Kind::Failure, reason); });
-    window->show();
 }
 
 void AppDelegate::showRestored()
@@ -325,9 +304,7 @@ void AppDelegate::preferencesButtonClicled()
 
 void AppDelegate::aboutClicked()
 {
-    if (!m_about)
-        m_about = std::make_unique<AboutWindowController>(&m_window);
-    m_about->showWindow();
+    m_sideWindows.showAbout();
 }
 
 void AppDelegate::menuHelpClick()
@@ -356,16 +333,6 @@ void AppDelegate::menuSupportClick()
     QDesktopServices::openUrl(kSupportPage);
 }
 
-void AppDelegate::activityClicked()
-{
-    auto *window = m_window.findChild<ActivityWindow *>();
-    if (!window)
-        window = new ActivityWindow(m_activity, &m_window);
-    window->show();
-    window->raise();
-    window->activateWindow();
-}
-
 void AppDelegate::importClicked()
 {
     const QStringList paths = QFileDialog::getOpenFileNames(
@@ -381,10 +348,7 @@ void AppDelegate::sampleClicked()
 
 void AppDelegate::importFiles(const QStringList &paths)
 {
-    auto *window = new ImportWindow(paths, m_activity, &m_window);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    connect(window, &ImportWindow::imported, this, &AppDelegate::loadClicked);
-    window->show();
+    m_sideWindows.importFiles(paths);
 }
 
 void AppDelegate::closeProgress()
@@ -428,17 +392,7 @@ void AppDelegate::editInAddressBook(const ABPersonPtr &person)
 {
     const auto book = ABAddressBook::sharedAddressBook();
     if (!book || !ContactsApplication::show(book->desktopId(person->uniqueId())))
-        openCard(person);
-}
-
-void AppDelegate::openCard(const ABPersonPtr &person)
-{
-    auto *card = new ContactCard(person, &m_window);
-    card->setAttribute(Qt::WA_DeleteOnClose);
-    connect(card, &ContactCard::saved, this, &AppDelegate::loadClicked);
-    connect(card, &ContactCard::failed, this,
-        [this](const QString &reason) { m_activity.append(ActivityLog::Kind::Failure, reason); });
-    card->show();
+        m_sideWindows.showCard(person);
 }
 
 void AppDelegate::finishRunningScan()

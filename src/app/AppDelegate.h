@@ -6,6 +6,7 @@
 #include "app/ConditionListModel.h"
 #include "app/MainWindow.h"
 #include "app/OutsideWatch.h"
+#include "app/SideWindows.h"
 #include "base/LatestJob.h"
 #include "export/ExportContact.h"
 #include "results/OutlineViewController.h"
@@ -14,10 +15,8 @@
 
 #include <atomic>
 
-class AboutWindowController;
 class Alerts;
 class BackupActions;
-class ContactCard;
 class ExportWindow;
 class TableViewWindowController;
 
@@ -51,12 +50,9 @@ public:
     void aboutClicked();
     void menuHelpClick();
     void menuSupportClick();
-    void activityClicked();
-    void historyClicked();
     void importClicked();
     void sampleClicked();
     void importFiles(const QStringList &paths);
-    void openCard(const ABPersonPtr &person);
 
     // For the controllers. The first three may be called on any thread.
     void closeProgress() override;
@@ -100,8 +96,8 @@ private:
     LoadContactsViewController m_table;
     std::unique_ptr<OutlineViewController> m_results;
     MainWindow m_window;
+    SideWindows m_sideWindows;
     std::unique_ptr<TableViewWindowController> m_preferences;
-    std::unique_ptr<AboutWindowController> m_about;
     std::unique_ptr<ExportWindow> m_exportWindow;
     std::unique_ptr<ExportContact> m_exportContact;
     std::unique_ptr<BackupActions> m_backupActions;

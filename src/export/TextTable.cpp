@@ -3,6 +3,7 @@
 #include "export/TextTable.h"
 
 #include "export/OutputFile.h"
+#include "export/RowBlocks.h"
 #include "export/Utf8Output.h"
 
 namespace {
@@ -57,19 +58,20 @@ bool report(const Result<QString> &written, ExportReport *report)
 Result<void> writeTextTable(
     QIODevice &target, std::span<const PersonRow> rows, const ExportColumns &columns, const TextTableStyle &style)
 {
-    Utf8Output output(target);
-    writeLabels(output, columns, style);
+    Utf8Output head(target);
+    writeLabels(head, columns, style);
+    if (auto written = head.finish(); !written)
+        return written;
     const std::string absentRun = absentCells(style, columns.size());
-    RowTexts texts;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        fetchAhead(rows, i);
-        texts.read(*rows[i]);
-        writeValues(output, texts, columns, style, absentRun);
-        output.write('\n');
-        if (output.hasFailed())
-            break;
-    }
-    return output.finish();
+    return writeRowBlocks(target, rows, [&](Utf8Output &output, std::span<const PersonRow> block) {
+        RowTexts texts;
+        for (std::size_t i = 0; i < block.size(); ++i) {
+            fetchAhead(block, i);
+            texts.read(*block[i]);
+            writeValues(output, texts, columns, style, absentRun);
+            output.write('\n');
+        }
+    });
 }
 
 bool writeTextTableFile(const TextTableFile &file, const PersonRows &rows, const ExportColumns &columns,

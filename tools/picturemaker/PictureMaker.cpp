@@ -128,7 +128,7 @@ bool PictureMaker::takeDialogs()
     auto *about = shownWindow<AboutWindowController>();
     isDone = isDone && about && save(*about, QStringLiteral("about"));
     about->close();
-    m_delegate.activityClicked();
+    Q_EMIT m_delegate.mainWindow().activityRequested();
     auto *activity = shownWindow<ActivityWindow>();
     isDone = isDone && activity && save(*activity, QStringLiteral("activity"));
     activity->close();

@@ -8,7 +8,7 @@
 
 namespace {
 
-std::string placeholders(std::size_t count)
+std::string parameterList(std::size_t count)
 {
     return Schema::join(std::vector<std::string>(count, "?"), ", ");
 }
@@ -16,7 +16,7 @@ std::string placeholders(std::size_t count)
 std::string insertPersonSql()
 {
     const auto columns = Schema::personColumns();
-    return "INSERT INTO person(" + Schema::join(columns, ", ") + ", uid) VALUES (" + placeholders(columns.size() + 1)
+    return "INSERT INTO person(" + Schema::join(columns, ", ") + ", uid) VALUES (" + parameterList(columns.size() + 1)
         + ") ON CONFLICT(uid) DO NOTHING";
 }
 
@@ -29,7 +29,7 @@ std::string insertMultiValueSql(ABProperty property)
 {
     const auto columns = Schema::valueColumnsOf(property);
     return "INSERT INTO " + Schema::tableOf(property) + "(person, position, label, " + Schema::join(columns, ", ")
-        + ") VALUES (" + placeholders(columns.size() + 3) + ")";
+        + ") VALUES (" + parameterList(columns.size() + 3) + ")";
 }
 
 void runAndReset(SQLite::Statement &statement)

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/SideWindows.h"
+
+#include "app/AboutWindowController.h"
+#include "app/ActivityWindow.h"
+#include "app/ContactCard.h"
+#include "app/HistoryWindow.h"
+#include "app/ImportWindow.h"
+
+namespace {
+
+void bringToFront(QWidget *window)
+{
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+} // namespace
+
+SideWindows::SideWindows(QWidget &mainWindow, ActivityLog &activity)
+    : m_mainWindow(mainWindow), m_activity(activity) { }
+
+void SideWindows::showAbout()
+{
+    if (!m_about)
+        m_about = new AboutWindowController(&m_mainWindow);
+    m_about->showWindow();
+}
+
+void SideWindows::showActivity()
+{
+    auto *window = m_mainWindow.findChild<ActivityWindow *>();
+    bringToFront(window ? window : new ActivityWindow(m_activity, &m_mainWindow));
+}
+
+void SideWindows::showHistory()
+{
+    auto *window = m_mainWindow.findChild<HistoryWindow *>();
+    if (window) {
+        window->reload();
+    } else {
+        window = new HistoryWindow(&m_mainWindow);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        connect(window, &HistoryWindow::restored, this, [this](const QString &what) {
+            m_activity.append(ActivityLog::Kind::Done, what);
+            Q_EMIT peopleRestored();
+        });
+        connect(window, &HistoryWindow::failed, this, &SideWindows::noteFailure);
+    }
+    bringToFront(window);
+}
+
+void SideWindows::showCard(const ABPersonPtr &person)
+{
+    auto *card = new ContactCard(person, &m_mainWindow);
+    card->setAttribute(Qt::WA_DeleteOnClose);
+    connect(card, &ContactCard::saved, this, &SideWindows::peopleChanged);
+    connect(card, &ContactCard::failed, this, &SideWindows::noteFailure);
+    card->show();
+}
+
+void SideWindows::importFiles(const QStringList &paths)
+{
+    auto *window = new ImportWindow(paths, m_activity, &m_mainWindow);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    connect(window, &ImportWindow::imported, this, &SideWindows::peopleChanged);
+    window->show();
+}
+
+void SideWindows::noteFailure(const QString &reason)
+{
+    m_activity.append(ActivityLog::Kind::Failure, reason);
+}

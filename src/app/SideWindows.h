@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/ABPerson.h"
+
+#include <QObject>
+
+class AboutWindowController;
+class ActivityLog;
+class QWidget;
+
+/// Opens the windows beside the main one: about, activity and history once, raised when asked for again; a contact's
+/// card and an import each time anew. What fails in them is told to the activity log.
+class SideWindows : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @p mainWindow and @p activity must outlive this. The windows belong to @p mainWindow.
+    SideWindows(QWidget &mainWindow, ActivityLog &activity);
+
+    void showAbout();
+    void showActivity();
+    void showHistory();
+    void showCard(const ABPersonPtr &person);
+    void importFiles(const QStringList &paths);
+
+Q_SIGNALS:
+    void peopleChanged(); ///< added or edited
+    void peopleRestored(); ///< findings and rows may be of people who are gone
+
+private:
+    void noteFailure(const QString &reason);
+
+    QWidget &m_mainWindow;
+    ActivityLog &m_activity;
+    AboutWindowController *m_about = nullptr;
+};
