@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CommandLine.h"
 #include "contacts/ABAddressBook.h"
+#include "support/SqlQuestion.h"
 
 #include <QDir>
 #include <QFile>
@@ -86,12 +87,21 @@ private:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    /// Overwrites some of the file's pages but its first one.
-    static void damage(const QString &name, qint64 from, qint64 size)
+    static void damage(const QString &name, qint64 from, const QByteArray &bytes)
     {
         QFile file(name);
         QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(from));
-        QCOMPARE(file.write(QByteArray(int(size), '\x55')), size);
+        QCOMPARE(file.write(bytes), bytes.size());
+    }
+
+    /// 3,000 people on many pages.
+    void makeLargeBook(const char *book) const
+    {
+        std::string people;
+        for (int i = 0; i < 3000; ++i)
+            people += "{\"uid\":\"u" + std::to_string(i) + "\",\"firstName\":\"Somebody\",\"email\":[{\"value\":\"x"
+                + std::to_string(i) + "@example.com\"}]}\n";
+        runOn(book, {"import", "-"}, people);
     }
 
 private Q_SLOTS:
@@ -278,6 +288,7 @@ private Q_SLOTS:
         const QString today = own.entryList(QDir::Files).value(0);
         for (int day = 10; day < 22; ++day)
             QVERIFY(QFile::copy(own.filePath(today), own.filePath(u("2025-01-%1.sqlite").arg(day))));
+        QVERIFY(QFile::copy(own.filePath(today), own.filePath(u("2999-01-01.sqlite")))); // of a clock that was wrong
         QVERIFY(QFile::copy(own.filePath(today), own.filePath(u("2025-02-01.sqlite.AbCdEf")))); // of a killed program
         QVERIFY(QFile::remove(own.filePath(today)));
         runOn("pruned.sqlite", {"delete", "b", "--yes"});
@@ -289,15 +300,11 @@ private Q_SLOTS:
 
     void whatCanBeReadOfADamagedFileIsSalvaged()
     {
-        std::string people;
-        for (int i = 0; i < 3000; ++i)
-            people += "{\"uid\":\"u" + std::to_string(i) + "\",\"firstName\":\"Somebody\",\"email\":[{\"value\":\"x"
-                + std::to_string(i) + "@example.com\"}]}\n";
-        runOn("hurt.sqlite", {"import", "-"}, people);
+        makeLargeBook("hurt.sqlite");
         runOn("hurt.sqlite", {"edit", "u1", "Note", "n"}); // makes the backup of the day
         const qint64 middle = QFileInfo(path("hurt.sqlite")).size() / 2 / 4096 * 4096;
-        damage(path("hurt.sqlite"), middle, 8 * 4096LL);
-        damage(path("hurt.sqlite"), 20 * 4096LL, 4096LL);
+        damage(path("hurt.sqlite"), middle, QByteArray(8 * 4096, '\x55'));
+        damage(path("hurt.sqlite"), 20 * 4096LL, QByteArray(4096, '\x55'));
         const QByteArray damaged = read(path("hurt.sqlite"));
 
         const Outcome refused = runOn("hurt.sqlite", {"people"});
@@ -317,6 +324,64 @@ private Q_SLOTS:
         const QByteArray saved = read(path("saved.sqlite"));
         QCOMPARE(runOn("hurt.sqlite", {"restore", "--salvage", file("saved.sqlite")}).status, 1); // it is there
         QCOMPARE(read(path("saved.sqlite")), saved);
+    }
+
+    /// Damage that only a look at the whole file finds: a page that has fewer people than the index of uids.
+    void quietDamageIsFoundBeforeAnythingIsWritten()
+    {
+        makeLargeBook("quiet.sqlite");
+        const QString leaf = askSql(path("quiet.sqlite"),
+            "SELECT pageno FROM dbstat WHERE name = 'person' AND pagetype = 'leaf' LIMIT 1 OFFSET 3")
+                                 .value(0);
+        damage(path("quiet.sqlite"), (leaf.toLongLong() - 1) * 4096 + 3, QByteArray("\0\3", 2)); // its number of cells
+        const QByteArray damaged = read(path("quiet.sqlite"));
+        const qsizetype left = peopleIn("quiet.sqlite").size();
+        QVERIFY(left < 3000);
+
+        const Outcome edited = runOn("quiet.sqlite", {"edit", "u2999", "Note", "n"});
+        QCOMPARE(edited.status, 1);
+        QVERIFY2(
+            edited.err.contains(path("quiet.sqlite") + u(": the address book is damaged")), qPrintable(edited.err));
+        runOn("other.sqlite", {"import", "-"}, m_people);
+        const Outcome restored = runOn("other.sqlite", {"restore", file("quiet.sqlite")});
+        QCOMPARE(restored.status, 1);
+        QCOMPARE(peopleIn("other.sqlite").size(), 3);
+        const Outcome salvaged = runOn("quiet.sqlite", {"restore", "--salvage", file("quiet-saved.sqlite")});
+        QVERIFY2(
+            salvaged.out.endsWith(u("at least %1 could not be read\n").arg(3000 - left)), qPrintable(salvaged.out));
+        QCOMPARE(read(path("quiet.sqlite")), damaged);
+    }
+
+    void filesThatWereCutShort()
+    {
+        makeLargeBook("cut.sqlite");
+        runOn("cut.sqlite", {"edit", "u1", "Note", "n"}); // makes the backup of the day
+        QVERIFY(QFile::resize(path("cut.sqlite"), QFileInfo(path("cut.sqlite")).size() - 4 * 4096LL));
+        QCOMPARE(runOn("cut.sqlite", {"restore", "--salvage", file("cut-saved.sqlite")}).status, 0);
+        QVERIFY(peopleIn("cut-saved.sqlite").size() > 2000);
+
+        QVERIFY(QFile::resize(path("cut.sqlite"), 0));
+        const Outcome emptied = runOn("cut.sqlite", {"people"});
+        QCOMPARE(emptied.status, 1);
+        QVERIFY2(emptied.err.contains(u("; its newest backup is ")), qPrintable(emptied.err));
+        QCOMPARE(QFileInfo(path("cut.sqlite")).size(), 0);
+    }
+
+    /// A log beside a file is of a program that has it open or was killed: it may hold what the file does not.
+    void logsOfOthersAreNeverAdopted()
+    {
+        for (const char *suffix : {"-wal", "-shm"}) {
+            QFile log(path("logged.sqlite") + u(suffix));
+            QVERIFY(log.open(QIODevice::WriteOnly));
+            runOn("plain.sqlite", {"import", "-"}, m_people);
+            for (const Outcome &refused : {runOn("plain.sqlite", {"backup", "--replace", file("logged.sqlite")}),
+                     runOn("logged.sqlite", {"people"})}) {
+                QCOMPARE(refused.status, 1);
+                QVERIFY2(refused.err.contains(log.fileName()), qPrintable(refused.err));
+            }
+            QVERIFY(!QFile::exists(path("logged.sqlite")) && log.exists());
+            QVERIFY(log.remove());
+        }
     }
 };
 

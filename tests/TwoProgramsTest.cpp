@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/open/Backups.h"
 #include "contacts/sqlite/SqliteStore.h"
 #include "faults/FaultyProgram.h"
 #include "support/SqlQuestion.h"
@@ -101,6 +102,37 @@ private Q_SLOTS:
         QVERIFY(edit(path, u("Nickname"), u("once more")));
         QCOMPARE(*book->refresh(), std::vector<QString>{u("a")});
         QCOMPARE(*person->record()->text(kABNicknameProperty), u("once more"));
+    }
+
+    /// Closing a file that a connection has open takes its locks away, and the next program to end would clear away the
+    /// log that is being written.
+    void theLogOutlivesLooksAtTheOpenFile_data()
+    {
+        QTest::addColumn<std::function<bool(ABAddressBook &, const QString &)>>("look");
+        QTest::newRow("backup") << std::function([](ABAddressBook &book, const QString &path) {
+            return static_cast<bool>(backUp(book, path + u(".backup"), true));
+        });
+        QTest::newRow("restore of itself") << std::function([](ABAddressBook &book, const QString &path) {
+            return static_cast<bool>(planRestoreOfBackup(book, path));
+        });
+        QTest::newRow("opened again") << std::function(
+            [](ABAddressBook &, const QString &path) { return open(path) != nullptr; });
+    }
+    void theLogOutlivesLooksAtTheOpenFile()
+    {
+        QFETCH(std::function<bool(ABAddressBook &, const QString &)>, look);
+        const QTemporaryDir folder(quickFolder());
+        const QString path = folder.filePath(u("book"));
+        makeBook(path);
+        const auto book = open(path);
+        QVERIFY(look(*book, path));
+        QVERIFY(edit(path, u("Nickname"), u("theirs")));
+        QVERIFY(QFile::exists(path + u("-wal")));
+        QVERIFY(book->personWithUniqueId(u("a"))->setValue(u("ours"), kABNoteProperty));
+        QVERIFY(book->save());
+        QVERIFY(edit(path, u("Job Title"), u("also theirs")));
+        QCOMPARE(
+            askSql(path, "SELECT nickname || note || jobTitle FROM person"), QStringList(u("theirsoursalso theirs")));
     }
 
     /// The order of saves and whether somebody else has saved are told by numbers, never by times.

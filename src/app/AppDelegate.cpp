@@ -26,6 +26,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+using namespace std::chrono_literals;
+
 AppDelegate::AppDelegate()
     : m_alerts(std::make_unique<Alerts>(m_window))
     , m_table(*this)
@@ -104,9 +106,7 @@ void AppDelegate::openAddressBook(const QString &where)
             installAddressBook(opened, offer.has_value());
         };
         QMetaObject::invokeMethod(this, install, Qt::QueuedConnection);
-        const auto made = backup && *backup ? (*backup)() : backup ? Result<void>() : Result<void>(backup.error());
-        if (!made)
-            m_activity.append(ActivityLog::Kind::Failure, made.error().description());
+        noteBackup(backup && *backup ? (*backup)() : backup ? Result<void>() : backup.error(), where);
     });
 }
 
@@ -117,6 +117,26 @@ void AppDelegate::setUpBackups()
     connect(&m_window, &MainWindow::restoreRequested, m_backupActions.get(), &BackupActions::restore);
     connect(m_backupActions.get(), &BackupActions::restored, this, &AppDelegate::showRestored);
     connect(m_backupActions.get(), &BackupActions::rescued, this, &AppDelegate::openAddressBook);
+    connect(&m_hourly, &QTimer::timeout, this, [this] {
+        if (const auto book = ABAddressBook::sharedAddressBook())
+            m_backupMaker.start([this, book, where = m_where](const std::stop_token &) {
+                noteBackup(makeDailyBackup(*book, QDate::currentDate()), where);
+            });
+    });
+    m_hourly.setTimerType(Qt::VeryCoarseTimer);
+    m_hourly.start(1h);
+}
+
+void AppDelegate::noteBackup(const Result<void> &made, const QString &where)
+{
+    if (made)
+        return;
+    const QString reason = made.error().description();
+    m_activity.append(ActivityLog::Kind::Failure, reason);
+    // What makes the copy reads all of the book, and may be the first to find that it is damaged.
+    if (const auto offer = Rescue::offerFor(where, made.error()))
+        QMetaObject::invokeMethod(
+            this, [this, offer, reason] { m_backupActions->offerRescue(*offer, reason); }, Qt::QueuedConnection);
 }
 
 void AppDelegate::showRestored()

@@ -13,6 +13,8 @@
 #include "scan/BackgroundScan.h"
 #include "table/LoadContactsViewController.h"
 
+#include <QTimer>
+
 #include <atomic>
 
 class Alerts;
@@ -77,6 +79,8 @@ private:
     void setUpFailures();
     void setUpExports();
     void setUpBackups();
+    /// On any thread.
+    void noteBackup(const Result<void> &made, const QString &where);
     /// After a restore: findings and rows may be of people who are gone.
     void showRestored();
     void noteExport(const ExportOutcome &outcome);
@@ -108,6 +112,8 @@ private:
     bool m_isReloadDue = false; // once no cell is edited any more
     std::atomic<bool> m_isOpeningGivenUp = false;
     OutsideWatch m_watch;
+    QTimer m_hourly; // a new day's backup, where the application stays open
+    LatestJob m_backupMaker;
     LatestJob m_bookFinder;
     LatestJob m_reexaminer;
     LatestJob m_opener; // these last: their jobs use the members above

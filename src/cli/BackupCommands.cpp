@@ -23,7 +23,7 @@ ExitStatus salvage(const QString &newFile, const CommandContext &context)
     if (!report)
         return refuse(report.error(), context);
     context.console.out << newFile.toStdString() << ": " << report->people << " contacts, " << report->incomplete
-                        << " of them incomplete; " << report->lost << " could not be read\n";
+                        << " of them incomplete; at least " << report->lost << " could not be read\n";
     return ExitStatus::Done;
 }
 

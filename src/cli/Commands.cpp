@@ -8,7 +8,7 @@
 
 void CommandContext::report(const QString &line) const
 {
-    console.err << line.toStdString() << '\n';
+    console.err << onOneLine(line) << '\n';
 }
 
 std::shared_ptr<ABAddressBook> CommandContext::openAddressBook() const
@@ -32,9 +32,12 @@ std::shared_ptr<ABAddressBook> CommandContext::openAddressBookForChange() const
     auto book = openAddressBook();
     if (!book)
         return book;
-    if (const auto made = makeDailyBackup(*book, QDate::currentDate()); !made)
-        report(made.error().text);
-    return book;
+    const auto made = makeDailyBackup(*book, QDate::currentDate());
+    if (made)
+        return book;
+    report(made.error().text % Rescue::hintFor(where, made.error()));
+    // What makes the copy refuses a damaged book, parts of which nobody may have read until now.
+    return made.error().kind == ErrorKind::Invalid ? nullptr : book;
 }
 
 std::string onOneLine(QString text)

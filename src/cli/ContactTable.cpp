@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/ContactTable.h"
+#include "contacts/record/Utf8Text.h"
 
 #include <QHash>
 
@@ -21,7 +22,7 @@ std::vector<int> ContactTable::rowsOf(const std::vector<std::string> &uids)
         rowOfUid.insert(row->person()->uniqueId(), static_cast<int>(rowOfUid.size()));
     std::vector<int> found;
     for (const auto &text : uids) {
-        const QString uid = QString::fromStdString(text);
+        const QString uid = textOfUtf8(text);
         const auto row = rowOfUid.constFind(uid);
         if (row == rowOfUid.constEnd())
             report(uid % QStringLiteral(": no contact has this uid"));

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
 #include "cli/FindingsOfCondition.h"
+#include "contacts/record/Utf8Text.h"
 
 #include <QSet>
 
@@ -142,7 +143,7 @@ ExitStatus runFix(const FixOptions &options, const CommandContext &context)
     QList<PersonItemPtr> nodes = options.all ? findings.nodes() : QList<PersonItemPtr>();
     QSet<PersonItemPtr> named;
     for (const auto &argument : options.uids) {
-        const PersonItemPtr node = findings.firstOf(QString::fromStdString(argument), context);
+        const PersonItemPtr node = findings.firstOf(textOfUtf8(argument), context);
         if (!node) {
             repair.refuse();
         } else if (!named.contains(node)) {

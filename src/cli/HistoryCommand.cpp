@@ -37,7 +37,12 @@ std::string deedOf(const RecordedChange &change)
 
 Json jsonOf(const PersonRecordPtr &record)
 {
-    return record ? Json::parse(recordToJson(QString(), *record)) : Json();
+    if (!record)
+        return {};
+    Json json = Json::parse(recordToJson(QString(), *record));
+    if (!record->keptLines().empty())
+        json["cardLines"] = Json::parse(keptLinesToJson(record->keptLines()));
+    return json;
 }
 
 void printJson(const RecordedChange &change, std::ostream &out)

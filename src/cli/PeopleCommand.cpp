@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 
 #include "contacts/jsonl/RecordJson.h"
+#include "contacts/record/Utf8Text.h"
 
 #include <QSet>
 
@@ -13,7 +14,7 @@ ExitStatus runPeople(const PeopleOptions &options, const CommandContext &context
         return ExitStatus::Refused;
     QSet<QString> wanted;
     for (const auto &uid : options.uids)
-        wanted.insert(QString::fromStdString(uid));
+        wanted.insert(textOfUtf8(uid));
     QSet<QString> missing = wanted;
     const PeopleSnapshot everybody = book->snapshot();
     for (const auto &[person, record] : *everybody) {
@@ -27,8 +28,8 @@ ExitStatus runPeople(const PeopleOptions &options, const CommandContext &context
     }
     const bool allFound = missing.isEmpty();
     for (const auto &uid : options.uids) {
-        if (missing.remove(QString::fromStdString(uid)))
-            context.report(QString::fromStdString(uid) % QStringLiteral(": no contact has this uid"));
+        if (missing.remove(textOfUtf8(uid)))
+            context.report(textOfUtf8(uid) % QStringLiteral(": no contact has this uid"));
     }
     return allFound ? ExitStatus::Done : ExitStatus::Refused;
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
 #include "cli/FindingsOfCondition.h"
+#include "contacts/record/Utf8Text.h"
 
 #include <algorithm>
 #include <functional>
@@ -61,7 +62,7 @@ ExitStatus runPreview(const PreviewOptions &options, const CommandContext &conte
     if (!book)
         return ExitStatus::Refused;
     FindingsOfCondition findings(*group, options.option, context.console, false);
-    const PersonItemPtr node = findings.firstOf(QString::fromStdString(options.uid), context);
+    const PersonItemPtr node = findings.firstOf(textOfUtf8(options.uid), context);
     if (!node)
         return ExitStatus::Refused;
     findings.controller().selectItem(node);

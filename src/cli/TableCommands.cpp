@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/ContactTable.h"
+#include "contacts/record/Utf8Text.h"
 
 #include <nlohmann/json.hpp>
 
@@ -57,7 +58,7 @@ ExitStatus runEdit(const EditOptions &options, const CommandContext &context)
     const std::vector<int> rows = table.rowsOf({options.uid});
     if (rows.empty())
         return ExitStatus::Refused;
-    const auto edited = table.controller().editCell(QString::fromStdString(options.value), *field, rows.front());
+    const auto edited = table.controller().editCell(textOfUtf8(options.value), *field, rows.front());
     if (!edited && !table.hasFailed()) // refused before anything was committed
         context.report(edited.error().text);
     return edited ? ExitStatus::Done : ExitStatus::Refused;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/open/Backups.h"
 
+#include "contacts/sqlite/AddressBookFile.h"
 #include "contacts/sqlite/BackupFile.h"
 #include "contacts/sqlite/SqliteStore.h"
 
@@ -9,19 +10,25 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace {
 
 const QString kEnding = QStringLiteral(".sqlite");
 
-/// Their names are dates, so they sort by age.
-QStringList newestFirst(const QString &folder)
+/// Their names are dates, so they sort by age. Those of days to come are of a clock that was wrong, and stand last.
+QStringList newestFirst(const QString &folder, const QDate &today)
 {
-    return QDir(folder).entryList({QStringLiteral("*-*-*") % kEnding}, QDir::Files, QDir::Name | QDir::Reversed);
+    QStringList names =
+        QDir(folder).entryList({QStringLiteral("*-*-*") % kEnding}, QDir::Files, QDir::Name | QDir::Reversed);
+    const QString newest = today.toString(Qt::ISODate) % kEnding;
+    std::stable_partition(names.begin(), names.end(), [&](const QString &name) { return name <= newest; });
+    return names;
 }
 
-void keepNewest(const QString &folder)
+void keepNewest(const QString &folder, const QDate &today)
 {
-    const QStringList names = newestFirst(folder);
+    const QStringList names = newestFirst(folder, today);
     for (qsizetype i = kDailyBackups; i < names.size(); ++i)
         QFile::remove(folder % u'/' % names[i]);
 }
@@ -39,7 +46,7 @@ void removeRemains(const QString &folder, const QDate &today)
 
 bool makeFolder(const QString &folder)
 {
-    return QDir().mkpath(folder)
+    return AddressBookFile::makeFolder(folder)
         && QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
@@ -85,7 +92,7 @@ QString folderOfDailyBackups(const QString &bookFile)
 QString newestDailyBackup(const QString &bookFile)
 {
     const QString folder = folderOfDailyBackups(bookFile);
-    const QStringList names = newestFirst(folder);
+    const QStringList names = newestFirst(folder, QDate::currentDate());
     return names.isEmpty() ? QString() : QString(folder % u'/' % names.front());
 }
 
@@ -107,14 +114,15 @@ Result<BackupRest> beginDailyBackup(const ABAddressBook &book, const QDate &toda
     auto copy = BackupFile::copyOf(bookFile, path, BackupFile::Existing::Refuse);
     if (!copy)
         return failed(copy.error());
-    return BackupRest([folder, path, failed, backup = std::shared_ptr<BackupFile>(std::move(*copy))]() -> Result<void> {
-        const auto finished = backup->finish();
-        // Another program that made today's at the same time did as well.
-        if (!finished && !QFileInfo::exists(path))
-            return failed(finished.error());
-        keepNewest(folder);
-        return {};
-    });
+    return BackupRest(
+        [folder, path, today, failed, backup = std::shared_ptr<BackupFile>(std::move(*copy))]() -> Result<void> {
+            const auto finished = backup->finish();
+            // Another program that made today's at the same time did as well.
+            if (!finished && !QFileInfo::exists(path))
+                return failed(finished.error());
+            keepNewest(folder, today);
+            return {};
+        });
 }
 
 Result<void> makeDailyBackup(const ABAddressBook &book, const QDate &today)

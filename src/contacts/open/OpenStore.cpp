@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/open/OpenStore.h"
 
+#include "contacts/open/Backups.h"
 #include "contacts/open/DesktopModule.h"
 #include "contacts/sqlite/SqliteStore.h"
 
@@ -39,7 +40,11 @@ Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where)
             return store;
         qCWarning(lcOpen).noquote() << store.error().text % QStringLiteral("; the address book file is opened instead");
     }
-    auto store = SqliteStore::open(where.isEmpty() ? SqliteStore::defaultPath() : where);
+    const QString file = where.isEmpty() ? SqliteStore::defaultPath() : where;
+    // A new address book is made in the place of an empty file, but not of one that has lost what it held.
+    if (const QFileInfo info(file); info.isFile() && info.size() == 0 && !newestDailyBackup(file).isEmpty())
+        return Error{ErrorKind::Invalid, file % QStringLiteral(": is empty, but there are backups of what it held")};
+    auto store = SqliteStore::open(file);
     if (!store)
         return store.error();
     return std::unique_ptr<AddressBookStore>(std::move(*store));

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/sqlite/AddressBookFile.h"
 
+#include "contacts/sqlite/DatabaseBytes.h"
 #include "contacts/sqlite/Schema.h"
 
 #include <SQLiteCpp/Exception.h>
@@ -35,24 +36,11 @@ QString lastSystemError()
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
-/// Makes missing folders, closed to other users.
-bool makeFolder(const QString &path)
-{
-    const QFileInfo folder(path);
-    if (folder.isDir())
-        return true;
-    return makeFolder(folder.absolutePath()) && ::mkdir(QFile::encodeName(path).constData(), 0700) == 0;
-}
-
 /// A temporary database that goes away with its guard, and what SQLite may have left beside it on a full disk.
 struct TemporaryFile
 {
     QByteArray name;
-    ~TemporaryFile()
-    {
-        for (const char *suffix : {"", "-journal", "-wal", "-shm"})
-            ::unlink(QByteArray(name + suffix).constData());
-    }
+    ~TemporaryFile() { removeWithCompanions(name); }
 };
 
 bool isOurs(const QByteArray &header)
@@ -87,11 +75,40 @@ Error errorOf(const SQLite::Exception &exception, const QString &path)
     }
 }
 
+bool makeFolder(const QString &path)
+{
+    const QFileInfo folder(path);
+    if (folder.isDir())
+        return true;
+    return makeFolder(folder.absolutePath()) && ::mkdir(QFile::encodeName(path).constData(), 0700) == 0;
+}
+
+QString companionOf(const QString &path)
+{
+    for (const auto *suffix : {"-wal", "-shm", "-journal"}) {
+        const QString companion = path % QLatin1StringView(suffix);
+        if (QFileInfo(companion).isSymLink() || QFileInfo::exists(companion))
+            return companion;
+    }
+    return {};
+}
+
+void removeWithCompanions(const QByteArray &name)
+{
+    for (const char *suffix : {"", "-journal", "-wal", "-shm"})
+        ::unlink(QByteArray(name + suffix).constData());
+}
+
 Result<void> create(const QString &path)
 {
     const auto failed = [&](const QString &reason) {
         return Error{ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % reason};
     };
+    // SQLite would take what it finds beside the new file for its own.
+    if (const QString companion = companionOf(path); !companion.isEmpty())
+        return Error{ErrorKind::Invalid,
+            path % QStringLiteral(": the address book is gone, but ") % companion
+                % QStringLiteral(" belongs to it and may hold changes; put the address book back or move that away")};
     if (!makeFolder(QFileInfo(path).absolutePath()))
         return failed(lastSystemError());
 
@@ -160,8 +177,8 @@ Result<void> checkVersion(int version, const QString &path)
 
 bool isMarkedAsOurs(const QString &path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) && isOurs(file.read(kHeaderSize));
+    const auto file = DatabaseBytes::open(path);
+    return file && isOurs(file->read(0, kHeaderSize));
 }
 
 Result<void> checkReadable(const QString &path)
@@ -171,13 +188,12 @@ Result<void> checkReadable(const QString &path)
     };
     if (QFileInfo(path).isDir())
         return refuse(ErrorKind::Invalid, QStringLiteral("is a folder, not an address book"));
-    // Opening a pipe would wait for somebody at its other end.
     if (const QFileInfo info(path); info.exists() && !info.isFile())
         return refuse(ErrorKind::Invalid, QStringLiteral("is no address book of this program"));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return refuse(ErrorKind::ReadOnly, QStringLiteral("cannot be read: ") % file.errorString());
-    const QByteArray header = file.read(kHeaderSize);
+    const auto file = DatabaseBytes::open(path);
+    if (!file)
+        return refuse(ErrorKind::ReadOnly, QStringLiteral("cannot be read: ") % lastSystemError());
+    const QByteArray header = file->read(0, kHeaderSize);
     if (!isOurs(header))
         return refuse(ErrorKind::Invalid, QStringLiteral("is no address book of this program"));
     return checkVersion(qFromBigEndian<qint32>(header.constData() + kUserVersionOffset), path);

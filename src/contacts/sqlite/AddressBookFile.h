@@ -14,7 +14,17 @@ Error errorOf(const SQLite::Exception &exception, const QString &path);
 
 /// Makes an empty address book at @p path in one step: the file is either there and complete or not there at all.
 /// An empty file is replaced; any other existing file is left alone and is no error (another process was faster).
+/// Invalid: the file is gone, but not what belongs to it, which may hold changes.
 Result<void> create(const QString &path);
+
+/// Makes missing folders, closed to other users.
+bool makeFolder(const QString &path);
+
+/// A file beside @p path that belongs to an address book of this name which somebody has open, or had open when he was
+/// killed; empty: there is none.
+QString companionOf(const QString &path);
+/// Removes a database file that nobody has open, and whatever SQLite left beside it.
+void removeWithCompanions(const QByteArray &name);
 
 /// Refuses a file that is no address book of ours, without changing it or making files beside it.
 Result<void> check(const QString &path);

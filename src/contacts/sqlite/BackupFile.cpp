@@ -23,6 +23,25 @@ Error failure(const QString &path, const QString &reason, ErrorKind kind = Error
     return {kind, path % QStringLiteral(": ") % reason};
 }
 
+/// Replacing a file that a connection has open would leave its log beside the new file, and ruin both.
+Result<void> checkUnused(const QString &path)
+{
+    const QString companion = AddressBookFile::companionOf(path);
+    if (companion.isEmpty())
+        return {};
+    return failure(path,
+        QStringLiteral("is an address book that a program has open, or had open when it was killed (there is ")
+            % companion % u')',
+        ErrorKind::Conflict);
+}
+
+/// With the name that the user knows.
+Error renamed(Error error, const QString &from, const QString &to)
+{
+    error.text.replace(from, to);
+    return error;
+}
+
 bool reachesDisk(const QByteArray &name)
 {
     const int file = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
@@ -38,10 +57,8 @@ Result<qint64> checked(const QByteArray &name, const QString &path)
     SQLite::Database database(name.constData(), SQLite::OPEN_READWRITE);
     // One file without companions, which can be carried anywhere.
     database.exec("PRAGMA journal_mode = DELETE");
-    const std::string verdict = database.execAndGet("PRAGMA integrity_check(1)").getString();
-    if (verdict != "ok")
-        return failure(path, QStringLiteral("the address book is damaged (") % QString::fromStdString(verdict) % u')',
-            ErrorKind::Invalid);
+    if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
+        return failure(path, QStringLiteral("the address book is damaged"), ErrorKind::Invalid);
     RecordReader reader(database.getHandle(), RecordReader::Scope::Everybody);
     qint64 people = 0;
     while (reader.next().record)
@@ -52,12 +69,12 @@ Result<qint64> checked(const QByteArray &name, const QString &path)
 } // namespace
 
 BackupFile::BackupFile(QString to, Existing existing, QByteArray temporary)
-    : m_to(std::move(to)), m_existing(existing), m_temporary(std::move(temporary))
+    : m_source(to), m_to(std::move(to)), m_existing(existing), m_temporary(std::move(temporary))
 { }
 
 BackupFile::~BackupFile()
 {
-    ::unlink(m_temporary.constData());
+    AddressBookFile::removeWithCompanions(m_temporary);
 }
 
 Result<std::unique_ptr<BackupFile>> BackupFile::begin(const QString &to, Existing existing)
@@ -67,8 +84,10 @@ Result<std::unique_ptr<BackupFile>> BackupFile::begin(const QString &to, Existin
         return failure(to, QStringLiteral("is a folder"), ErrorKind::Invalid);
     if (existing == Existing::Refuse && (target.exists() || target.isSymLink()))
         return failure(to, QStringLiteral("there is a file of this name already"), ErrorKind::Conflict);
-    if (QFileInfo(to % QStringLiteral("-wal")).size() > 0)
-        return failure(to, QStringLiteral("is an address book that a program has open"), ErrorKind::Conflict);
+    if (target.exists() && !target.isFile())
+        return failure(to, QStringLiteral("is no file"), ErrorKind::Invalid);
+    if (auto unused = checkUnused(to); !unused)
+        return unused.error();
     auto temporary = AddressBookFile::temporaryBeside(to);
     if (!temporary)
         return temporary.error();
@@ -84,6 +103,7 @@ Result<std::unique_ptr<BackupFile>> BackupFile::copyOf(const QString &from, cons
     auto backup = begin(to, existing);
     if (!backup)
         return backup;
+    (*backup)->m_source = from;
     try {
         SQLite::Database source = AddressBookFile::connect(from);
         SQLite::Database copy((*backup)->m_temporary.constData(), SQLite::OPEN_READWRITE);
@@ -101,27 +121,30 @@ Result<std::unique_ptr<BackupFile>> BackupFile::of(
     auto backup = begin(to, existing);
     if (!backup)
         return backup;
-    const auto store = SqliteStore::open(QFile::decodeName((*backup)->m_temporary));
+    const QString temporary = QFile::decodeName((*backup)->m_temporary);
+    const auto store = SqliteStore::open(temporary);
     if (!store)
-        return store.error();
+        return renamed(store.error(), temporary, to);
     std::vector<RecordChange> additions;
     additions.reserve(people.size());
     const ChangeCausePtr cause = makeCause(ChangeCause::Kind::Restore);
     for (const auto &[uid, record] : people)
         additions.push_back({uid, nullptr, record, cause});
     if (auto written = additions.empty() ? Result<void>() : (*store)->commit(additions); !written)
-        return written.error();
+        return renamed(written.error(), temporary, to);
     return backup;
 }
 
 Result<qint64> BackupFile::finish()
 {
     try {
-        const auto people = checked(m_temporary, m_to);
+        const auto people = checked(m_temporary, m_source);
         if (!people)
             return people;
         if (!reachesDisk(m_temporary))
             return failure(m_to, QStringLiteral("cannot be written"));
+        if (auto unused = checkUnused(m_to); !unused)
+            return unused.error();
         const auto moved = AddressBookFile::moveIntoPlace(m_temporary, m_to, m_existing == Existing::Replace);
         if (!moved)
             return moved.error();
@@ -140,10 +163,13 @@ Result<std::vector<StoredRecord>> peopleInFile(const QString &path)
     const auto copy = PrivateCopy::of(path);
     if (!copy)
         return copy.error();
-    const auto inCopy = [&](const Error &error) {
-        QString text = error.text;
-        return Error{error.kind, text.replace((*copy)->path(), path)};
-    };
+    const auto inCopy = [&](const Error &error) { return renamed(error, (*copy)->path(), path); };
+    try {
+        if (auto whole = checked(QFile::encodeName((*copy)->path()), path); !whole)
+            return whole.error();
+    } catch (const SQLite::Exception &exception) {
+        return AddressBookFile::errorOf(exception, path);
+    }
     const auto store = SqliteStore::open((*copy)->path());
     if (!store)
         return inCopy(store.error());

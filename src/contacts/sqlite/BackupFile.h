@@ -36,6 +36,7 @@ private:
     BackupFile(QString to, Existing existing, QByteArray temporary);
     static Result<std::unique_ptr<BackupFile>> begin(const QString &to, Existing existing);
 
+    QString m_source; // whose people it holds, for what is said of damage
     QString m_to;
     Existing m_existing;
     QByteArray m_temporary; // its name

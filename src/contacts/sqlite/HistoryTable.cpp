@@ -4,6 +4,7 @@
 
 #include "contacts/ContentHash.h"
 #include "contacts/jsonl/RecordJson.h"
+#include "contacts/record/Utf8Text.h"
 #include "contacts/sqlite/RecordReader.h"
 #include "contacts/sqlite/Schema.h"
 
@@ -27,7 +28,7 @@ constexpr const char *kCauseKey = "coalesce(cause, revision)";
 
 QString textIn(const SQLite::Column &column)
 {
-    return column.isNull() ? QString() : QString::fromStdString(column.getString());
+    return column.isNull() ? QString() : textOfUtf8(column.getString());
 }
 
 QDateTime timeIn(const SQLite::Column &column)

@@ -3,10 +3,13 @@
 #pragma once
 
 #include "base/Result.h"
+#include "contacts/sqlite/DatabaseBytes.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <cerrno>
+#include <cstring>
 #include <memory>
 
 /// A copy of a database file for reading, in a folder of its own that goes away with it: SQLite changes a file, or the
@@ -18,13 +21,17 @@ public:
     static Result<std::unique_ptr<PrivateCopy>> of(const QString &path)
     {
         auto copy = std::make_unique<PrivateCopy>();
-        QFile file(path);
+        const auto failed = [&](const QString &what) {
+            return Error{ErrorKind::Io, path % what % QString::fromLocal8Bit(std::strerror(errno))};
+        };
+        const auto file = DatabaseBytes::open(path);
+        if (!file)
+            return failed(QStringLiteral(": cannot be read: "));
         const QString log = path % QStringLiteral("-wal");
-        const bool isCopied = copy->m_folder.isValid() && file.copy(copy->path())
-            && QFile::setPermissions(copy->path(), QFile::ReadOwner | QFile::WriteOwner)
+        const bool isCopied = copy->m_folder.isValid() && file->copyTo(copy->path())
             && (!QFile::exists(log) || QFile::copy(log, copy->path() % QStringLiteral("-wal")));
         if (!isCopied)
-            return Error{ErrorKind::Io, path % QStringLiteral(": cannot be read: ") % file.errorString()};
+            return failed(QStringLiteral(": cannot be copied for reading: "));
         return copy;
     }
 

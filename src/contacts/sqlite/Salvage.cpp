@@ -8,9 +8,12 @@
 #include "contacts/sqlite/Schema.h"
 
 #include <SQLiteCpp/Exception.h>
+#include <SQLiteCpp/Statement.h>
 
+#include <QFile>
 #include <QFileInfo>
 #include <QSet>
+#include <QtEndian>
 
 #include <algorithm>
 
@@ -37,16 +40,56 @@ qint64 highestId(SQLite::Database &database, qint64 fileSize)
     return std::min(highest, fileSize / kLeastBytesOfPerson);
 }
 
+/// Everybody of whom the index of uids or a table of values speaks, as far as they can be read.
+QSet<qint64> mentionedIds(SQLite::Database &database)
+{
+    QSet<qint64> ids;
+    std::vector<std::string> questions{"SELECT id FROM person INDEXED BY sqlite_autoindex_person_1"};
+    for (const ABProperty property : Schema::multiValues())
+        questions.push_back("SELECT person FROM " + Schema::tableOf(property));
+    for (const std::string &question : questions) {
+        try {
+            SQLite::Statement rows(database, question);
+            while (rows.executeStep())
+                ids += rows.getColumn(0).getInt64();
+        } catch (const SQLite::Exception &) { // damaged from here on
+        }
+    }
+    return ids;
+}
+
+/// Gives a file that was cut short its length back: SQLite reads no page of it otherwise, and what is missing is then
+/// damage like any other. The page's size and number stand in the header (SQLite file format, sections 1.3.2, 1.3.8).
+void lengthen(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite))
+        return;
+    constexpr qsizetype kEnd = 32;
+    const QByteArray header = file.read(kEnd);
+    if (header.size() < kEnd)
+        return;
+    const auto stated = qFromBigEndian<quint16>(header.constData() + 16);
+    const qint64 pageSize = stated == 1 ? 65'536 : stated;
+    const qint64 length = pageSize * qFromBigEndian<quint32>(header.constData() + 28);
+    constexpr qint64 kBelievable = 1000; // times what is there
+    if (length > file.size() && length / kBelievable < file.size())
+        file.resize(length);
+}
+
 Salvaged readPeople(SQLite::Database &database, qint64 fileSize)
 {
     Salvaged salvaged;
+    const QSet<qint64> mentioned = mentionedIds(database);
     RecordReader reader(database.getHandle(), RecordReader::Scope::Salvage);
     QSet<QString> uids;
     for (qint64 id = 1, last = highestId(database, fileSize); id <= last; ++id) {
         try {
             StoredRecord person = reader.readPerson(id);
-            if (!person.record)
-                continue; // removed long ago
+            if (!person.record) {
+                salvaged.lost += mentioned.contains(id) ? 1 : 0; // else removed long ago
+                continue;
+            }
             if (person.uid.isEmpty() || uids.contains(person.uid)) {
                 ++salvaged.lost;
                 continue;
@@ -68,6 +111,7 @@ Result<Salvaged> salvagePeople(const QString &path)
     const auto copy = PrivateCopy::of(path);
     if (!copy)
         return copy.error();
+    lengthen((*copy)->path());
     try {
         SQLite::Database database(QFile::encodeName((*copy)->path()).constData(), SQLite::OPEN_READWRITE);
         Salvaged salvaged = readPeople(database, QFileInfo(path).size());

@@ -12,7 +12,7 @@ struct Salvaged
 {
     std::vector<StoredRecord> people; ///< in the order of adding
     qint64 incomplete = 0; ///< how many of them lack something that could not be read
-    qint64 lost = 0; ///< places in the file where there was or may have been somebody
+    qint64 lost = 0; ///< people of whom something in the file speaks and who are not among these; at least
 };
 
 /// Reads person by person past what is damaged; the file is only read, and its copy is what SQLite sees.

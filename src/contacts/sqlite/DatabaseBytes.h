@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+struct sqlite3_file;
+
+/// The bytes of a database file, read without a connection, through SQLite's own file layer: a file that this program
+/// has open elsewhere must not be opened and closed in any other way, as a close takes back all locks that the process
+/// has on the file (POSIX), and another program would then clear away the log that is being written
+/// (https://www.sqlite.org/howtocorrupt.html, section 2.2).
+class DatabaseBytes
+{
+public:
+    /// Null where @p path is no regular file or cannot be read; errno says why.
+    static std::unique_ptr<DatabaseBytes> open(const QString &path);
+    ~DatabaseBytes();
+    DatabaseBytes(const DatabaseBytes &) = delete;
+    DatabaseBytes &operator=(const DatabaseBytes &) = delete;
+
+    /// -1: it cannot be told.
+    qint64 size() const;
+    /// Up to @p size bytes from @p offset on; fewer at the end of the file, null when reading failed.
+    QByteArray read(qint64 offset, qint64 size) const;
+    /// Writes all of it into a new file @p path that only the user may read. On failure what was written stays.
+    bool copyTo(const QString &path) const;
+
+private:
+    DatabaseBytes() = default;
+
+    std::unique_ptr<char[]> m_memory; // of m_file, which SQLite makes in place
+    sqlite3_file *m_file = nullptr; // null: not opened
+};
