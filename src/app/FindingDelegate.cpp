@@ -14,9 +14,10 @@ constexpr int kMargin = 5;
 
 } // namespace
 
-QSize FindingDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
+QSize FindingDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    return {200, 2 * option.fontMetrics.height() + 3 * kMargin};
+    const int lines = index.data(ResultTree::IsGroupRole).toBool() ? 1 : 2;
+    return {200, lines * option.fontMetrics.height() + 3 * kMargin};
 }
 
 const QPixmap &FindingDelegate::pictureOf(const QModelIndex &index, int size, qreal devicePixelRatio) const
@@ -49,7 +50,7 @@ void FindingDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     bold.setBold(true);
     if (index.data(ResultTree::IsGroupRole).toBool()) {
         painter->setFont(bold);
-        painter->drawText(area, Qt::AlignLeft | Qt::AlignBottom, index.data().toString());
+        painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter, index.data().toString());
         painter->restore();
         return;
     }
