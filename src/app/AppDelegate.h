@@ -63,6 +63,7 @@ public:
     void selectInAddressBook(const ABPersonPtr &person) override;
     void editInAddressBook(const ABPersonPtr &person) override;
     void reloadUI() override;
+    qsizetype subviewCount() const override;
 
     /// Shows the results of a scan; called on the scanning thread, goes on on the main one.
     void updateUI(const ScanResult &result);
@@ -109,6 +110,7 @@ private:
     std::atomic<bool> m_isOpeningGivenUp = false;
     OutsideWatch m_watch;
     LatestJob m_bookFinder;
+    LatestJob m_sampleMaker;
     LatestJob m_reexaminer;
     LatestJob m_opener; // these last: their jobs use the members above
 };
