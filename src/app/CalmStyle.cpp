@@ -3,6 +3,7 @@
 #include "app/CalmStyle.h"
 
 #include <QAbstractScrollArea>
+#include <QLineEdit>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -84,7 +85,9 @@ void CalmStyle::drawPrimitive(
     case PE_FrameLineEdit:
     case PE_PanelLineEdit: {
         const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
-        painter->setPen(frame && frame->lineWidth == 0 ? QPen(Qt::NoPen) : outline(*option));
+        // The frame of a combo box comes without a width, too.
+        const bool isBare = frame && frame->lineWidth == 0 && qobject_cast<const QLineEdit *>(widget);
+        painter->setPen(isBare ? QPen(Qt::NoPen) : outline(*option));
         painter->setBrush(option->palette.color(QPalette::Base));
         painter->drawRoundedRect(inner(option->rect), kRadius, kRadius);
         break;

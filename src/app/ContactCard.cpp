@@ -105,6 +105,10 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     layout->addWidget(scroll, 1);
     layout->addWidget(m_reason);
     layout->addWidget(buttons);
+    for (const auto &[property, edit] : m_texts) { // or a button has the focus
+        if (property == kABFirstNameProperty)
+            edit->setFocus();
+    }
 }
 
 void ContactCard::setUpHead(QFormLayout *form)
