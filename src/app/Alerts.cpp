@@ -3,19 +3,21 @@
 #include "app/Alerts.h"
 
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QThread>
 
 namespace {
 
-constexpr int kRoomBesideTitle = 200; // for what a window manager has in a title bar
+constexpr int kRoomBesideTitle = 120; // for what a window manager has in a title bar
 
 /// A message box is as wide as its texts, which may leave no room for its title.
 void makeRoomForTitle(QMessageBox &box)
 {
     auto *layout = qobject_cast<QGridLayout *>(box.layout());
-    const int width = box.fontMetrics().horizontalAdvance(box.windowTitle()) + kRoomBesideTitle;
+    const QString title = box.windowTitle() % QStringLiteral(" — ") % QGuiApplication::applicationDisplayName();
+    const int width = box.fontMetrics().horizontalAdvance(title) + kRoomBesideTitle;
     if (layout)
         layout->addItem(new QSpacerItem(width, 0), layout->rowCount(), 0, 1, layout->columnCount());
 }
@@ -30,8 +32,8 @@ AlertPanel::Answer Alerts::runAlertPanel(
         return answer;
     onMainThread([&] {
         QMessageBox box(&m_window);
-        const bool isWarning = !alternateButton.isEmpty() || title == QStringLiteral("Warning");
-        box.setIcon(isWarning ? QMessageBox::Warning : QMessageBox::Information);
+        const bool isNotice = alternateButton.isEmpty() && title == QStringLiteral("Notes"); // of an empty scan
+        box.setIcon(isNotice ? QMessageBox::Information : QMessageBox::Warning);
         box.setWindowTitle(title);
         box.setText(title);
         box.setInformativeText(message);
