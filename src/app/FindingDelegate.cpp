@@ -14,10 +14,14 @@ constexpr int kMargin = 5;
 
 } // namespace
 
-QSize FindingDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+QRect FindingDelegate::titleArea(const QRect &groupRow, const QFontMetrics &metrics)
 {
-    const int lines = index.data(ResultTree::IsGroupRole).toBool() ? 1 : 2;
-    return {200, lines * option.fontMetrics.height() + 3 * kMargin};
+    return groupRow.adjusted(0, groupRow.height() - metrics.height() - 2 * kMargin, 0, 0);
+}
+
+QSize FindingDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
+{
+    return {200, 2 * option.fontMetrics.height() + 3 * kMargin};
 }
 
 const QPixmap &FindingDelegate::pictureOf(const QModelIndex &index, int size, qreal devicePixelRatio) const
@@ -50,7 +54,8 @@ void FindingDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     bold.setBold(true);
     if (index.data(ResultTree::IsGroupRole).toBool()) {
         painter->setFont(bold);
-        painter->drawText(area, Qt::AlignLeft | Qt::AlignVCenter, index.data().toString());
+        painter->drawText(titleArea(item.rect, item.fontMetrics).adjusted(kMargin, 0, -kMargin, 0),
+            Qt::AlignLeft | Qt::AlignVCenter, index.data().toString());
         painter->restore();
         return;
     }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/FindingTree.h"
 
+#include "app/FindingDelegate.h"
+
 #include <QItemSelectionModel>
 
 namespace {
@@ -45,6 +47,12 @@ void FindingTree::setModel(QAbstractItemModel *model)
     const QItemSelectionModel *before = selectionModel();
     setSelectionModel(new FindingSelection(model, this));
     delete before;
+}
+
+void FindingTree::drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const
+{
+    const QRect area = isGroup(index) ? FindingDelegate::titleArea(rect, fontMetrics()) : rect;
+    QTreeView::drawBranches(painter, area, index);
 }
 
 QModelIndex FindingTree::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)

@@ -17,6 +17,7 @@ public:
     void setModel(QAbstractItemModel *model) override;
 
 protected:
+    void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:

@@ -159,9 +159,9 @@ void MainWindow::setUpContactsMenus()
     QMenu *columns = menuBar()->addMenu(tr("C&olumns"));
     addForTable(columns, tr("&Sort by Current Column"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
         [this] { m_contacts->sortByCurrentColumn(); });
-    addForTable(columns, tr("Move Current Column &Left"), QKeySequence(Qt::ALT | Qt::SHIFT | Qt::Key_Left),
+    addForTable(columns, tr("Move Current Column &Left"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left),
         [this] { m_contacts->moveCurrentColumn(-1); });
-    addForTable(columns, tr("Move Current Column &Right"), QKeySequence(Qt::ALT | Qt::SHIFT | Qt::Key_Right),
+    addForTable(columns, tr("Move Current Column &Right"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Right),
         [this] { m_contacts->moveCurrentColumn(1); });
     columns->addSeparator();
     for (QMenu *menu : m_contacts->columnMenus())

@@ -70,6 +70,7 @@ void ResultsView::setUpTree()
     m_tree->setHeaderHidden(true);
     m_tree->setSelectionMode(QAbstractItemView::SingleSelection);
     m_tree->setAnimated(false);
+    m_tree->setUniformRowHeights(true);
     m_tree->setExpandsOnDoubleClick(true);
 }
 
