@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/AppDelegate.h"
 #include "app/Appearance.h"
 #include "app/ContactCard.h"
 #include "app/ContactTableView.h"
@@ -12,25 +11,22 @@
 #include "app/ProgressWindow.h"
 #include "app/ResultsView.h"
 #include "contacts/sqlite/SqliteStore.h"
+#include "support/AppFixture.h"
 #include "support/TestPeople.h"
 
 #include <QAbstractItemModelTester>
-#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 #include <QTreeView>
 
 #include <cmath>
@@ -38,32 +34,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Presses a button of the next message and keeps what it said.
-class Answer : public QObject
-{
-public:
-    explicit Answer(const QString &button)
-    {
-        connect(&m_timer, &QTimer::timeout, this, [this, button] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box)
-                return;
-            m_timer.stop();
-            said = box->text() + u'|' + box->informativeText();
-            for (QAbstractButton *candidate : box->buttons()) {
-                if (candidate->text() == button)
-                    candidate->click();
-            }
-        });
-        m_timer.start(1);
-    }
-
-    QString said;
-
-private:
-    QTimer m_timer;
-};
 
 double luminance(const QColor &colour)
 {
@@ -79,75 +49,16 @@ double contrast(const QColor &a, const QColor &b)
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-/// Focusable objects that a screen reader has no words for, by their path.
-void findUnnamed(QAccessibleInterface *object, const QString &path, QStringList &unnamed)
-{
-    if (!object || !object->isValid())
-        return;
-    const QString here =
-        path + u'/' + QString::fromLatin1(object->object() ? object->object()->metaObject()->className() : "row");
-    if (object->state().focusable && !object->state().invisible && object->text(QAccessible::Name).isEmpty()
-        && object->text(QAccessible::Value).isEmpty() && object->text(QAccessible::Description).isEmpty())
-        unnamed += here;
-    for (int i = 0; i < std::min(object->childCount(), 200); ++i)
-        findUnnamed(object->child(i), here, unnamed);
-}
-
-QStringList unnamedIn(QWidget *window)
-{
-    QStringList unnamed;
-    findUnnamed(QAccessible::queryAccessibleInterface(window), {}, unnamed);
-    for (const QString &path : unnamed)
-        qWarning("no name: %s", qPrintable(path));
-    return unnamed;
-}
-
 } // namespace
 
-class AppTest : public QObject
+class AppTest : public QObject, private AppFixture
 {
     Q_OBJECT
-
-private:
-    QTemporaryDir m_folder;
-    QString m_path; // of the newest address book
-    std::unique_ptr<AppDelegate> m_app;
-    int m_bookCount = 0;
-
-    /// Starts the application on an address book of these people and waits for the table.
-    void start(std::initializer_list<QByteArray> people)
-    {
-        m_path = m_folder.filePath(QString::number(++m_bookCount));
-        {
-            const auto book = *ABAddressBook::open(std::move(*SqliteStore::open(m_path)));
-            for (const QByteArray &text : people) {
-                const auto [uid, record] = recordFromText(text);
-                book->addRecord(std::make_shared<ABPerson>(uid, record));
-            }
-            QVERIFY(book->save());
-        }
-        m_app = std::make_unique<AppDelegate>();
-        QSignalSpy opened(m_app.get(), &AppDelegate::addressBookOpened);
-        m_app->applicationDidFinishLaunching(m_path);
-        QTRY_COMPARE(opened.count(), 1);
-        QTRY_COMPARE(m_app->loadContactsViewController().numberOfRowsInTableView(), int(people.size()));
-        QTRY_VERIFY(window().freshButton()->isEnabled());
-        QVERIFY(QTest::qWaitForWindowActive(&window()));
-    }
-
-    MainWindow &window() { return m_app->mainWindow(); }
-    ContactTableView *contacts() { return window().contactTable(); }
-
-    static QByteArray savedBook() { return textOf(*ABAddressBook::sharedAddressBook()); }
 
 private Q_SLOTS:
     void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
 
-    void cleanup()
-    {
-        m_app.reset();
-        ABAddressBook::setSharedAddressBook(nullptr);
-    }
+    void cleanup() { end(); }
 
     void editsACell()
     {
@@ -241,8 +152,7 @@ private Q_SLOTS:
     void lastRepairGoesBack()
     {
         start({"{'uid':'1','firstName':'Ann','lastName':'Lee','note':'  '}"});
-        window().scanButton()->click();
-        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        scan();
         window().results()->fixButton()->click();
         QTRY_VERIFY(!window().results());
         QCOMPARE(savedBook(), QByteArray("{\"uid\":\"1\",\"firstName\":\"Ann\",\"lastName\":\"Lee\"}\n"));
@@ -251,8 +161,7 @@ private Q_SLOTS:
     void closingEveryGroupShowsTheTips()
     {
         start({"{'uid':'1','firstName':'Ann','lastName':'Lee','note':'  ','suffix':'XYZ'}"});
-        window().scanButton()->click();
-        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        scan();
         QTreeView *tree = window().results()->outlineView();
         tree->collapse(tree->model()->index(0, 0));
         QCOMPARE(m_app->outlineViewController()->selectedItem()->parentNode()->name(), u"Note with spacing only"_s);
@@ -291,8 +200,7 @@ private Q_SLOTS:
     {
         start({"{'uid':'1','firstName':'Ann','lastName':'Lee','note':'  '}",
             "{'uid':'2','firstName':'Bo','lastName':'Ng','note':'  '}"});
-        window().scanButton()->click();
-        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        scan();
         QTableView *table = contacts()->table();
         table->selectRow(1);
 
@@ -404,18 +312,18 @@ private Q_SLOTS:
         ExportWindow &panel = m_app->exportWindow();
         QTRY_VERIFY(panel.isVisible());
         QCOMPARE(unnamedIn(&panel), QStringList());
-        panel.setFolder(folder.path());
+        panel.setFolder(folder.filePath(u"not/there/yet"_s));
         panel.selectedButton()->setCurrentText(u"Save to CSV"_s);
         QSignalSpy lines(&m_app->activityLog(), &QAbstractItemModel::rowsInserted);
         panel.accept();
-        QFile file(folder.filePath(u"allPeople.csv"_s));
+        QFile file(folder.filePath(u"not/there/yet/allPeople.csv"_s));
         QTRY_VERIFY(file.exists());
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), QByteArray("First Name,\nAnn,\nBo,\n"));
         const auto isNoted = [this, &folder] {
             const ActivityLog &log = m_app->activityLog();
             const QModelIndex last = log.index(log.rowCount() - 1);
-            return last.data(ActivityLog::FolderRole).toString() == folder.path();
+            return last.data(ActivityLog::FolderRole).toString() == folder.filePath(u"not/there/yet"_s);
         };
         QTRY_VERIFY(isNoted());
     }
@@ -437,7 +345,12 @@ private Q_SLOTS:
             }
         }
         person->setValue(u"theirs"_s, kABSuffixProperty); // while the card is open
-        card->save();
+        Answer stay(u"Cancel"_s);
+        QTest::keyClick(card, Qt::Key_Escape);
+        QVERIFY(!stay.said.isEmpty() && card->isVisible());
+        Answer save(u"Save"_s);
+        QTest::keyClick(card, Qt::Key_Escape);
+        QVERIFY(!card->isVisible());
         QCOMPARE(savedBook(),
             QByteArray("{\"uid\":\"1\",\"firstName\":\"Bea\",\"suffix\":\"theirs\",\"note\":\"two\\nlines\","
                        "\"address\":[{\"label\":\"hut\",\"value\":{\"city\":\"Rome\"}}]}\n"));
@@ -447,8 +360,7 @@ private Q_SLOTS:
     {
         start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}"});
         QCOMPARE(unnamedIn(&window()), QStringList());
-        window().scanButton()->click();
-        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        scan();
         QCOMPARE(unnamedIn(&window()), QStringList());
         m_app->preferencesButtonClicled();
         m_app->aboutClicked();

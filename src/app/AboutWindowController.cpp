@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/AboutWindowController.h"
 
+#include "app/OpenOutside.h"
 #include "app/WebPages.h"
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QDesktopServices>
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
@@ -18,7 +18,7 @@ constexpr int kIconSize = 96;
 
 } // namespace
 
-AboutWindowController::AboutWindowController(QWidget *parent) : QDialog(parent)
+AboutWindowController::AboutWindowController(ActivityLog &log, QWidget *parent) : QDialog(parent), m_log(log)
 {
     setWindowTitle(tr("About %1").arg(QApplication::applicationDisplayName()));
     auto *icon = new QLabel;
@@ -51,5 +51,5 @@ void AboutWindowController::showWindow()
 
 void AboutWindowController::moreInfo()
 {
-    QDesktopServices::openUrl(kProductPage);
+    openOutside(kProductPage, m_log);
 }

@@ -4,14 +4,20 @@
 
 #include <QDialog>
 
+class ActivityLog;
+
 /// Name, version, copyright, and a way to the product's web page.
 class AboutWindowController : public QDialog
 {
     Q_OBJECT
 
 public:
-    explicit AboutWindowController(QWidget *parent = nullptr);
+    /// @p log, which must outlive the window, is told of a page that cannot be shown.
+    explicit AboutWindowController(ActivityLog &log, QWidget *parent = nullptr);
 
     void showWindow();
     void moreInfo();
+
+private:
+    ActivityLog &m_log;
 };

@@ -2,19 +2,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ActivityWindow.h"
 
+#include "app/Controls.h"
+#include "app/OpenOutside.h"
+
 #include <QBoxLayout>
 #include <QCheckBox>
-#include <QDesktopServices>
 #include <QLabel>
 #include <QListView>
 #include <QRegularExpression>
+#include <QShortcut>
 #include <QUrl>
 
 ActivityWindow::ActivityWindow(ActivityLog &log, QWidget *parent)
-    : QWidget(parent, Qt::Window), m_list(new QListView(this))
+    : QWidget(parent, Qt::Window), m_log(log), m_list(new QListView(this))
 {
     setWindowTitle(tr("Activity"));
-    resize(640, 420);
+    setFirstSize(*this, {640, 420});
+    connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
     m_lines.setSourceModel(&log);
     m_lines.setFilterRole(ActivityLog::KindRole);
     m_list->setModel(&m_lines);
@@ -46,5 +50,5 @@ void ActivityWindow::openFolder(const QModelIndex &line)
 {
     const QString folder = line.data(ActivityLog::FolderRole).toString();
     if (!folder.isEmpty())
-        QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+        openOutside(QUrl::fromLocalFile(folder), m_log);
 }

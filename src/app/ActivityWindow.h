@@ -21,6 +21,7 @@ public:
 private:
     void openFolder(const QModelIndex &line);
 
+    ActivityLog &m_log;
     QSortFilterProxyModel m_lines;
     QListView *m_list;
 };

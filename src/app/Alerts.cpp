@@ -2,9 +2,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Alerts.h"
 
+#include <QGridLayout>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QThread>
+
+namespace {
+
+constexpr int kRoomBesideTitle = 120; // for what a window manager has in a title bar
+
+/// A message box is as wide as its texts, which may leave no room for its title.
+void makeRoomForTitle(QMessageBox &box)
+{
+    auto *layout = qobject_cast<QGridLayout *>(box.layout());
+    const QString title = box.windowTitle() % QStringLiteral(" — ") % QGuiApplication::applicationDisplayName();
+    const int width = box.fontMetrics().horizontalAdvance(title) + kRoomBesideTitle;
+    if (layout)
+        layout->addItem(new QSpacerItem(width, 0), layout->rowCount(), 0, 1, layout->columnCount());
+}
+
+} // namespace
 
 AlertPanel::Answer Alerts::runAlertPanel(
     const QString &title, const QString &message, const QString &defaultButton, const QString &alternateButton)
@@ -14,7 +32,8 @@ AlertPanel::Answer Alerts::runAlertPanel(
         return answer;
     onMainThread([&] {
         QMessageBox box(&m_window);
-        box.setIcon(alternateButton.isEmpty() ? QMessageBox::Information : QMessageBox::Warning);
+        const bool isNotice = alternateButton.isEmpty() && title == QStringLiteral("Notes"); // of an empty scan
+        box.setIcon(isNotice ? QMessageBox::Information : QMessageBox::Warning);
         box.setWindowTitle(title);
         box.setText(title);
         box.setInformativeText(message);
@@ -23,6 +42,7 @@ AlertPanel::Answer Alerts::runAlertPanel(
         if (!alternateButton.isEmpty())
             box.setEscapeButton(box.addButton(alternateButton, QMessageBox::RejectRole));
         box.setDefaultButton(accept);
+        makeRoomForTitle(box);
         box.exec();
         answer = box.clickedButton() == accept ? Answer::Default : Answer::Alternate;
     });

@@ -10,15 +10,16 @@
 #include "app/Controls.h"
 #include "app/Counted.h"
 #include "app/ExportWindow.h"
+#include "app/OpenOutside.h"
 #include "app/ProgressWindow.h"
 #include "app/ResultsView.h"
+#include "app/SampleBook.h"
 #include "app/TableViewWindowController.h"
 #include "app/WebPages.h"
 #include "contacts/open/Backups.h"
 #include "contacts/open/OpenStore.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -62,9 +63,12 @@ void AppDelegate::setUpCommands()
     connect(&m_window, &MainWindow::historyRequested, &m_sideWindows, &SideWindows::showHistory);
     ContactTableView *contacts = m_window.contactTable();
     connect(contacts, &ContactTableView::cardRequested, &m_sideWindows, &SideWindows::showCard);
-    connect(contacts, &ContactTableView::importRequested, this, &AppDelegate::importClicked);
-    connect(contacts, &ContactTableView::sampleRequested, this, &AppDelegate::sampleClicked);
-    connect(&m_sideWindows, &SideWindows::peopleChanged, this, &AppDelegate::loadClicked);
+    connect(&m_window, &MainWindow::sampleRequested, this, &AppDelegate::sampleClicked);
+    connect(&m_sideWindows, &SideWindows::peopleChanged, this, [this](const QStringList &uids) {
+        loadClicked();
+        if (!uids.isEmpty())
+            reexamine(uids);
+    });
     connect(&m_sideWindows, &SideWindows::peopleRestored, this, &AppDelegate::showRestored);
 }
 
@@ -158,6 +162,7 @@ void AppDelegate::installAddressBook(const Result<std::shared_ptr<ABAddressBook>
     } else {
         const QString reason = book.error().description();
         m_activity.append(ActivityLog::Kind::Failure, reason);
+        m_window.showNoAddressBook(reason);
         if (!isReasonTold)
             m_alerts->runAlertPanel(tr("The address book cannot be opened."), reason, tr("OK"), {});
     }
@@ -342,7 +347,7 @@ void AppDelegate::copyHelpFile()
     QFile::remove(copy);
     QFile::copy(source, copy);
     QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner); // resources are read-only, and so is their copy
-    if (QDesktopServices::openUrl(QUrl::fromLocalFile(copy)))
+    if (openOutside(QUrl::fromLocalFile(copy), m_activity))
         qCDebug(lcApp, "sucess");
     else
         qCDebug(lcApp, "打开失败");
@@ -350,7 +355,7 @@ void AppDelegate::copyHelpFile()
 
 void AppDelegate::menuSupportClick()
 {
-    QDesktopServices::openUrl(kSupportPage);
+    openOutside(kSupportPage, m_activity);
 }
 
 void AppDelegate::importClicked()
@@ -363,7 +368,15 @@ void AppDelegate::importClicked()
 
 void AppDelegate::sampleClicked()
 {
-    importFiles({QStringLiteral(":/sample/people.vcf")});
+    m_sampleMaker.start([this](const std::stop_token &) {
+        const auto sample = sampleBook();
+        if (!sample) {
+            m_activity.append(ActivityLog::Kind::Failure, sample.error().description());
+            return;
+        }
+        QMetaObject::invokeMethod(
+            this, [this, path = *sample] { Q_EMIT m_window.addressBookChosen(path); }, Qt::QueuedConnection);
+    });
 }
 
 void AppDelegate::importFiles(const QStringList &paths)
@@ -396,6 +409,7 @@ void AppDelegate::makeFreshButtonEnable()
 {
     if (!m_scan || !m_scan->isRunning())
         m_window.setFreshButtonEnabled(true);
+    m_window.setContactsLoaded();
 }
 
 RowExporter *AppDelegate::rowExporter()
@@ -413,6 +427,12 @@ void AppDelegate::editInAddressBook(const ABPersonPtr &person)
     const auto book = ABAddressBook::sharedAddressBook();
     if (!book || !ContactsApplication::show(book->desktopId(person->uniqueId())))
         m_sideWindows.showCard(person);
+}
+
+qsizetype AppDelegate::subviewCount() const
+{
+    const ResultsView *view = m_window.results();
+    return view ? view->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly).size() : 0;
 }
 
 void AppDelegate::finishRunningScan()

@@ -65,6 +65,7 @@ public:
     void selectInAddressBook(const ABPersonPtr &person) override;
     void editInAddressBook(const ABPersonPtr &person) override;
     void reloadUI() override;
+    qsizetype subviewCount() const override;
 
     /// Shows the results of a scan; called on the scanning thread, goes on on the main one.
     void updateUI(const ScanResult &result);
@@ -115,6 +116,7 @@ private:
     QTimer m_hourly; // a new day's backup, where the application stays open
     LatestJob m_backupMaker;
     LatestJob m_bookFinder;
+    LatestJob m_sampleMaker;
     LatestJob m_reexaminer;
     LatestJob m_opener; // these last: their jobs use the members above
 };

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/CalmStyle.h"
 
+#include <QAbstractScrollArea>
+#include <QLineEdit>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -21,6 +23,19 @@ QPen outline(const QStyleOption &option)
 QRectF inner(const QRect &rect)
 {
     return QRectF(rect).adjusted(1, 1, -1, -1);
+}
+
+constexpr int kRingWidth = 2;
+constexpr int kRingGap = 2; // within the outline of a button
+
+/// Around what has the focus; within a selected row in the colour of its text.
+void drawFocusRing(const QStyleOption &option, QPainter &painter)
+{
+    const bool isInSelection =
+        option.state.testFlag(QStyle::State_Item) && option.state.testFlag(QStyle::State_Selected);
+    painter.setPen({option.palette.color(isInSelection ? QPalette::HighlightedText : QPalette::Highlight), kRingWidth});
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(inner(option.rect), kRadius - 1, kRadius - 1);
 }
 
 void drawTick(QPainter &painter, const QRectF &box, const QColor &colour)
@@ -70,11 +85,27 @@ void CalmStyle::drawPrimitive(
     case PE_FrameLineEdit:
     case PE_PanelLineEdit: {
         const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
-        painter->setPen(frame && frame->lineWidth == 0 ? QPen(Qt::NoPen) : outline(*option));
+        // The frame of a combo box comes without a width, too.
+        const bool isBare = frame && frame->lineWidth == 0 && qobject_cast<const QLineEdit *>(widget);
+        painter->setPen(isBare ? QPen(Qt::NoPen) : outline(*option));
         painter->setBrush(option->palette.color(QPalette::Base));
         painter->drawRoundedRect(inner(option->rect), kRadius, kRadius);
         break;
     }
+    case PE_Frame:
+        painter->setRenderHint(QPainter::Antialiasing, false);
+        if (option->state.testFlag(State_HasFocus)) {
+            painter->setPen(
+                {option->palette.color(QPalette::Highlight), kRingWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin});
+            painter->drawRect(option->rect.adjusted(1, 1, -1, -1));
+        } else {
+            painter->setPen(option->palette.color(QPalette::Mid));
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        }
+        break;
+    case PE_FrameFocusRect:
+        drawFocusRing(*option, *painter);
+        break;
     case PE_IndicatorCheckBox:
     case PE_IndicatorItemViewItemCheck:
         drawCheckBox(*option, *painter);
@@ -97,10 +128,38 @@ void CalmStyle::drawPrimitive(
     painter->restore();
 }
 
+void CalmStyle::drawControl(
+    ControlElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const
+{
+    QProxyStyle::drawControl(element, option, painter, widget);
+    if (element != CE_PushButton || !option->state.testFlag(State_HasFocus))
+        return;
+    QStyleOption ring = *option; // Fusion's outline says the same of the default button
+    ring.rect.adjust(kRingGap, kRingGap, -kRingGap, -kRingGap);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    drawFocusRing(ring, *painter);
+    painter->restore();
+}
+
 int CalmStyle::styleHint(
     StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returnData) const
 {
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons) // pictures beside the words add nothing to them
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, returnData);
+}
+
+int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const
+{
+    if (metric == PM_DefaultFrameWidth && qobject_cast<const QAbstractScrollArea *>(widget))
+        return kRingWidth;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+QRect CalmStyle::subElementRect(SubElement element, const QStyleOption *option, const QWidget *widget) const
+{
+    if (element == SE_ItemViewItemFocusRect) // the cell, not only its text
+        return option->rect;
+    return QProxyStyle::subElementRect(element, option, widget);
 }

@@ -17,6 +17,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
@@ -80,7 +81,7 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     , m_reason(new QLabel)
 {
     setWindowTitle(tr("Contact"));
-    resize(620, 720);
+    setFirstSize(*this, {620, 720});
     auto *content = new QWidget;
     auto *form = new QFormLayout(content);
     setUpHead(form);
@@ -99,11 +100,15 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     m_reason->setPalette(colours);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &ContactCard::save);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
+    connect(buttons, &QDialogButtonBox::rejected, this, [this] { done(Rejected); }); // as deliberate as Save
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(scroll, 1);
     layout->addWidget(m_reason);
     layout->addWidget(buttons);
+    for (const auto &[property, edit] : m_texts) { // or a button has the focus
+        if (property == kABFirstNameProperty)
+            edit->setFocus();
+    }
 }
 
 void ContactCard::setUpHead(QFormLayout *form)
@@ -245,5 +250,32 @@ void ContactCard::save()
         return;
     }
     Q_EMIT saved();
-    close();
+    accept();
+}
+
+bool ContactCard::isEdited() const
+{
+    const auto record = edited();
+    return !record || !(*record == *m_before);
+}
+
+void ContactCard::reject()
+{
+    if (!isEdited()) {
+        QDialog::reject();
+        return;
+    }
+    QMessageBox question(QMessageBox::Question, windowTitle(), tr("Save what you changed in this contact?"),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    question.setDefaultButton(QMessageBox::Save);
+    switch (question.exec()) {
+    case QMessageBox::Save:
+        save();
+        break;
+    case QMessageBox::Discard:
+        QDialog::reject();
+        break;
+    default:
+        break;
+    }
 }

@@ -25,6 +25,8 @@ public:
     /// Writes and saves what was edited, and closes. On a refused birthday or a failed save it stays open and says why;
     /// after a failed save the person is as before.
     void save();
+    /// Asks first where something was edited.
+    void reject() override;
 
 Q_SIGNALS:
     void saved();
@@ -43,6 +45,7 @@ private:
     void choosePicture();
     void showPicture();
     void refuse(const QString &reason);
+    bool isEdited() const;
     /// The record with the edits; an error names the field that cannot be read.
     Result<PersonRecord> edited() const;
     void applyTexts(PersonRecord &record) const;

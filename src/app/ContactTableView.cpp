@@ -3,6 +3,7 @@
 #include "app/ContactTableView.h"
 
 #include "app/Counted.h"
+#include "app/EmptyPage.h"
 #include "table/ColumnMenus.h"
 
 #include <QApplication>
@@ -14,7 +15,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
-#include <QShortcut>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QTableView>
 #include <QToolTip>
@@ -29,9 +30,10 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     , m_search(new QLineEdit(this))
     , m_summary(new QLabel(this))
     , m_table(new QTableView(this))
-    , m_emptyPage(new QWidget(this))
+    , m_emptyPage(new EmptyPage(this))
     , m_pages(new QStackedWidget(this))
     , m_place(*m_table, m_rows, *controller.getTableView())
+    , m_look(*m_table, controller)
     , m_contextMenu(new QMenu(this))
 {
     m_search->setPlaceholderText(tr("Search in all fields"));
@@ -49,7 +51,6 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     setUpTable();
     setUpColumnMenus();
     setUpContextMenu();
-    setUpEmptyPage();
     connect(m_search, &QLineEdit::textChanged, &m_rows, &FilteredRows::setFilterText);
     connect(&m_rows, &QAbstractItemModel::modelReset, this, &ContactTableView::updateSummary);
     updateSummary();
@@ -59,8 +60,14 @@ void ContactTableView::setUpTable()
 {
     m_table->setAccessibleName(tr("Contacts"));
     m_table->setModel(&m_rows);
-    connect(&m_rows, &QAbstractItemModel::modelAboutToBeReset, this, [this] { m_place.remember(); });
-    connect(&m_rows, &QAbstractItemModel::modelReset, this, [this] { m_place.restore(); });
+    connect(&m_rows, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
+        m_place.remember();
+        m_look.remember();
+    });
+    connect(&m_rows, &QAbstractItemModel::modelReset, this, [this] {
+        m_look.restore();
+        m_place.restore();
+    });
     connect(m_table->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &ContactTableView::editingEnded,
         Qt::QueuedConnection); // the editor is still there
     m_table->setTabKeyNavigation(false); // Tab leaves the table; arrows move in it
@@ -102,6 +109,10 @@ void ContactTableView::setUpColumnMenus()
     for (const auto change : {&QAbstractItemModel::columnsInserted, &QAbstractItemModel::columnsRemoved})
         connect(m_controller.getTableView(), change, this, &ContactTableView::followColumns);
     connect(m_controller.getTableView(), &QAbstractItemModel::modelReset, this, &ContactTableView::followColumns);
+    connect(m_controller.getTableView(), &QAbstractItemModel::columnsInserted, this, [this] {
+        m_table->doItemsLayout(); // new columns come at the right end
+        m_table->horizontalScrollBar()->setValue(m_table->horizontalScrollBar()->maximum());
+    });
 }
 
 void ContactTableView::followColumns()
@@ -122,46 +133,25 @@ void ContactTableView::setUpContextMenu()
         return item;
     };
     add(tr("Open Contact Card"), QKeySequence(Qt::CTRL | Qt::Key_O), [this] { openCard(); });
-    add(tr("Copy Cells"), QKeySequence::Copy, [this] { copySelectedCells(); });
+    add(tr("Copy"), QKeySequence::Copy, [this] { copyCellOrRows(); });
+    add(tr("Copy Rows"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C), [this] { copyRows(); });
     add(tr("Copy Contacts as vCard"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), [this] { copyAsCards(); });
     m_contextMenu->addSeparator();
     add(tr("Export ..."), QKeySequence(), [this] { m_controller.exportItem(selectedRows()); });
-    add(tr("Delete ..."), QKeySequence::Delete, [this] { m_controller.deleteItem(selectedRows()); });
-    connect(&m_controller, &LoadContactsViewController::contextMenuEnabled, m_contextMenu, [this](bool isEnabled) {
+    const auto setEnabled = [this](bool isEnabled) {
         for (QAction *item : m_contextMenu->actions())
             item->setEnabled(isEnabled);
+    };
+    add(tr("Delete ..."), QKeySequence::Delete, [this, setEnabled] {
+        m_controller.deleteItem(selectedRows());
+        setEnabled(true); // the shortcuts work again
     });
-    connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
-        for (QAction *item : m_contextMenu->actions())
-            item->setEnabled(!selectedRows().empty());
+    connect(&m_controller, &LoadContactsViewController::contextMenuEnabled, m_contextMenu, setEnabled);
+    connect(m_table, &QWidget::customContextMenuRequested, this, [this, setEnabled](const QPoint &at) {
+        setEnabled(!selectedRows().empty());
         m_contextMenu->popup(m_table->viewport()->mapToGlobal(at));
     });
-    connect(m_contextMenu, &QMenu::aboutToHide, this, [this] {
-        for (QAction *item : m_contextMenu->actions()) // the shortcuts work again
-            item->setEnabled(true);
-    });
-}
-
-void ContactTableView::setUpEmptyPage()
-{
-    auto *text = new QLabel(tr("<h3>No contacts yet</h3><p>Import your contacts from vCard files, or drop such files "
-                               "onto this window.</p><p>To look around first, open the sample contacts.</p>"));
-    text->setAlignment(Qt::AlignCenter);
-    text->setWordWrap(true);
-    auto *import = new QPushButton(tr("Import ..."));
-    auto *sample = new QPushButton(tr("Open the Sample"));
-    connect(import, &QPushButton::clicked, this, &ContactTableView::importRequested);
-    connect(sample, &QPushButton::clicked, this, &ContactTableView::sampleRequested);
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(import);
-    buttons->addWidget(sample);
-    buttons->addStretch();
-    auto *layout = new QVBoxLayout(m_emptyPage);
-    layout->addStretch();
-    layout->addWidget(text);
-    layout->addLayout(buttons);
-    layout->addStretch();
+    connect(m_contextMenu, &QMenu::aboutToHide, this, [setEnabled] { setEnabled(true); });
 }
 
 void ContactTableView::columnDragged(int from, int to)
@@ -181,8 +171,23 @@ void ContactTableView::sortBy(int column)
     const bool isReversed = !before.empty() && before.front() == SortDescriptor{field, Qt::AscendingOrder};
     const Qt::SortOrder order = isReversed ? Qt::DescendingOrder : Qt::AscendingOrder;
     m_controller.sortDescriptorsDidChange({{field, order}});
-    m_table->horizontalHeader()->setSortIndicatorShown(true);
-    m_table->horizontalHeader()->setSortIndicator(column, order);
+    m_look.showSortArrow();
+}
+
+void ContactTableView::sortByCurrentColumn()
+{
+    if (m_table->currentIndex().isValid())
+        sortBy(m_table->currentIndex().column());
+}
+
+void ContactTableView::moveCurrentColumn(int by)
+{
+    const int from = m_table->currentIndex().column();
+    const int to = from + by;
+    if (from < 0 || to < 0 || to >= m_rows.columnCount())
+        return;
+    m_controller.getTableView()->moveColumn(from, to);
+    m_table->scrollTo(m_table->currentIndex());
 }
 
 void ContactTableView::updateSummary()
@@ -191,7 +196,17 @@ void ContactTableView::updateSummary()
     const int shown = m_rows.rowCount();
     m_summary->setText(
         shown == all ? counted(all, tr("contact"), tr("contacts")) : tr("%L1 of %L2").arg(shown).arg(all));
-    m_pages->setCurrentWidget(all == 0 ? m_emptyPage : m_table);
+    const bool wasFocused = m_emptyPage->isAncestorOf(m_emptyPage->window()->focusWidget());
+    m_pages->setCurrentWidget(all == 0 ? static_cast<QWidget *>(m_emptyPage) : m_table);
+    if (wasFocused && all > 0)
+        m_table->setFocus();
+}
+
+QWidget *ContactTableView::mainPane() const
+{
+    if (m_pages->currentWidget() == m_table)
+        return m_table;
+    return m_emptyPage->importButton()->isHidden() ? nullptr : m_emptyPage->importButton();
 }
 
 bool ContactTableView::isEditing() const
@@ -218,7 +233,16 @@ QList<ABPersonPtr> ContactTableView::selectedPeople() const
     return people;
 }
 
-void ContactTableView::copySelectedCells()
+/// Several rows are meant as rows; in a single one the cell with the ring is.
+void ContactTableView::copyCellOrRows()
+{
+    if (selectedRows().size() > 1)
+        copyRows();
+    else if (m_table->currentIndex().isValid())
+        QApplication::clipboard()->setText(m_table->currentIndex().data(Qt::EditRole).toString());
+}
+
+void ContactTableView::copyRows()
 {
     QModelIndexList cells = m_table->selectionModel()->selectedIndexes();
     std::sort(cells.begin(), cells.end());

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/ColumnLook.h"
 #include "app/TablePlace.h"
 #include "table/LoadContactsViewController.h"
 
 #include <QWidget>
 
+class EmptyPage;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -26,27 +28,34 @@ public:
     QList<QMenu *> columnMenus() const { return m_columnMenus; }
     QTableView *table() const { return m_table; }
     QLineEdit *searchField() const { return m_search; }
+    EmptyPage *emptyPage() const { return m_emptyPage; }
+    /// The table, or what can be done where it is empty; null where that is nothing.
+    QWidget *mainPane() const;
+    ColumnLook &columnLook() { return m_look; }
+    const ColumnLook &columnLook() const { return m_look; }
     /// In the order of the contact table's rows, not the filter's.
     std::vector<int> selectedRows() const;
     /// Whether a cell's editor is open; a reload would close it and lose what was typed.
     bool isEditing() const;
 
+    // For the column of the current cell.
+    void sortByCurrentColumn();
+    void moveCurrentColumn(int by);
+
 Q_SIGNALS:
     void cardRequested(const ABPersonPtr &person);
-    void importRequested();
-    void sampleRequested();
     void editingEnded();
 
 private:
     void setUpTable();
     void setUpColumnMenus();
     void setUpContextMenu();
-    void setUpEmptyPage();
     void followColumns();
     void columnDragged(int from, int to);
     void sortBy(int column);
     void updateSummary();
-    void copySelectedCells();
+    void copyCellOrRows();
+    void copyRows();
     void copyAsCards();
     void openCard();
     QList<ABPersonPtr> selectedPeople() const;
@@ -56,9 +65,10 @@ private:
     QLineEdit *m_search;
     QLabel *m_summary;
     QTableView *m_table;
-    QWidget *m_emptyPage;
+    EmptyPage *m_emptyPage;
     QStackedWidget *m_pages;
     TablePlace m_place;
+    ColumnLook m_look;
     QMenu *m_contextMenu;
     QList<QMenu *> m_columnMenus;
 };

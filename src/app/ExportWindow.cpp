@@ -5,9 +5,11 @@
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -21,6 +23,7 @@ ExportWindow::ExportWindow(QWidget *parent)
     , m_format(new QComboBox(this))
     , m_tableFields(new QRadioButton(tr("Only the fields that the table shows"), this))
     , m_allFields(new QRadioButton(tr("All fields"), this))
+    , m_reason(new QLabel(this))
     , m_save(nullptr)
 {
     setWindowTitle(tr("Export"));
@@ -32,6 +35,8 @@ ExportWindow::ExportWindow(QWidget *parent)
     m_tableFields->setChecked(true);
     auto *choose = new QPushButton(tr("Choose ..."));
     connect(choose, &QPushButton::clicked, this, &ExportWindow::chooseFolder);
+    m_reason->setTextFormat(Qt::PlainText);
+    m_reason->setWordWrap(true);
     auto *folder = new QHBoxLayout;
     folder->addWidget(m_folder, 1);
     folder->addWidget(choose);
@@ -42,13 +47,13 @@ ExportWindow::ExportWindow(QWidget *parent)
     form->addRow(QString(), m_allFields);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     m_save = buttons->button(QDialogButtonBox::Save);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::accepted, this, &ExportWindow::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(m_folder, &QLineEdit::textChanged, this,
-        [this](const QString &path) { m_save->setEnabled(QFileInfo(path).isDir()); });
+    connect(m_folder, &QLineEdit::textChanged, this, &ExportWindow::judgeFolder);
     connect(this, &QDialog::finished, this, &ExportWindow::end);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(form);
+    layout->addWidget(m_reason);
     layout->addWidget(buttons);
     setFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
 }
@@ -63,7 +68,39 @@ void ExportWindow::beginSheet(std::function<void(const std::optional<ExportChoic
 void ExportWindow::setFolder(const QString &folder)
 {
     m_folder->setText(folder);
-    m_save->setEnabled(QFileInfo(folder).isDir());
+    judgeFolder();
+}
+
+void ExportWindow::say(const QString &reason)
+{
+    m_reason->setText(reason);
+    m_reason->setAccessibleName(reason);
+}
+
+void ExportWindow::judgeFolder()
+{
+    const QFileInfo folder(m_folder->text());
+    const bool isThere = folder.exists();
+    m_save->setEnabled(folder.isDir() || (folder.isAbsolute() && !isThere));
+    if (m_folder->text().isEmpty())
+        say(tr("Choose a folder to export into."));
+    else if (isThere && !folder.isDir())
+        say(tr("This is a file, not a folder."));
+    else if (!isThere)
+        say(folder.isAbsolute() ? tr("This folder will be made.") : tr("There is no such folder."));
+    else
+        say({});
+}
+
+void ExportWindow::accept()
+{
+    if (!m_save->isEnabled())
+        return;
+    if (!QDir().mkpath(m_folder->text())) {
+        say(tr("This folder cannot be made."));
+        return;
+    }
+    QDialog::accept();
 }
 
 void ExportWindow::chooseFolder()

@@ -7,6 +7,7 @@
 #include <QDialog>
 
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
@@ -21,18 +22,23 @@ public:
 
     void beginSheet(std::function<void(const std::optional<ExportChoice> &)> done) override;
 
+    /// A folder that is not there is made when the export begins.
     void setFolder(const QString &folder);
+    void accept() override;
     QComboBox *selectedButton() const { return m_format; }
     QRadioButton *tableFieldsButton() const { return m_tableFields; }
 
 private:
     void chooseFolder();
+    void judgeFolder();
+    void say(const QString &reason);
     void end(int result);
 
     QLineEdit *m_folder;
     QComboBox *m_format;
     QRadioButton *m_tableFields;
     QRadioButton *m_allFields;
+    QLabel *m_reason;
     QPushButton *m_save;
     std::function<void(const std::optional<ExportChoice> &)> m_done;
 };

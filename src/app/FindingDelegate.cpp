@@ -14,6 +14,11 @@ constexpr int kMargin = 5;
 
 } // namespace
 
+QRect FindingDelegate::titleArea(const QRect &groupRow, const QFontMetrics &metrics)
+{
+    return groupRow.adjusted(0, groupRow.height() - metrics.height() - 2 * kMargin, 0, 0);
+}
+
 QSize FindingDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
 {
     return {200, 2 * option.fontMetrics.height() + 3 * kMargin};
@@ -49,7 +54,8 @@ void FindingDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     bold.setBold(true);
     if (index.data(ResultTree::IsGroupRole).toBool()) {
         painter->setFont(bold);
-        painter->drawText(area, Qt::AlignLeft | Qt::AlignBottom, index.data().toString());
+        painter->drawText(titleArea(item.rect, item.fontMetrics).adjusted(kMargin, 0, -kMargin, 0),
+            Qt::AlignLeft | Qt::AlignVCenter, index.data().toString());
         painter->restore();
         return;
     }

@@ -13,6 +13,10 @@ class FindingDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    /// Where a group's row has its title and its arrow: at the foot, near its findings. All rows are of one height, or
+    /// the view would have to measure each.
+    static QRect titleArea(const QRect &groupRow, const QFontMetrics &metrics);
+
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 

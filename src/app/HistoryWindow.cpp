@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/HistoryWindow.h"
 
+#include "app/Controls.h"
 #include "contacts/ABAddressBook.h"
 #include "contacts/RecordDifferences.h"
 
@@ -57,7 +58,7 @@ HistoryWindow::HistoryWindow(QWidget *parent)
     , m_restore(new QPushButton(tr("&Restore"), this))
 {
     setWindowTitle(tr("Change History"));
-    resize(860, 600);
+    setFirstSize(*this, {860, 600});
     setUpLists();
     m_message->setWordWrap(true);
     m_message->setTextFormat(Qt::PlainText);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ImportWindow.h"
 
+#include "app/Controls.h"
 #include "app/Counted.h"
 #include "contacts/RecordImporter.h"
 
@@ -32,9 +33,10 @@ ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *
     , m_button(new QPushButton(tr("Cancel"), this))
 {
     setWindowTitle(tr("Import"));
-    resize(560, 320);
+    setFirstSize(*this, {560, 320});
     m_text->setWordWrap(true);
     m_text->setTextFormat(Qt::PlainText);
+    m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_bar->setAccessibleName(tr("Import progress"));
     m_bar->setRange(0, 100);
     m_skipped->setAccessibleName(tr("What was skipped, and why"));
@@ -70,7 +72,9 @@ void ImportWindow::run(const QStringList &paths, const std::stop_token &isCancel
 {
     Report report;
     const auto book = ABAddressBook::sharedAddressBook();
-    for (const QString &path : paths) {
+    if (!book)
+        report.failures += tr("Nothing was imported: no address book is open.");
+    for (const QString &path : book ? paths : QStringList()) {
         const QString name = QFileInfo(path).fileName();
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly)) {
@@ -78,7 +82,7 @@ void ImportWindow::run(const QStringList &paths, const std::stop_token &isCancel
             continue;
         }
         const QByteArray content = file.readAll();
-        if (file.error() != QFileDevice::NoError || !book) {
+        if (file.error() != QFileDevice::NoError) {
             report.failures += tr("%1: cannot be read: %2").arg(path, file.errorString());
             continue;
         }
@@ -112,7 +116,9 @@ void ImportWindow::showProgress(const QString &path, int percent)
 void ImportWindow::showReport(const Report &report)
 {
     m_isRunning = false;
-    QStringList sentences{tr("Imported %1.").arg(counted(report.imported, tr("contact"), tr("contacts")))};
+    QStringList sentences;
+    if (report.imported > 0 || report.failures.isEmpty())
+        sentences += tr("Imported %1.").arg(counted(report.imported, tr("contact"), tr("contacts")));
     if (report.alreadyThere > 0)
         sentences += tr("Already there: %1.").arg(counted(report.alreadyThere, tr("contact"), tr("contacts")));
     if (!report.skipped.isEmpty())
@@ -121,7 +127,8 @@ void ImportWindow::showReport(const Report &report)
     if (report.cancelled)
         sentences += tr("Cancelled; the file that was being read was left out.");
     m_text->setText((sentences + report.failures).join(u'\n'));
-    m_log.append(ActivityLog::Kind::Done, sentences.front());
+    if (!sentences.isEmpty())
+        m_log.append(ActivityLog::Kind::Done, sentences.front());
     for (const QString &failure : report.failures)
         m_log.append(ActivityLog::Kind::Failure, failure);
     for (const QString &line : report.skipped)
@@ -129,6 +136,8 @@ void ImportWindow::showReport(const Report &report)
     m_bar->hide();
     m_skipped->addItems(report.skipped);
     m_skipped->setVisible(!report.skipped.isEmpty());
+    if (report.skipped.isEmpty()) // the window has room for a list
+        resize(width(), layout()->totalHeightForWidth(width()));
     m_button->setText(tr("Close"));
     m_button->setEnabled(true);
     m_button->setFocus();

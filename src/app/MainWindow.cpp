@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/MainWindow.h"
 
+#include "app/ContactCard.h"
 #include "app/ContactTableView.h"
 #include "app/Controls.h"
+#include "app/EmptyPage.h"
 #include "app/ProgressWindow.h"
 #include "app/ResultsView.h"
 
@@ -15,12 +17,15 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPushButton>
 #include <QSettings>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTableView>
 #include <QToolButton>
+
+#include <utility>
 
 namespace {
 
@@ -58,7 +63,6 @@ MainWindow::MainWindow(LoadContactsViewController &table)
     setUpStatusBar();
     setCentralWidget(m_areas);
     restoreLayout();
-    m_contacts->table()->setFocus();
 }
 
 MainWindow::~MainWindow() = default;
@@ -72,12 +76,15 @@ void MainWindow::setUpContactArea()
     connect(m_scanButton, &QPushButton::clicked, this, &MainWindow::scanRequested);
     connect(m_freshButton, &QPushButton::clicked, this, &MainWindow::refreshRequested);
     connect(m_exportAllButton, &QPushButton::clicked, this, &MainWindow::exportAllRequested);
+    connect(m_contacts->emptyPage(), &EmptyPage::importRequested, this, &MainWindow::importRequested);
+    connect(m_contacts->emptyPage(), &EmptyPage::sampleRequested, this, &MainWindow::sampleRequested);
 
     auto *topView = new BannerView(QStringLiteral(":/art/topBackGround.png"), m_allView);
     auto *buttons = new QHBoxLayout(topView);
     buttons->addStretch();
     for (MyButton *button : {m_scanButton, m_freshButton, m_exportAllButton})
         buttons->addWidget(button);
+    m_buttonBar = new ButtonBar({m_scanButton, m_freshButton, m_exportAllButton}, topView);
     auto *layout = new QVBoxLayout(m_allView);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -88,6 +95,21 @@ void MainWindow::setUpContactArea()
 
 void MainWindow::setUpMenus()
 {
+    setUpProgramMenu();
+    setUpFileMenu();
+    setUpContactsMenus();
+    QMenu *window = menuBar()->addMenu(tr("&Window"));
+    window->addAction(tr("&Activity"), this, &MainWindow::activityRequested);
+    QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("%1 help").arg(QApplication::applicationDisplayName()), this, &MainWindow::helpRequested)
+        ->setShortcut(QKeySequence::HelpContents);
+    help->addAction(tr("Support"), this, &MainWindow::supportRequested);
+
+    connect(new QShortcut(QKeySequence(Qt::Key_F6), this), &QShortcut::activated, this, &MainWindow::focusNextPane);
+}
+
+void MainWindow::setUpProgramMenu()
+{
     const QString name = QApplication::applicationDisplayName();
     QMenu *program = menuBar()->addMenu(name);
     program->addAction(tr("About %1").arg(name), this, &MainWindow::aboutRequested);
@@ -97,7 +119,10 @@ void MainWindow::setUpMenus()
     program->addAction(tr("Hide %1").arg(name), this, &QWidget::showMinimized)
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_H));
     program->addAction(tr("Quit %1").arg(name), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
+}
 
+void MainWindow::setUpFileMenu()
+{
     QMenu *file = menuBar()->addMenu(tr("&File"));
     m_addressBooks = file->addMenu(tr("Address &Books"));
     connect(m_addressBooks, &QMenu::aboutToShow, this, [this] {
@@ -105,8 +130,9 @@ void MainWindow::setUpMenus()
             m_addressBooks->addAction(tr("Looking ..."))->setEnabled(false);
         Q_EMIT addressBooksRequested();
     });
-    file->addAction(tr("&Import ..."), this, &MainWindow::importRequested)
-        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
+    m_importAction = file->addAction(tr("&Import ..."), this, &MainWindow::importRequested);
+    m_importAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
+    m_importAction->setEnabled(false); // until there is somewhere to import into
     m_scanActions += file->addAction(tr("&Export All ..."), this, &MainWindow::exportAllRequested);
     m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
 
@@ -114,26 +140,32 @@ void MainWindow::setUpMenus()
     file->addAction(tr("Change &History ..."), this, &MainWindow::historyRequested);
     file->addAction(tr("&Back Up ..."), this, &MainWindow::backUpRequested);
     file->addAction(tr("&Restore ..."), this, &MainWindow::restoreRequested);
+}
 
+void MainWindow::setUpContactsMenus()
+{
     QMenu *contacts = menuBar()->addMenu(tr("&Contacts"));
     m_scanActions += contacts->addAction(tr("&Scan"), this, &MainWindow::scanRequested);
     m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
     m_refreshAction = contacts->addAction(tr("&Refresh"), this, &MainWindow::refreshRequested);
     m_refreshAction->setShortcut(QKeySequence::Refresh);
     contacts->addSeparator();
-    contacts->addAction(tr("&Find"), this, [this] { m_contacts->searchField()->setFocus(); })
-        ->setShortcut(QKeySequence::Find);
+    const auto addForTable = [this](QMenu *menu, const QString &title, const QKeySequence &keys, auto action) {
+        m_tableActions += menu->addAction(title, this, action);
+        m_tableActions.back()->setShortcut(keys);
+    };
+    addForTable(contacts, tr("&Find"), QKeySequence::Find, [this] { m_contacts->searchField()->setFocus(); });
 
     QMenu *columns = menuBar()->addMenu(tr("C&olumns"));
+    addForTable(columns, tr("&Sort by Current Column"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
+        [this] { m_contacts->sortByCurrentColumn(); });
+    addForTable(columns, tr("Move Current Column &Left"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left),
+        [this] { m_contacts->moveCurrentColumn(-1); });
+    addForTable(columns, tr("Move Current Column &Right"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Right),
+        [this] { m_contacts->moveCurrentColumn(1); });
+    columns->addSeparator();
     for (QMenu *menu : m_contacts->columnMenus())
-        columns->addMenu(menu);
-    QMenu *window = menuBar()->addMenu(tr("&Window"));
-    window->addAction(tr("&Activity"), this, &MainWindow::activityRequested);
-    QMenu *help = menuBar()->addMenu(tr("&Help"));
-    help->addAction(tr("%1 help").arg(name), this, &MainWindow::helpRequested)->setShortcut(QKeySequence::HelpContents);
-    help->addAction(tr("Support"), this, &MainWindow::supportRequested);
-
-    connect(new QShortcut(QKeySequence(Qt::Key_F6), this), &QShortcut::activated, this, &MainWindow::focusNextPane);
+        m_tableActions += columns->addMenu(menu);
 }
 
 void MainWindow::setUpStatusBar()
@@ -161,6 +193,20 @@ void MainWindow::setAddressBookName(const QString &name)
 {
     m_bookName->setText(name);
     m_giveUp->hide();
+}
+
+void MainWindow::setContactsLoaded()
+{
+    m_contacts->emptyPage()->offerContacts();
+    m_importAction->setEnabled(true);
+    if (std::exchange(m_isFirstLoad, false) && m_contacts->searchField()->text().isEmpty())
+        m_contacts->mainPane()->setFocus();
+}
+
+void MainWindow::showNoAddressBook(const QString &reason)
+{
+    m_contacts->emptyPage()->showNoAddressBook(reason);
+    m_importAction->setEnabled(false);
 }
 
 void MainWindow::showOpening(qint64 done, qint64 total)
@@ -205,12 +251,16 @@ void MainWindow::showResults(OutlineViewController &controller)
     m_results = new ResultsView(controller, m_areas);
     m_areas->addWidget(m_results);
     m_areas->setCurrentWidget(m_results);
+    for (QAction *action : std::as_const(m_tableActions))
+        action->setEnabled(false);
     m_results->setFocus();
 }
 
 void MainWindow::showContacts()
 {
     m_areas->setCurrentWidget(m_allView);
+    for (QAction *action : std::as_const(m_tableActions))
+        action->setEnabled(true);
     delete m_results;
     m_results = nullptr;
 }
@@ -236,6 +286,12 @@ void MainWindow::dropEvent(QDropEvent *event)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    for (ContactCard *card : findChildren<ContactCard *>()) {
+        if (!card->close()) { // what was typed into it is to be kept
+            event->ignore();
+            return;
+        }
+    }
     saveLayout();
     QMainWindow::closeEvent(event);
     QApplication::quit();
@@ -245,7 +301,7 @@ void MainWindow::restoreLayout()
 {
     const QSettings settings;
     if (!restoreGeometry(settings.value(QStringLiteral("window/geometry")).toByteArray()))
-        resize(kFirstSize);
+        setFirstSize(*this, kFirstSize);
     std::vector<Field> columns;
     for (const QString &label : settings.value(QStringLiteral("table/columns")).toStringList()) {
         if (const auto field = fieldLabelled(label))
@@ -253,30 +309,28 @@ void MainWindow::restoreLayout()
     }
     if (!columns.empty())
         m_table.getTableView()->setColumns(columns);
-    const QVariantList widths = settings.value(QStringLiteral("table/widths")).toList();
-    for (int column = 0; column < int(widths.size()) && column < int(columns.size()); ++column)
-        m_contacts->table()->setColumnWidth(column, widths[column].toInt());
+    m_contacts->columnLook().setWidths(settings.value(QStringLiteral("table/widths")).toMap());
 }
 
 void MainWindow::saveLayout() const
 {
     QStringList columns;
-    QVariantList widths;
-    for (const Field field : m_table.getTableView()->columns()) {
-        widths += m_contacts->table()->columnWidth(int(columns.size()));
+    for (const Field field : m_table.getTableView()->columns())
         columns += fieldInfo(field).label;
-    }
     QSettings settings;
     settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
     settings.setValue(QStringLiteral("table/columns"), columns);
-    settings.setValue(QStringLiteral("table/widths"), widths);
+    settings.setValue(QStringLiteral("table/widths"), m_contacts->columnLook().widths());
 }
 
 void MainWindow::focusNextPane()
 {
-    QList<QWidget *> panes{m_scanButton, m_contacts->searchField(), m_contacts->table()};
+    QList<QWidget *> panes{m_buttonBar->tabStop(), m_contacts->searchField(), m_contacts->mainPane()};
     if (m_results)
         panes = m_results->panes();
+    panes.removeIf([](const QWidget *pane) { return !pane || !pane->isEnabled(); });
+    if (panes.isEmpty())
+        return;
     const auto holdsFocus = [](const QWidget *pane) {
         return pane->hasFocus() || pane->isAncestorOf(QApplication::focusWidget());
     };

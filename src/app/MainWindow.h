@@ -6,6 +6,7 @@
 
 #include <QMainWindow>
 
+class ButtonBar;
 class ContactTableView;
 class LoadContactsViewController;
 class MyButton;
@@ -36,6 +37,8 @@ public:
     /// Scan, Refresh and Export All, as buttons and in the menus.
     void setButtonsEnabled(bool isEnabled);
     void setFreshButtonEnabled(bool isEnabled);
+    /// The contacts of the address book are in the table, or it has none.
+    void setContactsLoaded();
     /// Puts the results in the place of the contact area.
     void showResults(OutlineViewController &controller);
     /// And back; the results' view is gone then.
@@ -44,6 +47,8 @@ public:
     void setFailureMark(const QString &newest);
     /// Which address book this window shows.
     void setAddressBookName(const QString &name);
+    /// The address book could not be opened; says why.
+    void showNoAddressBook(const QString &reason);
     /// How far the opening of a large address book is; can be given up. Gone once there is a name.
     void showOpening(qint64 done, qint64 total);
     /// What the menu of address books offers; @p current is checked.
@@ -54,6 +59,7 @@ Q_SIGNALS:
     void refreshRequested();
     void exportAllRequested();
     void importRequested();
+    void sampleRequested();
     void historyRequested();
     void backUpRequested();
     void restoreRequested();
@@ -76,6 +82,9 @@ protected:
 private:
     void setUpContactArea();
     void setUpMenus();
+    void setUpProgramMenu();
+    void setUpFileMenu();
+    void setUpContactsMenus();
     void setUpStatusBar();
     void restoreLayout();
     void saveLayout() const;
@@ -85,15 +94,19 @@ private:
     MyButton *m_scanButton;
     MyButton *m_freshButton;
     MyButton *m_exportAllButton;
+    ButtonBar *m_buttonBar = nullptr;
     QWidget *m_allView;
     ContactTableView *m_contacts;
     QStackedWidget *m_areas;
     ResultsView *m_results = nullptr;
+    bool m_isFirstLoad = true; // after which the contacts get the focus
     ProgressWindow *m_progress;
     QToolButton *m_failureMark;
     QLabel *m_bookName;
     QToolButton *m_giveUp;
     QMenu *m_addressBooks = nullptr;
     QList<QAction *> m_scanActions; // disabled during a scan
+    QList<QAction *> m_tableActions; // disabled while results are shown
     QAction *m_refreshAction = nullptr;
+    QAction *m_importAction = nullptr;
 };

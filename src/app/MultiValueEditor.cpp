@@ -85,6 +85,7 @@ void MultiValueEditor::addRow(const ABMultiValue::Entry &entry, bool isNew)
     Row row{widget, new QComboBox(widget), entry.label, shown(entry.label), {}, {}};
     row.label->setEditable(true);
     row.label->setAccessibleName(tr("Label"));
+    row.label->lineEdit()->setAccessibleName(tr("Label"));
     for (const QString &label : standardLabels(m_property))
         row.label->addItem(shown(label), label);
     row.label->setEditText(row.shownLabel);

@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QLabel>
 #include <QPainter>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -12,6 +13,7 @@ namespace {
 
 constexpr double kPointsOfLine = 20; // between two rows of a document
 constexpr int kGap = 12; // between two texts of a row
+constexpr int kRingWidth = 2; // of the focus
 
 /// The ground of previews: a quiet pattern over the window's base colour.
 class DocumentView : public QWidget
@@ -40,6 +42,15 @@ QColor colourOf(const PreviewField &field, const QPalette &palette)
     return palette.color(QPalette::PlaceholderText);
 }
 
+/// A row has room for one line: of several, the first, and a sign that there are more.
+QString lineOf(const QString &text)
+{
+    static const QRegularExpression lineBreak(QStringLiteral("[\\r\\n\\x{2028}\\x{2029}]"));
+    const QString whole = text.trimmed();
+    const qsizetype end = whole.indexOf(lineBreak);
+    return end < 0 ? text : whole.left(end) % QStringLiteral(" …");
+}
+
 /// How far the columns must move apart so that no text runs into the one beside it.
 double widthScale(const std::vector<PreviewField> &fieldsInReadingOrder, const QFontMetrics &metrics)
 {
@@ -49,7 +60,7 @@ double widthScale(const std::vector<PreviewField> &fieldsInReadingOrder, const Q
         const PreviewField &right = fieldsInReadingOrder[i];
         const int room = right.frame.x() - left.frame.x();
         if (left.frame.y() == right.frame.y() && room > 0)
-            scale = std::max(scale, double(metrics.horizontalAdvance(left.text) + kGap) / room);
+            scale = std::max(scale, double(metrics.horizontalAdvance(lineOf(left.text)) + kGap) / room);
     }
     return scale;
 }
@@ -61,6 +72,7 @@ PreviewView::PreviewView(QWidget *parent) : QScrollArea(parent)
     setFrameShape(QFrame::NoFrame);
     setAccessibleName(tr("Preview of the repair"));
     setFocusPolicy(Qt::StrongFocus);
+    setViewportMargins(kRingWidth, kRingWidth, kRingWidth, kRingWidth);
     setDocument({});
 }
 
@@ -75,6 +87,17 @@ void PreviewView::changeEvent(QEvent *event)
     if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange)
         layOut();
     QScrollArea::changeEvent(event);
+}
+
+bool PreviewView::event(QEvent *event)
+{
+    const bool isHandled = QScrollArea::event(event);
+    if (event->type() == QEvent::Paint && hasFocus()) {
+        QPainter painter(this);
+        painter.setPen({palette().color(QPalette::Highlight), kRingWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin});
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+    return isHandled;
 }
 
 void PreviewView::layOut()
@@ -94,7 +117,7 @@ void PreviewView::layOut()
 
     QStringList texts;
     for (const PreviewField &field : fields) {
-        auto *label = new QLabel(field.text, view);
+        auto *label = new QLabel(lineOf(field.text), view);
         label->setTextFormat(Qt::PlainText);
         if (field.colour)
             label->setFont(bold);

@@ -5,6 +5,7 @@
 #include "app/Controls.h"
 #include "app/Counted.h"
 #include "app/FindingDelegate.h"
+#include "app/FindingTree.h"
 #include "app/PreviewView.h"
 
 #include <QBoxLayout>
@@ -16,7 +17,6 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QTreeView>
 
 namespace {
 
@@ -27,7 +27,7 @@ constexpr int kPictureSize = 72;
 ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     : QWidget(parent)
     , m_controller(controller)
-    , m_tree(new QTreeView(this))
+    , m_tree(new FindingTree(this))
     , m_count(new QLabel(this))
     , m_name(new QLabel(this))
     , m_picture(new QLabel(this))
@@ -126,6 +126,7 @@ QWidget *ResultsView::makeButtons()
     layout->addStretch();
     layout->addWidget(m_openContactButton);
     layout->addWidget(m_fixButton);
+    m_buttonBar = new ButtonBar({m_backButton, m_openContactButton, m_fixButton}, bar);
     connect(m_backButton, &QPushButton::clicked, &m_controller, &OutlineViewController::backClicked);
     connect(m_openContactButton, &QPushButton::clicked, &m_controller, &OutlineViewController::openInContacts);
     connect(m_fixButton, &QPushButton::clicked, &m_controller, &OutlineViewController::fixClick);
@@ -172,11 +173,7 @@ void ResultsView::followController()
 
 QList<QWidget *> ResultsView::panes() const
 {
-    QAbstractButton *option = m_optionButtons->checkedButton();
-    QList<QWidget *> panes{m_tree};
-    if (option)
-        panes += option;
-    return panes << m_preview << m_fixButton;
+    return {m_tree, m_optionButtons->checkedButton(), m_preview, m_fixButton->isEnabled() ? m_fixButton : m_backButton};
 }
 
 void ResultsView::refresh()
@@ -190,7 +187,7 @@ void ResultsView::showSelection()
 {
     const PersonItemPtr &item = m_controller.selectedItem();
     const QModelIndex index = item ? m_controller.model().indexOfNode(item.get()) : QModelIndex();
-    if (m_tree->currentIndex() != index)
+    if (m_tree->currentIndex() != index || !m_tree->selectionModel()->isSelected(index))
         m_tree->setCurrentIndex(index);
     if (index.isValid())
         m_tree->scrollTo(index);
@@ -221,15 +218,19 @@ void ResultsView::showOptions()
     if (!group)
         return;
     int number = 0;
+    QWidget *before = m_tree;
     for (const QLatin1StringView title : optionGroupInfo(*group).titles) {
         auto *option = new QRadioButton(title, m_boxWithMatrix);
         option->setChecked(m_controller.currentOption(*group) == title);
         option->setToolTip(tr("Alt+%1").arg(++number));
         m_optionButtons->addButton(option, number);
         m_options->addWidget(option);
+        setTabOrder(before, option);
+        before = option;
         connect(option, &QRadioButton::clicked, this,
             [this, group, text = QString(title)] { m_controller.chooseOption(*group, text); });
     }
+    setTabOrder(before, m_preview);
 }
 
 void ResultsView::showCount()

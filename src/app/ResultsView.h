@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+class ButtonBar;
 class QButtonGroup;
 class QLabel;
 class QPushButton;
@@ -29,7 +30,7 @@ public:
     QPushButton *backButton() const { return m_backButton; }
     QPushButton *openContactButton() const { return m_openContactButton; }
     PreviewView *preview() const { return m_preview; }
-    /// Where F6 goes.
+    /// Where F6 goes; null for what is not there.
     QList<QWidget *> panes() const;
 
     /// Shows the tree anew, all groups open, the first finding selected.
@@ -59,6 +60,7 @@ private:
     QButtonGroup *m_optionButtons;
     PreviewView *m_preview;
     QStackedWidget *m_side; // the panel, or the tips when all groups are closed
+    ButtonBar *m_buttonBar = nullptr;
     QPushButton *m_openContactButton;
     QPushButton *m_backButton;
     QPushButton *m_fixButton;

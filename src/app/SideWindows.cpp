@@ -25,7 +25,7 @@ SideWindows::SideWindows(QWidget &mainWindow, ActivityLog &activity)
 void SideWindows::showAbout()
 {
     if (!m_about)
-        m_about = new AboutWindowController(&m_mainWindow);
+        m_about = new AboutWindowController(m_activity, &m_mainWindow);
     m_about->showWindow();
 }
 
@@ -56,7 +56,7 @@ void SideWindows::showCard(const ABPersonPtr &person)
 {
     auto *card = new ContactCard(person, &m_mainWindow);
     card->setAttribute(Qt::WA_DeleteOnClose);
-    connect(card, &ContactCard::saved, this, &SideWindows::peopleChanged);
+    connect(card, &ContactCard::saved, this, [this, uid = person->uniqueId()] { Q_EMIT peopleChanged({uid}); });
     connect(card, &ContactCard::failed, this, &SideWindows::noteFailure);
     card->show();
 }
@@ -65,7 +65,7 @@ void SideWindows::importFiles(const QStringList &paths)
 {
     auto *window = new ImportWindow(paths, m_activity, &m_mainWindow);
     window->setAttribute(Qt::WA_DeleteOnClose);
-    connect(window, &ImportWindow::imported, this, &SideWindows::peopleChanged);
+    connect(window, &ImportWindow::imported, this, [this] { Q_EMIT peopleChanged({}); });
     window->show();
 }
 

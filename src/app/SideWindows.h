@@ -27,7 +27,7 @@ public:
     void importFiles(const QStringList &paths);
 
 Q_SIGNALS:
-    void peopleChanged(); ///< added or edited
+    void peopleChanged(const QStringList &uids); ///< edited; empty: people were added
     void peopleRestored(); ///< findings and rows may be of people who are gone
 
 private:

@@ -151,6 +151,8 @@ QVariant ResultTree::data(const QModelIndex &index, int role) const
         return node.isRootNode() ? rowView(node).text : node.name();
     case DescriptionRole:
         return node.isRootNode() ? QVariant() : QVariant(rowView(node).text);
+    case Qt::AccessibleTextRole: // what is wrong is drawn, and a name alone does not say it
+        return node.isRootNode() ? node.name() : QString(node.name() % QStringLiteral(": ") % rowView(node).text);
     case PictureRole: {
         const auto picture = node.isRootNode() ? std::nullopt : node.person()->imageData();
         return picture ? QVariant(*picture) : QVariant();

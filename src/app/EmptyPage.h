@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+
+/// What stands in the place of a contact table without rows: why there are none, and what to do about it.
+class EmptyPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Says that the address book is being opened.
+    explicit EmptyPage(QWidget *parent = nullptr);
+
+    /// The address book is open and has no contacts: offers ways to some.
+    void offerContacts();
+    /// None is open; nothing can be done here.
+    void showNoAddressBook(const QString &reason);
+    QPushButton *importButton() const { return m_import; }
+
+Q_SIGNALS:
+    void importRequested();
+    void sampleRequested();
+
+private:
+    void say(const QString &title, const QStringList &sentences);
+    void setOffersShown(bool isShown);
+
+    QLabel *m_text;
+    QPushButton *m_import;
+    QPushButton *m_sample;
+};

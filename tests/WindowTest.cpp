@@ -1,0 +1,260 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ContactCard.h"
+#include "app/ContactTableView.h"
+#include "app/Controls.h"
+#include "app/EmptyPage.h"
+#include "app/ImportWindow.h"
+#include "app/PreviewView.h"
+#include "app/ResultsView.h"
+#include "contacts/open/OpenStore.h"
+#include "support/AppFixture.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenu>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTableView>
+#include <QTest>
+#include <QTreeView>
+
+using namespace Qt::StringLiterals;
+
+/// How the windows are moved in and what they stand by: the focus, the selection, the columns.
+class WindowTest : public QObject, private AppFixture
+{
+    Q_OBJECT
+
+    QTreeView *tree() { return window().results()->outlineView(); }
+    QString selectedName() { return m_app->outlineViewController()->selectedItem()->name(); }
+
+    QAction *action(const QString &title)
+    {
+        for (QAction *item : window().findChildren<QAction *>()) {
+            if (item->text() == title)
+                return item;
+        }
+        return nullptr;
+    }
+
+    int columnOf(const QString &title)
+    {
+        const QAbstractItemModel *model = contacts()->table()->model();
+        for (int column = 0; column < model->columnCount(); ++column) {
+            if (model->headerData(column, Qt::Horizontal).toString() == title)
+                return column;
+        }
+        return -1;
+    }
+
+private Q_SLOTS:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+    void cleanup() { end(); }
+
+    void onlyFindingsAreSelected()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}",
+            "{'uid':'2','firstName':'Bo','lastName':'Ng','note':'  '}"});
+        scan();
+        const QModelIndex groups[] = {tree()->model()->index(0, 0), tree()->model()->index(1, 0)};
+        const auto isHighlighted = [this](const QModelIndex &group) {
+            const QModelIndex finding = tree()->model()->index(0, 0, group);
+            return tree()->currentIndex() == finding && tree()->selectionModel()->selectedIndexes() == QList{finding};
+        };
+        for (const QModelIndex &group : groups) {
+            QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, tree()->visualRect(group).center());
+            QVERIFY(isHighlighted(groups[0]));
+        }
+        tree()->setFocus();
+        QTest::keyClick(tree(), Qt::Key_Up);
+        QVERIFY(isHighlighted(groups[0]));
+        QTest::keyClick(tree(), Qt::Key_Down);
+        QVERIFY(isHighlighted(groups[1]));
+        QCOMPARE(selectedName(), u"Bo Ng"_s);
+        QTest::keyClick(tree(), Qt::Key_Left);
+        QVERIFY(!tree()->isExpanded(groups[1]) && isHighlighted(groups[0]));
+        QTest::keyClick(tree(), Qt::Key_Left);
+        QVERIFY(!tree()->isExpanded(groups[0]) && !window().results()->fixButton()->isEnabled());
+        QTest::keyClick(tree(), Qt::Key_Right);
+        QVERIFY(tree()->isExpanded(groups[0]) && isHighlighted(groups[0]));
+        QCOMPARE(selectedName(), u"Ann Lee"_s);
+        QTest::keyClick(tree(), Qt::Key_Right);
+        QVERIFY(tree()->isExpanded(groups[1]) && isHighlighted(groups[0]));
+    }
+
+    void anEditedCardIsExamined()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}",
+            "{'uid':'2','firstName':'Bo','lastName':'Ng','suffix':'QQQ'}"});
+        scan();
+        const auto edit = [this](const QString &before, const QString &after) {
+            m_app->outlineViewController()->openInContacts();
+            auto *card = window().findChild<ContactCard *>();
+            for (auto *line : card->findChildren<QLineEdit *>()) {
+                if (line->text() == before) {
+                    line->selectAll();
+                    QTest::keyClicks(line, after);
+                }
+            }
+            card->save();
+            delete card;
+        };
+        edit(u"Lee"_s, u"Ito"_s);
+        QTRY_VERIFY(window().results()->preview()->spokenText().contains(u"Ito"));
+        QCOMPARE(selectedName(), u"Ann Lee"_s); // as the scan found her
+        edit(u"XYZ"_s, u"Jr"_s);
+        QTRY_COMPARE(m_app->outlineViewController()->findingCount(), 1);
+        QCOMPARE(selectedName(), u"Bo Ng"_s);
+    }
+
+    void tabAndF6GoFromPaneToPane()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}"});
+        QVERIFY(contacts()->table()->hasFocus());
+        QTest::keyClick(&window(), Qt::Key_F6);
+        QVERIFY(window().scanButton()->hasFocus());
+        QTest::keyClick(window().scanButton(), Qt::Key_Right);
+        QVERIFY(window().freshButton()->hasFocus());
+        QTest::keyClick(window().freshButton(), Qt::Key_Tab);
+        QVERIFY(contacts()->searchField()->hasFocus());
+        QTest::keyClick(contacts()->searchField(), Qt::Key_Backtab);
+        QVERIFY(window().freshButton()->hasFocus()); // where one was
+        scan();
+        ResultsView *results = window().results();
+        QVERIFY(!action(u"&Find"_s)->isEnabled());
+        QTRY_VERIFY(tree()->hasFocus());
+        QList<QWidget *> stops;
+        do {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            stops += QApplication::focusWidget();
+        } while (stops.back() != tree() && stops.size() < 10);
+        QCOMPARE(stops.size(), 4);
+        QVERIFY(qobject_cast<QRadioButton *>(stops[0]));
+        QCOMPARE(stops[1], results->preview());
+        QCOMPARE(stops[2], results->backButton());
+        QTest::keyClick(&window(), Qt::Key_Left, Qt::AltModifier);
+        QTRY_VERIFY(!window().results());
+        QVERIFY(action(u"&Find"_s)->isEnabled());
+    }
+
+    void shortcutsOutliveADeletionOfNobody()
+    {
+        start({"{'uid':'1','firstName':'Ann'}"});
+        QTableView *table = contacts()->table();
+        table->clearSelection();
+        Answer cancel(u"Cancel"_s);
+        QTest::keyClick(table, Qt::Key_Delete);
+        QVERIFY(!cancel.said.isEmpty());
+        window().activateWindow(); // where no window manager gives the focus back
+        QVERIFY(QTest::qWaitForWindowActive(&window()));
+        table->selectRow(0);
+        QTest::keyClick(table, Qt::Key_O, Qt::ControlModifier);
+        QVERIFY(window().findChild<ContactCard *>());
+    }
+
+    void widthsAndArrowFollowTheirColumn_data()
+    {
+        QTest::addColumn<QString>("change");
+        for (const char *change : {"drag", "hide another", "show another", "keys", "next start"})
+            QTest::newRow(change) << QString::fromLatin1(change);
+    }
+
+    void widthsAndArrowFollowTheirColumn()
+    {
+        QFETCH(const QString, change);
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});
+        QTableView *table = contacts()->table();
+        QHeaderView *header = table->horizontalHeader();
+        const auto showInitial = [this] {
+            m_app->loadContactsViewController().getTableView()->setColumns(
+                {Field::FirstName, Field::LastName, Field::MiddleName, Field::Nickname});
+        };
+        showInitial();
+        table->setColumnWidth(1, 222);
+        table->setCurrentIndex(table->model()->index(0, 1));
+        action(u"&Sort by Current Column"_s)->trigger();
+        if (change == u"drag") {
+            header->moveSection(1, 3);
+        } else if (change == u"hide another") {
+            m_app->loadContactsViewController().menuDidChange(u"First Name"_s);
+        } else if (change == u"show another") {
+            m_app->loadContactsViewController().menuDidChange(u"Department"_s);
+        } else if (change == u"keys") {
+            QTest::keyClick(table, Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier);
+            QCOMPARE(table->currentIndex().column(), 0);
+        } else {
+            header->moveSection(1, 0);
+            window().close();
+            end();
+            start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});
+        }
+        const int column = columnOf(u"Last Name"_s);
+        QTableView *now = contacts()->table();
+        QCOMPARE(now->columnWidth(column), 222);
+        for (int other = 0; other < now->model()->columnCount(); ++other)
+            QCOMPARE(now->columnWidth(other) == 222, other == column);
+        if (change == u"next start")
+            return;
+        QVERIFY(header->isSortIndicatorShown());
+        QCOMPARE(header->sortIndicatorSection(), column);
+    }
+
+    void copiesACellOrRows()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}", "{'uid':'2','firstName':'Bo','lastName':'Ng'}"});
+        m_app->loadContactsViewController().getTableView()->setColumns({Field::FirstName, Field::LastName});
+        QTableView *table = contacts()->table();
+        const auto copied = [table](Qt::KeyboardModifiers modifiers) {
+            QTest::keyClick(table, Qt::Key_C, modifiers);
+            return QApplication::clipboard()->text();
+        };
+        table->setCurrentIndex(table->model()->index(1, 1));
+        QCOMPARE(copied(Qt::ControlModifier), u"Ng"_s);
+        QCOMPARE(copied(Qt::ControlModifier | Qt::AltModifier), u"Bo\tNg"_s);
+        table->selectAll();
+        QCOMPARE(copied(Qt::ControlModifier), u"Ann\tLee\nBo\tNg"_s);
+    }
+
+    void theSampleHasABookOfItsOwn()
+    {
+        const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        const QString path = data + u"/peoplenook/sample.sqlite"_s;
+        QFile::remove(path);
+        start({});
+        QVERIFY(contacts()->emptyPage()->importButton()->hasFocus());
+        disconnect(&window(), &MainWindow::addressBookChosen, m_app.get(), nullptr); // which starts a program
+        QSignalSpy chosen(&window(), &MainWindow::addressBookChosen);
+        for (int time = 1; time <= 2; ++time) {
+            m_app->sampleClicked();
+            QTRY_COMPARE(chosen.count(), time);
+            QCOMPARE(chosen.back().front().toString(), path);
+            QCOMPARE((*ABAddressBook::open(std::move(*openStore(path))))->people().size(), 222);
+        }
+        QVERIFY(ABAddressBook::sharedAddressBook()->people().empty());
+    }
+
+    void withoutAnAddressBookNothingIsOffered()
+    {
+        m_app = std::make_unique<AppDelegate>();
+        QSignalSpy opened(m_app.get(), &AppDelegate::addressBookOpened);
+        Answer answer(u"OK"_s);
+        m_app->applicationDidFinishLaunching(m_folder.path()); // a folder
+        QTRY_COMPARE(opened.count(), 1);
+        QVERIFY(contacts()->emptyPage()->importButton()->isHidden());
+        QVERIFY(!action(u"&Import ..."_s)->isEnabled() && !window().scanButton()->isEnabled());
+        QFile file(m_folder.filePath(u"a.vcf"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        m_app->importFiles({file.fileName()});
+        auto *import = window().findChild<ImportWindow *>();
+        QSignalSpy ended(import, &ImportWindow::ended);
+        QTRY_COMPARE(ended.count(), 1);
+        QCOMPARE(import->summary(), u"Nothing was imported: no address book is open."_s);
+    }
+};
+
+QTEST_MAIN(WindowTest)
+#include "WindowTest.moc"
