@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QBoxLayout>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QHeaderView>
 #include <QLabel>
@@ -191,7 +192,9 @@ void MainWindow::setUpStatusBar()
 
 void MainWindow::setAddressBookName(const QString &name)
 {
-    m_bookName->setText(name);
+    const QString home = QDir::homePath() % u'/';
+    m_bookName->setText(name.startsWith(home) ? QStringLiteral("~/") % name.sliced(home.size()) : name);
+    m_bookName->setToolTip(name);
     m_giveUp->hide();
 }
 

@@ -7,12 +7,14 @@
 #include "app/ContactCard.h"
 #include "app/ContactTableView.h"
 #include "app/Controls.h"
+#include "app/HistoryWindow.h"
 #include "app/ImportWindow.h"
 #include "app/ProgressWindow.h"
 #include "app/ResultsView.h"
 #include "app/TableViewWindowController.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -60,12 +62,15 @@ bool PictureMaker::waitFor(const std::function<bool()> &isSo, const char *what)
     return false;
 }
 
+QString PictureMaker::schemeName() const
+{
+    return m_appearance.scheme() == Appearance::Scheme::Dark ? QStringLiteral("dark") : QStringLiteral("light");
+}
+
 bool PictureMaker::save(QWidget &window, const QString &name) const
 {
     QCoreApplication::processEvents();
-    const bool isDark = m_appearance.scheme() == Appearance::Scheme::Dark;
-    const QString path =
-        QStringLiteral("%1/%2-%3.png").arg(m_folder, name, isDark ? QStringLiteral("dark") : QStringLiteral("light"));
+    const QString path = QStringLiteral("%1/%2-%3.png").arg(m_folder, name, schemeName());
     if (window.grab().save(path))
         return true;
     qCritical("%s: cannot be written", qPrintable(path));
@@ -76,14 +81,19 @@ bool PictureMaker::takeAll(const QString &sample, const QString &damaged)
 {
     return open() && save(m_delegate.mainWindow(), QStringLiteral("start")) && import(sample, {})
         && import(damaged, QStringLiteral("import")) && takeTable() && takeDialogs() && takeScan() && takeFindings()
-        && takeQuestion();
+        && takeQuestion() && takeHistory();
 }
 
 bool PictureMaker::open()
 {
     m_delegate.mainWindow().resize(kWindowSize);
     QSignalSpy opened(&m_delegate, &AppDelegate::addressBookOpened);
-    m_delegate.applicationDidFinishLaunching(m_place.filePath(QStringLiteral("people.sqlite")));
+    const QString book = QDir::home().filePath(QStringLiteral("contacts-%1.sqlite").arg(schemeName()));
+    if (QFile::exists(book)) {
+        qCritical("%s: is there already; take the pictures in an empty home folder", qPrintable(book));
+        return false;
+    }
+    m_delegate.applicationDidFinishLaunching(book);
     return waitFor([&] { return !opened.isEmpty(); }, "The address book")
         && waitFor([&] { return m_delegate.mainWindow().freshButton()->isEnabled(); }, "The table");
 }
@@ -186,4 +196,20 @@ bool PictureMaker::takeQuestion()
     watch.start(50);
     m_delegate.loadContactsViewController().deleteItem({2});
     return isDone;
+}
+
+bool PictureMaker::takeHistory()
+{
+    if (!m_delegate.loadContactsViewController().editCell(QStringLiteral("Managing Director"), Field::JobTitle, 2))
+        return false;
+    Q_EMIT m_delegate.mainWindow().historyRequested();
+    auto *window = shownWindow<HistoryWindow>();
+    QSignalSpy loaded(window, &HistoryWindow::loaded);
+    QSignalSpy shown(window, &HistoryWindow::stepShown);
+    bool isDone = waitFor([&] { return !loaded.isEmpty(); }, "The history");
+    window->steps()->selectRow(0);
+    isDone =
+        isDone && waitFor([&] { return !shown.isEmpty(); }, "The change") && save(*window, QStringLiteral("history"));
+    window->close();
+    return isDone && waitFor([] { return !shownWindow<HistoryWindow>(); }, "The end of the history window");
 }

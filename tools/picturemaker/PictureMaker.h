@@ -5,8 +5,6 @@
 #include "app/AppDelegate.h"
 #include "app/Appearance.h"
 
-#include <QTemporaryDir>
-
 /// Takes pictures of the real windows of a real application that works on an address book of its own.
 class PictureMaker
 {
@@ -28,10 +26,11 @@ private:
     bool takeScan();
     bool takeFindings();
     bool takeQuestion();
+    bool takeHistory();
+    QString schemeName() const;
     bool save(QWidget &window, const QString &name) const;
 
     const QString m_folder;
-    QTemporaryDir m_place;
     Appearance m_appearance;
     AppDelegate m_delegate;
 };
