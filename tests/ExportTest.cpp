@@ -192,6 +192,14 @@ private Q_SLOTS:
         for (int i = 0; i < 2; ++i)
             QVERIFY(ExportCSV().writeCSVFileWithArray({}, folder, true, &report));
         QCOMPARE(namesIn(folder), QStringList({u("Multi-Contacts(1).csv"), u("Multi-Contacts.csv")}));
+        // Now there is one without the number, mostly on another file system.
+        const QString memory = u("/dev/shm");
+        const QTemporaryDir other(
+            (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + u("/peoplenook-XXXXXX"));
+        QVERIFY(QFile::link(other.path(), folder.chopped(3)));
+        QVERIFY(ExportCSV().writeCSVFileWithArray({}, folder, true, &report));
+        QCOMPARE(namesIn(other.path()), QStringList(u("Multi-Contacts(0).csv")));
+        QCOMPARE(contentOf(other.filePath(u("Multi-Contacts(0).csv"))), contentOf(folder + u("/Multi-Contacts.csv")));
     }
 
     void fixedColumns()
