@@ -109,6 +109,9 @@ private Q_SLOTS:
         QCOMPARE(
             outcome.err, folder + u("/missing/Multi-Contacts.html: cannot be written: No such file or directory\n"));
         QCOMPARE(namesIn(folder), QStringList());
+        outcome = run({u("export"), u("--format"), u("csv"), u("--select"), u("a"), u("")});
+        QCOMPARE(outcome.status, 2);
+        QCOMPARE(outcome.err, u("FOLDER: is empty\n"));
         outcome = run({u("export"), u("--format"), u("csv"), u("--select"), u("nobody,a"), folder});
         QCOMPARE(outcome.status, 1);
         QCOMPARE(outcome.err, u("nobody: no contact has this uid\n"));
