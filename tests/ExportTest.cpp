@@ -6,6 +6,8 @@
 #include "export/ExportToHtml.h"
 #include "export/ExportVCard.h"
 #include "export/OutputFile.h"
+#include "export/RowBlocks.h"
+#include "export/TextTable.h"
 #include "export/XlsxCreater.h"
 #include "support/FailingBuffer.h"
 #include "support/HardContacts.h"
@@ -291,6 +293,43 @@ private Q_SLOTS:
             QVERIFY(!written);
             QCOMPARE(written.error().text, u("No space left on device"));
         }
+    }
+
+    void rowsAreMadeInBlocksAndWrittenInOrder_data()
+    {
+        QTest::addColumn<int>("count");
+        for (const int count : {1, 512, 513, 2'100, 20'000})
+            QTest::addRow("%d", count) << count;
+    }
+    void rowsAreMadeInBlocksAndWrittenInOrder()
+    {
+        QFETCH(int, count);
+        constexpr TextTableStyle kStyle{"", ",", "", ",", " ,"};
+        const ExportColumns columns{{u("A"), Field::FirstName}, {u("B"), Field::LastName}, {u("C"), Field::Note}};
+        PersonRows rows;
+        QByteArray expected = "A,B,C,\n";
+        for (int i = 0; i < count; ++i) {
+            QByteArrayList cells(3, " ");
+            cells[i % 3] = QByteArray::number(i);
+            expected += cells.join(',') + ",\n";
+            rows.push_back(rowOf({{columns[std::size_t(i % 3)].field.value(), u(cells[i % 3])}}));
+        }
+        FailingBuffer whole(expected.size());
+        QVERIFY(writeTextTable(whole, rows, columns, kStyle));
+        QVERIFY(whole.data() == expected);
+        for (const qint64 capacity : {expected.size() / 2, expected.size() - 1}) {
+            FailingBuffer full(capacity);
+            const auto written = writeTextTable(full, rows, columns, kStyle);
+            QCOMPARE(written ? QString() : written.error().text, u("No space left on device"));
+            QVERIFY(full.data() == expected.first(capacity));
+        }
+        std::atomic<int> made = 0;
+        FailingBuffer full(0);
+        QVERIFY(!writeRowBlocks(full, rows, [&made](Utf8Output &output, std::span<const PersonRow> block) {
+            made += int(block.size());
+            output.write('x');
+        }));
+        QVERIFY2(made <= 10'000, qPrintable(QString::number(made)));
     }
 
     void pagesAsOthersReadThem()

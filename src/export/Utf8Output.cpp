@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/Utf8Output.h"
 
+#include "export/iwa/WriteAll.h"
+
 namespace {
 
 constexpr std::size_t kPiece = 256 * 1024; // stays in the processor's cache
@@ -33,9 +35,7 @@ void Utf8Output::write(QStringView text)
 Result<void> Utf8Output::finish()
 {
     flush();
-    if (m_hasFailed)
-        return Error{ErrorKind::Io, m_target.errorString()};
-    return {};
+    return m_written;
 }
 
 void Utf8Output::makeRoom(std::size_t bytes)
@@ -47,7 +47,7 @@ void Utf8Output::makeRoom(std::size_t bytes)
 
 void Utf8Output::flush()
 {
-    if (!m_hasFailed && m_used > 0)
-        m_hasFailed = m_target.write(m_buffer.data(), static_cast<qint64>(m_used)) != static_cast<qint64>(m_used);
+    if (m_written)
+        m_written = writeAll(m_target, {m_buffer.data(), static_cast<qsizetype>(m_used)});
     m_used = 0;
 }

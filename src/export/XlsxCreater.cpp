@@ -4,7 +4,9 @@
 
 #include "export/OutputFile.h"
 #include "export/WholePackage.h"
+#include "export/iwa/WriteAll.h"
 
+#include <QDir>
 #include <QRegularExpression>
 #include <QStringEncoder>
 
@@ -86,8 +88,8 @@ public:
         QByteArray piece(1024 * 1024, Qt::Uninitialized);
         qint64 size = 0;
         while ((size = source.read(piece.data(), piece.size())) > 0) {
-            if (target.write(piece.constData(), size) != size)
-                return Error{ErrorKind::Io, target.errorString()};
+            if (auto written = writeAll(target, QByteArrayView(piece).first(size)); !written)
+                return written;
         }
         return size == 0 ? Result<void>() : Error{ErrorKind::Io, source.errorString()};
     }
@@ -209,7 +211,19 @@ ExportReport XlsxCreater::startConvert()
 Result<void> XlsxCreater::writeWorkbook(QIODevice &target, TextRepairs &repairs) const
 {
     const MemoryFile file;
-    const QByteArray path = file.path();
+    if (const auto made = makeWorkbook(file.path(), repairs); !made)
+        return made;
+    // The library does not notice when its own temporary files are cut short, nor keep the reason.
+    if (const auto whole = checkWholePackage(file.path()); !whole) {
+        return Error{ErrorKind::Io,
+            QStringLiteral("a temporary file in %1 was cut short, as on a full disk: ").arg(QDir::tempPath())
+                + whole.error().text};
+    }
+    return file.copyTo(target);
+}
+
+Result<void> XlsxCreater::makeWorkbook(const QByteArray &path, TextRepairs &repairs) const
+{
     Workbook book(path, m_rows.size() <= kMaxRowsInMemory, repairs);
     const std::vector<double> widths = columnWidths(m_rows, m_columns);
     std::span<const PersonRow> left(m_rows);
@@ -219,10 +233,5 @@ Result<void> XlsxCreater::writeWorkbook(QIODevice &target, TextRepairs &repairs)
             return added;
         left = left.subspan(rows.size());
     } while (!left.empty());
-    if (const auto closed = book.close(); !closed)
-        return closed;
-    // The library does not notice when its own temporary files are cut short.
-    if (const auto whole = checkWholePackage(path); !whole)
-        return whole;
-    return file.copyTo(target);
+    return book.close();
 }
