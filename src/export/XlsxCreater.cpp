@@ -52,18 +52,32 @@ public:
     /// Valid until the next call.
     const char *utf8(const QString &text)
     {
+        const qint64 cutBefore = m_repairs.cutTexts;
         QString safe = safeCell(text, kMaxCellLength, &m_repairs);
-        // In a cell "_x0041_" stands for the character with that number (ECMA-376 part 1, 22.9.2.19): for people who
-        // wrote just that, the underscore is given by its own number.
-        static const QRegularExpression escape(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
-        if (safe.contains(QStringLiteral("_x")))
-            safe = safeCell(safe.replace(escape, QStringLiteral("_x005F_")), kMaxCellLength, &m_repairs);
+        if (safe.contains(QStringLiteral("_x")) && escapeNumbers(safe))
+            m_repairs.cutTexts = cutBefore + 1;
         m_buffer.resize(static_cast<std::size_t>(m_encoder.requiredSpace(safe.size())) + 1);
         *m_encoder.appendToBuffer(m_buffer.data(), safe) = '\0';
         return m_buffer.data();
     }
 
 private:
+    /// In a cell "_x0041_" stands for the character with that number (ECMA-376 part 1, 22.9.2.19): for people who wrote
+    /// just that, the underscore is given by its own number. Whether that made the text too long, and it was cut: the
+    /// library measures what is written, not what is meant.
+    static bool escapeNumbers(QString &text)
+    {
+        static const QRegularExpression number(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
+        static const QString underscore = QStringLiteral("_x005F_");
+        text.replace(number, underscore);
+        if (text.size() <= kMaxCellLength)
+            return false;
+        const qsizetype last = text.lastIndexOf(underscore, kMaxCellLength - 1);
+        const bool isHalf = last >= 0 && last + underscore.size() > kMaxCellLength;
+        text = safeCell(text, isHalf ? last : kMaxCellLength);
+        return true;
+    }
+
     TextRepairs &m_repairs;
     QStringEncoder m_encoder{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
     std::vector<char> m_buffer;
