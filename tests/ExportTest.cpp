@@ -295,6 +295,24 @@ private Q_SLOTS:
         }
     }
 
+    void textsOfAnyLengthBecomeUtf8()
+    {
+        for (qsizetype size = 0; size < 14; ++size) {
+            for (qsizetype at = 0; at <= size; ++at) {
+                QString text = u("\x7f"
+                                 "bcdefghijklm")
+                                   .first(std::min<qsizetype>(size, 13));
+                if (at < text.size())
+                    text[at] = QChar(0x80 << at % 8);
+                FailingBuffer target(100);
+                Utf8Output output(target);
+                output.write(text);
+                QVERIFY(output.finish());
+                QCOMPARE(target.data(), text.toUtf8());
+            }
+        }
+    }
+
     void rowsAreMadeInBlocksAndWrittenInOrder_data()
     {
         QTest::addColumn<int>("count");
