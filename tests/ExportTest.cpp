@@ -6,6 +6,8 @@
 #include "export/ExportToHtml.h"
 #include "export/ExportVCard.h"
 #include "export/OutputFile.h"
+#include "export/RowBlocks.h"
+#include "export/TextTable.h"
 #include "export/XlsxCreater.h"
 #include "support/FailingBuffer.h"
 #include "support/HardContacts.h"
@@ -192,6 +194,14 @@ private Q_SLOTS:
         for (int i = 0; i < 2; ++i)
             QVERIFY(ExportCSV().writeCSVFileWithArray({}, folder, true, &report));
         QCOMPARE(namesIn(folder), QStringList({u("Multi-Contacts(1).csv"), u("Multi-Contacts.csv")}));
+        // Now there is one without the number, mostly on another file system.
+        const QString memory = u("/dev/shm");
+        const QTemporaryDir other(
+            (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + u("/peoplenook-XXXXXX"));
+        QVERIFY(QFile::link(other.path(), folder.chopped(3)));
+        QVERIFY(ExportCSV().writeCSVFileWithArray({}, folder, true, &report));
+        QCOMPARE(namesIn(other.path()), QStringList(u("Multi-Contacts(0).csv")));
+        QCOMPARE(contentOf(other.filePath(u("Multi-Contacts(0).csv"))), contentOf(folder + u("/Multi-Contacts.csv")));
     }
 
     void fixedColumns()
@@ -283,6 +293,61 @@ private Q_SLOTS:
             QVERIFY(!written);
             QCOMPARE(written.error().text, u("No space left on device"));
         }
+    }
+
+    void textsOfAnyLengthBecomeUtf8()
+    {
+        for (qsizetype size = 0; size < 14; ++size) {
+            for (qsizetype at = 0; at <= size; ++at) {
+                QString text = u("\x7f"
+                                 "bcdefghijklm")
+                                   .first(std::min<qsizetype>(size, 13));
+                if (at < text.size())
+                    text[at] = QChar(0x80 << at % 8);
+                FailingBuffer target(100);
+                Utf8Output output(target);
+                output.write(text);
+                QVERIFY(output.finish());
+                QCOMPARE(target.data(), text.toUtf8());
+            }
+        }
+    }
+
+    void rowsAreMadeInBlocksAndWrittenInOrder_data()
+    {
+        QTest::addColumn<int>("count");
+        for (const int count : {1, 512, 513, 2'100, 20'000})
+            QTest::addRow("%d", count) << count;
+    }
+    void rowsAreMadeInBlocksAndWrittenInOrder()
+    {
+        QFETCH(int, count);
+        constexpr TextTableStyle kStyle{"", ",", "", ",", " ,"};
+        const ExportColumns columns{{u("A"), Field::FirstName}, {u("B"), Field::LastName}, {u("C"), Field::Note}};
+        PersonRows rows;
+        QByteArray expected = "A,B,C,\n";
+        for (int i = 0; i < count; ++i) {
+            QByteArrayList cells(3, " ");
+            cells[i % 3] = QByteArray::number(i);
+            expected += cells.join(',') + ",\n";
+            rows.push_back(rowOf({{columns[std::size_t(i % 3)].field.value(), u(cells[i % 3])}}));
+        }
+        FailingBuffer whole(expected.size());
+        QVERIFY(writeTextTable(whole, rows, columns, kStyle));
+        QVERIFY(whole.data() == expected);
+        for (const qint64 capacity : {expected.size() / 2, expected.size() - 1}) {
+            FailingBuffer full(capacity);
+            const auto written = writeTextTable(full, rows, columns, kStyle);
+            QCOMPARE(written ? QString() : written.error().text, u("No space left on device"));
+            QVERIFY(full.data() == expected.first(capacity));
+        }
+        std::atomic<int> made = 0;
+        FailingBuffer full(0);
+        QVERIFY(!writeRowBlocks(full, rows, [&made](Utf8Output &output, std::span<const PersonRow> block) {
+            made += int(block.size());
+            output.write('x');
+        }));
+        QVERIFY2(made <= 10'000, qPrintable(QString::number(made)));
     }
 
     void pagesAsOthersReadThem()
@@ -390,13 +455,15 @@ private Q_SLOTS:
 
     void workbooksCutWhatCannotBeHeld()
     {
-        const PersonRows rows(5, unholdableRow());
+        PersonDictionary person = *unholdableRow();
+        person.setValue(u("ab") + u("_x0041_").repeated(4'000), Field::Nickname); // 52,002 as it is written
+        const PersonRows rows(5, std::make_shared<const PersonDictionary>(person));
         XlsxCreater creater(rows, freshFolder() + u("/book"), true);
         creater.setRowsPerSheet(3);
         const ExportReport report = creater.startConvert();
         QVERIFY(!report.error);
         QCOMPARE(report.repairs.characters, 5 * 7);
-        QCOMPARE(report.repairs.cutTexts, 5);
+        QCOMPARE(report.repairs.cutTexts, 5 * 2);
         const OtherReading reading = readBy(u("read_export.py"), {u("xlsx"), report.paths.front()});
         SKIP_WITHOUT(reading);
         QStringList sheets;
@@ -409,6 +476,7 @@ private Q_SLOTS:
                 ++people;
                 QCOMPARE(cells.at(0).toString(), safeText(rows.front()->text(Field::FirstName)));
                 QCOMPARE(cells.at(67).toString(), rows.front()->text(Field::Note).first(32'766));
+                QCOMPARE(cells.at(71).toString(), u("ab") + u("_x0041_").repeated(2'520));
             }
         }
         QCOMPARE(sheets, QStringList({u("Contacts"), u("Contacts 2"), u("Contacts 3")}));

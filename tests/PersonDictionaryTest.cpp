@@ -35,6 +35,16 @@ private Q_SLOTS:
         QVERIFY(!fieldLabelled(u"home city"));
     }
 
+    void birthdaysAreIsoDates()
+    {
+        for (const QDate date : {QDate(2026, 11, 9), QDate(1604, 2, 29), QDate(1, 1, 1), QDate(9999, 12, 31),
+                 QDate(10'000, 1, 1), QDate(-1, 5, 6)}) {
+            PersonDictionary dictionary;
+            dictionary.setValue(date, Field::Birthday);
+            QCOMPARE(dictionary.text(Field::Birthday), date.toString(Qt::ISODate));
+        }
+    }
+
     void fieldsOfPeople_data()
     {
         QTest::addColumn<QByteArray>("record");

@@ -3,7 +3,6 @@
 #include "export/ContactText.h"
 
 #include "export/ExportColumns.h"
-#include "export/SafeText.h"
 
 #include <algorithm>
 #include <array>
@@ -40,14 +39,15 @@ int rankOf(Field field)
 
 QString contactHeading(const PersonDictionary &row)
 {
-    // FullName joins the names without a space, as the table has it: it only helps where the table shows no other.
     const QString names = row.text(Field::FirstName) + QChar::Space + row.text(Field::LastName);
-    static constexpr std::array kOthers{Field::FullName, Field::Company, Field::Nickname, Field::MiddleName,
-        Field::HomeEmail, Field::WorkEmail, Field::OtherEmail, Field::Mobile, Field::MainPhone, Field::HomePhone,
-        Field::WorkPhone};
+    static constexpr std::array kOthers{Field::Company, Field::Nickname, Field::MiddleName, Field::HomeEmail,
+        Field::WorkEmail, Field::OtherEmail, Field::Mobile, Field::MainPhone, Field::HomePhone, Field::WorkPhone};
     QString text = safeText(names).simplified();
     for (auto other = std::begin(kOthers); text.isEmpty() && other != std::end(kOthers); ++other)
         text = safeText(row.text(*other)).simplified();
+    // FullName joins the names without a space, as the table has it, "(null)" for one that is missing.
+    if (text.isEmpty())
+        text = safeText(row.text(Field::FullName).remove(QStringLiteral("(null)"))).simplified();
     return text.isEmpty() ? QStringLiteral("No name") : text;
 }
 
@@ -65,7 +65,7 @@ std::vector<Field> shownFields(const PersonDictionary &row, LineOrder order)
     return fields;
 }
 
-QString contactLine(const PersonDictionary &row, Field field)
+QString contactLine(const PersonDictionary &row, Field field, TextRepairs *repairs)
 {
-    return fieldInfo(field).label + QStringLiteral(": ") + safeText(row.text(field));
+    return fieldInfo(field).label + QStringLiteral(": ") + safeText(row.text(field), repairs);
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "export/SafeText.h"
 #include "table/PersonRows.h"
 
 /// How a document shows a contact: a heading, and under it a line a field. All texts are made safe for any format, and
@@ -17,5 +18,5 @@ enum class LineOrder {
 };
 std::vector<Field> shownFields(const PersonDictionary &row, LineOrder order);
 
-/// "label: value".
-QString contactLine(const PersonDictionary &row, Field field);
+/// "label: value". What was changed in it is added to @p repairs; headings only repeat what the lines hold.
+QString contactLine(const PersonDictionary &row, Field field, TextRepairs *repairs = nullptr);

@@ -12,6 +12,8 @@ void DocxCreator::initWithDictionary(PersonRows rows, const QString &SavePath)
 
 ExportReport DocxCreator::startConvert() const
 {
-    const auto write = [this](QIODevice &target) { return DocxDocument(m_clock(), m_rows).writeTo(target); };
-    return exportOffice(m_savePath, QStringLiteral("docx"), m_rows, write);
+    const auto write = [this](QIODevice &target, TextRepairs &repairs) {
+        return DocxDocument(m_clock(), m_rows).writeTo(target, repairs);
+    };
+    return exportOffice(m_savePath, QStringLiteral("docx"), write);
 }

@@ -98,6 +98,7 @@ struct Names
     QString run = QStringLiteral("w:r");
     QString text = QStringLiteral("w:t");
     QString lineBreak = QStringLiteral("w:br");
+    QString tab = QStringLiteral("w:tab");
     QString space = QStringLiteral("xml:space");
     QString preserve = QStringLiteral("preserve");
     QString heading = QStringLiteral("Heading1");
@@ -112,16 +113,19 @@ void writeParagraph(QXmlStreamWriter &xml, const Names &names, const QString &st
     xml.writeAttribute(names.value, style);
     xml.writeEndElement();
     xml.writeStartElement(names.run);
-    bool isFirst = true;
-    for (const QStringView line : text.tokenize(u'\n')) {
-        if (!isFirst)
-            xml.writeEmptyElement(names.lineBreak);
-        isFirst = false;
+    for (qsizetype begin = 0; begin <= text.size();) {
+        qsizetype end = begin;
+        while (end < text.size() && text[end] != u'\n' && text[end] != u'\t')
+            ++end;
+        const QStringView piece = text.sliced(begin, end - begin);
         xml.writeStartElement(names.text);
-        if (!line.isEmpty() && (line.front().isSpace() || line.back().isSpace()))
+        if (!piece.isEmpty() && (piece.front().isSpace() || piece.back().isSpace()))
             xml.writeAttribute(names.space, names.preserve);
-        xml.writeCharacters(line.toString());
+        xml.writeCharacters(piece.toString());
         xml.writeEndElement();
+        if (end < text.size())
+            xml.writeEmptyElement(text[end] == u'\n' ? names.lineBreak : names.tab);
+        begin = end + 1;
     }
     xml.writeEndElement();
     xml.writeEndElement();
@@ -148,7 +152,7 @@ void writeSection(QXmlStreamWriter &xml)
 
 } // namespace
 
-void DocxDocument::writeBody(QXmlStreamWriter &xml) const
+void DocxDocument::writeBody(QXmlStreamWriter &xml, TextRepairs &repairs) const
 {
     const Names names;
     xml.writeStartDocument(QStringLiteral("1.0"), true);
@@ -159,13 +163,13 @@ void DocxDocument::writeBody(QXmlStreamWriter &xml) const
     for (const PersonRow &row : m_rows) {
         writeParagraph(xml, names, names.heading, contactHeading(*row));
         for (const Field field : shownFields(*row, LineOrder::Fixed))
-            writeParagraph(xml, names, names.field, contactLine(*row, field));
+            writeParagraph(xml, names, names.field, contactLine(*row, field, &repairs));
     }
     writeSection(xml);
     xml.writeEndDocument();
 }
 
-Result<void> DocxDocument::writeTo(QIODevice &target) const
+Result<void> DocxDocument::writeTo(QIODevice &target, TextRepairs &repairs) const
 {
     ZipPackage package(m_time);
     for (const Part &part : kFixedParts)
@@ -173,7 +177,7 @@ Result<void> DocxDocument::writeTo(QIODevice &target) const
     package.addMember("docProps/core.xml", ZipPackage::Method::Deflated, coreProperties(m_time));
     package.beginMember("word/document.xml", ZipPackage::Method::Deflated);
     QXmlStreamWriter xml(&package.member());
-    writeBody(xml);
+    writeBody(xml, repairs);
     if (auto written = package.writeTo(target); !written)
         return written;
     if (xml.hasError()) // it left something out

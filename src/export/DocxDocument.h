@@ -17,11 +17,11 @@ public:
     /// The rows must outlive the document. @p time is when it says it was made.
     DocxDocument(QDateTime time, std::span<const PersonRow> rows) : m_time(std::move(time)), m_rows(rows) { }
 
-    /// Like ZipPackage::writeTo().
-    Result<void> writeTo(QIODevice &target) const;
+    /// Like ZipPackage::writeTo(); what was changed to make texts safe is added to @p repairs.
+    Result<void> writeTo(QIODevice &target, TextRepairs &repairs) const;
 
 private:
-    void writeBody(QXmlStreamWriter &xml) const;
+    void writeBody(QXmlStreamWriter &xml, TextRepairs &repairs) const;
 
     QDateTime m_time;
     std::span<const PersonRow> m_rows;

@@ -91,7 +91,7 @@ void RowTexts::read(const PersonDictionary &row)
         const QString *text = row.keptText(entry);
         if (!text) {
             QString &made = entry.field() == Field::Birthday ? m_birthday : m_fullName;
-            made = row.text(entry.field());
+            made = row.text(entry);
             text = &made;
         }
         m_texts[static_cast<std::size_t>(entry.field())] = text;

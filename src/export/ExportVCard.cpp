@@ -5,6 +5,7 @@
 #include "contacts/record/ABLabels.h"
 #include "export/ExportColumns.h"
 #include "export/OutputFile.h"
+#include "export/iwa/WriteAll.h"
 
 #include <algorithm>
 #include <future>
@@ -157,11 +158,7 @@ std::vector<QByteArray> cardsOf(const ExportVCard &writer, std::span<const Perso
 
 bool writeCard(const QByteArray &card, const QString &path, ExportReport &report)
 {
-    const auto fill = [&card](QIODevice &target) -> Result<void> {
-        if (target.write(card) != card.size())
-            return Error{ErrorKind::Io, target.errorString()};
-        return {};
-    };
+    const auto fill = [&card](QIODevice &target) { return writeAll(target, card); };
     return report.take(OutputFile::write(path, fill, OutputFile::IfTaken::Replace));
 }
 

@@ -16,8 +16,8 @@ ExportReport NumbersCreator::startConvert() const
     ExportColumns columns = m_isShowAllInfo ? allFieldsColumns() : columnsOf(m_rows);
     if (columns.empty()) // a table has at least one
         columns.emplace_back();
-    const auto write = [this, &columns](QIODevice &target) {
-        return NumbersDocument(m_clock(), m_savePath, columns, m_rows).writeTo(target);
+    const auto write = [this, &columns](QIODevice &target, TextRepairs &repairs) {
+        return NumbersDocument(m_clock(), m_savePath, columns, m_rows).writeTo(target, repairs);
     };
-    return exportOffice(m_savePath, QStringLiteral("numbers"), m_rows, write);
+    return exportOffice(m_savePath, QStringLiteral("numbers"), write);
 }

@@ -74,7 +74,7 @@ void NumbersDocument::declareLook()
     m_look.network = m_package.newId();
 }
 
-Result<void> NumbersDocument::writeTo(QIODevice &target)
+Result<void> NumbersDocument::writeTo(QIODevice &target, TextRepairs &repairs)
 {
     writeDocument();
     writeStyles();
@@ -84,7 +84,7 @@ Result<void> NumbersDocument::writeTo(QIODevice &target)
     for (Sheet &sheet : m_sheets)
         writeTable(sheet);
     for (Sheet &sheet : m_sheets)
-        sheet.table.writeComponents();
+        sheet.table.writeComponents(repairs);
     const quint64 metadata = m_package.newId();
     m_package.beginComponent(metadata, "DocumentMetadata");
     m_package.add(metadata, DocumentMetadata, {});

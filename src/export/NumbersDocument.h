@@ -17,8 +17,8 @@ public:
     NumbersDocument(const QDateTime &time, const QString &name, std::span<const ExportColumn> columns,
         std::span<const PersonRow> rows, qsizetype rowsInTable = kRowsInTable);
 
-    /// Like ZipPackage::writeTo(). Once only.
-    Result<void> writeTo(QIODevice &target);
+    /// Like ZipPackage::writeTo(); what was changed to make texts safe is added to @p repairs. Once only.
+    Result<void> writeTo(QIODevice &target, TextRepairs &repairs);
 
 private:
     struct Sheet

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/NumbersTable.h"
 
-#include "export/SafeText.h"
-
 #include <QUuid>
 #include <QtEndian>
 
@@ -85,13 +83,13 @@ NumbersTable::NumbersTable(IwaPackage &package, std::span<const ExportColumn> co
         m_lists.push_back({type, field, package.newId()});
 }
 
-const std::vector<QString> &NumbersTable::textsOf(quint32 row)
+const std::vector<QString> &NumbersTable::textsOf(quint32 row, TextRepairs *repairs)
 {
     if (row > 0)
         m_rowTexts.read(*m_rows[row - 1]);
     for (std::size_t column = 0; column < m_columns.size(); ++column) {
         const QString *text = row == 0 ? &m_columns[column].label : m_rowTexts.at(m_columns[column].field);
-        m_texts[column] = text != nullptr ? safeText(*text) : QString();
+        m_texts[column] = text != nullptr ? safeText(*text, repairs) : QString();
     }
     return m_texts;
 }
@@ -137,7 +135,7 @@ void NumbersTable::addIdentities(quint64 id, const QUuid &seed)
     m_package.addLarge(id, UuidMap, length, {}, walk);
 }
 
-void NumbersTable::writeComponents()
+void NumbersTable::writeComponents(TextRepairs &repairs)
 {
     const auto component = [this](quint64 id, const char *locator) {
         m_package.beginComponent(id, locator, IwaPackage::Naming::ByLocatorAndId);
@@ -145,7 +143,7 @@ void NumbersTable::writeComponents()
     for (std::size_t i = 0; i < m_tiles.size(); ++i) {
         const quint32 first = quint32(i) * kTileRows;
         component(m_tiles[i], "Tables/Tile");
-        m_package.add(m_tiles[i], Tile, tile(first, qMin(kTileRows, rowCount() - first)));
+        m_package.add(m_tiles[i], Tile, tile(first, qMin(kTileRows, rowCount() - first), repairs));
     }
     for (const List &list : m_lists) {
         component(list.id, "Tables/DataList");
@@ -160,12 +158,12 @@ void NumbersTable::writeComponents()
     writeColumnHeaders();
 }
 
-ProtobufMessage NumbersTable::tile(quint32 first, quint32 count)
+ProtobufMessage NumbersTable::tile(quint32 first, quint32 count, TextRepairs &repairs)
 {
     ProtobufMessage rows;
     quint64 filled = 0;
     for (quint32 i = 0; i < count; ++i) {
-        const ProtobufMessage cells = row(first + i, i);
+        const ProtobufMessage cells = row(first + i, i, repairs);
         if (cells.data().isEmpty()) // left out: libetonyek gives up on a row without cells
             continue;
         rows.message(5, cells);
@@ -176,7 +174,7 @@ ProtobufMessage NumbersTable::tile(quint32 first, quint32 count)
     return tile.number(6, kCellStorageVersion).number(7, true).number(8, true);
 }
 
-ProtobufMessage NumbersTable::row(quint32 index, quint32 indexInTile)
+ProtobufMessage NumbersTable::row(quint32 index, quint32 indexInTile, TextRepairs &repairs)
 {
     // Programs from before 2018 and libetonyek up to 0.1.10 read the older form only, all others the newer one.
     QByteArray oldCells;
@@ -184,7 +182,7 @@ ProtobufMessage NumbersTable::row(quint32 index, quint32 indexInTile)
     QByteArray oldOffsets;
     QByteArray newOffsets;
     quint32 cells = 0;
-    const std::vector<QString> &texts = textsOf(index);
+    const std::vector<QString> &texts = textsOf(index, &repairs);
     for (std::size_t column = 0; column < m_columns.size(); ++column) {
         const QString &text = texts[column];
         if (text.isEmpty()) {

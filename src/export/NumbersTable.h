@@ -3,6 +3,7 @@
 #pragma once
 
 #include "export/ExportColumns.h"
+#include "export/SafeText.h"
 #include "export/iwa/IwaPackage.h"
 
 #include <span>
@@ -27,8 +28,8 @@ public:
     ProtobufMessage dataStore() const;
     /// The numbers that rows and columns keep while they are moved about.
     void addIdentities(quint64 id, const QUuid &seed);
-    /// Everything else, each object a component of its own.
-    void writeComponents();
+    /// Everything else, each object a component of its own; what was changed to make texts safe is added to @p repairs.
+    void writeComponents(TextRepairs &repairs);
 
 private:
     enum class ListType : quint8 { Texts = 1, Formats = 2, Formulas = 3, Styles = 4, FormulaErrors = 5, RichTexts = 8 };
@@ -40,10 +41,10 @@ private:
     };
 
     /// The texts of a row's cells; empty ones have no cell. Valid until the next call.
-    const std::vector<QString> &textsOf(quint32 row);
-    ProtobufMessage tile(quint32 first, quint32 count);
+    const std::vector<QString> &textsOf(quint32 row, TextRepairs *repairs = nullptr);
+    ProtobufMessage tile(quint32 first, quint32 count, TextRepairs &repairs);
     /// Empty where the row has no cell.
-    ProtobufMessage row(quint32 index, quint32 indexInTile);
+    ProtobufMessage row(quint32 index, quint32 indexInTile, TextRepairs &repairs);
     void writeTexts(quint64 id);
     void writeRowHeaders();
     void writeColumnHeaders();

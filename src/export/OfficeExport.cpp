@@ -4,17 +4,11 @@
 
 #include "export/OutputFile.h"
 
-ExportReport exportOffice(const QString &basePath, const QString &extension, const PersonRows &rows,
-    const std::function<Result<void>(QIODevice &)> &write)
+ExportReport exportOffice(const QString &basePath, const QString &extension,
+    const std::function<Result<void>(QIODevice &, TextRepairs &)> &write)
 {
     ExportReport report;
-    // Counted here, as documents walk their rows more than once.
-    for (const PersonRow &row : rows) {
-        for (const PersonDictionary::Entry &entry : row->entries()) {
-            if (const QString *text = row->keptText(entry.field())) // dates need no repair
-                safeText(*text, &report.repairs);
-        }
-    }
-    report.take(OutputFile::write(basePath + u'.' + extension, write));
+    const auto fill = [&write, &report](QIODevice &target) { return write(target, report.repairs); };
+    report.take(OutputFile::write(basePath + u'.' + extension, fill));
     return report;
 }

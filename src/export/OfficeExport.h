@@ -17,5 +17,6 @@ class QIODevice;
 using ExportClock = std::function<QDateTime()>;
 
 /// Adds @p extension to the base path and writes a new file there with @p write, whole or not at all.
-ExportReport exportOffice(const QString &basePath, const QString &extension, const PersonRows &rows,
-    const std::function<Result<void>(QIODevice &)> &write);
+/// @p write counts what it changes to make texts safe.
+ExportReport exportOffice(const QString &basePath, const QString &extension,
+    const std::function<Result<void>(QIODevice &, TextRepairs &)> &write);

@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <stdio.h>
+#include <sys/sendfile.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -64,8 +65,8 @@ QString Function::GetOutPutFile(const QString &path, const PathTest &exists)
 Result<std::unique_ptr<OutputFile>> OutputFile::create(const QString &path, IfTaken ifTaken)
 {
     std::unique_ptr<OutputFile> file(new OutputFile(path, ifTaken));
-    if (const auto opened = file->open(); !opened)
-        return opened.error();
+    if (const int refusal = file->openTemporary(); refusal != 0)
+        return file->failure(refusal);
     return file;
 }
 
@@ -76,7 +77,7 @@ OutputFile::~OutputFile()
         unlink(m_name.constData());
 }
 
-Result<void> OutputFile::open()
+int OutputFile::openTemporary()
 {
     const QString folder = QFileInfo(m_path).path();
     int descriptor = -1;
@@ -87,14 +88,15 @@ Result<void> OutputFile::open()
         descriptor = ::open(m_name.constData(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC | O_NOFOLLOW, 0666);
         if (descriptor < 0 && errno != EEXIST) {
             m_name.clear();
-            return failure(errno);
+            return errno;
         }
     }
+    // Cannot fail: that would take a directory.
     if (!m_file.open(descriptor, QIODevice::ReadWrite | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
         close(descriptor);
-        return Error{ErrorKind::Io, m_path % QStringLiteral(": ") % m_file.errorString()};
+        return EIO;
     }
-    return {};
+    return 0;
 }
 
 Error OutputFile::failure(int errorNumber) const
@@ -117,6 +119,19 @@ int OutputFile::claim(const QString &path) const
     return link(m_name.constData(), target.constData()) == 0 ? 0 : errno;
 }
 
+int OutputFile::claimCopy(const QString &path)
+{
+    OutputFile copy(path, m_ifTaken);
+    if (const int refusal = copy.openTemporary(); refusal != 0)
+        return refusal;
+    off_t position = 0;
+    ssize_t taken = 0;
+    do
+        taken = sendfile(copy.m_file.handle(), m_file.handle(), &position, std::size_t(m_file.size() - position));
+    while (taken > 0);
+    return taken < 0 ? errno : copy.claim(path);
+}
+
 Result<QString> OutputFile::commit()
 {
     // Some file systems report a failed write only when a descriptor is closed.
@@ -127,7 +142,10 @@ Result<QString> OutputFile::commit()
     int refusal = 0;
     const QString path = freeName(m_path, [this, &refusal](const QString &candidate) {
         refusal = claim(candidate);
-        // The number may have been taken out of a folder's name too, and that other folder need not be there.
+        // The number may have been taken out of a folder's name too, and that other folder need not be there, nor on
+        // the same file system.
+        if (refusal == EXDEV)
+            refusal = claimCopy(candidate);
         return refusal == EEXIST || (refusal == ENOENT && QFileInfo(candidate).path() != QFileInfo(m_path).path());
     });
     if (refusal != 0)

@@ -53,9 +53,10 @@ public:
 private:
     OutputFile(QString path, IfTaken ifTaken) : m_path(std::move(path)), m_ifTaken(ifTaken) { }
 
-    Result<void> open();
+    int openTemporary(); // 0 or errno
     Error failure(int errorNumber) const;
     int claim(const QString &path) const; // 0 or errno
+    int claimCopy(const QString &path); // of a folder on another file system; 0 or errno
     int claimAnyName(); // to rename from; 0 or errno
     Result<QString> replace();
 

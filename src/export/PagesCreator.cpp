@@ -14,8 +14,8 @@ void PagesCreator::initWithDictionary(PersonRows rows, const QString &SavePath, 
 ExportReport PagesCreator::startConvert() const
 {
     const LineOrder order = m_isShowAllInfo ? LineOrder::Fixed : LineOrder::AsInRow;
-    const auto write = [this, order](QIODevice &target) {
-        return PagesDocument(m_clock(), m_savePath, m_rows, order).writeTo(target);
+    const auto write = [this, order](QIODevice &target, TextRepairs &repairs) {
+        return PagesDocument(m_clock(), m_savePath, m_rows, order).writeTo(target, repairs);
     };
-    return exportOffice(m_savePath, QStringLiteral("pages"), m_rows, write);
+    return exportOffice(m_savePath, QStringLiteral("pages"), write);
 }

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/PagesDocument.h"
 
-#include "export/SafeText.h"
-
 #include <array>
 
 // Numbers of types and fields: https://github.com/obriensp/iWorkFileFormat (TPArchives.proto),
@@ -31,12 +29,10 @@ ProtobufMessage run(qint64 begin, quint64 object)
     return ProtobufMessage().message(1, ProtobufMessage().number(1, quint64(begin)).reference(2, object));
 }
 
-/// A paragraph as the one text holds it: a line feed ends it, so those within are the character for a line break, and
-/// the character that stands for something inserted must not stand for nothing.
-QString paragraph(QString text)
+/// A paragraph as the one text holds it: a line feed ends it, so those within are the character for a line break.
+QString paragraph(const QString &text, TextRepairs *repairs)
 {
-    text.replace(u'\n', QChar::LineSeparator).replace(QChar::ObjectReplacementCharacter, QChar::ReplacementCharacter);
-    return text.append(u'\n');
+    return withoutInsertions(text, repairs).replace(u'\n', QChar::LineSeparator).append(u'\n');
 }
 
 } // namespace
@@ -56,12 +52,12 @@ PagesDocument::PagesDocument(
         QStringLiteral("Heading"), QStringLiteral("paragraph-style-heading"), characters(true, 15), aboveLines);
 }
 
-template <typename Taker> void PagesDocument::walk(Taker take) const
+template <typename Taker> void PagesDocument::walk(Taker take, TextRepairs *repairs) const
 {
     for (const PersonRow &row : m_rows) {
-        take(paragraph(contactHeading(*row)), true);
+        take(paragraph(contactHeading(*row), nullptr), true);
         for (const Field field : shownFields(*row, m_order))
-            take(paragraph(contactLine(*row, field)), false);
+            take(paragraph(contactLine(*row, field, repairs), repairs), false);
     }
 }
 
@@ -79,7 +75,7 @@ template <typename Taker> void PagesDocument::walkRuns(Taker take) const
         take(run(0, m_line).data());
 }
 
-Result<void> PagesDocument::writeTo(QIODevice &target)
+Result<void> PagesDocument::writeTo(QIODevice &target, TextRepairs &repairs)
 {
     const quint64 drawables = m_package.newId();
     const quint64 body = m_package.newId();
@@ -101,15 +97,15 @@ Result<void> PagesDocument::writeTo(QIODevice &target)
     m_package.add(drawables, FloatingDrawables, {});
     m_package.add(section, Section, {});
     m_package.add(settings, Settings, ProtobufMessage().number(1, true));
-    writeBody(body, section);
+    writeBody(body, section, repairs);
     writeStyles(theme);
     return m_package.writeTo(target);
 }
 
-void PagesDocument::writeBody(quint64 body, quint64 section)
+void PagesDocument::writeBody(quint64 body, quint64 section, TextRepairs &repairs)
 {
     qint64 textLength = 0;
-    walk([&textLength](const QString &text, bool) { textLength += utf8Length(text); });
+    walk([&textLength](const QString &text, bool) { textLength += utf8Length(text); }, &repairs);
     qint64 runsLength = 0;
     walkRuns([&runsLength](QByteArrayView part) { runsLength += part.size(); });
 

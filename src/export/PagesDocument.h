@@ -18,14 +18,14 @@ public:
     /// The rows must outlive the document. @p time and @p name tell documents apart.
     PagesDocument(const QDateTime &time, const QString &name, std::span<const PersonRow> rows, LineOrder order);
 
-    /// Like ZipPackage::writeTo(). Once only.
-    Result<void> writeTo(QIODevice &target);
+    /// Like ZipPackage::writeTo(); what was changed to make texts safe is added to @p repairs. Once only.
+    Result<void> writeTo(QIODevice &target, TextRepairs &repairs);
 
 private:
     /// Calls with each paragraph, which ends in a line feed, and whether it is a heading.
-    template <typename Taker> void walk(Taker take) const;
+    template <typename Taker> void walk(Taker take, TextRepairs *repairs = nullptr) const;
     template <typename Taker> void walkRuns(Taker take) const;
-    void writeBody(quint64 body, quint64 section);
+    void writeBody(quint64 body, quint64 section, TextRepairs &repairs);
     void writeStyles(quint64 theme);
 
     std::span<const PersonRow> m_rows;

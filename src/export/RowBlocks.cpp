@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/RowBlocks.h"
 
+#include "export/iwa/WriteAll.h"
+
 #include <QBuffer>
 
 #include <algorithm>
@@ -47,9 +49,8 @@ Result<void> writeRowBlocks(QIODevice &target, std::span<const PersonRow> rows,
     for (std::size_t next = 0; blocks[next].made.valid(); next = (next + 1) % blocks.size()) {
         Block &block = blocks[next];
         block.made.get();
-        const QByteArray &text = block.buffer.buffer();
-        if (target.write(text) != text.size())
-            return Error{ErrorKind::Io, target.errorString()};
+        if (auto written = writeAll(target, block.buffer.buffer()); !written)
+            return written;
         begin(block);
     }
     return {};

@@ -78,6 +78,13 @@ QString safeCell(const QString &text, qsizetype maximum, TextRepairs *repairs)
     return safe.first(maximum > 0 && safe.at(maximum - 1).isHighSurrogate() ? maximum - 1 : maximum);
 }
 
+QString withoutInsertions(QString safe, TextRepairs *repairs)
+{
+    if (repairs)
+        repairs->characters += safe.count(QChar::ObjectReplacementCharacter);
+    return safe.replace(QChar::ObjectReplacementCharacter, QChar::ReplacementCharacter);
+}
+
 qsizetype utf8Length(QStringView safe)
 {
     qsizetype length = 0;

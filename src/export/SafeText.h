@@ -29,5 +29,8 @@ QString safeText(const QString &text, TextRepairs *repairs = nullptr, LineEnds l
 /// The same, cut to at most @p maximum UTF-16 units, never within a character.
 QString safeCell(const QString &text, qsizetype maximum, TextRepairs *repairs = nullptr);
 
+/// For formats in whose texts U+FFFC stands for something inserted, which it must not where nothing is: U+FFFD too.
+QString withoutInsertions(QString safe, TextRepairs *repairs = nullptr);
+
 /// How many bytes a safe text takes in UTF-8.
 qsizetype utf8Length(QStringView safe);

@@ -2,9 +2,38 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/Utf8Output.h"
 
+#include "export/iwa/WriteAll.h"
+
 namespace {
 
 constexpr std::size_t kPiece = 256 * 1024; // stays in the processor's cache
+
+/// Copies the low byte of each unit. Whether that is the text: false, and no good, where a unit is not ASCII.
+bool copyAscii(const char16_t *units, std::size_t size, char *bytes)
+{
+    // Most texts are short: a few units at a time, and no call, are quicker than the encoder.
+    constexpr std::size_t kStep = sizeof(quint64) / sizeof(char16_t);
+    quint64 seen = 0;
+    const auto copyFour = [&](std::size_t at) {
+        quint64 four = 0;
+        std::memcpy(&four, units + at, sizeof four);
+        seen |= four;
+        four = (four | four >> 8) & 0x0000'FFFF'0000'FFFF;
+        const auto packed = static_cast<quint32>(four | four >> 16);
+        std::memcpy(bytes + at, &packed, sizeof packed);
+    };
+    if (size >= kStep) {
+        for (std::size_t at = 0; at < size - kStep; at += kStep)
+            copyFour(at);
+        copyFour(size - kStep); // some of them for the second time
+    } else {
+        for (std::size_t at = 0; at < size; ++at) {
+            seen |= units[at];
+            bytes[at] = static_cast<char>(units[at]);
+        }
+    }
+    return (seen & 0xFF80'FF80'FF80'FF80) == 0;
+}
 
 } // namespace
 
@@ -16,26 +45,16 @@ void Utf8Output::write(QStringView text)
 {
     const auto size = static_cast<std::size_t>(text.size());
     char *const begin = room(3 * size);
-    const char16_t *units = text.utf16();
-    // Most texts are short and ASCII; two plain loops are quicker there than a call of the encoder.
-    char16_t seen = 0;
-    for (std::size_t i = 0; i < size; ++i)
-        seen = static_cast<char16_t>(seen | units[i]);
-    if (seen >= 0x80) {
+    if (copyAscii(text.utf16(), size, begin))
+        m_used += size;
+    else
         m_used += static_cast<std::size_t>(m_encoder.appendToBuffer(begin, text) - begin);
-        return;
-    }
-    for (std::size_t i = 0; i < size; ++i)
-        begin[i] = static_cast<char>(units[i]);
-    m_used += size;
 }
 
 Result<void> Utf8Output::finish()
 {
     flush();
-    if (m_hasFailed)
-        return Error{ErrorKind::Io, m_target.errorString()};
-    return {};
+    return m_written;
 }
 
 void Utf8Output::makeRoom(std::size_t bytes)
@@ -47,7 +66,7 @@ void Utf8Output::makeRoom(std::size_t bytes)
 
 void Utf8Output::flush()
 {
-    if (!m_hasFailed && m_used > 0)
-        m_hasFailed = m_target.write(m_buffer.data(), static_cast<qint64>(m_used)) != static_cast<qint64>(m_used);
+    if (m_written)
+        m_written = writeAll(m_target, {m_buffer.data(), static_cast<qsizetype>(m_used)});
     m_used = 0;
 }

@@ -32,7 +32,7 @@ public:
     void write(char unit) { write(std::string_view(&unit, 1)); }
 
     /// Nothing more need be written.
-    bool hasFailed() const { return m_hasFailed; }
+    bool hasFailed() const { return !m_written; }
     /// Hands on what is left. Without it, that is lost.
     Result<void> finish();
 
@@ -51,5 +51,5 @@ private:
     std::vector<char> m_buffer;
     std::size_t m_used = 0;
     QStringEncoder m_encoder;
-    bool m_hasFailed = false;
+    Result<void> m_written; // or why not
 };

@@ -4,7 +4,9 @@
 
 #include "export/OutputFile.h"
 #include "export/WholePackage.h"
+#include "export/iwa/WriteAll.h"
 
+#include <QDir>
 #include <QRegularExpression>
 #include <QStringEncoder>
 
@@ -50,18 +52,32 @@ public:
     /// Valid until the next call.
     const char *utf8(const QString &text)
     {
+        const qint64 cutBefore = m_repairs.cutTexts;
         QString safe = safeCell(text, kMaxCellLength, &m_repairs);
-        // In a cell "_x0041_" stands for the character with that number (ECMA-376 part 1, 22.9.2.19): for people who
-        // wrote just that, the underscore is given by its own number.
-        static const QRegularExpression escape(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
-        if (safe.contains(QStringLiteral("_x")))
-            safe = safeCell(safe.replace(escape, QStringLiteral("_x005F_")), kMaxCellLength, &m_repairs);
+        if (safe.contains(QStringLiteral("_x")) && escapeNumbers(safe))
+            m_repairs.cutTexts = cutBefore + 1;
         m_buffer.resize(static_cast<std::size_t>(m_encoder.requiredSpace(safe.size())) + 1);
         *m_encoder.appendToBuffer(m_buffer.data(), safe) = '\0';
         return m_buffer.data();
     }
 
 private:
+    /// In a cell "_x0041_" stands for the character with that number (ECMA-376 part 1, 22.9.2.19): for people who wrote
+    /// just that, the underscore is given by its own number. Whether that made the text too long, and it was cut: the
+    /// library measures what is written, not what is meant.
+    static bool escapeNumbers(QString &text)
+    {
+        static const QRegularExpression number(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
+        static const QString underscore = QStringLiteral("_x005F_");
+        text.replace(number, underscore);
+        if (text.size() <= kMaxCellLength)
+            return false;
+        const qsizetype last = text.lastIndexOf(underscore, kMaxCellLength - 1);
+        const bool isHalf = last >= 0 && last + underscore.size() > kMaxCellLength;
+        text = safeCell(text, isHalf ? last : kMaxCellLength);
+        return true;
+    }
+
     TextRepairs &m_repairs;
     QStringEncoder m_encoder{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
     std::vector<char> m_buffer;
@@ -86,8 +102,8 @@ public:
         QByteArray piece(1024 * 1024, Qt::Uninitialized);
         qint64 size = 0;
         while ((size = source.read(piece.data(), piece.size())) > 0) {
-            if (target.write(piece.constData(), size) != size)
-                return Error{ErrorKind::Io, target.errorString()};
+            if (auto written = writeAll(target, QByteArrayView(piece).first(size)); !written)
+                return written;
         }
         return size == 0 ? Result<void>() : Error{ErrorKind::Io, source.errorString()};
     }
@@ -209,7 +225,19 @@ ExportReport XlsxCreater::startConvert()
 Result<void> XlsxCreater::writeWorkbook(QIODevice &target, TextRepairs &repairs) const
 {
     const MemoryFile file;
-    const QByteArray path = file.path();
+    if (const auto made = makeWorkbook(file.path(), repairs); !made)
+        return made;
+    // The library does not notice when its own temporary files are cut short, nor keep the reason.
+    if (const auto whole = checkWholePackage(file.path()); !whole) {
+        return Error{ErrorKind::Io,
+            QStringLiteral("a temporary file in %1 was cut short, as on a full disk: ").arg(QDir::tempPath())
+                + whole.error().text};
+    }
+    return file.copyTo(target);
+}
+
+Result<void> XlsxCreater::makeWorkbook(const QByteArray &path, TextRepairs &repairs) const
+{
     Workbook book(path, m_rows.size() <= kMaxRowsInMemory, repairs);
     const std::vector<double> widths = columnWidths(m_rows, m_columns);
     std::span<const PersonRow> left(m_rows);
@@ -219,10 +247,5 @@ Result<void> XlsxCreater::writeWorkbook(QIODevice &target, TextRepairs &repairs)
             return added;
         left = left.subspan(rows.size());
     } while (!left.empty());
-    if (const auto closed = book.close(); !closed)
-        return closed;
-    // The library does not notice when its own temporary files are cut short.
-    if (const auto whole = checkWholePackage(path); !whole)
-        return whole;
-    return file.copyTo(target);
+    return book.close();
 }

@@ -23,6 +23,7 @@ public:
 
 private:
     Result<void> writeWorkbook(QIODevice &target, TextRepairs &repairs) const;
+    Result<void> makeWorkbook(const QByteArray &path, TextRepairs &repairs) const;
 
     const PersonRows m_rows;
     const QString m_savePath;

@@ -4,7 +4,7 @@
 
 #include <QBuffer>
 
-/// A file on a disk that is full after @p capacity bytes.
+/// A file on a disk that is full after @p capacity bytes: takes what fits, and has a reason only for the rest.
 class FailingBuffer : public QBuffer
 {
 public:
@@ -13,8 +13,9 @@ public:
 protected:
     qint64 writeData(const char *data, qint64 length) override
     {
-        if (pos() + length <= m_capacity)
-            return QBuffer::writeData(data, length);
+        const qint64 part = qMin(length, m_capacity - pos());
+        if (part > 0 || length == 0)
+            return QBuffer::writeData(data, part);
         setErrorString(QStringLiteral("No space left on device"));
         return -1;
     }

@@ -38,8 +38,10 @@ def main():
         for style in parts["word/styles.xml"].iter(W + "style")
     }
     for paragraph in parts["word/document.xml"].iter(W + "p"):
-        pieces = [item for item in paragraph.iter() if item.tag in (W + "t", W + "br")]
-        text = "".join("\n" if item.tag == W + "br" else item.text or "" for item in pieces)
+        check(not any("\t" in (item.text or "") for item in paragraph.iter(W + "t")), "a tab that is shown as a space")
+        signs = {W + "br": "\n", W + "tab": "\t"}
+        pieces = [item for item in paragraph.iter() if item.tag in (W + "t", *signs)]
+        text = "".join(signs.get(item.tag, item.text or "") for item in pieces)
         print(json.dumps([styles[paragraph.find("%spPr/%spStyle" % (W, W)).get(W + "val")], text]))
     check(any("PAGE" in (field.get(W + "instr") or "") for field in parts["word/footer1.xml"].iter()), "no page number")
     print(json.dumps(parts["docProps/core.xml"].find(CREATED).text))

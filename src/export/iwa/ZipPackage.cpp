@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/iwa/ZipPackage.h"
 
+#include "export/iwa/WriteAll.h"
+
 #include <zip.h>
 
 #include <cerrno>
@@ -70,18 +72,6 @@ zip_int64_t readMember(void *state, void *data, zip_uint64_t length, zip_source_
     }
 }
 
-/// A full disk takes part of the bytes and gives no reason; it has one for the rest.
-zip_int64_t writeAll(TargetWriter &target, const char *data, qint64 length)
-{
-    for (qint64 done = 0; done < length;) {
-        const qint64 taken = target.device.write(data + done, length - done);
-        if (taken <= 0)
-            return failed(target.error, ZIP_ER_WRITE, 0);
-        done += taken;
-    }
-    return length;
-}
-
 zip_int64_t writeTarget(void *state, void *data, zip_uint64_t length, zip_source_cmd_t command)
 {
     TargetWriter &target = *static_cast<TargetWriter *>(state);
@@ -94,7 +84,9 @@ zip_int64_t writeTarget(void *state, void *data, zip_uint64_t length, zip_source
     case ZIP_SOURCE_STAT: // there is nothing yet: an archive is to be made
         return failed(target.error, ZIP_ER_READ, ENOENT);
     case ZIP_SOURCE_WRITE:
-        return writeAll(target, static_cast<const char *>(data), qint64(length));
+        if (!writeAll(target.device, QByteArrayView(static_cast<const char *>(data), qsizetype(length))))
+            return failed(target.error, ZIP_ER_WRITE, 0); // the device keeps the reason
+        return zip_int64_t(length);
     case ZIP_SOURCE_SEEK_WRITE: {
         const zip_int64_t position = zip_source_seek_compute_offset(
             zip_uint64_t(target.device.pos()), zip_uint64_t(target.device.size()), data, length, &target.error);

@@ -31,6 +31,27 @@ const FieldInfo *fieldOfService(std::span<const FieldInfo> fields, const QString
     return found == fields.end() ? nullptr : &*found;
 }
 
+/// The same as toString(Qt::ISODate), which takes a good part of the time of an export.
+QString isoText(QDate date)
+{
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    date.getDate(&year, &month, &day);
+    if (year < 1 || year > 9999)
+        return date.toString(Qt::ISODate);
+    QString text = QStringLiteral("0000-00-00");
+    QChar *digits = text.data();
+    const auto put = [digits](qsizetype end, int number) {
+        for (; number > 0; number /= 10)
+            digits[--end] = QChar(u'0' + number % 10);
+    };
+    put(4, year);
+    put(7, month);
+    put(10, day);
+    return text;
+}
+
 struct MultiFields
 {
     std::span<const FieldInfo> emails = fieldsOfProperty(kABEmailProperty);
@@ -68,11 +89,15 @@ FieldValue PersonDictionary::value(Field field) const
 
 QString PersonDictionary::text(Field field) const
 {
-    const FieldValue found = value(field);
-    if (const auto *date = std::get_if<QDate>(&found))
-        return date->toString(Qt::ISODate);
-    const auto *text = std::get_if<QString>(&found);
-    return text ? *text : QString();
+    const Entry *entry = find(field);
+    return entry ? text(*entry) : QString();
+}
+
+QString PersonDictionary::text(const Entry &entry) const
+{
+    if (entry.m_text)
+        return *entry.m_text;
+    return entry.m_field == Field::Birthday ? isoText(m_birthday) : nameKey(*m_record);
 }
 
 const QString *PersonDictionary::keptText(Field field) const

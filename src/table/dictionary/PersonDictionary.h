@@ -45,6 +45,7 @@ public:
     bool contains(Field field) const { return find(field) != nullptr; }
     /// A text as it is, a date as YYYY-MM-DD; null (isNull) where the field has no value.
     QString text(Field field) const;
+    QString text(const Entry &entry) const;
     /// The text where one is kept, valid as long as the dictionary; null for an absent value, and for a date or full
     /// name, which text() makes.
     const QString *keptText(Field field) const;
