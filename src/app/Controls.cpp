@@ -28,7 +28,8 @@ void MyButton::setButtonTitle(const QString &title)
     setAccessibleName(title);
 }
 
-ButtonBar::ButtonBar(const QList<QPushButton *> &buttons, QObject *parent) : QObject(parent), m_buttons(buttons)
+ButtonBar::ButtonBar(const QList<QPushButton *> &buttons, QObject *parent)
+    : QObject(parent), m_buttons(buttons.begin(), buttons.end())
 {
     for (QPushButton *button : buttons)
         button->installEventFilter(this);
@@ -37,19 +38,22 @@ ButtonBar::ButtonBar(const QList<QPushButton *> &buttons, QObject *parent) : QOb
 
 QPushButton *ButtonBar::tabStop() const
 {
-    const auto stop = std::ranges::find(m_buttons, Qt::StrongFocus, &QWidget::focusPolicy);
-    return stop != m_buttons.end() && (*stop)->isEnabled() ? *stop : nullptr;
+    const auto isStop = [](QPushButton *button) { return button && button->focusPolicy() == Qt::StrongFocus; };
+    const auto stop = std::ranges::find_if(m_buttons, isStop);
+    return stop != m_buttons.end() && (*stop)->isEnabled() ? stop->data() : nullptr;
 }
 
 bool ButtonBar::eventFilter(QObject *object, QEvent *event)
 {
-    auto *button = static_cast<QPushButton *>(object);
+    auto *button = qobject_cast<QPushButton *>(object);
+    if (!button) // no longer one: the window goes
+        return QObject::eventFilter(object, event);
     switch (event->type()) {
     case QEvent::FocusIn:
         setTabStop(button);
         break;
     case QEvent::EnabledChange:
-        setTabStop(m_tabStop);
+        setTabStop(m_tabStop ? m_tabStop.data() : button);
         break;
     case QEvent::KeyPress: {
         const int key = static_cast<QKeyEvent *>(event)->key();
@@ -68,17 +72,23 @@ bool ButtonBar::eventFilter(QObject *object, QEvent *event)
 void ButtonBar::setTabStop(QPushButton *wanted)
 {
     m_tabStop = wanted;
-    const auto enabled = std::ranges::find_if(m_buttons, &QWidget::isEnabled);
-    const QPushButton *stop = wanted->isEnabled() || enabled == m_buttons.end() ? wanted : *enabled;
-    for (QPushButton *button : std::as_const(m_buttons))
-        button->setFocusPolicy(button == stop ? Qt::StrongFocus : Qt::ClickFocus);
+    const auto isEnabled = [](QPushButton *button) { return button && button->isEnabled(); };
+    const auto enabled = std::ranges::find_if(m_buttons, isEnabled);
+    const QPushButton *stop = wanted->isEnabled() || enabled == m_buttons.end() ? wanted : enabled->data();
+    for (QPushButton *button : m_buttons) {
+        if (button)
+            button->setFocusPolicy(button == stop ? Qt::StrongFocus : Qt::ClickFocus);
+    }
 }
 
 void ButtonBar::move(QPushButton *from, int by)
 {
-    for (qsizetype i = m_buttons.indexOf(from) + by; i >= 0 && i < m_buttons.size(); i += by) {
-        if (m_buttons[i]->isEnabled()) {
-            m_buttons[i]->setFocus(Qt::TabFocusReason);
+    const auto size = static_cast<int>(m_buttons.size());
+    for (auto i = static_cast<int>(std::find(m_buttons.begin(), m_buttons.end(), from) - m_buttons.begin()) + by;
+         i >= 0 && i < size; i += by) {
+        QPushButton *button = m_buttons[static_cast<std::size_t>(i)];
+        if (button && button->isEnabled()) {
+            button->setFocus(Qt::TabFocusReason);
             return;
         }
     }

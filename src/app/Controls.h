@@ -3,7 +3,10 @@
 #pragma once
 
 #include <QPixmap>
+#include <QPointer>
 #include <QPushButton>
+
+#include <vector>
 
 /// The buttons of the main window.
 class MyButton : public QPushButton
@@ -33,8 +36,8 @@ private:
     void setTabStop(QPushButton *button);
     void move(QPushButton *from, int by);
 
-    QList<QPushButton *> m_buttons;
-    QPushButton *m_tabStop = nullptr; // the one that is wanted, also while it cannot be pressed
+    std::vector<QPointer<QPushButton>> m_buttons; // null: gone already, as the window goes
+    QPointer<QPushButton> m_tabStop; // the one that is wanted, also while it cannot be pressed
 };
 
 /// A strip with a picture behind its contents, which fills its width at its own height.
