@@ -115,6 +115,30 @@ private Q_SLOTS:
         QVERIFY(cardOnServer().contains("N:Lee;Ann;;;"));
     }
 
+    /// The daemon has not looked at the server since.
+    void editOnTheServerIsKept()
+    {
+        const auto book = ABAddressBook::sharedAddressBook();
+        QVERIFY(book);
+        const ABPersonPtr person = book->personWithUniqueId(u("p1"));
+        write(fileOf("collection-root/club/book/p1.vcf"),
+            cardOnServer().replace("END:VCARD", "TITLE:theirs\r\nEND:VCARD"));
+        person->setValue(u("mine"), kABJobTitleProperty);
+        person->setValue(u("mine"), kABNicknameProperty);
+        Error error;
+        QVERIFY(!book->save(&error));
+        QVERIFY2(error.kind == ErrorKind::Conflict, qPrintable(error.text));
+        QVERIFY(cardOnServer().contains("TITLE:theirs") && !cardOnServer().contains("mine"));
+        // Their state arrives by itself, and the next change is made on it.
+        QTRY_VERIFY_WITH_TIMEOUT(
+            book->refresh() && person->valueForProperty(kABJobTitleProperty) == ABValue(u("theirs")), 20'000);
+        book->save();
+        person->setValue(u("later"), kABNicknameProperty);
+        QVERIFY2(book->save(&error), qPrintable(error.text));
+        QTRY_VERIFY_WITH_TIMEOUT(cardOnServer().contains("NICKNAME:later"), 20'000);
+        QVERIFY(cardOnServer().contains("TITLE:theirs"));
+    }
+
     void serverThatIsGone()
     {
         const auto book = ABAddressBook::sharedAddressBook();

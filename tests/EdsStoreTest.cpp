@@ -329,10 +329,12 @@ private Q_SLOTS:
         QVERIFY(open(book)->commit({{u("u"), nullptr, a}}));
         OtherProgram other(book);
         const QByteArray before = other.text("u");
-        EdsJournal journal(folderOfBook(m_desktop.dataFolder(), book));
+        auto journal = std::make_unique<EdsJournal>(folderOfBook(m_desktop.dataFolder(), book));
         const QByteArray after = cardOf("N:;Half;;;");
-        QVERIFY(journal.begin({{"u", before, after}, {"v", {}, cardOf("N:;V;;;")}}));
+        QVERIFY(journal->begin({{"u", before, after}, {"v", {}, cardOf("N:;V;;;")}}));
         QVERIFY(other.write("u", after)); // and not the second one
+        QVERIFY(!(*open(book)->loadAll()->front().record == *a)); // while it lives, it is its own affair
+        journal.reset();
         const auto people = open(book)->loadAll();
         QCOMPARE(people->size(), std::size_t(1));
         QVERIFY(*people->front().record == *a);

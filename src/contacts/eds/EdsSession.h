@@ -31,6 +31,7 @@ public:
     bool isReadOnly() const { return m_book.isReadOnly(); }
 
 private:
+    using Clock = std::chrono::steady_clock;
     using Card = EdsBook::Card;
     using TakeCards = EdsBook::TakeCards;
     using Texts = std::map<QByteArray, QByteArray>; // by uid
@@ -64,4 +65,7 @@ private:
     QByteArray m_seenRevision;
     bool m_mustList = true; // whatever the revision says
     bool m_isBackedUp = false;
+    std::chrono::milliseconds m_callLimit;
+    /// Until then a change that nobody answered to may still be made by the daemon.
+    Clock::time_point m_mayBeWrittenUntil;
 };
