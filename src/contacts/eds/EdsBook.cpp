@@ -201,10 +201,15 @@ Result<void> EdsBook::connect()
     m_source = described(source.get(), standard.get());
     m_sourceUid = m_source.uid.toUtf8(); // another book may become the default one meanwhile
     GError *error = nullptr;
-    m_client = e_book_client_connect_sync(source.get(), kNoWait, m_guard->beginCall(), &error);
+    m_isLocal = isKeptHere(source.get());
+    // A local book is read from its file then, where that can be; changes go over the bus.
+    if (m_isLocal)
+        m_client = e_book_client_connect_direct_sync(
+            registry(m_registry), source.get(), kNoWait, m_guard->beginCall(), &error);
+    else
+        m_client = e_book_client_connect_sync(source.get(), kNoWait, m_guard->beginCall(), &error);
     if (!m_client)
         return takeError(error, "cannot be opened");
-    m_isLocal = isKeptHere(source.get());
     m_revision.connect(static_cast<GDBusConnection *>(m_connection), m_sourceUid);
     return {};
 }
@@ -216,14 +221,20 @@ bool EdsBook::isReadOnly() const
 
 Result<QByteArray> EdsBook::revision()
 {
-    if (auto ready = connect(); !ready)
-        return ready.error();
-    GError *error = nullptr;
-    QByteArray revision = m_revision.ask(&error);
-    if (isTimeout(error))
-        return takeError(error, "cannot be read");
-    g_clear_error(&error);
-    return revision;
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        if (auto ready = connect(); !ready)
+            return ready.error();
+        GError *error = nullptr;
+        QByteArray revision = m_revision.ask(&error);
+        if (!error)
+            return revision;
+        if (isTimeout(error))
+            return takeError(error, "cannot be read");
+        g_error_free(error);
+        // That daemon is gone. Reading from the book's file would not tell, and the next change would fail.
+        disconnect();
+    }
+    return QByteArray();
 }
 
 Result<std::vector<QByteArray>> EdsBook::uids()
@@ -239,6 +250,17 @@ Result<std::vector<QByteArray>> EdsBook::uids()
         uids.emplace_back(static_cast<const char *>(at->data));
     g_slist_free_full(list, g_free);
     return uids;
+}
+
+Result<std::vector<EdsBook::Card>> EdsBook::allCards()
+{
+    if (auto ready = connect(); !ready)
+        return ready.error();
+    GSList *list = nullptr;
+    GError *error = nullptr;
+    if (!e_book_client_get_contacts_sync(client(m_client), "", &list, m_guard->beginCall(), &error))
+        return takeError(error, "cannot be read");
+    return takeCards(list);
 }
 
 Result<std::vector<EdsBook::Card>> EdsBook::cards(const QByteArray *uids, std::size_t count)
@@ -264,23 +286,25 @@ Result<void> EdsBook::cardsByPages(std::span<const QByteArray> uids, const TakeC
     constexpr std::size_t kUnderWay = 2;
     std::deque<std::unique_ptr<PageRequest>> requests;
     std::size_t asked = 0;
-    Result<void> result;
-    while (result && (asked < uids.size() || !requests.empty())) {
+    const auto ask = [&] {
         while (asked < uids.size() && requests.size() < kUnderWay) {
             const auto page = uids.subspan(asked, std::min(kPageSize, uids.size() - asked));
             requests.push_back(std::make_unique<PageRequest>(client(m_client), queryFor(page), page.size()));
             asked += page.size();
         }
-        PageRequest &first = *requests.front();
-        first.wait(*m_guard);
-        if (!first.list && first.error) {
-            result = takeError(std::exchange(first.error, nullptr), "cannot be read");
-            requests.pop_front();
+    };
+    Result<void> result;
+    for (ask(); result && !requests.empty();) {
+        const auto first = std::move(requests.front());
+        requests.pop_front();
+        first->wait(*m_guard);
+        if (!first->list && first->error) {
+            result = takeError(std::exchange(first->error, nullptr), "cannot be read");
             continue;
         }
-        std::vector<Card> cards = takeCards(std::exchange(first.list, nullptr));
-        taken += first.size;
-        requests.pop_front();
+        ask();
+        std::vector<Card> cards = takeCards(std::exchange(first->list, nullptr));
+        taken += first->size;
         if (!take(cards))
             result = givenUp();
     }

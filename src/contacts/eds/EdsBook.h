@@ -62,13 +62,18 @@ public:
     std::size_t cardsAtOnce() const { return m_isLocal ? kPageSize : kCardsToServer; }
 
     Result<std::vector<QByteArray>> uids();
+    /// What is returned where whoever waits has given up.
+    Error givenUp() const;
+
+    /// Everybody's cards, in no order, in one answer: only for a book whose text one message of the bus can hold.
+    Result<std::vector<Card>> allCards();
     /// The cards of at most kPageSize uids, in no order; those that are not there are left out.
     Result<std::vector<Card>> cards(const QByteArray *uids, std::size_t count);
     /// The same for any number, page after page, with several requests under way at once. Stops at the first page that
     /// fails, and with Cancelled where @p take wants no more; @p taken counts the uids of the pages that were taken.
     Result<void> cardsByPages(std::span<const QByteArray> uids, const TakeCards &take, std::size_t &taken);
     /// Changes with every change of the book; empty where the book does not tell.
-    /// Unavailable: the daemon is silent.
+    /// Unavailable: the daemon is silent. One that is gone is connected to anew.
     Result<QByteArray> revision();
     /// Called on the thread whenever the revision may have changed, and when the daemon is gone; an empty one for no
     /// more calls. Holds over a new connection, from the next call of anything on.
@@ -89,7 +94,6 @@ private:
 
     Result<void> ensureRegistry();
     Error takeError(void *error, const char *what);
-    Error givenUp() const;
     /// Of a change; takes the error.
     Result<void> outcome(bool isDone, void *error);
 

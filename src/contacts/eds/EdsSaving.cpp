@@ -207,7 +207,8 @@ Result<void> EdsSession::backUp()
         }
         return true;
     };
-    auto done = readBook(take);
+    std::size_t total = 0;
+    auto done = readBook(take, total);
     if (done && !cards.isEmpty()) {
         const QString folder = m_dataFolder % QStringLiteral("/backups");
         const QString time = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'hhmmss.zzz'Z'"));

@@ -7,7 +7,61 @@
 #include "contacts/eds/StoredCard.h"
 
 #include <algorithm>
+#include <deque>
 #include <future>
+#include <iterator>
+#include <thread>
+
+namespace {
+
+/// A book of so many ordinary cards is far from what a message of the bus may hold (128 MiB).
+constexpr std::size_t kMostInOneAnswer = 20'000;
+
+/// Reads pages of cards into records, on all processors and while the daemon puts the next page together.
+class PageReader
+{
+public:
+    void add(std::vector<EdsBook::Card> page)
+    {
+        if (m_underWay.size() >= std::max(2U, std::thread::hardware_concurrency()))
+            takeFirst();
+        m_underWay.push_back(std::async(std::launch::async, [cards = std::move(page)]() mutable {
+            std::ranges::sort(cards, {}, &EdsBook::Card::uid);
+            auto records = StoredCard::read(cards);
+            return Page{std::move(cards), std::move(records)};
+        }));
+    }
+    void finish()
+    {
+        while (!m_underWay.empty())
+            takeFirst();
+    }
+
+    std::vector<StoredRecord> people;
+    QHash<QByteArray, std::size_t> seen; // digests by uid
+
+private:
+    struct Page
+    {
+        std::vector<EdsBook::Card> cards;
+        std::vector<StoredCard::Read> records;
+    };
+    void takeFirst()
+    {
+        const auto [cards, records] = m_underWay.front().get();
+        m_underWay.pop_front();
+        for (std::size_t i = 0; i < cards.size(); ++i) {
+            if (!records[i].record)
+                continue;
+            seen.insert(cards[i].uid, records[i].digest);
+            people.push_back({QString::fromUtf8(cards[i].uid), records[i].record});
+        }
+    }
+
+    std::deque<std::future<Page>> m_underWay;
+};
+
+} // namespace
 
 EdsSession::EdsSession(QByteArray sourceUid, QString dataFolder, const std::shared_ptr<CallGuard> &guard)
     : m_book(std::move(sourceUid), guard), m_dataFolder(std::move(dataFolder)), m_callLimit(guard->callLimit())
@@ -60,7 +114,7 @@ Result<void> EdsSession::readInParts(std::span<const QByteArray> page, const Tak
         if (!cards)
             return cards.error();
         if (!take(*cards))
-            return Error{ErrorKind::Cancelled, source().name % QStringLiteral(": reading was given up")};
+            return m_book.givenUp();
     }
     return {};
 }
@@ -75,10 +129,35 @@ Result<std::vector<QByteArray>> EdsSession::uidsInOrder()
     return uids;
 }
 
-Result<void> EdsSession::readBook(const TakeCards &take)
+Result<void> EdsSession::readBook(const TakeCards &take, std::size_t &total)
 {
     const auto uids = uidsInOrder();
-    return uids ? readCards(*uids, take) : uids.error();
+    if (!uids)
+        return uids.error();
+    total = uids->size();
+    if (total > kMostInOneAnswer)
+        return readCards(*uids, take);
+    // Asking for as many by their uids takes longer.
+    auto cards = m_book.allCards();
+    if (!cards && cards.error().kind == ErrorKind::Unavailable && !m_book.hasTimedOut())
+        return readCards(*uids, take); // too large for one message, or a daemon that has to be started anew
+    if (!cards)
+        return cards.error();
+    total = cards->size();
+    return takeByPages(std::move(*cards), take);
+}
+
+Result<void> EdsSession::takeByPages(std::vector<Card> cards, const TakeCards &take)
+{
+    std::ranges::sort(cards, {}, &Card::uid);
+    for (auto begin = cards.begin(); begin != cards.end();) {
+        const auto end = begin + std::min<std::ptrdiff_t>(EdsBook::kPageSize, cards.end() - begin);
+        std::vector<Card> page{std::make_move_iterator(begin), std::make_move_iterator(end)};
+        if (!take(page))
+            return m_book.givenUp();
+        begin = end;
+    }
+    return {};
 }
 
 Result<std::vector<StoredRecord>> EdsSession::loadAll(const AddressBookStore::LoadProgress &progress)
@@ -94,40 +173,21 @@ Result<std::vector<StoredRecord>> EdsSession::loadAll(const AddressBookStore::Lo
     const auto revision = m_book.revision();
     if (!revision)
         return revision.error();
-    std::vector<StoredRecord> people;
-    QHash<QByteArray, std::size_t> seen;
-    // One page is read into records while the daemon puts the next one together.
-    std::future<void> reading;
-    const auto uids = uidsInOrder();
-    if (!uids)
-        return uids.error();
-    qint64 done = 0;
+    PageReader pages;
+    std::size_t total = 0;
+    std::size_t done = 0;
     const auto take = [&](std::vector<Card> &page) {
-        const auto size = qint64(page.size());
-        if (reading.valid())
-            reading.get();
-        reading = std::async(std::launch::async, [&people, &seen, cards = std::move(page)]() mutable {
-            std::ranges::sort(cards, {}, &Card::uid);
-            const auto records = StoredCard::read(cards);
-            for (std::size_t i = 0; i < cards.size(); ++i) {
-                if (!records[i].record)
-                    continue;
-                seen.insert(cards[i].uid, records[i].digest);
-                people.push_back({QString::fromUtf8(cards[i].uid), records[i].record});
-            }
-        });
-        done += size;
-        return !progress || progress(done, qint64(uids->size()));
+        done += page.size();
+        pages.add(std::move(page));
+        return !progress || progress(qint64(done), qint64(total));
     };
-    const auto read = readCards(*uids, take);
-    if (reading.valid())
-        reading.get();
-    if (!read)
+    if (auto read = readBook(take, total); !read)
         return read.error();
-    m_seen = std::move(seen);
+    pages.finish();
+    m_seen = std::move(pages.seen);
     m_seenRevision = *revision;
     m_mustList = false;
-    return people;
+    return std::move(pages.people);
 }
 
 Result<std::vector<OutsideChange>> EdsSession::takeChangesFromOutside()
@@ -153,7 +213,8 @@ Result<std::vector<OutsideChange>> EdsSession::takeChangesFromOutside()
         }
         return true;
     };
-    if (auto read = readBook(take); !read)
+    std::size_t total = 0;
+    if (auto read = readBook(take, total); !read)
         return read.error();
     for (auto it = m_seen.cbegin(); it != m_seen.cend(); ++it) {
         if (!seen.contains(it.key()))

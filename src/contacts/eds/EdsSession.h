@@ -48,7 +48,9 @@ private:
     Result<void> readCards(std::span<const QByteArray> uids, const TakeCards &take);
     Result<void> readInParts(std::span<const QByteArray> page, const TakeCards &take);
     Result<std::vector<QByteArray>> uidsInOrder();
-    Result<void> readBook(const TakeCards &take);
+    /// @p total is known when the first page is taken.
+    Result<void> readBook(const TakeCards &take, std::size_t &total);
+    Result<void> takeByPages(std::vector<Card> cards, const TakeCards &take);
     Result<Texts> currentTexts(const std::vector<EdsJournal::Entry> &entries);
     Result<void> addToPlan(Plan &plan, const RecordChange &change, const QByteArray &current) const;
     Result<Plan> planOf(const std::vector<RecordChange> &changes);

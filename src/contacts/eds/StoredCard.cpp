@@ -13,6 +13,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -111,17 +113,30 @@ QByteArray unfoldedLine(const QByteArray &text, qsizetype begin, qsizetype &end)
     }
 }
 
+bool holdsText(std::string_view line, QByteArrayView wanted)
+{
+    return ::memmem(line.data(), line.size(), wanted.data(), std::size_t(wanted.size())) != nullptr;
+}
+
 /// Whether the daemon, and nobody else, writes and rewrites the line that begins there.
 bool isStampAt(const QByteArray &text, qsizetype begin)
 {
     const QByteArrayView rest = QByteArrayView(text).sliced(begin);
-    return rest.startsWith("REV:") || rest.startsWith(kServerMark);
+    return (rest.front() == 'R' && rest.startsWith("REV:")) || (rest.front() == 'X' && rest.startsWith(kServerMark));
 }
 
+/// Only TEL, EMAIL and ADR, and they may stand in a group; most lines show by their first letter that they are others.
 bool needsWork(const QByteArray &text, qsizetype begin, qsizetype end)
 {
-    const QByteArrayView line = QByteArrayView(text).sliced(begin, end - begin);
-    return line.contains(kNumber) || line.contains(kGoogleLabel);
+    const std::string_view line(text.constData() + begin, std::size_t(end - begin));
+    const char first = line.empty() ? '\0' : line.front();
+    const bool isLabelled = first == 'T' || first == 'E' || first == 'A';
+    if (!isLabelled) {
+        const std::size_t nameEnd = line.find_first_of(".;:");
+        if (nameEnd == std::string_view::npos || line[nameEnd] != '.')
+            return false;
+    }
+    return holdsText(line, kNumber) || holdsText(line, kGoogleLabel);
 }
 
 QByteArray asOwnWriting(const QByteArray &text, QByteArray line)
@@ -276,6 +291,11 @@ std::vector<StoredCard::Read> StoredCard::read(const std::vector<EdsBook::Card> 
             continue;
         at = std::size_t(found - cards.begin());
         results[at].record = withPicture(person.record, found->text);
+    }
+    // Whose uid reads as another text than the daemon's, such as one with a blank at its end.
+    for (std::size_t i = 0; i < cards.size(); ++i) {
+        if (!results[i].record)
+            results[i].record = recordOf(cards[i].text);
     }
     return results;
 }
