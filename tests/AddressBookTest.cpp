@@ -143,6 +143,37 @@ private Q_SLOTS:
         QCOMPARE(textOf(*theirs), merged);
     }
 
+    void aValueOfOthersIsNotOverruled()
+    {
+        const auto backing = std::make_shared<MemoryStore::Book>();
+        const auto mine = openBook(backing);
+        mine->addRecord(person("{'uid':'a','firstName':'A'}"));
+        QVERIFY(mine->save());
+        const auto theirs = openBook(backing);
+        for (const bool isRefreshedBefore : {false, true}) {
+            setName(theirs, "a", isRefreshedBefore ? "T2" : "T1");
+            QVERIFY(theirs->save());
+            setName(mine, "a", "mine");
+            QVERIFY(mine->personWithUniqueId(u("a"))->setValue(u("mine"), kABNoteProperty));
+            if (isRefreshedBefore)
+                QVERIFY(mine->catchUp());
+            Error error;
+            QVERIFY(!mine->save(&error));
+            QCOMPARE(error.kind, ErrorKind::Conflict);
+            QVERIFY(error.text.startsWith(u("a:")));
+            QVERIFY(!mine->hasUnsavedChanges() && mine->save());
+            QCOMPARE(textOf(*mine), textOf(*theirs));
+            QCOMPARE(textOf(*mine), textOf(*openBook(backing)));
+            // Whatever took it in, whoever watches is told, once.
+            QCOMPARE(*mine->refresh(), std::vector<QString>{u("a")});
+            QVERIFY(mine->refresh()->empty());
+        }
+        // The same value is no clash.
+        setName(theirs, "a", "same");
+        setName(mine, "a", "same");
+        QVERIFY(theirs->save() && mine->save());
+    }
+
     void whatOthersRemovedOrChangedIsNotOverruled_data()
     {
         QTest::addColumn<bool>("iRemove");

@@ -55,15 +55,31 @@ private Q_SLOTS:
             QTest::newRow(name) << QByteArray(card) << QByteArray(edit) << QByteArray(expected);
         };
         row("nothing", "X-A;P=1:x\\,y|NICKNAME:|FN:F|NOTE:a\r\n b", "{}", "X-A;P=1:x\\,y|NICKNAME:|FN:F|NOTE:a\r\n b");
-        row("one text", "NOTE;X-P=1:old|X-A:1|GENDER:M", "{'note':'new'}", "NOTE:new|X-A:1|GENDER:M");
+        row("one text", "NOTE;X-P=1:old|X-A:1|GENDER:M", "{'note':'new'}", "NOTE;X-P=1:new|X-A:1|GENDER:M");
         row("a text that was not there", "N:L;F;;;|X-A:1", "{'jobTitle':'j'}", "N:L;F;;;|X-A:1|TITLE:j");
         row("a text that was there empty", "NICKNAME:|X-A:1", "{'nickname':'n'}", "NICKNAME:n|X-A:1");
         row("the name takes its display along", "FN:Mr X|N:L;F;;;|X-A:1", "{'firstName':'G'}", "FN:G L|N:L;G;;;|X-A:1");
+        row("a display of the user's own stays", "N:;;;;|FN:Taxi|TEL:1", "{'phone':[{'value':'2'}]}",
+            "N:;;;;|FN:Taxi|TEL:2");
+        row("a display made of a number goes with it", "N:;;;;|FN:1|TEL:1", "{'phone':[{'value':'2'}]}",
+            "N:;;;;|FN:2|TEL:2");
+        row("what an address says beyond its parts",
+            "item1.ADR;X-Q=\"a;b\";TYPE=HOME,PREF:box;ext;s;c;;;|LABEL;TYPE=HOME:s\\nc|LABEL;TYPE=WORK:w",
+            "{'address':[{'label':'_$!<Home>!$_','value':{'street':'new','city':'c'}}]}",
+            "ADR;TYPE=HOME;TYPE=PREF;X-Q=\"a;b\":box;ext;new;c;;;|LABEL;TYPE=WORK:w");
+        row("units below the department", "ORG;X-P=1:o;d;unit;team", "{'organization':'n'}", "ORG;X-P=1:n;d;unit;team");
+        row("a number's own marks go with it", "TEL;X-EVOLUTION-UI-SLOT=2;VALUE=uri;X-EVOLUTION-E164=1:tel:1",
+            "{'phone':[{'value':'2'}]}", "TEL;X-EVOLUTION-UI-SLOT=2:2");
+        row("two for one take nothing along", "TEL;X-P=1:1", "{'phone':[{'value':'2'},{'value':'3'}]}", "TEL:2|TEL:3");
+        row("what is filed by the name follows it", "N:L;F;;;|X-EVOLUTION-FILE-AS:L\\, F", "{'firstName':'G'}",
+            "N:L;G;;;|X-EVOLUTION-FILE-AS:L\\, G|FN:G L");
+        row("what is filed otherwise stays", "N:L;F;;;|X-EVOLUTION-FILE-AS:Boss", "{'firstName':'G'}",
+            "N:L;G;;;|X-EVOLUTION-FILE-AS:Boss|FN:G L");
         row("the display is left to others", "FN:Mr X|N:L;F;;;|X-EVOLUTION-FILE-AS:z", "{'note':'n'}",
             "FN:Mr X|N:L;F;;;|X-EVOLUTION-FILE-AS:z|NOTE:n");
         row("one of several entries", "EMAIL;X-P=1;TYPE=home:a@b|X-A:1|EMAIL;X-P=2:c@d",
             "{'email':[{'label':'_$!<Home>!$_','value':'a@b'},{'value':'new'}]}",
-            "EMAIL;X-P=1;TYPE=home:a@b|EMAIL:new|X-A:1");
+            "EMAIL;X-P=1;TYPE=home:a@b|EMAIL;X-P=2:new|X-A:1");
         row("the order of entries", "TEL;X-P=1:1|TEL;X-P=2:2", "{'phone':[{'value':'2'},{'value':'1'}]}",
             "TEL;X-P=2:2|TEL;X-P=1:1");
         row("equal entries", "TEL;X-P=1:1|TEL;X-P=2:1", "{'phone':[{'value':'1'}]}", "TEL;X-P=1:1");

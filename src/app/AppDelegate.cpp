@@ -51,7 +51,12 @@ AppDelegate::~AppDelegate()
 void AppDelegate::setUpCommands()
 {
     connect(&m_window, &MainWindow::scanRequested, this, &AppDelegate::scanClicled);
-    connect(&m_window, &MainWindow::refreshRequested, this, &AppDelegate::loadClicked);
+    connect(&m_window, &MainWindow::refreshRequested, this, [this] {
+        if (ABAddressBook::sharedAddressBook())
+            loadClicked();
+        else
+            openAddressBook(m_where); // it could not be opened before
+    });
     connect(&m_window, &MainWindow::exportAllRequested, this, &AppDelegate::exportClicked);
     connect(&m_window, &MainWindow::importRequested, this, &AppDelegate::importClicked);
     connect(&m_window, &MainWindow::filesDropped, this, &AppDelegate::importFiles);
@@ -89,18 +94,21 @@ void AppDelegate::openAddressBook(const QString &where)
 {
     m_where = where;
     m_window.setButtonsEnabled(false);
-    m_opener.start([this, where](const std::stop_token &) {
-        auto opened = [this, &where]() -> Result<std::shared_ptr<ABAddressBook>> {
+    m_isOpeningGivenUp = false;
+    m_opener.start([this, where](const std::stop_token &isSuperseded) {
+        auto opened = [this, &where, &isSuperseded]() -> Result<std::shared_ptr<ABAddressBook>> {
             auto store = openStore(where);
             if (!store)
                 return store.error();
-            (*store)->setLoadProgress([this](qint64 done, qint64 total) {
+            (*store)->setLoadProgress([this, isSuperseded](qint64 done, qint64 total) {
                 QMetaObject::invokeMethod(
                     this, [this, done, total] { m_window.showOpening(done, total); }, Qt::QueuedConnection);
-                return !m_isOpeningGivenUp;
+                return !m_isOpeningGivenUp && !isSuperseded.stop_requested();
             });
             return ABAddressBook::open(std::move(*store));
         }();
+        if (isSuperseded.stop_requested())
+            return;
         const auto offer = opened ? std::nullopt : Rescue::offerFor(where, opened.error());
         // Before anybody can change anything; checking the copy takes longer, and nobody waits for that.
         const auto backup = opened ? beginDailyBackup(**opened, QDate::currentDate()) : BackupRest();
@@ -160,6 +168,7 @@ void AppDelegate::installAddressBook(const Result<std::shared_ptr<ABAddressBook>
         makeButtonEnable();
         loadClicked();
     } else {
+        m_window.setFreshButtonEnabled(true);
         const QString reason = book.error().description();
         m_activity.append(ActivityLog::Kind::Failure, reason);
         m_window.showNoAddressBook(reason);

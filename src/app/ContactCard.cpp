@@ -244,7 +244,8 @@ void ContactCard::save()
     m_person->replaceRecord(std::make_shared<PersonRecord>(withChanges(*now, *m_before, *record)));
     Error error;
     if (!book->save(&error)) {
-        m_person->replaceRecord(now);
+        if (error.kind != ErrorKind::Conflict) // else the book has taken the other's record over, and it must stay
+            m_person->replaceRecord(now);
         refuse(error.description());
         Q_EMIT failed(error.description());
         return;

@@ -214,7 +214,7 @@ void MainWindow::showNoAddressBook(const QString &reason)
 
 void MainWindow::showOpening(qint64 done, qint64 total)
 {
-    m_bookName->setText(tr("Opening: %L1 of %L2 contacts").arg(done).arg(total));
+    m_bookName->setText(total > 0 ? tr("Opening: %L1 of %L2 contacts").arg(done).arg(total) : tr("Opening ..."));
     m_giveUp->show();
 }
 

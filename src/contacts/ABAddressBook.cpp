@@ -219,16 +219,22 @@ bool ABAddressBook::hasUnsavedChanges() const
 bool ABAddressBook::save(Error *error)
 {
     const std::scoped_lock lock(m_storeMutex);
+    const auto failForDropped = [this, error] {
+        const QString uid = std::exchange(m_dropped, {}).front();
+        return fail(error, ErrorKind::Conflict,
+            uid % QStringLiteral(": changed or removed by another program meanwhile; left as it is there"));
+    };
+    if (!m_dropped.empty())
+        return failForDropped();
     Result<void> saved = commitPending();
     for (int attempt = 1; !saved && saved.error().kind == ErrorKind::Conflict && attempt < kSaveAttempts; ++attempt) {
-        std::vector<QString> dropped;
-        if (const auto takenIn = takeInOutsideChanges(dropped); !takenIn)
+        const auto takenIn = takeInOutsideChanges();
+        if (!takenIn)
             return fail(error, takenIn.error().kind, takenIn.error().text);
-        if (!dropped.empty()) {
-            return fail(error, ErrorKind::Conflict,
-                dropped.front()
-                    % QStringLiteral(": changed or removed by another program meanwhile; left as it is there"));
-        }
+        if (!m_dropped.empty())
+            return failForDropped();
+        if (*takenIn == 0)
+            break; // the store does not yet know itself what it clashes with
         saved = commitPending();
     }
     return saved || fail(error, saved.error().kind, saved.error().text);
@@ -266,8 +272,16 @@ Result<void> ABAddressBook::commitPending()
 Result<std::vector<QString>> ABAddressBook::refresh()
 {
     const std::scoped_lock lock(m_storeMutex);
-    std::vector<QString> dropped;
-    return takeInOutsideChanges(dropped);
+    if (const auto takenIn = takeInOutsideChanges(); !takenIn)
+        return takenIn.error();
+    return std::exchange(m_untold, {});
+}
+
+Result<void> ABAddressBook::catchUp()
+{
+    const std::scoped_lock lock(m_storeMutex);
+    const auto takenIn = takeInOutsideChanges();
+    return takenIn ? Result<void>() : takenIn.error();
 }
 
 void ABAddressBook::setChangeListener(std::function<void()> listener)
@@ -276,20 +290,24 @@ void ABAddressBook::setChangeListener(std::function<void()> listener)
     m_store->setChangeListener(std::move(listener));
 }
 
-Result<std::vector<QString>> ABAddressBook::takeInOutsideChanges(std::vector<QString> &dropped)
+Result<std::size_t> ABAddressBook::takeInOutsideChanges()
 {
-    auto outside = m_store->takeChangesFromOutside();
+    const auto outside = m_store->takeChangesFromOutside();
     if (!outside)
         return outside.error();
-    std::vector<QString> uids;
+    const std::unordered_set<QString> told(m_untold.begin(), m_untold.end());
+    std::size_t count = 0;
     for (const auto &change : *outside) {
-        if (takeIn(change, dropped))
-            uids.push_back(change.uid);
+        if (!takeIn(change))
+            continue;
+        ++count;
+        if (!told.contains(change.uid))
+            m_untold.push_back(change.uid);
     }
-    return uids;
+    return count;
 }
 
-bool ABAddressBook::takeIn(const OutsideChange &change, std::vector<QString> &dropped)
+bool ABAddressBook::takeIn(const OutsideChange &change)
 {
     const auto &[uid, now] = change;
     const std::scoped_lock lock(m_mutex);
@@ -313,9 +331,10 @@ bool ABAddressBook::takeIn(const OutsideChange &change, std::vector<QString> &dr
         return false; // an echo of what was saved or read here
 
     const bool removedHere = pending && pending->removed;
-    const bool clashes = pending && (removedHere ? now != nullptr : !(now && known));
+    const bool clashes =
+        pending && (removedHere ? now != nullptr : !(now && known) || changesClash(*known, *person->record(), *now));
     if (clashes)
-        dropped.push_back(uid);
+        m_dropped.push_back(uid);
     if (pending && !clashes && now) {
         person->rebase(known, now);
         return true;

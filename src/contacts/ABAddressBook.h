@@ -56,17 +56,20 @@ public:
     /// Takes additions back that are not saved yet; people who are saved, or not here, are passed over.
     void withdraw(const std::vector<ABPersonPtr> &added);
 
-    /// Writes all pending changes, whole or not at all. Where somebody else changed a person meanwhile, only the
-    /// properties changed here are written over theirs.
-    /// False: the store refused, nothing was written and everything stays pending; or (Conflict) somebody else removed
-    /// a person that was changed here, or changed one that was removed here: then the other's deed holds, this
-    /// person's change is dropped, and another save() writes the rest.
+    /// Writes all pending changes, whole or not at all. Where somebody else changed other properties of a person
+    /// meanwhile, both changes are made.
+    /// False: the store refused, nothing was written and everything stays pending; or (Conflict) somebody else gave a
+    /// property that was changed here another value, removed a person that was changed here, or changed one that was
+    /// removed here: then the other's deed holds, this person's changes are dropped, and another save() writes the
+    /// rest. That may have come to light in a refresh() before; the next save() tells it.
     bool save(Error *error = nullptr);
     bool hasUnsavedChanges() const;
 
     /// Takes in what others changed in the store; pending changes stay, as in save().
-    /// @return the uids of everybody who was changed, added or removed by it
+    /// @return the uids of everybody whom others changed, added or removed since the last call, whatever took it in
     Result<std::vector<QString>> refresh();
+    /// The same for those who want the people of now; the next refresh() names the uids.
+    Result<void> catchUp();
 
     /// As AddressBookStore::setChangeListener(): whoever is called may want to refresh().
     void setChangeListener(std::function<void()> listener);
@@ -95,9 +98,9 @@ private:
     explicit ABAddressBook(std::unique_ptr<AddressBookStore> store);
 
     Result<void> commitPending();
-    /// Refreshes with m_storeMutex held. @p dropped gets the uids whose pending change was given up.
-    Result<std::vector<QString>> takeInOutsideChanges(std::vector<QString> &dropped);
-    bool takeIn(const OutsideChange &change, std::vector<QString> &dropped);
+    /// Refreshes with m_storeMutex held; says how many people were changed by it.
+    Result<std::size_t> takeInOutsideChanges();
+    bool takeIn(const OutsideChange &change);
     void forgetRemoved(const ABPersonPtr &person);
     Result<void> checkNothingPending(const std::vector<RecordChange> &changes) const;
     void takeOut(const std::vector<QString> &uids);
@@ -110,6 +113,8 @@ private:
     const std::unique_ptr<AddressBookStore> m_store;
     const std::shared_ptr<PendingChanges> m_pending;
     std::mutex m_storeMutex; // held around calls of the store, never while m_mutex is wanted by a reader
+    std::vector<QString> m_untold; // whom others changed, until refresh() tells it; with m_storeMutex, as the next
+    std::vector<QString> m_dropped; // whose pending changes were given up, until save() tells it
     mutable std::mutex m_mutex; // guards the members below
     std::vector<ABPersonPtr> m_people;
     std::unordered_map<QString, ABPersonPtr> m_removedPeople; // by uid, until their removal is saved

@@ -51,8 +51,7 @@ SameRecord ABAddressBook::sameRecord() const
 Result<RestorePlan> ABAddressBook::planRestore(const QStringList &causeIds)
 {
     const std::scoped_lock lock(m_storeMutex);
-    std::vector<QString> dropped;
-    if (const auto takenIn = takeInOutsideChanges(dropped); !takenIn)
+    if (const auto takenIn = takeInOutsideChanges(); !takenIn)
         return takenIn.error();
     const auto ordered = newestFirst(*m_store, causeIds);
     if (!ordered)
@@ -74,8 +73,7 @@ Result<RestorePlan> ABAddressBook::planRestore(const QStringList &causeIds)
 Result<RestorePlan> ABAddressBook::planReplacement(const std::vector<StoredRecord> &wanted)
 {
     const std::scoped_lock lock(m_storeMutex);
-    std::vector<QString> dropped;
-    if (const auto takenIn = takeInOutsideChanges(dropped); !takenIn)
+    if (const auto takenIn = takeInOutsideChanges(); !takenIn)
         return takenIn.error();
     std::vector<StoredRecord> current;
     const PeopleSnapshot everybody = snapshot();
@@ -99,10 +97,9 @@ Result<void> ABAddressBook::apply(const RestorePlan &plan)
     if (auto committed = m_store->commit(changes); !committed)
         return committed;
     std::vector<QString> removed;
-    std::vector<QString> dropped;
     for (const RecordChange &change : changes) {
         if (change.after)
-            takeIn({change.uid, change.after}, dropped);
+            takeIn({change.uid, change.after});
         else
             removed.push_back(change.uid);
     }

@@ -31,7 +31,8 @@ class AddressBookStore
 public:
     virtual ~AddressBookStore() = default;
 
-    /// Told how many of how many people are there; false gives the load up (Cancelled).
+    /// Told how many of how many people are there; false gives the load up (Cancelled). While the store waits for an
+    /// answer the same is told again, 0 of 0 before anything is known, so that a long wait can be given up as well.
     using LoadProgress = std::function<bool(qint64 done, qint64 total)>;
     /// For the loads that follow, on any thread. A store whose loads are short may not ask.
     void setLoadProgress(LoadProgress progress) { m_loadProgress = std::move(progress); }

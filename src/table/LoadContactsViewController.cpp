@@ -34,7 +34,7 @@ void LoadContactsViewController::load(quint64 number, const std::stop_token &isS
 {
     const auto book = ABAddressBook::sharedAddressBook();
     if (book) {
-        if (const auto refreshed = book->refresh(); !refreshed) {
+        if (const auto refreshed = book->catchUp(); !refreshed) {
             qCWarning(lcTable).noquote() << refreshed.error().description();
             Q_EMIT failed(refreshed.error().description());
         }

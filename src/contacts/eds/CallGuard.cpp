@@ -8,6 +8,7 @@ namespace {
 
 /// How long a cancelled call may take to return.
 constexpr std::chrono::seconds kGrace{5};
+constexpr std::chrono::milliseconds kLook{200};
 
 gboolean runJob(gpointer data)
 {
@@ -54,12 +55,13 @@ CallGuard::~CallGuard()
         m_thread.detach();
 }
 
-bool CallGuard::run(std::function<void()> job)
+bool CallGuard::run(std::function<void()> job, const std::function<bool()> &isWanted)
 {
     std::unique_lock lock(m_state->mutex);
     if (m_state->isBusy)
         return false;
     m_state->isBusy = true;
+    m_state->isGivenUp = false;
     auto *owned = new std::function<void()>([state = m_state, job = std::move(job)] {
         job();
         const std::scoped_lock endLock(state->mutex);
@@ -68,21 +70,40 @@ bool CallGuard::run(std::function<void()> job)
     });
     g_main_context_invoke_full(m_state->context, G_PRIORITY_DEFAULT, runJob, owned, freeJob);
     while (m_state->isBusy) {
-        if (!m_state->cancellable) {
+        if (!m_state->cancellable)
             m_state->ended.wait(lock);
-            continue;
-        }
-        const unsigned call = m_state->calls;
-        const auto isOver = [this, call] {
-            return !m_state->isBusy || !m_state->cancellable || m_state->calls != call;
-        };
-        if (m_state->ended.wait_until(lock, m_state->deadline, isOver))
-            continue;
-        g_cancellable_cancel(m_state->cancellable);
-        if (!m_state->ended.wait_for(lock, kGrace, isOver))
+        else if (!waitForCall(lock, isWanted))
             return false;
     }
     return true;
+}
+
+bool CallGuard::waitForCall(std::unique_lock<std::mutex> &lock, const std::function<bool()> &isWanted)
+{
+    const unsigned call = m_state->calls;
+    const auto isOver = [this, call] { return !m_state->isBusy || !m_state->cancellable || m_state->calls != call; };
+    while (isWanted && !m_state->isGivenUp && Clock::now() + kLook < m_state->deadline) {
+        if (m_state->ended.wait_for(lock, kLook, isOver))
+            return true;
+        lock.unlock();
+        const bool wanted = isWanted();
+        lock.lock();
+        m_state->isGivenUp = !wanted;
+        if (isOver())
+            return true;
+        if (!wanted)
+            break;
+    }
+    if (!m_state->isGivenUp && m_state->ended.wait_until(lock, m_state->deadline, isOver))
+        return true;
+    g_cancellable_cancel(m_state->cancellable);
+    return m_state->ended.wait_for(lock, kGrace, isOver);
+}
+
+bool CallGuard::isGivenUp() const
+{
+    const std::scoped_lock lock(m_state->mutex);
+    return m_state->isGivenUp;
 }
 
 CallGuard::Call::Call(CallGuard &guard) : m_guard(guard), m_cancellable(g_cancellable_new())
@@ -92,6 +113,8 @@ CallGuard::Call::Call(CallGuard &guard) : m_guard(guard), m_cancellable(g_cancel
     state.cancellable = m_cancellable;
     state.deadline = Clock::now() + state.limit;
     ++state.calls;
+    if (state.isGivenUp)
+        g_cancellable_cancel(m_cancellable);
     state.ended.notify_all();
 }
 

@@ -28,7 +28,11 @@ public:
 
     /// Runs @p job on the thread and waits for it. False when a call inside could not even be cancelled: the job is
     /// left to itself then and must own what it uses; later jobs are refused until it has ended.
-    bool run(std::function<void()> job);
+    /// @p isWanted is asked some times a second, on this thread and only while a call is under way; once it says no,
+    /// that call and all later ones of the job are cancelled.
+    bool run(std::function<void()> job, const std::function<bool()> &isWanted = {});
+    /// On the thread: whether the job is not wanted any more.
+    bool isGivenUp() const;
 
     /// Lasts for one call of libebook; made in its arguments, where it becomes the pointer that the call wants.
     class Call
@@ -55,6 +59,7 @@ private:
         std::mutex mutex;
         std::condition_variable ended; // a job, a call; or a call has begun
         bool isBusy = false;
+        bool isGivenUp = false;
         GCancellable *cancellable = nullptr; // of the current call; null between calls
         unsigned calls = 0;
         Clock::time_point deadline; // of the current call
@@ -63,6 +68,10 @@ private:
         GMainLoop *loop = nullptr;
         ~State();
     };
+
+    /// With the lock: waits for an end of the call, and cancels it where that does not come. False: even that was to no
+    /// avail.
+    bool waitForCall(std::unique_lock<std::mutex> &lock, const std::function<bool()> &isWanted);
 
     std::shared_ptr<State> m_state; // shared with a thread that may be left behind
     std::thread m_thread;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/eds/EdsBook.h"
 
+#include "contacts/eds/BookErrors.h"
 #include "contacts/eds/BookPages.h"
 
 #include <algorithm>
@@ -13,7 +14,8 @@ namespace {
 
 /// Not to wait for a server that the book is a copy of.
 constexpr auto kNoWait = static_cast<guint32>(-1);
-constexpr const char *kBusNamePrefix = "org.gnome.evolution.dataserver.AddressBook";
+/// What others changed on a server since the daemon last looked there is not written over.
+constexpr auto kWriteFlags = E_BOOK_OPERATION_FLAG_CONFLICT_FAIL;
 
 template <typename T> class Owned
 {
@@ -47,52 +49,6 @@ private:
     GSList *m_list = nullptr;
 };
 
-struct KindRow
-{
-    GQuark (*domain)();
-    int code;
-    ErrorKind kind;
-};
-
-/// What is not here counts as Unavailable, and its outcome as unknown.
-std::optional<ErrorKind> refusalOf(const GError *error)
-{
-    static const std::array rows{
-        KindRow{e_client_error_quark, E_CLIENT_ERROR_PERMISSION_DENIED, ErrorKind::ReadOnly},
-        KindRow{e_client_error_quark, E_CLIENT_ERROR_NOT_SUPPORTED, ErrorKind::ReadOnly},
-        KindRow{e_client_error_quark, E_CLIENT_ERROR_OUT_OF_SYNC, ErrorKind::Conflict},
-        KindRow{e_client_error_quark, E_CLIENT_ERROR_INVALID_ARG, ErrorKind::Invalid},
-        KindRow{e_client_error_quark, E_CLIENT_ERROR_INVALID_QUERY, ErrorKind::Invalid},
-        KindRow{e_book_client_error_quark, E_BOOK_CLIENT_ERROR_CONTACT_NOT_FOUND, ErrorKind::Conflict},
-        KindRow{e_book_client_error_quark, E_BOOK_CLIENT_ERROR_CONTACT_ID_ALREADY_EXISTS, ErrorKind::Conflict},
-        KindRow{e_book_client_error_quark, E_BOOK_CLIENT_ERROR_NO_SUCH_BOOK, ErrorKind::NotFound},
-        KindRow{e_book_client_error_quark, E_BOOK_CLIENT_ERROR_NO_SUCH_SOURCE, ErrorKind::NotFound},
-        KindRow{e_book_client_error_quark, E_BOOK_CLIENT_ERROR_NO_SPACE, ErrorKind::Io},
-    };
-    const auto *row = std::ranges::find_if(
-        rows, [error](const KindRow &known) { return g_error_matches(error, known.domain(), known.code); });
-    if (row != rows.end())
-        return row->kind;
-    // The local book's own errors have a domain that no header declares; 2 says that there is no such card.
-    if (qstrcmp(g_quark_to_string(error->domain), "e-book-backend-sqlite-error-quark") == 0)
-        return error->code == 2 ? ErrorKind::Conflict : ErrorKind::Io;
-    return std::nullopt;
-}
-
-/// The name in an "(as)" that begins with @p prefix; empty where there is none.
-QByteArray lastNameIn(GVariant *names, const char *prefix)
-{
-    QByteArray found;
-    GVariantIter *iterator = nullptr;
-    g_variant_get(names, "(as)", &iterator);
-    for (const char *name = nullptr; g_variant_iter_next(iterator, "&s", &name);) {
-        if (g_str_has_prefix(name, prefix))
-            found = name;
-    }
-    g_variant_iter_free(iterator);
-    return found;
-}
-
 ESourceRegistry *registry(void *object)
 {
     return static_cast<ESourceRegistry *>(object);
@@ -101,6 +57,13 @@ ESourceRegistry *registry(void *object)
 EBookClient *client(void *object)
 {
     return static_cast<EBookClient *>(object);
+}
+
+/// Not a copy of a server's book.
+bool isKeptHere(ESource *source)
+{
+    auto *book = static_cast<ESourceBackend *>(e_source_get_extension(source, E_SOURCE_EXTENSION_ADDRESS_BOOK));
+    return qstrcmp(e_source_backend_get_backend_name(book), "local") == 0;
 }
 
 EdsSource described(ESource *source, ESource *defaultBook)
@@ -112,7 +75,7 @@ EdsSource described(ESource *source, ESource *defaultBook)
 } // namespace
 
 EdsBook::EdsBook(QByteArray sourceUid, std::shared_ptr<CallGuard> guard)
-    : m_guard(std::move(guard)), m_sourceUid(std::move(sourceUid))
+    : m_guard(std::move(guard)), m_revision(m_guard), m_sourceUid(std::move(sourceUid))
 { }
 
 EdsBook::~EdsBook()
@@ -122,12 +85,11 @@ EdsBook::~EdsBook()
 
 void EdsBook::disconnect()
 {
-    unsubscribe();
+    m_revision.disconnect();
     for (void **object : {&m_client, &m_registry, &m_connection}) {
         if (*object)
             g_object_unref(std::exchange(*object, nullptr));
     }
-    m_revisionPath.clear();
 }
 
 Error EdsBook::takeError(void *taken, const char *what)
@@ -137,6 +99,12 @@ Error EdsBook::takeError(void *taken, const char *what)
     if (!error)
         return {ErrorKind::Io, book + QStringLiteral(": ") + QString::fromLatin1(what) + QStringLiteral(" failed")};
     const auto refusal = refusalOf(error);
+    m_hasTimedOut = isTimeout(error);
+    if (m_guard->isGivenUp() && m_hasTimedOut) {
+        g_error_free(error);
+        disconnect();
+        return givenUp();
+    }
     QString reason = QString::fromUtf8(error->message).simplified();
     if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED))
         reason = QStringLiteral("no answer within %1 s").arg(double(m_guard->callLimit().count()) / 1000);
@@ -147,6 +115,11 @@ Error EdsBook::takeError(void *taken, const char *what)
         disconnect();
     return {refusal.value_or(ErrorKind::Unavailable),
         QStringLiteral("%1: %2: %3").arg(book, QString::fromLatin1(what), reason)};
+}
+
+Error EdsBook::givenUp() const
+{
+    return {ErrorKind::Cancelled, m_source.name + QStringLiteral(": reading was given up")};
 }
 
 bool EdsBook::isOffered(CallGuard &guard)
@@ -162,7 +135,7 @@ bool EdsBook::isOffered(CallGuard &guard)
     GVariant *names = g_dbus_connection_call_sync(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus",
         "org.freedesktop.DBus", "ListActivatableNames", nullptr, G_VARIANT_TYPE("(as)"), G_DBUS_CALL_FLAGS_NONE, -1,
         guard.beginCall(), nullptr);
-    const bool isThere = names && !lastNameIn(names, kBusNamePrefix).isEmpty()
+    const bool isThere = names && !lastNameIn(names, kAddressBookBusName).isEmpty()
         && !lastNameIn(names, "org.gnome.evolution.dataserver.Sources").isEmpty();
     if (names)
         g_variant_unref(names);
@@ -228,86 +201,40 @@ Result<void> EdsBook::connect()
     m_source = described(source.get(), standard.get());
     m_sourceUid = m_source.uid.toUtf8(); // another book may become the default one meanwhile
     GError *error = nullptr;
-    m_client = e_book_client_connect_sync(source.get(), kNoWait, m_guard->beginCall(), &error);
+    m_isLocal = isKeptHere(source.get());
+    // A local book is read from its file then, where that can be; changes go over the bus.
+    if (m_isLocal)
+        m_client = e_book_client_connect_direct_sync(
+            registry(m_registry), source.get(), kNoWait, m_guard->beginCall(), &error);
+    else
+        m_client = e_book_client_connect_sync(source.get(), kNoWait, m_guard->beginCall(), &error);
     if (!m_client)
         return takeError(error, "cannot be opened");
-    m_isReadOnly = e_client_is_readonly(E_CLIENT(m_client)) != FALSE;
-    findRevisionObject();
+    m_revision.connect(static_cast<GDBusConnection *>(m_connection), m_sourceUid);
     return {};
 }
 
-/// libebook keeps the revision up to date by signals, which may come late. The daemon's own object never is; where it
-/// cannot be had, there is no revision.
-void EdsBook::findRevisionObject()
+bool EdsBook::isReadOnly() const
 {
-    auto *connection = static_cast<GDBusConnection *>(m_connection);
-    GVariant *names =
-        g_dbus_connection_call_sync(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-            "ListNames", nullptr, G_VARIANT_TYPE("(as)"), G_DBUS_CALL_FLAGS_NONE, -1, m_guard->beginCall(), nullptr);
-    if (!names)
-        return;
-    const QByteArray factory = lastNameIn(names, kBusNamePrefix);
-    g_variant_unref(names);
-    if (factory.isEmpty())
-        return;
-    GVariant *opened = g_dbus_connection_call_sync(connection, factory.constData(),
-        "/org/gnome/evolution/dataserver/AddressBookFactory", "org.gnome.evolution.dataserver.AddressBookFactory",
-        "OpenAddressBook", g_variant_new("(s)", m_source.uid.toUtf8().constData()), G_VARIANT_TYPE("(ss)"),
-        G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, m_guard->beginCall(), nullptr);
-    if (!opened)
-        return;
-    const char *path = nullptr;
-    const char *name = nullptr;
-    g_variant_get(opened, "(&s&s)", &path, &name);
-    m_revisionPath = path;
-    m_revisionName = name;
-    g_variant_unref(opened);
-    subscribe();
+    return m_client && e_client_is_readonly(E_CLIENT(m_client)) != FALSE;
 }
 
-void EdsBook::setChangeListener(std::function<void()> listener)
+Result<QByteArray> EdsBook::revision()
 {
-    unsubscribe();
-    m_changed = std::move(listener);
-    subscribe();
-}
-
-void EdsBook::subscribe()
-{
-    if (!m_changed || m_revisionPath.isEmpty())
-        return;
-    const auto call = [](GDBusConnection *, const char *, const char *, const char *, const char *, GVariant *,
-                          gpointer listener) { (*static_cast<std::function<void()> *>(listener))(); };
-    const auto forget = [](gpointer listener) { delete static_cast<std::function<void()> *>(listener); };
-    m_subscription = g_dbus_connection_signal_subscribe(static_cast<GDBusConnection *>(m_connection),
-        m_revisionName.constData(), "org.freedesktop.DBus.Properties", "PropertiesChanged", m_revisionPath.constData(),
-        "org.gnome.evolution.dataserver.AddressBook", G_DBUS_SIGNAL_FLAGS_NONE, call,
-        new std::function<void()>(m_changed), forget);
-}
-
-void EdsBook::unsubscribe()
-{
-    if (m_subscription != 0)
-        g_dbus_connection_signal_unsubscribe(
-            static_cast<GDBusConnection *>(m_connection), std::exchange(m_subscription, 0U));
-}
-
-QByteArray EdsBook::revision()
-{
-    if (!connect() || m_revisionPath.isEmpty())
-        return {};
-    GVariant *answer = g_dbus_connection_call_sync(static_cast<GDBusConnection *>(m_connection),
-        m_revisionName.constData(), m_revisionPath.constData(), "org.freedesktop.DBus.Properties", "Get",
-        g_variant_new("(ss)", "org.gnome.evolution.dataserver.AddressBook", "Revision"), G_VARIANT_TYPE("(v)"),
-        G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, m_guard->beginCall(), nullptr);
-    if (!answer)
-        return {};
-    GVariant *value = nullptr;
-    g_variant_get(answer, "(v)", &value);
-    QByteArray text(g_variant_is_of_type(value, G_VARIANT_TYPE_STRING) ? g_variant_get_string(value, nullptr) : "");
-    g_variant_unref(value);
-    g_variant_unref(answer);
-    return text;
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        if (auto ready = connect(); !ready)
+            return ready.error();
+        GError *error = nullptr;
+        QByteArray revision = m_revision.ask(&error);
+        if (!error)
+            return revision;
+        if (isTimeout(error))
+            return takeError(error, "cannot be read");
+        g_error_free(error);
+        // That daemon is gone. Reading from the book's file would not tell, and the next change would fail.
+        disconnect();
+    }
+    return QByteArray();
 }
 
 Result<std::vector<QByteArray>> EdsBook::uids()
@@ -323,6 +250,17 @@ Result<std::vector<QByteArray>> EdsBook::uids()
         uids.emplace_back(static_cast<const char *>(at->data));
     g_slist_free_full(list, g_free);
     return uids;
+}
+
+Result<std::vector<EdsBook::Card>> EdsBook::allCards()
+{
+    if (auto ready = connect(); !ready)
+        return ready.error();
+    GSList *list = nullptr;
+    GError *error = nullptr;
+    if (!e_book_client_get_contacts_sync(client(m_client), "", &list, m_guard->beginCall(), &error))
+        return takeError(error, "cannot be read");
+    return takeCards(list);
 }
 
 Result<std::vector<EdsBook::Card>> EdsBook::cards(const QByteArray *uids, std::size_t count)
@@ -348,29 +286,42 @@ Result<void> EdsBook::cardsByPages(std::span<const QByteArray> uids, const TakeC
     constexpr std::size_t kUnderWay = 2;
     std::deque<std::unique_ptr<PageRequest>> requests;
     std::size_t asked = 0;
-    Result<void> result;
-    while (result && (asked < uids.size() || !requests.empty())) {
+    const auto ask = [&] {
         while (asked < uids.size() && requests.size() < kUnderWay) {
             const auto page = uids.subspan(asked, std::min(kPageSize, uids.size() - asked));
             requests.push_back(std::make_unique<PageRequest>(client(m_client), queryFor(page), page.size()));
             asked += page.size();
         }
-        PageRequest &first = *requests.front();
-        first.wait(*m_guard);
-        if (!first.list && first.error) {
-            result = takeError(std::exchange(first.error, nullptr), "cannot be read");
-            requests.pop_front();
+    };
+    Result<void> result;
+    for (ask(); result && !requests.empty();) {
+        const auto first = std::move(requests.front());
+        requests.pop_front();
+        first->wait(*m_guard);
+        if (!first->list && first->error) {
+            result = takeError(std::exchange(first->error, nullptr), "cannot be read");
             continue;
         }
-        std::vector<Card> cards = takeCards(std::exchange(first.list, nullptr));
-        taken += first.size;
-        requests.pop_front();
+        ask();
+        std::vector<Card> cards = takeCards(std::exchange(first->list, nullptr));
+        taken += first->size;
         if (!take(cards))
-            result = Error{ErrorKind::Cancelled, m_source.name + QStringLiteral(": reading was given up")};
+            result = givenUp();
     }
     for (const auto &request : requests)
         request->cancel(*m_guard);
     return result;
+}
+
+Result<void> EdsBook::outcome(bool isDone, void *error)
+{
+    if (isDone)
+        return {};
+    Error refusal = takeError(error, "cannot be changed");
+    // Else the daemon would go on to compare with what its copy of the server's book said before.
+    if (refusal.kind == ErrorKind::Conflict && !m_isLocal && e_client_check_refresh_supported(E_CLIENT(m_client)))
+        e_client_refresh_sync(E_CLIENT(m_client), m_guard->beginCall(), nullptr);
+    return refusal;
 }
 
 Result<void> EdsBook::add(const std::vector<Card> &cards)
@@ -380,11 +331,10 @@ Result<void> EdsBook::add(const std::vector<Card> &cards)
     const ContactList contacts(cards);
     GSList *uids = nullptr;
     GError *error = nullptr;
-    if (!e_book_client_add_contacts_sync(
-            client(m_client), contacts.get(), E_BOOK_OPERATION_FLAG_NONE, &uids, m_guard->beginCall(), &error))
-        return takeError(error, "cannot be changed");
+    const bool added = e_book_client_add_contacts_sync(
+        client(m_client), contacts.get(), kWriteFlags, &uids, m_guard->beginCall(), &error);
     g_slist_free_full(uids, g_free);
-    return {};
+    return outcome(added, error);
 }
 
 Result<void> EdsBook::modify(const std::vector<Card> &cards)
@@ -393,10 +343,9 @@ Result<void> EdsBook::modify(const std::vector<Card> &cards)
         return ready.error();
     const ContactList contacts(cards);
     GError *error = nullptr;
-    if (!e_book_client_modify_contacts_sync(
-            client(m_client), contacts.get(), E_BOOK_OPERATION_FLAG_NONE, m_guard->beginCall(), &error))
-        return takeError(error, "cannot be changed");
-    return {};
+    const bool modified =
+        e_book_client_modify_contacts_sync(client(m_client), contacts.get(), kWriteFlags, m_guard->beginCall(), &error);
+    return outcome(modified, error);
 }
 
 Result<void> EdsBook::remove(const std::vector<QByteArray> &uids)
@@ -407,10 +356,8 @@ Result<void> EdsBook::remove(const std::vector<QByteArray> &uids)
     for (const auto &uid : std::views::reverse(uids))
         list = g_slist_prepend(list, g_strdup(uid.constData()));
     GError *error = nullptr;
-    const gboolean removed = e_book_client_remove_contacts_sync(
-        client(m_client), list, E_BOOK_OPERATION_FLAG_NONE, m_guard->beginCall(), &error);
+    const bool removed =
+        e_book_client_remove_contacts_sync(client(m_client), list, kWriteFlags, m_guard->beginCall(), &error);
     g_slist_free_full(list, g_free);
-    if (!removed)
-        return takeError(error, "cannot be changed");
-    return {};
+    return outcome(removed, error);
 }

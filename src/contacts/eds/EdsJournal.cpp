@@ -3,8 +3,8 @@
 #include "contacts/eds/EdsJournal.h"
 
 #include "contacts/eds/EdsHistory.h"
+#include "contacts/eds/EdsLog.h"
 
-#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
@@ -13,12 +13,13 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
+#include <QUuid>
 
 #include <algorithm>
-#include <cerrno>
-#include <csignal>
 
 #include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -61,11 +62,12 @@ QByteArray bytesOf(const QJsonValue &value)
     return value.isString() ? value.toString().toUtf8() : QByteArray();
 }
 
-/// A journal is named after its process; one of a process that still runs is that one's affair.
-bool isAbandoned(const QString &name)
+bool isSameFile(int file, const QString &path)
 {
-    const qint64 process = name.section(u'-', 1, 1).section(u'.', 0, 0).toLongLong();
-    return process == QCoreApplication::applicationPid() || (::kill(pid_t(process), 0) != 0 && errno == ESRCH);
+    struct stat open = {};
+    struct stat named = {};
+    return ::fstat(file, &open) == 0 && ::stat(QFile::encodeName(path).constData(), &named) == 0
+        && open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
 } // namespace
@@ -78,13 +80,37 @@ QString folderOfBook(const QString &dataFolder, const QString &sourceUid)
     return dataFolder % QLatin1String("/eds-") % QString::fromLatin1(digest.first(digits));
 }
 
-Result<void> writeDurably(const QString &path, const QByteArray &text)
+FileLock &FileLock::operator=(FileLock &&other) noexcept
+{
+    if (this != &other) {
+        release();
+        m_file = std::exchange(other.m_file, -1);
+    }
+    return *this;
+}
+
+void FileLock::release()
+{
+    if (m_file >= 0)
+        ::close(std::exchange(m_file, -1));
+}
+
+bool FileLock::take(int file)
+{
+    release();
+    m_file = ::fcntl(file, F_DUPFD_CLOEXEC, 0);
+    if (m_file >= 0 && ::flock(m_file, LOCK_EX | LOCK_NB) != 0)
+        release();
+    return m_file >= 0;
+}
+
+Result<void> writeDurably(const QString &path, const QByteArray &text, FileLock *lock)
 {
     const QString folder = QFileInfo(path).path();
     QSaveFile file(path);
     const bool written = QDir().mkpath(folder) && file.open(QIODevice::WriteOnly)
         && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) && file.write(text) == text.size() && file.flush()
-        && ::fsync(file.handle()) == 0 && file.commit();
+        && ::fsync(file.handle()) == 0 && (!lock || lock->take(file.handle())) && file.commit();
     if (!written)
         return Error{ErrorKind::Io, path % QStringLiteral(": cannot be written: ") % file.errorString()};
     const int directory = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -116,31 +142,35 @@ Result<void> EdsJournal::begin(const std::vector<Entry> &entries)
         causes.append(QJsonObject{
             {kIdKey, cause->id}, {kKindKey, nameOfKind(cause->kind)}, {kDescriptionKey, cause->description}});
     const QJsonObject journal{{kCausesKey, causes}, {kChangesKey, rows}};
-    const QString path = m_folder % QStringLiteral("/unfinished-%1.json").arg(QCoreApplication::applicationPid());
-    if (auto written = writeDurably(path, QJsonDocument(journal).toJson(QJsonDocument::Compact)); !written)
+    const QString path =
+        m_folder % QStringLiteral("/unfinished-%1.json").arg(QUuid::createUuid().toString(QUuid::WithoutBraces));
+    if (auto written = writeDurably(path, QJsonDocument(journal).toJson(QJsonDocument::Compact), &m_lock); !written)
         return written;
     m_current = path;
     return {};
 }
 
-void EdsJournal::moveToHistory()
+bool EdsJournal::moveToHistory()
 {
     const QString history = m_folder % QStringLiteral("/history");
     QDir().mkpath(history);
     // Two saves in one millisecond must not push each other out.
     QDateTime now = currentTime();
-    while (
-        !QFile::rename(m_current, EdsHistory::fileOf(history, now)) && QFile::exists(EdsHistory::fileOf(history, now)))
+    bool isMoved = QFile::rename(m_current, EdsHistory::fileOf(history, now));
+    while (!isMoved && QFile::exists(EdsHistory::fileOf(history, now))) {
         now = now.addMSecs(1);
+        isMoved = QFile::rename(m_current, EdsHistory::fileOf(history, now));
+    }
     if (!m_isHistoryPruned)
         EdsHistory::prune(history, now);
     m_isHistoryPruned = true;
+    return isMoved;
 }
 
 void EdsJournal::finish()
 {
-    if (!m_current.isEmpty())
-        moveToHistory();
+    if (!m_current.isEmpty() && !moveToHistory())
+        qCWarning(lcEds).noquote() << m_current << "is in the book, but cannot become history and is removed";
     discard();
 }
 
@@ -149,22 +179,28 @@ void EdsJournal::discard()
     if (!m_current.isEmpty())
         QFile::remove(m_current);
     m_current.clear();
+    m_lock.release();
 }
 
 std::vector<EdsJournal::Entry> EdsJournal::unfinished()
 {
     const QDir folder(m_folder, QStringLiteral("unfinished-*.json"), QDir::Name, QDir::Files);
     for (const QString &name : folder.entryList()) {
-        if (!isAbandoned(name))
-            continue;
         QFile file(folder.filePath(name));
         if (!file.open(QIODevice::ReadOnly))
+            continue;
+        // The journal of a save that is under way is locked, whoever is at it. Once it has ended, it is no such file.
+        FileLock lock;
+        const bool isOwn = file.fileName() == m_current;
+        if (!isOwn && !(lock.take(file.handle()) && isSameFile(file.handle(), file.fileName())))
             continue;
         auto entries = journalEntries(file.readAll());
         if (!entries) {
             file.rename(folder.filePath(QStringLiteral("unreadable-") % name));
             continue;
         }
+        if (!isOwn)
+            m_lock = std::move(lock);
         m_current = folder.filePath(name);
         return std::move(*entries);
     }

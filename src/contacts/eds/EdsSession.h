@@ -31,6 +31,7 @@ public:
     bool isReadOnly() const { return m_book.isReadOnly(); }
 
 private:
+    using Clock = std::chrono::steady_clock;
     using Card = EdsBook::Card;
     using TakeCards = EdsBook::TakeCards;
     using Texts = std::map<QByteArray, QByteArray>; // by uid
@@ -47,7 +48,9 @@ private:
     Result<void> readCards(std::span<const QByteArray> uids, const TakeCards &take);
     Result<void> readInParts(std::span<const QByteArray> page, const TakeCards &take);
     Result<std::vector<QByteArray>> uidsInOrder();
-    Result<void> readBook(const TakeCards &take);
+    /// @p total is known when the first page is taken.
+    Result<void> readBook(const TakeCards &take, std::size_t &total);
+    Result<void> takeByPages(std::vector<Card> cards, const TakeCards &take);
     Result<Texts> currentTexts(const std::vector<EdsJournal::Entry> &entries);
     Result<void> addToPlan(Plan &plan, const RecordChange &change, const QByteArray &current) const;
     Result<Plan> planOf(const std::vector<RecordChange> &changes);
@@ -64,4 +67,7 @@ private:
     QByteArray m_seenRevision;
     bool m_mustList = true; // whatever the revision says
     bool m_isBackedUp = false;
+    std::chrono::milliseconds m_callLimit;
+    /// Until then a change that nobody answered to may still be made by the daemon.
+    Clock::time_point m_mayBeWrittenUntil;
 };

@@ -18,10 +18,14 @@ EdsStore::~EdsStore()
     m_guard->run([session = m_session] { session->close(); });
 }
 
-template <typename T, typename Job> Result<T> EdsStore::onThread(Job job) const
+template <typename T, typename Job> Result<T> EdsStore::onThread(Job job, const std::function<bool()> &isWanted) const
 {
     const auto result = std::make_shared<std::optional<Result<T>>>();
-    const bool ended = m_guard->run([result, session = m_session, job] { *result = job(*session); });
+    const auto work = [result, session = m_session, isReadOnly = m_isReadOnly, job] {
+        *result = job(*session);
+        *isReadOnly = session->isReadOnly();
+    };
+    const bool ended = m_guard->run(work, isWanted);
     if (!ended)
         return Error{ErrorKind::Unavailable, m_name % QStringLiteral(": the daemon does not answer")};
     return std::move(**result);
@@ -35,7 +39,6 @@ Result<std::unique_ptr<EdsStore>> EdsStore::open(const EdsRequest &request)
         return opened.error();
     store->m_name = store->m_session->source().name;
     store->m_sourceUid = store->m_session->source().uid;
-    store->m_canWrite = !store->m_session->isReadOnly();
     return store;
 }
 
@@ -61,8 +64,30 @@ Result<std::vector<EdsBookInfo>> EdsStore::books(const EdsRequest &request)
 
 Result<std::vector<StoredRecord>> EdsStore::loadAll()
 {
+    if (!loadProgress())
+        return onThread<std::vector<StoredRecord>>([](EdsSession &session) { return session.loadAll({}); });
+    // The listener is also asked, on this thread, while the daemon keeps the other one waiting.
+    struct Listener
+    {
+        std::mutex mutex;
+        LoadProgress tell;
+        qint64 done = 0;
+        qint64 total = 0;
+    };
+    const auto listener = std::make_shared<Listener>();
+    listener->tell = loadProgress();
+    const auto progress = [listener](qint64 done, qint64 total) {
+        const std::scoped_lock lock(listener->mutex);
+        listener->done = done;
+        listener->total = total;
+        return listener->tell(done, total);
+    };
+    const auto isWanted = [listener] {
+        const std::scoped_lock lock(listener->mutex);
+        return listener->tell(listener->done, listener->total);
+    };
     return onThread<std::vector<StoredRecord>>(
-        [progress = loadProgress()](EdsSession &session) { return session.loadAll(progress); });
+        [progress](EdsSession &session) { return session.loadAll(progress); }, isWanted);
 }
 
 Result<void> EdsStore::commit(const std::vector<RecordChange> &changes)

@@ -5,6 +5,7 @@
 #include "contacts/AddressBookStore.h"
 #include "contacts/eds/EdsModule.h"
 
+#include <atomic>
 #include <memory>
 
 class CallGuard;
@@ -32,18 +33,19 @@ public:
     Result<std::vector<ChangeSummary>> history() override;
     Result<ChangeStep> historyStep(const QString &causeId) override;
     bool comparesKeptLines() const override { return false; }
-    bool canWrite() const override { return m_canWrite; }
+    /// As of the last call: a book may become read-only, or be found to be, while it is open.
+    bool canWrite() const override { return !*m_isReadOnly; }
     QString desktopId(const QString &uid) const override;
     QString name() const override { return m_name; }
 
 private:
     explicit EdsStore(const EdsRequest &request);
-    /// The result of @p job, run on the guard's thread.
-    template <typename T, typename Job> Result<T> onThread(Job job) const;
+    /// The result of @p job, run on the guard's thread, as long as @p isWanted says (CallGuard::run()).
+    template <typename T, typename Job> Result<T> onThread(Job job, const std::function<bool()> &isWanted = {}) const;
 
     std::shared_ptr<CallGuard> m_guard;
     std::shared_ptr<EdsSession> m_session; // shared with a job that may be left behind
-    bool m_canWrite = true;
+    std::shared_ptr<std::atomic<bool>> m_isReadOnly = std::make_shared<std::atomic<bool>>(false);
     QString m_name;
     QString m_sourceUid;
 };

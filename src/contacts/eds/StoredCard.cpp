@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/eds/StoredCard.h"
 
+#include "contacts/eds/EdsLog.h"
 #include "contacts/vcard/CardParts.h"
 #include "contacts/vcard/CardPatch.h"
 #include "contacts/vcard/VCardReader.h"
@@ -10,10 +11,16 @@
 #include <QFile>
 #include <QUrl>
 
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <string_view>
+
 namespace {
 
 constexpr QByteArrayView kNumber{";X-EVOLUTION-E164="};
 constexpr QByteArrayView kGoogleLabel{";X-GOOGLE-LABEL="};
+constexpr QByteArrayView kServerMark{"X-EVOLUTION-WEBDAV-ETAG:"};
 constexpr QByteArrayView kOther{";TYPE=OTHER"};
 
 /// Where the parameter that begins at @p at ends.
@@ -106,10 +113,30 @@ QByteArray unfoldedLine(const QByteArray &text, qsizetype begin, qsizetype &end)
     }
 }
 
+bool holdsText(std::string_view line, QByteArrayView wanted)
+{
+    return ::memmem(line.data(), line.size(), wanted.data(), std::size_t(wanted.size())) != nullptr;
+}
+
+/// Whether the daemon, and nobody else, writes and rewrites the line that begins there.
+bool isStampAt(const QByteArray &text, qsizetype begin)
+{
+    const QByteArrayView rest = QByteArrayView(text).sliced(begin);
+    return (rest.front() == 'R' && rest.startsWith("REV:")) || (rest.front() == 'X' && rest.startsWith(kServerMark));
+}
+
+/// Only TEL, EMAIL and ADR, and they may stand in a group; most lines show by their first letter that they are others.
 bool needsWork(const QByteArray &text, qsizetype begin, qsizetype end)
 {
-    const QByteArrayView line = QByteArrayView(text).sliced(begin, end - begin);
-    return line.contains(kNumber) || line.contains(kGoogleLabel);
+    const std::string_view line(text.constData() + begin, std::size_t(end - begin));
+    const char first = line.empty() ? '\0' : line.front();
+    const bool isLabelled = first == 'T' || first == 'E' || first == 'A';
+    if (!isLabelled) {
+        const std::size_t nameEnd = line.find_first_of(".;:");
+        if (nameEnd == std::string_view::npos || line[nameEnd] != '.')
+            return false;
+    }
+    return holdsText(line, kNumber) || holdsText(line, kGoogleLabel);
 }
 
 QByteArray asOwnWriting(const QByteArray &text, QByteArray line)
@@ -124,9 +151,36 @@ QByteArray asOwnWriting(const QByteArray &text, QByteArray line)
     return bare + "\r\n";
 }
 
-bool isFilePicture(QByteArrayView line)
+/// What the daemon moves into files of its own.
+constexpr std::array kPictures{QByteArrayView("PHOTO"), QByteArrayView("LOGO")};
+
+/// The name of a picture's line that stands for a file; empty for any other line.
+QByteArrayView filePictureName(QByteArrayView line)
 {
-    return line.startsWith("PHOTO") && line.contains("file://");
+    const auto *name = std::ranges::find_if(kPictures, [&line](QByteArrayView each) {
+        return line.startsWith(each) && line.size() > each.size()
+            && (line[each.size()] == ';' || line[each.size()] == ':');
+    });
+    return name != kPictures.end() && line.contains("file://") ? *name : QByteArrayView();
+}
+
+bool isFilePhoto(QByteArrayView line)
+{
+    return filePictureName(line) == kPictures.front();
+}
+
+/// Takes the line out in which the daemon remembers the server's version of a card; empty where there is none.
+QByteArray takeServerMark(QByteArray &text)
+{
+    const QByteArray head = '\n' + kServerMark.toByteArray();
+    const qsizetype at = text.indexOf(head) + 1;
+    if (at == 0)
+        return {};
+    qsizetype end = 0;
+    unfoldedLine(text, at, end);
+    const QByteArray line = text.mid(at, end - at);
+    text.remove(at, end - at);
+    return line;
 }
 
 QByteArray fileContent(const QByteArray &line)
@@ -148,7 +202,7 @@ PersonRecordPtr withPicture(const PersonRecordPtr &record, const QByteArray &tex
         return record;
     std::vector<KeptLine> kept = record->keptLines();
     const auto line = std::ranges::find_if(
-        kept, [](const KeptLine &each) { return each.basis.isNull() && isFilePicture(each.text.toUtf8()); });
+        kept, [](const KeptLine &each) { return each.basis.isNull() && isFilePhoto(each.text.toUtf8()); });
     const QByteArray picture = line == kept.end() ? QByteArray() : fileContent(line->text.toUtf8());
     if (picture.isEmpty())
         return record;
@@ -194,7 +248,7 @@ QByteArray StoredCard::normalised(const QByteArray &text)
             end = text.indexOf('\n', end);
             end = end < 0 ? text.size() : end + 1;
         } while (end < text.size() && (text[end] == ' ' || text[end] == '\t'));
-        const bool isStamp = QByteArrayView(text).sliced(begin).startsWith("REV:");
+        const bool isStamp = isStampAt(text, begin);
         if (!isStamp && !needsWork(text, begin, end))
             continue;
         copyUpTo(begin);
@@ -238,6 +292,11 @@ std::vector<StoredCard::Read> StoredCard::read(const std::vector<EdsBook::Card> 
         at = std::size_t(found - cards.begin());
         results[at].record = withPicture(person.record, found->text);
     }
+    // Whose uid reads as another text than the daemon's, such as one with a blank at its end.
+    for (std::size_t i = 0; i < cards.size(); ++i) {
+        if (!results[i].record)
+            results[i].record = recordOf(cards[i].text);
+    }
     return results;
 }
 
@@ -258,8 +317,19 @@ QByteArray StoredCard::withPictureInside(const QByteArray &text)
     qsizetype end = 0;
     for (qsizetype begin = 0; begin < text.size(); begin = end) {
         const QByteArray line = unfoldedLine(text, begin, end);
-        const QByteArray picture = isFilePicture(line) ? fileContent(line) : QByteArray();
-        result += picture.isEmpty() ? text.mid(begin, end - begin) : "PHOTO;ENCODING=b:" + picture.toBase64() + "\r\n";
+        const QByteArrayView name = filePictureName(line);
+        const QByteArray picture = name.isEmpty() ? QByteArray() : fileContent(line);
+        if (!name.isEmpty() && picture.isEmpty())
+            qCWarning(lcEds).noquote() << "a picture cannot be read and is kept as a link only:" << line;
+        result += picture.isEmpty() ? text.mid(begin, end - begin)
+                                    : name.toByteArray() + ";ENCODING=b:" + picture.toBase64() + "\r\n";
     }
     return result;
+}
+
+QByteArray StoredCard::withServerMark(QByteArray text, QByteArray other)
+{
+    takeServerMark(text);
+    const QByteArray mark = takeServerMark(other);
+    return text.insert(text.lastIndexOf("END:VCARD"), mark);
 }

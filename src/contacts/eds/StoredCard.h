@@ -34,7 +34,11 @@ QByteArray cardOf(const QString &uid, const PersonRecord &record);
 /// @p text with the difference between recordOf(text) and @p after. Null where the text is no card.
 QByteArray patched(const QByteArray &text, const QString &uid, const PersonRecord &after);
 
-/// @p text with the picture in it instead of in a file, so that it can stand alone.
+/// @p text with its pictures in it instead of in files, so that it can stand alone. One that cannot be read stays a
+/// link, which the log tells.
 QByteArray withPictureInside(const QByteArray &text);
+
+/// @p text marked as the version of the server's card that @p other is, so that the server takes it in place of that.
+QByteArray withServerMark(QByteArray text, QByteArray other);
 
 } // namespace StoredCard

@@ -151,6 +151,20 @@ bool operator==(const PersonRecord &a, const PersonRecord &b)
     return a.hasSameValues(b) && (a.m_keptLines == b.m_keptLines || a.keptLines() == b.keptLines());
 }
 
+bool changesClash(const PersonRecord &before, const PersonRecord &one, const PersonRecord &other)
+{
+    const auto clash = [](const auto &old, const auto &a, const auto &b) { return a != b && a != old && b != old; };
+    const auto image = [](const PersonRecord &record) {
+        const QByteArray *bytes = record.imageData();
+        return bytes ? std::optional(*bytes) : std::nullopt;
+    };
+    return clash(before.keptLines(), one.keptLines(), other.keptLines())
+        || clash(image(before), image(one), image(other))
+        || std::ranges::any_of(allProperties(), [&](const ABPropertyInfo &info) {
+               return clash(before.value(info.property), one.value(info.property), other.value(info.property));
+           });
+}
+
 PersonRecord withChanges(PersonRecord base, const PersonRecord &before, const PersonRecord &after)
 {
     for (const ABPropertyInfo &info : allProperties()) {

@@ -106,3 +106,6 @@ struct StoredRecord
     QString uid;
     PersonRecordPtr record;
 };
+
+/// Whether @p one and @p other both changed the same of @p before, each to something else.
+bool changesClash(const PersonRecord &before, const PersonRecord &one, const PersonRecord &other);

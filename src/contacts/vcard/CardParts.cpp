@@ -111,6 +111,11 @@ bool CardParts::isList(int area)
     return area >= ::area(ABProperty::Email) && area <= ::area(ABProperty::SocialProfile);
 }
 
+bool CardParts::readAlike(const QByteArray &a, const QByteArray &b)
+{
+    return readLines(a).hasSameValues(readLines(b));
+}
+
 bool CardParts::hasArea(int area) const
 {
     return std::ranges::find(m_lines, area, &Line::area) != m_lines.end();

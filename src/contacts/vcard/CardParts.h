@@ -24,6 +24,8 @@ public:
     bool isCard() const { return m_isCard; }
     static int areaOf(ABProperty property);
     static bool isList(int area);
+    /// Whether two pieces of a card read as the same values.
+    static bool readAlike(const QByteArray &a, const QByteArray &b);
 
     /// The lines between BEGIN and END.
     std::size_t size() const { return m_lines.size(); }

@@ -4,12 +4,15 @@
 
 #include "contacts/vcard/CardParts.h"
 #include "contacts/vcard/ExactValues.h"
+#include "contacts/vcard/LineSurplus.h"
 #include "contacts/vcard/PlainLines.h"
 #include "contacts/vcard/VCardReader.h"
 
 #include <QSet>
 
+#include <algorithm>
 #include <map>
+#include <optional>
 
 namespace {
 
@@ -55,8 +58,12 @@ public:
 
 private:
     void chooseLines();
+    bool isDisplayLeftAlone() const;
     void reuseLines(int area);
-    void addNewLine(int area, std::size_t line);
+    void replaceLines(int area);
+    QByteArray replacement(std::size_t newLine, std::size_t oldLine);
+    void dropLabelOf(std::size_t address);
+    void adjustFileAs();
     bool isReplaced(std::size_t line) const { return m_replaced.contains(line); }
     QByteArray assembled() const;
     QByteArray withExactValues(const QByteArray &card) const;
@@ -68,12 +75,16 @@ private:
     QSet<std::size_t> m_replaced; // old lines that stay out, or go to where their area is written
     QSet<std::size_t> m_reused; // those of them that are written there
     std::map<int, QByteArray> m_newLines; // by area
+    std::map<std::size_t, QByteArray> m_rewritten; // old lines that say something else in their places
     QByteArray m_addedKeptLines;
 };
 
-void Patcher::addNewLine(int area, std::size_t line)
+/// What stands in a line beside its value does not go with the value.
+QByteArray Patcher::replacement(std::size_t newLine, std::size_t oldLine)
 {
-    m_newLines[area] += m_new.textUnder(line, m_old);
+    const QByteArray plain = m_new.textUnder(newLine, m_old);
+    QByteArray whole = withSurplusOf(m_old.rawLine(oldLine), plain);
+    return CardParts::readAlike(whole, plain) ? whole : plain;
 }
 
 /// Lists are compared entry by entry.
@@ -94,6 +105,12 @@ void Patcher::reuseLines(int area)
         if (m_new.areaOf(i) == area)
             ++wanted[m_new.keyOf(i)];
     }
+    struct Piece
+    {
+        QByteArray text; // where it is an old line
+        std::optional<std::size_t> newLine;
+    };
+    std::vector<Piece> pieces;
     for (std::size_t i = 0; i < m_new.size(); ++i) {
         if (m_new.areaOf(i) != area)
             continue;
@@ -101,7 +118,7 @@ void Patcher::reuseLines(int area)
         auto &same = oldLines[key];
         if (same.empty()) {
             if (!key.isNull() || m_new.keptText(i).isNull())
-                addNewLine(area, i);
+                pieces.push_back({{}, i});
             continue;
         }
         // Two lines may stand for one entry, such as an account in both of its forms: the last entry has the rest.
@@ -109,32 +126,91 @@ void Patcher::reuseLines(int area)
         const bool hasTwins = area == CardParts::areaOf(ABProperty::InstantMessage);
         const std::size_t count = isLast && hasTwins ? same.size() : 1;
         for (std::size_t taken = 0; taken < count; ++taken) {
-            m_newLines[area] += m_old.rawLine(same[taken]);
+            pieces.push_back({m_old.rawLine(same[taken]), {}});
             m_reused.insert(same[taken]);
         }
         same.erase(same.begin(), same.begin() + qsizetype(count));
     }
+    std::vector<std::size_t> left;
+    for (const auto &[key, lines] : oldLines)
+        left.insert(left.end(), lines.begin(), lines.end());
+    const bool isOneForOne = left.size() == 1
+        && std::ranges::count_if(pieces, [](const Piece &each) { return each.newLine.has_value(); }) == 1;
+    for (const auto &[text, newLine] : pieces) {
+        m_newLines[area] += !newLine ? text
+            : isOneForOne            ? replacement(*newLine, left.front())
+                                     : m_new.textUnder(*newLine, m_old);
+    }
+    if (area == CardParts::areaOf(ABProperty::Address))
+        std::ranges::for_each(left, [this](std::size_t line) { dropLabelOf(line); });
+}
+
+void Patcher::replaceLines(int area)
+{
+    std::vector<std::size_t> old;
+    for (std::size_t i = 0; i < m_old.size(); ++i) {
+        if (m_old.areaOf(i) == area && m_old.holdsValue(i))
+            old.push_back(i);
+    }
+    m_replaced.unite(QSet<std::size_t>(old.begin(), old.end()));
+    std::vector<std::size_t> now;
+    for (std::size_t i = 0; i < m_new.size(); ++i) {
+        if (m_new.areaOf(i) == area && m_new.holdsValue(i))
+            now.push_back(i);
+    }
+    const bool isOneForOne = old.size() == 1 && now.size() == 1 && area != CardParts::kPhoto;
+    for (const std::size_t line : now)
+        m_newLines[area] += isOneForOne ? replacement(line, old.front()) : m_new.textUnder(line, m_old);
+}
+
+/// It spells an address out that is another one now.
+void Patcher::dropLabelOf(std::size_t address)
+{
+    for (std::size_t i = 0; i < m_old.size(); ++i) {
+        if (isLabelOfAddress(m_old.rawLine(i), m_old.rawLine(address)))
+            m_replaced.insert(i);
+    }
+}
+
+void Patcher::adjustFileAs()
+{
+    for (std::size_t i = 0; i < m_old.size(); ++i) {
+        const QByteArray line = m_old.rawLine(i);
+        if (!line.toUpper().startsWith("X-EVOLUTION-FILE-AS"))
+            continue;
+        const QByteArray follows = followingFileAs(line, m_change.before, m_change.after);
+        if (!follows.isNull())
+            m_rewritten[i] = follows;
+    }
+}
+
+/// A name for display follows the parts of the name, or whatever it was made of; otherwise it is the user's own.
+bool Patcher::isDisplayLeftAlone() const
+{
+    if (m_changed.contains(CardParts::areaOf(ABProperty::FirstName)))
+        return false;
+    for (std::size_t i = 0; i < m_old.size(); ++i) {
+        const QByteArray value =
+            m_old.areaOf(i) == CardParts::kFormattedName ? valueOfLine(m_old.rawLine(i)) : QByteArray();
+        if (!value.isNull())
+            return !isFormattedName(m_change.before, {value.constData(), std::size_t(value.size())});
+    }
+    return true;
 }
 
 void Patcher::chooseLines()
 {
-    const bool hasFormattedName = m_old.hasArea(CardParts::kFormattedName);
-    if (!hasFormattedName && !m_changed.contains(CardParts::areaOf(ABProperty::FirstName)))
+    if (isDisplayLeftAlone())
         m_changed.remove(CardParts::kFormattedName);
     for (const int area : m_changed) {
-        if (CardParts::isList(area)) {
+        if (CardParts::isList(area))
             reuseLines(area);
-            continue;
-        }
-        for (std::size_t i = 0; i < m_old.size(); ++i) {
-            if (m_old.areaOf(i) == area && m_old.holdsValue(i))
-                m_replaced.insert(i);
-        }
-        for (std::size_t i = 0; i < m_new.size(); ++i) {
-            if (m_new.areaOf(i) == area && m_new.holdsValue(i))
-                addNewLine(area, i);
-        }
+        else
+            replaceLines(area);
     }
+    if (m_changed.contains(CardParts::areaOf(ABProperty::FirstName))
+        || m_changed.contains(CardParts::areaOf(ABProperty::Organization)))
+        adjustFileAs();
     QStringList removed = keptOnlyIn(m_change.before, m_change.after);
     for (std::size_t i = 0; !removed.isEmpty() && i < m_old.size(); ++i) {
         if (!isReplaced(i) && removed.removeOne(m_old.keptText(i)))
@@ -160,7 +236,10 @@ QByteArray Patcher::assembled() const
     QByteArray card = "BEGIN:VCARD\r\n";
     for (std::size_t i = 0; i < m_old.size(); ++i) {
         const int area = m_old.areaOf(i);
-        if (isReplaced(i))
+        const auto rewritten = m_rewritten.find(i);
+        if (rewritten != m_rewritten.end())
+            card += rewritten->second;
+        else if (isReplaced(i))
             card += std::exchange(newLines[area], {});
         else if (area == CardParts::kExact)
             continue;
