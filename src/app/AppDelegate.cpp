@@ -16,7 +16,6 @@
 #include "app/SampleBook.h"
 #include "app/TableViewWindowController.h"
 #include "app/WebPages.h"
-#include "contacts/open/Backups.h"
 #include "contacts/open/OpenStore.h"
 
 #include <QApplication>
@@ -26,8 +25,6 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
-
-using namespace std::chrono_literals;
 
 AppDelegate::AppDelegate()
     : m_alerts(std::make_unique<Alerts>(m_window))
@@ -55,7 +52,7 @@ void AppDelegate::setUpCommands()
         if (ABAddressBook::sharedAddressBook())
             loadClicked();
         else
-            openAddressBook(m_where); // it could not be opened before
+            openAddressBook(m_opener.where()); // it could not be opened before
     });
     connect(&m_window, &MainWindow::exportAllRequested, this, &AppDelegate::exportClicked);
     connect(&m_window, &MainWindow::importRequested, this, &AppDelegate::importClicked);
@@ -92,34 +89,8 @@ void AppDelegate::applicationDidFinishLaunching(const QString &where)
 
 void AppDelegate::openAddressBook(const QString &where)
 {
-    m_where = where;
     m_window.setButtonsEnabled(false);
-    m_isOpeningGivenUp = false;
-    m_opener.start([this, where](const std::stop_token &isSuperseded) {
-        auto opened = [this, &where, &isSuperseded]() -> Result<std::shared_ptr<ABAddressBook>> {
-            auto store = openStore(where);
-            if (!store)
-                return store.error();
-            (*store)->setLoadProgress([this, isSuperseded](qint64 done, qint64 total) {
-                QMetaObject::invokeMethod(
-                    this, [this, done, total] { m_window.showOpening(done, total); }, Qt::QueuedConnection);
-                return !m_isOpeningGivenUp && !isSuperseded.stop_requested();
-            });
-            return ABAddressBook::open(std::move(*store));
-        }();
-        if (isSuperseded.stop_requested())
-            return;
-        const auto offer = opened ? std::nullopt : Rescue::offerFor(where, opened.error());
-        // Before anybody can change anything; checking the copy takes longer, and nobody waits for that.
-        const auto backup = opened ? beginDailyBackup(**opened, QDate::currentDate()) : BackupRest();
-        const auto install = [this, opened, offer] {
-            if (offer)
-                m_backupActions->offerRescue(*offer, opened.error().description());
-            installAddressBook(opened, offer.has_value());
-        };
-        QMetaObject::invokeMethod(this, install, Qt::QueuedConnection);
-        noteBackup(backup && *backup ? (*backup)() : backup ? Result<void>() : backup.error(), where);
-    });
+    m_opener.open(where);
 }
 
 void AppDelegate::setUpBackups()
@@ -129,26 +100,11 @@ void AppDelegate::setUpBackups()
     connect(&m_window, &MainWindow::restoreRequested, m_backupActions.get(), &BackupActions::restore);
     connect(m_backupActions.get(), &BackupActions::restored, this, &AppDelegate::showRestored);
     connect(m_backupActions.get(), &BackupActions::rescued, this, &AppDelegate::openAddressBook);
-    connect(&m_hourly, &QTimer::timeout, this, [this] {
-        if (const auto book = ABAddressBook::sharedAddressBook())
-            m_backupMaker.start([this, book, where = m_where](const std::stop_token &) {
-                noteBackup(makeDailyBackup(*book, QDate::currentDate()), where);
-            });
+    connect(&m_opener, &BookOpener::backupFailed, this, [this](const Error &error, const auto &offer) {
+        m_activity.append(ActivityLog::Kind::Failure, error.description());
+        if (offer)
+            m_backupActions->offerRescue(*offer, error.description());
     });
-    m_hourly.setTimerType(Qt::VeryCoarseTimer);
-    m_hourly.start(1h);
-}
-
-void AppDelegate::noteBackup(const Result<void> &made, const QString &where)
-{
-    if (made)
-        return;
-    const QString reason = made.error().description();
-    m_activity.append(ActivityLog::Kind::Failure, reason);
-    // What makes the copy reads all of the book, and may be the first to find that it is damaged.
-    if (const auto offer = Rescue::offerFor(where, made.error()))
-        QMetaObject::invokeMethod(
-            this, [this, offer, reason] { m_backupActions->offerRescue(*offer, reason); }, Qt::QueuedConnection);
 }
 
 void AppDelegate::showRestored()
@@ -159,8 +115,11 @@ void AppDelegate::showRestored()
         loadClicked();
 }
 
-void AppDelegate::installAddressBook(const Result<std::shared_ptr<ABAddressBook>> &book, bool isReasonTold)
+void AppDelegate::installAddressBook(
+    const Result<std::shared_ptr<ABAddressBook>> &book, const std::optional<Rescue::Offer> &offer)
 {
+    if (offer)
+        m_backupActions->offerRescue(*offer, book.error().description());
     m_window.setAddressBookName(book ? (*book)->name() : QString());
     if (book) {
         ABAddressBook::setSharedAddressBook(*book);
@@ -172,7 +131,7 @@ void AppDelegate::installAddressBook(const Result<std::shared_ptr<ABAddressBook>
         const QString reason = book.error().description();
         m_activity.append(ActivityLog::Kind::Failure, reason);
         m_window.showNoAddressBook(reason);
-        if (!isReasonTold)
+        if (!offer)
             m_alerts->runAlertPanel(tr("The address book cannot be opened."), reason, tr("OK"), {});
     }
     Q_EMIT addressBookOpened(static_cast<bool>(book));
@@ -264,11 +223,14 @@ void AppDelegate::setUpAddressBooks()
         if (m_isReloadDue)
             reloadUnlessEditing();
     });
-    connect(&m_window, &MainWindow::openingGivenUp, this, [this] { m_isOpeningGivenUp = true; });
+    connect(&m_window, &MainWindow::openingGivenUp, this, [this] { m_opener.giveUp(); });
+    connect(&m_opener, &BookOpener::progressed, &m_window, &MainWindow::showOpening);
+    connect(&m_opener, &BookOpener::opened, this, &AppDelegate::installAddressBook);
     connect(&m_window, &MainWindow::addressBooksRequested, this, [this] {
         m_bookFinder.start([this](const std::stop_token &) {
             QMetaObject::invokeMethod(
-                this, [this, books = knownBooks()] { m_window.setAddressBooks(books, m_where); }, Qt::QueuedConnection);
+                this, [this, books = knownBooks()] { m_window.setAddressBooks(books, m_opener.where()); },
+                Qt::QueuedConnection);
         });
     });
     connect(&m_window, &MainWindow::addressBookChosen, this, [this](const QString &where) {

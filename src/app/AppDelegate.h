@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/ActivityLog.h"
+#include "app/BookOpener.h"
 #include "app/ConditionListModel.h"
 #include "app/MainWindow.h"
 #include "app/OutsideWatch.h"
@@ -12,10 +13,6 @@
 #include "results/OutlineViewController.h"
 #include "scan/BackgroundScan.h"
 #include "table/LoadContactsViewController.h"
-
-#include <QTimer>
-
-#include <atomic>
 
 class Alerts;
 class BackupActions;
@@ -80,13 +77,12 @@ private:
     void setUpFailures();
     void setUpExports();
     void setUpBackups();
-    /// On any thread.
-    void noteBackup(const Result<void> &made, const QString &where);
     /// After a restore: findings and rows may be of people who are gone.
     void showRestored();
     void noteExport(const ExportOutcome &outcome);
     void openAddressBook(const QString &where);
-    void installAddressBook(const Result<std::shared_ptr<ABAddressBook>> &book, bool isReasonTold);
+    void installAddressBook(
+        const Result<std::shared_ptr<ABAddressBook>> &book, const std::optional<Rescue::Offer> &offer);
     void showResults(const ScanResult &result);
     void copyHelpFile();
     void finishRunningScan();
@@ -108,15 +104,11 @@ private:
     std::unique_ptr<BackupActions> m_backupActions;
     std::unique_ptr<ScanAddressBook> m_scanner;
     std::unique_ptr<BackgroundScan> m_scan;
-    QString m_where; // of the address book, as asked for
     QStringList m_scannedTitles; // whose findings are shown
     bool m_isReloadDue = false; // once no cell is edited any more
-    std::atomic<bool> m_isOpeningGivenUp = false;
     OutsideWatch m_watch;
-    QTimer m_hourly; // a new day's backup, where the application stays open
-    LatestJob m_backupMaker;
     LatestJob m_bookFinder;
     LatestJob m_sampleMaker;
     LatestJob m_reexaminer;
-    LatestJob m_opener; // these last: their jobs use the members above
+    BookOpener m_opener; // these last: their jobs use the members above
 };

@@ -202,12 +202,9 @@ Result<void> EdsBook::connect()
     m_sourceUid = m_source.uid.toUtf8(); // another book may become the default one meanwhile
     GError *error = nullptr;
     m_isLocal = isKeptHere(source.get());
-    // A local book is read from its file then, where that can be; changes go over the bus.
-    if (m_isLocal)
-        m_client = e_book_client_connect_direct_sync(
-            registry(m_registry), source.get(), kNoWait, m_guard->beginCall(), &error);
-    else
-        m_client = e_book_client_connect_sync(source.get(), kNoWait, m_guard->beginCall(), &error);
+    // Not connect_direct: it reads a local book from its file, but with the daemon's own modules in this process, which
+    // leak with each connection, and saves a tenth of the time only.
+    m_client = e_book_client_connect_sync(source.get(), kNoWait, m_guard->beginCall(), &error);
     if (!m_client)
         return takeError(error, "cannot be opened");
     m_revision.connect(static_cast<GDBusConnection *>(m_connection), m_sourceUid);
@@ -231,7 +228,7 @@ Result<QByteArray> EdsBook::revision()
         if (isTimeout(error))
             return takeError(error, "cannot be read");
         g_error_free(error);
-        // That daemon is gone. Reading from the book's file would not tell, and the next change would fail.
+        // That daemon is gone; a new one may be asked.
         disconnect();
     }
     return QByteArray();
