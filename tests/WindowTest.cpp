@@ -7,6 +7,7 @@
 #include "app/ImportWindow.h"
 #include "app/PreviewView.h"
 #include "app/ResultsView.h"
+#include "base/PatientCall.h"
 #include "contacts/open/OpenStore.h"
 #include "support/AppFixture.h"
 
@@ -22,7 +23,32 @@
 #include <QTest>
 #include <QTreeView>
 
+#include <sqlite3.h>
+
 using namespace Qt::StringLiterals;
+
+/// Another program that is writing, and that ends only if this one handles events meanwhile.
+class Locker
+{
+public:
+    Locker(const QString &path, std::function<void()> onUnlock)
+    {
+        const bool isLocked = sqlite3_open(QFile::encodeName(path).constData(), &m_database) == SQLITE_OK
+            && sqlite3_exec(m_database, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) == SQLITE_OK;
+        QVERIFY(isLocked);
+        QTimer::singleShot(400, &m_context, [this, onUnlock = std::move(onUnlock)] {
+            onUnlock();
+            sqlite3_exec(m_database, "ROLLBACK", nullptr, nullptr, nullptr);
+        });
+    }
+    ~Locker() { sqlite3_close(m_database); }
+    Locker(const Locker &) = delete;
+    Locker &operator=(const Locker &) = delete;
+
+private:
+    sqlite3 *m_database = nullptr;
+    QObject m_context;
+};
 
 /// How the windows are moved in and what they stand by: the focus, the selection, the columns.
 class WindowTest : public QObject, private AppFixture
@@ -109,6 +135,48 @@ private Q_SLOTS:
         edit(u"XYZ"_s, u"Jr"_s);
         QTRY_COMPARE(m_app->outlineViewController()->findingCount(), 1);
         QCOMPARE(selectedName(), u"Bo Ng"_s);
+    }
+
+    void windowsLiveWhileASaveWaits_data()
+    {
+        QTest::addColumn<QString>("deed");
+        for (const char *deed : {"edit a cell", "save a card", "fix"})
+            QTest::newRow(deed) << QString::fromLatin1(deed);
+    }
+
+    void windowsLiveWhileASaveWaits()
+    {
+        QFETCH(const QString, deed);
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}"});
+        QAbstractItemModel *model = contacts()->table()->model();
+        const QModelIndex name = model->index(0, columnOf(u"First Name"_s));
+        contacts()->table()->setCurrentIndex(name);
+        if (deed == u"fix")
+            scan();
+        QSignalSpy failed(&m_app->activityLog(), &ActivityLog::failed);
+        QStringList events;
+        Locker locker(m_path, [&events] { events += u"unlocked"_s; });
+        // What ends meanwhile must not pull the row or the finding away from under the deed.
+        PatientCall::deliver(m_app.get(), [&events] { events += u"delivered"_s; });
+        if (deed == u"edit a cell") {
+            QVERIFY(model->setData(name, u"Bea"_s));
+        } else if (deed == u"fix") {
+            QTest::keyClick(window().results()->fixButton(), Qt::Key_Space);
+        } else {
+            QTest::keyClick(contacts()->table(), Qt::Key_O, Qt::ControlModifier);
+            auto *card = window().findChild<ContactCard *>();
+            for (auto *line : card->findChildren<QLineEdit *>()) {
+                if (line->text() == u"Ann") {
+                    line->selectAll();
+                    QTest::keyClicks(line, u"Bea"_s);
+                }
+            }
+            card->save();
+        }
+        QCOMPARE(events, QStringList{u"unlocked"_s});
+        QVERIFY(savedBook().contains(deed == u"fix" ? "\"lastName\":\"Lee\"}" : "\"firstName\":\"Bea\""));
+        QTRY_COMPARE(events.back(), u"delivered"_s);
+        QCOMPARE(failed.count(), 0);
     }
 
     void tabAndF6GoFromPaneToPane()

@@ -16,6 +16,7 @@
 #include "app/SampleBook.h"
 #include "app/TableViewWindowController.h"
 #include "app/WebPages.h"
+#include "base/PatientCall.h"
 #include "contacts/open/OpenStore.h"
 
 #include <QApplication>
@@ -25,6 +26,21 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+
+namespace {
+
+void saveWithBusyCursor(const std::function<void()> &write)
+{
+    bool isBusy = false;
+    PatientCall::run(write, [&isBusy] {
+        isBusy = true;
+        QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    });
+    if (isBusy)
+        QGuiApplication::restoreOverrideCursor();
+}
+
+} // namespace
 
 AppDelegate::AppDelegate()
     : m_alerts(std::make_unique<Alerts>(m_window))
@@ -122,6 +138,7 @@ void AppDelegate::installAddressBook(
         m_backupActions->offerRescue(*offer, book.error().description());
     m_window.setAddressBookName(book ? (*book)->name() : QString());
     if (book) {
+        (*book)->setSaveRunner(&saveWithBusyCursor);
         ABAddressBook::setSharedAddressBook(*book);
         m_watch.watch(*book);
         makeButtonEnable();
@@ -161,8 +178,7 @@ void AppDelegate::scanClicled()
 
 void AppDelegate::updateUI(const ScanResult &result)
 {
-    QMetaObject::invokeMethod(
-        this, [this, result] { showResults(result); }, Qt::QueuedConnection);
+    PatientCall::deliver(this, [this, result] { showResults(result); });
 }
 
 void AppDelegate::showResults(const ScanResult &result)
@@ -191,14 +207,11 @@ void AppDelegate::outLineViewRefrash()
 void AppDelegate::reloadUI()
 {
     // The view is in the middle of an event of its own, and the controller in the middle of a repair.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_window.showContacts();
-            m_results.reset();
-            loadClicked();
-        },
-        Qt::QueuedConnection);
+    PatientCall::deliver(this, [this] {
+        m_window.showContacts();
+        m_results.reset();
+        loadClicked();
+    });
 }
 
 void AppDelegate::loadClicked()
@@ -260,13 +273,10 @@ void AppDelegate::reexamine(const QStringList &uids)
         return;
     m_reexaminer.start([this, uids, titles = m_scannedTitles](const std::stop_token &) {
         const ScanResult now = ScanAddressBook::examine(titles);
-        QMetaObject::invokeMethod(
-            this,
-            [this, uids, now] {
-                if (m_results)
-                    m_results->reexamine(uids, now);
-            },
-            Qt::QueuedConnection);
+        PatientCall::deliver(this, [this, uids, now] {
+            if (m_results)
+                m_results->reexamine(uids, now);
+        });
     });
 }
 

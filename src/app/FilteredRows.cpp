@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/FilteredRows.h"
 
+#include "base/PatientCall.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -84,7 +86,7 @@ void FilteredRows::collectTexts()
         const auto texts = std::make_shared<SearchTexts>(rows, isSuperseded);
         if (isSuperseded.stop_requested())
             return;
-        QMetaObject::invokeMethod(this, [this, texts] {
+        PatientCall::deliver(this, [this, texts] {
             m_texts = texts;
             if (m_text.isEmpty())
                 return;

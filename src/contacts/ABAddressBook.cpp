@@ -218,6 +218,17 @@ bool ABAddressBook::hasUnsavedChanges() const
 
 bool ABAddressBook::save(Error *error)
 {
+    // Of this thread: the runner may write on another one.
+    const ChangeCausePtr cause = CauseScope::current();
+    if (!m_saveRunner)
+        return saveFor(cause, error);
+    bool saved = false;
+    m_saveRunner([this, &cause, &saved, error] { saved = saveFor(cause, error); });
+    return saved;
+}
+
+bool ABAddressBook::saveFor(const ChangeCausePtr &cause, Error *error)
+{
     const std::scoped_lock lock(m_storeMutex);
     const auto failForDropped = [this, error] {
         const QString uid = std::exchange(m_dropped, {}).front();
@@ -226,7 +237,7 @@ bool ABAddressBook::save(Error *error)
     };
     if (!m_dropped.empty())
         return failForDropped();
-    Result<void> saved = commitPending();
+    Result<void> saved = commitPending(cause);
     for (int attempt = 1; !saved && saved.error().kind == ErrorKind::Conflict && attempt < kSaveAttempts; ++attempt) {
         const auto takenIn = takeInOutsideChanges();
         if (!takenIn)
@@ -235,12 +246,12 @@ bool ABAddressBook::save(Error *error)
             return failForDropped();
         if (*takenIn == 0)
             break; // the store does not yet know itself what it clashes with
-        saved = commitPending();
+        saved = commitPending(cause);
     }
     return saved || fail(error, saved.error().kind, saved.error().text);
 }
 
-Result<void> ABAddressBook::commitPending()
+Result<void> ABAddressBook::commitPending(const ChangeCausePtr &cause)
 {
     const auto entries = m_pending->entries();
     std::vector<RecordChange> changes;
@@ -252,8 +263,7 @@ Result<void> ABAddressBook::commitPending()
         written.push_back(after);
         const bool same = entry.before && after ? *entry.before == *after : entry.before == after;
         if (!same)
-            changes.push_back(
-                {entry.person->uniqueId(), entry.before, after, entry.cause ? entry.cause : CauseScope::current()});
+            changes.push_back({entry.person->uniqueId(), entry.before, after, entry.cause ? entry.cause : cause});
     }
     if (!changes.empty()) {
         if (auto committed = m_store->commit(changes); !committed)

@@ -64,6 +64,10 @@ public:
     /// rest. That may have come to light in a refresh() before; the next save() tells it.
     bool save(Error *error = nullptr);
     bool hasUnsavedChanges() const;
+    /// What calls the part of save() that may take long, and returns when that has run. It may come on any thread, and
+    /// before anybody else saves. By default save() calls it itself.
+    using SaveRunner = std::function<void(const std::function<void()> &write)>;
+    void setSaveRunner(SaveRunner runner) { m_saveRunner = std::move(runner); }
 
     /// Takes in what others changed in the store; pending changes stay, as in save().
     /// @return the uids of everybody whom others changed, added or removed since the last call, whatever took it in
@@ -97,7 +101,8 @@ public:
 private:
     explicit ABAddressBook(std::unique_ptr<AddressBookStore> store);
 
-    Result<void> commitPending();
+    bool saveFor(const ChangeCausePtr &cause, Error *error);
+    Result<void> commitPending(const ChangeCausePtr &cause);
     /// Refreshes with m_storeMutex held; says how many people were changed by it.
     Result<std::size_t> takeInOutsideChanges();
     bool takeIn(const OutsideChange &change);
@@ -112,6 +117,7 @@ private:
 
     const std::unique_ptr<AddressBookStore> m_store;
     const std::shared_ptr<PendingChanges> m_pending;
+    SaveRunner m_saveRunner; // empty: none
     std::mutex m_storeMutex; // held around calls of the store, never while m_mutex is wanted by a reader
     std::vector<QString> m_untold; // whom others changed, until refresh() tells it; with m_storeMutex, as the next
     std::vector<QString> m_dropped; // whose pending changes were given up, until save() tells it

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/LoadContactsViewController.h"
 
+#include "base/PatientCall.h"
 #include "contacts/ChangeCause.h"
 #include "contacts/record/NameTexts.h"
 #include "table/BirthdayText.h"
@@ -43,8 +44,7 @@ void LoadContactsViewController::load(quint64 number, const std::stop_token &isS
     if (isSuperseded.stop_requested())
         return;
     Q_EMIT tableViewDataChange(rows);
-    QMetaObject::invokeMethod(
-        this, [this, number, rows] { installLoad(number, rows); }, Qt::QueuedConnection);
+    PatientCall::deliver(this, [this, number, rows] { installLoad(number, rows); });
 }
 
 void LoadContactsViewController::installLoad(quint64 number, const PersonRows &rows)

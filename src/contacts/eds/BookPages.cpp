@@ -26,6 +26,11 @@ QByteArray plainUid(std::string_view text)
     return {uid.data(), qsizetype(uid.size())};
 }
 
+QByteArray uidOf(EContact *contact)
+{
+    return static_cast<const char *>(e_contact_get_const(contact, E_CONTACT_UID));
+}
+
 void answer(GObject *book, GAsyncResult *result, gpointer asked)
 {
     auto *request = static_cast<PageRequest *>(asked);
@@ -55,13 +60,27 @@ std::vector<EdsBook::Card> takeCards(GSList *list)
     for (GSList *at = list; at; at = at->next) {
         auto *contact = static_cast<EContact *>(at->data);
         char *text = e_vcard_to_string(E_VCARD(contact), EVC_FORMAT_VCARD_30);
-        QByteArray uid = plainUid(text);
-        if (uid.isEmpty())
-            uid = static_cast<const char *>(e_contact_get_const(contact, E_CONTACT_UID));
-        cards.push_back({uid, QByteArray(text)});
+        const QByteArray uid = plainUid(text);
+        cards.push_back({uid.isEmpty() ? uidOf(contact) : uid, QByteArray(text)});
         g_free(text);
     }
     g_slist_free_full(list, g_object_unref);
+    return cards;
+}
+
+std::vector<EdsBook::Card> cardsOf(std::span<const QByteArray> texts)
+{
+    std::vector<EdsBook::Card> cards;
+    cards.reserve(texts.size());
+    for (const QByteArray &text : texts) {
+        QByteArray uid = plainUid({text.constData(), std::size_t(text.size())});
+        if (uid.isEmpty()) {
+            EContact *contact = e_contact_new_from_vcard(text.constData());
+            uid = uidOf(contact);
+            g_object_unref(contact);
+        }
+        cards.push_back({uid, text});
+    }
     return cards;
 }
 

@@ -12,6 +12,9 @@ QByteArray queryFor(std::span<const QByteArray> uids);
 /// The contacts as texts; gives the list back.
 std::vector<EdsBook::Card> takeCards(GSList *contacts);
 
+/// The cards with these texts.
+std::vector<EdsBook::Card> cardsOf(std::span<const QByteArray> texts);
+
 /// One page of cards on its way. The answer comes on the thread that made it, while that waits.
 struct PageRequest
 {

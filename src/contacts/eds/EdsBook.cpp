@@ -75,7 +75,7 @@ EdsSource described(ESource *source, ESource *defaultBook)
 } // namespace
 
 EdsBook::EdsBook(QByteArray sourceUid, std::shared_ptr<CallGuard> guard)
-    : m_guard(std::move(guard)), m_revision(m_guard), m_sourceUid(std::move(sourceUid))
+    : m_guard(std::move(guard)), m_object(m_guard), m_sourceUid(std::move(sourceUid))
 { }
 
 EdsBook::~EdsBook()
@@ -85,7 +85,7 @@ EdsBook::~EdsBook()
 
 void EdsBook::disconnect()
 {
-    m_revision.disconnect();
+    m_object.disconnect();
     for (void **object : {&m_client, &m_registry, &m_connection}) {
         if (*object)
             g_object_unref(std::exchange(*object, nullptr));
@@ -207,7 +207,7 @@ Result<void> EdsBook::connect()
     m_client = e_book_client_connect_sync(source.get(), kNoWait, m_guard->beginCall(), &error);
     if (!m_client)
         return takeError(error, "cannot be opened");
-    m_revision.connect(static_cast<GDBusConnection *>(m_connection), m_sourceUid);
+    m_object.connect(static_cast<GDBusConnection *>(m_connection), m_sourceUid);
     return {};
 }
 
@@ -222,7 +222,7 @@ Result<QByteArray> EdsBook::revision()
         if (auto ready = connect(); !ready)
             return ready.error();
         GError *error = nullptr;
-        QByteArray revision = m_revision.ask(&error);
+        QByteArray revision = m_object.revision(&error);
         if (!error)
             return revision;
         if (isTimeout(error))
@@ -253,8 +253,16 @@ Result<std::vector<EdsBook::Card>> EdsBook::allCards()
 {
     if (auto ready = connect(); !ready)
         return ready.error();
-    GSList *list = nullptr;
     GError *error = nullptr;
+    if (m_object.isThere()) {
+        const std::vector<QByteArray> texts = m_object.texts(&error);
+        if (!error)
+            return cardsOf(texts);
+        if (isTimeout(error))
+            return takeError(error, "cannot be read");
+        g_clear_error(&error); // libebook knows what it means
+    }
+    GSList *list = nullptr;
     if (!e_book_client_get_contacts_sync(client(m_client), "", &list, m_guard->beginCall(), &error))
         return takeError(error, "cannot be read");
     return takeCards(list);

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/Result.h"
-#include "contacts/eds/BookRevision.h"
+#include "contacts/eds/BookObject.h"
 
 #include <QByteArray>
 
@@ -77,7 +77,7 @@ public:
     Result<QByteArray> revision();
     /// Called on the thread whenever the revision may have changed, and when the daemon is gone; an empty one for no
     /// more calls. Holds over a new connection, from the next call of anything on.
-    void setChangeListener(std::function<void()> listener) { m_revision.setListener(std::move(listener)); }
+    void setChangeListener(std::function<void()> listener) { m_object.setListener(std::move(listener)); }
 
     // Each of these is made whole or not at all, except where it is Unavailable, and in a server's book, where what
     // stands before the card that is refused is made. A Conflict there may also come from the server, whose state is
@@ -98,7 +98,7 @@ private:
     Result<void> outcome(bool isDone, void *error);
 
     std::shared_ptr<CallGuard> m_guard;
-    BookRevision m_revision;
+    BookObject m_object;
     QByteArray m_sourceUid;
     EdsSource m_source;
     bool m_isLocal = true;

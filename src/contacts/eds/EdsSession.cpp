@@ -16,6 +16,8 @@ namespace {
 
 /// A book of so many ordinary cards is far from what a message of the bus may hold (128 MiB).
 constexpr std::size_t kMostInOneAnswer = 20'000;
+/// Read into records by one thread: some for each processor, and few enough to tell of progress often.
+constexpr std::ptrdiff_t kCardsTogether = 1'000;
 
 /// Reads pages of cards into records, on all processors and while the daemon puts the next page together.
 class PageReader
@@ -151,7 +153,7 @@ Result<void> EdsSession::takeByPages(std::vector<Card> cards, const TakeCards &t
 {
     std::ranges::sort(cards, {}, &Card::uid);
     for (auto begin = cards.begin(); begin != cards.end();) {
-        const auto end = begin + std::min<std::ptrdiff_t>(EdsBook::kPageSize, cards.end() - begin);
+        const auto end = begin + std::min(kCardsTogether, cards.end() - begin);
         std::vector<Card> page{std::make_move_iterator(begin), std::make_move_iterator(end)};
         if (!take(page))
             return m_book.givenUp();

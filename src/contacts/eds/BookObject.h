@@ -8,28 +8,32 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 // NOLINTBEGIN(bugprone-reserved-identifier)
 using GDBusConnection = struct _GDBusConnection;
 using GError = struct _GError;
 // NOLINTEND(bugprone-reserved-identifier)
 
-/// The revision of a book, asked of the daemon itself: libebook keeps its own up to date by signals, which may come
-/// late. On the thread of the guard.
-class BookRevision
+/// An open book as the daemon offers it on the bus, for what libebook does not do well: its revision follows signals,
+/// which may come late, and its listing makes an object of every card. On the thread of the guard.
+class BookObject
 {
 public:
-    explicit BookRevision(std::shared_ptr<CallGuard> guard) : m_guard(std::move(guard)) { }
-    ~BookRevision() { disconnect(); }
-    BookRevision(const BookRevision &) = delete;
-    BookRevision &operator=(const BookRevision &) = delete;
+    explicit BookObject(std::shared_ptr<CallGuard> guard) : m_guard(std::move(guard)) { }
+    ~BookObject() { disconnect(); }
+    BookObject(const BookObject &) = delete;
+    BookObject &operator=(const BookObject &) = delete;
 
-    /// Looks for the object of an open book. Where it cannot be had, there is no revision. @p connection has to stay.
+    /// Looks for the object of an open book, which may not be there. @p connection has to stay.
     void connect(GDBusConnection *connection, const QByteArray &sourceUid);
     void disconnect();
 
+    bool isThere() const { return !m_path.isEmpty(); }
     /// Empty where there is none; @p error is set when the daemon did not say.
-    QByteArray ask(GError **error) const;
+    QByteArray revision(GError **error) const;
+    /// Everybody's cards, in one answer; @p error is set when it did not come. Only where isThere().
+    std::vector<QByteArray> texts(GError **error) const;
     /// Called whenever the revision may have changed, and when the daemon is gone; an empty one for no more calls.
     void setListener(std::function<void()> listener);
 
@@ -40,7 +44,7 @@ private:
     std::shared_ptr<CallGuard> m_guard;
     GDBusConnection *m_connection = nullptr;
     QByteArray m_name;
-    QByteArray m_path; // empty: there is none
+    QByteArray m_path; // empty: it is not there
     std::function<void()> m_changed;
     unsigned m_subscription = 0; // of the revision's signal; 0: none
     unsigned m_watch = 0; // for the end of the daemon; 0: none

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "contacts/eds/BookRevision.h"
+#include "contacts/eds/BookObject.h"
 
 #include <gio/gio.h>
 
@@ -36,7 +36,7 @@ QByteArray lastNameIn(GVariant *names, const char *prefix)
     return found;
 }
 
-void BookRevision::connect(GDBusConnection *connection, const QByteArray &sourceUid)
+void BookObject::connect(GDBusConnection *connection, const QByteArray &sourceUid)
 {
     disconnect();
     m_connection = connection;
@@ -64,20 +64,20 @@ void BookRevision::connect(GDBusConnection *connection, const QByteArray &source
     subscribe();
 }
 
-void BookRevision::disconnect()
+void BookObject::disconnect()
 {
     unsubscribe();
     m_path.clear();
 }
 
-void BookRevision::setListener(Listener listener)
+void BookObject::setListener(Listener listener)
 {
     unsubscribe();
     m_changed = std::move(listener);
     subscribe();
 }
 
-void BookRevision::subscribe()
+void BookObject::subscribe()
 {
     if (!m_changed || m_path.isEmpty())
         return;
@@ -90,7 +90,7 @@ void BookRevision::subscribe()
         daemonEnded, new Listener(m_changed), forgetListener);
 }
 
-void BookRevision::unsubscribe()
+void BookObject::unsubscribe()
 {
     if (m_subscription != 0)
         g_dbus_connection_signal_unsubscribe(m_connection, std::exchange(m_subscription, 0U));
@@ -98,7 +98,7 @@ void BookRevision::unsubscribe()
         g_bus_unwatch_name(std::exchange(m_watch, 0U));
 }
 
-QByteArray BookRevision::ask(GError **error) const
+QByteArray BookObject::revision(GError **error) const
 {
     if (m_path.isEmpty())
         return {};
@@ -113,4 +113,22 @@ QByteArray BookRevision::ask(GError **error) const
     g_variant_unref(value);
     g_variant_unref(answer);
     return text;
+}
+
+std::vector<QByteArray> BookObject::texts(GError **error) const
+{
+    GVariant *answer = g_dbus_connection_call_sync(m_connection, m_name.constData(), m_path.constData(),
+        kAddressBookBusName, "GetContactList", g_variant_new("(s)", ""), G_VARIANT_TYPE("(as)"),
+        G_DBUS_CALL_FLAGS_NO_AUTO_START, G_MAXINT, m_guard->beginCall(), error);
+    std::vector<QByteArray> texts;
+    if (!answer)
+        return texts;
+    GVariantIter *iterator = nullptr;
+    g_variant_get(answer, "(as)", &iterator);
+    texts.reserve(g_variant_iter_n_children(iterator));
+    for (const char *text = nullptr; g_variant_iter_next(iterator, "&s", &text);)
+        texts.emplace_back(text);
+    g_variant_iter_free(iterator);
+    g_variant_unref(answer);
+    return texts;
 }
