@@ -21,26 +21,9 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QProcess>
-#include <QStandardPaths>
-
-namespace {
-
-void saveWithBusyCursor(const std::function<void()> &write)
-{
-    bool isBusy = false;
-    PatientCall::run(write, [&isBusy] {
-        isBusy = true;
-        QGuiApplication::setOverrideCursor(Qt::BusyCursor);
-    });
-    if (isBusy)
-        QGuiApplication::restoreOverrideCursor();
-}
-
-} // namespace
 
 AppDelegate::AppDelegate()
     : m_alerts(std::make_unique<Alerts>(m_window))
@@ -138,7 +121,6 @@ void AppDelegate::installAddressBook(
         m_backupActions->offerRescue(*offer, book.error().description());
     m_window.setAddressBookName(book ? (*book)->name() : QString());
     if (book) {
-        (*book)->setSaveRunner(&saveWithBusyCursor);
         ABAddressBook::setSharedAddressBook(*book);
         m_watch.watch(*book);
         makeButtonEnable();
@@ -320,15 +302,8 @@ void AppDelegate::menuHelpClick()
 
 void AppDelegate::copyHelpFile()
 {
-    const QString source = QStringLiteral(":/help/Brindle PeopleNook_Help.pdf");
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
-    const QString copy =
-        QDir(folder).filePath(QStringLiteral("%1_Help.pdf").arg(QApplication::applicationDisplayName()));
-    QDir().mkpath(folder);
-    QFile::remove(copy);
-    QFile::copy(source, copy);
-    QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner); // resources are read-only, and so is their copy
-    if (openOutside(QUrl::fromLocalFile(copy), m_activity))
+    if (openCopyOutside(QStringLiteral(":/help/Brindle PeopleNook_Help.pdf"),
+            QApplication::applicationDisplayName() % QStringLiteral("_Help.pdf"), m_activity))
         qCDebug(lcApp, "sucess");
     else
         qCDebug(lcApp, "打开失败");

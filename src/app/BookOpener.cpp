@@ -2,12 +2,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/BookOpener.h"
 
+#include "base/PatientCall.h"
 #include "contacts/open/Backups.h"
 #include "contacts/open/OpenStore.h"
+
+#include <QCursor>
+#include <QGuiApplication>
 
 #include <chrono>
 
 using namespace std::chrono_literals;
+
+namespace {
+
+void saveWithBusyCursor(const std::function<void()> &write)
+{
+    bool isBusy = false;
+    PatientCall::run(write, [&isBusy] {
+        isBusy = true;
+        QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    });
+    if (isBusy)
+        QGuiApplication::restoreOverrideCursor();
+}
+
+} // namespace
 
 BookOpener::BookOpener(QObject *parent) : QObject(parent)
 {
@@ -48,6 +67,8 @@ void BookOpener::run(const QString &where, const std::stop_token &isSuperseded)
     }();
     if (isSuperseded.stop_requested())
         return;
+    if (book)
+        (*book)->setSaveRunner(&saveWithBusyCursor);
     const auto offer = book ? std::nullopt : Rescue::offerFor(where, book.error());
     // Before anybody can change anything; checking the copy takes longer, and nobody waits for that.
     const auto backup = book ? beginDailyBackup(**book, QDate::currentDate()) : BackupRest();

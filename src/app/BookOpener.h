@@ -11,7 +11,8 @@
 #include <atomic>
 
 /// Opens an address book on a thread of its own, with the backup of the day before anybody can change anything. An
-/// application that stays open makes the backups of the days that follow too. Signals come on this object's thread.
+/// application that stays open makes the backups of the days that follow too. Saves of the address book leave the main
+/// thread alive. Signals come on this object's thread.
 class BookOpener : public QObject
 {
     Q_OBJECT

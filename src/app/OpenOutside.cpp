@@ -5,6 +5,9 @@
 #include "app/ActivityLog.h"
 
 #include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
 
 bool openOutside(const QUrl &what, ActivityLog &log)
 {
@@ -14,4 +17,15 @@ bool openOutside(const QUrl &what, ActivityLog &log)
         ActivityLog::tr("%1 cannot be shown: no program was found that opens it")
             .arg(what.toDisplayString(QUrl::PreferLocalFile)));
     return false;
+}
+
+bool openCopyOutside(const QString &resource, const QString &fileName, ActivityLog &log)
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    const QString copy = QDir(folder).filePath(fileName);
+    QDir().mkpath(folder);
+    QFile::remove(copy);
+    QFile::copy(resource, copy);
+    QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner); // resources are read-only, and so is their copy
+    return openOutside(QUrl::fromLocalFile(copy), log);
 }
