@@ -15,6 +15,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QLoggingCategory>
 #include <QMenu>
 #include <QRadioButton>
 #include <QSignalSpy>
@@ -177,6 +178,16 @@ private Q_SLOTS:
         QVERIFY(savedBook().contains(deed == u"fix" ? "\"lastName\":\"Lee\"}" : "\"firstName\":\"Bea\""));
         QTRY_COMPARE(events.back(), u"delivered"_s);
         QCOMPARE(failed.count(), 0);
+    }
+
+    void criticalLinesAreFailures()
+    {
+        start({});
+        QSignalSpy failed(&m_app->activityLog(), &ActivityLog::failed);
+        const QLoggingCategory category("peoplenook.open");
+        qCWarning(category, "what is usual");
+        qCCritical(category, "what nobody else tells the user");
+        QCOMPARE(failed.count(), 1);
     }
 
     void tabAndF6GoFromPaneToPane()

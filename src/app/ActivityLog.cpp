@@ -47,7 +47,7 @@ void ActivityLog::takeDiagnostic(QtMsgType type, const QMessageLogContext &conte
         print(category.data(), text);
     ActivityLog *log = s_log;
     if (log && isOurs)
-        log->append(Kind::Diagnostic, text.trimmed());
+        log->append(type == QtCriticalMsg ? Kind::Failure : Kind::Diagnostic, text.trimmed());
 }
 
 void ActivityLog::append(Kind kind, const QString &text, const QString &folder)

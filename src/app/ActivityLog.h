@@ -17,7 +17,7 @@ public:
     enum class Kind { Diagnostic, Done, Failure };
     enum Role { KindRole = Qt::UserRole, FolderRole, TimeRole };
 
-    /// Collects the program's diagnostic lines from now on; there is one at a time.
+    /// Collects the program's diagnostic lines from now on, critical ones as failures; there is one at a time.
     explicit ActivityLog(QObject *parent = nullptr);
     ~ActivityLog() override;
 

@@ -170,7 +170,7 @@ bool EdsJournal::moveToHistory()
 void EdsJournal::finish()
 {
     if (!m_current.isEmpty() && !moveToHistory())
-        qCWarning(lcEds).noquote() << m_current << "is in the book, but cannot become history and is removed";
+        qCCritical(lcEds).noquote() << m_current << "is in the book, but cannot become history and is removed";
     discard();
 }
 

@@ -170,7 +170,7 @@ Result<std::vector<StoredRecord>> EdsSession::loadAll(const AddressBookStore::Lo
         if (m_book.hasTimedOut())
             return settled.error();
         // The next change has to wait for it, reading does not.
-        qCWarning(lcEds).noquote() << settled.error().text;
+        qCCritical(lcEds).noquote() << settled.error().text;
     }
     const auto revision = m_book.revision();
     if (!revision)

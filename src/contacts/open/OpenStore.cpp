@@ -38,7 +38,8 @@ Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where)
         auto store = openDesktop(QString());
         if (store)
             return store;
-        qCWarning(lcOpen).noquote() << store.error().text % QStringLiteral("; the address book file is opened instead");
+        qCCritical(lcOpen).noquote() << store.error().text
+                % QStringLiteral("; the address book file is opened instead");
     }
     const QString file = where.isEmpty() ? SqliteStore::defaultPath() : where;
     // A new address book is made in the place of an empty file, but not of one that has lost what it held.
