@@ -19,7 +19,7 @@ class EdsStoreTest : public QObject
     Q_OBJECT
 
 private:
-    PrivateDesktop m_desktop{20};
+    PrivateDesktop m_desktop{20, PrivateDesktop::Disk::MayBecomeFull};
     int m_usedBooks = 0;
 
     QString newBook() { return QStringLiteral("book%1").arg(m_usedBooks++); }
@@ -343,6 +343,58 @@ private Q_SLOTS:
         QCOMPARE(people->size(), std::size_t(1));
         QVERIFY(*people->front().record == *a);
         QVERIFY(files(m_desktop.dataFolder(), QStringLiteral("unfinished*")).isEmpty());
+    }
+
+    void diskFullUnderTheDaemon()
+    {
+        const QString book = newBook();
+        const auto store = open(book);
+        const auto a = record("{'firstName':'A'}");
+        const auto b = record("{'firstName':'B'}");
+        QVERIFY(store->commit({{u("u"), nullptr, a}}));
+        std::vector<RecordChange> changes{{u("u"), a, b}};
+        for (int i = 0; i < 600; ++i) // more than one call
+            changes.push_back({QStringLiteral("p%1").arg(i), nullptr, b});
+        m_desktop.setDiskFull(true);
+        const auto refused = store->commit(changes);
+        const auto people = store->loadAll();
+        m_desktop.setDiskFull(false);
+        QVERIFY(!refused && people);
+        QVERIFY2(refused.error().text.contains(u("cannot be changed: ")), qPrintable(refused.error().text));
+        QVERIFY(people->size() == 1 && *people->front().record == *a);
+        QCOMPARE(store->history()->size(), std::size_t(1));
+        QVERIFY(store->commit(changes));
+        QCOMPARE(store->loadAll()->size(), std::size_t(601));
+
+        // What an earlier program left half done cannot be taken back before there is room.
+        auto journal = std::make_unique<EdsJournal>(folderOfBook(m_desktop.dataFolder(), book));
+        OtherProgram other(book);
+        const QByteArray before = other.text("u");
+        const QByteArray after = cardOf("N:;Half;;;");
+        QVERIFY(journal->begin({{"u", before, after}, {"v", {}, cardOf("N:;V;;;")}}));
+        QVERIFY(other.write("u", after));
+        journal.reset();
+        m_desktop.setDiskFull(true);
+        const auto later = open(book);
+        const auto half = personOf(*later, u("u"));
+        const auto waiting = later->commit({{u("p0"), b, a}});
+        m_desktop.setDiskFull(false);
+        QVERIFY(half && !(*half == *b));
+        QVERIFY(!waiting);
+        QVERIFY(later->commit({{u("p0"), b, a}}));
+        QVERIFY(*personOf(*later, u("u")) == *b);
+    }
+
+    void daemonGoneBetweenCalls()
+    {
+        const auto store = open(newBook());
+        const auto a = record("{'firstName':'A'}");
+        PrivateDesktop::killDaemon();
+        QVERIFY(store->commit({{u("u"), nullptr, a}}));
+        PrivateDesktop::killDaemon();
+        QVERIFY(store->takeChangesFromOutside());
+        PrivateDesktop::killDaemon();
+        QCOMPARE(store->loadAll()->size(), std::size_t(1));
     }
 
     void silentDaemon()

@@ -9,6 +9,7 @@
 //   PEOPLENOOK_FAULT        "kill": the process is killed instead of the call
 //                           "torn": the same, after half of the bytes of a write
 //                           a number: this errno, from that call on
+//   PEOPLENOOK_FAULT_WHILE  only while this file exists; without it, always
 //   PEOPLENOOK_FAULT_CLOCK  seconds by which the clock is ahead; may be negative
 //   PEOPLENOOK_FAULT_MARK   a file that is made when the call is reached
 //
@@ -37,6 +38,7 @@ struct Plan
 {
     std::string folder;
     std::string mark;
+    std::string whileThere;
     int at = 0;
     int error = 0;
     bool torn = false;
@@ -53,7 +55,8 @@ const Plan &plan()
     static const Plan made = [] {
         const std::string fault = setting("PEOPLENOOK_FAULT");
         return Plan{setting("PEOPLENOOK_FAULT_UNDER"), setting("PEOPLENOOK_FAULT_MARK"),
-            std::atoi(setting("PEOPLENOOK_FAULT_AT")), std::atoi(fault.c_str()), fault == "torn"};
+            setting("PEOPLENOOK_FAULT_WHILE"), std::atoi(setting("PEOPLENOOK_FAULT_AT")), std::atoi(fault.c_str()),
+            fault == "torn"};
     }();
     return made;
 }
@@ -88,6 +91,11 @@ enum class Need { Room, NoRoom };
 template <typename Tear> bool isSpoiled(Need need, Tear tear)
 {
     const int errnoBefore = errno;
+    const std::string &whileThere = plan().whileThere;
+    if (!whileThere.empty() && ::access(whileThere.c_str(), F_OK) != 0) {
+        errno = errnoBefore;
+        return false;
+    }
     const int call = ++callCount;
     if (call < plan().at)
         return false;

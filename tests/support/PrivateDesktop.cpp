@@ -7,9 +7,10 @@
 #include <QStandardPaths>
 #include <QThread>
 
+#include <cerrno>
 #include <csignal>
 
-PrivateDesktop::PrivateDesktop(int books)
+PrivateDesktop::PrivateDesktop(int books, Disk disk)
 {
     const struct
     {
@@ -28,7 +29,7 @@ PrivateDesktop::PrivateDesktop(int books)
     for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS"})
         qunsetenv(variable);
     writeSources(books);
-    startBus();
+    startBus(disk);
 }
 
 void PrivateDesktop::writeSources(int books) const
@@ -43,7 +44,7 @@ void PrivateDesktop::writeSources(int books) const
     }
 }
 
-void PrivateDesktop::startBus()
+void PrivateDesktop::startBus(Disk disk)
 {
     const QString services = QStringLiteral("/usr/share/dbus-1/services/");
     const auto missing = [&services](const char *name) {
@@ -56,6 +57,16 @@ void PrivateDesktop::startBus()
     if (!m_problem.isEmpty())
         return;
     m_bus.setStandardErrorFile(m_folder.filePath(QStringLiteral("bus.log")));
+    if (disk == Disk::MayBecomeFull) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment(); // goes to what the bus starts
+        environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(FAULT_SHIM));
+        environment.insert(
+            QStringLiteral("PEOPLENOOK_FAULT_UNDER"), dataFolder() + QStringLiteral("/evolution/addressbook"));
+        environment.insert(QStringLiteral("PEOPLENOOK_FAULT"), QString::number(ENOSPC));
+        environment.insert(QStringLiteral("PEOPLENOOK_FAULT_AT"), QStringLiteral("1"));
+        environment.insert(QStringLiteral("PEOPLENOOK_FAULT_WHILE"), diskIsFullMark());
+        m_bus.setProcessEnvironment(environment);
+    }
     m_bus.start(QStringLiteral("dbus-daemon"),
         {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
     if (!m_bus.waitForReadyRead(10'000)) {
@@ -69,6 +80,15 @@ PrivateDesktop::~PrivateDesktop()
 {
     killBus();
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+}
+
+void PrivateDesktop::setDiskFull(bool isFull) const
+{
+    QFile mark(diskIsFullMark());
+    if (isFull)
+        mark.open(QIODevice::WriteOnly);
+    else
+        mark.remove();
 }
 
 void PrivateDesktop::killBus()

@@ -10,8 +10,10 @@
 class PrivateDesktop
 {
 public:
+    enum class Disk { HasRoom, MayBecomeFull };
+
     /// @p books address books beside the default one, "book0" and so on.
-    explicit PrivateDesktop(int books = 0);
+    explicit PrivateDesktop(int books = 0, Disk disk = Disk::HasRoom);
     ~PrivateDesktop();
 
     /// Empty where it runs, else why it does not: a reason to skip a test.
@@ -25,12 +27,15 @@ public:
     static qint64 daemon();
     /// Ends the daemon at once. The bus starts it again when it is asked for.
     static void killDaemon();
+    /// Whether the disk has no room for what the daemon writes into its address books; where that may happen.
+    void setDiskFull(bool isFull) const;
     /// Ends the bus, and the daemons with it.
     void killBus();
 
 private:
     void writeSources(int books) const;
-    void startBus();
+    void startBus(Disk disk);
+    QString diskIsFullMark() const { return folder() + QStringLiteral("/disk-is-full"); }
 
     QTemporaryDir m_folder;
     QProcess m_bus;
