@@ -22,7 +22,7 @@ if(PEOPLENOOK_SANITIZE)
     target_link_options(peoplenook_settings INTERFACE -fsanitize=${PEOPLENOOK_SANITIZE})
 endif()
 if(PEOPLENOOK_FUZZ)
-    target_compile_options(peoplenook_settings INTERFACE -fsanitize=fuzzer-no-link -O1)
+    target_compile_options(peoplenook_settings INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # peoplenook_library(NAME SOURCES file... [PUBLIC lib...] [PRIVATE lib...]): one static library per folder of src/.
@@ -42,13 +42,21 @@ function(peoplenook_program name)
     target_link_libraries(${name} PRIVATE peoplenook_settings Qt6::Core ${ARG_LIBRARIES})
 endfunction()
 
+# Clang's sanitizers need it to name functions, as the suppressions under tests/ do.
+find_program(PEOPLENOOK_SYMBOLIZER llvm-symbolizer-14)
+
 # peoplenook_test(NAME LIBRARIES lib...): tests/NAME.cpp is one Qt Test program, run by ctest from the source root,
 # without the desktop of whoever runs it.
 function(peoplenook_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
     peoplenook_program(${name} SOURCES ${name}.cpp LIBRARIES Qt6::Test testsupport ${ARG_LIBRARIES})
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT
-        "XDG_DATA_HOME=${CMAKE_BINARY_DIR}/testing/data;DBUS_SESSION_BUS_ADDRESS=;QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp"
-        TIMEOUT 600)
+    set(environment
+        "XDG_DATA_HOME=${CMAKE_BINARY_DIR}/testing/data" DBUS_SESSION_BUS_ADDRESS= QT_QPA_PLATFORM=offscreen
+        LC_ALL=C.UTF-8 TZ=UTC "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp"
+        "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
+    if(PEOPLENOOK_SYMBOLIZER)
+        list(APPEND environment "ASAN_SYMBOLIZER_PATH=${PEOPLENOOK_SYMBOLIZER}")
+    endif()
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 600)
 endfunction()

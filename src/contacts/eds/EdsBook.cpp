@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <deque>
-#include <ranges>
 
 namespace {
 
@@ -36,9 +35,9 @@ class ContactList
 public:
     explicit ContactList(const std::vector<EdsBook::Card> &cards)
     {
-        for (const auto &card : std::views::reverse(cards))
-            m_list =
-                g_slist_prepend(m_list, e_contact_new_from_vcard_with_uid(card.text.constData(), card.uid.constData()));
+        for (auto card = cards.rbegin(); card != cards.rend(); ++card)
+            m_list = g_slist_prepend(
+                m_list, e_contact_new_from_vcard_with_uid(card->text.constData(), card->uid.constData()));
     }
     ~ContactList() { g_slist_free_full(m_list, g_object_unref); }
     ContactList(const ContactList &) = delete;
@@ -358,8 +357,8 @@ Result<void> EdsBook::remove(const std::vector<QByteArray> &uids)
     if (auto ready = connect(); !ready)
         return ready.error();
     GSList *list = nullptr;
-    for (const auto &uid : std::views::reverse(uids))
-        list = g_slist_prepend(list, g_strdup(uid.constData()));
+    for (auto uid = uids.rbegin(); uid != uids.rend(); ++uid)
+        list = g_slist_prepend(list, g_strdup(uid->constData()));
     GError *error = nullptr;
     const bool removed =
         e_book_client_remove_contacts_sync(client(m_client), list, kWriteFlags, m_guard->beginCall(), &error);
