@@ -53,7 +53,8 @@ QJsonArray gridOf(std::span<const ExportColumn> columns, std::span<const PersonR
     QJsonArray labels;
     for (const ExportColumn &column : columns)
         labels.append(column.label);
-    QJsonArray grid{labels};
+    QJsonArray grid;
+    grid.append(labels);
     for (const PersonRow &row : rows) {
         QJsonArray cells;
         for (const ExportColumn &column : columns) {
