@@ -25,21 +25,61 @@ if(PEOPLENOOK_FUZZ)
     target_compile_options(peoplenook_settings INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# Most of what a compiler reads are the headers of Qt and the standard library. With this they are read once for each
+# kind of target and not for every file; what libraries or tests define changes Qt's headers.
+option(PEOPLENOOK_PRECOMPILE "Read common headers once" OFF)
+if(PEOPLENOOK_PRECOMPILE)
+    # Some libraries bring it along, and it has to be the same for all.
+    target_compile_options(peoplenook_settings INTERFACE -pthread)
+endif()
+set(common_headers
+    <QByteArray> <QCoreApplication> <QDateTime> <QDir> <QFile> <QHash> <QList> <QLoggingCategory> <QObject> <QSet>
+    <QString> <QStringList> <algorithm> <array> <chrono> <deque> <functional> <map> <memory> <mutex> <optional> <span>
+    <string> <string_view> <thread> <unordered_map> <unordered_set> <utility> <variant> <vector>)
+
+# peoplenook_headers(KIND DEFINITIONS name... LIBRARIES lib... HEADERS header...): what targets of that kind have ready.
+function(peoplenook_headers kind)
+    cmake_parse_arguments(ARG "" "" "DEFINITIONS;LIBRARIES;HEADERS" ${ARGN})
+    if(PEOPLENOOK_PRECOMPILE)
+        file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/empty.cpp "")
+        add_library(headers_of_${kind} OBJECT ${CMAKE_CURRENT_BINARY_DIR}/empty.cpp)
+        set_target_properties(headers_of_${kind} PROPERTIES AUTOMOC OFF)
+        target_link_libraries(headers_of_${kind} PRIVATE peoplenook_settings Qt6::Core ${ARG_LIBRARIES})
+        target_compile_definitions(headers_of_${kind} PRIVATE ${ARG_DEFINITIONS})
+        target_precompile_headers(headers_of_${kind} PRIVATE ${common_headers} ${ARG_HEADERS})
+    endif()
+endfunction()
+function(peoplenook_precompile target kind)
+    if(PEOPLENOOK_PRECOMPILE)
+        target_precompile_headers(${target} REUSE_FROM headers_of_${kind})
+    endif()
+endfunction()
+# Not for tests and tools: a lambda that returns a concatenation would return references to what is gone.
+set(library_definitions QT_USE_QSTRINGBUILDER)
+peoplenook_headers(library DEFINITIONS ${library_definitions})
+peoplenook_headers(program)
+
 # peoplenook_library(NAME SOURCES file... [PUBLIC lib...] [PRIVATE lib...]): one static library per folder of src/.
 function(peoplenook_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC Qt6::Core ${ARG_PUBLIC} PRIVATE peoplenook_settings ${ARG_PRIVATE})
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
-    # Not for tests and tools: a lambda that returns a concatenation would return references to what is gone.
-    target_compile_definitions(${name} PRIVATE QT_USE_QSTRINGBUILDER)
+    target_compile_definitions(${name} PRIVATE ${library_definitions})
+    if(NOT name STREQUAL app) # which has headers of its own
+        peoplenook_precompile(${name} library)
+    endif()
 endfunction()
 
-# peoplenook_program(NAME SOURCES file... LIBRARIES lib...)
+# peoplenook_program(NAME SOURCES file... LIBRARIES lib... [HEADERS kind])
 function(peoplenook_program name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(ARG "" "HEADERS" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE peoplenook_settings Qt6::Core ${ARG_LIBRARIES})
+    if(NOT ARG_HEADERS)
+        set(ARG_HEADERS program)
+    endif()
+    peoplenook_precompile(${name} ${ARG_HEADERS})
 endfunction()
 
 # Clang's sanitizers need it to name functions, as the suppressions under tests/ do.
@@ -49,11 +89,15 @@ find_program(PEOPLENOOK_SYMBOLIZER llvm-symbolizer-14)
 # without the desktop of whoever runs it.
 function(peoplenook_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
-    peoplenook_program(${name} SOURCES ${name}.cpp LIBRARIES Qt6::Test testsupport ${ARG_LIBRARIES})
+    set(headers test)
+    if(ARG_LIBRARIES MATCHES "app")
+        set(headers program) # Qt Test's are others where there are windows
+    endif()
+    peoplenook_program(${name} SOURCES ${name}.cpp LIBRARIES Qt6::Test testsupport ${ARG_LIBRARIES} HEADERS ${headers})
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
     set(environment
         "XDG_DATA_HOME=${CMAKE_BINARY_DIR}/testing/data" DBUS_SESSION_BUS_ADDRESS= QT_QPA_PLATFORM=offscreen
-        LC_ALL=C.UTF-8 TZ=UTC "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp"
+        LC_ALL=C.UTF-8 TZ=UTC "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1"
         "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
     if(PEOPLENOOK_SYMBOLIZER)
         list(APPEND environment "ASAN_SYMBOLIZER_PATH=${PEOPLENOOK_SYMBOLIZER}")
