@@ -343,9 +343,9 @@ private Q_SLOTS:
         }
         std::atomic<int> made = 0;
         FailingBuffer full(0);
-        QVERIFY(!writeRowBlocks(full, rows, [&made](Utf8Output &output, std::span<const PersonRow> block) {
+        QVERIFY(!writeRowBlocks(full, rows, [&made](Utf8Buffer &text, std::span<const PersonRow> block) {
             made += int(block.size());
-            output.write('x');
+            text.write('x');
         }));
         QVERIFY2(made <= 10'000, qPrintable(QString::number(made)));
     }

@@ -37,6 +37,8 @@ public:
     /// @p row must stay while its texts are read.
     void read(const PersonDictionary &row);
 
+    /// Those with a value, in the row's order.
+    std::span<const Field> present() const { return m_present; }
     /// Valid until the next read(); null where the row has no value. A birthday is YYYY-MM-DD.
     const QString *at(std::optional<Field> field) const
     {

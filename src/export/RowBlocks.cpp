@@ -4,8 +4,6 @@
 
 #include "export/iwa/WriteAll.h"
 
-#include <QBuffer>
-
 #include <algorithm>
 #include <deque>
 #include <future>
@@ -18,30 +16,22 @@ constexpr unsigned kMaxThreads = 8; // from there on the target is what takes th
 /// A block of rows that is being made, or waits for its turn to be written.
 struct Block
 {
-    Block() { buffer.open(QIODevice::WriteOnly); }
-
-    QBuffer buffer;
-    Utf8Output output{buffer};
+    Utf8Buffer text;
     std::future<void> made; // last, so that a block waits for its thread before it goes
 };
 
 } // namespace
 
 Result<void> writeRowBlocks(QIODevice &target, std::span<const PersonRow> rows,
-    const std::function<void(Utf8Output &output, std::span<const PersonRow> block)> &make)
+    const std::function<void(Utf8Buffer &text, std::span<const PersonRow> block)> &make)
 {
     const auto begin = [&](Block &block) {
         if (rows.empty())
             return;
         const auto own = rows.first(std::min(rows.size(), kRowsInBlock));
         rows = rows.subspan(own.size());
-        block.buffer.buffer().resize(0);
-        block.buffer.seek(0);
-        block.made = std::async(std::launch::async, [&make, &block, own] {
-            make(block.output, own);
-            if (!block.output.finish())
-                throw std::bad_alloc(); // a buffer has no other way to fail
-        });
+        block.text.clear();
+        block.made = std::async(std::launch::async, [&make, &block, own] { make(block.text, own); });
     };
     std::deque<Block> blocks(std::clamp(std::thread::hardware_concurrency(), 1U, kMaxThreads));
     for (Block &block : blocks)
@@ -49,7 +39,7 @@ Result<void> writeRowBlocks(QIODevice &target, std::span<const PersonRow> rows,
     for (std::size_t next = 0; blocks[next].made.valid(); next = (next + 1) % blocks.size()) {
         Block &block = blocks[next];
         block.made.get();
-        if (auto written = writeAll(target, block.buffer.buffer()); !written)
+        if (auto written = writeAll(target, block.text.bytes()); !written)
             return written;
         begin(block);
     }

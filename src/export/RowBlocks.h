@@ -2,13 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "export/Utf8Output.h"
+#include "base/Result.h"
+#include "export/Utf8Buffer.h"
 #include "table/PersonRows.h"
 
 #include <functional>
+
+class QIODevice;
 
 /// Writes the text of many rows to @p target in their order. @p make turns some rows that follow one another into text;
 /// it is called on as many threads at a time as the machine has processors. Holds a few hundred rows' text a thread,
 /// however many rows there are. After a write that failed nothing more is made.
 Result<void> writeRowBlocks(QIODevice &target, std::span<const PersonRow> rows,
-    const std::function<void(Utf8Output &output, std::span<const PersonRow> block)> &make);
+    const std::function<void(Utf8Buffer &text, std::span<const PersonRow> block)> &make);

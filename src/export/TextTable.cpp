@@ -4,48 +4,76 @@
 
 #include "export/OutputFile.h"
 #include "export/RowBlocks.h"
-#include "export/Utf8Output.h"
+#include "export/iwa/WriteAll.h"
+
+#include <array>
+#include <bit>
 
 namespace {
 
-void writeLabels(Utf8Output &output, const ExportColumns &columns, const TextTableStyle &style)
+void writeLabels(Utf8Buffer &text, const ExportColumns &columns, const TextTableStyle &style)
 {
     for (const ExportColumn &column : columns) {
-        output.write(style.beforeLabel);
-        output.write(column.label);
-        output.write(style.afterLabel);
+        text.write(style.beforeLabel);
+        text.write(column.label);
+        text.write(style.afterLabel);
     }
-    output.write('\n');
+    text.write('\n');
 }
 
-std::string absentCells(const TextTableStyle &style, std::size_t count)
+/// The cells of one row after another, in the order of the columns. Most cells of most rows are absent, so that what is
+/// there is looked at, and what is between is written at once.
+class ValueLine
 {
-    std::string cells;
-    for (std::size_t i = 0; i < count; ++i)
-        cells += style.absent;
-    return cells;
-}
-
-/// Most cells of most rows are absent, so runs of them are written at once, from @p absentRun.
-void writeValues(Utf8Output &output, const RowTexts &texts, const ExportColumns &columns, const TextTableStyle &style,
-    std::string_view absentRun)
-{
-    const std::size_t absentSize = style.absent.size();
-    std::size_t absent = 0;
-    for (const ExportColumn &column : columns) {
-        const QString *text = texts.at(column.field);
-        if (!text) {
-            ++absent;
-            continue;
+public:
+    ValueLine(const ExportColumns &columns, const TextTableStyle &style) : m_style(style), m_count(columns.size())
+    {
+        m_columnOfField.fill(m_count);
+        for (std::size_t column = 0; column < m_count; ++column) {
+            if (columns[column].field)
+                m_columnOfField[static_cast<std::size_t>(*columns[column].field)] = column;
+            m_absentRun += style.absent;
         }
-        output.write(absentRun.substr(0, absent * absentSize));
-        absent = 0;
-        output.write(style.beforeValue);
-        output.write(*text);
-        output.write(style.afterValue);
     }
-    output.write(absentRun.substr(0, absent * absentSize));
-}
+
+    void write(Utf8Buffer &text, const PersonDictionary &row)
+    {
+        m_texts.read(row);
+        for (const Field field : m_texts.present()) {
+            const std::size_t column = m_columnOfField[static_cast<std::size_t>(field)];
+            if (column == m_count)
+                continue;
+            m_cells[column] = m_texts.at(field);
+            m_present[column / 64] |= quint64(1) << column % 64;
+        }
+        std::size_t next = 0;
+        for (std::size_t word = 0; word < m_present.size(); ++word) {
+            for (quint64 bits = std::exchange(m_present[word], 0); bits != 0; bits &= bits - 1) {
+                const std::size_t column = 64 * word + static_cast<std::size_t>(std::countr_zero(bits));
+                writeAbsent(text, column - next);
+                text.write(m_style.beforeValue);
+                text.write(*m_cells[column]);
+                text.write(m_style.afterValue);
+                next = column + 1;
+            }
+        }
+        writeAbsent(text, m_count - next);
+    }
+
+private:
+    void writeAbsent(Utf8Buffer &text, std::size_t cells) const
+    {
+        text.write(std::string_view(m_absentRun).substr(0, cells * m_style.absent.size()));
+    }
+
+    const TextTableStyle &m_style;
+    std::size_t m_count;
+    std::array<std::size_t, kFieldCount> m_columnOfField; // the number of columns where a field has none
+    std::string m_absentRun; // of a whole row
+    std::array<quint64, kFieldCount / 64 + 1> m_present{}; // a bit a column
+    std::array<const QString *, kFieldCount> m_cells{}; // where present
+    RowTexts m_texts;
+};
 
 bool report(const Result<QString> &written, ExportReport *report)
 {
@@ -58,18 +86,17 @@ bool report(const Result<QString> &written, ExportReport *report)
 Result<void> writeTextTable(
     QIODevice &target, std::span<const PersonRow> rows, const ExportColumns &columns, const TextTableStyle &style)
 {
-    Utf8Output head(target);
+    Utf8Buffer head;
     writeLabels(head, columns, style);
-    if (auto written = head.finish(); !written)
+    if (auto written = writeAll(target, head.bytes()); !written)
         return written;
-    const std::string absentRun = absentCells(style, columns.size());
-    return writeRowBlocks(target, rows, [&](Utf8Output &output, std::span<const PersonRow> block) {
-        RowTexts texts;
+    const ValueLine line(columns, style);
+    return writeRowBlocks(target, rows, [&line](Utf8Buffer &text, std::span<const PersonRow> block) {
+        ValueLine own = line;
         for (std::size_t i = 0; i < block.size(); ++i) {
             fetchAhead(block, i);
-            texts.read(*block[i]);
-            writeValues(output, texts, columns, style, absentRun);
-            output.write('\n');
+            own.write(text, *block[i]);
+            text.write('\n');
         }
     });
 }
@@ -93,12 +120,10 @@ bool writePersonFile(const QString &folder, const QString &extension, const Pers
         return ::report(Error{ErrorKind::Invalid, name % QStringLiteral(": cannot be the name of a file")}, report);
     const auto fill = [&](QIODevice &target) {
         const ExportColumns columns = columnsOf(row);
-        Utf8Output output(target);
-        writeLabels(output, columns, style);
-        RowTexts texts;
-        texts.read(row);
-        writeValues(output, texts, columns, style, absentCells(style, columns.size()));
-        return output.finish();
+        Utf8Buffer text;
+        writeLabels(text, columns, style);
+        ValueLine(columns, style).write(text, row);
+        return writeAll(target, text.bytes());
     };
     return ::report(OutputFile::write(folder % u'/' % name, fill), report);
 }

@@ -3,13 +3,9 @@
 #pragma once
 
 #include "base/Result.h"
+#include "export/Utf8Buffer.h"
 
-#include <QIODevice>
-#include <QStringEncoder>
-
-#include <cstring>
-#include <string_view>
-#include <vector>
+class QIODevice;
 
 /// Text on its way to a device: made UTF-8 and handed on in large pieces. After a write that failed nothing more is
 /// written, and finish() says why. For one thread.
@@ -17,19 +13,18 @@ class Utf8Output
 {
 public:
     /// @p target must outlive this.
-    explicit Utf8Output(QIODevice &target);
+    explicit Utf8Output(QIODevice &target) : m_target(target) { }
     Utf8Output(const Utf8Output &) = delete;
     Utf8Output &operator=(const Utf8Output &) = delete;
 
-    /// Bytes that are UTF-8 already.
-    void write(std::string_view utf8)
+    /// As Utf8Buffer::write().
+    template <typename Text> void write(const Text &text)
     {
-        std::memcpy(room(utf8.size()), utf8.data(), utf8.size());
-        m_used += utf8.size();
+        constexpr std::size_t kPiece = 256 * 1024; // stays in the processor's cache
+        m_text.write(text);
+        if (m_text.size() >= kPiece)
+            flush();
     }
-    /// A lone surrogate becomes U+FFFD.
-    void write(QStringView text);
-    void write(char unit) { write(std::string_view(&unit, 1)); }
 
     /// Nothing more need be written.
     bool hasFailed() const { return !m_written; }
@@ -37,19 +32,9 @@ public:
     Result<void> finish();
 
 private:
-    /// The end of the buffer, with place for so many bytes.
-    char *room(std::size_t bytes)
-    {
-        if (m_used + bytes > m_buffer.size())
-            makeRoom(bytes);
-        return m_buffer.data() + m_used;
-    }
-    void makeRoom(std::size_t bytes);
     void flush();
 
     QIODevice &m_target;
-    std::vector<char> m_buffer;
-    std::size_t m_used = 0;
-    QStringEncoder m_encoder;
+    Utf8Buffer m_text;
     Result<void> m_written; // or why not
 };

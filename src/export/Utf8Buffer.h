@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArrayView>
+#include <QStringEncoder>
+
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+/// Text made UTF-8 piece by piece, in memory that it keeps for the next one. For one thread.
+class Utf8Buffer
+{
+public:
+    Utf8Buffer() : m_encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless) { }
+
+    /// Bytes that are UTF-8 already.
+    void write(std::string_view utf8)
+    {
+        std::memcpy(room(utf8.size()), utf8.data(), utf8.size());
+        m_used += utf8.size();
+    }
+    /// A lone surrogate becomes U+FFFD.
+    void write(QStringView text);
+    void write(char unit) { write(std::string_view(&unit, 1)); }
+
+    /// Until the next write().
+    QByteArrayView bytes() const { return {m_buffer.data(), static_cast<qsizetype>(m_used)}; }
+    std::size_t size() const { return m_used; }
+    void clear() { m_used = 0; }
+
+private:
+    /// The end of the text, with place for so many bytes.
+    char *room(std::size_t bytes)
+    {
+        if (m_used + bytes > m_buffer.size())
+            m_buffer.resize(2 * (m_used + bytes));
+        return m_buffer.data() + m_used;
+    }
+
+    std::vector<char> m_buffer;
+    std::size_t m_used = 0;
+    QStringEncoder m_encoder;
+};
