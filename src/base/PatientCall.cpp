@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QThread>
 
 #include <chrono>
@@ -54,19 +55,21 @@ void PatientCall::run(const std::function<void()> &job, const std::function<void
         return;
     }
     QEventLoop loop;
-    const auto ended = std::async(std::launch::async, [&] {
+    auto ended = std::async(std::launch::async, [&] {
+        const auto wake =
+            qScopeGuard([&loop] { QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection); });
         job();
-        QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
     });
-    if (ended.wait_for(kNotNoticed) == std::future_status::ready)
-        return;
-    if (onWait)
-        onWait();
-    ++runs;
-    loop.exec(QEventLoop::ExcludeUserInputEvents);
-    ended.wait(); // where the application was told to quit meanwhile
-    if (--runs == 0)
-        QMetaObject::invokeMethod(QCoreApplication::instance(), &doHeldDeeds, Qt::QueuedConnection);
+    if (ended.wait_for(kNotNoticed) == std::future_status::timeout) {
+        if (onWait)
+            onWait();
+        ++runs;
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+        ended.wait(); // where the application was told to quit meanwhile
+        if (--runs == 0)
+            QMetaObject::invokeMethod(QCoreApplication::instance(), &doHeldDeeds, Qt::QueuedConnection);
+    }
+    ended.get(); // what the job threw, if anything
 }
 
 void PatientCall::deliver(QObject *context, std::function<void()> deed)
