@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QThread>
 
+#include <future>
+
 namespace {
 
 constexpr int kRoomBesideTitle = 120; // for what a window manager has in a title bar
@@ -51,8 +53,18 @@ AlertPanel::Answer Alerts::runAlertPanel(
 
 void Alerts::onMainThread(const std::function<void()> &action)
 {
-    if (QThread::currentThread() == thread())
+    if (QThread::currentThread() == thread()) {
         action();
-    else
-        QMetaObject::invokeMethod(this, action, Qt::BlockingQueuedConnection);
+        return;
+    }
+    // Not a blocking connection, whose end the thread sanitizer cannot see.
+    std::promise<void> done;
+    QMetaObject::invokeMethod(
+        this,
+        [&action, &done] {
+            action();
+            done.set_value();
+        },
+        Qt::QueuedConnection);
+    done.get_future().wait();
 }

@@ -4,22 +4,13 @@
 
 #include <gio/gio.h>
 
+#include <utility>
+
 namespace {
 
 /// How long a cancelled call may take to return.
 constexpr std::chrono::seconds kGrace{5};
 constexpr std::chrono::milliseconds kLook{200};
-
-gboolean runJob(gpointer data)
-{
-    (*static_cast<std::function<void()> *>(data))();
-    return G_SOURCE_REMOVE;
-}
-
-void freeJob(gpointer data)
-{
-    delete static_cast<std::function<void()> *>(data);
-}
 
 } // namespace
 
@@ -27,6 +18,20 @@ CallGuard::State::~State()
 {
     g_main_loop_unref(loop);
     g_main_context_unref(context);
+}
+
+int CallGuard::State::runJob(void *self)
+{
+    auto *state = static_cast<State *>(self);
+    std::unique_lock lock(state->mutex);
+    std::function<void()> job = std::exchange(state->job, nullptr);
+    lock.unlock();
+    job();
+    job = nullptr; // what it owns goes before anybody is told
+    lock.lock();
+    state->isBusy = false;
+    state->ended.notify_all();
+    return G_SOURCE_REMOVE;
 }
 
 CallGuard::CallGuard(std::chrono::milliseconds callLimit) : m_state(std::make_shared<State>())
@@ -62,13 +67,8 @@ bool CallGuard::run(std::function<void()> job, const std::function<bool()> &isWa
         return false;
     m_state->isBusy = true;
     m_state->isGivenUp = false;
-    auto *owned = new std::function<void()>([state = m_state, job = std::move(job)] {
-        job();
-        const std::scoped_lock endLock(state->mutex);
-        state->isBusy = false;
-        state->ended.notify_all();
-    });
-    g_main_context_invoke_full(m_state->context, G_PRIORITY_DEFAULT, runJob, owned, freeJob);
+    m_state->job = std::move(job);
+    g_main_context_invoke(m_state->context, &State::runJob, m_state.get()); // which lives as long as the thread
     while (m_state->isBusy) {
         if (!m_state->cancellable)
             m_state->ended.wait(lock);

@@ -66,7 +66,9 @@ private:
         std::chrono::milliseconds limit;
         GMainContext *context = nullptr;
         GMainLoop *loop = nullptr;
+        std::function<void()> job; // until the thread takes it
         ~State();
+        static int runJob(void *self); // GLib's GSourceFunc
     };
 
     /// With the lock: waits for an end of the call, and cancels it where that does not come. False: even that was to no
