@@ -97,7 +97,7 @@ function(peoplenook_test name)
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
     set(environment
         "XDG_DATA_HOME=${CMAKE_BINARY_DIR}/testing/data" DBUS_SESSION_BUS_ADDRESS= QT_QPA_PLATFORM=offscreen
-        LC_ALL=C.UTF-8 TZ=UTC "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1"
+        LC_ALL=C.UTF-8 TZ=UTC "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1:die_after_fork=0"
         "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
     if(PEOPLENOOK_SYMBOLIZER)
         list(APPEND environment "ASAN_SYMBOLIZER_PATH=${PEOPLENOOK_SYMBOLIZER}")
