@@ -13,7 +13,7 @@
 class Utf8Buffer
 {
 public:
-    Utf8Buffer() : m_encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless) { }
+    Utf8Buffer() : m_buffer(kFirstRoom), m_encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless) { }
 
     /// Bytes that are UTF-8 already.
     void write(std::string_view utf8)
@@ -31,6 +31,8 @@ public:
     void clear() { m_used = 0; }
 
 private:
+    static constexpr std::size_t kFirstRoom = 256; // not none: copying nothing to nowhere is undefined
+
     /// The end of the text, with place for so many bytes.
     char *room(std::size_t bytes)
     {
