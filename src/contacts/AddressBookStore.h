@@ -53,6 +53,7 @@ public:
     /// Has @p listener called soon after somebody, perhaps oneself, may have changed the store: on any thread, also
     /// once more after another listener was set. To be called on a thread with an event loop. A store that cannot tell
     /// never calls it.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): those who override it keep it
     virtual void setChangeListener(std::function<void()> listener) { static_cast<void>(listener); }
 
     /// What was saved, newest first, a line a cause.

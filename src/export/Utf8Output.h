@@ -20,7 +20,7 @@ public:
     /// As Utf8Buffer::write().
     template <typename Text> void write(const Text &text)
     {
-        constexpr std::size_t kPiece = 256 * 1024; // stays in the processor's cache
+        constexpr std::size_t kPiece = std::size_t{256} * 1024; // stays in the processor's cache
         m_text.write(text);
         if (m_text.size() >= kPiece)
             flush();

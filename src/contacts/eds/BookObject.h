@@ -51,6 +51,6 @@ private:
 };
 
 /// The name in an "(as)" that begins with @p prefix; empty where there is none.
-QByteArray lastNameIn(struct _GVariant *names, const char *prefix);
+QByteArray lastNameIn(struct _GVariant *names, const char *prefix); // NOLINT(bugprone-reserved-identifier)
 
 inline constexpr const char *kAddressBookBusName = "org.gnome.evolution.dataserver.AddressBook";
