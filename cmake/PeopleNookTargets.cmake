@@ -82,8 +82,15 @@ function(peoplenook_program name)
     peoplenook_precompile(${name} ${ARG_HEADERS})
 endfunction()
 
-# Clang's sanitizers need it to name functions, as the suppressions under tests/ do.
+# What tests tell the sanitizers.
+set(sanitizer_environment
+    "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1"
+    "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
+# Clang's need it to name functions, as the suppressions do.
 find_program(PEOPLENOOK_SYMBOLIZER llvm-symbolizer-14)
+if(PEOPLENOOK_SYMBOLIZER)
+    list(APPEND sanitizer_environment "ASAN_SYMBOLIZER_PATH=${PEOPLENOOK_SYMBOLIZER}")
+endif()
 
 # peoplenook_test(NAME LIBRARIES lib...): tests/NAME.cpp is one Qt Test program, run by ctest from the source root,
 # without the desktop of whoever runs it.
@@ -97,10 +104,6 @@ function(peoplenook_test name)
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
     set(environment
         "XDG_DATA_HOME=${CMAKE_BINARY_DIR}/testing/data" DBUS_SESSION_BUS_ADDRESS= QT_QPA_PLATFORM=offscreen
-        LC_ALL=C.UTF-8 TZ=UTC "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1:die_after_fork=0"
-        "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
-    if(PEOPLENOOK_SYMBOLIZER)
-        list(APPEND environment "ASAN_SYMBOLIZER_PATH=${PEOPLENOOK_SYMBOLIZER}")
-    endif()
+        LC_ALL=C.UTF-8 TZ=UTC ${sanitizer_environment})
     set_tests_properties(${name} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 600)
 endfunction()

@@ -206,6 +206,7 @@ private Q_SLOTS:
         ResultsView *results = window().results();
         QVERIFY(!action(u"&Find"_s)->isEnabled());
         QTRY_VERIFY(tree()->hasFocus());
+        QTRY_VERIFY(results->findChild<QRadioButton *>()->isVisible());
         QList<QWidget *> stops;
         do {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
