@@ -5,6 +5,8 @@
 #include "contacts/eds/BookErrors.h"
 #include "contacts/eds/BookPages.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <array>
 #include <deque>
@@ -247,6 +249,16 @@ Result<std::vector<QByteArray>> EdsBook::uids()
         uids.emplace_back(static_cast<const char *>(at->data));
     g_slist_free_full(list, g_free);
     return uids;
+}
+
+qint64 EdsBook::mostBytes() const
+{
+    // The daemon keeps the cards of a local book as they are in this file, and their pictures beside it.
+    constexpr auto builtIn = "system-address-book";
+    const QString folder = m_sourceUid == builtIn ? QStringLiteral("system") : QString::fromUtf8(m_sourceUid);
+    const QFileInfo file(
+        QStringLiteral("%1/addressbook/%2/contacts.db").arg(QFile::decodeName(e_get_user_data_dir()), folder));
+    return m_isLocal && file.isFile() ? file.size() : -1;
 }
 
 Result<std::vector<EdsBook::Card>> EdsBook::allCards()

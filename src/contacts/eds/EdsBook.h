@@ -65,6 +65,9 @@ public:
     /// What is returned where whoever waits has given up.
     Error givenUp() const;
 
+    /// No fewer than everybody's cards have together; -1 where that cannot be told without asking for them. Costs
+    /// nothing. Once connected.
+    qint64 mostBytes() const;
     /// Everybody's cards, in no order, in one answer: only for a book whose text one message of the bus can hold.
     Result<std::vector<Card>> allCards();
     /// The cards of at most kPageSize uids, in no order; those that are not there are left out.

@@ -14,10 +14,11 @@
 
 namespace {
 
-/// A book of so many ordinary cards is far from what a message of the bus may hold (128 MiB).
+/// Far from what a message of the bus may hold (128 MiB), and so many ordinary cards are as well.
+constexpr qint64 kMostBytesInOneAnswer = qint64(64) * 1024 * 1024;
 constexpr std::size_t kMostInOneAnswer = 20'000;
 /// Read into records by one thread: some for each processor, and few enough to tell of progress often.
-constexpr std::ptrdiff_t kCardsTogether = 1'000;
+constexpr std::ptrdiff_t kCardsTogether = 500;
 
 /// Reads pages of cards into records, on all processors and while the daemon puts the next page together.
 class PageReader
@@ -133,16 +134,25 @@ Result<std::vector<QByteArray>> EdsSession::uidsInOrder()
 
 Result<void> EdsSession::readBook(const TakeCards &take, std::size_t &total)
 {
-    const auto uids = uidsInOrder();
-    if (!uids)
-        return uids.error();
-    total = uids->size();
-    if (total > kMostInOneAnswer)
-        return readCards(*uids, take);
+    const auto readByUids = [&](const std::vector<QByteArray> &uids) {
+        total = uids.size();
+        return readCards(uids, take);
+    };
+    const qint64 bytes = m_book.mostBytes();
+    if (bytes < 0 || bytes > kMostBytesInOneAnswer) {
+        const auto uids = uidsInOrder();
+        if (!uids)
+            return uids.error();
+        if (bytes >= 0 || uids->size() > kMostInOneAnswer)
+            return readByUids(*uids);
+    }
     // Asking for as many by their uids takes longer.
     auto cards = m_book.allCards();
-    if (!cards && cards.error().kind == ErrorKind::Unavailable && !m_book.hasTimedOut())
-        return readCards(*uids, take); // too large for one message, or a daemon that has to be started anew
+    if (!cards && cards.error().kind == ErrorKind::Unavailable && !m_book.hasTimedOut()) {
+        // Too large for one message, or a daemon that has to be started anew.
+        const auto uids = uidsInOrder();
+        return uids ? readByUids(*uids) : Result<void>(uids.error());
+    }
     if (!cards)
         return cards.error();
     total = cards->size();

@@ -142,6 +142,8 @@ bool needsWork(const QByteArray &text, qsizetype begin, qsizetype end)
 QByteArray asOwnWriting(const QByteArray &text, QByteArray line)
 {
     dropNumber(line);
+    if (!holdsText({line.constData(), std::size_t(line.size())}, kGoogleLabel))
+        return line + "\r\n";
     const QByteArray label = parameterText(spelledLabel(text, line));
     QByteArray bare = line;
     const QByteArray google = takeParam(bare, kGoogleLabel);
@@ -190,23 +192,20 @@ QByteArray fileContent(const QByteArray &line)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-bool isList(const QByteArray &text)
-{
-    return text.contains("\nX-EVOLUTION-LIST:TRUE");
-}
-
 /// The record with the picture that its card names by the daemon's file.
-PersonRecordPtr withPicture(const PersonRecordPtr &record, const QByteArray &text)
+PersonRecordPtr withPicture(const PersonRecordPtr &record)
 {
-    if (!record || record->imageData() || !text.contains("\nPHOTO"))
+    if (!record || record->imageData())
         return record;
-    std::vector<KeptLine> kept = record->keptLines();
-    const auto line = std::ranges::find_if(
-        kept, [](const KeptLine &each) { return each.basis.isNull() && isFilePhoto(each.text.toUtf8()); });
-    const QByteArray picture = line == kept.end() ? QByteArray() : fileContent(line->text.toUtf8());
+    const std::vector<KeptLine> &lines = record->keptLines();
+    const auto line = std::ranges::find_if(lines, [](const KeptLine &each) {
+        return each.basis.isNull() && each.text.startsWith(QLatin1String("PHOTO")) && isFilePhoto(each.text.toUtf8());
+    });
+    const QByteArray picture = line == lines.end() ? QByteArray() : fileContent(line->text.toUtf8());
     if (picture.isEmpty())
         return record;
-    kept.erase(line);
+    std::vector<KeptLine> kept = lines;
+    kept.erase(kept.begin() + (line - lines.begin()));
     auto whole = std::make_shared<PersonRecord>(*record);
     whole->setKeptLines(std::move(kept));
     whole->setImageData(picture);
@@ -234,20 +233,25 @@ QByteArray withGoogleLabels(const QByteArray &card)
     return result;
 }
 
-} // namespace
-
-QByteArray StoredCard::normalised(const QByteArray &text)
+struct NormalisedCard
 {
-    QByteArray result;
-    result.reserve(text.size());
+    QByteArray text;
+    bool isList = false; // of contacts, which is nobody
+};
+
+NormalisedCard normalisedCard(const QByteArray &text)
+{
+    NormalisedCard result;
+    result.text.reserve(text.size());
     qsizetype end = 0;
     qsizetype kept = 0; // up to where the text is in the result
-    const auto copyUpTo = [&](qsizetype position) { result.append(text.constData() + kept, position - kept); };
+    const auto copyUpTo = [&](qsizetype position) { result.text.append(text.constData() + kept, position - kept); };
     for (qsizetype begin = 0; begin < text.size(); begin = end) {
         do { // with its folds
             end = text.indexOf('\n', end);
             end = end < 0 ? text.size() : end + 1;
         } while (end < text.size() && (text[end] == ' ' || text[end] == '\t'));
+        result.isList = result.isList || QByteArrayView(text).sliced(begin).startsWith("X-EVOLUTION-LIST:TRUE");
         const bool isStamp = isStampAt(text, begin);
         if (!isStamp && !needsWork(text, begin, end))
             continue;
@@ -255,18 +259,26 @@ QByteArray StoredCard::normalised(const QByteArray &text)
         kept = end;
         qsizetype lineEnd = 0;
         if (!isStamp)
-            result += asOwnWriting(text, unfoldedLine(text, begin, lineEnd));
+            result.text += asOwnWriting(text, unfoldedLine(text, begin, lineEnd));
     }
     copyUpTo(text.size());
     return result;
 }
 
+} // namespace
+
+QByteArray StoredCard::normalised(const QByteArray &text)
+{
+    return normalisedCard(text).text;
+}
+
 PersonRecordPtr StoredCard::recordOf(const QByteArray &text)
 {
-    if (isList(text))
+    const NormalisedCard card = normalisedCard(text);
+    if (card.isList)
         return nullptr;
-    VCardReader reader(normalised(text));
-    return withPicture(reader.next().record, text);
+    VCardReader reader(card.text);
+    return withPicture(reader.next().record);
 }
 
 std::vector<StoredCard::Read> StoredCard::read(const std::vector<EdsBook::Card> &cards)
@@ -275,9 +287,9 @@ std::vector<StoredCard::Read> StoredCard::read(const std::vector<EdsBook::Card> 
     results.reserve(cards.size());
     QByteArray people;
     for (const auto &card : cards) {
-        const QByteArray text = normalised(card.text);
+        const auto [text, isList] = normalisedCard(card.text);
         results.push_back({nullptr, std::max<std::size_t>(qHash(text), 1)});
-        if (!isList(text))
+        if (!isList)
             people += text + "\r\n";
     }
     // A reader is expensive to make. It passes over a card that is no person, so the uid tells which one it read.
@@ -290,7 +302,7 @@ std::vector<StoredCard::Read> StoredCard::read(const std::vector<EdsBook::Card> 
         if (found == cards.end())
             continue;
         at = std::size_t(found - cards.begin());
-        results[at].record = withPicture(person.record, found->text);
+        results[at].record = withPicture(person.record);
     }
     // Whose uid reads as another text than the daemon's, such as one with a blank at its end.
     for (std::size_t i = 0; i < cards.size(); ++i) {
