@@ -105,7 +105,9 @@ private Q_SLOTS:
         QFETCH(QString, text);
         const PersonRows rows = rowsFor({"{'firstName':'Ann','lastName':'Lee','nickname':'𐐨'}",
             "{'firstName':'Joanne','note':'Tea','birthday':'1984-05-06'}", "{'firstName':'Όλγα'}"});
-        QTEST(SearchTexts(rows).rowsWith(text), "rows");
+        const SearchTexts texts(rows);
+        QTEST(texts.rowsWith(text), "rows");
+        QCOMPARE(texts.samples(), (QStringList{u"𐐨"_s, u"Όλγα"_s}));
     }
 
     void findsWordsInRowsThatChanged()

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ContactTableView.h"
 
+#include "app/CellDelegate.h"
 #include "app/Counted.h"
 #include "app/EmptyPage.h"
+#include "app/GlyphsAhead.h"
 #include "table/ColumnMenus.h"
 
 #include <QApplication>
@@ -60,6 +62,8 @@ void ContactTableView::setUpTable()
 {
     m_table->setAccessibleName(tr("Contacts"));
     m_table->setModel(&m_rows);
+    m_table->setItemDelegate(new CellDelegate(m_table));
+    connect(&m_rows, &FilteredRows::samplesCollected, new GlyphsAhead(*m_table), &GlyphsAhead::load);
     connect(&m_rows, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
         m_place.remember();
         m_look.remember();

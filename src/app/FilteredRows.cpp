@@ -88,6 +88,7 @@ void FilteredRows::collectTexts()
             return;
         PatientCall::deliver(this, [this, texts] {
             m_texts = texts;
+            Q_EMIT samplesCollected(texts->samples());
             if (m_text.isEmpty())
                 return;
             beginResetModel();

@@ -31,6 +31,10 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
 
+Q_SIGNALS:
+    /// When the texts of new rows are collected: some that need other letters than most (SearchTexts::samples).
+    void samplesCollected(const QStringList &samples);
+
 private:
     void filterAnew();
     void keepSelections();

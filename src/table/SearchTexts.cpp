@@ -9,20 +9,23 @@ namespace {
 
 constexpr std::size_t kRowsBetweenLooks = 1024; // whether the work is still wanted
 
-/// Most texts are ASCII, for which folding is one addition.
-void appendFolded(std::string &texts, const QString &text)
+/// Most texts are ASCII, for which folding is one addition. Whether this one is.
+bool appendFolded(std::string &texts, const QString &text)
 {
+    bool isAscii = true;
     const std::size_t begin = texts.size();
     for (const QChar character : text) {
         const char16_t unit = character.unicode();
         if (unit >= 0x80) {
             texts.resize(begin);
             texts += text.toCaseFolded().toUtf8().toStdString();
+            isAscii = false;
             break;
         }
         texts += static_cast<char>(unit >= u'A' && unit <= u'Z' ? unit - u'A' + u'a' : unit);
     }
     texts += '\n';
+    return isAscii;
 }
 
 bool holds(std::string_view text, const std::string &word)
@@ -48,9 +51,25 @@ SearchTexts::Slice SearchTexts::add(const PersonDictionary &row)
     const std::size_t begin = m_texts.size();
     for (const auto &entry : row.entries()) {
         const QString *kept = row.keptText(entry);
-        appendFolded(m_texts, kept ? *kept : row.text(entry.field()));
+        const QString text = kept ? *kept : row.text(entry.field());
+        if (!appendFolded(m_texts, text))
+            takeSample(text);
     }
     return {begin, m_texts.size() - begin};
+}
+
+void SearchTexts::takeSample(const QString &text)
+{
+    constexpr std::size_t stretch = 128;
+    bool isNeeded = false;
+    for (const QChar character : text) {
+        if (character.unicode() < stretch || m_stretches.test(character.unicode() / stretch))
+            continue;
+        m_stretches.set(character.unicode() / stretch);
+        isNeeded = true;
+    }
+    if (isNeeded)
+        m_samples += text;
 }
 
 void SearchTexts::follow(const PersonRows &rows)
