@@ -21,18 +21,30 @@ void writeLabels(Utf8Buffer &text, const ExportColumns &columns, const TextTable
     text.write('\n');
 }
 
+std::string repeated(std::string_view text, std::size_t times)
+{
+    std::string result;
+    for (std::size_t i = 0; i < times; ++i)
+        result += text;
+    return result;
+}
+
 /// The cells of one row after another, in the order of the columns. Most cells of most rows are absent, so that what is
 /// there is looked at, and what is between is written at once.
 class ValueLine
 {
 public:
-    ValueLine(const ExportColumns &columns, const TextTableStyle &style) : m_style(style), m_count(columns.size())
+    ValueLine(const ExportColumns &columns, const TextTableStyle &style)
+        : m_beforeValue(style.beforeValue)
+        , m_afterValue(style.afterValue)
+        , m_count(columns.size())
+        , m_absentSize(style.absent.size())
+        , m_absentRun(repeated(style.absent, m_count))
     {
         m_columnOfField.fill(m_count);
         for (std::size_t column = 0; column < m_count; ++column) {
             if (columns[column].field)
                 m_columnOfField[static_cast<std::size_t>(*columns[column].field)] = column;
-            m_absentRun += style.absent;
         }
     }
 
@@ -51,9 +63,9 @@ public:
             for (quint64 bits = std::exchange(m_present[word], 0); bits != 0; bits &= bits - 1) {
                 const std::size_t column = 64 * word + static_cast<std::size_t>(std::countr_zero(bits));
                 writeAbsent(text, column - next);
-                text.write(m_style.beforeValue);
+                text.write(m_beforeValue);
                 text.write(*m_cells[column]);
-                text.write(m_style.afterValue);
+                text.write(m_afterValue);
                 next = column + 1;
             }
         }
@@ -61,15 +73,14 @@ public:
     }
 
 private:
-    void writeAbsent(Utf8Buffer &text, std::size_t cells) const
-    {
-        text.write(std::string_view(m_absentRun).substr(0, cells * m_style.absent.size()));
-    }
+    void writeAbsent(Utf8Buffer &text, std::size_t cells) const { text.write(m_absentRun, cells * m_absentSize); }
 
-    const TextTableStyle &m_style;
+    RepeatedBytes m_beforeValue;
+    RepeatedBytes m_afterValue;
     std::size_t m_count;
+    std::size_t m_absentSize;
+    RepeatedBytes m_absentRun; // of a whole row
     std::array<std::size_t, kFieldCount> m_columnOfField; // the number of columns where a field has none
-    std::string m_absentRun; // of a whole row
     std::array<quint64, kFieldCount / 64 + 1> m_present{}; // a bit a column
     std::array<const QString *, kFieldCount> m_cells{}; // where present
     RowTexts m_texts;

@@ -6,8 +6,24 @@
 #include <QStringEncoder>
 
 #include <cstring>
+#include <string>
 #include <string_view>
 #include <vector>
+
+/// UTF-8 that is written again and again. Most of that is short: copying some bytes too many is quicker than a call
+/// that copies as many as wanted.
+class RepeatedBytes
+{
+public:
+    explicit RepeatedBytes(std::string_view utf8) : m_bytes(utf8), m_size(utf8.size()) { m_bytes.append(kStep, '\0'); }
+    std::size_t size() const { return m_size; }
+
+private:
+    friend class Utf8Buffer;
+    static constexpr std::size_t kStep = 32;
+    std::string m_bytes; // and kStep more
+    std::size_t m_size;
+};
 
 /// Text made UTF-8 piece by piece, in memory that it keeps for the next one. For one thread.
 class Utf8Buffer
@@ -21,6 +37,16 @@ public:
         std::memcpy(room(utf8.size()), utf8.data(), utf8.size());
         m_used += utf8.size();
     }
+    /// The first @p size of them.
+    void write(const RepeatedBytes &bytes, std::size_t size)
+    {
+        char *const to = room(size + RepeatedBytes::kStep);
+        const char *const from = bytes.m_bytes.data();
+        for (std::size_t at = 0; at < size; at += RepeatedBytes::kStep)
+            std::memcpy(to + at, from + at, RepeatedBytes::kStep);
+        m_used += size;
+    }
+    void write(const RepeatedBytes &bytes) { write(bytes, bytes.size()); }
     /// A lone surrogate becomes U+FFFD.
     void write(QStringView text);
     void write(char unit) { write(std::string_view(&unit, 1)); }
