@@ -247,7 +247,7 @@ private Q_SLOTS:
     {
         const QString book = newBook();
         OtherProgram other(book);
-        const QByteArray note(6 * 1024 * 1024, 'x'); // 24 of them are more than the bus lets through
+        const QByteArray note(qsizetype(6) * 1024 * 1024, 'x'); // 24 of them are more than the bus lets through
         for (int i = 0; i < 24; ++i)
             QVERIFY(other.write("p" + QByteArray::number(i), cardOf("N:;A;;;|NOTE:" + note).replace("UID:u\r\n", "")));
         const auto store = open(book);

@@ -29,6 +29,8 @@
 
 #include <sqlite3.h>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 /// Another program that is writing, and that ends only if this one handles events meanwhile.
@@ -90,7 +92,7 @@ private Q_SLOTS:
         start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}",
             "{'uid':'2','firstName':'Bo','lastName':'Ng','note':'  '}"});
         scan();
-        const QModelIndex groups[] = {tree()->model()->index(0, 0), tree()->model()->index(1, 0)};
+        const std::array groups{tree()->model()->index(0, 0), tree()->model()->index(1, 0)};
         const auto isHighlighted = [this](const QModelIndex &group) {
             const QModelIndex finding = tree()->model()->index(0, 0, group);
             return tree()->currentIndex() == finding && tree()->selectionModel()->selectedIndexes() == QList{finding};

@@ -87,7 +87,7 @@ Result<void> EdsSession::readCards(std::span<const QByteArray> uids, const TakeC
         const std::size_t left = uids.size();
         for (int attempt = 0; attempt < 2 && !uids.empty(); ++attempt) { // the daemon may have to be started anew
             std::size_t taken = 0;
-            const auto read = m_book.cardsByPages(uids, take, taken);
+            auto read = m_book.cardsByPages(uids, take, taken);
             uids = uids.subspan(taken);
             if (!read && (read.error().kind != ErrorKind::Unavailable || m_book.hasTimedOut()))
                 return read;

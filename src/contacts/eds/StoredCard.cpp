@@ -180,7 +180,7 @@ QByteArray takeServerMark(QByteArray &text)
         return {};
     qsizetype end = 0;
     unfoldedLine(text, at, end);
-    const QByteArray line = text.mid(at, end - at);
+    QByteArray line = text.mid(at, end - at);
     text.remove(at, end - at);
     return line;
 }
