@@ -17,7 +17,9 @@
 #include <QTcpSocket>
 #include <QTest>
 
+#include <algorithm>
 #include <csignal>
+#include <utility>
 
 /// A book on a CardDAV server (Radicale), as the desktop has it: the whole way from the server through the daemon to a
 /// repair, and back.
@@ -152,6 +154,43 @@ private Q_SLOTS:
         QVERIFY2(book->save(&error), qPrintable(error.text));
         QTRY_VERIFY_WITH_TIMEOUT(cardOnServer().contains("NICKNAME:later"), 20'000);
         QVERIFY(cardOnServer().contains("TITLE:theirs"));
+    }
+
+    /// A save of more cards than the daemon is given at once.
+    void manyChangesInOneSave()
+    {
+        const auto store = std::move(*EdsStore::open({u("club"), m_desktop.dataFolder(), std::chrono::seconds(20)}));
+        const auto noted = [this](const QByteArray &note) {
+            const QDir folder(fileOf("collection-root/club/book"));
+            const QStringList names = folder.entryList({u("*.vcf")});
+            return int(std::ranges::count_if(names, [&](const QString &name) {
+                QFile card(folder.filePath(name));
+                return card.open(QIODevice::ReadOnly) && card.readAll().contains("NOTE:" + note);
+            }));
+        };
+        std::vector<RecordChange> changes;
+        for (int i = 0; i < 12; ++i) {
+            auto record = std::make_shared<PersonRecord>();
+            record->setText(ABProperty::Note, u("many"));
+            changes.push_back({u("many%1").arg(i), nullptr, std::move(record)});
+        }
+        const auto save = [&] {
+            const auto saved = store->commit(changes);
+            QVERIFY2(saved, saved ? "" : qPrintable(saved.error().text));
+        };
+        save();
+        QTRY_COMPARE_WITH_TIMEOUT(noted("many"), 12, 20'000);
+        for (auto &change : changes) {
+            auto record = std::make_shared<PersonRecord>(*change.after);
+            record->setText(ABProperty::Note, u("other"));
+            change.before = std::exchange(change.after, std::move(record));
+        }
+        save();
+        QTRY_COMPARE_WITH_TIMEOUT(noted("other"), 12, 20'000);
+        for (auto &change : changes)
+            change.before = std::exchange(change.after, nullptr);
+        save();
+        QTRY_COMPARE_WITH_TIMEOUT(noted(""), 0, 20'000);
     }
 
     /// Which the daemon finds out in its own time, after the book was opened.

@@ -289,6 +289,25 @@ private Q_SLOTS:
         QVERIFY(*personOf(*store, u("u")) == *a);
     }
 
+    /// The daemon keeps them in files of its own, which would go with it.
+    void backupsHoldPictures()
+    {
+        const QString book = newBook();
+        const QString data = m_desktop.folder() + QStringLiteral("/pictures");
+        OtherProgram other(book);
+        QVERIFY(
+            other.write("u", cardOf("N:;A;;;|PHOTO;ENCODING=b;TYPE=JPEG:/9j/4AAQ|LOGO;ENCODING=b;TYPE=JPEG:/9j/4BBQ")));
+        const QByteArray text = other.text("u");
+        QVERIFY2(text.count(";VALUE=uri:file://") == 2, text.constData());
+        const auto store = std::move(*EdsStore::open({book, data, 20s}));
+        QVERIFY(store->commit({{u("v"), nullptr, record("{'firstName':'B'}")}}));
+        QFile backup(files(data, QStringLiteral("*.vcf")).value(0));
+        QVERIFY(backup.open(QIODevice::ReadOnly));
+        const QByteArray cards = backup.readAll();
+        QVERIFY2(cards.contains("PHOTO;ENCODING=b:/9j/4AAQ\r\n"), cards.constData());
+        QVERIFY2(cards.contains("LOGO;ENCODING=b:/9j/4BBQ\r\n"), cards.constData());
+    }
+
     void daemonKilledDuringASave()
     {
         const QString book = newBook();
