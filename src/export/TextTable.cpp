@@ -50,12 +50,11 @@ public:
 
     void write(Utf8Buffer &text, const PersonDictionary &row)
     {
-        m_texts.read(row);
-        for (const Field field : m_texts.present()) {
-            const std::size_t column = m_columnOfField[static_cast<std::size_t>(field)];
-            if (column == m_count)
+        for (const auto &entry : row.entries()) {
+            const std::size_t column = m_columnOfField[static_cast<std::size_t>(entry.field())];
+            if (column == m_count) // such as a birthday's in an export of all fields, whose text costs more than others
                 continue;
-            m_cells[column] = m_texts.at(field);
+            m_cells[column] = m_texts.textOf(row, entry);
             m_present[column / 64] |= quint64(1) << column % 64;
         }
         std::size_t next = 0;

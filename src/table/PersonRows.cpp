@@ -2,6 +2,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/PersonRows.h"
 
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t kLine = 64; // of the cache, in bytes
+constexpr qsizetype kUnitsInLine = kLine / sizeof(QChar);
+
+void fetch(const void *begin, std::size_t size)
+{
+    const char *const bytes = static_cast<const char *>(begin);
+    for (std::size_t at = 0; at < size; at += kLine)
+        __builtin_prefetch(bytes + at);
+    if (size > 0)
+        __builtin_prefetch(bytes + size - 1); // what is as long as a line lies in two
+}
+
+} // namespace
+
 void fetchAhead(std::span<const PersonRow> rows, std::size_t current)
 {
     // Each step needs what the one before fetched.
@@ -10,12 +28,10 @@ void fetchAhead(std::span<const PersonRow> rows, std::size_t current)
     constexpr std::size_t kTextsAhead = 8;
     constexpr std::size_t kCharactersAhead = 4;
     if (current + kRowAhead < rows.size())
-        __builtin_prefetch(rows[current + kRowAhead].get());
+        fetch(rows[current + kRowAhead].get(), sizeof(PersonDictionary));
     if (current + kEntriesAhead < rows.size()) {
         const auto entries = rows[current + kEntriesAhead]->entries();
-        constexpr std::size_t kEntriesInLine = 4;
-        for (std::size_t i = 0; i < entries.size(); i += kEntriesInLine)
-            __builtin_prefetch(&entries[i]);
+        fetch(entries.data(), entries.size_bytes());
     }
     if (current + kTextsAhead < rows.size()) {
         const PersonDictionary &row = *rows[current + kTextsAhead];
@@ -25,8 +41,13 @@ void fetchAhead(std::span<const PersonRow> rows, std::size_t current)
     if (current + kCharactersAhead < rows.size()) {
         const PersonDictionary &row = *rows[current + kCharactersAhead];
         for (const auto &entry : row.entries()) {
-            if (const QString *text = row.keptText(entry))
-                __builtin_prefetch(text->constData());
+            const QString *text = row.keptText(entry);
+            if (!text || text->isEmpty())
+                continue;
+            // Most texts are shorter than a line of the cache, but many lie in two; the rest of long ones comes by
+            // itself.
+            __builtin_prefetch(text->constData());
+            __builtin_prefetch(text->constData() + std::min(text->size(), kUnitsInLine) - 1);
         }
     }
 }
