@@ -67,7 +67,8 @@ QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &cell)
 
 void CellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const QString text = index.data().toString();
+    constexpr qsizetype mostShown = 4000; // wider than any screen, and shaped for each frame
+    const QString text = index.data().toString().left(mostShown);
     if (text.contains(u'\n')) { // such a cell is rare, and the style knows what to show of it
         QStyledItemDelegate::paint(painter, option, index);
         return;

@@ -33,7 +33,7 @@ void GlyphsAhead::loadNext()
         return;
     }
     // Glyphs are kept for the size that they are painted in; what of them is inside the picture does not matter.
-    QImage picture(QSize(64, 64), QImage::Format_ARGB32_Premultiplied);
+    QImage picture(QSize(64, 64), QImage::Format_RGB32); // as opaque as a window, whose glyphs may be others
     picture.setDevicePixelRatio(m_widget.devicePixelRatio());
     picture.fill(Qt::white);
     QPainter painter(&picture);
