@@ -263,10 +263,12 @@ private Q_SLOTS:
         const QString data = m_desktop.folder() + QStringLiteral("/backups");
         const auto a = record("{'firstName':'A'}");
         const auto b = record("{'firstName':'B'}");
-        QVERIFY(open(book)->commit({{u("u"), nullptr, a}}));
+        const auto begun = open(book)->commit({{u("u"), nullptr, a}});
+        QVERIFY2(begun, begun ? "" : qPrintable(begun.error().text));
         for (int run = 0; run < 12; ++run) {
             const auto store = std::move(*EdsStore::open({book, data, 20s}));
-            QVERIFY(store->commit({{u("u"), run % 2 ? b : a, run % 2 ? a : b}}));
+            const auto saved = store->commit({{u("u"), run % 2 ? b : a, run % 2 ? a : b}});
+            QVERIFY2(saved, saved ? "" : qPrintable(saved.error().text));
             QVERIFY(store->commit({{u("v") + QString::number(run), nullptr, a}}));
         }
         const QStringList backups = files(data, QStringLiteral("*.vcf"));
@@ -314,7 +316,8 @@ private Q_SLOTS:
         const auto store = open(book);
         const auto a = record("{'firstName':'A'}");
         const auto b = record("{'firstName':'B'}");
-        QVERIFY(store->commit({{u("gone"), nullptr, a}}));
+        const auto begun = store->commit({{u("gone"), nullptr, a}});
+        QVERIFY2(begun, begun ? "" : qPrintable(begun.error().text));
         int whole = 0;
         int none = 0;
         for (int round = 0; round < 8; ++round) {

@@ -98,21 +98,38 @@ void BookObject::unsubscribe()
         g_bus_unwatch_name(std::exchange(m_watch, 0U));
 }
 
-QByteArray BookObject::revision(GError **error) const
+GVariant *BookObject::property(const char *name, GError **error) const
 {
     if (m_path.isEmpty())
-        return {};
+        return nullptr;
     GVariant *answer = g_dbus_connection_call_sync(m_connection, m_name.constData(), m_path.constData(),
-        "org.freedesktop.DBus.Properties", "Get", g_variant_new("(ss)", kAddressBookBusName, "Revision"),
+        "org.freedesktop.DBus.Properties", "Get", g_variant_new("(ss)", kAddressBookBusName, name),
         G_VARIANT_TYPE("(v)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, m_guard->beginCall(), error);
     if (!answer)
-        return {};
+        return nullptr;
     GVariant *value = nullptr;
     g_variant_get(answer, "(v)", &value);
+    g_variant_unref(answer);
+    return value;
+}
+
+QByteArray BookObject::revision(GError **error) const
+{
+    GVariant *value = property("Revision", error);
+    if (!value)
+        return {};
     QByteArray text(g_variant_is_of_type(value, G_VARIANT_TYPE_STRING) ? g_variant_get_string(value, nullptr) : "");
     g_variant_unref(value);
-    g_variant_unref(answer);
     return text;
+}
+
+bool BookObject::isWritable() const
+{
+    GVariant *value = property("Writable", nullptr);
+    const bool isTrue = value && g_variant_is_of_type(value, G_VARIANT_TYPE_BOOLEAN) && g_variant_get_boolean(value);
+    if (value)
+        g_variant_unref(value);
+    return isTrue;
 }
 
 std::vector<QByteArray> BookObject::texts(GError **error) const

@@ -34,10 +34,14 @@ public:
     QByteArray revision(GError **error) const;
     /// Everybody's cards, in one answer; @p error is set when it did not come. Only where isThere().
     std::vector<QByteArray> texts(GError **error) const;
+    /// Whether the daemon says so; false where it does not answer.
+    bool isWritable() const;
     /// Called whenever the revision may have changed, and when the daemon is gone; an empty one for no more calls.
     void setListener(std::function<void()> listener);
 
 private:
+    /// Its value; null where there is none, with an error where the daemon did not say.
+    struct _GVariant *property(const char *name, GError **error) const; // NOLINT(bugprone-reserved-identifier)
     void subscribe();
     void unsubscribe();
 

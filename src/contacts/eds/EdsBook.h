@@ -55,6 +55,8 @@ public:
     const EdsSource &source() const { return m_source; }
     /// As the daemon says now; a book may become so while it is open. False while not connected.
     bool isReadOnly() const;
+    /// Asks the daemon where that says so: what libebook knows may be late in a book that was opened just now.
+    bool refusesChanges() const { return isReadOnly() && !m_object.isWritable(); }
     /// Whether the last Unavailable was a silence: what was asked for may still be done.
     bool hasTimedOut() const { return m_hasTimedOut; }
     /// How many cards a change should hold: a daemon writes those of a server's book one by one, and goes on with them

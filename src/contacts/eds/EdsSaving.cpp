@@ -142,7 +142,7 @@ Result<void> EdsSession::commit(const std::vector<RecordChange> &changes)
 {
     if (auto opened = open(); !opened)
         return opened;
-    if (isReadOnly())
+    if (m_book.refusesChanges())
         return Error{ErrorKind::ReadOnly, source().name % QStringLiteral(": this address book cannot be changed")};
     if (auto settled = settleUnfinished(); !settled)
         return settled;
