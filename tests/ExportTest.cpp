@@ -297,20 +297,54 @@ private Q_SLOTS:
 
     void textsOfAnyLengthBecomeUtf8()
     {
-        for (qsizetype size = 0; size < 14; ++size) {
+        for (qsizetype size = 0; size < 44; ++size) {
             for (qsizetype at = 0; at <= size; ++at) {
-                QString text = u("\x7f"
-                                 "bcdefghijklm")
-                                   .first(std::min<qsizetype>(size, 13));
-                if (at < text.size())
+                QString text;
+                for (qsizetype i = 0; i < size; ++i)
+                    text += QChar(char16_t(0x7f - i));
+                if (at < size)
                     text[at] = QChar(0x80 << at % 8);
-                FailingBuffer target(100);
+                FailingBuffer target(200);
                 Utf8Output output(target);
                 output.write(text);
                 QVERIFY(output.finish());
                 QCOMPARE(target.data(), text.toUtf8());
             }
         }
+    }
+
+    void fullNamesAreWrittenAsTheyAreMade()
+    {
+        constexpr TextTableStyle kStyle{"<", ">", "<", ">", "-"};
+        const ExportColumns columns{{u("N"), Field::Note}, {u("F"), Field::FullName}, {u("L"), Field::LastName}};
+        const QString face = u("😀");
+        PersonRows rows;
+        QByteArray expected = "<N><F><L>\n";
+        const auto add = [&](const QString &first, const QString &last, const QByteArray &line) {
+            PersonRecord record;
+            if (!first.isNull())
+                record.setText(kABFirstNameProperty, first);
+            if (!last.isNull())
+                record.setText(kABLastNameProperty, last);
+            const auto person =
+                std::make_shared<ABPerson>(QString::number(rows.size()), std::make_shared<PersonRecord>(record));
+            rows.push_back(std::make_shared<PersonDictionary>(prasePerson(person, DictionaryForm::Table)));
+            expected += line;
+        };
+        add(u("Åsa"), u("Öst"), "-<ÅsaÖst><Öst>\n");
+        add({}, u("Öst"), "-<(null)Öst><Öst>\n");
+        add(u("Bo"), {}, "-<Bo(null)>-\n");
+        add(u(""), u(""), "-<><>\n");
+        add(face.first(1), face.last(1), "-<😀><\uFFFD>\n"); // joined, two halves are one
+        auto edited = *rows.front();
+        edited.setValue(u("New"), Field::FullName);
+        rows.push_back(std::make_shared<PersonDictionary>(edited));
+        expected += "-<New><Öst>\n";
+        rows.push_back(rows[1]);
+        expected += "-<(null)Öst><Öst>\n";
+        FailingBuffer target(1000);
+        QVERIFY(writeTextTable(target, rows, columns, kStyle));
+        QCOMPARE(target.data(), expected);
     }
 
     void rowsAreMadeInBlocksAndWrittenInOrder_data()

@@ -88,14 +88,13 @@ void RowTexts::read(const PersonDictionary &row)
         m_texts[static_cast<std::size_t>(field)] = nullptr;
     m_present.clear();
     for (const auto &entry : row.entries()) {
-        m_texts[static_cast<std::size_t>(entry.field())] = textOf(row, entry);
+        const QString *text = row.keptText(entry);
+        if (!text) {
+            QString &made = entry.field() == Field::Birthday ? m_birthday : m_fullName;
+            made = row.text(entry);
+            text = &made;
+        }
+        m_texts[static_cast<std::size_t>(entry.field())] = text;
         m_present.push_back(entry.field());
     }
-}
-
-const QString *RowTexts::made(const PersonDictionary &row, const PersonDictionary::Entry &entry)
-{
-    QString &text = entry.field() == Field::Birthday ? m_birthday : m_fullName;
-    text = row.text(entry);
-    return &text;
 }

@@ -36,12 +36,6 @@ class RowTexts
 public:
     /// @p row must stay while its texts are read.
     void read(const PersonDictionary &row);
-    /// The text of one of its entries, without reading the row; valid until the next row.
-    const QString *textOf(const PersonDictionary &row, const PersonDictionary::Entry &entry)
-    {
-        const QString *kept = row.keptText(entry);
-        return kept ? kept : made(row, entry);
-    }
 
     /// Valid until the next read(); null where the row has no value. A birthday is YYYY-MM-DD.
     const QString *at(std::optional<Field> field) const
@@ -50,8 +44,6 @@ public:
     }
 
 private:
-    const QString *made(const PersonDictionary &row, const PersonDictionary::Entry &entry);
-
     std::array<const QString *, kFieldCount> m_texts{};
     std::vector<Field> m_present; // what to forget before the next row
     QString m_birthday;

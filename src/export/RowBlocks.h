@@ -11,7 +11,7 @@
 class QIODevice;
 
 /// Writes the text of many rows to @p target in their order. @p make turns some rows that follow one another into text;
-/// it is called on as many threads at a time as the machine has processors. Holds a few hundred rows' text a thread,
-/// however many rows there are. After a write that failed nothing more is made.
+/// it is called on as many threads at a time as the machine has processors, and one of them at a time writes. Holds
+/// the text of a few thousand rows, however many there are. After a write that failed nothing more is begun.
 Result<void> writeRowBlocks(QIODevice &target, std::span<const PersonRow> rows,
     const std::function<void(Utf8Buffer &text, std::span<const PersonRow> block)> &make);

@@ -32,6 +32,7 @@ void fetchAhead(std::span<const PersonRow> rows, std::size_t current)
     if (current + kEntriesAhead < rows.size()) {
         const auto entries = rows[current + kEntriesAhead]->entries();
         fetch(entries.data(), entries.size_bytes());
+        __builtin_prefetch(rows[current + kEntriesAhead]->names()); // for full names
     }
     if (current + kTextsAhead < rows.size()) {
         const PersonDictionary &row = *rows[current + kTextsAhead];
