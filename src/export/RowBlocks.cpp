@@ -18,7 +18,7 @@ constexpr std::size_t kMaxThreads = 8; // from there on the target is what takes
 constexpr std::size_t kSpareBlocks = 6; // so that nobody waits for a thread that the system holds up
 
 /// The work of all threads: each makes one block after another, and who ends the one that is next writes what is ready.
-/// So none has to be woken for a block, which takes longer than to make it.
+/// So no thread has to be woken for a block: that takes longer than making one.
 class BlockWork
 {
 public:
@@ -29,7 +29,8 @@ public:
         , m_rows(rows)
         , m_make(make)
         , m_count((rows.size() + kRowsInBlock - 1) / kRowsInBlock)
-        , m_threads(std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, std::min(m_count, kMaxThreads)))
+        , m_threads(std::max<std::size_t>(
+              1, std::min<std::size_t>({std::thread::hardware_concurrency(), m_count, kMaxThreads})))
         , m_blocks(m_threads + kSpareBlocks)
     { }
 
