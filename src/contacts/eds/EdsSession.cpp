@@ -4,13 +4,11 @@
 
 #include "contacts/eds/EdsHistory.h"
 #include "contacts/eds/EdsLog.h"
+#include "contacts/eds/PageReader.h"
 #include "contacts/eds/StoredCard.h"
 
 #include <algorithm>
-#include <deque>
-#include <future>
 #include <iterator>
-#include <thread>
 
 namespace {
 
@@ -19,50 +17,6 @@ constexpr qint64 kMostBytesInOneAnswer = qint64(64) * 1024 * 1024;
 constexpr std::size_t kMostInOneAnswer = 20'000;
 /// Read into records by one thread: some for each processor, and few enough to tell of progress often.
 constexpr std::ptrdiff_t kCardsTogether = 500;
-
-/// Reads pages of cards into records, on all processors and while the daemon puts the next page together.
-class PageReader
-{
-public:
-    void add(std::vector<EdsBook::Card> page)
-    {
-        if (m_underWay.size() >= std::max(2U, std::thread::hardware_concurrency()))
-            takeFirst();
-        m_underWay.push_back(std::async(std::launch::async, [cards = std::move(page)]() mutable {
-            std::ranges::sort(cards, {}, &EdsBook::Card::uid);
-            auto records = StoredCard::read(cards);
-            return Page{std::move(cards), std::move(records)};
-        }));
-    }
-    void finish()
-    {
-        while (!m_underWay.empty())
-            takeFirst();
-    }
-
-    std::vector<StoredRecord> people;
-    QHash<QByteArray, std::size_t> seen; // digests by uid
-
-private:
-    struct Page
-    {
-        std::vector<EdsBook::Card> cards;
-        std::vector<StoredCard::Read> records;
-    };
-    void takeFirst()
-    {
-        const auto [cards, records] = m_underWay.front().get();
-        m_underWay.pop_front();
-        for (std::size_t i = 0; i < cards.size(); ++i) {
-            if (!records[i].record)
-                continue;
-            seen.insert(cards[i].uid, records[i].digest);
-            people.push_back({QString::fromUtf8(cards[i].uid), records[i].record});
-        }
-    }
-
-    std::deque<std::future<Page>> m_underWay;
-};
 
 } // namespace
 
@@ -195,11 +149,11 @@ Result<std::vector<StoredRecord>> EdsSession::loadAll(const AddressBookStore::Lo
     };
     if (auto read = readBook(take, total); !read)
         return read.error();
-    pages.finish();
-    m_seen = std::move(pages.seen);
+    auto book = pages.finish();
+    m_seen = std::move(book.seen);
     m_seenRevision = *revision;
     m_mustList = false;
-    return std::move(pages.people);
+    return std::move(book.people);
 }
 
 Result<std::vector<OutsideChange>> EdsSession::takeChangesFromOutside()
