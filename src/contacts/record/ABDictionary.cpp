@@ -17,11 +17,11 @@ const QString *ABDictionary::valueForKey(ABKey key) const
     return found == m_entries.end() ? nullptr : &found->second;
 }
 
-void ABDictionary::setValue(const QString &value, ABKey forKey)
+void ABDictionary::setValue(QString value, ABKey forKey)
 {
     const auto place = std::ranges::lower_bound(m_entries, forKey, {}, &Entry::first);
     if (place != m_entries.end() && place->first == forKey)
-        place->second = value;
+        place->second = std::move(value);
     else
-        m_entries.emplace(place, forKey, value);
+        m_entries.emplace(place, forKey, std::move(value));
 }

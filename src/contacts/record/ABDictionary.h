@@ -20,7 +20,9 @@ public:
 
     /// The text of @p key, valid as long as the dictionary is unchanged; nullptr when the key is missing.
     const QString *valueForKey(ABKey key) const;
-    void setValue(const QString &value, ABKey forKey);
+    void setValue(QString value, ABKey forKey);
+    /// So many texts get their place at once.
+    void reserve(std::size_t count) { m_entries.reserve(count); }
     bool isEmpty() const { return m_entries.empty(); }
 
     /// In the order of ABKey.

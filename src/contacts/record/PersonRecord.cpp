@@ -61,14 +61,14 @@ const std::vector<KeptLine> &PersonRecord::keptLines() const
     return m_keptLines ? *m_keptLines : none;
 }
 
-void PersonRecord::setText(ABProperty property, const QString &text)
+void PersonRecord::setText(ABProperty property, QString text)
 {
-    m_texts[static_cast<std::size_t>(property)] = text.isNull() ? QStringLiteral("") : text;
+    m_texts[static_cast<std::size_t>(property)] = text.isNull() ? QStringLiteral("") : std::move(text);
 }
 
-void PersonRecord::setMultiValue(ABProperty property, const ABMultiValue &value)
+void PersonRecord::setMultiValue(ABProperty property, ABMultiValue value)
 {
-    m_multiValues[multiSlot(property)] = value;
+    m_multiValues[multiSlot(property)] = std::move(value);
     m_presentMultiValues.set(multiSlot(property));
 }
 

@@ -56,8 +56,8 @@ public:
     const std::vector<KeptLine> &keptLines() const;
 
     /// A null text counts as an empty one.
-    void setText(ABProperty property, const QString &text);
-    void setMultiValue(ABProperty property, const ABMultiValue &value);
+    void setText(ABProperty property, QString text);
+    void setMultiValue(ABProperty property, ABMultiValue value);
     /// @p date must be valid and of the years 1 to 9999.
     void setBirthday(QDate date) { m_birthday = date; }
     void setFlags(qint64 flags) { m_flags = flags; }

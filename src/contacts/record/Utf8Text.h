@@ -13,6 +13,8 @@ inline QString textOfUtf8(std::string_view utf8)
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     if (utf8.empty())
         return QStringLiteral("");
-    const QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-    return utf8.starts_with(kByteOrderMark) ? QChar(QChar::ByteOrderMark) + text : text;
+    QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    if (utf8.starts_with(kByteOrderMark))
+        text.prepend(QChar(QChar::ByteOrderMark));
+    return text;
 }

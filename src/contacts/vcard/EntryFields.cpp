@@ -122,6 +122,7 @@ bool readAddress(CardDraft &draft, const ContentLine &line)
     const std::string_view postBox = takePart(rest);
     const std::string_view extended = takePart(rest);
     ABDictionary address;
+    address.reserve(keys.size() + 1); // with the country code
     for (const ABKey key : keys) {
         const std::string_view part = takePart(rest);
         if (part.empty())
