@@ -18,7 +18,7 @@ constexpr std::size_t kMaxThreads = 8; // from there on the target is what takes
 constexpr std::size_t kSpareBlocks = 6; // so that nobody waits for a thread that the system holds up
 
 /// The work of all threads: each makes one block after another, and who ends the one that is next writes what is ready.
-/// So no thread has to be woken for a block: that takes longer than making one.
+/// Threads that were started, or woken, for each block kept hardly more than one processor busy.
 class BlockWork
 {
 public:
