@@ -1,13 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/eds/EdsStore.h"
+#include "contacts/eds/BookFile.h"
 #include "contacts/eds/EdsSession.h"
 #include "contacts/eds/StoredCard.h"
 #include "contacts/open/OpenStore.h"
+#include "support/LogCapture.h"
 #include "support/PrivateDesktop.h"
+#include "support/SqlQuestion.h"
 #include "support/TestPeople.h"
 
 #include <QDir>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <csignal>
@@ -75,6 +79,26 @@ private:
     static QByteArray cardOf(QByteArray lines)
     {
         return "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:u\r\n" + lines.replace('|', "\r\n") + "\r\nEND:VCARD\r\n";
+    }
+
+    /// The daemon's file of a book.
+    static QString fileOf(const QString &book)
+    {
+        return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+            + QStringLiteral("/evolution/addressbook/%1/contacts.db").arg(book);
+    }
+
+    /// From now on, until it saves again, the daemon calls the book's state otherwise than its file does.
+    static bool setOtherStateInFile(const QString &book)
+    {
+        return askSql(fileOf(book), "UPDATE keys SET value = 'x' WHERE key = 'revision'").isEmpty();
+    }
+
+    /// Breaks the page that the byte @p at is in, on the disk only: the daemon holds in its memory what it has read.
+    static bool damage(QFile &file, qsizetype at)
+    {
+        constexpr qsizetype kPage = 4096;
+        return at > kPage && file.seek(at / kPage * kPage) && file.putChar('\x7F');
     }
 
     static QStringList files(const QString &folder, const QString &pattern)
@@ -203,9 +227,14 @@ private Q_SLOTS:
         QVERIFY(other.write("l", cardOf("FN:L|X-EVOLUTION-LIST:TRUE|EMAIL:a@b")));
         QVERIFY(mine->takeChangesFromOutside()->empty());
         QCOMPARE(mine->loadAll()->size(), std::size_t(2));
-        // A uid that reads as another one belongs to a person nevertheless.
-        QVERIFY(other.write("b ", cardOf("N:;Blank;;;").replace("UID:u", "UID:b ")));
-        QVERIFY(personOf(*mine, u("b ")));
+        // The daemon's name for somebody may be less than what stands in the card.
+        QVERIFY(other.write("b", cardOf("N:;Blank;;;").replace("UID:u", "UID:b ")));
+        for (const bool isAsked : {false, true}) {
+            QVERIFY(!isAsked || setOtherStateInFile(book));
+            QVERIFY(personOf(*mine, u("b")));
+        }
+        QVERIFY(mine->commit({{u("b"), personOf(*mine, u("b")), nullptr}}));
+        QVERIFY(!personOf(*mine, u("b")));
     }
 
     void manyPeople()
@@ -225,16 +254,19 @@ private Q_SLOTS:
         }
         QVERIFY(store->takeChangesFromOutside()->size() <= changes.size());
 
-        std::vector<qint64> seen;
-        store->setLoadProgress([&seen](qint64 done, qint64 total) {
-            if (done != 0 && (seen.empty() || seen.back() != done)) // a slow daemon has it told again
-                seen.push_back(done);
-            return total == 1200 || done == 0;
-        });
-        QCOMPARE(store->loadAll()->size(), changes.size());
-        QCOMPARE(seen, (std::vector<qint64>{500, 1000, 1200}));
-        store->setLoadProgress([](qint64 done, qint64) { return done < 1000; });
-        QCOMPARE(store->loadAll().error().kind, ErrorKind::Cancelled);
+        for (const bool isAsked : {false, true}) { // the daemon, instead of its file
+            QVERIFY(!isAsked || setOtherStateInFile(book));
+            std::vector<qint64> seen;
+            store->setLoadProgress([&seen](qint64 done, qint64 total) {
+                if (done != 0 && (seen.empty() || seen.back() != done)) // a slow daemon has it told again
+                    seen.push_back(done);
+                return total == 1200 || done == 0;
+            });
+            QCOMPARE(store->loadAll()->size(), changes.size());
+            QCOMPARE(seen, (std::vector<qint64>{500, 1000, 1200}));
+            store->setLoadProgress([](qint64 done, qint64) { return done < 1000; });
+            QCOMPARE(store->loadAll().error().kind, ErrorKind::Cancelled);
+        }
         store->setLoadProgress({});
         for (auto &change : changes) {
             change.before = std::exchange(change.after, nullptr);
@@ -255,6 +287,88 @@ private Q_SLOTS:
         QVERIFY2(people, people ? "" : qPrintable(people.error().text));
         QCOMPARE(people->size(), std::size_t(24));
         QCOMPARE(people->back().record->text(ABProperty::Note)->size(), note.size());
+        QVERIFY(setOtherStateInFile(book)); // by the bus
+        const auto asked = store->loadAll();
+        QVERIFY2(asked, asked ? "" : qPrintable(asked.error().text));
+        QCOMPARE(asked->size(), std::size_t(24));
+        QCOMPARE(asked->back().record->text(ABProperty::Note)->size(), note.size());
+    }
+
+    /// A local book is read from its file where that can be, else the daemon is asked. Both have to say the same.
+    void theFileSaysWhatTheDaemonSays()
+    {
+        const QString book = newBook();
+        OtherProgram other(book);
+        const QByteArray picture = "PHOTO;ENCODING=b;TYPE=JPEG:/9j/4AAQ";
+        QVERIFY(other.write("a", cardOf("N:A;;;;|TEL;TYPE=HOME:030 / 12|" + picture).replace("UID:u", "UID:a")));
+        QVERIFY(other.write("l", cardOf("FN:All|X-EVOLUTION-LIST:TRUE|EMAIL:a@b.c").replace("UID:u", "UID:l")));
+        std::vector<RecordChange> changes;
+        for (int i = 0; i < 1200; ++i)
+            changes.push_back({QStringLiteral("p%1").arg(i, 4, 10, QChar(u'0')), nullptr,
+                record("{'firstName':'" + QByteArray::number(i) + "','note':'" + QByteArray(300, 'x') + "'}")});
+        const auto store = open(book);
+        QVERIFY(store->commit(changes));
+        QString log;
+        const auto load = [&] {
+            const LogCapture lines;
+            auto people = store->loadAll();
+            log = lines.of(u("peoplenook.eds")).join(u'\n');
+            return people ? *people : std::vector<StoredRecord>();
+        };
+        std::vector<StoredRecord> fromFile;
+        QTRY_VERIFY2((fromFile = load(), log.isEmpty()), qPrintable(log)); // the daemon may tell its state a bit later
+        QCOMPARE(fromFile.size(), changes.size() + 1);
+        QVERIFY(fromFile.front().record->imageData());
+        const auto isTheSame = [&fromFile](const std::vector<StoredRecord> &people) {
+            return std::ranges::equal(people, fromFile, [](const StoredRecord &one, const StoredRecord &another) {
+                return one.uid == another.uid && *one.record == *another.record;
+            });
+        };
+
+        QFile file(fileOf(book));
+        QVERIFY(file.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+        const QByteArray whole = file.readAll();
+        QVERIFY(damage(file, whole.indexOf("UID:p0700\r\n")));
+        QVERIFY(isTheSame(load()));
+        QVERIFY2(log.contains(u("cannot be read on")), qPrintable(log));
+        QVERIFY(file.seek(0) && file.write(whole) == whole.size());
+
+        QVERIFY(setOtherStateInFile(book));
+        QVERIFY(isTheSame(load()));
+        QVERIFY2(log.contains(u("is of x and the book of")), qPrintable(log));
+
+        // What was taken from the file is no change when the daemon says it.
+        const auto first = open(book);
+        QVERIFY(other.write("a", other.text("a").replace("TEL", "NOTE:Called\r\nTEL"))); // the file is right again
+        QCOMPARE(first->loadAll()->size(), fromFile.size());
+        QVERIFY(other.write("a", other.text("a").replace("Called", "Met")));
+        QVERIFY(setOtherStateInFile(book));
+        const auto changed = first->takeChangesFromOutside();
+        QVERIFY(changed);
+        QCOMPARE(changed->size(), std::size_t(1));
+        QCOMPARE(*changed->front().now->text(ABProperty::Note), u("Met"));
+    }
+
+    void filesThatAreNotRead()
+    {
+        const QString path = m_desktop.folder() + QStringLiteral("/some.db");
+        const auto isRead = [&path] { return BookFile::open(path, "r") != nullptr; };
+        QVERIFY(!isRead());
+        QVERIFY(!QFile::exists(path));
+        const char *tables = "CREATE TABLE keys (key, value, folder_id);"
+                             "INSERT INTO keys VALUES ('revision', 'r', 'folder_id');"
+                             "CREATE TABLE folder_id (uid, vcard);";
+        QCOMPARE(askSql(path, tables), QStringList());
+        QVERIFY(isRead());
+        QVERIFY(!BookFile::open(path, "s"));
+        QVERIFY(!BookFile::open(path, ""));
+        QVERIFY(!BookFile::open({}, "r"));
+        QCOMPARE(askSql(path, "INSERT INTO folder_id VALUES ('a', 'card'), ('b', NULL)"), QStringList());
+        const auto file = BookFile::open(path, "r");
+        QCOMPARE(file->count(), std::size_t(2));
+        QCOMPARE(file->next(1)->front().text, QByteArray("card"));
+        QVERIFY(!file->next(1));
+        QCOMPARE(askSql(path, "ALTER TABLE folder_id RENAME vcard TO text"), QStringList({u("database is locked")}));
     }
 
     void backupsComeBeforeTheFirstChange()

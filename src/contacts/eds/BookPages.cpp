@@ -21,7 +21,10 @@ QByteArray plainUid(std::string_view text)
     std::string_view uid = text.substr(begin, end - begin);
     if (uid.ends_with('\r'))
         uid.remove_suffix(1);
-    if (uid.find('\\') != std::string_view::npos)
+    // Such as the daemon reads otherwise: escaped, or with blanks, which it takes off.
+    const bool isPlain = uid.find('\\') == std::string_view::npos
+        && (uid.empty() || (!g_ascii_isspace(uid.front()) && !g_ascii_isspace(uid.back())));
+    if (!isPlain)
         return {};
     return {uid.data(), qsizetype(uid.size())};
 }

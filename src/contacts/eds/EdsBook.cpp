@@ -5,7 +5,7 @@
 #include "contacts/eds/BookErrors.h"
 #include "contacts/eds/BookPages.h"
 
-#include <QFileInfo>
+#include <QFile>
 
 #include <algorithm>
 #include <array>
@@ -204,8 +204,7 @@ Result<void> EdsBook::connect()
     m_sourceUid = m_source.uid.toUtf8(); // another book may become the default one meanwhile
     GError *error = nullptr;
     m_isLocal = isKeptHere(source.get());
-    // Not connect_direct: it reads a local book from its file, but with the daemon's own modules in this process, which
-    // leak with each connection, and saves a tenth of the time only.
+    // Not connect_direct, which has its price: see BookFile.
     m_client = e_book_client_connect_sync(source.get(), kNoWait, m_guard->beginCall(), &error);
     if (!m_client)
         return takeError(error, "cannot be opened");
@@ -215,7 +214,8 @@ Result<void> EdsBook::connect()
 
 bool EdsBook::isReadOnly() const
 {
-    return m_client && e_client_is_readonly(E_CLIENT(m_client)) != FALSE;
+    // The daemon is asked where libebook says so, which may be late in a book that was opened just now.
+    return m_client && e_client_is_readonly(E_CLIENT(m_client)) && !m_object.isWritable();
 }
 
 Result<QByteArray> EdsBook::revision()
@@ -251,14 +251,13 @@ Result<std::vector<QByteArray>> EdsBook::uids()
     return uids;
 }
 
-qint64 EdsBook::mostBytes() const
+QString EdsBook::file() const
 {
-    // The daemon keeps the cards of a local book as they are in this file, and their pictures beside it.
+    if (!m_isLocal)
+        return {};
     constexpr auto builtIn = "system-address-book";
     const QString folder = m_sourceUid == builtIn ? QStringLiteral("system") : QString::fromUtf8(m_sourceUid);
-    const QFileInfo file(
-        QStringLiteral("%1/addressbook/%2/contacts.db").arg(QFile::decodeName(e_get_user_data_dir()), folder));
-    return m_isLocal && file.isFile() ? file.size() : -1;
+    return QStringLiteral("%1/addressbook/%2/contacts.db").arg(QFile::decodeName(e_get_user_data_dir()), folder);
 }
 
 Result<std::vector<EdsBook::Card>> EdsBook::allCards()

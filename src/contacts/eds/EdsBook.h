@@ -55,8 +55,6 @@ public:
     const EdsSource &source() const { return m_source; }
     /// As the daemon says now; a book may become so while it is open. False while not connected.
     bool isReadOnly() const;
-    /// Asks the daemon where that says so: what libebook knows may be late in a book that was opened just now.
-    bool refusesChanges() const { return isReadOnly() && !m_object.isWritable(); }
     /// Whether the last Unavailable was a silence: what was asked for may still be done.
     bool hasTimedOut() const { return m_hasTimedOut; }
     /// How many cards a change should hold: a daemon writes those of a server's book one by one, and goes on with them
@@ -67,9 +65,9 @@ public:
     /// What is returned where whoever waits has given up.
     Error givenUp() const;
 
-    /// No fewer than everybody's cards have together; -1 where that cannot be told without asking for them. Costs
-    /// nothing. Once connected.
-    qint64 mostBytes() const;
+    /// The file in which the daemon keeps a book of its own, its pictures beside it; empty for a copy of a server's
+    /// book. Once connected.
+    QString file() const;
     /// Everybody's cards, in no order, in one answer: only for a book whose text one message of the bus can hold.
     Result<std::vector<Card>> allCards();
     /// The cards of at most kPageSize uids, in no order; those that are not there are left out.

@@ -142,7 +142,7 @@ Result<void> EdsSession::commit(const std::vector<RecordChange> &changes)
 {
     if (auto opened = open(); !opened)
         return opened;
-    if (m_book.refusesChanges())
+    if (m_book.isReadOnly())
         return Error{ErrorKind::ReadOnly, source().name % QStringLiteral(": this address book cannot be changed")};
     if (auto settled = settleUnfinished(); !settled)
         return settled;
@@ -208,7 +208,8 @@ Result<void> EdsSession::backUp()
         return true;
     };
     std::size_t total = 0;
-    auto done = readBook(take, total);
+    const auto revision = m_book.revision();
+    auto done = revision ? readBook(*revision, take, total) : Result<void>(revision.error());
     if (done && !cards.isEmpty()) {
         const QString folder = m_dataFolder % QStringLiteral("/backups");
         const QString time = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'hhmmss.zzz'Z'"));

@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/eds/EdsSession.h"
 
+#include "contacts/eds/BookFile.h"
 #include "contacts/eds/EdsHistory.h"
 #include "contacts/eds/EdsLog.h"
 #include "contacts/eds/PageReader.h"
 #include "contacts/eds/StoredCard.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 #include <iterator>
@@ -16,7 +19,7 @@ namespace {
 constexpr qint64 kMostBytesInOneAnswer = qint64(64) * 1024 * 1024;
 constexpr std::size_t kMostInOneAnswer = 20'000;
 /// Read into records by one thread: some for each processor, and few enough to tell of progress often.
-constexpr std::ptrdiff_t kCardsTogether = 500;
+constexpr std::size_t kCardsTogether = 500;
 
 } // namespace
 
@@ -86,13 +89,35 @@ Result<std::vector<QByteArray>> EdsSession::uidsInOrder()
     return uids;
 }
 
-Result<void> EdsSession::readBook(const TakeCards &take, std::size_t &total)
+Result<void> EdsSession::readBook(const QByteArray &revision, const TakeCards &take, std::size_t &total)
+{
+    auto file = BookFile::open(m_book.file(), revision);
+    if (!file)
+        return askForBook(take, total);
+    total = file->count();
+    QByteArray last;
+    while (auto page = file->next(kCardsTogether)) {
+        if (page->empty())
+            return {};
+        last = page->back().uid;
+        if (!take(*page))
+            return m_book.givenUp();
+    }
+    file.reset(); // the daemon may want to write
+    const auto uids = uidsInOrder();
+    if (!uids)
+        return uids.error();
+    return readCards({std::ranges::upper_bound(*uids, last), uids->end()}, take);
+}
+
+Result<void> EdsSession::askForBook(const TakeCards &take, std::size_t &total)
 {
     const auto readByUids = [&](const std::vector<QByteArray> &uids) {
         total = uids.size();
         return readCards(uids, take);
     };
-    const qint64 bytes = m_book.mostBytes();
+    const QFileInfo file(m_book.file());
+    const qint64 bytes = file.isFile() ? file.size() : -1; // no fewer than the cards have together
     if (bytes < 0 || bytes > kMostBytesInOneAnswer) {
         const auto uids = uidsInOrder();
         if (!uids)
@@ -117,7 +142,7 @@ Result<void> EdsSession::takeByPages(std::vector<Card> cards, const TakeCards &t
 {
     std::ranges::sort(cards, {}, &Card::uid);
     for (auto begin = cards.begin(); begin != cards.end();) {
-        const auto end = begin + std::min(kCardsTogether, cards.end() - begin);
+        const auto end = begin + std::min(std::ptrdiff_t(kCardsTogether), cards.end() - begin);
         std::vector<Card> page{std::make_move_iterator(begin), std::make_move_iterator(end)};
         if (!take(page))
             return m_book.givenUp();
@@ -147,7 +172,7 @@ Result<std::vector<StoredRecord>> EdsSession::loadAll(const AddressBookStore::Lo
         pages.add(std::move(page));
         return !progress || progress(qint64(done), qint64(total));
     };
-    if (auto read = readBook(take, total); !read)
+    if (auto read = readBook(*revision, take, total); !read)
         return read.error();
     auto book = pages.finish();
     m_seen = std::move(book.seen);
@@ -180,7 +205,7 @@ Result<std::vector<OutsideChange>> EdsSession::takeChangesFromOutside()
         return true;
     };
     std::size_t total = 0;
-    if (auto read = readBook(take, total); !read)
+    if (auto read = readBook(*revision, take, total); !read)
         return read.error();
     for (auto it = m_seen.cbegin(); it != m_seen.cend(); ++it) {
         if (!seen.contains(it.key()))

@@ -48,8 +48,10 @@ private:
     Result<void> readCards(std::span<const QByteArray> uids, const TakeCards &take);
     Result<void> readInParts(std::span<const QByteArray> page, const TakeCards &take);
     Result<std::vector<QByteArray>> uidsInOrder();
-    /// @p total is known when the first page is taken.
-    Result<void> readBook(const TakeCards &take, std::size_t &total);
+    /// The whole book, which is of that @p revision or of a later one. @p total is known when the first page is taken.
+    Result<void> readBook(const QByteArray &revision, const TakeCards &take, std::size_t &total);
+    /// The same, without a look at its file.
+    Result<void> askForBook(const TakeCards &take, std::size_t &total);
     Result<void> takeByPages(std::vector<Card> cards, const TakeCards &take);
     Result<Texts> currentTexts(const std::vector<EdsJournal::Entry> &entries);
     Result<void> addToPlan(Plan &plan, const RecordChange &change, const QByteArray &current) const;
