@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/eds/EdsStore.h"
+#include "contacts/ABAddressBook.h"
 #include "contacts/eds/BookFile.h"
 #include "contacts/eds/EdsSession.h"
 #include "contacts/eds/StoredCard.h"
@@ -15,6 +16,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <future>
 
 using namespace std::chrono_literals;
 
@@ -553,6 +555,18 @@ private Q_SLOTS:
         ::kill(pid_t(PrivateDesktop::daemon()), SIGCONT);
         QCOMPARE(givenUp.error().kind, ErrorKind::Cancelled);
         QTRY_VERIFY(store->loadAll());
+
+        // So may whoever closes a book that is looked at.
+        const auto watched = std::move(*ABAddressBook::open(open(newBook(), 60s)));
+        watched->setChangeListener([] {});
+        ::kill(pid_t(PrivateDesktop::daemon()), SIGSTOP);
+        auto look = std::async(std::launch::async, [&watched] { return watched->refresh(); });
+        look.wait_for(300ms);
+        watched->setChangeListener({});
+        ::kill(pid_t(PrivateDesktop::daemon()), SIGCONT);
+        QCOMPARE(look.get().error().kind, ErrorKind::Cancelled);
+        watched->setChangeListener([] {});
+        QTRY_VERIFY(watched->refresh());
     }
 
     void choosing()

@@ -44,7 +44,9 @@ void OutsideWatch::look()
 {
     m_reader.start([this, book = m_book](const std::stop_token &) {
         const auto uids = book->refresh();
-        QMetaObject::invokeMethod(this, [this, uids] {
+        QMetaObject::invokeMethod(this, [this, book, uids] {
+            if (book != m_book)
+                return; // another one is watched by now
             if (!uids)
                 Q_EMIT failed(uids.error().description());
             else if (!uids->empty())

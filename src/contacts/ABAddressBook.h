@@ -75,7 +75,8 @@ public:
     /// The same for those who want the people of now; the next refresh() names the uids.
     Result<void> catchUp();
 
-    /// As AddressBookStore::setChangeListener(): whoever is called may want to refresh().
+    /// As AddressBookStore::setChangeListener(): whoever is called may want to refresh(). An empty one gives up a
+    /// refresh() that waits.
     void setChangeListener(std::function<void()> listener);
 
     // The history, as the store keeps it. These four may take as long as the store; none belongs on a main thread.

@@ -24,6 +24,8 @@ Result<void> ABAddressBook::catchUp()
 
 void ABAddressBook::setChangeListener(std::function<void()> listener)
 {
+    if (!listener)
+        m_store->giveUpLooking();
     const std::scoped_lock storeLock(m_storeMutex);
     m_store->setChangeListener(std::move(listener));
 }

@@ -49,6 +49,9 @@ public:
 
     /// What somebody else changed since loadAll() or the last call, each person once. May include changes of one's own.
     virtual Result<std::vector<OutsideChange>> takeChangesFromOutside() = 0;
+    /// Lets nobody wait for takeChangesFromOutside() any more: one that waits for somebody else ends soon, with
+    /// Cancelled, and so do later ones, until a listener is set. May be called while another call runs.
+    virtual void giveUpLooking() { }
 
     /// Has @p listener called soon after somebody, perhaps oneself, may have changed the store: on any thread, also
     /// once more after another listener was set. To be called on a thread with an event loop. A store that cannot tell

@@ -21,6 +21,7 @@ public:
     Result<std::vector<StoredRecord>> loadAll() override;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    void giveUpLooking() override { m_store->giveUpLooking(); }
     void setChangeListener(std::function<void()> listener) override { m_store->setChangeListener(std::move(listener)); }
     Result<std::vector<ChangeSummary>> history() override { return m_store->history(); }
     Result<ChangeStep> historyStep(const QString &causeId) override { return m_store->historyStep(causeId); }

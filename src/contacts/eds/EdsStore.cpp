@@ -97,11 +97,14 @@ Result<void> EdsStore::commit(const std::vector<RecordChange> &changes)
 
 Result<std::vector<OutsideChange>> EdsStore::takeChangesFromOutside()
 {
-    return onThread<std::vector<OutsideChange>>([](EdsSession &session) { return session.takeChangesFromOutside(); });
+    const auto look = [](EdsSession &session) { return session.takeChangesFromOutside(); };
+    return onThread<std::vector<OutsideChange>>(look, [this] { return m_isLooking.load(); });
 }
 
 void EdsStore::setChangeListener(std::function<void()> listener)
 {
+    if (listener)
+        m_isLooking = true;
     m_guard->run([session = m_session, listener] { session->setChangeListener(listener); });
 }
 

@@ -29,6 +29,7 @@ public:
     Result<std::vector<StoredRecord>> loadAll() override;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    void giveUpLooking() override { m_isLooking = false; }
     void setChangeListener(std::function<void()> listener) override;
     Result<std::vector<ChangeSummary>> history() override;
     Result<ChangeStep> historyStep(const QString &causeId) override;
@@ -46,6 +47,7 @@ private:
     std::shared_ptr<CallGuard> m_guard;
     std::shared_ptr<EdsSession> m_session; // shared with a job that may be left behind
     std::shared_ptr<std::atomic<bool>> m_isReadOnly = std::make_shared<std::atomic<bool>>(false);
+    std::atomic<bool> m_isLooking = true; // for changes from outside, or may do so
     QString m_name;
     QString m_sourceUid;
 };
