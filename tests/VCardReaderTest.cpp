@@ -4,6 +4,7 @@
 #include "contacts/jsonl/RecordJson.h"
 
 #include <QDir>
+#include <QRandomGenerator>
 #include <QStringEncoder>
 #include <QTest>
 
@@ -18,12 +19,11 @@ QByteArray card(std::initializer_list<const char *> lines)
     return text + "END:VCARD\r\n";
 }
 
-/// Everybody in the data, one line of JSON each, and then what went wrong, one line each.
-QByteArray summary(const QByteArray &data)
+/// Everybody whom the reader reads, one line of JSON each, and then what went wrong, one line each.
+QByteArray summaryOf(VCardReader &&reader)
 {
     static const char *const kinds[]{"lost line", "lost record", "not a person"}; // NOLINT(modernize-avoid-c-arrays)
     QByteArray text;
-    VCardReader reader(data);
     for (auto person = reader.next(); person.record; person = reader.next())
         text += QByteArray::fromStdString(recordToJson(person.uid, *person.record)) + '\n';
     for (const ImportProblem &problem : reader.takeProblems()) {
@@ -31,6 +31,14 @@ QByteArray summary(const QByteArray &data)
             + problem.reason.toUtf8() + '\n';
     }
     return text;
+}
+
+/// The same for the data; it has to be the same where each card is read by a thread of its own.
+QByteArray summary(const QByteArray &data)
+{
+    const QByteArray text = summaryOf(VCardReader(data));
+    const QByteArray inPieces = summaryOf(VCardReader(data, 1));
+    return inPieces == text ? text : "in pieces: " + inPieces + "instead of: " + text;
 }
 
 QByteArray fileContent(const QString &path)
@@ -74,6 +82,7 @@ private Q_SLOTS:
     void structure();
     void agentIsKept();
     void lineNumbers();
+    void cutsChangeNothing();
     void files_data();
     void files();
     void largeCard();
@@ -426,16 +435,41 @@ void VCardReaderTest::agentIsKept()
 void VCardReaderTest::lineNumbers()
 {
     const QByteArray text = "\n" + card({"N:a", "NOTE:b", " c", "bad"}) + card({"N:d", "bad"});
-    VCardReader reader(text);
-    QCOMPARE(reader.totalBytes(), qint64(text.size()));
-    QCOMPARE(reader.next().line, qint64(2));
-    QCOMPARE(reader.takeProblems().front().line, qint64(6));
-    QVERIFY(reader.bytesRead() > text.size() / 2 && reader.bytesRead() < reader.totalBytes());
-    QCOMPARE(reader.next().line, qint64(8));
-    QCOMPARE(reader.takeProblems().front().line, qint64(10));
-    QVERIFY(!reader.next().record);
-    QCOMPARE(reader.bytesRead(), reader.totalBytes());
-    QVERIFY(reader.takeProblems().empty());
+    for (const qsizetype piece : {text.size(), qsizetype(1)}) {
+        VCardReader reader(text, piece);
+        QCOMPARE(reader.totalBytes(), qint64(text.size()));
+        QCOMPARE(reader.next().line, qint64(2));
+        QCOMPARE(reader.takeProblems().front().line, qint64(6));
+        QVERIFY(reader.bytesRead() > text.size() / 2 && reader.bytesRead() < reader.totalBytes());
+        QCOMPARE(reader.next().line, qint64(8));
+        QCOMPARE(reader.takeProblems().front().line, qint64(10));
+        QVERIFY(!reader.next().record);
+        QCOMPARE(reader.bytesRead(), reader.totalBytes());
+        QVERIFY(reader.takeProblems().empty());
+    }
+}
+
+/// Nothing that can stand before the place where a file is cut may reach over it.
+void VCardReaderTest::cutsChangeNothing()
+{
+    const std::array<QByteArray, 24> lines{"BEGIN:VCARD", "BEGIN:VCARD", "END:VCARD", "END:VCARD",
+        "END:VCARD\nBEGIN:VCARD", "END:VCARD\r\nBEGIN:VCARD", "  BEGIN:VCARD", "  END:VCARD", "end:vcard ",
+        "\xEF\xBB\xBF"
+        "BEGIN:VCARD",
+        "AGENT:", "AGENT:BEGIN:VCARD", "BEGIN:X", "END:X", "N:a;b", "UID:c", "KIND:group",
+        "NOTE;QUOTED-PRINTABLE:a=", "PHOTO;ENCODING=b:QUJD", "QUJD", " fold", "NOTE;X=\"q", "junk", ""};
+    const std::array<QByteArray, 4> ends{"\n", "\r\n", "\r\n", "\r"};
+    QRandomGenerator random(7);
+    qsizetype people = 0;
+    for (int round = 0; round < 3'000; ++round) {
+        QByteArray text;
+        for (quint32 left = random.bounded(2U, 30U); left > 0; --left)
+            text += lines.at(random.bounded(quint32(lines.size()))) + ends.at(random.bounded(quint32(ends.size())));
+        const QByteArray read = summary(text);
+        QVERIFY2(!read.startsWith("in pieces"), (text.toPercentEncoding("\n :;=") + "\nis read " + read).constData());
+        people += read.count("{");
+    }
+    QVERIFY(people > 3'000);
 }
 
 void VCardReaderTest::files_data()

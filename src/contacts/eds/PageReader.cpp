@@ -19,7 +19,7 @@ PageReader::~PageReader()
 void PageReader::add(std::vector<EdsBook::Card> cards)
 {
     constexpr std::size_t kMostWaiting = 64; // texts of so many pages may lie about
-    const std::size_t processors = std::max(2U, std::thread::hardware_concurrency());
+    static const std::size_t processors = std::max(2U, std::thread::hardware_concurrency());
     Lock lock(m_mutex);
     m_pages.push_back({std::move(cards), {}, {}});
     if (m_threads.size() < processors - 1)

@@ -3,6 +3,7 @@
 #include "contacts/vcard/CardParts.h"
 
 #include "contacts/vcard/PlainLines.h"
+#include "contacts/vcard/TextCoding.h"
 #include "contacts/vcard/VCardReader.h"
 #include "contacts/vcard/WordTable.h"
 
@@ -68,7 +69,8 @@ PersonRecord readLines(const QByteArray &lines)
 
 CardParts::CardParts(const QByteArray &card)
 {
-    LineReader reader(card);
+    const QByteArray text = utf8FromWideData(card);
+    LineReader reader(text);
     ContentLine line;
     int begins = 0;
     int ends = 0;
@@ -88,7 +90,7 @@ CardParts::CardParts(const QByteArray &card)
         start = end;
         reader.releaseLines();
     }
-    m_isCard = begins == 1 && ends == 1 && reader.size() == card.size(); // else it was no UTF-8
+    m_isCard = begins == 1 && ends == 1 && text.size() == card.size(); // else it was no UTF-8
 }
 
 int CardParts::areaOf(ABProperty property)

@@ -68,10 +68,7 @@ void TextBuffers::clear()
 }
 
 LineReader::LineReader(const QByteArray &data)
-    : m_data(utf8FromWideData(data))
-    , m_at(m_data.constData())
-    , m_end(m_at + m_data.size())
-    , m_lineFeed(find(m_at, m_end, '\n'))
+    : m_data(data), m_at(m_data.constData()), m_end(m_at + m_data.size()), m_lineFeed(find(m_at, m_end, '\n'))
 { }
 
 bool LineReader::atFold() const

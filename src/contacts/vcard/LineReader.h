@@ -21,7 +21,7 @@ private:
 };
 
 /// Divides data into content lines: undoes folding, soft line breaks and base64 over several lines. Knows nothing of
-/// cards. Every byte is looked at a fixed number of times, whatever the data.
+/// cards. Every byte is looked at a fixed number of times, whatever the data, which is no wide text.
 class LineReader
 {
 public:
@@ -35,7 +35,7 @@ public:
     std::string &newText() { return m_buffers.add(); }
 
     qint64 bytesRead() const { return m_at - m_data.constData(); }
-    qint64 size() const { return m_data.size(); }
+    qint64 linesRead() const { return m_line; }
 
 private:
     bool atEnd() const { return m_at == m_end; }

@@ -2,189 +2,171 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/vcard/VCardReader.h"
 
-#include "contacts/vcard/CardReader.h"
-#include "contacts/vcard/WordTable.h"
+#include "contacts/vcard/CardStream.h"
+#include "contacts/vcard/TextCoding.h"
+
+#include <algorithm>
+#include <deque>
+#include <future>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <thread>
+#include <utility>
 
 namespace {
 
-constexpr std::string_view kCard = "VCARD";
-
-/// Adds a line as it was before it was parsed, escaped for a card that is the value of a line.
-void appendEscaped(std::string &out, const ContentLine &line)
+/// What a stretch of the data holds, its lines counted from its begin.
+struct Piece
 {
-    std::string text;
-    if (line.hasColon) {
-        if (!line.group.empty())
-            text.append(line.group).push_back('.');
-        text.append(line.name).append(line.params).push_back(':');
-    }
-    text += line.value;
-    for (const char c : text) {
-        if (c == '\\' || c == ',' || c == ';')
-            out.push_back('\\');
-        out.push_back(c);
-    }
-    out.push_back('\n');
+    struct Person
+    {
+        ImportedRecord imported;
+        std::size_t problems = 0; // that were met up to its end
+        qint64 bytes = 0; // up to its end
+    };
+    std::vector<Person> people;
+    std::vector<ImportProblem> problems;
+    qint64 bytes = 0;
+    qint64 lines = 0;
+};
+
+Piece readPiece(const QByteArray &data)
+{
+    Piece piece;
+    CardStream stream(data);
+    for (ImportedRecord person = stream.next(); person.record; person = stream.next())
+        piece.people.push_back({std::move(person), stream.problemCount(), stream.bytesRead()});
+    piece.problems = stream.takeProblems();
+    piece.bytes = data.size();
+    piece.lines = stream.linesRead();
+    return piece;
 }
 
-bool hasReadableLine(const std::vector<ContentLine> &lines)
+/// The first place at or after @p from where a reader may begin anew and yet reads all as if it came from before:
+/// where a card begins right after the end of another. No fold, soft break or base64 goes on over an END, and a BEGIN
+/// behind it ends whatever else is open: junk, another component, an agent without an END of its own. The end of the
+/// data where there is none.
+qsizetype placeToCut(std::string_view data, std::size_t from)
 {
-    return lines.empty()
-        || std::ranges::any_of(lines, [](const ContentLine &line) { return line.hasColon && !line.name.empty(); });
+    constexpr std::string_view begin = "\nBEGIN:VCARD";
+    constexpr std::string_view end = "\nEND:VCARD";
+    for (std::size_t at = data.find(begin, from); at != std::string_view::npos; at = data.find(begin, at + 1)) {
+        const std::string_view after = data.substr(at + begin.size(), 1);
+        std::string_view before = data.substr(0, at);
+        while (before.ends_with('\r') || before.ends_with('\n'))
+            before.remove_suffix(1);
+        if (before.ends_with(end) && (after == "\r" || after == "\n"))
+            return qsizetype(at) + 1;
+    }
+    return qsizetype(data.size());
+}
+
+/// One more than can be read at once: whoever asks is busy with what it was given.
+std::size_t mostAhead()
+{
+    static const std::size_t processors = std::max(2U, std::thread::hardware_concurrency()); // costs a system call
+    return processors + 1;
 }
 
 } // namespace
 
-/// Finds the cards among the lines.
+/// All but the last piece of the data are read ahead, on threads of their own; the last one, which is all of it where
+/// it is small or cannot be cut, as it is asked for.
 class VCardReader::Private
 {
 public:
-    explicit Private(const QByteArray &data) : lines(data) { }
+    Private(QByteArray all, qsizetype wantedPiece) : data(std::move(all)), m_wantedPiece(wantedPiece) { readAhead(); }
 
     ImportedRecord next();
 
-    LineReader lines;
+    const QByteArray data;
     std::vector<ImportProblem> problems;
+    qint64 bytesRead = 0;
 
 private:
-    bool takeLine();
-    bool findCard();
-    void passOverComponent();
-    void addJunk();
-    void reportJunk();
-    void collectLines();
-    void takeAgent(ContentLine &agent);
+    void readAhead();
+    void takeNextPiece();
+    void take(std::span<const ImportProblem> met);
+    QByteArray stretch(qsizetype begin, qsizetype end) const
+    {
+        return QByteArray::fromRawData(data.constData() + begin, end - begin);
+    }
 
-    ContentLine m_line;
-    bool m_isPushedBack = false; // m_line is to be taken again
-    qint64 m_junkLines = 0; // of the run of lines outside cards that is being passed over
-    qint64 m_junkStart = 0;
-    std::vector<ContentLine> m_card;
-    CardReader m_cardReader;
+    const qsizetype m_wantedPiece;
+    std::deque<std::future<Piece>> m_ahead; // behind m_piece
+    qsizetype m_aheadEnd = 0; // where the next piece begins
+    bool m_isCut = false; // into all its pieces
+    Piece m_piece;
+    std::size_t m_person = 0; // the next of the piece
+    std::size_t m_problem = 0; // the same
+    std::optional<CardStream> m_last; // once all others are taken
+    qint64 m_bytesBefore = 0; // the piece, or the last one
+    qint64 m_linesBefore = 0;
 };
 
-bool VCardReader::Private::takeLine()
+void VCardReader::Private::readAhead()
 {
-    return std::exchange(m_isPushedBack, false) || lines.next(m_line);
-}
-
-void VCardReader::Private::addJunk()
-{
-    if (m_junkLines++ == 0)
-        m_junkStart = m_line.number;
-}
-
-void VCardReader::Private::reportJunk()
-{
-    if (m_junkLines > 0) {
-        const QString reason = m_junkLines == 1 ? QStringLiteral("a line outside any card")
-                                                : QStringLiteral("%1 lines outside any card").arg(m_junkLines);
-        problems.push_back({ImportProblem::Kind::LostLine, m_junkStart, reason});
-    }
-    m_junkLines = 0;
-}
-
-void VCardReader::Private::passOverComponent()
-{
-    reportJunk();
-    const std::string name(trimmed(m_line.value));
-    const qint64 start = m_line.number;
-    int depth = 1;
-    while (depth > 0 && takeLine() && !m_line.isBegin(kCard)) {
-        if (m_line.isBegin(name))
-            ++depth;
-        else if (m_line.isEnd(name))
-            --depth;
-    }
-    m_isPushedBack = depth > 0 && m_line.isBegin(kCard);
-    problems.push_back({ImportProblem::Kind::LostLine, start,
-        QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())).simplified().left(40)
-            % QStringLiteral(" is not a card")});
-}
-
-bool VCardReader::Private::findCard()
-{
-    while (takeLine()) {
-        if (m_line.isBegin(kCard)) {
-            reportJunk();
-            return true;
-        }
-        if (m_line.id == CardName::Begin)
-            passOverComponent();
-        else
-            addJunk();
-        lines.releaseLines();
-    }
-    reportJunk();
-    return false;
-}
-
-void VCardReader::Private::collectLines()
-{
-    m_card.clear();
-    while (takeLine()) {
-        if (m_line.isEnd(kCard))
-            return;
-        if (m_line.id == CardName::Begin) {
-            m_isPushedBack = true;
-            return;
-        }
-        m_card.push_back(m_line);
-        if (m_line.id == CardName::Agent)
-            takeAgent(m_card.back());
+    while (!m_isCut && m_ahead.size() < mostAhead()) {
+        const qsizetype begin = m_aheadEnd;
+        m_aheadEnd = data.size() - begin > m_wantedPiece ? placeToCut(view(data), std::size_t(begin + m_wantedPiece))
+                                                         : data.size();
+        m_isCut = m_aheadEnd == data.size();
+        if (!m_isCut)
+            m_ahead.push_back(
+                std::async(std::launch::async, [piece = stretch(begin, m_aheadEnd)] { return readPiece(piece); }));
     }
 }
 
-void VCardReader::Private::takeAgent(ContentLine &agent)
+void VCardReader::Private::takeNextPiece()
 {
-    const bool beginsHere = equalsIgnoringCase(trimmed(agent.value), "BEGIN:VCARD");
-    if (!beginsHere) {
-        if (!trimmed(agent.value).empty() || !takeLine())
-            return;
-        m_isPushedBack = !m_line.isBegin(kCard);
-        if (m_isPushedBack)
-            return;
+    m_bytesBefore += m_piece.bytes;
+    m_linesBefore += m_piece.lines;
+    m_person = 0;
+    m_problem = 0;
+    if (m_ahead.empty()) {
+        m_piece = {};
+        m_last.emplace(stretch(m_bytesBefore, data.size()));
+        return;
     }
-    std::string &text = lines.newText();
-    text = "BEGIN:VCARD\n";
-    bool mayNest = false;
-    int depth = 1;
-    while (depth > 0 && takeLine()) {
-        if (m_line.isBegin(kCard) && !mayNest) {
-            m_isPushedBack = true; // an END is missing
-            break;
-        }
-        depth += m_line.isBegin(kCard) ? 1 : m_line.isEnd(kCard) ? -1 : 0;
-        mayNest = m_line.id == CardName::Agent;
-        appendEscaped(text, m_line);
-    }
-    text.pop_back();
-    agent.encoding = ContentLine::Encoding::Plain;
-    agent.value = text;
+    m_piece = m_ahead.front().get();
+    m_ahead.pop_front();
+    readAhead();
+}
+
+/// The lines of @p met count from the begin of its piece.
+void VCardReader::Private::take(std::span<const ImportProblem> met)
+{
+    for (const ImportProblem &problem : met)
+        problems.push_back({problem.kind, m_linesBefore + problem.line, problem.reason});
 }
 
 ImportedRecord VCardReader::Private::next()
 {
-    for (;;) {
-        lines.releaseLines();
-        if (!findCard())
-            return {};
-        const qint64 start = m_line.number;
-        collectLines();
-        if (!hasReadableLine(m_card)) {
-            problems.push_back({ImportProblem::Kind::LostRecord, start, QStringLiteral("a card without any property")});
+    while (!m_last) {
+        const std::span met(m_piece.problems);
+        if (m_person == m_piece.people.size()) {
+            take(met.subspan(m_problem));
+            takeNextPiece();
             continue;
         }
-        ImportedRecord imported = m_cardReader.read(m_card, lines, problems);
-        imported.line = start;
-        if (imported.record)
-            return imported;
-        problems.push_back(
-            {ImportProblem::Kind::NotAPerson, start, QStringLiteral("group \"%1\"").arg(m_cardReader.formattedName())});
+        auto &[imported, problemCount, bytes] = m_piece.people[m_person++];
+        take(met.subspan(m_problem, problemCount - m_problem));
+        m_problem = problemCount;
+        bytesRead = m_bytesBefore + bytes;
+        imported.line += m_linesBefore;
+        return std::move(imported);
     }
+    ImportedRecord imported = m_last->next();
+    take(m_last->takeProblems());
+    bytesRead = m_bytesBefore + m_last->bytesRead();
+    imported.line += m_linesBefore;
+    return imported;
 }
 
-VCardReader::VCardReader(const QByteArray &data) : d(std::make_unique<Private>(data)) { }
+VCardReader::VCardReader(const QByteArray &data, qsizetype pieceSize)
+    : d(std::make_unique<Private>(utf8FromWideData(data), pieceSize))
+{ }
 
 VCardReader::~VCardReader() = default;
 
@@ -200,10 +182,10 @@ std::vector<ImportProblem> VCardReader::takeProblems()
 
 qint64 VCardReader::bytesRead() const
 {
-    return d->lines.bytesRead();
+    return d->bytesRead;
 }
 
 qint64 VCardReader::totalBytes() const
 {
-    return d->lines.size();
+    return d->data.size();
 }
