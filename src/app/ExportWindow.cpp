@@ -24,7 +24,6 @@ ExportWindow::ExportWindow(QWidget *parent)
     , m_tableFields(new QRadioButton(tr("Only the fields that the table shows"), this))
     , m_allFields(new QRadioButton(tr("All fields"), this))
     , m_reason(new QLabel(this))
-    , m_save(nullptr)
 {
     setWindowTitle(tr("Export"));
     for (const ExportContact::Format &format : ExportContact::formats())

@@ -39,6 +39,6 @@ private:
     QRadioButton *m_tableFields;
     QRadioButton *m_allFields;
     QLabel *m_reason;
-    QPushButton *m_save;
+    QPushButton *m_save = nullptr; // made by the row of buttons
     std::function<void(const std::optional<ExportChoice> &)> m_done;
 };

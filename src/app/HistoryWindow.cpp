@@ -17,10 +17,12 @@
 #include <QTableView>
 #include <QTableWidget>
 
+#include <array>
+
 namespace {
 
 /// Titles of the columns of m_differences.
-const char *const kDifferenceTitles[] = {QT_TRANSLATE_NOOP("HistoryWindow", "What"),
+constexpr std::array kDifferenceTitles{QT_TRANSLATE_NOOP("HistoryWindow", "What"),
     QT_TRANSLATE_NOOP("HistoryWindow", "Before"), QT_TRANSLATE_NOOP("HistoryWindow", "After")};
 
 Error noAddressBook()
@@ -201,9 +203,9 @@ void HistoryWindow::showPerson(const QModelIndex &index)
     for (const RecordDifference &each : recordDifferences(change.before.get(), change.after.get())) {
         const int row = m_differences->rowCount();
         m_differences->insertRow(row);
-        const QString texts[] = {propertyTitle(each.name), shown(each.before), shown(each.after)};
-        for (int column = 0; column < int(std::size(texts)); ++column)
-            m_differences->setItem(row, column, new QTableWidgetItem(texts[column]));
+        int column = 0;
+        for (const QString &text : {propertyTitle(each.name), shown(each.before), shown(each.after)})
+            m_differences->setItem(row, column++, new QTableWidgetItem(text));
     }
 }
 

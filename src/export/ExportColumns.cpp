@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/ExportColumns.h"
 
+#include <array>
 #include <bitset>
 
 namespace {
 
-constexpr const char *kAllFields[] = {"First Name", "Last Name", "Home Email", "Work Email", "Other Email", "Mobile",
+constexpr std::array kAllFields{"First Name", "Last Name", "Home Email", "Work Email", "Other Email", "Mobile",
     "iPhone", "Main Phone", "Home Fax", "Work Fax", "Pager", "Work Phone", "Home Phone", "Home Street", "Home City",
     "Home Stat", "Home ZIP", "Home Country", "Home Country Code", "Work Street", "Work City", "Work State", "Work ZIP",
     "Work Country", "Work Country Code", "Other Street", "Other City", "Other State", "Other ZIP", "Other Country",

@@ -16,6 +16,8 @@
 #include <QElapsedTimer>
 #include <QPointer>
 
+#include <array>
+
 namespace {
 
 const QString kBaseName = QStringLiteral("/Multi-Contacts");
@@ -75,7 +77,7 @@ void logOutcome(const ExportOutcome &outcome, const QString &folder)
 
 std::span<const ExportContact::Format> ExportContact::formats()
 {
-    static const Format formats[] = {
+    static const auto formats = std::to_array<Format>({
         {QStringLiteral("Save to Excel"), QStringLiteral("excel"), kBaseName, &ExportContact::exportExcelToDesPath},
         {QStringLiteral("Save to HTML"), QStringLiteral("html"), kBaseName, &ExportContact::exportHtmlToDesPath},
         {QStringLiteral("Save to Pages"), QStringLiteral("pages"), kBaseName, &ExportContact::exportPagesToDesPath},
@@ -85,7 +87,7 @@ std::span<const ExportContact::Format> ExportContact::formats()
         {QStringLiteral("Save to Docx"), QStringLiteral("docx"), kBaseName, &ExportContact::exportDocxToDesPath},
         {QStringLiteral("Save to vCard"), QStringLiteral("vcard"), QString(), &ExportContact::exportVcfToDesPath},
         {QStringLiteral("Save to TXT"), QStringLiteral("txt"), QString(), &ExportContact::exportTxtToDesPath},
-    };
+    });
     return formats;
 }
 

@@ -34,7 +34,7 @@ public:
         for (const ExportColumn &column : columns) {
             const XmlOutput::Attributes attributes{
                 {QStringLiteral("style"), kCellStyle}, {QStringLiteral("class"), column.label.toLower()}};
-            m_cells.push_back({xml.elementStart(QStringLiteral("td"), attributes), column.field});
+            m_cells.emplace_back(xml.elementStart(QStringLiteral("td"), attributes), column.field);
         }
     }
 

@@ -8,11 +8,12 @@
 #include "export/iwa/WriteAll.h"
 
 #include <algorithm>
+#include <array>
 #include <future>
 
 namespace {
 
-constexpr std::pair<Field, ABProperty> kTexts[] = {
+constexpr auto kTexts = std::to_array<std::pair<Field, ABProperty>>({
     {Field::FirstName, kABFirstNameProperty},
     {Field::LastName, kABLastNameProperty},
     {Field::MaidenName, kABMaidenNameProperty},
@@ -23,7 +24,7 @@ constexpr std::pair<Field, ABProperty> kTexts[] = {
     {Field::Suffix, kABSuffixProperty},
     {Field::PhoneticFirstName, kABFirstNamePhoneticProperty},
     {Field::PhoneticLastName, kABLastNamePhoneticProperty},
-};
+});
 
 struct LabelledField
 {
@@ -32,21 +33,21 @@ struct LabelledField
 };
 
 // The main phone is not among them: it was always looked for under a name that no field has.
-const LabelledField kPhones[] = {
+const auto kPhones = std::to_array<LabelledField>({
     {Field::WorkPhone, kABPhoneWorkLabel},
     {Field::HomePhone, kABPhoneHomeLabel},
     {Field::Mobile, kABPhoneMobileLabel},
     {Field::HomeFax, kABPhoneHomeFAXLabel},
     {Field::WorkFax, kABPhoneWorkFAXLabel},
     {Field::Pager, kABPhonePagerLabel},
-};
+});
 
-const LabelledField kEmails[] = {
+const auto kEmails = std::to_array<LabelledField>({
     {Field::HomeEmail, kABEmailHomeLabel},
     {Field::WorkEmail, kABEmailWorkLabel},
-};
+});
 
-const LabelledField kRelatedNames[] = {
+const auto kRelatedNames = std::to_array<LabelledField>({
     {Field::Father, kABFatherLabel},
     {Field::Mother, kABMotherLabel},
     {Field::Parent, kABParentLabel},
@@ -58,7 +59,7 @@ const LabelledField kRelatedNames[] = {
     {Field::Partner, kABParentLabel}, // on purpose
     {Field::Assistant, kABAssistantLabel},
     {Field::Manager, kABManagerLabel},
-};
+});
 
 /// Without the country code, which stands last.
 constexpr int kExportedAddressParts = kAddressPartCount - 1;

@@ -6,11 +6,11 @@
 #include <QRandomGenerator>
 
 #include <fcntl.h>
-#include <stdio.h>
 #include <sys/sendfile.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -33,7 +33,7 @@ QString freeName(const QString &path, const PathTest &exists)
     const QString extension = hasExtension ? path.sliced(dot) : QString();
     for (int k = 0;; ++k) {
         const QString number = u'(' % QString::number(k) % u')';
-        const QString candidate = QString(stem).remove(number) % number % extension;
+        QString candidate = QString(stem).remove(number) % number % extension;
         if (!exists(candidate))
             return candidate;
     }

@@ -70,7 +70,7 @@ QString safeText(const QString &text, TextRepairs *repairs, LineEnds lineEnds)
 
 QString safeCell(const QString &text, qsizetype maximum, TextRepairs *repairs)
 {
-    const QString safe = safeText(text, repairs);
+    QString safe = safeText(text, repairs);
     if (safe.size() <= maximum)
         return safe;
     if (repairs)

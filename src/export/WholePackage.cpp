@@ -31,7 +31,7 @@ QByteArray rootName(const QByteArray &begin)
 bool isWhole(zip_file_t *part)
 {
     constexpr qsizetype kEnd = 256;
-    std::array<char, 64 * 1024> piece{};
+    std::array<char, std::size_t(64) * 1024> piece{};
     QByteArray begin;
     QByteArray end;
     zip_int64_t size = 0;

@@ -14,6 +14,8 @@
 #include <unistd.h>
 #include <xlsxwriter.h>
 
+#include <string>
+
 namespace {
 
 constexpr std::size_t kMaxRowsInMemory = 200'000;
@@ -38,6 +40,7 @@ std::vector<double> columnWidths(std::span<const PersonRow> rows, const ExportCo
         }
     }
     std::vector<double> widths;
+    widths.reserve(lengths.size());
     for (const qsizetype length : lengths)
         widths.push_back(static_cast<double>(std::clamp(length, kNarrowest, kWidest)));
     return widths;
@@ -99,7 +102,7 @@ public:
         QFile source;
         if (!source.open(m_descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered))
             return Error{ErrorKind::Io, source.errorString()};
-        QByteArray piece(1024 * 1024, Qt::Uninitialized);
+        QByteArray piece(qsizetype(1024) * 1024, Qt::Uninitialized);
         qint64 size = 0;
         while ((size = source.read(piece.data(), piece.size())) > 0) {
             if (auto written = writeAll(target, QByteArrayView(piece).first(size)); !written)
@@ -133,8 +136,8 @@ public:
         m_text = workbook_add_format(m_book);
         format_set_num_format(m_text, "@");
         lxw_doc_properties properties{};
-        char title[] = "Address Book Contacts"; // the library copies it
-        properties.title = title;
+        std::string title = "Address Book Contacts"; // the library copies it
+        properties.title = title.data();
         workbook_set_properties(m_book, &properties);
     }
     ~Workbook()
@@ -225,7 +228,7 @@ ExportReport XlsxCreater::startConvert()
 Result<void> XlsxCreater::writeWorkbook(QIODevice &target, TextRepairs &repairs) const
 {
     const MemoryFile file;
-    if (const auto made = makeWorkbook(file.path(), repairs); !made)
+    if (auto made = makeWorkbook(file.path(), repairs); !made)
         return made;
     // The library does not notice when its own temporary files are cut short, nor keep the reason.
     if (const auto whole = checkWholePackage(file.path()); !whole) {
@@ -243,7 +246,7 @@ Result<void> XlsxCreater::makeWorkbook(const QByteArray &path, TextRepairs &repa
     std::span<const PersonRow> left(m_rows);
     do {
         const auto rows = left.first(std::min(left.size(), m_rowsPerSheet - 1));
-        if (const auto added = book.addSheet(rows, m_columns, widths); !added)
+        if (auto added = book.addSheet(rows, m_columns, widths); !added)
             return added;
         left = left.subspan(rows.size());
     } while (!left.empty());

@@ -37,7 +37,6 @@ class ContactList
 public:
     explicit ContactList(const std::vector<EdsBook::Card> &cards)
     {
-        // NOLINTNEXTLINE(modernize-loop-convert): clang 14 does not compile GCC's views::reverse
         for (auto card = cards.rbegin(); card != cards.rend(); ++card)
             m_list = g_slist_prepend(
                 m_list, e_contact_new_from_vcard_with_uid(card->text.constData(), card->uid.constData()));
@@ -369,7 +368,6 @@ Result<void> EdsBook::remove(const std::vector<QByteArray> &uids)
     if (auto ready = connect(); !ready)
         return ready.error();
     GSList *list = nullptr;
-    // NOLINTNEXTLINE(modernize-loop-convert): as above
     for (auto uid = uids.rbegin(); uid != uids.rend(); ++uid)
         list = g_slist_prepend(list, g_strdup(uid->constData()));
     GError *error = nullptr;

@@ -15,10 +15,10 @@ QString readableName(const PersonRecord &record)
         const QString *text = record.text(property);
         return text ? text->simplified() : QString();
     };
-    const QString name = QString(textOf(kABFirstNameProperty) % u' ' % textOf(kABLastNameProperty)).trimmed();
+    QString name = QString(textOf(kABFirstNameProperty) % u' ' % textOf(kABLastNameProperty)).trimmed();
     if (!name.isEmpty())
         return name;
-    const QString organization = textOf(kABOrganizationProperty);
+    QString organization = textOf(kABOrganizationProperty);
     const ABMultiValue *emails = record.multiValue(kABEmailProperty);
     if (!organization.isEmpty() || !emails || emails->count() == 0)
         return organization;

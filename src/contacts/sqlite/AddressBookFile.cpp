@@ -86,7 +86,7 @@ bool makeFolder(const QString &path)
 QString companionOf(const QString &path)
 {
     for (const auto *suffix : {"-wal", "-shm", "-journal"}) {
-        const QString companion = path % QLatin1StringView(suffix);
+        QString companion = path % QLatin1StringView(suffix);
         if (QFileInfo(companion).isSymLink() || QFileInfo::exists(companion))
             return companion;
     }

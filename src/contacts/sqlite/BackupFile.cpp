@@ -138,7 +138,7 @@ Result<std::unique_ptr<BackupFile>> BackupFile::of(
 Result<qint64> BackupFile::finish()
 {
     try {
-        const auto people = checked(m_temporary, m_source);
+        auto people = checked(m_temporary, m_source);
         if (!people)
             return people;
         if (!reachesDisk(m_temporary))

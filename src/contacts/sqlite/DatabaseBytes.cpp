@@ -40,8 +40,8 @@ std::unique_ptr<DatabaseBytes> DatabaseBytes::open(const QString &path)
     if (!system || !name.text)
         return nullptr;
     std::unique_ptr<DatabaseBytes> bytes(new DatabaseBytes);
-    bytes->m_memory = std::make_unique<char[]>(static_cast<std::size_t>(system->szOsFile));
-    auto *file = reinterpret_cast<sqlite3_file *>(bytes->m_memory.get());
+    bytes->m_memory.resize(static_cast<std::size_t>(system->szOsFile));
+    auto *file = reinterpret_cast<sqlite3_file *>(bytes->m_memory.data());
     const int opened = system->xOpen(system, name.text, file, SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_DB, nullptr);
     if (file->pMethods)
         bytes->m_file = file; // to be closed, even after a failure
@@ -71,7 +71,7 @@ QByteArray DatabaseBytes::read(qint64 offset, qint64 size) const
 
 bool DatabaseBytes::copyTo(const QString &path) const
 {
-    constexpr qint64 kPiece = 1024 * 1024;
+    constexpr qint64 kPiece = qint64(1024) * 1024;
     QFile target(path);
     if (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
         return false;

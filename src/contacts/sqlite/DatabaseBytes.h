@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 struct sqlite3_file;
 
@@ -31,6 +32,6 @@ public:
 private:
     DatabaseBytes() = default;
 
-    std::unique_ptr<char[]> m_memory; // of m_file, which SQLite makes in place
+    std::vector<char> m_memory; // of m_file, which SQLite makes in place
     sqlite3_file *m_file = nullptr; // null: not opened
 };

@@ -86,7 +86,7 @@ SqliteStore::SqliteStore(std::unique_ptr<Private> dd) : d(std::move(dd)) { }
 
 SqliteStore::~SqliteStore()
 {
-    setChangeListener({});
+    SqliteStore::setChangeListener({});
 }
 
 QString SqliteStore::defaultPath()

@@ -8,7 +8,7 @@
 class CardStream
 {
 public:
-    explicit CardStream(const QByteArray &data) : m_lines(data) { }
+    explicit CardStream(QByteArray data) : m_lines(std::move(data)) { }
 
     /// As RecordSource::next().
     ImportedRecord next();

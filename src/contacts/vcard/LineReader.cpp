@@ -6,6 +6,7 @@
 #include "contacts/vcard/WordTable.h"
 
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -67,8 +68,11 @@ void TextBuffers::clear()
     m_used = 0;
 }
 
-LineReader::LineReader(const QByteArray &data)
-    : m_data(data), m_at(m_data.constData()), m_end(m_at + m_data.size()), m_lineFeed(find(m_at, m_end, '\n'))
+LineReader::LineReader(QByteArray data)
+    : m_data(std::move(data))
+    , m_at(m_data.constData())
+    , m_end(m_at + m_data.size())
+    , m_lineFeed(find(m_at, m_end, '\n'))
 { }
 
 bool LineReader::atFold() const

@@ -25,7 +25,7 @@ private:
 class LineReader
 {
 public:
-    explicit LineReader(const QByteArray &data);
+    explicit LineReader(QByteArray data);
 
     /// The next line that is not blank; false at the end. Its views hold until releaseLines() is called.
     bool next(ContentLine &line);
