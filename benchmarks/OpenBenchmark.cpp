@@ -9,11 +9,13 @@
 #include <malloc.h>
 #include <sqlite3.h>
 
+#include <array>
+
 // Opening an address book against stepping through the same rows with bare SQLite calls that fetch every column.
 
 namespace {
 
-constexpr const char *kTables[] = {"person", "email", "phone", "urls", "relatedNames", "address", "instantMessage",
+constexpr std::array kTables{"person", "email", "phone", "urls", "relatedNames", "address", "instantMessage",
     "socialProfile", "emptyList", "picture", "cardLine"};
 
 void stepThrough(sqlite3 *database, const char *table, benchmark::State &state)

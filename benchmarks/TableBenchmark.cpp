@@ -78,7 +78,7 @@ void sortRows(benchmark::State &state)
 void sortReadyKeys(benchmark::State &state)
 {
     const PersonRows rows = LoadContactsViewController::loadPeople(openBook(state));
-    QCollator collator(QLocale(QLocale::English));
+    QCollator collator{QLocale(QLocale::English)};
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     collator.setNumericMode(true);
     std::vector<std::pair<QCollatorSortKey, int>> keys;

@@ -50,7 +50,7 @@ public:
     {
         m_clock.start();
         QObject::connect(&m_timer, &QTimer::timeout, [this] {
-            m_longest = std::max(m_longest, m_clock.nsecsElapsed() - kInterval * 1'000'000);
+            m_longest = std::max(m_longest, m_clock.nsecsElapsed() - qint64(kInterval) * 1'000'000);
             m_clock.start();
         });
         m_timer.setTimerType(Qt::PreciseTimer);

@@ -107,7 +107,8 @@ private Q_SLOTS:
                     nickname = item;
             }
         }
-        QVERIFY(nickname && !nickname->isChecked());
+        QVERIFY(nickname);
+        QVERIFY(!nickname->isChecked());
         nickname->trigger();
         QVERIFY(nickname->isChecked());
         QTableView *table = contacts()->table();

@@ -57,7 +57,7 @@ private:
 
     QString freshFolder() const
     {
-        const QString path = m_folder.filePath(u(QTest::currentTestFunction()) + u(QTest::currentDataTag()));
+        QString path = m_folder.filePath(u(QTest::currentTestFunction()) + u(QTest::currentDataTag()));
         QDir().mkpath(path);
         return path;
     }

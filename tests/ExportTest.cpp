@@ -68,7 +68,7 @@ private:
 
     QString freshFolder() const
     {
-        const QString path = m_folder.filePath(u(QTest::currentTestFunction()) + u'-' + u(QTest::currentDataTag()));
+        QString path = m_folder.filePath(u(QTest::currentTestFunction()) + u'-' + u(QTest::currentDataTag()));
         QDir(path).removeRecursively();
         QDir().mkpath(path);
         return path;
@@ -419,9 +419,9 @@ private Q_SLOTS:
         QCOMPARE(reading.lines().size(), 3);
         QStringList labels;
         QStringList texts;
-        for (const QJsonValue &cell : reading.lines().at(1).toArray())
+        for (const auto &cell : reading.lines().at(1).toArray())
             labels += cell.toArray().at(3).toString();
-        for (const QJsonValue &cell : reading.lines().at(2).toArray())
+        for (const auto &cell : reading.lines().at(2).toArray())
             texts += cell.toArray().at(3).toString();
         QCOMPARE(labels, QStringList({u("First Name"), u("Note"), u("Last Name"), u("Mobile"), u("Home State")}));
         QCOMPARE(texts, QStringList({u("Ann"), u("n"), u("Lee"), u("1"), u("CA")}));
@@ -503,7 +503,7 @@ private Q_SLOTS:
         SKIP_WITHOUT(reading);
         QStringList sheets;
         int people = 0;
-        for (const QJsonValue &line : reading.lines()) {
+        for (const auto &line : reading.lines()) {
             const QJsonArray cells = line.toArray();
             if (cells.size() == 3) {
                 sheets += cells.at(0).toString();

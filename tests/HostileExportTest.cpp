@@ -210,7 +210,7 @@ private Q_SLOTS:
         QTest::newRow("long in bytes") << QString(100, QChar(0x65E5)) << false;
         QTest::newRow("lines") << u("a\nb\r") << true;
         QTest::newRow("option") << u("-rf") << true;
-        QTest::newRow("bidi") << u("\xE2\x80\xAEvsc") << true;
+        QTest::newRow("bidi") << u("\xE2\x80\xAEvsc") << true; // NOLINT(misc-misleading-bidirectional): meant so
     }
     void namesOfFilesStayInTheFolder()
     {

@@ -40,7 +40,7 @@ std::vector<SampleObject> sampleObjects()
     return {
         {1, 10000, ProtobufMessage().reference(2, 4).message(5, ProtobufMessage().reference(1, 6)), "Document"},
         {3, 401, {}, ""},
-        {4, 2022, blob(QByteArray(64 * 1024 - 8, 'x')), "Styles"},
+        {4, 2022, blob(QByteArray(65'528, 'x')), "Styles"},
         {5, 2022, blob(noise(64 * 1024)), ""},
         {6, 6002, blob(noise(300'000)).reference(4, 1).reference(5, 1), "Tables/Tile"},
         {7, 6005, blob(QByteArray(1'000'000, 'y')).text(4, u"\U0001F600"), ""},

@@ -70,9 +70,9 @@ QJsonArray gridOf(std::span<const ExportColumn> columns, std::span<const PersonR
 QByteArray csvOf(const QJsonArray &grid, bool quoteAll)
 {
     QByteArray csv;
-    for (const QJsonValue &row : grid) {
+    for (const auto &row : grid) {
         QByteArrayList cells;
-        for (const QJsonValue &cell : row.toArray()) {
+        for (const auto &cell : row.toArray()) {
             QByteArray text = cell.toString().toUtf8();
             const bool quote = quoteAll || text.contains('"') || text.contains(',') || text.contains('\n');
             text.replace('"', "\"\"");
@@ -190,9 +190,9 @@ private Q_SLOTS:
                 QStringLiteral("iwa_decode.py"), {QStringLiteral("text"), written(QStringLiteral("pages"), rows)});
             SKIP_WITHOUT(read);
             QJsonArray expected = paragraphsOf(rows, QStringLiteral("Heading"), QStringLiteral("Body"));
-            for (auto paragraph = expected.begin(); paragraph != expected.end(); ++paragraph) {
-                const QJsonArray parts = paragraph->toArray();
-                *paragraph = QJsonArray{parts.at(0), parts.at(1).toString().replace(u'\n', QChar::LineSeparator)};
+            for (QJsonValueRef paragraph : expected) {
+                const QJsonArray parts = paragraph.toArray();
+                paragraph = QJsonArray{parts.at(0), parts.at(1).toString().replace(u'\n', QChar::LineSeparator)};
             }
             QCOMPARE(read.lines(), expected);
         }
@@ -226,7 +226,7 @@ private Q_SLOTS:
             text = read.output;
         }
         QStringList expected;
-        for (const QJsonValue &paragraph : paragraphsOf(rows, QString(), QString()))
+        for (const auto &paragraph : paragraphsOf(rows, QString(), QString()))
             expected += paragraph.toArray().at(1).toString();
         const auto words = [](QString found) {
             return found.remove(QChar::ByteOrderMark).replace(u'\t', QStringLiteral(" TAB ")).simplified();

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <array>
+
 /// People and their values, apart from any store.
 class RecordTest : public QObject
 {
@@ -51,12 +53,13 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("property");
         QTest::addColumn<int>("sample");
-        const ABProperty properties[] = {
+        const std::array properties{
             kABNoteProperty, kABBirthdayProperty, kABPersonFlags, kABEmailProperty, kABAddressProperty};
         for (int property = 0; property < 5; ++property) {
             for (int sample = 0; sample < 5; ++sample) {
                 if (sample != property)
-                    QTest::addRow("%d into %d", sample, property) << int(properties[property]) << sample;
+                    QTest::addRow("%d into %d", sample, property)
+                        << int(properties.at(std::size_t(property))) << sample;
             }
         }
         QTest::newRow("uid") << int(kABUIDProperty) << 0;
@@ -74,13 +77,13 @@ private Q_SLOTS:
         dictionaries.addValue(ABDictionary{{kABAddressCityKey, QStringLiteral("Ulm")}}, kABHomeLabel);
         ABMutableMultiValue halfLabel;
         halfLabel.addValue(QStringLiteral("x"), QString(QChar(0xD83D)));
-        const ABValue samples[] = {QStringLiteral("text"), QDate(2000, 1, 1), qint64(1), texts, dictionaries, QDate(),
-            QString(QChar(0xD83D)), halfLabel, QDate(10000, 1, 1)};
+        const auto samples = std::to_array<ABValue>({QStringLiteral("text"), QDate(2000, 1, 1), qint64(1), texts,
+            dictionaries, QDate(), QString(QChar(0xD83D)), halfLabel, QDate(10000, 1, 1)});
         QFETCH(int, property);
         QFETCH(int, sample);
         ABPerson person;
         Error error;
-        QVERIFY(!person.setValue(samples[sample], ABProperty(property), &error));
+        QVERIFY(!person.setValue(samples.at(std::size_t(sample)), ABProperty(property), &error));
         QCOMPARE(error.kind, ErrorKind::Invalid);
         QVERIFY(error.text.startsWith(propertyInfo(ABProperty(property)).name));
         QCOMPARE(*person.record(), PersonRecord());

@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <array>
 #include <csignal>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -290,8 +291,8 @@ private Q_SLOTS:
     {
         for (int round = 0; round < 15; ++round) {
             const QString path = newPath();
-            int acknowledged[2];
-            QCOMPARE(::pipe(acknowledged), 0);
+            std::array<int, 2> acknowledged{};
+            QCOMPARE(::pipe(acknowledged.data()), 0);
             const pid_t child = ::fork();
             if (child == 0) {
                 const auto store = open(path);

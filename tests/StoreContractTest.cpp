@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <array>
 #include <atomic>
 
 using StorePtr = std::unique_ptr<AddressBookStore>;
@@ -154,8 +155,9 @@ private Q_SLOTS:
         const auto a = record("{'firstName':'A'}");
         const auto b = record("{'firstName':'B'}");
         QVERIFY(store->commit({{u("a"), nullptr, a}}));
-        const RecordChange faults[] = {{u("a"), nullptr, b}, {u("a"), b, a}, {u("x"), a, b}, {u("x"), a, nullptr}};
-        const auto committed = store->commit({{u("b"), nullptr, b}, faults[fault]});
+        const auto faults =
+            std::to_array<RecordChange>({{u("a"), nullptr, b}, {u("a"), b, a}, {u("x"), a, b}, {u("x"), a, nullptr}});
+        const auto committed = store->commit({{u("b"), nullptr, b}, faults.at(std::size_t(fault))});
         QVERIFY(!committed);
         QCOMPARE(committed.error().kind, ErrorKind::Conflict);
         QVERIFY(committed.error().text.startsWith(faults[fault].uid));

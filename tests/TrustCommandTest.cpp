@@ -208,7 +208,7 @@ private Q_SLOTS:
         runOn("large", {"import", "-"}, people);
         QVERIFY(QDir().mkpath(path("full")));
         const std::string target = path("full/backup.sqlite").toStdString();
-        const LimitedFileSize limit(64 * 1024);
+        const LimitedFileSize limit(65'536);
         const Outcome refused = runOn("large", {"backup", target});
         QCOMPARE(refused.status, 1);
         QVERIFY2(refused.err.startsWith(QString::fromStdString(target)), qPrintable(refused.err));
@@ -303,7 +303,7 @@ private Q_SLOTS:
         makeLargeBook("hurt.sqlite");
         runOn("hurt.sqlite", {"edit", "u1", "Note", "n"}); // makes the backup of the day
         const qint64 middle = QFileInfo(path("hurt.sqlite")).size() / 2 / 4096 * 4096;
-        damage(path("hurt.sqlite"), middle, QByteArray(8 * 4096, '\x55'));
+        damage(path("hurt.sqlite"), middle, QByteArray(32'768, '\x55'));
         damage(path("hurt.sqlite"), 20 * 4096LL, QByteArray(4096, '\x55'));
         const QByteArray damaged = read(path("hurt.sqlite"));
 

@@ -142,7 +142,7 @@ private Q_SLOTS:
         const QString path = folder.filePath(u("book"));
         makeBook(path);
         const auto book = open(path);
-        constexpr qint64 kDay = 24 * 3600;
+        constexpr qint64 kDay = 86'400;
         QStringList values{u("0")};
         for (const qint64 offset : {400 * kDay, -400 * kDay, qint64(0), -1 * kDay, 4000 * kDay, -19000 * kDay}) {
             const QString value = u("at %1").arg(offset);
