@@ -41,7 +41,7 @@ std::vector<SampleObject> sampleObjects()
         {1, 10000, ProtobufMessage().reference(2, 4).message(5, ProtobufMessage().reference(1, 6)), "Document"},
         {3, 401, {}, ""},
         {4, 2022, blob(QByteArray(65'528, 'x')), "Styles"},
-        {5, 2022, blob(noise(64 * 1024)), ""},
+        {5, 2022, blob(noise(65'536)), ""},
         {6, 6002, blob(noise(300'000)).reference(4, 1).reference(5, 1), "Tables/Tile"},
         {7, 6005, blob(QByteArray(1'000'000, 'y')).text(4, u"\U0001F600"), ""},
     };

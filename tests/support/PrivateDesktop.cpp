@@ -7,17 +7,16 @@
 #include <QStandardPaths>
 #include <QThread>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
+#include <utility>
 
 PrivateDesktop::PrivateDesktop(int books, Disk disk)
 {
-    const struct
-    {
-        const char *variable;
-        const char *folder;
-    } folders[] = {{"HOME", "home"}, {"XDG_DATA_HOME", "data"}, {"XDG_CONFIG_HOME", "config"},
-        {"XDG_CACHE_HOME", "cache"}, {"XDG_RUNTIME_DIR", "run"}};
+    const auto folders =
+        std::to_array<std::pair<const char *, const char *>>({{"HOME", "home"}, {"XDG_DATA_HOME", "data"},
+            {"XDG_CONFIG_HOME", "config"}, {"XDG_CACHE_HOME", "cache"}, {"XDG_RUNTIME_DIR", "run"}});
     for (const auto &[variable, name] : folders) {
         const QString path = m_folder.filePath(QString::fromLatin1(name));
         QDir().mkpath(path);
