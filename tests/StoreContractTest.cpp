@@ -160,7 +160,7 @@ private Q_SLOTS:
         const auto committed = store->commit({{u("b"), nullptr, b}, faults.at(std::size_t(fault))});
         QVERIFY(!committed);
         QCOMPARE(committed.error().kind, ErrorKind::Conflict);
-        QVERIFY(committed.error().text.startsWith(faults[fault].uid));
+        QVERIFY(committed.error().text.startsWith(faults.at(std::size_t(fault)).uid));
         QCOMPARE(contentOf(*store), u("a=A"));
         QVERIFY(store->commit({{u("b"), nullptr, b}}));
         QCOMPARE(contentOf(*open()), u("a=A b=B"));
