@@ -109,6 +109,7 @@ private Q_SLOTS:
         QVERIFY(!book->removeRecord(a));
         QVERIFY(!book->addRecord(person("{'uid':'a'}")));
         QVERIFY(book->addRecord(a));
+        QCOMPARE(uidsOf(book->people()), QStringList({u("a"), u("b")})); // as the store has them
         QVERIFY(!book->personWithUniqueId(u("x")));
         QCOMPARE(book->personWithUniqueId(u("a")), a);
         QVERIFY(book->removeRecord(a));

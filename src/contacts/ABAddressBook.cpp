@@ -77,6 +77,7 @@ Result<std::shared_ptr<ABAddressBook>> ABAddressBook::open(std::unique_ptr<Addre
     for (auto &[uid, record] : *stored) {
         auto person = std::make_shared<ABPerson>(std::move(uid), record);
         person->m_pendingChanges = book->m_pending; // nobody else knows the person yet: no lock
+        person->m_order = ++book->m_lastOrder;
         book->m_people.push_back(person);
         snapshot->push_back({std::move(person), std::move(record)});
     }
@@ -291,7 +292,10 @@ void ABAddressBook::insert(const ABPersonPtr &person)
     if (!m_uidIndex.empty() || m_people.empty())
         m_uidIndex.emplace(person->uniqueId(), person);
     m_pending->touch();
-    m_people.push_back(person);
+    if (person->m_order == 0)
+        person->m_order = ++m_lastOrder;
+    const auto order = [](const ABPersonPtr &somebody) { return somebody->m_order; };
+    m_people.insert(std::ranges::upper_bound(m_people, person->m_order, {}, order), person);
 }
 
 void ABAddressBook::erase(const ABPersonPtr &person)

@@ -23,8 +23,8 @@ using PeopleSnapshot = std::shared_ptr<const std::vector<PersonSnapshot>>;
 
 /// The people of one address book, all in memory, with the changes that are not saved yet.
 ///
-/// May be used from any thread. The order of people is the store's and stays the same while nobody is added or
-/// removed. A person keeps its identity as long as the address book lives, whoever changes it.
+/// May be used from any thread. The order of people is the store's; whoever is added comes last, and a person whose
+/// removal is taken back returns to its place. A person keeps its identity as long as the address book lives, whoever changes it.
 class ABAddressBook
 {
 public:
@@ -123,7 +123,8 @@ private:
     std::vector<QString> m_untold; // whom others changed, until refresh() tells it; with m_storeMutex, as the next
     std::vector<QString> m_dropped; // whose pending changes were given up, until save() tells it
     mutable std::mutex m_mutex; // guards the members below
-    std::vector<ABPersonPtr> m_people;
+    std::vector<ABPersonPtr> m_people; // by ABPerson::m_order
+    quint64 m_lastOrder = 0;
     std::unordered_map<QString, ABPersonPtr> m_removedPeople; // by uid, until their removal is saved
     mutable PeopleSnapshot m_snapshot; // null, or of the version below
     mutable quint64 m_snapshotVersion = 0;

@@ -171,4 +171,6 @@ void ABPerson::setPendingChanges(const std::shared_ptr<PendingChanges> &changes)
 {
     const std::scoped_lock lock(mutexOf(this));
     m_pendingChanges = changes;
+    if (!changes)
+        m_order = 0;
 }

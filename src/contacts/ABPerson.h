@@ -66,6 +66,7 @@ private:
     // Both are guarded by one of a few mutexes that all people share: one mutex each would cost more than the record.
     PersonRecordPtr m_record;
     std::shared_ptr<PendingChanges> m_pendingChanges; // of the address book it belongs to; null otherwise
+    quint64 m_order = 0; // where it stands in its address book, whose mutex guards it; 0: it was in none yet
 };
 
 using ABPersonPtr = std::shared_ptr<ABPerson>;
