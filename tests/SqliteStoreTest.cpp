@@ -10,6 +10,7 @@
 
 #include <array>
 #include <csignal>
+#include <future>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -250,6 +251,52 @@ private Q_SLOTS:
         QCOMPARE(plan.error().text, u("a (A2 by hand): was changed since; nothing was restored"));
     }
 
+    /// Closing any descriptor of the file takes this process's locks back, and the next program that closes the file
+    /// removes the log.
+    void aLogThatWasTakenAwayLosesNothing()
+    {
+        const QString path = newPath();
+        const auto a = record("{'firstName':'A'}");
+        const auto b = record("{'firstName':'B'}");
+        const auto store = open(path);
+        QVERIFY(store->commit({{u("a"), nullptr, a}}));
+        read(path);
+        QVERIFY(shell(path, "DELETE FROM history WHERE 0; PRAGMA wal_checkpoint(TRUNCATE)").startsWith("0|"));
+        QVERIFY(!QFile::exists(path + u("-wal")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u("its log was removed by another program")));
+        QVERIFY(store->commit({{u("a"), a, b}}));
+        QCOMPARE(shell(path, "SELECT firstName FROM person"), QByteArray("B"));
+        QVERIFY(store->takeChangesFromOutside()->size() <= 1); // an echo
+        QVERIFY(open(path)->commit({{u("a"), b, a}}));
+        QVERIFY(*store->takeChangesFromOutside()->front().now == *a);
+    }
+
+    void aFileThatIsNoLongerThereIsNotSavedInto_data()
+    {
+        QTest::addColumn<QString>("other"); // what takes the name; empty: nothing
+        QTest::newRow("moved") << QString();
+        QTest::newRow("replaced") << u("other");
+    }
+    void aFileThatIsNoLongerThereIsNotSavedInto()
+    {
+        QFETCH(QString, other);
+        const QString path = newPath();
+        const auto a = record("{'firstName':'A'}");
+        const auto store = open(path);
+        QVERIFY(store->commit({{u("a"), nullptr, a}}));
+        QVERIFY(QFile::rename(path, path + u(".away")));
+        if (!other.isEmpty())
+            write(path, "other");
+        for (int time = 0; time < 2; ++time) {
+            const auto saved = store->commit({{u("b"), nullptr, a}});
+            QVERIFY2(!saved && saved.error().text.contains(u("moved, replaced or removed")), "saved");
+        }
+        QVERIFY(other.isEmpty() || (read(path) == "other" && QFile::remove(path)));
+        QVERIFY(QFile::rename(path + u(".away"), path));
+        QVERIFY(store->commit({{u("b"), nullptr, a}}));
+        QCOMPARE(open(path)->loadAll()->size(), std::size_t(2));
+    }
+
     /// What SQLite gives back must equal what was saved to the last character, or the next save takes it for a change
     /// of somebody else.
     void textsThatBeginWithAByteOrderMarkCanBeSavedTwice()
@@ -329,6 +376,27 @@ private Q_SLOTS:
                 for (const auto &entry : people->front().record->multiValue(kABEmailProperty)->entries())
                     QCOMPARE(entry.text().toInt(), held);
             }
+        }
+    }
+
+    void whatIsSavedDuringALoadIsNoticed()
+    {
+        const QString path = newPath();
+        const auto writer = open(path);
+        std::vector<RecordChange> people;
+        for (int i = 0; i < 3000; ++i)
+            people.push_back({QString::number(i), nullptr, record("{'note':'n','email':[{'value':'e'}]}")});
+        QVERIFY(writer->commit(people));
+        PersonRecordPtr before = people.front().after;
+        for (int round = 0; round < 10; ++round) {
+            const auto after = record(qPrintable(u("{'note':'%1'}").arg(round)));
+            const auto reader = open(path);
+            auto saving = std::async(std::launch::async, [&] { return writer->commit({{u("0"), before, after}}); });
+            const auto loaded = reader->loadAll();
+            QVERIFY(saving.get());
+            const auto changed = reader->takeChangesFromOutside();
+            QVERIFY(*loaded->front().record == *after || (changed->size() == 1 && *changed->front().now == *after));
+            before = after;
         }
     }
 

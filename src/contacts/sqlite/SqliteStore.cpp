@@ -11,7 +11,13 @@
 
 #include <QFileInfo>
 #include <QFileSystemWatcher>
+#include <QLoggingCategory>
 #include <QStandardPaths>
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+
+Q_LOGGING_CATEGORY(lcStore, "peoplenook.store")
 
 namespace {
 
@@ -28,6 +34,21 @@ SQLite::Database connectUpToDate(const QString &path)
     HistoryTable::addMissingColumns(database);
     return database;
 }
+
+/// Which file has a name, whatever happens to the name afterwards; none: all zero.
+struct FileOnDisk
+{
+    dev_t device = 0;
+    ino_t number = 0;
+
+    static FileOnDisk named(const QString &path)
+    {
+        struct stat status = {};
+        return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? FileOnDisk{status.st_dev, status.st_ino}
+                                                                         : FileOnDisk{};
+    }
+    friend bool operator==(const FileOnDisk &, const FileOnDisk &) = default;
+};
 
 /// Room for an index that a large import writes all over, given back afterwards.
 class LargeCache
@@ -56,31 +77,74 @@ private:
 class SqliteStore::Private
 {
 public:
-    Private(const QString &filePath, Clock theClock)
-        : path(filePath)
+    Private(QString filePath, Clock theClock)
+        : path(std::move(filePath))
         , clock(std::move(theClock))
-        , database(connectUpToDate(filePath))
-        , reader(database.getHandle(), RecordReader::Scope::Everybody)
-        , personReader(database.getHandle(), RecordReader::Scope::OnePerson)
-        , writer(database)
+        , connection(std::make_unique<Connection>(path))
+        , book(FileOnDisk::named(path))
+        , log(FileOnDisk::named(logName()))
     { }
 
-    qint64 scalar(const char *sql) { return database.execAndGet(sql).getInt64(); }
+    struct Connection
+    {
+        explicit Connection(const QString &path)
+            : database(connectUpToDate(path))
+            , reader(database.getHandle(), RecordReader::Scope::Everybody)
+            , personReader(database.getHandle(), RecordReader::Scope::OnePerson)
+            , writer(database)
+        { }
+
+        SQLite::Database database;
+        RecordReader reader;
+        RecordReader personReader;
+        RecordWriter writer;
+    };
+
+    SQLite::Database &database() { return connection->database; }
+    qint64 scalar(const char *sql) { return database().execAndGet(sql).getInt64(); }
     qint64 newestHistory() { return scalar("SELECT coalesce(max(id), 0) FROM history"); }
-    /// Changes with every commit of another connection, never with our own.
+    /// Changes with every commit of another connection, never with our own. Inside a transaction: as of its begin.
     qint64 dataVersion() { return scalar("PRAGMA data_version"); }
+
+    QString logName() const { return path % QStringLiteral("-wal"); }
+    bool hasItsFiles() const { return book == FileOnDisk::named(path) && log == FileOnDisk::named(logName()); }
+    Result<void> reopenIfLogIsGone();
+    Result<void> commitOnce(const std::vector<RecordChange> &changes);
 
     QString path;
     Clock clock;
     int commits = 0;
-    SQLite::Database database;
-    RecordReader reader;
-    RecordReader personReader;
-    RecordWriter writer;
+    std::unique_ptr<Connection> connection; ///< null: could not be opened again
+    FileOnDisk book; ///< what the connection has open
+    FileOnDisk log;
     qint64 seenHistory = 0; ///< id of the last row of history that this store knows of
     qint64 seenDataVersion = -1;
     QFileSystemWatcher *watcher = nullptr; ///< belongs to the thread of its event loop
 };
+
+/// Whatever closes a descriptor of the file in this process takes back SQLite's locks on it, and another program then
+/// clears the log away. What is written to such a log is lost.
+Result<void> SqliteStore::Private::reopenIfLogIsGone()
+{
+    if (connection && hasItsFiles())
+        return {};
+    if (book != FileOnDisk::named(path))
+        return Error{ErrorKind::Unavailable,
+            path
+                % QStringLiteral(": the address book was moved, replaced or removed while it was open; nothing can be "
+                                 "read from it or saved in it any more")};
+    qCWarning(lcStore).noquote() << path % QStringLiteral(": its log was removed by another program; opened again");
+    // The lost log is not to be written into the file, which another program has gone on with.
+    if (connection)
+        sqlite3_db_config(database().getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    connection.reset(); // first: connections of one process share what they know of a log
+    connection = std::make_unique<Connection>(path);
+    log = FileOnDisk::named(logName());
+    seenDataVersion = -1;
+    if (watcher)
+        QMetaObject::invokeMethod(watcher, [watched = watcher, name = logName()] { watched->addPath(name); });
+    return {};
+}
 
 SqliteStore::SqliteStore(std::unique_ptr<Private> dd) : d(std::move(dd)) { }
 
@@ -127,19 +191,21 @@ QString SqliteStore::name() const
 Result<std::vector<StoredRecord>> SqliteStore::loadAll()
 {
     try {
+        if (auto ready = d->reopenIfLogIsGone(); !ready)
+            return ready.error();
         // One read transaction, so that all tables are seen as they were at one moment.
-        SQLite::Transaction transaction(d->database);
+        SQLite::Transaction transaction(d->database());
         std::vector<StoredRecord> people;
         people.reserve(std::size_t(d->scalar("SELECT count(*) FROM person")));
         while (true) {
-            StoredRecord person = d->reader.next();
+            StoredRecord person = d->connection->reader.next();
             if (!person.record)
                 break;
             people.push_back(std::move(person));
         }
         d->seenHistory = d->newestHistory();
-        transaction.commit();
         d->seenDataVersion = d->dataVersion();
+        transaction.commit();
         return people;
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, d->path);
@@ -149,37 +215,51 @@ Result<std::vector<StoredRecord>> SqliteStore::loadAll()
 Result<void> SqliteStore::commit(const std::vector<RecordChange> &changes)
 {
     try {
-        const LargeCache cache(d->database, changes.size() >= kLargeCommit);
-        SQLite::Transaction transaction(d->database, SQLite::TransactionBehavior::IMMEDIATE);
-        const QDateTime now = d->clock();
-        const bool othersWereFirst = d->newestHistory() != d->seenHistory;
-        d->writer.beginSave(HistoryTable::timeText(now));
-        for (const auto &change : changes) {
-            if (!d->writer.apply(change))
-                return Error{
-                    ErrorKind::Conflict, change.uid % QStringLiteral(": changed by another program meanwhile")};
+        constexpr int kAttempts = 2; // somebody may take the log away just while it is written
+        for (int attempt = 0; attempt < kAttempts; ++attempt) {
+            if (auto ready = d->reopenIfLogIsGone(); !ready)
+                return ready;
+            auto committed = d->commitOnce(changes);
+            if (!committed || d->hasItsFiles())
+                return committed;
         }
-        if (d->commits++ % kCommitsPerPruning == 0)
-            HistoryTable::prune(d->database, now);
-        const qint64 newest = d->newestHistory();
-        transaction.commit();
-        if (!othersWereFirst)
-            d->seenHistory = newest;
-        return {};
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, d->path);
     }
+    return Error{ErrorKind::Unavailable, d->path % QStringLiteral(": another program keeps taking its log away")};
+}
+
+Result<void> SqliteStore::Private::commitOnce(const std::vector<RecordChange> &changes)
+{
+    const LargeCache cache(database(), changes.size() >= kLargeCommit);
+    SQLite::Transaction transaction(database(), SQLite::TransactionBehavior::IMMEDIATE);
+    const QDateTime now = clock();
+    const bool othersWereFirst = newestHistory() != seenHistory;
+    connection->writer.beginSave(HistoryTable::timeText(now));
+    for (const auto &change : changes) {
+        if (!connection->writer.apply(change))
+            return Error{ErrorKind::Conflict, change.uid % QStringLiteral(": changed by another program meanwhile")};
+    }
+    if (commits++ % kCommitsPerPruning == 0)
+        HistoryTable::prune(database(), now);
+    const qint64 newest = newestHistory();
+    transaction.commit();
+    if (!othersWereFirst)
+        seenHistory = newest;
+    return {};
 }
 
 Result<std::vector<OutsideChange>> SqliteStore::takeChangesFromOutside()
 {
     try {
+        if (auto ready = d->reopenIfLogIsGone(); !ready)
+            return ready.error();
+        SQLite::Transaction transaction(d->database());
         const qint64 dataVersion = d->dataVersion();
         if (dataVersion == d->seenDataVersion)
             return std::vector<OutsideChange>();
-        SQLite::Transaction transaction(d->database);
         std::vector<OutsideChange> changes;
-        SQLite::Statement touched(d->database,
+        SQLite::Statement touched(d->database(),
             "SELECT history.uid, person.id FROM (SELECT uid, min(id) AS first FROM history WHERE id > ? GROUP BY uid) "
             "AS history "
             "LEFT JOIN person USING (uid) ORDER BY first");
@@ -187,8 +267,8 @@ Result<std::vector<OutsideChange>> SqliteStore::takeChangesFromOutside()
         while (touched.executeStep()) {
             const QString uid = textOfUtf8(touched.getColumn(0).getString());
             const bool isThere = !touched.getColumn(1).isNull();
-            changes.push_back(
-                {uid, isThere ? d->personReader.readPerson(touched.getColumn(1).getInt64()).record : nullptr});
+            changes.push_back({uid,
+                isThere ? d->connection->personReader.readPerson(touched.getColumn(1).getInt64()).record : nullptr});
         }
         const qint64 newest = d->newestHistory();
         transaction.commit();
@@ -207,7 +287,7 @@ void SqliteStore::setChangeListener(std::function<void()> listener)
     if (!listener)
         return;
     // Every commit is written to the log first, and the log stays as long as anybody has the address book open.
-    d->watcher = new QFileSystemWatcher({d->path + QStringLiteral("-wal")});
+    d->watcher = new QFileSystemWatcher({d->logName()});
     QObject::connect(
         d->watcher, &QFileSystemWatcher::fileChanged, d->watcher, [listener = std::move(listener)] { listener(); });
 }
@@ -215,7 +295,9 @@ void SqliteStore::setChangeListener(std::function<void()> listener)
 Result<std::vector<ChangeSummary>> SqliteStore::history()
 {
     try {
-        return HistoryTable::summaries(d->database);
+        if (auto ready = d->reopenIfLogIsGone(); !ready)
+            return ready.error();
+        return HistoryTable::summaries(d->database());
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, d->path);
     }
@@ -224,8 +306,10 @@ Result<std::vector<ChangeSummary>> SqliteStore::history()
 Result<ChangeStep> SqliteStore::historyStep(const QString &causeId)
 {
     try {
-        SQLite::Transaction transaction(d->database); // what a change left is looked up in several tables
-        return HistoryTable::step(d->database, d->personReader, causeId);
+        if (auto ready = d->reopenIfLogIsGone(); !ready)
+            return ready.error();
+        SQLite::Transaction transaction(d->database()); // what a change left is looked up in several tables
+        return HistoryTable::step(d->database(), d->connection->personReader, causeId);
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, d->path);
     }
