@@ -64,13 +64,14 @@ private:
                 QStringLiteral("export")}},
     };
 
-    /// Outside headers that only some folders may know.
+    /// Outside headers that only some folders or files may know.
     const std::map<QString, QStringList> m_onlyIn{
         {QStringLiteral("sqlite3.h"), {QStringLiteral("contacts/sqlite")}},
         {QStringLiteral("SQLiteCpp/"), {QStringLiteral("contacts/sqlite"), QStringLiteral("contacts/eds")}},
         {QStringLiteral("libebook"), {QStringLiteral("contacts/eds")}},
         {QStringLiteral("CLI/"), {QStringLiteral("cli")}},
         {QStringLiteral("snappy.h"), {QStringLiteral("export/iwa")}},
+        {QStringLiteral("QFileDialog"), {QStringLiteral("src/app/FileDialog.cpp")}},
     };
 
     static bool isWindowHeader(const QString &header)
@@ -106,7 +107,7 @@ private Q_SLOTS:
                 if (match.captured(1) == u'"' && target != folder && !m_mayInclude.at(folder).contains(target))
                     faults += path + QStringLiteral(" includes ") + header;
                 for (const auto &[prefix, owners] : m_onlyIn) {
-                    if (header.startsWith(prefix) && !owners.contains(folder))
+                    if (header.startsWith(prefix) && !owners.contains(folder) && !owners.contains(path))
                         faults += path + QStringLiteral(" includes ") + header;
                 }
                 if (isWindowHeader(header) && folder != QStringLiteral("app"))

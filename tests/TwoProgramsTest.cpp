@@ -1,15 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/FileDialog.h"
+#include "app/ImportWindow.h"
 #include "contacts/open/Backups.h"
 #include "contacts/sqlite/SqliteStore.h"
 #include "faults/FaultyProgram.h"
 #include "support/SqlQuestion.h"
 #include "support/TestPeople.h"
 
+#include <QApplication>
 #include <QDateTime>
+#include <QDialog>
+#include <QFileSystemModel>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+
+#include <unistd.h>
 
 /// Several programs that work on one address book at a time, and clocks that disagree.
 class TwoProgramsTest : public QObject
@@ -43,6 +52,34 @@ private:
                    {"kill", 0, clockOffset})
                    .exitCode
             == 0;
+    }
+
+    /// Cancels a file dialog when it shows the type of @p path.
+    static bool listInDialog(const QString &path)
+    {
+        bool isListed = false;
+        QTimer::singleShot(0, qApp, [&] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            const auto *files = dialog->findChild<QFileSystemModel *>();
+            isListed = QTest::qWaitFor([&] { return !files->type(files->index(path)).isEmpty(); });
+            dialog->reject();
+        });
+        return askForFiles(nullptr, FilesAsked::ToOpen, u("Open"), QFileInfo(path).path()).isEmpty() && isListed;
+    }
+
+    /// Under its own name and under another one.
+    static bool areNotImported(const std::shared_ptr<ABAddressBook> &book, const QString &path)
+    {
+        const QString link = path + u(".vcf");
+        QStringList paths{path, link, path + u("-wal"), path + u("-shm"), path + u(".backup")};
+        if (::link(qPrintable(path), qPrintable(link)) != 0 || !backUp(*book, paths.back(), true))
+            return false;
+        ABAddressBook::setSharedAddressBook(book);
+        ActivityLog log;
+        ImportWindow window(paths, log, nullptr);
+        const bool isEnded = QSignalSpy(&window, &ImportWindow::ended).wait();
+        ABAddressBook::setSharedAddressBook(nullptr);
+        return isEnded && log.rowCount() == paths.size() && window.summary().count(u'\n') + 1 == paths.size();
     }
 
 private Q_SLOTS:
@@ -110,31 +147,33 @@ private Q_SLOTS:
     /// log that is being written.
     void theLogOutlivesLooksAtTheOpenFile_data()
     {
-        QTest::addColumn<std::function<bool(ABAddressBook &, const QString &)>>("look");
-        QTest::newRow("backup") << std::function([](ABAddressBook &book, const QString &path) {
-            return static_cast<bool>(backUp(book, path + u(".backup"), true));
-        });
-        QTest::newRow("restore of itself") << std::function([](ABAddressBook &book, const QString &path) {
-            return static_cast<bool>(planRestoreOfBackup(book, path));
-        });
-        QTest::newRow("opened again") << std::function(
-            [](ABAddressBook &, const QString &path) { return open(path) != nullptr; });
+        QTest::addColumn<std::function<bool(const std::shared_ptr<ABAddressBook> &, const QString &)>>("look");
+        const auto row = [](const char *name, const auto &look) {
+            QTest::newRow(name) << std::function<bool(const std::shared_ptr<ABAddressBook> &, const QString &)>(look);
+        };
+        row("backup", [](auto &book, auto &path) { return bool(backUp(*book, path + u(".backup"), true)); });
+        row("restore of itself", [](auto &book, auto &path) { return bool(planRestoreOfBackup(*book, path)); });
+        row("opened again", [](auto &, auto &path) { return open(path) != nullptr; });
+        row("file dialog", [](auto &, auto &path) { return listInDialog(path); });
+        row("import", areNotImported);
     }
     void theLogOutlivesLooksAtTheOpenFile()
     {
-        QFETCH(std::function<bool(ABAddressBook &, const QString &)>, look);
+        QFETCH(std::function<bool(const std::shared_ptr<ABAddressBook> &, const QString &)>, look);
         const QTemporaryDir folder(quickFolder());
         const QString path = folder.filePath(u("book"));
         makeBook(path);
         const auto book = open(path);
-        QVERIFY(look(*book, path));
+        const bool isDone = look(book, path);
         QVERIFY(edit(path, u("Nickname"), u("theirs")));
-        QVERIFY(QFile::exists(path + u("-wal")));
         QVERIFY(book->personWithUniqueId(u("a"))->setValue(u("ours"), kABNoteProperty));
         QVERIFY(book->save());
         QVERIFY(edit(path, u("Job Title"), u("also theirs")));
-        QCOMPARE(
-            askSql(path, "SELECT nickname || note || jobTitle FROM person"), QStringList(u("theirsoursalso theirs")));
+        const FaultyRun reader =
+            runWithFault(u("bin/peoplenook-cli"), {u("--address-book"), path, u("people")}, folder.path(), {"kill", 0});
+        for (const char *value : {"\"theirs\"", "\"ours\"", "\"also theirs\""})
+            QVERIFY2(reader.out.contains(value), reader.out);
+        QVERIFY(isDone);
     }
 
     /// The order of saves and whether somebody else has saved are told by numbers, never by times.
@@ -165,5 +204,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TwoProgramsTest)
+QTEST_MAIN(TwoProgramsTest)
 #include "TwoProgramsTest.moc"

@@ -10,6 +10,7 @@
 #include "app/Controls.h"
 #include "app/Counted.h"
 #include "app/ExportWindow.h"
+#include "app/FileDialog.h"
 #include "app/OpenOutside.h"
 #include "app/ProgressWindow.h"
 #include "app/ResultsView.h"
@@ -21,7 +22,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QProcess>
 
@@ -316,8 +316,8 @@ void AppDelegate::menuSupportClick()
 
 void AppDelegate::importClicked()
 {
-    const QStringList paths = QFileDialog::getOpenFileNames(
-        &m_window, tr("Import Contacts"), QDir::homePath(), tr("vCard files (*.vcf *.vcard);;All files (*)"));
+    const QStringList paths = askForFiles(&m_window, FilesAsked::SeveralToOpen, tr("Import Contacts"), QDir::homePath(),
+        tr("vCard files (*.vcf *.vcard);;All files (*)"));
     if (!paths.isEmpty())
         importFiles(paths);
 }

@@ -3,12 +3,12 @@
 #include "app/BackupActions.h"
 
 #include "app/Counted.h"
+#include "app/FileDialog.h"
 #include "app/HistoryModel.h"
 #include "contacts/ABAddressBook.h"
 #include "contacts/open/Backups.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
@@ -102,10 +102,10 @@ void BackupActions::fail(const QString &title, const Error &error)
 void BackupActions::backUp()
 {
     const QString name = tr("contacts %1.sqlite").arg(QDate::currentDate().toString(Qt::ISODate));
-    const QString path =
-        QFileDialog::getSaveFileName(&m_window, tr("Back Up"), QDir::home().filePath(name), fileFilter());
-    if (!path.isEmpty())
-        backUpTo(path); // the dialog asked whether a file of that name may go
+    const QStringList paths =
+        askForFiles(&m_window, FilesAsked::ToSave, tr("Back Up"), QDir::home().filePath(name), fileFilter());
+    if (!paths.isEmpty())
+        backUpTo(paths.front()); // the dialog asked whether a file of that name may go
 }
 
 void BackupActions::backUpTo(const QString &path)
@@ -115,9 +115,9 @@ void BackupActions::backUpTo(const QString &path)
 
 void BackupActions::restore()
 {
-    const QString path = QFileDialog::getOpenFileName(&m_window, tr("Restore"), QDir::homePath(), fileFilter());
-    if (!path.isEmpty())
-        restoreFrom(path);
+    const QStringList paths = askForFiles(&m_window, FilesAsked::ToOpen, tr("Restore"), QDir::homePath(), fileFilter());
+    if (!paths.isEmpty())
+        restoreFrom(paths.front());
 }
 
 void BackupActions::restoreFrom(const QString &path)

@@ -4,16 +4,18 @@
 
 #include "app/ContactPicture.h"
 #include "app/Controls.h"
+#include "app/FileDialog.h"
 #include "app/MultiValueEditor.h"
 #include "contacts/ABAddressBook.h"
+#include "contacts/open/OutsideFile.h"
 #include "contacts/record/NameTexts.h"
 #include "table/BirthdayText.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QDialogButtonBox>
-#include <QFile>
-#include <QFileDialog>
+#include <QDir>
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -167,16 +169,19 @@ QWidget *ContactCard::makeMultiValues()
 
 void ContactCard::choosePicture()
 {
-    const QString path = QFileDialog::getOpenFileName(
-        this, tr("Choose a Picture"), {}, tr("Pictures (*.png *.jpg *.jpeg *.gif *.bmp *.webp)"));
-    if (path.isEmpty())
+    static QString folder = QDir::homePath(); // where the last one was
+    const QStringList paths = askForFiles(this, FilesAsked::ToOpen, tr("Choose a Picture"), folder,
+        tr("Pictures (*.png *.jpg *.jpeg *.gif *.bmp *.webp)"));
+    if (paths.isEmpty())
         return;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestPictureFile) {
-        refuse(tr("%1: no picture that can be read").arg(path));
+    folder = QFileInfo(paths.front()).path();
+    const auto book = ABAddressBook::sharedAddressBook();
+    const auto file = readOutsideFile(paths.front(), book ? book->file() : QString(), kLargestPictureFile);
+    if (!file) {
+        refuse(file.error().text);
         return;
     }
-    m_pictureData = file.readAll();
+    m_pictureData = *file;
     showPicture();
 }
 

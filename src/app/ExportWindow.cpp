@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/ExportWindow.h"
 
+#include "app/FileDialog.h"
+
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QLabel>
@@ -104,9 +105,9 @@ void ExportWindow::accept()
 
 void ExportWindow::chooseFolder()
 {
-    const QString folder = QFileDialog::getExistingDirectory(this, tr("Export into"), m_folder->text());
-    if (!folder.isEmpty())
-        setFolder(folder);
+    const QStringList folders = askForFiles(this, FilesAsked::Folder, tr("Export into"), m_folder->text());
+    if (!folders.isEmpty())
+        setFolder(folders.front());
 }
 
 void ExportWindow::end(int result)

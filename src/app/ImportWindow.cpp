@@ -5,9 +5,9 @@
 #include "app/Controls.h"
 #include "app/Counted.h"
 #include "contacts/RecordImporter.h"
+#include "contacts/open/OutsideFile.h"
 
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
@@ -76,14 +76,9 @@ void ImportWindow::run(const QStringList &paths, const std::stop_token &isCancel
         report.failures += tr("Nothing was imported: no address book is open.");
     for (const QString &path : book ? paths : QStringList()) {
         const QString name = QFileInfo(path).fileName();
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) {
-            report.failures += tr("%1: cannot be read: %2").arg(path, file.errorString());
-            continue;
-        }
-        const QByteArray content = file.readAll();
-        if (file.error() != QFileDevice::NoError) {
-            report.failures += tr("%1: cannot be read: %2").arg(path, file.errorString());
+        const auto content = readOutsideFile(path, book->file());
+        if (!content) {
+            report.failures += content.error().description();
             continue;
         }
         const auto progress = [&](qint64 done, qint64 total) {
@@ -93,7 +88,7 @@ void ImportWindow::run(const QStringList &paths, const std::stop_token &isCancel
         };
         progress(0, 1);
         const CauseScope cause(ChangeCause::Kind::Import, name);
-        const ImportReport imported = importWhole(*book, content, progress);
+        const ImportReport imported = importWhole(*book, *content, progress);
         report.imported += imported.imported;
         report.alreadyThere += imported.alreadyThere;
         for (const ImportProblem &problem : imported.problems)

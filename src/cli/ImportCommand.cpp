@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 
 #include "contacts/RecordImporter.h"
+#include "contacts/open/OutsideFile.h"
 
 #include <QFileInfo>
 
@@ -38,17 +39,11 @@ private:
     int m_percent = -1;
 };
 
-Result<QByteArray> contentOf(const QString &name, std::istream &in)
+Result<QByteArray> contentOf(const QString &name, const ABAddressBook &book, std::istream &in)
 {
     if (name == QStringLiteral("-"))
         return QByteArray::fromStdString({std::istreambuf_iterator<char>(in), {}});
-    QFile file(name);
-    if (!file.open(QIODevice::ReadOnly))
-        return Error{ErrorKind::Io, name % QStringLiteral(": cannot be read: ") % file.errorString()};
-    QByteArray content = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return Error{ErrorKind::Io, name % QStringLiteral(": cannot be read: ") % file.errorString()};
-    return content;
+    return readOutsideFile(name, book.file());
 }
 
 /// Prints what could not be imported. False when something was lost; a group that was left out is no loss.
@@ -75,7 +70,7 @@ ExitStatus runImport(const ImportOptions &options, const CommandContext &context
     qint64 saved = 0;
     for (const auto &argument : options.files) {
         const QString file = QString::fromLocal8Bit(argument.c_str());
-        const auto content = contentOf(file, context.console.in);
+        const auto content = contentOf(file, *book, context.console.in);
         if (!content) {
             context.report(content.error().text);
             status = ExitStatus::Refused;
