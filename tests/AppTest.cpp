@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Appearance.h"
 #include "app/ContactCard.h"
+#include "app/ContactPicture.h"
 #include "app/ContactTableView.h"
 #include "app/ContactsApplication.h"
 #include "app/Controls.h"
@@ -16,6 +17,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDropEvent>
@@ -356,6 +358,40 @@ private Q_SLOTS:
         QCOMPARE(savedBook(),
             QByteArray("{\"uid\":\"1\",\"firstName\":\"Bea\",\"suffix\":\"theirs\",\"note\":\"two\\nlines\","
                        "\"address\":[{\"label\":\"hut\",\"value\":{\"city\":\"Rome\"}}]}\n"));
+    }
+
+    void cardTakesPicturesThatItCanShow()
+    {
+        start({"{'uid':'1','firstName':'Ann'}"});
+        const ABPersonPtr person = ABAddressBook::sharedAddressBook()->people().front();
+        const auto fileOf = [](int width, int height, const char *format) {
+            QImage image(width, height, QImage::Format_RGB32);
+            image.fill(Qt::red);
+            QBuffer buffer;
+            image.save(&buffer, format);
+            return buffer.data();
+        };
+        const auto stored = [&](const QByteArray &content) {
+            QFile file(m_folder.filePath(u"picture.png"_s));
+            if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+                return QByteArray();
+            file.close();
+            m_app->editInAddressBook(person);
+            auto *card = window().findChild<ContactCard *>();
+            card->setPicture(file.fileName());
+            card->save();
+            delete card;
+            const QByteArray *image = person->record()->imageData();
+            return image ? *image : QByteArray();
+        };
+        QCOMPARE(stored("no picture"), QByteArray());
+        const QByteArray small = fileOf(600, 400, "PNG");
+        QCOMPARE(stored(small.chopped(small.size() / 2)), QByteArray());
+        QCOMPARE(stored(small), small);
+        const QByteArray photograph = stored(fileOf(6000, 4000, "JPEG")); // 24 megapixels
+        QCOMPARE(QImage::fromData(photograph).size(), QSize(1024, 682));
+        QVERIFY(!decodedPicture(photograph, 96).isNull());
+        QCOMPARE(stored(QByteArray("\xFF\xD8\xFF", 3)), photograph);
     }
 
     void everythingFocusableHasAName()

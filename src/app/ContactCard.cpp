@@ -175,14 +175,25 @@ void ContactCard::choosePicture()
     if (paths.isEmpty())
         return;
     folder = QFileInfo(paths.front()).path();
+    setPicture(paths.front());
+}
+
+void ContactCard::setPicture(const QString &path)
+{
     const auto book = ABAddressBook::sharedAddressBook();
-    const auto file = readOutsideFile(paths.front(), book ? book->file() : QString(), kLargestPictureFile);
+    const auto file = readOutsideFile(path, book ? book->file() : QString(), kLargestChosenPicture);
     if (!file) {
         refuse(file.error().text);
         return;
     }
-    m_pictureData = *file;
+    const auto picture = pictureToStore(*file);
+    if (!picture) {
+        refuse(path % QStringLiteral(": ") % picture.error().text);
+        return;
+    }
+    m_pictureData = *picture;
     showPicture();
+    refuse({});
 }
 
 void ContactCard::showPicture()

@@ -25,6 +25,8 @@ public:
     /// Writes and saves what was edited, and closes. On a refused birthday or a failed save it stays open and says why;
     /// after a failed save the person is as before.
     void save();
+    /// Takes the picture in this file, or says why not.
+    void setPicture(const QString &path);
     /// Asks first where something was edited.
     void reject() override;
 

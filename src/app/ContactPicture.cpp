@@ -3,17 +3,27 @@
 #include "app/ContactPicture.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QImageReader>
+#include <QStringBuilder>
 
 #include <algorithm>
 #include <array>
 
 namespace {
 
-constexpr int kLargestPictureMiB = 64; // as decoded
-constexpr qint64 kMostPoints = 4096LL * 4096; // scaling takes four bytes a point, however few a format takes
+struct Limits
+{
+    qint64 points; // scaling takes four bytes a point, however few a format takes
+    int mebibytes; // as decoded
+};
+constexpr Limits kFromAnybody{4096LL * 4096, 64};
+constexpr Limits kChosen{100'000'000, 400};
+constexpr qint64 kLargestStoredFile = 20LL * 1024 * 1024;
 constexpr int kLargestSide = 16'384;
 constexpr int kLongestShape = 4; // as many times as long as wide
+constexpr QSize kStoredSize(1024, 1024);
+constexpr int kStoredQuality = 90;
 
 struct Format
 {
@@ -41,10 +51,10 @@ const Format *formatOf(QByteArrayView file)
     return found == kFormats.end() ? nullptr : &*found;
 }
 
-bool isTooLarge(const QSize &size)
+bool isTooLarge(const QSize &size, const Limits &limits)
 {
     return size.width() > kLargestSide || size.height() > kLargestSide
-        || qint64(size.width()) * size.height() > kMostPoints;
+        || qint64(size.width()) * size.height() > limits.points;
 }
 
 QImage withoutLongEnds(const QImage &image)
@@ -56,23 +66,55 @@ QImage withoutLongEnds(const QImage &image)
     return image.copy(QRect(QPoint((image.width() - most.width()) / 2, (image.height() - most.height()) / 2), most));
 }
 
-} // namespace
-
-QImage decodedPicture(const QByteArray &imageFile, int side)
+Result<QImage> decoded(const QByteArray &imageFile, const Limits &limits)
 {
+    const auto refused = [](const char *reason) {
+        return Error{ErrorKind::Invalid, QCoreApplication::translate("ContactPicture", reason)};
+    };
     const Format *format = formatOf(imageFile);
-    if (!format || imageFile.size() > kLargestPictureFile)
-        return {};
+    if (!format)
+        return refused(QT_TRANSLATE_NOOP("ContactPicture", "is not a picture (JPEG, PNG, GIF, BMP, WebP or TIFF)"));
     QBuffer buffer;
     buffer.setData(imageFile);
     QImageReader reader(&buffer, format->name);
     reader.setAutoDetectImageFormat(false); // or every decoder that is installed would have a look at the bytes
-    QImageReader::setAllocationLimit(kLargestPictureMiB);
-    if (isTooLarge(reader.size()))
-        return {};
+    QImageReader::setAllocationLimit(limits.mebibytes);
+    const char *tooLarge = QT_TRANSLATE_NOOP("ContactPicture", "is too large a picture");
+    if (isTooLarge(reader.size(), limits))
+        return refused(tooLarge);
     reader.setAutoTransform(true);
     const QImage image = reader.read();
-    if (image.isNull() || isTooLarge(image.size())) // a format may not tell beforehand
+    if (image.isNull())
+        return Error{ErrorKind::Invalid,
+            QCoreApplication::translate("ContactPicture", "is a damaged picture, or one of a kind that cannot be shown")
+                % QStringLiteral(" (") % reader.errorString() % u')'};
+    if (isTooLarge(image.size(), limits)) // a format may not tell beforehand
+        return refused(tooLarge);
+    return image;
+}
+
+} // namespace
+
+QImage decodedPicture(const QByteArray &imageFile, int side)
+{
+    const auto image = imageFile.size() > kLargestStoredFile ? QImage() : decoded(imageFile, kFromAnybody);
+    if (!image || image->isNull())
         return {};
-    return withoutLongEnds(image).scaled(side, side, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+    return withoutLongEnds(*image).scaled(side, side, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+}
+
+Result<QByteArray> pictureToStore(const QByteArray &imageFile)
+{
+    const auto image = decoded(imageFile, kChosen);
+    if (!image)
+        return image.error();
+    const bool isSmall = image->size().boundedTo(kStoredSize) == image->size();
+    if (isSmall && !decodedPicture(imageFile, 1).isNull())
+        return imageFile;
+    const QImage smaller = isSmall ? *image : image->scaled(kStoredSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    if (!smaller.save(&buffer, smaller.hasAlphaChannel() ? "PNG" : "JPEG", kStoredQuality))
+        return Error{ErrorKind::Invalid, QCoreApplication::translate("ContactPicture", "cannot be made smaller")};
+    return buffer.data();
 }
