@@ -334,8 +334,8 @@ private Q_SLOTS:
 
     void cardEditsWhatWasTypedAndNoMore()
     {
-        start(
-            {"{'uid':'1','firstName':'Ann','note':'two\\nlines','address':[{'label':'hut','value':{'city':'Rome'}}]}"});
+        start({"{'uid':'1','firstName':'Ann','title':'Dr','note':'two\\nlines','address':[{'label':'hut','value':{'"
+               "city':'Rome'}}]}"});
         const ABPersonPtr person = ABAddressBook::sharedAddressBook()->people().front();
         m_app->editInAddressBook(person);
         auto *card = window().findChild<ContactCard *>();
@@ -346,6 +346,9 @@ private Q_SLOTS:
             if (edit->text() == u"Ann") {
                 edit->selectAll();
                 QTest::keyClicks(edit, u"Bea"_s);
+            } else if (edit->text() == u"Dr") { // is gone, not empty
+                edit->selectAll();
+                QTest::keyClick(edit, Qt::Key_Delete);
             }
         }
         person->setValue(u"theirs"_s, kABSuffixProperty); // while the card is open

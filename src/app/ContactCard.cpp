@@ -62,11 +62,12 @@ constexpr auto kMultiTitles = std::to_array<Title>({
     {kABRelatedNamesProperty, QT_TRANSLATE_NOOP("ContactCard", "Related names")},
 });
 
-/// An absent text that stays empty stays absent.
+/// A text that was cleared becomes absent; an empty one would be a value that scans find.
 void setText(PersonRecord &record, ABProperty property, const QString &text)
 {
-    const QString *before = record.text(property);
-    if (before ? *before != text : !text.isEmpty())
+    if (text.isEmpty())
+        record.removeValue(property);
+    else
         record.setText(property, text);
 }
 
