@@ -11,6 +11,7 @@
 #include "app/PreviewView.h"
 #include "app/ProgressWindow.h"
 #include "app/ResultsView.h"
+#include "app/TableViewWindowController.h"
 #include "contacts/sqlite/SqliteStore.h"
 #include "support/AppFixture.h"
 #include "support/TestPeople.h"
@@ -22,6 +23,7 @@
 #include <QComboBox>
 #include <QDropEvent>
 #include <QLineEdit>
+#include <QListView>
 #include <QMenu>
 #include <QMimeData>
 #include <QRadioButton>
@@ -190,8 +192,14 @@ private Q_SLOTS:
         conditions.setData(conditions.index(0), {}, Qt::CheckStateRole);
         conditions.setData(conditions.index(0), {}, Qt::CheckStateRole);
         QCOMPARE(conditions.getSelectArray(), all.mid(1) + all.mid(0, 1));
-        for (int row = 0; row < conditions.rowCount(); ++row)
-            m_app->conditions().setData(m_app->conditions().index(row), {}, Qt::CheckStateRole);
+        m_app->preferencesButtonClicled();
+        auto *preferences = window().findChild<TableViewWindowController *>();
+        auto *list = preferences->findChild<QListView *>();
+        for (int row = 0; row < conditions.rowCount(); ++row) {
+            const QRect words = list->visualRect(list->model()->index(row, 0));
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, words.center());
+        }
+        preferences->okClicked();
         Answer warning(u"OK"_s);
         window().scanButton()->click();
         QCOMPARE(warning.said,
