@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QMenu>
@@ -141,6 +142,27 @@ private Q_SLOTS:
         edit(u"XYZ"_s, u"Jr"_s);
         QTRY_COMPARE(m_app->outlineViewController()->findingCount(), 1);
         QCOMPARE(selectedName(), u"Bo Ng"_s);
+    }
+
+    void longTextsStayInTheWindow()
+    {
+        const QByteArray word(280, 'S');
+        start(
+            {"{'uid':'1','firstName':'" + word + "','lastName':'Lee','suffix':'" + word + "','note':'" + word + "'}"});
+        const QSize size = window().size();
+        scan();
+        QApplication::processEvents();
+        QCOMPARE(window().size(), size);
+        PreviewView *preview = window().results()->preview();
+        QTRY_VERIFY(preview->widget()->isVisible());
+        QVERIFY(preview->widget()->width() <= preview->viewport()->width());
+
+        PreviewDocument document; // as of a merge
+        document.add({114, 112, 210, 17}, u"\none\r\ntwo"_s);
+        preview->setDocument(document);
+        const auto *label = preview->widget()->findChild<QLabel *>();
+        QCOMPARE(label->text(), u"one\ntwo"_s);
+        QVERIFY(label->height() >= label->sizeHint().height());
     }
 
     void windowsLiveWhileASaveWaits_data()

@@ -81,7 +81,7 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     , m_birthday(new QLineEdit)
     , m_isCompany(new QCheckBox(tr("Show as a company")))
     , m_picture(new QLabel)
-    , m_reason(new QLabel)
+    , m_reason(new WrappedText(Qt::LeftToRight))
 {
     setWindowTitle(tr("Contact"));
     setFirstSize(*this, {620, 720});
@@ -96,11 +96,10 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
-    m_reason->setWordWrap(true);
-    m_reason->setTextFormat(Qt::PlainText);
     QPalette colours = palette();
-    colours.setColor(QPalette::WindowText, colours.color(QPalette::BrightText));
+    colours.setColor(QPalette::Text, colours.color(QPalette::BrightText));
     m_reason->setPalette(colours);
+    refuse({});
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &ContactCard::save);
     connect(buttons, &QDialogButtonBox::rejected, this, [this] { done(Rejected); }); // as deliberate as Save
@@ -205,7 +204,7 @@ void ContactCard::showPicture()
 void ContactCard::refuse(const QString &reason)
 {
     m_reason->setText(reason);
-    m_reason->setAccessibleName(reason);
+    m_reason->setVisible(!reason.isEmpty());
 }
 
 void ContactCard::applyTexts(PersonRecord &record) const

@@ -12,6 +12,7 @@ class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
+class WrappedText;
 
 /// One contact in full: every property, label and picture, to read and to edit. Only what was edited is written, so
 /// what somebody else changes meanwhile stays.
@@ -60,6 +61,6 @@ private:
     QLineEdit *m_birthday;
     QCheckBox *m_isCompany;
     QLabel *m_picture;
-    QLabel *m_reason;
+    WrappedText *m_reason;
     QByteArray m_pictureData;
 };

@@ -4,16 +4,19 @@
 
 #include "app/ContactPicture.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QScreen>
+#include <QStyle>
 
 #include <algorithm>
 
 namespace {
 
 constexpr QSize kRoomForFrame(16, 48); // which the window manager adds
+constexpr int kMostLines = 10; // that a text is shown with at once
 
 } // namespace
 
@@ -103,6 +106,44 @@ void BannerView::paintEvent(QPaintEvent *)
     painter.fillRect(rect(), palette().color(QPalette::Button));
     painter.setOpacity(0.35);
     painter.drawPixmap(rect(), m_picture);
+}
+
+WrappedText::WrappedText(Qt::LayoutDirection direction, QWidget *parent) : QTextEdit(parent)
+{
+    setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setFocusPolicy(Qt::ClickFocus);
+    setFrameShape(NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setAutoFillBackground(false);
+    document()->setDocumentMargin(0);
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setTextDirection(direction);
+    document()->setDefaultTextOption(option);
+    setWordWrapMode(option.wrapMode());
+    connect(
+        document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this, &WrappedText::fitHeight);
+    fitHeight();
+}
+
+void WrappedText::setText(const QString &plain)
+{
+    setPlainText(plain);
+    setAccessibleName(plain);
+}
+
+void WrappedText::fitHeight()
+{
+    const int lineHeight = QFontMetrics(document()->defaultFont()).lineSpacing();
+    setFixedHeight(qCeil(std::clamp(document()->size().height(), qreal(lineHeight), qreal(lineHeight * kMostLines))));
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+    style()->drawItemText(&painter, contentsRect(), int(alignment()), palette(), isEnabled(), shown, foregroundRole());
 }
 
 QPixmap personPicture(const QByteArray &imageFile, int size, qreal devicePixelRatio)

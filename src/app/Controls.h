@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QLabel>
 #include <QPixmap>
 #include <QPointer>
 #include <QPushButton>
+#include <QTextEdit>
 
 #include <vector>
 
@@ -53,6 +55,37 @@ protected:
 
 private:
     QPixmap m_picture;
+};
+
+/// A label that never widens its window: it breaks its text wherever it has to, and scrolls a very long one. The text
+/// stands at the left, also where it is in a script that goes to the left, and can be selected.
+class WrappedText : public QTextEdit
+{
+    Q_OBJECT
+
+public:
+    /// @p direction is that of the sentence, which a foreign word at its start must not turn round; by default the text
+    /// itself tells.
+    explicit WrappedText(Qt::LayoutDirection direction = Qt::LayoutDirectionAuto, QWidget *parent = nullptr);
+
+    void setText(const QString &plain);
+    QString text() const { return toPlainText(); }
+
+private:
+    void fitHeight();
+};
+
+/// One line of text that never widens its window: what does not fit is left out in its middle.
+class ElidedLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    using QLabel::QLabel;
+    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
 };
 
 /// A person's picture in a rounded square of the given size; the stand-in where there is none or it cannot be read.

@@ -2,19 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/EmptyPage.h"
 
+#include "app/Controls.h"
+
 #include <QBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 
 EmptyPage::EmptyPage(QWidget *parent)
     : QWidget(parent)
-    , m_text(new QLabel(this))
+    , m_text(new WrappedText(Qt::LeftToRight, this))
     , m_import(new QPushButton(tr("Import ..."), this))
     , m_sample(new QPushButton(tr("Open the Sample"), this))
 {
-    m_text->setAlignment(Qt::AlignCenter);
-    m_text->setWordWrap(true);
-    m_text->setTextFormat(Qt::RichText);
     connect(m_import, &QPushButton::clicked, this, &EmptyPage::importRequested);
     connect(m_sample, &QPushButton::clicked, this, &EmptyPage::sampleRequested);
     auto *buttons = new QHBoxLayout;
@@ -48,10 +46,11 @@ void EmptyPage::showNoAddressBook(const QString &reason)
 
 void EmptyPage::say(const QString &title, const QStringList &sentences)
 {
-    QString text = QStringLiteral("<h3>%1</h3>").arg(title.toHtmlEscaped());
+    QString text = QStringLiteral("<h3 align=\"center\">%1</h3>").arg(title.toHtmlEscaped());
     for (const QString &sentence : sentences)
-        text += QStringLiteral("<p>%1</p>").arg(sentence.toHtmlEscaped());
-    m_text->setText(text);
+        text += QStringLiteral("<p align=\"center\">%1</p>").arg(sentence.toHtmlEscaped());
+    m_text->setHtml(text);
+    m_text->setAccessibleName(m_text->text());
 }
 
 void EmptyPage::setOffersShown(bool isShown)

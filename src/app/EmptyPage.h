@@ -4,8 +4,8 @@
 
 #include <QWidget>
 
-class QLabel;
 class QPushButton;
+class WrappedText;
 
 /// What stands in the place of a contact table without rows: why there are none, and what to do about it.
 class EmptyPage : public QWidget
@@ -30,7 +30,7 @@ private:
     void say(const QString &title, const QStringList &sentences);
     void setOffersShown(bool isShown);
 
-    QLabel *m_text;
+    WrappedText *m_text;
     QPushButton *m_import;
     QPushButton *m_sample;
 };

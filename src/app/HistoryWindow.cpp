@@ -9,7 +9,6 @@
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QHeaderView>
-#include <QLabel>
 #include <QListView>
 #include <QPushButton>
 #include <QShortcut>
@@ -56,14 +55,12 @@ HistoryWindow::HistoryWindow(QWidget *parent)
     , m_steps(new QTableView(this))
     , m_people(new QListView(this))
     , m_differences(new QTableWidget(0, int(std::size(kDifferenceTitles)), this))
-    , m_message(new QLabel(this))
+    , m_message(new WrappedText(Qt::LeftToRight, this))
     , m_restore(new QPushButton(tr("&Restore"), this))
 {
     setWindowTitle(tr("Change History"));
     setFirstSize(*this, {860, 600});
     setUpLists();
-    m_message->setWordWrap(true);
-    m_message->setTextFormat(Qt::PlainText);
     m_restore->setEnabled(false);
     auto *close = new QPushButton(tr("&Close"), this);
     connect(m_restore, &QPushButton::clicked, this, &HistoryWindow::restoreSelected);

@@ -8,7 +8,7 @@
 
 #include <QWidget>
 
-class QLabel;
+class WrappedText;
 class QListView;
 class QPushButton;
 class QTableView;
@@ -59,7 +59,7 @@ private:
     QTableView *m_steps;
     QListView *m_people;
     QTableWidget *m_differences;
-    QLabel *m_message;
+    WrappedText *m_message;
     QPushButton *m_restore;
     quint64 m_request = 0; // which step was asked for last
     LatestJob m_reader;

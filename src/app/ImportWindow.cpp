@@ -9,7 +9,6 @@
 
 #include <QDialogButtonBox>
 #include <QFileInfo>
-#include <QLabel>
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
@@ -27,16 +26,13 @@ struct ImportWindow::Report
 ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *parent)
     : QDialog(parent)
     , m_log(log)
-    , m_text(new QLabel(this))
+    , m_text(new WrappedText(Qt::LeftToRight, this))
     , m_bar(new QProgressBar(this))
     , m_skipped(new QListWidget(this))
     , m_button(new QPushButton(tr("Cancel"), this))
 {
     setWindowTitle(tr("Import"));
     setFirstSize(*this, {560, 320});
-    m_text->setWordWrap(true);
-    m_text->setTextFormat(Qt::PlainText);
-    m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_bar->setAccessibleName(tr("Import progress"));
     m_bar->setRange(0, 100);
     m_skipped->setAccessibleName(tr("What was skipped, and why"));
@@ -47,6 +43,7 @@ ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *
     layout->addWidget(m_text);
     layout->addWidget(m_bar);
     layout->addWidget(m_skipped, 1);
+    layout->addStretch(); // as long as there is no list
     layout->addWidget(m_button, 0, Qt::AlignRight);
     m_job.start([this, paths](const std::stop_token &isCancelled) { run(paths, isCancelled); });
 }
@@ -132,7 +129,7 @@ void ImportWindow::showReport(const Report &report)
     m_skipped->addItems(report.skipped);
     m_skipped->setVisible(!report.skipped.isEmpty());
     if (report.skipped.isEmpty()) // the window has room for a list
-        resize(width(), layout()->totalHeightForWidth(width()));
+        resize(width(), layout()->totalSizeHint().height());
     m_button->setText(tr("Close"));
     m_button->setEnabled(true);
     m_button->setFocus();

@@ -7,10 +7,10 @@
 
 #include <QDialog>
 
-class QLabel;
 class QListWidget;
 class QProgressBar;
 class QPushButton;
+class WrappedText;
 
 /// Imports files while it is open: shows how far it is, can be cancelled, and lists what was skipped and why.
 /// What it reads is saved in one step a file; a file that is cancelled or cannot be saved leaves nothing.
@@ -40,7 +40,7 @@ private:
     void showReport(const Report &report);
 
     ActivityLog &m_log;
-    QLabel *m_text;
+    WrappedText *m_text;
     QProgressBar *m_bar;
     QListWidget *m_skipped;
     QPushButton *m_button;

@@ -54,7 +54,7 @@ MainWindow::MainWindow(LoadContactsViewController &table)
     , m_areas(new QStackedWidget(this))
     , m_progress(new ProgressWindow(this))
     , m_failureMark(new QToolButton(this))
-    , m_bookName(new QLabel(this))
+    , m_bookName(new ElidedLabel(this))
     , m_giveUp(new QToolButton(this))
 {
     setWindowTitle(QApplication::applicationDisplayName());

@@ -6,8 +6,10 @@
 
 #include <QScrollArea>
 
-/// Draws the preview of a repair. Places are given for a small font; all of them grow with the font in use, so texts
-/// keep their order and are not cut off.
+class QLabel;
+
+/// Draws the preview of a repair. Places are given for a small font; all of them grow with the font in use, and columns
+/// with their texts as far as the view is wide. A text that needs more room is broken, and what is below moves down.
 class PreviewView : public QScrollArea
 {
     Q_OBJECT
@@ -21,11 +23,17 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     bool event(QEvent *event) override;
 
 private:
     void layOut();
+    QLabel *addLabel(QWidget &view, const PreviewField &field, int room) const;
+    int contentWidth() const;
+    /// How wide the text may be before it is broken.
+    int roomFor(const std::vector<PreviewField> &fields, std::size_t i, double across) const;
 
     PreviewDocument m_document;
     QString m_spoken;
+    int m_laidOutWidth = -1;
 };

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -21,6 +22,7 @@
 namespace {
 
 constexpr int kPictureSize = 72;
+constexpr int kPreviewHeight = 120; // at least; where the window is low, the panel scrolls
 
 } // namespace
 
@@ -29,10 +31,10 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     , m_controller(controller)
     , m_tree(new FindingTree(this))
     , m_count(new QLabel(this))
-    , m_name(new QLabel(this))
+    , m_name(new WrappedText)
     , m_picture(new QLabel(this))
-    , m_email(new QLabel(this))
-    , m_problem(new QLabel(this))
+    , m_email(new WrappedText)
+    , m_problem(new WrappedText(Qt::LeftToRight))
     , m_optionButtons(new QButtonGroup(this))
     , m_preview(new PreviewView(this))
     , m_side(new QStackedWidget(this))
@@ -81,17 +83,12 @@ QWidget *ResultsView::makePanel()
     large.setPointSizeF(large.pointSizeF() * 1.3);
     m_name->setFont(large);
     m_picture->setFixedSize(kPictureSize, kPictureSize);
-    for (QLabel *label : {m_name, m_email, m_problem}) {
-        label->setTextFormat(Qt::PlainText);
-        label->setWordWrap(true);
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    }
     auto *names = new QVBoxLayout;
     names->addWidget(m_name);
     names->addWidget(m_email);
     names->addStretch();
     auto *head = new QHBoxLayout;
-    head->addWidget(m_picture);
+    head->addWidget(m_picture, 0, Qt::AlignTop);
     head->addLayout(names, 1);
 
     auto *box = new QGroupBox(tr("Repair"));
@@ -106,7 +103,13 @@ QWidget *ResultsView::makePanel()
     layout->addWidget(m_problem);
     layout->addWidget(box);
     layout->addWidget(details, 1);
-    return panel;
+    m_preview->setMinimumHeight(kPreviewHeight);
+    auto *scroll = new QScrollArea;
+    scroll->setWidget(panel);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    return scroll;
 }
 
 QWidget *ResultsView::makeTips()

@@ -14,6 +14,7 @@ class QStackedWidget;
 class QTreeView;
 class QVBoxLayout;
 class PreviewView;
+class WrappedText;
 
 /// The results of a scan: the tree, and beside it the selected finding with its repairs and their preview. Everything
 /// it does, its controller does.
@@ -51,10 +52,10 @@ private:
     OutlineViewController &m_controller;
     QTreeView *m_tree;
     QLabel *m_count;
-    QLabel *m_name;
+    WrappedText *m_name;
     QLabel *m_picture;
-    QLabel *m_email;
-    QLabel *m_problem;
+    WrappedText *m_email;
+    WrappedText *m_problem;
     QWidget *m_boxWithMatrix;
     QVBoxLayout *m_options;
     QButtonGroup *m_optionButtons;
