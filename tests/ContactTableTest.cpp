@@ -99,12 +99,15 @@ private Q_SLOTS:
         QTest::newRow("other alphabets") << u"ΌΛΓΑ"_s << std::vector<int>{2};
         QTest::newRow("beyond 16 bits") << u"𐐀"_s << std::vector<int>{0};
         QTest::newRow("made texts") << u"1984-05"_s << std::vector<int>{1};
+        QTest::newRow("a number without its blanks") << u"15550123"_s << std::vector<int>{2};
+        QTest::newRow("a number set in another way") << u"555-01-23"_s << std::vector<int>{2};
     }
     void findsWords()
     {
         QFETCH(QString, text);
         const PersonRows rows = rowsFor({"{'firstName':'Ann','lastName':'Lee','nickname':'𐐨'}",
-            "{'firstName':'Joanne','note':'Tea','birthday':'1984-05-06'}", "{'firstName':'Όλγα'}"});
+            "{'firstName':'Joanne','note':'Tea','birthday':'1984-05-06'}",
+            "{'firstName':'Όλγα','phone':[{'label':'_$!<Mobile>!$_','value':'+1 (555) 0123'}]}"});
         const SearchTexts texts(rows);
         QTEST(texts.rowsWith(text), "rows");
         QCOMPARE(texts.samples(), (QStringList{u"𐐨"_s, u"Όλγα"_s}));

@@ -28,6 +28,24 @@ bool appendFolded(std::string &texts, const QString &text)
     return isAscii;
 }
 
+/// A phone number without what people set between its digits.
+QString digitsOf(const QString &number)
+{
+    QString digits;
+    for (const QChar character : number) {
+        if (character.isDigit())
+            digits += QChar(u'0' + character.digitValue());
+    }
+    return digits;
+}
+
+/// Whether it could be a phone number or a part of one.
+bool isNumber(const QString &word)
+{
+    return std::ranges::all_of(
+        word, [](QChar character) { return character.isDigit() || QStringLiteral("+-./()").contains(character); });
+}
+
 bool holds(std::string_view text, const std::string &word)
 {
     return memmem(text.data(), text.size(), word.data(), word.size()) != nullptr;
@@ -54,6 +72,10 @@ SearchTexts::Slice SearchTexts::add(const PersonDictionary &row)
         const QString text = kept ? *kept : row.text(entry.field());
         if (!appendFolded(m_texts, text))
             takeSample(text);
+        if (fieldInfo(entry.field()).property != kABPhoneProperty)
+            continue;
+        if (const QString digits = digitsOf(text); digits != text)
+            appendFolded(m_texts, digits);
     }
     return {begin, m_texts.size() - begin};
 }
@@ -104,13 +126,22 @@ SearchTexts::Slice SearchTexts::sliceOf(const PersonRow &row, std::size_t place)
 
 std::vector<int> SearchTexts::rowsWith(const QString &text) const
 {
-    std::vector<std::string> words;
-    for (const QString &word : text.toCaseFolded().split(u' ', Qt::SkipEmptyParts))
-        words.push_back(word.toUtf8().toStdString());
+    struct Word
+    {
+        std::string text;
+        std::string digits; // empty unless it may be a phone number
+    };
+    std::vector<Word> words;
+    for (const QString &word : text.toCaseFolded().split(u' ', Qt::SkipEmptyParts)) {
+        const QString digits = isNumber(word) ? digitsOf(word) : QString();
+        words.push_back({word.toUtf8().toStdString(), digits.toStdString()});
+    }
     std::vector<int> found;
     for (std::size_t row = 0; row < m_slices.size(); ++row) {
         const auto texts = std::string_view(m_texts).substr(m_slices[row].begin, m_slices[row].size);
-        if (std::ranges::all_of(words, [texts](const std::string &word) { return holds(texts, word); }))
+        if (std::ranges::all_of(words, [texts](const Word &word) {
+                return holds(texts, word.text) || (!word.digits.empty() && holds(texts, word.digits));
+            }))
             found.push_back(static_cast<int>(row));
     }
     return found;

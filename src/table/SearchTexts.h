@@ -27,7 +27,8 @@ public:
     const QStringList &samples() const { return m_samples; }
 
     /// Which rows have each word of @p text in some field, in their order: all of them where it has no words. Capital
-    /// and small letters are the same, by Unicode's simple case folding.
+    /// and small letters are the same, by Unicode's simple case folding. A phone number is also found by its digits,
+    /// whatever stands between them.
     std::vector<int> rowsWith(const QString &text) const;
 
 private:
