@@ -348,7 +348,8 @@ private Q_SLOTS:
 
     void copiesACellOrRows()
     {
-        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}", "{'uid':'2','firstName':'Bo','lastName':'Ng'}"});
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee\\n\\'X\\''}",
+            "{'uid':'2','firstName':'Bo','lastName':'Ng'}"});
         m_app->loadContactsViewController().getTableView()->setColumns({Field::FirstName, Field::LastName});
         QTableView *table = contacts()->table();
         const auto copied = [table](Qt::KeyboardModifiers modifiers) {
@@ -359,7 +360,7 @@ private Q_SLOTS:
         QCOMPARE(copied(Qt::ControlModifier), u"Ng"_s);
         QCOMPARE(copied(Qt::ControlModifier | Qt::AltModifier), u"Bo\tNg"_s);
         table->selectAll();
-        QCOMPARE(copied(Qt::ControlModifier), u"Ann\tLee\nBo\tNg"_s);
+        QCOMPARE(copied(Qt::ControlModifier), u"Ann\t\"Lee\n\"\"X\"\"\"\nBo\tNg"_s);
     }
 
     void theSampleHasABookOfItsOwn()

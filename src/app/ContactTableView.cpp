@@ -25,6 +25,20 @@
 #include <algorithm>
 #include <set>
 
+namespace {
+
+/// As spreadsheets quote what they copy, so that a value stays in its cell.
+QString inOneCell(QString value)
+{
+    const bool isPlain = std::ranges::none_of(
+        value, [](QChar character) { return character == u'\t' || character == u'\n' || character == u'\r'; });
+    if (isPlain && !value.startsWith(u'"'))
+        return value;
+    return u'"' % value.replace(u'"', QStringLiteral("\"\"")) % u'"';
+}
+
+} // namespace
+
 ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidget *parent)
     : QWidget(parent)
     , m_controller(controller)
@@ -254,7 +268,7 @@ void ContactTableView::copyRows()
     for (int i = 0; i < cells.size(); ++i) {
         if (i > 0)
             text += cells[i].row() == cells[i - 1].row() ? u'\t' : u'\n';
-        text += cells[i].data(Qt::EditRole).toString();
+        text += inOneCell(cells[i].data(Qt::EditRole).toString());
     }
     QApplication::clipboard()->setText(text);
 }
