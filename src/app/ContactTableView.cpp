@@ -99,6 +99,7 @@ void ContactTableView::setUpTable()
     QHeaderView *header = m_table->horizontalHeader();
     header->setDefaultSectionSize(ContactTableModel::kColumnWidth);
     header->setSectionsMovable(true);
+    header->setAutoScroll(false); // Qt 6.4 scrolls to the left wherever a title is dragged to
     header->setSectionsClickable(true);
     header->setHighlightSections(false);
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
