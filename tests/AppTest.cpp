@@ -64,22 +64,6 @@ private Q_SLOTS:
 
     void cleanup() { end(); }
 
-    void editsACell()
-    {
-        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});
-        QTableView *table = contacts()->table();
-        table->setCurrentIndex(table->model()->index(0, 1));
-        table->setFocus();
-        QTest::keyClick(table, Qt::Key_F2);
-        auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
-        QVERIFY(editor);
-        editor->setText(u"Ng"_s);
-        QTest::keyClick(editor, Qt::Key_Return);
-        QTRY_COMPARE(savedBook(), QByteArray("{\"uid\":\"1\",\"firstName\":\"Ann\",\"lastName\":\"Ng\"}\n"));
-        QTRY_VERIFY(window().freshButton()->isEnabled());
-        QCOMPARE(table->currentIndex(), table->model()->index(0, 1)); // where one goes on
-    }
-
     void searchesSortsAndDeletes()
     {
         start({"{'uid':'1','firstName':'Ann','note':'likes tea'}", "{'uid':'2','firstName':'Bo'}",

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/CellDelegate.h"
+#include "app/CellMessage.h"
 #include "app/ContactCard.h"
 #include "app/ContactTableView.h"
 #include "app/Controls.h"
@@ -11,6 +12,7 @@
 #include "base/PatientCall.h"
 #include "contacts/open/OpenStore.h"
 #include "support/AppFixture.h"
+#include "support/TestPeople.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -82,6 +84,20 @@ class WindowTest : public QObject, private AppFixture
                 return column;
         }
         return -1;
+    }
+
+    /// Opens the editor in the row of the contact with this first name.
+    QLineEdit *edit(const QString &firstName, const QString &column)
+    {
+        QTableView *table = contacts()->table();
+        m_app->loadContactsViewController().getTableView()->setColumns(
+            {Field::FirstName, Field::LastName, Field::Birthday, Field::Note});
+        const QModelIndex first = table->model()->index(0, columnOf(u"First Name"_s));
+        const QModelIndexList found = table->model()->match(first, Qt::DisplayRole, firstName);
+        table->setCurrentIndex(found.front().siblingAtColumn(columnOf(column)));
+        table->setFocus();
+        QTest::keyClick(table, Qt::Key_F2);
+        return qobject_cast<QLineEdit *>(QApplication::focusWidget());
     }
 
 private Q_SLOTS:
@@ -205,6 +221,108 @@ private Q_SLOTS:
         QVERIFY(savedBook().contains(deed == u"fix" ? "\"lastName\":\"Lee\"}" : "\"firstName\":\"Bea\""));
         QTRY_COMPARE(events.back(), u"delivered"_s);
         QCOMPARE(failed.count(), 0);
+    }
+
+    void whatIsTypedIntoTheNextCellStays_data()
+    {
+        QTest::addColumn<QString>("view");
+        for (const char *view : {"plain", "sorted", "searched", "column shown"})
+            QTest::newRow(view) << QString::fromLatin1(view);
+    }
+
+    void whatIsTypedIntoTheNextCellStays()
+    {
+        QFETCH(const QString, view);
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});
+        for (int i = 0; i < 60; ++i)
+            ABAddressBook::sharedAddressBook()->addRecord(
+                std::make_shared<ABPerson>(QString::number(100 + i), recordFromText("{'firstName':'Bo'}").record));
+        QVERIFY(ABAddressBook::sharedAddressBook()->save());
+        window().freshButton()->click();
+        QTRY_COMPARE(contacts()->table()->model()->rowCount(), 61);
+        LoadContactsViewController &controller = m_app->loadContactsViewController();
+        if (view == u"sorted")
+            controller.sortDescriptorsDidChange({{Field::FirstName, Qt::DescendingOrder}});
+        if (view == u"searched") {
+            QTest::keyClicks(contacts()->searchField(), u"ann"_s);
+            QTRY_COMPARE(contacts()->table()->model()->rowCount(), 1);
+        }
+        int loads = 0;
+        connect(&controller, &LoadContactsViewController::tableViewDataChange, &window(), [&loads] { ++loads; });
+        QTest::keyClicks(edit(u"Ann"_s, u"First Name"_s), u"Bea"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTest::keyClicks(QApplication::focusWidget(), u"It"_s);
+        QTRY_COMPARE(loads, 1);
+        QTest::qWait(20); // the rows of the load have their turn
+        if (view == u"column shown")
+            controller.menuDidChange(u"Department"_s);
+        QTest::keyClicks(QApplication::focusWidget(), u"o"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_VERIFY(savedBook().startsWith("{\"uid\":\"1\",\"firstName\":\"Bea\",\"lastName\":\"Ito\"}\n"));
+        QTRY_COMPARE(loads, 2);
+        if (view == u"searched")
+            return;
+        QTableView *table = contacts()->table();
+        QTRY_COMPARE(table->currentIndex().row(), 0);
+        QTRY_VERIFY(table->viewport()->rect().contains(table->visualRect(table->currentIndex())));
+    }
+
+    void lookingIntoACellIsNoEdit()
+    {
+        start({"{'uid':'1','note':'" + QByteArray(40'000, 'x') + "'}"});
+        const QByteArray before = savedBook();
+        QTableView *table = contacts()->table();
+        m_app->loadContactsViewController().getTableView()->setColumns({Field::FirstName, Field::Note});
+        const QModelIndex note = table->model()->index(0, 1);
+        const QPoint at = table->visualRect(note).center();
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, at);
+        QVERIFY(contacts()->isEditing());
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, at - QPoint(table->columnWidth(note.column()), 0));
+        QTRY_VERIFY(!contacts()->isEditing());
+        QCOMPARE(savedBook(), before);
+    }
+
+    void lettersAreSearchedFor()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}", "{'uid':'2','firstName':'Bo','lastName':'Ng'}"});
+        const QByteArray before = savedBook();
+        QTableView *table = contacts()->table();
+        QLineEdit *search = contacts()->searchField();
+        table->setFocus();
+        for (const char key : {'n', 'g'})
+            QTest::keyClick(QApplication::focusWidget(), key);
+        QCOMPARE(search->text(), u"ng"_s);
+        QTRY_COMPARE(table->model()->rowCount(), 1);
+        QTest::keyClick(search, Qt::Key_Return);
+        QVERIFY(table->hasFocus());
+        QCOMPARE(contacts()->selectedRows(), std::vector<int>{1});
+        QTest::keyClick(table, Qt::Key_Return);
+        QVERIFY(contacts()->isEditing());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        search->setFocus();
+        QTest::keyClick(search, Qt::Key_Escape);
+        QCOMPARE(table->model()->rowCount(), 2);
+        QTest::keyClick(search, Qt::Key_Escape);
+        QVERIFY(table->hasFocus());
+        QCOMPARE(contacts()->selectedRows(), std::vector<int>{1});
+        QCOMPARE(savedBook(), before);
+    }
+
+    void aRefusedBirthdaySaysWhy()
+    {
+        start({"{'uid':'1','firstName':'Ann','birthday':'1984-05-06'}"});
+        QLineEdit *editor = edit(u"Ann"_s, u"Birthday"_s);
+        QTest::keyClicks(editor, u"soon"_s);
+        QTest::keyClick(editor, Qt::Key_Return);
+        const auto *reason = contacts()->findChild<CellMessage *>();
+        QTRY_VERIFY(reason->isVisible());
+        QVERIFY(reason->text().startsWith(u"Birthday: \"soon\""));
+        QVERIFY(editor->hasFocus() && editor->accessibleDescription() == reason->text());
+        editor->clear();
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTRY_COMPARE(savedBook(), QByteArray("{\"uid\":\"1\",\"firstName\":\"Ann\"}\n"));
+        QVERIFY(reason->isHidden());
     }
 
     void criticalLinesAreFailures()

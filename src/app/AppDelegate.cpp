@@ -214,10 +214,6 @@ void AppDelegate::setUpAddressBooks()
     connect(&m_watch, &OutsideWatch::changed, this, &AppDelegate::takeInOutsideChanges);
     connect(&m_watch, &OutsideWatch::failed, this,
         [this](const QString &reason) { m_activity.append(ActivityLog::Kind::Failure, reason); });
-    connect(m_window.contactTable(), &ContactTableView::editingEnded, this, [this] {
-        if (m_isReloadDue)
-            reloadUnlessEditing();
-    });
     connect(&m_window, &MainWindow::openingGivenUp, this, [this] { m_opener.giveUp(); });
     connect(&m_opener, &BookOpener::progressed, &m_window, &MainWindow::showOpening);
     connect(&m_opener, &BookOpener::opened, this, &AppDelegate::installAddressBook);
@@ -238,15 +234,8 @@ void AppDelegate::setUpAddressBooks()
 void AppDelegate::takeInOutsideChanges(const QStringList &uids)
 {
     qCInfo(lcApp) << uids.size() << "people were changed by another program";
-    reloadUnlessEditing();
+    loadClicked();
     reexamine(uids);
-}
-
-void AppDelegate::reloadUnlessEditing()
-{
-    m_isReloadDue = m_window.contactTable()->isEditing();
-    if (!m_isReloadDue)
-        loadClicked();
 }
 
 void AppDelegate::reexamine(const QStringList &uids)

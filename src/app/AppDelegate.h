@@ -89,7 +89,6 @@ private:
     void setUpAddressBooks();
     void takeInOutsideChanges(const QStringList &uids);
     void reexamine(const QStringList &uids);
-    void reloadUnlessEditing();
 
     ActivityLog m_activity;
     std::unique_ptr<Alerts> m_alerts;
@@ -105,7 +104,6 @@ private:
     std::unique_ptr<ScanAddressBook> m_scanner;
     std::unique_ptr<BackgroundScan> m_scan;
     QStringList m_scannedTitles; // whose findings are shown
-    bool m_isReloadDue = false; // once no cell is edited any more
     OutsideWatch m_watch;
     LatestJob m_bookFinder;
     LatestJob m_sampleMaker;

@@ -3,10 +3,14 @@
 #include "app/CellDelegate.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QTextLayout>
 
 #include <algorithm>
+#include <array>
+#include <limits>
 
 namespace {
 
@@ -64,6 +68,51 @@ QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &cell)
 }
 
 } // namespace
+
+CellDelegate::CellDelegate(QObject *parent, Refusal refusal)
+    : QStyledItemDelegate(parent), m_refusal(std::move(refusal))
+{ }
+
+QWidget *CellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QWidget *editor = QStyledItemDelegate::createEditor(parent, option, index);
+    if (auto *line = qobject_cast<QLineEdit *>(editor))
+        line->setMaxLength(std::numeric_limits<int>::max()); // what is beyond the usual limit would be cut off
+    m_cell = index;
+    Q_EMIT editorOpened(editor);
+    return editor;
+}
+
+void CellDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
+{
+    QStyledItemDelegate::setEditorData(editor, index);
+    if (const auto *line = qobject_cast<QLineEdit *>(editor))
+        m_opened = line->text();
+}
+
+void CellDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
+{
+    const auto *line = qobject_cast<QLineEdit *>(editor);
+    if (!line || line->text() != m_opened)
+        QStyledItemDelegate::setModelData(editor, model, index);
+}
+
+bool CellDelegate::eventFilter(QObject *object, QEvent *event)
+{
+    auto *line = qobject_cast<QLineEdit *>(object);
+    if (line && m_refusal && event->type() == QEvent::KeyPress && line->text() != m_opened) {
+        constexpr std::array committing{Qt::Key_Return, Qt::Key_Enter, Qt::Key_Tab, Qt::Key_Backtab};
+        const bool isCommitting =
+            std::ranges::find(committing, static_cast<QKeyEvent *>(event)->key()) != committing.end();
+        const QString reason = isCommitting ? m_refusal(m_cell, line->text()) : QString();
+        if (!reason.isNull()) {
+            line->setAccessibleDescription(reason);
+            Q_EMIT refused(m_cell, reason);
+            return true;
+        }
+    }
+    return QStyledItemDelegate::eventFilter(object, event);
+}
 
 void CellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {

@@ -4,14 +4,36 @@
 
 #include <QStyledItemDelegate>
 
-/// Paints cells that are one line of text. Shaping the text is nearly all that costs, and the style does it twice: to
-/// see how wide it is, and to draw it. Here it is drawn as it was shaped when it fits.
+#include <functional>
+
+/// Cells that are one line of text, and their editors. Shaping the text is nearly all that costs, and the style does it
+/// twice: to see how wide it is, and to draw it. Here it is drawn as it was shaped when it fits.
 class CellDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    /// Why a cell does not take a text; null where it does.
+    using Refusal = std::function<QString(const QModelIndex &cell, const QString &text)>;
+
+    explicit CellDelegate(QObject *parent = nullptr, Refusal refusal = {});
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override;
+    /// An editor that shows what it was opened with changes nothing.
+    void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
+
+Q_SIGNALS:
+    void editorOpened(QWidget *editor) const;
+    /// The editor stays open with the text that was refused.
+    void refused(const QModelIndex &cell, const QString &reason);
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    Refusal m_refusal;
+    mutable QPersistentModelIndex m_cell; // that the newest editor is for
+    mutable QString m_opened; // what was in it
 };

@@ -6,6 +6,20 @@
 
 #include <algorithm>
 
+void ColumnLook::follow(const QAbstractItemModel &model)
+{
+    const auto remembers = [this] { remember(); };
+    const auto restores = [this] { restore(); };
+    QObject::connect(&model, &QAbstractItemModel::columnsAboutToBeInserted, &m_view, remembers);
+    QObject::connect(&model, &QAbstractItemModel::columnsInserted, &m_view, restores);
+    QObject::connect(&model, &QAbstractItemModel::columnsAboutToBeRemoved, &m_view, remembers);
+    QObject::connect(&model, &QAbstractItemModel::columnsRemoved, &m_view, restores);
+    QObject::connect(&model, &QAbstractItemModel::columnsAboutToBeMoved, &m_view, remembers);
+    QObject::connect(&model, &QAbstractItemModel::columnsMoved, &m_view, restores);
+    QObject::connect(&model, &QAbstractItemModel::modelAboutToBeReset, &m_view, remembers);
+    QObject::connect(&model, &QAbstractItemModel::modelReset, &m_view, restores);
+}
+
 void ColumnLook::remember()
 {
     m_widths.clear();

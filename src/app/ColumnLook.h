@@ -17,10 +17,8 @@ public:
     ColumnLook(QTableView &view, const LoadContactsViewController &controller) : m_view(view), m_controller(controller)
     { }
 
-    /// Before a reset of the model.
-    void remember();
-    /// After it. A column that was not there before is as wide as new ones are.
-    void restore();
+    /// Keeps both through changes of the columns of @p model, which is the view's.
+    void follow(const QAbstractItemModel &model);
 
     /// By the fields' labels, for the settings.
     QVariantMap widths() const;
@@ -28,6 +26,8 @@ public:
     void showSortArrow();
 
 private:
+    void remember(); // before a change
+    void restore(); // after it; a column that was not there before is as wide as new ones are
     const std::vector<Field> &columns() const { return m_controller.getTableView()->columns(); }
 
     QTableView &m_view;

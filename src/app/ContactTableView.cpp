@@ -3,6 +3,7 @@
 #include "app/ContactTableView.h"
 
 #include "app/CellDelegate.h"
+#include "app/CellMessage.h"
 #include "app/Counted.h"
 #include "app/EmptyPage.h"
 #include "app/GlyphsAhead.h"
@@ -12,6 +13,7 @@
 #include <QBoxLayout>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -20,10 +22,8 @@
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QTableView>
-#include <QToolTip>
 
 #include <algorithm>
-#include <set>
 
 namespace {
 
@@ -48,7 +48,7 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     , m_table(new QTableView(this))
     , m_emptyPage(new EmptyPage(this))
     , m_pages(new QStackedWidget(this))
-    , m_place(*m_table, m_rows, *controller.getTableView())
+    , m_refusal(new CellMessage(this))
     , m_look(*m_table, controller)
     , m_contextMenu(new QMenu(this))
 {
@@ -67,8 +67,13 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     setUpTable();
     setUpColumnMenus();
     setUpContextMenu();
+    setUpHeader();
+    setUpEditing();
+    m_search->installEventFilter(this);
+    m_table->installEventFilter(this);
     connect(m_search, &QLineEdit::textChanged, &m_rows, &FilteredRows::setFilterText);
-    connect(&m_rows, &QAbstractItemModel::modelReset, this, &ContactTableView::updateSummary);
+    connect(&m_rows, &QAbstractItemModel::layoutChanged, this, &ContactTableView::updateSummary);
+    connect(m_controller.getTableView(), &QAbstractItemModel::rowsRemoved, this, &ContactTableView::updateSummary);
     updateSummary();
 }
 
@@ -76,18 +81,14 @@ void ContactTableView::setUpTable()
 {
     m_table->setAccessibleName(tr("Contacts"));
     m_table->setModel(&m_rows);
-    m_table->setItemDelegate(new CellDelegate(m_table));
     connect(&m_rows, &FilteredRows::samplesCollected, new GlyphsAhead(*m_table), &GlyphsAhead::load);
-    connect(&m_rows, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
-        m_place.remember();
-        m_look.remember();
+    connect(&m_rows, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] {
+        m_isCurrentSeen = m_table->viewport()->rect().intersects(m_table->visualRect(m_table->currentIndex()));
     });
-    connect(&m_rows, &QAbstractItemModel::modelReset, this, [this] {
-        m_look.restore();
-        m_place.restore();
+    connect(&m_rows, &QAbstractItemModel::layoutChanged, this, [this] {
+        if (m_isCurrentSeen && m_table->currentIndex().isValid())
+            m_table->scrollTo(m_table->currentIndex()); // the user was working there
     });
-    connect(m_table->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &ContactTableView::editingEnded,
-        Qt::QueuedConnection); // the editor is still there
     m_table->setTabKeyNavigation(false); // Tab leaves the table; arrows move in it
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setAlternatingRowColors(true);
@@ -96,6 +97,10 @@ void ContactTableView::setUpTable()
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 12);
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+}
+
+void ContactTableView::setUpHeader()
+{
     QHeaderView *header = m_table->horizontalHeader();
     header->setDefaultSectionSize(ContactTableModel::kColumnWidth);
     header->setSectionsMovable(true);
@@ -105,10 +110,101 @@ void ContactTableView::setUpTable()
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     connect(header, &QHeaderView::sectionMoved, this, [this](int, int from, int to) { columnDragged(from, to); });
     connect(header, &QHeaderView::sectionClicked, this, &ContactTableView::sortBy);
-    connect(m_controller.getTableView(), &ContactTableModel::cellRefused, this, [this](const QString &reason) {
-        QToolTip::showText(m_table->viewport()->mapToGlobal(m_table->visualRect(m_table->currentIndex()).bottomLeft()),
-            reason, m_table);
+    m_look.follow(m_rows);
+}
+
+void ContactTableView::setUpEditing()
+{
+    const auto refusal = [this](const QModelIndex &cell, const QString &text) {
+        const Field field = m_controller.getTableView()->columns()[std::size_t(cell.column())];
+        const auto value = LoadContactsViewController::valueFromText(text, field);
+        return value ? QString() : value.error().text;
+    };
+    auto *delegate = new CellDelegate(m_table, refusal);
+    m_table->setItemDelegate(delegate);
+    m_table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
+    connect(delegate, &CellDelegate::editorOpened, this, [this](QWidget *editor) {
+        m_controller.setEditing(true);
+        // Queued, as this view may be going together with the editor; by then the next cell's may be open.
+        const auto noteState = [this] { m_controller.setEditing(isEditing()); };
+        connect(editor, &QObject::destroyed, this, noteState, Qt::QueuedConnection);
     });
+    connect(m_refusal, &CellMessage::hidden, this, [this] { m_table->setAccessibleDescription({}); });
+    // Queued: the key or click that a refusal comes from is over then, and the next one hides it.
+    connect(delegate, &CellDelegate::refused, this, &ContactTableView::showRefusal, Qt::QueuedConnection);
+    const auto showForSource = [this](const QModelIndex &cell, const QString &reason) {
+        showRefusal(m_rows.mapFromSource(cell), reason);
+    };
+    connect(m_controller.getTableView(), &ContactTableModel::cellRefused, this, showForSource, Qt::QueuedConnection);
+}
+
+void ContactTableView::showRefusal(const QModelIndex &cell, const QString &reason)
+{
+    QRect place = m_table->visualRect(cell);
+    place.moveTopLeft(m_table->viewport()->mapTo(this, place.topLeft()));
+    m_refusal->show(reason, place);
+    m_table->setAccessibleDescription(reason);
+}
+
+bool ContactTableView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        if (watched == m_search && typedInSearchField(key))
+            return true;
+        if (watched == m_table && typedInTable(key))
+            return true;
+    }
+    if (watched == m_table && m_table->hasFocus() && event->type() == QEvent::InputMethod) { // accents, other scripts
+        m_search->setFocus();
+        return QApplication::sendEvent(m_search, event);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool ContactTableView::typedInSearchField(const QKeyEvent &key)
+{
+    if (key.modifiers().testAnyFlags(Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return false;
+    switch (key.key()) {
+    case Qt::Key_Escape:
+        if (!m_search->text().isEmpty())
+            m_search->clear();
+        else if (QWidget *pane = mainPane())
+            pane->setFocus();
+        return true;
+    case Qt::Key_Down:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (m_rows.rowCount() == 0)
+            return true;
+        if (!m_table->currentIndex().isValid())
+            m_table->selectRow(0);
+        m_table->setFocus();
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Letters go to the search field; editing a cell takes another key, so that nothing is overwritten unnoticed.
+bool ContactTableView::typedInTable(const QKeyEvent &key)
+{
+    const bool isCommand = key.modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (isCommand || !m_table->hasFocus()) // an editor passes on what it does not use
+        return false;
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) {
+        if (m_table->currentIndex().isValid())
+            m_table->edit(m_table->currentIndex());
+        return true;
+    }
+    const QString text = key.text();
+    if (text.isEmpty() || text.front().isSpace() || !(text.front().isPrint() || text.front().isSurrogate()))
+        return false;
+    m_search->setFocus();
+    m_search->end(false);
+    m_search->insert(text);
+    return true;
 }
 
 void ContactTableView::setUpColumnMenus()
@@ -189,7 +285,9 @@ void ContactTableView::sortBy(int column)
     const auto &before = m_controller.sortDescriptors();
     const bool isReversed = !before.empty() && before.front() == SortDescriptor{field, Qt::AscendingOrder};
     const Qt::SortOrder order = isReversed ? Qt::DescendingOrder : Qt::AscendingOrder;
+    const int scrolled = m_table->verticalScrollBar()->value();
     m_controller.sortDescriptorsDidChange({{field, order}});
+    m_table->verticalScrollBar()->setValue(scrolled); // a sorted table is read from where it was, usually the top
     m_look.showSortArrow();
 }
 

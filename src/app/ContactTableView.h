@@ -3,12 +3,14 @@
 #pragma once
 
 #include "app/ColumnLook.h"
-#include "app/TablePlace.h"
+#include "app/FilteredRows.h"
 #include "table/LoadContactsViewController.h"
 
 #include <QWidget>
 
+class CellMessage;
 class EmptyPage;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -35,7 +37,7 @@ public:
     const ColumnLook &columnLook() const { return m_look; }
     /// In the order of the contact table's rows, not the filter's.
     std::vector<int> selectedRows() const;
-    /// Whether a cell's editor is open; a reload would close it and lose what was typed.
+    /// Whether a cell's editor is open.
     bool isEditing() const;
 
     // For the column of the current cell.
@@ -44,16 +46,23 @@ public:
 
 Q_SIGNALS:
     void cardRequested(const ABPersonPtr &person);
-    void editingEnded();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void setUpTable();
+    void setUpHeader();
+    void setUpEditing();
     void setUpColumnMenus();
     void setUpContextMenu();
     void followColumns();
     void columnDragged(int from, int to);
     void sortBy(int column);
     void updateSummary();
+    bool typedInSearchField(const QKeyEvent &key);
+    bool typedInTable(const QKeyEvent &key);
+    void showRefusal(const QModelIndex &cell, const QString &reason);
     void copyCellOrRows();
     void copyRows();
     void copyAsCards();
@@ -67,8 +76,9 @@ private:
     QTableView *m_table;
     EmptyPage *m_emptyPage;
     QStackedWidget *m_pages;
-    TablePlace m_place;
+    CellMessage *m_refusal;
     ColumnLook m_look;
+    bool m_isCurrentSeen = false; // the current cell, before the rows changed
     QMenu *m_contextMenu;
     QList<QMenu *> m_columnMenus;
 };

@@ -17,57 +17,87 @@ FilteredRows::FilteredRows(ContactTableModel &table, QObject *parent) : QAbstrac
 {
     setSourceModel(&table);
     connect(&table, &QAbstractItemModel::modelAboutToBeReset, this, &FilteredRows::beginResetModel);
-    connect(&table, &QAbstractItemModel::modelReset, this, [this] {
+    connect(&table, &QAbstractItemModel::modelReset, this, &FilteredRows::endResetModel);
+    connect(&table, &QAbstractItemModel::layoutAboutToBeChanged, this, &FilteredRows::beginRows);
+    connect(&table, &QAbstractItemModel::layoutChanged, this, [this] {
         if (!m_texts || m_table.rows().size() > m_texts->rowCount() + kFewRows)
             collectTexts();
-        filterAnew();
-        endResetModel();
+        endRows();
     });
-    connect(&table, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] {
-        Q_EMIT layoutAboutToBeChanged();
-        keepSelections();
-    });
-    connect(&table, &QAbstractItemModel::layoutChanged, this, [this] {
-        filterAnew();
-        QModelIndexList now;
-        for (const QPersistentModelIndex &there : std::as_const(m_persistentThere))
-            now += mapFromSource(there);
-        changePersistentIndexList(m_persistentHere, now);
-        Q_EMIT layoutChanged();
-    });
-    // A single row or a column that comes, goes or moves is rare, and a reset of the view is cheap.
-    for (const auto about : {&QAbstractItemModel::rowsAboutToBeRemoved, &QAbstractItemModel::columnsAboutToBeRemoved,
-             &QAbstractItemModel::columnsAboutToBeInserted})
-        connect(&table, about, this, &FilteredRows::beginResetModel);
-    for (const auto done :
-        {&QAbstractItemModel::rowsRemoved, &QAbstractItemModel::columnsRemoved, &QAbstractItemModel::columnsInserted}) {
-        connect(&table, done, this, [this] {
-            filterAnew();
-            endResetModel();
-        });
-    }
-    connect(&table, &QAbstractItemModel::columnsAboutToBeMoved, this, &FilteredRows::beginResetModel);
-    connect(&table, &QAbstractItemModel::columnsMoved, this, &FilteredRows::endResetModel);
+    followRemovals();
+    followColumns();
     connect(&table, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex &first, const QModelIndex &last) {
         const QModelIndex from = mapFromSource(first);
         const QModelIndex to = mapFromSource(last);
         if (from.isValid() && to.isValid())
             Q_EMIT dataChanged(from, to);
     });
-    filterAnew();
+    filter();
+}
+
+void FilteredRows::followRemovals()
+{
+    connect(&m_table, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this](const QModelIndex &, int row) {
+        const QModelIndex here = mapFromSource(m_table.index(row, 0));
+        if (here.isValid())
+            beginRemoveRows({}, here.row(), here.row());
+    });
+    connect(&m_table, &QAbstractItemModel::rowsRemoved, this, [this](const QModelIndex &, int row) {
+        auto at = std::ranges::lower_bound(m_tableRows, row);
+        const bool isShown = at != m_tableRows.end() && *at == row;
+        if (isShown)
+            at = m_tableRows.erase(at);
+        std::for_each(at, m_tableRows.end(), [](int &tableRow) { --tableRow; });
+        if (isShown)
+            endRemoveRows();
+    });
+}
+
+void FilteredRows::followColumns()
+{
+    connect(&m_table, &QAbstractItemModel::columnsAboutToBeInserted, this,
+        [this](const QModelIndex &, int first, int last) { beginInsertColumns({}, first, last); });
+    connect(&m_table, &QAbstractItemModel::columnsInserted, this, &FilteredRows::endInsertColumns);
+    connect(&m_table, &QAbstractItemModel::columnsAboutToBeRemoved, this,
+        [this](const QModelIndex &, int first, int last) { beginRemoveColumns({}, first, last); });
+    connect(&m_table, &QAbstractItemModel::columnsRemoved, this, &FilteredRows::endRemoveColumns);
+    connect(&m_table, &QAbstractItemModel::columnsAboutToBeMoved, this,
+        [this](const QModelIndex &, int first, int last, const QModelIndex &, int to) {
+            beginMoveColumns({}, first, last, {}, to);
+        });
+    connect(&m_table, &QAbstractItemModel::columnsMoved, this, &FilteredRows::endMoveColumns);
 }
 
 void FilteredRows::setFilterText(const QString &text)
 {
     if (text == m_text)
         return;
-    beginResetModel();
+    beginRows();
     m_text = text;
-    filterAnew();
-    endResetModel();
+    endRows();
 }
 
-void FilteredRows::filterAnew()
+void FilteredRows::beginRows()
+{
+    Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+    m_persistentHere = persistentIndexList();
+    for (const QModelIndex &index : std::as_const(m_persistentHere))
+        m_persistentThere += mapToSource(index);
+}
+
+void FilteredRows::endRows()
+{
+    filter();
+    QModelIndexList now;
+    for (const QPersistentModelIndex &there : std::as_const(m_persistentThere))
+        now += mapFromSource(there);
+    changePersistentIndexList(m_persistentHere, now);
+    m_persistentHere.clear();
+    m_persistentThere.clear();
+    Q_EMIT layoutChanged({}, VerticalSortHint);
+}
+
+void FilteredRows::filter()
 {
     const PersonRows &rows = m_table.rows();
     if (m_text.isEmpty() || !m_texts) { // hides the rows once the texts are there
@@ -91,19 +121,10 @@ void FilteredRows::collectTexts()
             Q_EMIT samplesCollected(texts->samples());
             if (m_text.isEmpty())
                 return;
-            beginResetModel();
-            filterAnew();
-            endResetModel();
+            beginRows();
+            endRows();
         });
     });
-}
-
-void FilteredRows::keepSelections()
-{
-    m_persistentHere = persistentIndexList();
-    m_persistentThere.clear();
-    for (const QModelIndex &index : std::as_const(m_persistentHere))
-        m_persistentThere += mapToSource(index);
 }
 
 QModelIndex FilteredRows::mapToSource(const QModelIndex &index) const

@@ -36,14 +36,18 @@ Q_SIGNALS:
     void samplesCollected(const QStringList &samples);
 
 private:
-    void filterAnew();
-    void keepSelections();
+    void followRemovals();
+    void followColumns();
+    // Around a change of which rows there are: selections and open editors follow their rows.
+    void beginRows();
+    void endRows();
+    void filter();
     void collectTexts();
 
     ContactTableModel &m_table;
     QString m_text;
     std::vector<int> m_tableRows; // by row here, ascending
-    QModelIndexList m_persistentHere;
+    QModelIndexList m_persistentHere; // of beginRows()
     QList<QPersistentModelIndex> m_persistentThere;
     std::shared_ptr<SearchTexts> m_texts; // null while they are collected; may be of earlier rows
     LatestJob m_collector;

@@ -6,6 +6,7 @@
 #include "table/ColumnMenus.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 ContactTableModel::ContactTableModel(CellEdit edit, QObject *parent)
     : QAbstractTableModel(parent), m_edit(std::move(edit)), m_columns(initialColumns().begin(), initialColumns().end())
@@ -13,9 +14,23 @@ ContactTableModel::ContactTableModel(CellEdit edit, QObject *parent)
 
 void ContactTableModel::setRows(PersonRows rows)
 {
-    beginResetModel();
-    m_rows = std::move(rows);
-    endResetModel();
+    Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
+    std::swap(m_rows, rows);
+    const PersonRows &oldRows = rows;
+    const QModelIndexList before = persistentIndexList();
+    std::unordered_map<const ABPerson *, int> newRowOf; // only of people that an index points to
+    for (const QModelIndex &old : before)
+        newRowOf[oldRows[static_cast<std::size_t>(old.row())]->person().get()] = -1;
+    for (int row = 0; row < rowCount() && !newRowOf.empty(); ++row) {
+        const auto known = newRowOf.find(m_rows[static_cast<std::size_t>(row)]->person().get());
+        if (known != newRowOf.end())
+            known->second = row;
+    }
+    QModelIndexList after;
+    for (const QModelIndex &old : before)
+        after += index(newRowOf[oldRows[static_cast<std::size_t>(old.row())]->person().get()], old.column());
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged({}, VerticalSortHint);
 }
 
 void ContactTableModel::setRow(int row, PersonRow value)
@@ -128,7 +143,7 @@ bool ContactTableModel::setData(const QModelIndex &index, const QVariant &value,
         return true;
     const auto edited = m_edit(value.toString(), m_columns[static_cast<std::size_t>(index.column())], index.row());
     if (!edited)
-        Q_EMIT cellRefused(edited.error().text);
+        Q_EMIT cellRefused(index, edited.error().text);
     return static_cast<bool>(edited);
 }
 

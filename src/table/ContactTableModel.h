@@ -25,6 +25,7 @@ public:
     explicit ContactTableModel(CellEdit edit, QObject *parent = nullptr);
 
     const PersonRows &rows() const { return m_rows; }
+    /// A change of the layout, not a reset: selections and open editors follow their people.
     void setRows(PersonRows rows);
     void setRow(int row, PersonRow value);
     void takeRow(int row);
@@ -49,7 +50,7 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 Q_SIGNALS:
-    void cellRefused(const QString &reason);
+    void cellRefused(const QModelIndex &cell, const QString &reason);
 
 private:
     CellEdit m_edit;

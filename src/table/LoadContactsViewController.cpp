@@ -11,6 +11,7 @@
 #include "table/commit/TableLog.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -28,6 +29,7 @@ LoadContactsViewController::LoadContactsViewController(ContactTableDelegate &del
 void LoadContactsViewController::loadPersonInAddressBook()
 {
     const quint64 number = ++m_loadNumber;
+    m_heldRows.reset();
     m_loader.start([this, number](const std::stop_token &isSuperseded) { load(number, isSuperseded); });
 }
 
@@ -51,9 +53,20 @@ void LoadContactsViewController::installLoad(quint64 number, const PersonRows &r
 {
     if (number != m_loadNumber)
         return;
+    if (m_isEditing) {
+        m_heldRows = rows;
+        return;
+    }
     m_installedLoad = number;
     updateTableView(rows);
     m_delegate.makeFreshButtonEnable();
+}
+
+void LoadContactsViewController::setEditing(bool isEditing)
+{
+    m_isEditing = isEditing;
+    if (!isEditing && m_heldRows)
+        installLoad(m_loadNumber, *std::exchange(m_heldRows, std::nullopt));
 }
 
 PersonRows LoadContactsViewController::loadPeople(
@@ -112,10 +125,18 @@ Result<void> LoadContactsViewController::setObjectValue(const FieldValue &value,
 
 Result<void> LoadContactsViewController::editCell(const QString &text, Field field, int row)
 {
+    const auto value = valueFromText(text, field);
+    return value ? setObjectValue(*value, field, row) : value.error();
+}
+
+Result<FieldValue> LoadContactsViewController::valueFromText(const QString &text, Field field)
+{
     if (fieldInfo(field).family != FieldFamily::Date)
-        return setObjectValue(text, field, row);
+        return FieldValue(text);
+    if (text.trimmed().isEmpty())
+        return FieldValue();
     const auto date = birthdayFromText(text, QLocale(), QDate::currentDate());
-    return date ? setObjectValue(*date, field, row) : date.error();
+    return date ? Result<FieldValue>(*date) : date.error();
 }
 
 bool LoadContactsViewController::commitContactsToAddressBook(

@@ -9,6 +9,8 @@
 
 #include <QDate>
 
+#include <optional>
+
 class RowExporter;
 
 /// What the contact table asks of the program around it, on the main thread.
@@ -56,6 +58,10 @@ public:
     Result<void> setObjectValue(const FieldValue &value, Field forTableColumn, int row);
     /// The same for what a user typed. A birthday that cannot be read is Invalid and changes nothing.
     Result<void> editCell(const QString &text, Field field, int row);
+    /// The value that editCell() stores: an empty text means no birthday, but an empty value in every other field.
+    static Result<FieldValue> valueFromText(const QString &text, Field field);
+    /// While a cell is being edited, the rows of a load wait, so that none moves or disappears under the editor.
+    void setEditing(bool isEditing);
     /// Always true; failed() tells of a commit that failed.
     bool commitContactsToAddressBook(
         const QString &fieldLabel, const FieldValue &commitValue, const ABPersonPtr &withPerson);
@@ -93,5 +99,7 @@ private:
     std::vector<SortDescriptor> m_descriptors;
     quint64 m_loadNumber = 0; // of the newest load
     quint64 m_installedLoad = 0; // of the load whose rows are shown
+    bool m_isEditing = false;
+    std::optional<PersonRows> m_heldRows; // of the newest load, if they wait for the end of an edit
     LatestJob m_loader; // last: its job uses the members above
 };

@@ -159,6 +159,8 @@ bool isWritten(const FieldInfo &field)
 bool writeField(const FieldInfo &field, const FieldValue &value, const ABPersonPtr &person, Error *error)
 {
     if (field.family == FieldFamily::Date) {
+        if (std::holds_alternative<std::monostate>(value))
+            return person->removeValueForProperty(field.property);
         const auto *date = std::get_if<QDate>(&value);
         return date && person->setValue(*date, field.property, error);
     }
