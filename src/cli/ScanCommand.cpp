@@ -90,7 +90,8 @@ void printTree(const ScanResult &result, std::ostream &out)
                 out << group.name.data() << " (" << list.size() << ")\n";
                 for (const auto &finding : list) {
                     const ABPersonPtr &person = personOf(finding);
-                    out << "    " << uidOf(person) << "  " << onOneLine(displayName(*person->record())) << "  "
+                    out << "    "
+                        << onOneLine(person->uniqueId() % QStringLiteral("  ") % displayName(*person->record())) << "  "
                         << group.rowDescription.data() << '\n';
                 }
             },
