@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CommandLine.h"
 
-#include <QFile>
+#include <QDir>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <sstream>
+#include <sys/stat.h>
+#include <unistd.h>
 
 /// The command line, run in process on buffers.
 class CommandLineTest : public QObject
@@ -24,7 +27,7 @@ private:
     QTemporaryDir m_folder;
 
     static QString u(const char *text) { return QString::fromUtf8(text); }
-    QString path(const char *name) const { return m_folder.filePath(u(name)); }
+    QString path(const char *name) const { return m_folder.path() + u'/' + u(name); }
 
     Outcome runOn(const char *book, std::vector<std::string> arguments, const std::string &input = {}) const
     {
@@ -45,24 +48,83 @@ private:
 private Q_SLOTS:
     void wrongUsageEndsWithTwo_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("nothing") << QStringList();
-        QTest::newRow("unknown command") << QStringList(u("dance"));
-        QTest::newRow("unknown option") << QStringList({u("scan"), u("--fast")});
-        QTest::newRow("unknown format") << QStringList({u("people"), u("--format"), u("csv")});
-        QTest::newRow("no file") << QStringList(u("import"));
-        QTest::newRow("option without value") << QStringList({u("scan"), u("--condition")});
+        QTest::addColumn<QByteArrayList>("arguments");
+        QTest::addColumn<QString>("complaint");
+        QTest::newRow("nothing") << QByteArrayList() << u("A subcommand is required");
+        QTest::newRow("unknown command") << QByteArrayList{"dance"} << u("dance: is no command; --help lists them");
+        QTest::newRow("unknown option") << QByteArrayList{"scan", "--fast"}
+                                        << u("The following argument was not expected: --fast");
+        QTest::newRow("unknown format") << QByteArrayList{"people", "--format", "csv"}
+                                        << u("--format: csv not in {vcard,jsonl}");
+        QTest::newRow("no file") << QByteArrayList{"import"} << u("FILE is required");
+        QTest::newRow("two for one") << QByteArrayList{"scan", "--condition", "Blank name", "Unusual title"}
+                                     << u("The following argument was not expected: Unusual title");
+        QTest::newRow("no number") << QByteArrayList{"history", "--limit", "0"}
+                                   << u("--limit: Value 0 not in range 1 to 2147483647");
+        QTest::newRow("no book") << QByteArrayList{"--address-book", "", "people"} << u("--address-book: is empty");
+        QTest::newRow("empty value") << QByteArrayList{"people", "--address-book=", "a"}
+                                     << u("--address-book=: the value is missing");
+        QTest::newRow("bad bytes") << QByteArrayList{"edit", "a", "Note", "\xff"}
+                                   << u("\uFFFD: this argument is not UTF-8");
     }
     void wrongUsageEndsWithTwo()
     {
-        QFETCH(QStringList, arguments);
+        QFETCH(QByteArrayList, arguments);
         std::vector<std::string> list;
-        for (const QString &argument : arguments)
+        for (const QByteArray &argument : arguments)
             list.push_back(argument.toStdString());
         const Outcome outcome = run(list);
         QCOMPARE(outcome.status, 2);
         QCOMPARE(outcome.out, QString());
-        QVERIFY(!outcome.err.isEmpty());
+        QTEST(QString(outcome.err).remove(u'\n'), "complaint");
+    }
+
+    void argumentsAreTakenAsTheyAre()
+    {
+        runOn("literal", {"import", "-"},
+            "{\"uid\":\"a\"}\n{\"uid\":\"b\"}\n{\"uid\":\"[a,b]\"}\n{\"uid\":\"x,y\"}\n"
+            "{\"uid\":\"\\u001b[2J\\nc\",\"firstName\":\"Li\"}\n");
+        const QString listed = u("{\"uid\":\"[a,b]\"}\n");
+        QCOMPARE(runOn("literal", {"people", "[a,b]", "[]", "scan"}).out, listed);
+        QCOMPARE(runOn("literal", {"delete", "--yes", "[a,b]"}).status, 0);
+        QVERIFY(
+            runOn("literal", {"people"}).out.startsWith(u("{\"uid\":\"a\"}\n{\"uid\":\"b\"}\n{\"uid\":\"x,y\"}\n")));
+        const Outcome history = runOn("literal", {"history", "restore", "[1,2]"});
+        QCOMPARE(history.err, u("[1,2]: the history holds no such change\n"));
+        const std::string folder = m_folder.path().toStdString();
+        QCOMPARE(runOn("literal", {"export", "--select", "x,y", "--format", "csv", folder}).err, QString());
+        runOn("literal", {"import", "-"}, "{\"uid\":\"a,b\"}");
+        QCOMPARE(runOn("literal", {"export", "--format", "csv", "--select", "a,b", folder}).err,
+            u("--select: a,b: is the uid of one contact, and a list of others\n"));
+        QVERIFY(runOn("literal", {"scan"}).out.contains(u("     [2J c  Li (null)  ")));
+    }
+
+    void pathsLeadWhereTheirBytesDo()
+    {
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(m_folder.path()));
+        const auto back = qScopeGuard([&] {
+            QDir::setCurrent(m_folder.path()); // Qt cannot remove them
+            ::unlink("link");
+            ::rmdir("\xff");
+            QDir::setCurrent(before);
+        });
+        QCOMPARE(run({"--address-book", ":new/:book", "import", "-"}, "{\"uid\":\"a\"}").err, QString());
+        QVERIFY(QFile::exists(path(":new/:book")));
+        QCOMPARE(run({"--address-book", ":new/:book", "backup", ":copy"}).out, u(":copy: 1 contacts\n"));
+
+        // What such names would turn into, if they were taken.
+        const QString other = path("\uFFFD");
+        QVERIFY(QFile::copy(path(":copy"), other));
+        QVERIFY(::mkdir("\xff", 0700) == 0 && ::symlink("\xff", "link") == 0);
+        QCOMPARE(run({"--address-book", ":copy", "import", "-"}, "{\"uid\":\"b\"}").status, 0);
+        QCOMPARE(run({"--address-book", ":copy", "backup", "--replace", "\xff"}).status, 2);
+        QCOMPARE(run({"--address-book", "\xff", "delete", "--yes", "a"}).status, 2);
+        QCOMPARE(run({"--address-book", "link/book", "import", "-"}, "{\"uid\":\"b\"}").status, 1);
+        QVERIFY(QDir::setCurrent(path("link")));
+        QCOMPARE(run({"--address-book", "book", "import", "-"}, "{\"uid\":\"b\"}").status, 1);
+        QCOMPARE(runOn("\uFFFD", {"people"}).out, u("{\"uid\":\"a\"}\n"));
+        QVERIFY(!QFile::exists(other + u("/book")));
     }
 
     void helpAndVersionAreNoErrors()

@@ -51,10 +51,11 @@ ExitStatus applyAndReport(ABAddressBook &book, const Result<RestorePlan> &plan, 
 
 ExitStatus runBackup(const BackupOptions &options, const CommandContext &context)
 {
-    const auto book = context.openAddressBook();
+    const auto file = context.path(options.file);
+    const auto book = file ? context.openAddressBook() : nullptr;
     if (!book)
         return ExitStatus::Refused;
-    const auto people = backUp(*book, QString::fromLocal8Bit(options.file.c_str()), options.replace);
+    const auto people = backUp(*book, *file, options.replace);
     if (!people)
         return refuse(people.error(), context);
     context.console.out << options.file << ": " << *people << " contacts\n";
@@ -63,13 +64,15 @@ ExitStatus runBackup(const BackupOptions &options, const CommandContext &context
 
 ExitStatus runRestore(const RestoreOptions &options, const CommandContext &context)
 {
-    const QString file = QString::fromLocal8Bit(options.file.c_str());
+    const auto file = context.path(options.file);
+    if (!file)
+        return ExitStatus::Refused;
     if (options.salvage)
-        return salvage(file, context);
+        return salvage(*file, context);
     const auto book = options.dryRun ? context.openAddressBook() : context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
-    const auto plan = planRestoreOfBackup(*book, file);
+    const auto plan = planRestoreOfBackup(*book, *file);
     if (!options.dryRun || !plan)
         return applyAndReport(*book, plan, context);
     context.console.out << "Would restore: " << countsText(plan->added, plan->changed, plan->removed).toStdString()

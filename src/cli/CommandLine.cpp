@@ -3,6 +3,9 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Commands.h"
+#include "contacts/open/FilePath.h"
+#include "contacts/open/OpenStore.h"
+#include "contacts/record/Utf8Text.h"
 #include "export/ExportContact.h"
 #include "results/ConditionGroups.h"
 
@@ -10,7 +13,9 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <functional>
+#include <limits>
 
 namespace {
 
@@ -46,9 +51,7 @@ void addScan(CLI::App &app, ScanOptions &options, ChosenCommand &chosen)
 {
     CLI::App *command = app.add_subcommand("scan", "Find contacts that are malformed, incomplete or duplicated");
     command->add_option("--condition", options.titles, "Look for this only; may be repeated, runs in the given order")
-        ->type_name("TITLE")
-        ->expected(1)
-        ->take_all();
+        ->type_name("TITLE");
     command->add_flag("--json", options.json, "Print one JSON object of uids instead of the tree");
     command->add_flag("--exit-code", options.exitCode, "Exit with status 1 when something was found");
     std::string titles = "\nTitles, in the order of a scan of everything:\n";
@@ -138,15 +141,9 @@ void addExport(CLI::App &app, ExportOptions &options, ChosenCommand &chosen)
         ->check(CLI::IsMember({"table", "all"}))
         ->capture_default_str();
     command->add_option("--columns", options.columns, "The table's columns, from the left; without it, its first ones")
-        ->type_name("LABEL,LABEL...")
-        ->delimiter(',')
-        ->expected(1)
-        ->take_all();
-    command->add_option("--select", options.select, "Only these people, the lowest row first")
-        ->type_name("UID,UID...")
-        ->delimiter(',')
-        ->expected(1)
-        ->take_all();
+        ->type_name("LABEL,LABEL...");
+    command->add_option("--select", options.select, "Only these people, the lowest row first; may be repeated")
+        ->type_name("UID,UID...");
     command->add_option("FOLDER", options.folder, "Where to; must be there")->required();
     choose(command, chosen, [&options](const CommandContext &context) { return runExport(options, context); });
 }
@@ -157,7 +154,8 @@ void addHistory(CLI::App &app, HistoryOptions &options, HistoryShowOptions &show
     CLI::App *command = app.add_subcommand(
         "history", "Print what was changed and saved, newest first: id, time, what was done to how many, and why");
     command->require_subcommand(0, 1);
-    command->add_option("--limit", options.limit, "Only so many")->check(CLI::PositiveNumber);
+    command->add_option("--limit", options.limit, "Only so many")
+        ->check(CLI::Range(1, std::numeric_limits<int>::max()));
     command->add_flag("--json", options.json, "Print one JSON object a line");
     command->callback([&chosen, &options] {
         if (!chosen) // show and restore were chosen before their parent
@@ -228,59 +226,130 @@ private:
     QtMessageHandler m_previous;
 };
 
+/// What is wrong with the arguments before anybody looks at what they mean; empty: nothing.
+QString objectionTo(const std::vector<std::string> &arguments)
+{
+    // Uids, texts and paths are carried as texts, where other bytes would turn into those of something else.
+    if (const auto other = std::ranges::find_if_not(arguments, isText); other != arguments.end())
+        return textOfUtf8(*other) % QStringLiteral(": this argument is not UTF-8");
+    // CLI11 would take the next argument for the value.
+    const auto lacksValue = [](const std::string &argument) {
+        return argument.starts_with("--") && argument.find('=') == argument.size() - 1;
+    };
+    const auto end = std::ranges::find(arguments, "--");
+    const auto found = std::find_if(arguments.begin(), end, lacksValue);
+    return found == end ? QString() : QString(textOfUtf8(*found) % QStringLiteral(": the value is missing"));
+}
+
+/// Takes every argument as it is. Of itself CLI11 splits "[a,b]" where an option or a list of arguments may hold more
+/// than one, and gives an option all arguments that follow it.
+void takeLiterally(CLI::App &app)
+{
+    constexpr int kAnyNumber = CLI::detail::expected_max_vector_size;
+    for (CLI::Option *option : app.get_options()) {
+        if (!option->get_allow_extra_args())
+            continue;
+        option->allow_extra_args(false)->take_all();
+        if (option->get_positional()) // takes arguments until it has as many as it expects, but does not insist on them
+            option->expected(kAnyNumber, kAnyNumber);
+        else
+            option->expected(1);
+    }
+    for (CLI::App *command : app.get_subcommands(nullptr))
+        takeLiterally(*command);
+}
+
+/// Reports it in one line, unless it is what prints the help or the version.
+ExitStatus end(const CLI::ParseError &error, const CLI::App &app, Console &console)
+{
+    if (error.get_exit_code() == 0) {
+        app.exit(error, console.out, console.err);
+        return ExitStatus::Done;
+    }
+    const std::vector<std::string> unknown = app.remaining();
+    if (app.get_subcommands().empty() && !unknown.empty()) // CLI11 would only say that a command is missing
+        console.err << onOneLine(textOfUtf8(unknown.front())) << ": is no command; --help lists them\n";
+    else
+        console.err << onOneLine(textOfUtf8(error.what())) << '\n';
+    return ExitStatus::Usage;
+}
+
+struct AllOptions
+{
+    std::string where;
+    bool verbose = false;
+    ImportOptions import;
+    PeopleOptions people;
+    ScanOptions scan;
+    TableOptions table;
+    EditOptions edit;
+    DeleteOptions deletion;
+    FixOptions fix;
+    PreviewOptions preview;
+    ExportOptions exporting;
+    HistoryOptions history;
+    HistoryShowOptions historyShow;
+    HistoryRestoreOptions historyRestore;
+    BackupOptions backup;
+    RestoreOptions restore;
+};
+
+void addEverything(CLI::App &app, AllOptions &options, ChosenCommand &chosen)
+{
+    app.set_version_flag("--version", "peoplenook-cli " PEOPLENOOK_VERSION);
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.add_option(
+           "--address-book", options.where, "The address book: a file (made if missing). Without it: the user's own")
+        ->type_name("WHERE")
+        ->check([](const std::string &where) { return std::string(where.empty() ? "is empty" : ""); });
+    app.add_flag("--verbose", options.verbose, "Show diagnostic lines on standard error");
+    addImport(app, options.import, chosen);
+    addPeople(app, options.people, chosen);
+    addScan(app, options.scan, chosen);
+    addTable(app, options.table, chosen);
+    addEdit(app, options.edit, chosen);
+    addDelete(app, options.deletion, chosen);
+    addFix(app, options.fix, chosen);
+    addPreview(app, options.preview, chosen);
+    addExport(app, options.exporting, chosen);
+    addHistory(app, options.history, options.historyShow, options.historyRestore, chosen);
+    addBackup(app, options.backup, chosen);
+    addRestore(app, options.restore, chosen);
+    takeLiterally(app);
+}
+
+ExitStatus parseAndRun(const std::vector<std::string> &arguments, Console &console)
+{
+    if (const QString objection = objectionTo(arguments); !objection.isEmpty()) {
+        console.err << onOneLine(objection) << '\n';
+        return ExitStatus::Usage;
+    }
+    CLI::App app{"Finds and repairs malformed, incomplete and duplicated contacts.", "peoplenook-cli"};
+    AllOptions options;
+    ChosenCommand chosen;
+    addEverything(app, options, chosen);
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::ParseError &error) {
+        return end(error, app, console);
+    }
+    const Diagnostics diagnostics(console, options.verbose);
+    const auto where = checkedWhere(textOfUtf8(options.where));
+    if (!where) {
+        console.err << onOneLine(where.error().text) << '\n';
+        return ExitStatus::Refused;
+    }
+    return chosen({console, *where});
+}
+
 } // namespace
 
 ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &console)
 {
-    CLI::App app{"Finds and repairs malformed, incomplete and duplicated contacts.", "peoplenook-cli"};
-    app.set_version_flag("--version", "peoplenook-cli " PEOPLENOOK_VERSION);
-    app.require_subcommand(1);
-    app.fallthrough();
-    std::string where;
-    bool verbose = false;
-    app.add_option("--address-book", where, "The address book: a file (made if missing). Without it: the user's own")
-        ->type_name("WHERE");
-    app.add_flag("--verbose", verbose, "Show diagnostic lines on standard error");
-
-    ImportOptions importOptions;
-    PeopleOptions peopleOptions;
-    ScanOptions scanOptions;
-    TableOptions tableOptions;
-    EditOptions editOptions;
-    DeleteOptions deleteOptions;
-    FixOptions fixOptions;
-    PreviewOptions previewOptions;
-    ExportOptions exportOptions;
-    HistoryOptions historyOptions;
-    HistoryShowOptions historyShowOptions;
-    HistoryRestoreOptions historyRestoreOptions;
-    BackupOptions backupOptions;
-    RestoreOptions restoreOptions;
-    ChosenCommand chosen;
-    addImport(app, importOptions, chosen);
-    addPeople(app, peopleOptions, chosen);
-    addScan(app, scanOptions, chosen);
-    addTable(app, tableOptions, chosen);
-    addEdit(app, editOptions, chosen);
-    addDelete(app, deleteOptions, chosen);
-    addFix(app, fixOptions, chosen);
-    addPreview(app, previewOptions, chosen);
-    addExport(app, exportOptions, chosen);
-    addHistory(app, historyOptions, historyShowOptions, historyRestoreOptions, chosen);
-    addBackup(app, backupOptions, chosen);
-    addRestore(app, restoreOptions, chosen);
-
-    try {
-        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-    } catch (const CLI::ParseError &error) {
-        return app.exit(error, console.out, console.err) == 0 ? ExitStatus::Done : ExitStatus::Usage;
-    }
-    const Diagnostics diagnostics(console, verbose);
-    const CommandContext context{console, QString::fromLocal8Bit(where.c_str())};
-    const ExitStatus status = chosen(context);
-    if (!console.out.flush()) {
-        console.err << "standard output: writing failed\n";
-        return ExitStatus::Refused;
-    }
-    return status;
+    const ExitStatus status = parseAndRun(arguments, console);
+    if (console.out.flush())
+        return status;
+    console.err << "standard output: writing failed\n";
+    return ExitStatus::Refused;
 }

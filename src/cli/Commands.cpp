@@ -3,12 +3,23 @@
 #include "cli/Commands.h"
 
 #include "contacts/open/Backups.h"
+#include "contacts/open/FilePath.h"
 #include "contacts/open/OpenStore.h"
 #include "contacts/open/Rescue.h"
+#include "contacts/record/Utf8Text.h"
 
 void CommandContext::report(const QString &line) const
 {
     console.err << onOneLine(line) << '\n';
+}
+
+std::optional<QString> CommandContext::path(const std::string &argument) const
+{
+    const auto path = filePath(textOfUtf8(argument));
+    if (path)
+        return *path;
+    report(path.error().text);
+    return std::nullopt;
 }
 
 std::shared_ptr<ABAddressBook> CommandContext::openAddressBook() const

@@ -12,13 +12,15 @@
 struct CommandContext
 {
     Console &console;
-    QString where; ///< the address book that the user named; empty: his own
+    QString where; ///< the address book that the user named; empty: the default one
 
     /// Opens it and makes it the shared one. Null: refused, and the reason is printed.
     std::shared_ptr<ABAddressBook> openAddressBook() const;
     /// The same for a command that is going to change it: first the backup of the day is made. Where that fails, the
     /// reason is printed and the command goes on.
     std::shared_ptr<ABAddressBook> openAddressBookForChange() const;
+    /// The path of a file or folder that the user named. Null: refused, and the reason is printed.
+    std::optional<QString> path(const std::string &argument) const;
     /// One line on standard error.
     void report(const QString &line) const;
 };
@@ -68,8 +70,8 @@ struct ExportOptions
 {
     std::string format;
     std::string scope = "all";
-    std::vector<std::string> columns; // labels; empty: those of a fresh contact table
-    std::vector<std::string> select; // uids; empty: everybody
+    std::vector<std::string> columns; // lists of labels; empty: those of a fresh contact table
+    std::vector<std::string> select; // lists of uids; empty: everybody
     std::string folder;
 };
 ExitStatus runExport(const ExportOptions &options, const CommandContext &context);

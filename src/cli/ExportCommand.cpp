@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/ContactTable.h"
+#include "contacts/record/Utf8Text.h"
 #include "export/ExportContact.h"
 
 #include <QFile>
@@ -19,29 +20,53 @@ private:
 };
 
 /// Nothing, and a line on standard error, when a label is no column's.
-std::optional<std::vector<Field>> columnsNamed(const std::vector<std::string> &labels, const CommandContext &context)
+std::optional<std::vector<Field>> columnsNamed(const std::vector<std::string> &lists, const CommandContext &context)
 {
     std::vector<Field> columns;
-    for (const std::string &text : labels) {
-        const QString label = QString::fromStdString(text);
-        const auto field = fieldLabelled(label);
-        if (!field) {
-            context.report(
-                QStringLiteral("--columns: ") % label % QStringLiteral(": the contact table has no such column"));
-            return std::nullopt;
+    for (const std::string &list : lists) {
+        for (const QString &label : textOfUtf8(list).split(u',')) {
+            const auto field = fieldLabelled(label);
+            if (!field) {
+                context.report(
+                    QStringLiteral("--columns: ") % label % QStringLiteral(": the contact table has no such column"));
+                return std::nullopt;
+            }
+            if (std::ranges::find(columns, *field) == columns.end())
+                columns.push_back(*field);
         }
-        if (std::ranges::find(columns, *field) == columns.end())
-            columns.push_back(*field);
     }
     return columns;
 }
 
-ExportChoice choiceOf(const ExportOptions &options)
+/// Nothing, and a line on standard error, when a list is a uid too: a card with the uid "a,b" that somebody imports
+/// must not take the place of the contacts a and b.
+std::optional<std::vector<std::string>> uidsNamed(
+    const std::vector<std::string> &lists, const ABAddressBook &book, const CommandContext &context)
+{
+    const auto isUid = [&book](const QString &text) { return book.personWithUniqueId(text) != nullptr; };
+    std::vector<std::string> uids;
+    for (const std::string &list : lists) {
+        const QString whole = textOfUtf8(list);
+        const QStringList parts = whole.split(u',', Qt::SkipEmptyParts);
+        const bool isOne = isUid(whole);
+        const auto isOther = [&](const QString &part) { return part != whole && isUid(part); };
+        if (isOne && std::ranges::any_of(parts, isOther)) {
+            context.report(QStringLiteral("--select: ") % whole
+                % QStringLiteral(": is the uid of one contact, and a list of others"));
+            return std::nullopt;
+        }
+        for (const QString &uid : isOne || parts.isEmpty() ? QStringList(whole) : parts)
+            uids.push_back(uid.toStdString());
+    }
+    return uids;
+}
+
+ExportChoice choiceOf(const ExportOptions &options, const QString &folder)
 {
     const QString name = QString::fromStdString(options.format);
     const auto format = std::ranges::find(ExportContact::formats(), name, &ExportContact::Format::name);
     const int tag = options.scope == "table" ? ExportContact::kTableFieldsTag : ExportContact::kAllFieldsTag;
-    return {QString::fromLocal8Bit(options.folder.c_str()), format->title, tag};
+    return {folder, format->title, tag};
 }
 
 /// Everybody, in the order of the table.
@@ -64,13 +89,15 @@ ExitStatus runExport(const ExportOptions &options, const CommandContext &context
     const auto columns = columnsNamed(options.columns, context);
     if (!columns)
         return ExitStatus::Usage;
-    const auto book = context.openAddressBook();
-    if (!book)
+    const auto folder = context.path(options.folder);
+    const auto book = folder ? context.openAddressBook() : nullptr;
+    const auto uids = book ? uidsNamed(options.select, *book, context) : std::nullopt;
+    if (!uids)
         return ExitStatus::Refused;
     ContactTable table(book, context, false);
     if (!columns->empty())
         table.controller().getTableView()->setColumns(*columns);
-    AnsweredPanel panel(choiceOf(options));
+    AnsweredPanel panel(choiceOf(options, *folder));
     ExportContact exporter(panel);
     table.setRowExporter(&exporter);
     bool hasFailed = false;
@@ -83,9 +110,9 @@ ExitStatus runExport(const ExportOptions &options, const CommandContext &context
     };
     // The only other thread; this one waits for it.
     QObject::connect(&exporter, &ExportContact::exportFinished, &exporter, print, Qt::DirectConnection);
-    if (options.select.empty())
+    if (uids->empty())
         exportEverybody(table.controller(), exporter);
-    else if (const std::vector<int> rows = table.rowsOf(options.select); !rows.empty())
+    else if (const std::vector<int> rows = table.rowsOf(*uids); !rows.empty())
         table.controller().exportItem(rows);
     exporter.waitForFinished();
     return hasFailed || table.hasFailed() ? ExitStatus::Refused : ExitStatus::Done;

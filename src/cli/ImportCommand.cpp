@@ -3,7 +3,9 @@
 #include "cli/Commands.h"
 
 #include "contacts/RecordImporter.h"
+#include "contacts/open/FilePath.h"
 #include "contacts/open/OutsideFile.h"
+#include "contacts/record/Utf8Text.h"
 
 #include <QFileInfo>
 
@@ -30,7 +32,7 @@ public:
         if (!m_console.errIsTerminal || percent == m_percent)
             return;
         m_percent = percent;
-        m_console.err << '\r' << m_file.toStdString() << ": " << percent << " %" << std::flush;
+        m_console.err << '\r' << onOneLine(m_file) << ": " << percent << " %" << std::flush;
     }
 
 private:
@@ -43,7 +45,8 @@ Result<QByteArray> contentOf(const QString &name, const ABAddressBook &book, std
 {
     if (name == QStringLiteral("-"))
         return QByteArray::fromStdString({std::istreambuf_iterator<char>(in), {}});
-    return readOutsideFile(name, book.file());
+    const auto path = filePath(name);
+    return path ? readOutsideFile(*path, book.file()) : path.error();
 }
 
 /// Prints what could not be imported. False when something was lost; a group that was left out is no loss.
@@ -69,7 +72,7 @@ ExitStatus runImport(const ImportOptions &options, const CommandContext &context
     ExitStatus status = ExitStatus::Done;
     qint64 saved = 0;
     for (const auto &argument : options.files) {
-        const QString file = QString::fromLocal8Bit(argument.c_str());
+        const QString file = textOfUtf8(argument);
         const auto content = contentOf(file, *book, context.console.in);
         if (!content) {
             context.report(content.error().text);

@@ -4,6 +4,7 @@
 
 #include "contacts/open/Backups.h"
 #include "contacts/open/DesktopModule.h"
+#include "contacts/open/FilePath.h"
 #include "contacts/sqlite/SqliteStore.h"
 
 #include <QFileInfo>
@@ -18,6 +19,15 @@ const QString kDesktop = QStringLiteral("eds:");
 EdsRequest requestFor(const QString &sourceUid)
 {
     return {sourceUid, QFileInfo(SqliteStore::defaultPath()).path()};
+}
+
+Result<QString> ownFile()
+{
+    const char *folder = qEnvironmentVariableIsEmpty("XDG_DATA_HOME") ? "HOME" : "XDG_DATA_HOME";
+    if (!isText(qgetenv(folder).toStdString()))
+        return Error{
+            ErrorKind::Invalid, QLatin1String(folder) % QStringLiteral(": the name of this folder is not UTF-8")};
+    return filePath(SqliteStore::defaultPath());
 }
 
 Result<std::unique_ptr<AddressBookStore>> openDesktop(const QString &sourceUid)
@@ -41,7 +51,10 @@ Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where)
         qCCritical(lcOpen).noquote() << store.error().text
                 % QStringLiteral("; the address book file is opened instead");
     }
-    const QString file = where.isEmpty() ? SqliteStore::defaultPath() : where;
+    const auto path = where.isEmpty() ? ownFile() : filePath(where);
+    if (!path)
+        return path.error();
+    const QString &file = *path;
     // A new address book is made in the place of an empty file, but not of one that has lost what it held.
     if (const QFileInfo info(file); info.isFile() && info.size() == 0 && !newestDailyBackup(file).isEmpty())
         return Error{ErrorKind::Invalid, file % QStringLiteral(": is empty, but there are backups of what it held")};
@@ -49,6 +62,11 @@ Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where)
     if (!store)
         return store.error();
     return std::unique_ptr<AddressBookStore>(std::move(*store));
+}
+
+Result<QString> checkedWhere(const QString &given)
+{
+    return given.isEmpty() || given.startsWith(kDesktop) ? given : filePath(given);
 }
 
 QString fileOfBook(const QString &where)

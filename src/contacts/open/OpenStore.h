@@ -15,6 +15,9 @@
 /// Needs a QCoreApplication for "eds:".
 Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where);
 
+/// What a user gave for openStore(): where it is a path, as filePath() has it.
+Result<QString> checkedWhere(const QString &given);
+
 /// The path of the file that openStore() would open for @p where; empty where that is, or may be, a book of the
 /// desktop.
 QString fileOfBook(const QString &where);

@@ -80,7 +80,8 @@ bool makeFolder(const QString &path)
     const QFileInfo folder(path);
     if (folder.isDir())
         return true;
-    return makeFolder(folder.absolutePath()) && ::mkdir(QFile::encodeName(path).constData(), 0700) == 0;
+    const QString parent = folder.absolutePath();
+    return parent != path && makeFolder(parent) && ::mkdir(QFile::encodeName(path).constData(), 0700) == 0;
 }
 
 QString companionOf(const QString &path)
