@@ -5,16 +5,57 @@
 #include "app/CalmStyle.h"
 #include "app/RestingCursor.h"
 #include "app/SingleInstance.h"
+#include "contacts/open/FilePath.h"
+#include "contacts/open/OpenStore.h"
+#include "contacts/record/Utf8Text.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
+#include <QMessageBox>
 
+#include <algorithm>
+#include <cstdio>
+#include <span>
 #include <utility>
 
-int main(int argc, char *argv[])
+namespace {
+
+struct Arguments
 {
-    QApplication application(argc, argv);
+    QString where; ///< as for openStore()
+    QStringList files;
+};
+
+/// What the program was told to open, as paths that nothing mistakes for something else.
+Result<Arguments> checkedArguments(const QCommandLineParser &parser, const QCommandLineOption &where)
+{
+    if (parser.isSet(where) && parser.value(where).isEmpty())
+        return Error{ErrorKind::Invalid, QStringLiteral("--address-book: is empty")};
+    const auto book = checkedWhere(parser.value(where));
+    if (!book)
+        return book.error();
+    Arguments arguments{*book, {}};
+    for (const QString &given : parser.positionalArguments()) {
+        const auto file = filePath(given);
+        if (!file)
+            return file.error();
+        arguments.files += *file;
+    }
+    return arguments;
+}
+
+/// Why one of them cannot be taken as it is, before the application decodes them.
+Result<void> checkBytes(std::span<char *const> arguments)
+{
+    const auto other = std::ranges::find_if_not(arguments, [](const char *argument) { return isText(argument); });
+    if (other == arguments.end())
+        return {};
+    return Error{ErrorKind::Invalid, textOfUtf8(*other) + QStringLiteral(": this argument is not UTF-8")};
+}
+
+void introduce()
+{
     QApplication::setApplicationName(QStringLiteral("peoplenook"));
     QApplication::setOrganizationName(QStringLiteral("peoplenook"));
     QApplication::setApplicationDisplayName(QStringLiteral("Brindle PeopleNook"));
@@ -22,6 +63,22 @@ int main(int argc, char *argv[])
     QApplication::setDesktopFileName(QStringLiteral("org.peoplenook.PeopleNook"));
     QApplication::setStyle(std::make_unique<CalmStyle>().release()); // takes it over
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/art/peoplenook.png")));
+}
+
+int refuse(const Error &error)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(error.text)); // for a terminal, where nobody may see the box
+    QMessageBox::critical(nullptr, QApplication::applicationDisplayName(), error.text);
+    return 2;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const auto bytes = checkBytes({argv, std::size_t(argc)});
+    QApplication application(argc, argv);
+    introduce();
 
     QCommandLineParser arguments;
     arguments.addHelpOption();
@@ -34,9 +91,14 @@ int main(int argc, char *argv[])
     arguments.addPositionalArgument(
         QStringLiteral("FILE"), QStringLiteral("vCard files to import."), QStringLiteral("[FILE...]"));
     arguments.process(application);
+    if (!bytes)
+        return refuse(bytes.error());
+    const auto named = checkedArguments(arguments, where);
+    if (!named)
+        return refuse(named.error());
 
-    SingleInstance instance(arguments.value(where));
-    if (instance.handOver(arguments.positionalArguments()))
+    SingleInstance instance(named->where);
+    if (instance.handOver(named->files))
         return 0;
 
     const RestingCursor cursor;
@@ -46,7 +108,7 @@ int main(int argc, char *argv[])
         appearance.setScheme(isDark ? Appearance::Scheme::Dark : Appearance::Scheme::Light);
     }
     AppDelegate delegate;
-    QStringList waiting = arguments.positionalArguments();
+    QStringList waiting = named->files;
     bool isOpen = false;
     const auto importWaiting = [&] {
         if (isOpen && !waiting.isEmpty())
@@ -65,6 +127,6 @@ int main(int argc, char *argv[])
         waiting += files;
         importWaiting();
     });
-    delegate.applicationDidFinishLaunching(arguments.value(where));
+    delegate.applicationDidFinishLaunching(named->where);
     return QApplication::exec();
 }
