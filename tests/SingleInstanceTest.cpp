@@ -100,6 +100,7 @@ private Q_SLOTS:
             QVERIFY(!first.handOver({}));
             SingleInstance other(m_book + QStringLiteral("2"), m_folder->path());
             QVERIFY(!other.handOver({}));
+            QVERIFY(first.place() == 0 && other.place() == 1);
         }
         SingleInstance next(m_book, m_folder->path());
         QVERIFY(!next.handOver({}, 0ms));

@@ -119,7 +119,7 @@ void AppDelegate::installAddressBook(
 {
     if (offer)
         m_backupActions->offerRescue(*offer, book.error().description());
-    m_window.setAddressBookName(book ? (*book)->name() : QString());
+    m_window.setAddressBookName(book ? (*book)->name() : QString(), m_opener.where().isEmpty());
     if (book) {
         ABAddressBook::setSharedAddressBook(*book);
         m_watch.watch(*book);

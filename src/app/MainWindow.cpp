@@ -8,11 +8,13 @@
 #include "app/EmptyPage.h"
 #include "app/ProgressWindow.h"
 #include "app/ResultsView.h"
+#include "app/SampleBook.h"
 
 #include <QApplication>
 #include <QBoxLayout>
 #include <QDir>
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -25,12 +27,14 @@
 #include <QStatusBar>
 #include <QTableView>
 #include <QToolButton>
+#include <QWindow>
 
 #include <utility>
 
 namespace {
 
 constexpr QSize kFirstSize(1120, 700);
+constexpr int kStepAside = 32;
 
 QStringList localFiles(const QMimeData *data)
 {
@@ -40,6 +44,14 @@ QStringList localFiles(const QMimeData *data)
             paths += url.toLocalFile();
     }
     return paths;
+}
+
+QString titleOf(const QString &bookName)
+{
+    const QFileInfo file(bookName);
+    if (!file.isAbsolute()) // a book of the desktop
+        return bookName;
+    return file == QFileInfo(sampleBookPath()) ? MainWindow::tr("Sample Contacts") : file.fileName();
 }
 
 } // namespace
@@ -190,12 +202,23 @@ void MainWindow::setUpStatusBar()
     statusBar()->addPermanentWidget(m_failureMark);
 }
 
-void MainWindow::setAddressBookName(const QString &name)
+void MainWindow::setAddressBookName(const QString &name, bool isDefault)
 {
     const QString home = QDir::homePath() % u'/';
     m_bookName->setText(name.startsWith(home) ? QStringLiteral("~/") % name.sliced(home.size()) : name);
     m_bookName->setToolTip(name);
     m_giveUp->hide();
+    const QString title = isDefault || name.isEmpty() ? windowTitle() : titleOf(name);
+    setAccessibleName(title);
+    if (windowHandle())
+        windowHandle()->setTitle(title); // on the screen only, where Qt adds the name of the program
+}
+
+void MainWindow::standAside(int steps)
+{
+    m_standsAside = steps > 0 && testAttribute(Qt::WA_Moved) && !isMaximized() && !isFullScreen();
+    if (m_standsAside)
+        setGeometry(geometry().adjusted(kStepAside * steps, kStepAside * steps, 0, 0));
 }
 
 void MainWindow::setContactsLoaded()
@@ -321,7 +344,8 @@ void MainWindow::saveLayout() const
     for (const Field field : m_table.getTableView()->columns())
         columns += fieldInfo(field).label;
     QSettings settings;
-    settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
+    if (!m_standsAside) // or the first window would wander from start to start
+        settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
     settings.setValue(QStringLiteral("table/columns"), columns);
     settings.setValue(QStringLiteral("table/widths"), m_contacts->columnLook().widths());
 }

@@ -45,8 +45,10 @@ public:
     void showContacts();
     /// A quiet mark that something failed; pressing it asks for the activity window.
     void setFailureMark(const QString &newest);
-    /// Which address book this window shows.
-    void setAddressBookName(const QString &name);
+    /// Which address book this window shows. The title has the name too, unless it is the one of every start.
+    void setAddressBookName(const QString &name, bool isDefault);
+    /// Moves so many steps away from where the window was last, as another one may be there.
+    void standAside(int steps);
     /// The address book could not be opened; says why.
     void showNoAddressBook(const QString &reason);
     /// How far the opening of a large address book is; can be given up. Gone once there is a name.
@@ -105,6 +107,7 @@ private:
     QLabel *m_bookName;
     QToolButton *m_giveUp;
     QMenu *m_addressBooks = nullptr;
+    bool m_standsAside = false;
     QList<QAction *> m_scanActions; // disabled during a scan
     QList<QAction *> m_tableActions; // disabled while results are shown
     QAction *m_refreshAction = nullptr;

@@ -10,10 +10,15 @@
 #include <QFile>
 #include <QStandardPaths>
 
+QString sampleBookPath()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        % QStringLiteral("/peoplenook/sample.sqlite");
+}
+
 Result<QString> sampleBook()
 {
-    const QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        % QStringLiteral("/peoplenook/sample.sqlite");
+    const QString path = sampleBookPath();
     auto store = openStore(path);
     if (!store)
         return store.error();

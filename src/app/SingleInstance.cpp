@@ -16,6 +16,7 @@ namespace {
 
 // A compositor lets a window come to the front only with the token that the starting program was given.
 constexpr const char *kActivationToken = "XDG_ACTIVATION_TOKEN";
+constexpr int kPlaces = 8;
 constexpr char kTaken = '+';
 constexpr std::chrono::milliseconds kRetry(20);
 
@@ -82,6 +83,18 @@ bool SingleInstance::handOver(const QStringList &files, std::chrono::millisecond
         QThread::msleep(static_cast<unsigned long>(kRetry.count())); // the other one is starting or ending
     } while (!deadline.hasExpired());
     return false;
+}
+
+int SingleInstance::place()
+{
+    for (int place = 0; place < kPlaces; ++place) {
+        m_place = std::make_unique<QLockFile>(
+            QFileInfo(m_socketPath).dir().filePath(QStringLiteral("peoplenook-place-%1.lock").arg(place)));
+        m_place->setStaleLockTime(0);
+        if (m_place->tryLock(0))
+            return place;
+    }
+    return 0;
 }
 
 bool SingleInstance::send(const QByteArray &message, std::chrono::milliseconds patience) const

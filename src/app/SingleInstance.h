@@ -6,6 +6,7 @@
 #include <QLockFile>
 
 #include <chrono>
+#include <memory>
 
 /// One running application a user and address book: whoever is started second hands its files to the first and ends.
 /// Lock and socket lie in a folder that only this user may enter; what a killed application left there is no obstacle.
@@ -24,6 +25,10 @@ public:
     /// the lock but did not answer in @p patience; two applications may share an address book, so that is no error.
     bool handOver(const QStringList &files, std::chrono::milliseconds patience = std::chrono::seconds(5));
 
+    /// Takes the first of the places for windows, from 0 on, that no other running application has; 0 without a free
+    /// one.
+    int place();
+
     /// Where the others find this one.
     const QString &socketPath() const { return m_socketPath; }
 
@@ -38,5 +43,6 @@ private:
 
     const QString m_socketPath;
     QLockFile m_lock;
+    std::unique_ptr<QLockFile> m_place;
     QLocalServer m_server;
 };

@@ -127,6 +127,7 @@ int main(int argc, char *argv[])
         waiting += files;
         importWaiting();
     });
+    delegate.mainWindow().standAside(instance.place());
     delegate.applicationDidFinishLaunching(named->where);
     return QApplication::exec();
 }
