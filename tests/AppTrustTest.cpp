@@ -134,6 +134,11 @@ private Q_SLOTS:
         QCOMPARE(history->differences()->rowCount(), 1);
         QCOMPARE(history->differences()->item(0, 1)->text(), u"Ann"_s);
         QCOMPARE(history->differences()->item(0, 2)->text(), u"Anna"_s);
+        QCOMPARE(history->focusWidget(), history->steps());
+        history->steps()->selectAll();
+        QTRY_COMPARE(stepShown.count(), 2);
+        QCOMPARE(history->people()->model()->rowCount(), 3); // one was added and edited
+        history->steps()->selectRow(0);
 
         QSignalSpy restored(history, &HistoryWindow::restored);
         loaded.clear();

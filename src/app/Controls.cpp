@@ -32,18 +32,21 @@ void MyButton::setButtonTitle(const QString &title)
 }
 
 ButtonBar::ButtonBar(const QList<QPushButton *> &buttons, QObject *parent)
-    : QObject(parent), m_buttons(buttons.begin(), buttons.end())
+    : QObject(parent), m_buttons(buttons.begin(), buttons.end()), m_last(buttons.front())
 {
-    for (QPushButton *button : buttons)
+    for (QPushButton *button : buttons) {
         button->installEventFilter(this);
-    setTabStop(buttons.front());
+        button->setAutoDefault(true); // Return presses it
+    }
 }
 
-QPushButton *ButtonBar::tabStop() const
+QPushButton *ButtonBar::current() const
 {
-    const auto isStop = [](QPushButton *button) { return button && button->focusPolicy() == Qt::StrongFocus; };
-    const auto stop = std::ranges::find_if(m_buttons, isStop);
-    return stop != m_buttons.end() && (*stop)->isEnabled() ? stop->data() : nullptr;
+    const auto isEnabled = [](QPushButton *button) { return button && button->isEnabled(); };
+    if (isEnabled(m_last))
+        return m_last;
+    const auto enabled = std::ranges::find_if(m_buttons, isEnabled);
+    return enabled == m_buttons.end() ? nullptr : enabled->data();
 }
 
 bool ButtonBar::eventFilter(QObject *object, QEvent *event)
@@ -51,37 +54,17 @@ bool ButtonBar::eventFilter(QObject *object, QEvent *event)
     auto *button = qobject_cast<QPushButton *>(object);
     if (!button) // no longer one: the window goes
         return QObject::eventFilter(object, event);
-    switch (event->type()) {
-    case QEvent::FocusIn:
-        setTabStop(button);
-        break;
-    case QEvent::EnabledChange:
-        setTabStop(m_tabStop ? m_tabStop.data() : button);
-        break;
-    case QEvent::KeyPress: {
+    if (event->type() == QEvent::FocusIn) {
+        m_last = button;
+    } else if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
         const bool isForwards = key == Qt::Key_Right || key == Qt::Key_Down;
-        if (!isForwards && key != Qt::Key_Left && key != Qt::Key_Up)
-            break;
-        move(button, isForwards ? 1 : -1);
-        return true;
-    }
-    default:
-        break;
+        if (isForwards || key == Qt::Key_Left || key == Qt::Key_Up) {
+            move(button, isForwards ? 1 : -1);
+            return true;
+        }
     }
     return QObject::eventFilter(object, event);
-}
-
-void ButtonBar::setTabStop(QPushButton *wanted)
-{
-    m_tabStop = wanted;
-    const auto isEnabled = [](QPushButton *button) { return button && button->isEnabled(); };
-    const auto enabled = std::ranges::find_if(m_buttons, isEnabled);
-    const QPushButton *stop = wanted->isEnabled() || enabled == m_buttons.end() ? wanted : enabled->data();
-    for (QPushButton *button : m_buttons) {
-        if (button)
-            button->setFocusPolicy(button == stop ? Qt::StrongFocus : Qt::ClickFocus);
-    }
 }
 
 void ButtonBar::move(QPushButton *from, int by)

@@ -22,7 +22,7 @@ public:
     QString buttonTitle() const { return text(); }
 };
 
-/// Makes a row of buttons one Tab stop: arrows move in it, Tab leaves it and comes back to the button that was left.
+/// A row of buttons in a window that is no dialog: arrows move in it too, and Return presses the button in focus.
 class ButtonBar : public QObject
 {
     Q_OBJECT
@@ -30,16 +30,15 @@ class ButtonBar : public QObject
 public:
     ButtonBar(const QList<QPushButton *> &buttons, QObject *parent);
 
-    /// Where Tab goes; null while no button can be pressed.
-    QPushButton *tabStop() const;
+    /// The one that had the focus last, or the first that can be pressed; null while none can.
+    QPushButton *current() const;
     bool eventFilter(QObject *button, QEvent *event) override;
 
 private:
-    void setTabStop(QPushButton *button);
     void move(QPushButton *from, int by);
 
     std::vector<QPointer<QPushButton>> m_buttons; // null: gone already, as the window goes
-    QPointer<QPushButton> m_tabStop; // the one that is wanted, also while it cannot be pressed
+    QPointer<QPushButton> m_last;
 };
 
 /// A strip with a picture behind its contents, which fills its width at its own height.

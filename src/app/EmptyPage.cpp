@@ -15,6 +15,8 @@ EmptyPage::EmptyPage(QWidget *parent)
 {
     connect(m_import, &QPushButton::clicked, this, &EmptyPage::importRequested);
     connect(m_sample, &QPushButton::clicked, this, &EmptyPage::sampleRequested);
+    for (QPushButton *button : {m_import, m_sample})
+        button->setAutoDefault(true); // Return presses it, as everywhere in dialogs
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(m_import);

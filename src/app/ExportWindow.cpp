@@ -55,6 +55,8 @@ ExportWindow::ExportWindow(QWidget *parent)
     layout->addLayout(form);
     layout->addWidget(m_reason);
     layout->addWidget(buttons);
+    setTabOrder(m_folder, choose);
+    setTabOrder(choose, m_format);
     setFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
 }
 

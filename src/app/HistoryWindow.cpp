@@ -16,7 +16,9 @@
 #include <QTableView>
 #include <QTableWidget>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace {
 
@@ -42,6 +44,22 @@ Result<QString> restore(const QStringList &ids)
     return countsText(plan->added, plan->changed, plan->removed);
 }
 
+/// All that these changes did, the newest first, as if it were one.
+Result<ChangedPeopleModel::Step> stepsTogether(const QStringList &ids, const std::stop_token &isSuperseded)
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    auto together = std::make_shared<ChangeStep>();
+    for (const QString &id : ids) {
+        if (isSuperseded.stop_requested())
+            break;
+        auto step = book ? book->historyStep(id) : Result<ChangeStep>(noAddressBook());
+        if (!step)
+            return step.error();
+        std::ranges::move(step->changes, std::back_inserter(together->changes));
+    }
+    return ChangedPeopleModel::Step(together);
+}
+
 /// Nothing in the cell tells an absent value from an empty one.
 QString shown(const QString &text)
 {
@@ -63,6 +81,8 @@ HistoryWindow::HistoryWindow(QWidget *parent)
     setUpLists();
     m_restore->setEnabled(false);
     auto *close = new QPushButton(tr("&Close"), this);
+    for (QPushButton *button : {m_restore, close})
+        button->setAutoDefault(true); // Return presses it
     connect(m_restore, &QPushButton::clicked, this, &HistoryWindow::restoreSelected);
     connect(close, &QPushButton::clicked, this, &QWidget::close);
     connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
@@ -80,6 +100,7 @@ HistoryWindow::HistoryWindow(QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(halves, 1);
     layout->addLayout(buttons);
+    m_steps->setFocus();
     reload();
 }
 
@@ -103,7 +124,7 @@ void HistoryWindow::setUpLists()
     m_steps->setColumnWidth(HistoryModel::HowMany, 220);
     m_people->setModel(&m_changedPeople);
     m_people->setUniformItemSizes(true);
-    m_people->setAccessibleName(tr("Contacts of the change"));
+    m_people->setAccessibleName(tr("Contacts of the selected changes"));
     QStringList titles;
     for (const char *title : kDifferenceTitles)
         titles += tr(title);
@@ -155,20 +176,27 @@ void HistoryWindow::showHistory(const Result<std::vector<ChangeSummary>> &histor
     Q_EMIT loaded();
 }
 
+QStringList HistoryWindow::selectedSteps() const
+{
+    QModelIndexList rows = m_steps->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    QStringList ids;
+    for (const QModelIndex &row : std::as_const(rows))
+        ids += m_history.step(row.row()).cause.id;
+    return ids;
+}
+
 void HistoryWindow::selectionChanged()
 {
-    const QModelIndexList rows = m_steps->selectionModel()->selectedRows();
-    m_restore->setEnabled(!rows.isEmpty());
+    const QStringList ids = selectedSteps();
+    m_restore->setEnabled(!ids.isEmpty());
     m_changedPeople.setStep(nullptr);
     m_differences->setRowCount(0);
     const quint64 request = ++m_request;
-    if (rows.size() != 1)
+    if (ids.isEmpty())
         return;
-    m_stepReader.start([this, request, id = m_history.step(rows.front().row()).cause.id](const std::stop_token &) {
-        const auto book = ABAddressBook::sharedAddressBook();
-        auto read = book ? book->historyStep(id) : Result<ChangeStep>(noAddressBook());
-        const auto step = read ? Result(ChangedPeopleModel::Step(std::make_shared<ChangeStep>(std::move(*read))))
-                               : Result<ChangedPeopleModel::Step>(read.error());
+    m_stepReader.start([this, request, ids](const std::stop_token &isSuperseded) {
+        const auto step = stepsTogether(ids, isSuperseded);
         QMetaObject::invokeMethod(
             this, [this, request, step] { showStep(request, step); }, Qt::QueuedConnection);
     });
@@ -208,9 +236,7 @@ void HistoryWindow::showPerson(const QModelIndex &index)
 
 void HistoryWindow::restoreSelected()
 {
-    QStringList ids;
-    for (const QModelIndex &row : m_steps->selectionModel()->selectedRows())
-        ids += m_history.step(row.row()).cause.id;
+    const QStringList ids = selectedSteps();
     if (ids.isEmpty())
         return;
     setEnabled(false); // what is asked for next is about the history as it is then
@@ -224,6 +250,7 @@ void HistoryWindow::restoreSelected()
 void HistoryWindow::finishRestore(const Result<QString> &done)
 {
     setEnabled(true);
+    m_steps->setFocus(); // a disabled window has lost it
     if (!done) {
         say(done.error().description());
         Q_EMIT failed(done.error().description());

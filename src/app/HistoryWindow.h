@@ -37,7 +37,7 @@ public:
 
 Q_SIGNALS:
     void loaded(); ///< the history is shown, or why it is not
-    void stepShown(); ///< the people of the selected change are shown
+    void stepShown(); ///< the people of the selected changes are shown
     void restored(const QString &what); ///< the address book is not what it was
     void failed(const QString &reason);
 
@@ -48,6 +48,7 @@ protected:
 private:
     void setUpLists();
     void showHistory(const Result<std::vector<ChangeSummary>> &history);
+    QStringList selectedSteps() const;
     void selectionChanged();
     void showStep(quint64 request, const Result<ChangedPeopleModel::Step> &step);
     void showPerson(const QModelIndex &index);
@@ -61,7 +62,7 @@ private:
     QTableWidget *m_differences;
     WrappedText *m_message;
     QPushButton *m_restore;
-    quint64 m_request = 0; // which step was asked for last
+    quint64 m_request = 0; // which steps were asked for last
     LatestJob m_reader;
     LatestJob m_stepReader;
     LatestJob m_restorer;

@@ -137,7 +137,7 @@ void MainWindow::setUpProgramMenu()
 void MainWindow::setUpFileMenu()
 {
     QMenu *file = menuBar()->addMenu(tr("&File"));
-    m_addressBooks = file->addMenu(tr("Address &Books"));
+    m_addressBooks = file->addMenu(tr("&Address Books"));
     connect(m_addressBooks, &QMenu::aboutToShow, this, [this] {
         if (m_addressBooks->isEmpty())
             m_addressBooks->addAction(tr("Looking ..."))->setEnabled(false);
@@ -352,7 +352,7 @@ void MainWindow::saveLayout() const
 
 void MainWindow::focusNextPane()
 {
-    QList<QWidget *> panes{m_buttonBar->tabStop(), m_contacts->searchField(), m_contacts->mainPane()};
+    QList<QWidget *> panes{m_buttonBar->current(), m_contacts->searchField(), m_contacts->mainPane()};
     if (m_results)
         panes = m_results->panes();
     panes.removeIf([](const QWidget *pane) { return !pane || !pane->isEnabled(); });
