@@ -17,7 +17,9 @@
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBrowser>
 #include <QTimer>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -162,6 +164,22 @@ private Q_SLOTS:
             {static_cast<QAbstractItemView *>(history->steps()), static_cast<QAbstractItemView *>(history->people()),
                 static_cast<QAbstractItemView *>(history->differences())})
             QVERIFY(!view->accessibleName().isEmpty());
+    }
+
+    void helpNeedsNoOtherProgram()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann'}"});
+        start(path);
+        QCOMPARE(m_app->mainWindow().windowHandle()->title(), QFileInfo(path).fileName());
+        QFile opener(m_folder.filePath(u"xdg-open"_s));
+        QVERIFY(opener.open(QIODevice::WriteOnly) && opener.write("#!/bin/sh\nexit 3\n") > 0);
+        QVERIFY(opener.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+        opener.close();
+        qputenv("PATH", m_folder.path().toLocal8Bit());
+        Q_EMIT m_app->mainWindow().helpRequested();
+        QTRY_VERIFY(m_app->mainWindow().findChild<QTextBrowser *>());
+        QVERIFY(m_app->mainWindow().findChild<QTextBrowser *>()->toPlainText().startsWith(u"First steps"));
     }
 
     void aBackupIsMadeAndRestored()

@@ -291,11 +291,7 @@ void AppDelegate::menuHelpClick()
 
 void AppDelegate::copyHelpFile()
 {
-    if (openCopyOutside(QStringLiteral(":/help/Brindle PeopleNook_Help.pdf"),
-            QApplication::applicationDisplayName() % QStringLiteral("_Help.pdf"), m_activity))
-        qCDebug(lcApp, "sucess");
-    else
-        qCDebug(lcApp, "打开失败");
+    m_sideWindows.showHelp();
 }
 
 void AppDelegate::menuSupportClick()

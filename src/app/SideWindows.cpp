@@ -4,9 +4,14 @@
 
 #include "app/AboutWindowController.h"
 #include "app/ActivityWindow.h"
+#include "app/AppLog.h"
 #include "app/ContactCard.h"
+#include "app/HelpWindow.h"
 #include "app/HistoryWindow.h"
 #include "app/ImportWindow.h"
+#include "app/OpenOutside.h"
+
+#include <QApplication>
 
 namespace {
 
@@ -27,6 +32,20 @@ void SideWindows::showAbout()
     if (!m_about)
         m_about = new AboutWindowController(m_activity, &m_mainWindow);
     m_about->showWindow();
+}
+
+void SideWindows::showHelp()
+{
+    openCopyOutside(QStringLiteral(":/help/Brindle PeopleNook_Help.pdf"),
+        QApplication::applicationDisplayName() % QStringLiteral("_Help.pdf"), this, [this](bool isOpen) {
+            if (isOpen) {
+                qCDebug(lcApp, "sucess");
+                return;
+            }
+            qCDebug(lcApp, "打开失败");
+            auto *window = m_mainWindow.findChild<HelpWindow *>();
+            bringToFront(window ? window : new HelpWindow(&m_mainWindow));
+        });
 }
 
 void SideWindows::showActivity()

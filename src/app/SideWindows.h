@@ -10,8 +10,8 @@ class AboutWindowController;
 class ActivityLog;
 class QWidget;
 
-/// Opens the windows beside the main one: about, activity and history once, raised when asked for again; a contact's
-/// card and an import each time anew. What fails in them is told to the activity log.
+/// Opens the windows beside the main one: about, help, activity and history once, raised when asked for again; a
+/// contact's card and an import each time a new one. What fails in them is told to the activity log.
 class SideWindows : public QObject
 {
     Q_OBJECT
@@ -21,6 +21,8 @@ public:
     SideWindows(QWidget &mainWindow, ActivityLog &activity);
 
     void showAbout();
+    /// In the desktop's program for PDF files or, without one, in a window of this program.
+    void showHelp();
     void showActivity();
     void showHistory();
     void showCard(const ABPersonPtr &person);
