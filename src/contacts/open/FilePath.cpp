@@ -17,6 +17,8 @@ bool isText(std::string_view bytes)
 Result<QString> filePath(const QString &given)
 {
     namespace fs = std::filesystem;
+    if (given.isEmpty())
+        return Error{ErrorKind::Invalid, QStringLiteral("an empty text is no path of a file")};
     std::error_code failed;
     const std::string absolute = fs::absolute(given.toStdString(), failed).string();
     std::string target = fs::weakly_canonical(absolute, failed).string();

@@ -12,5 +12,5 @@ bool isText(std::string_view bytes);
 
 /// The path that a user gave for a file or folder, in a form that no code mistakes for something else: Qt takes a path
 /// that begins with ':' for a resource of the program, so that one is made absolute.
-/// Invalid: some folder or link on the way to it has a name that is not UTF-8.
+/// Invalid: it is empty, or some folder or link on the way to it has a name that is not UTF-8.
 Result<QString> filePath(const QString &given);
