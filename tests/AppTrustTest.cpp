@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QListView>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -209,6 +210,28 @@ private Q_SLOTS:
         backups.restoreFrom(backup);
         QTRY_COMPARE(finished.count(), 1);
         QCOMPARE(savedBook(), before);
+    }
+
+    void nothingIsDeliveredWhileAQuestionIsOpen()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo','lastName':'Ng'}"});
+        start(path);
+        m_app->scanClicled();
+        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        const QPointer<OutlineViewController> asking = m_app->outlineViewController();
+        asking->chooseOption(OptionGroup::OneName, kDeleteThisContact);
+        bool isThere = false;
+        QTimer::singleShot(0, this, [&] {
+            m_app->updateUI({}); // as another scan does that ends now
+            QCoreApplication::processEvents();
+            isThere = !asking.isNull();
+            qobject_cast<QMessageBox *>(QApplication::activeModalWidget())->buttons().front()->click();
+        });
+        asking->fixClick();
+        QVERIFY(isThere);
+        QCOMPARE(savedBook(), QByteArray("{\"uid\":\"2\",\"firstName\":\"Bo\",\"lastName\":\"Ng\"}\n"));
+        QTRY_VERIFY(!asking);
     }
 
     void aFileThatIsNoBackupIsRefused()

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Alerts.h"
 
+#include "base/PatientCall.h"
+
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QMessageBox>
@@ -45,6 +47,7 @@ AlertPanel::Answer Alerts::runAlertPanel(
             box.setEscapeButton(box.addButton(alternateButton, QMessageBox::RejectRole));
         box.setDefaultButton(accept);
         makeRoomForTitle(box);
+        const PatientCall::Hold hold;
         box.exec();
         answer = box.clickedButton() == accept ? Answer::Default : Answer::Alternate;
     });

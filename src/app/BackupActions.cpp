@@ -5,6 +5,7 @@
 #include "app/Counted.h"
 #include "app/FileDialog.h"
 #include "app/HistoryModel.h"
+#include "base/PatientCall.h"
 #include "contacts/ABAddressBook.h"
 #include "contacts/open/Backups.h"
 
@@ -89,7 +90,7 @@ void BackupActions::run(const Work &work, const QString &folder, const std::func
             }
             Q_EMIT finished(static_cast<bool>(done));
         };
-        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+        PatientCall::deliver(this, tell);
     });
 }
 
@@ -125,8 +126,7 @@ void BackupActions::restoreFrom(const QString &path)
     m_job.start([this, path](const std::stop_token &) {
         const auto book = ABAddressBook::sharedAddressBook();
         const auto plan = book ? planRestoreOfBackup(*book, path) : Result<RestorePlan>(noAddressBook());
-        QMetaObject::invokeMethod(
-            this, [this, plan, path] { confirm(plan, path); }, Qt::QueuedConnection);
+        PatientCall::deliver(this, [this, plan, path] { confirm(plan, path); });
     });
 }
 

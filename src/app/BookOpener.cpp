@@ -72,8 +72,7 @@ void BookOpener::run(const QString &where, const std::stop_token &isSuperseded)
     const auto offer = book ? std::nullopt : Rescue::offerFor(where, book.error());
     // Before anybody can change anything; checking the copy takes longer, and nobody waits for that.
     const auto backup = book ? beginDailyBackup(**book, QDate::currentDate()) : BackupRest();
-    QMetaObject::invokeMethod(
-        this, [this, book, offer] { Q_EMIT opened(book, offer); }, Qt::QueuedConnection);
+    PatientCall::deliver(this, [this, book, offer] { Q_EMIT opened(book, offer); });
     tellBackup(backup && *backup ? (*backup)() : backup ? Result<void>() : backup.error(), where);
 }
 

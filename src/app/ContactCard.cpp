@@ -6,6 +6,7 @@
 #include "app/Controls.h"
 #include "app/FileDialog.h"
 #include "app/MultiValueEditor.h"
+#include "base/PatientCall.h"
 #include "contacts/ABAddressBook.h"
 #include "contacts/open/OutsideFile.h"
 #include "contacts/record/NameTexts.h"
@@ -285,6 +286,7 @@ void ContactCard::reject()
     QMessageBox question(QMessageBox::Question, windowTitle(), tr("Save what you changed in this contact?"),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     question.setDefaultButton(QMessageBox::Save);
+    const PatientCall::Hold hold;
     switch (question.exec()) {
     case QMessageBox::Save:
         save();

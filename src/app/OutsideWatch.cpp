@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/OutsideWatch.h"
 
+#include "base/PatientCall.h"
+
 #include <QCoreApplication>
 #include <QPointer>
 
@@ -44,7 +46,7 @@ void OutsideWatch::look()
 {
     m_reader.start([this, book = m_book](const std::stop_token &) {
         const auto uids = book->refresh();
-        QMetaObject::invokeMethod(this, [this, book, uids] {
+        PatientCall::deliver(this, [this, book, uids] {
             if (book != m_book)
                 return; // another one is watched by now
             if (!uids)

@@ -16,27 +16,27 @@ namespace {
 
 constexpr std::chrono::milliseconds kNotNoticed(100);
 
-struct Deed
+struct Delivery
 {
     QPointer<QObject> context;
-    std::function<void()> act;
+    std::function<void()> task;
 };
 
 // Both are for the main thread only.
-int runs = 0;
-std::deque<Deed> &heldDeeds()
+int holds = 0;
+std::deque<Delivery> &heldDeliveries()
 {
-    static std::deque<Deed> deeds;
-    return deeds;
+    static std::deque<Delivery> deliveries;
+    return deliveries;
 }
 
-void doHeldDeeds()
+void runHeldDeliveries()
 {
-    while (runs == 0 && !heldDeeds().empty()) {
-        const Deed deed = std::move(heldDeeds().front());
-        heldDeeds().pop_front();
-        if (deed.context)
-            deed.act();
+    while (holds == 0 && !heldDeliveries().empty()) {
+        const Delivery delivery = std::move(heldDeliveries().front());
+        heldDeliveries().pop_front();
+        if (delivery.context)
+            delivery.task();
     }
 }
 
@@ -63,20 +63,30 @@ void PatientCall::run(const std::function<void()> &job, const std::function<void
     if (ended.wait_for(kNotNoticed) == std::future_status::timeout) {
         if (onWait)
             onWait();
-        ++runs;
+        const Hold hold;
         loop.exec(QEventLoop::ExcludeUserInputEvents);
         ended.wait(); // where the application was told to quit meanwhile
-        if (--runs == 0)
-            QMetaObject::invokeMethod(QCoreApplication::instance(), &doHeldDeeds, Qt::QueuedConnection);
     }
     ended.get(); // what the job threw, if anything
 }
 
-void PatientCall::deliver(QObject *context, std::function<void()> deed)
+void PatientCall::deliver(QObject *context, std::function<void()> task)
 {
-    const auto arrive = [context, deed = std::move(deed)] {
-        heldDeeds().push_back({context, deed});
-        doHeldDeeds();
+    const auto arrive = [context, task = std::move(task)] {
+        heldDeliveries().push_back({context, task});
+        runHeldDeliveries();
     };
     QMetaObject::invokeMethod(context, arrive, Qt::QueuedConnection);
+}
+
+PatientCall::Hold::Hold()
+{
+    ++holds;
+}
+
+PatientCall::Hold::~Hold()
+{
+    // Later, as the function that waited is still at work.
+    if (--holds == 0 && QCoreApplication::instance())
+        QMetaObject::invokeMethod(QCoreApplication::instance(), &runHeldDeliveries, Qt::QueuedConnection);
 }

@@ -15,9 +15,20 @@ namespace PatientCall {
 /// other thread, or without an application, the job is just called.
 void run(const std::function<void()> &job, const std::function<void()> &onWait = {});
 
-/// Has @p deed done on the main thread later, unless @p context is gone by then: not before the deeds that were
-/// delivered earlier, and never inside a run(), whose caller may be in the middle of using what the deed changes. May
-/// be called on any thread as long as @p context is there.
-void deliver(QObject *context, std::function<void()> deed);
+/// Runs @p task on the main thread later, in the order of the calls, unless @p context is gone by then. Never inside a
+/// run() or while there is a Hold, as whoever waits may be using what the task changes. May be called on any thread as
+/// long as @p context is there.
+void deliver(QObject *context, std::function<void()> task);
+
+/// Holds back what is delivered as long as it lives. For a function that waits for the user: events, and with them
+/// deliveries, are handled meanwhile. For the main thread.
+class Hold
+{
+public:
+    Hold();
+    ~Hold();
+    Hold(const Hold &) = delete;
+    Hold &operator=(const Hold &) = delete;
+};
 
 } // namespace PatientCall
