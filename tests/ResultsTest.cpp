@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "results/OutlineViewController.h"
 #include "results/ProblemTexts.h"
+#include "scan/ScanAddressBook.h"
 #include "support/Answers.h"
 #include "support/LogLines.h"
 #include "support/TestPeople.h"
@@ -226,6 +227,19 @@ private Q_SLOTS:
         s.controller.selectRow(5);
         s.fixWith(kDeleteDuplicateContacts);
         QCOMPARE(treeOf(s.controller), u("UNUSUAL SUFFIX\n *a\n"));
+    }
+
+    void findingsKeepTheirAddress()
+    {
+        Setup s({"{'uid':'a','email':[{'label':'l','value':'x'},{'label':'l','value':'y'}]}",
+            "{'uid':'b','email':[{'value':'x'}]}", "{'uid':'c','email':[{'value':'y'}]}"});
+        const QStringList title{u("Emails duplicated among multiple contacts")};
+        s.result = ScanAddressBook::examine(title);
+        s.show();
+        s.controller.reexamine({u("a")}, ScanAddressBook::examine(title));
+        s.controller.selectRow(2);
+        s.fixWith(kDeleteDuplicateContacts);
+        QCOMPARE(uidsOf(s.book->people()), QStringList({u("a"), u("b")}));
     }
 
     void theSelectionMovesOn()

@@ -5,6 +5,7 @@
 #include "contacts/ChangeCause.h"
 #include "contacts/record/NameTexts.h"
 #include "fix/FixLog.h"
+#include "results/NoLongerFound.h"
 #include "results/ResultsLog.h"
 
 #include <algorithm>
@@ -28,6 +29,7 @@ PersonItemPtr groupOf(const QString &name, const std::vector<EmailMatch> &matche
         const PersonItemPtr child = addFinding(group, match.searchedPerson);
         child->setDuplicateEmailArray({match.matchPersonsArray.begin(), match.matchPersonsArray.end()});
         child->setDuplicateEmailType(match.duplicateEmailType);
+        child->setSharedAddress(match.sharedAddress);
     }
     return group;
 }
@@ -35,28 +37,6 @@ PersonItemPtr groupOf(const QString &name, const std::vector<EmailMatch> &matche
 PersonItemPtr groupOf(const QString &name, const std::vector<ABPersonPtr> &people)
 {
     return OutlineViewController::creatFatherNode(name, people);
-}
-
-/// Whether the finding is still one; brings the others of a shared address up to date.
-bool isStillFound(PersonItem &finding, const std::vector<EmailMatch> &matches)
-{
-    const auto found = std::ranges::find_if(matches, [&finding](const EmailMatch &match) {
-        return match.searchedPerson == finding.person() && match.duplicateEmailType == finding.duplicateEmailType();
-    });
-    if (found == matches.end())
-        return false;
-    finding.setDuplicateEmailArray({found->matchPersonsArray.begin(), found->matchPersonsArray.end()});
-    return true;
-}
-
-bool isStillFound(PersonItem &finding, const std::vector<ABPersonPtr> &people)
-{
-    return std::ranges::find(people, finding.person()) != people.end();
-}
-
-bool isStillFound(PersonItem &finding, const Findings *findings)
-{
-    return findings && std::visit([&finding](const auto &list) { return isStillFound(finding, list); }, *findings);
 }
 
 } // namespace
@@ -113,15 +93,13 @@ void OutlineViewController::reexamine(const QStringList &uids, const ScanResult 
     for (const auto &row : groups) {
         const ConditionGroup *condition = conditionGroupNamed(row->name());
         const Findings *findings = condition ? now.find(condition->condition) : nullptr;
-        const QList<PersonItemPtr> children = row->childrenArray();
-        for (const auto &child : children) {
-            if (changed.contains(child->person()->uniqueId()) && !isStillFound(*child, findings))
-                m_tree.removeFinding(child);
-        }
+        const QList<PersonItemPtr> gone = noLongerFound(*row, findings, changed);
+        for (const auto &finding : gone)
+            m_tree.removeFinding(finding);
         if (row->childrenCount() == 0)
             m_tree.removeGroup(row);
     }
-    if (m_selected && !m_tree.contains(m_selected))
+    if (rootNodes().isEmpty() || (m_selected && !m_tree.contains(m_selected)))
         moveOn(group);
     else
         outlineViewSelectionDidChange();

@@ -52,6 +52,9 @@ public:
     /// Only of shared e-mails: the label of the address in the person; null where it has none.
     const QString &duplicateEmailType() const { return m_duplicateEmailType; }
     void setDuplicateEmailType(const QString &label) { m_duplicateEmailType = label; }
+    /// Only of shared e-mails: the address. A person may share several under one label.
+    const QString &sharedAddress() const { return m_sharedAddress; }
+    void setSharedAddress(const QString &address) { m_sharedAddress = address; }
 
 private:
     bool m_isRootNode = false;
@@ -62,4 +65,5 @@ private:
     std::weak_ptr<PersonItem> m_parentNode;
     QList<ABPersonPtr> m_duplicateEmailArray;
     QString m_duplicateEmailType;
+    QString m_sharedAddress;
 };

@@ -161,7 +161,7 @@ public:
                 if (others.size() < 2)
                     continue;
                 reported.insert(others.begin(), others.end());
-                found.push_back({person->person, everybodyBut(person, others), entry.label});
+                found.push_back({person->person, everybodyBut(person, others), entry.label, entry.text()});
             }
         }
         return found;

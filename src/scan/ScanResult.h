@@ -16,6 +16,7 @@ struct EmailMatch
     ABPersonPtr searchedPerson;
     std::vector<ABPersonPtr> matchPersonsArray; ///< the others who hold it, in the order of the address book; not empty
     QString duplicateEmailType; ///< the label of the address in searchedPerson; null where it has none
+    QString sharedAddress = {};
 
     friend bool operator==(const EmailMatch &, const EmailMatch &) = default;
 };
