@@ -213,6 +213,27 @@ private Q_SLOTS:
         QCOMPARE(contacts()->selectedRows(), std::vector<int>{0});
     }
 
+    void anEmptyScanLeavesTheFindings()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}",
+            "{'uid':'2','firstName':'Bo','lastName':'Ng','suffix':'XYZ'}"});
+        scan();
+        ConditionListModel &conditions = m_app->conditions();
+        for (int row = 0; row < conditions.rowCount(); ++row) {
+            if (conditions.index(row).data() == u"Unusual suffix"_s)
+                conditions.setData(conditions.index(row), {}, Qt::CheckStateRole);
+        }
+        const Answer notes(u"OK"_s);
+        m_app->scanClicled();
+        QTRY_VERIFY(!notes.said.isEmpty() && window().scanButton()->isEnabled());
+        const auto others = *ABAddressBook::open(std::move(*SqliteStore::open(m_path)));
+        others->personWithUniqueId(u"1"_s)->removeValueForProperty(kABSuffixProperty);
+        others->personWithUniqueId(u"2"_s)->setValue(u"B"_s, kABNicknameProperty);
+        QVERIFY(others->save());
+        QTRY_VERIFY(m_app->outlineViewController()->findingCount() < 2);
+        QCOMPARE(m_app->outlineViewController()->uids(), QStringList(u"2"_s));
+    }
+
     void changesOfOthersWaitForAnEditor()
     {
         start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});

@@ -183,6 +183,25 @@ private Q_SLOTS:
         QVERIFY(m_app->mainWindow().findChild<QTextBrowser *>()->toPlainText().startsWith(u"First steps"));
     }
 
+    void aRestoreKeepsTheFindings()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann','lastName':'Lee'}", "{'uid':'2','firstName':'Bo','suffix':'XYZ'}"});
+        start(path);
+        QVERIFY(m_app->loadContactsViewController().editCell(u"XYZ"_s, Field::Suffix, 0));
+        m_app->scanClicled();
+        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        HistoryWindow *history = openHistory();
+        QTRY_COMPARE(history->steps()->model()->rowCount(), 2);
+        history->steps()->selectRow(0);
+        QSignalSpy restored(history, &HistoryWindow::restored);
+        history->restoreButton()->click();
+        QTRY_COMPARE(restored.count(), 1);
+        QCoreApplication::processEvents();
+        QVERIFY(m_app->outlineViewController());
+        QTRY_COMPARE(m_app->outlineViewController()->uids(), QStringList({u"2"_s, u"2"_s}));
+    }
+
     void aBackupIsMadeAndRestored()
     {
         const QString path = newPath();

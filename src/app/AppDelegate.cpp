@@ -68,7 +68,7 @@ void AppDelegate::setUpCommands()
     connect(&m_sideWindows, &SideWindows::peopleChanged, this, [this](const QStringList &uids) {
         loadClicked();
         if (!uids.isEmpty())
-            reexamine(uids);
+            m_reexamination.reexamine(uids);
     });
     connect(&m_sideWindows, &SideWindows::peopleRestored, this, &AppDelegate::showRestored);
 }
@@ -108,10 +108,9 @@ void AppDelegate::setUpBackups()
 
 void AppDelegate::showRestored()
 {
+    loadClicked();
     if (m_results)
-        reloadUI();
-    else
-        loadClicked();
+        m_reexamination.reexamine(m_results->uids());
 }
 
 void AppDelegate::installAddressBook(
@@ -148,14 +147,17 @@ void AppDelegate::scanClicled()
         makeButtonEnable();
         return;
     }
-    m_window.progressWindow()->begin();
-    m_scannedTitles = titles;
     if (!m_scanner) {
         m_scanner = std::make_unique<ScanAddressBook>(*this);
         m_scan = std::make_unique<BackgroundScan>(*m_scanner);
         connect(m_scanner.get(), &ScanAddressBook::scanOver, this, &AppDelegate::updateUI, Qt::DirectConnection);
     }
-    m_scan->start(titles);
+    if (!m_scan->start(titles)) { // one is just ending
+        makeButtonEnable();
+        return;
+    }
+    m_window.progressWindow()->begin();
+    m_reexamination.beginScan();
 }
 
 void AppDelegate::updateUI(const ScanResult &result)
@@ -166,7 +168,6 @@ void AppDelegate::updateUI(const ScanResult &result)
 void AppDelegate::showResults(const ScanResult &result)
 {
     closeProgress();
-    makeButtonEnable();
     m_window.showContacts();
     m_results = std::make_unique<OutlineViewController>(*this);
     m_results->setOutlineViewDataSouce(result);
@@ -174,10 +175,11 @@ void AppDelegate::showResults(const ScanResult &result)
         if (outcome.error)
             m_activity.append(ActivityLog::Kind::Failure, outcome.error->description());
         if (outcome.error && outcome.error->kind == ErrorKind::Conflict && m_results->selectedItem())
-            reexamine({m_results->selectedItem()->person()->uniqueId()});
+            m_reexamination.reexamine({m_results->selectedItem()->person()->uniqueId()});
     });
     m_window.showResults(*m_results);
     QMetaObject::invokeMethod(this, &AppDelegate::outLineViewRefrash, Qt::QueuedConnection);
+    makeButtonEnable();
 }
 
 void AppDelegate::outLineViewRefrash()
@@ -235,20 +237,7 @@ void AppDelegate::takeInOutsideChanges(const QStringList &uids)
 {
     qCInfo(lcApp) << uids.size() << "people were changed by another program";
     loadClicked();
-    reexamine(uids);
-}
-
-void AppDelegate::reexamine(const QStringList &uids)
-{
-    if (!m_results)
-        return;
-    m_reexaminer.start([this, uids, titles = m_scannedTitles](const std::stop_token &) {
-        const ScanResult now = ScanAddressBook::examine(titles);
-        PatientCall::deliver(this, [this, uids, now] {
-            if (m_results)
-                m_results->reexamine(uids, now);
-        });
-    });
+    m_reexamination.reexamine(uids);
 }
 
 void AppDelegate::exportClicked()
@@ -338,7 +327,12 @@ void AppDelegate::closeProgress()
 void AppDelegate::makeButtonEnable()
 {
     QMetaObject::invokeMethod(
-        this, [this] { m_window.setButtonsEnabled(true); }, Qt::AutoConnection);
+        this,
+        [this] {
+            m_window.setButtonsEnabled(true);
+            m_reexamination.endScan(m_results.get());
+        },
+        Qt::AutoConnection);
 }
 
 AlertPanel &AppDelegate::alertPanel()

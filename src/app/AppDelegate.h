@@ -7,6 +7,7 @@
 #include "app/ConditionListModel.h"
 #include "app/MainWindow.h"
 #include "app/OutsideWatch.h"
+#include "app/Reexamination.h"
 #include "app/SideWindows.h"
 #include "base/LatestJob.h"
 #include "export/ExportContact.h"
@@ -77,7 +78,7 @@ private:
     void setUpFailures();
     void setUpExports();
     void setUpBackups();
-    /// After a restore: findings and rows may be of people who are gone.
+    /// After a restore.
     void showRestored();
     void noteExport(const ExportOutcome &outcome);
     void openAddressBook(const QString &where);
@@ -88,7 +89,6 @@ private:
     void finishRunningScan();
     void setUpAddressBooks();
     void takeInOutsideChanges(const QStringList &uids);
-    void reexamine(const QStringList &uids);
 
     ActivityLog m_activity;
     std::unique_ptr<Alerts> m_alerts;
@@ -103,10 +103,9 @@ private:
     std::unique_ptr<BackupActions> m_backupActions;
     std::unique_ptr<ScanAddressBook> m_scanner;
     std::unique_ptr<BackgroundScan> m_scan;
-    QStringList m_scannedTitles; // whose findings are shown
     OutsideWatch m_watch;
     LatestJob m_bookFinder;
     LatestJob m_sampleMaker;
-    LatestJob m_reexaminer;
+    Reexamination m_reexamination;
     BookOpener m_opener; // these last: their jobs use the members above
 };

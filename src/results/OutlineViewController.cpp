@@ -105,6 +105,26 @@ void OutlineViewController::reexamine(const QStringList &uids, const ScanResult 
         outlineViewSelectionDidChange();
 }
 
+QStringList OutlineViewController::conditionTitles() const
+{
+    QStringList titles;
+    for (const auto &row : rootNodes()) {
+        if (const ConditionGroup *group = conditionGroupNamed(row->name()))
+            titles += conditionInfo(group->condition).title;
+    }
+    return titles;
+}
+
+QStringList OutlineViewController::uids() const
+{
+    QStringList uids;
+    for (const auto &row : rootNodes()) {
+        for (const auto &finding : std::as_const(*row).childrenArray())
+            uids += finding->person()->uniqueId();
+    }
+    return uids;
+}
+
 qsizetype OutlineViewController::numberOfChildrenOfItem(const PersonItemPtr &item) const
 {
     return item ? item->childrenCount() : rootNodes().size();

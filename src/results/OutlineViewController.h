@@ -36,6 +36,9 @@ public:
     /// Takes the findings of people with these uids away that are none any more, as @p now says, and shows the selected
     /// one anew. For when somebody else changed them.
     void reexamine(const QStringList &uids, const ScanResult &now);
+    /// What @p now is to be a scan for: the conditions whose findings are shown.
+    QStringList conditionTitles() const;
+    QStringList uids() const; ///< of the people with findings; may name one more than once
 
     ResultTree &model() { return m_tree; }
     const QList<PersonItemPtr> &rootNodes() const { return m_tree.rootNodes(); }
