@@ -95,6 +95,14 @@ private Q_SLOTS:
         QCOMPARE(outcome.out, u("a  (null) (null)  deleted a\n"));
         outcome = fix("Invalid Characters", "Edit in Contacts", {"--all"});
         QVERIFY(outcome.status == 0 && outcome.out.contains(u("b  (null) (null)  nothing changed; it is left")));
+        // Whoever was merged is not merged again.
+        import("{\"uid\":\"a\",\"email\":[{\"value\":\"x\"},{\"value\":\"y\"}]}\n"
+               "{\"uid\":\"b\",\"email\":[{\"value\":\"x\"}]}\n{\"uid\":\"c\",\"email\":[{\"value\":\"y\"}]}\n");
+        outcome = fix("Share Email address", "Merge contacts", {"--all"});
+        QCOMPARE(outcome.status, 0);
+        QVERIFY(outcome.out.startsWith(u("a  (null) (null)  merged b a into ")));
+        QVERIFY(outcome.out.endsWith(u("\na  (null) (null)  skipped: no longer in the address book\n")));
+        QCOMPARE(run({"people"}).out.count(u'\n'), 2);
     }
 
     void deletionNeedsAnAnswer()

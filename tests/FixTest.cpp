@@ -192,6 +192,30 @@ private Q_SLOTS:
         QVERIFY(textAfter(book).contains("'suffix':'1','note':'\\nn'"));
     }
 
+    void whoIsGoneStaysGone()
+    {
+        const QByteArray all = "'firstName':'A ','title':'t','suffix':'s','note':' ','nickname':' ','email':"
+                               "[{'value':'x'},{'value':'x'}],'phone':[{'value':'1'},{'value':'1'}],'address':"
+                               "[{'value':{}},{'value':{}}]}";
+        for (const ConditionGroup &group : conditionGroups()) {
+            for (const QLatin1StringView option : optionGroupInfo(group.optionGroup).titles) {
+                for (const bool isSaved : {true, false}) {
+                    const auto book = sharedBookOf({"{'uid':'a'," + all, "{'uid':'b'}"});
+                    const auto people = book->people();
+                    book->removeRecord(people[0]);
+                    if (isSaved)
+                        QVERIFY(book->save());
+                    Answers answers(true);
+                    group.handler({group.condition, people[0], {people[1]}, {}}, option, answers);
+                    const FixOutcome ofTheOther =
+                        group.handler({group.condition, people[1], {people[0]}, {}}, option, answers);
+                    QVERIFY2(!book->personWithUniqueId(u("a")) && book->people().size() <= 1, option.data());
+                    QVERIFY2(!ofTheOther.added, option.data());
+                }
+            }
+        }
+    }
+
     void logLines_data()
     {
         QTest::addColumn<Condition>("condition");

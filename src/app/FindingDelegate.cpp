@@ -12,6 +12,17 @@ namespace {
 
 constexpr int kMargin = 5;
 
+/// A name may hold line breaks; the row has one line for it.
+QString lineOf(const QModelIndex &finding)
+{
+    QString text = finding.data().toString();
+    for (QChar &c : text) {
+        if (c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            c = u' ';
+    }
+    return finding.data(ResultTree::IsGoneRole).toBool() ? text % QStringLiteral(" – ") % kNoLongerThere : text;
+}
+
 } // namespace
 
 QRect FindingDelegate::titleArea(const QRect &groupRow, const QFontMetrics &metrics)
@@ -63,13 +74,16 @@ void FindingDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     painter->drawPixmap(area.topLeft(), pictureOf(index, size, painter->device()->devicePixelRatioF()));
     area.setLeft(area.left() + size + 2 * kMargin);
     const QFontMetrics metrics(bold);
+    const QColor quiet = colours.color(QPalette::PlaceholderText);
+    if (!isSelected && index.data(ResultTree::IsGoneRole).toBool())
+        painter->setPen(quiet);
     painter->setFont(bold);
     painter->drawText(area, Qt::AlignLeft | Qt::AlignTop,
         metrics.elidedText(index.data(ResultTree::DescriptionRole).toString(), Qt::ElideRight, area.width()));
     painter->setFont(item.font);
     if (!isSelected)
-        painter->setPen(colours.color(QPalette::PlaceholderText));
+        painter->setPen(quiet);
     painter->drawText(area, Qt::AlignLeft | Qt::AlignBottom,
-        item.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, area.width()));
+        item.fontMetrics.elidedText(lineOf(index), Qt::ElideRight, area.width()));
     painter->restore();
 }

@@ -34,6 +34,7 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     , m_name(new WrappedText)
     , m_picture(new QLabel(this))
     , m_email(new WrappedText)
+    , m_gone(new QLabel(tr("This contact is no longer in the address book."), this))
     , m_problem(new WrappedText(Qt::LeftToRight))
     , m_optionButtons(new QButtonGroup(this))
     , m_preview(new PreviewView(this))
@@ -83,9 +84,11 @@ QWidget *ResultsView::makePanel()
     large.setPointSizeF(large.pointSizeF() * 1.3);
     m_name->setFont(large);
     m_picture->setFixedSize(kPictureSize, kPictureSize);
+    m_gone->setWordWrap(true);
     auto *names = new QVBoxLayout;
     names->addWidget(m_name);
     names->addWidget(m_email);
+    names->addWidget(m_gone);
     names->addStretch();
     auto *head = new QHBoxLayout;
     head->addWidget(m_picture, 0, Qt::AlignTop);
@@ -198,6 +201,8 @@ void ResultsView::showSelection()
 
 void ResultsView::showPanel()
 {
+    showCount();
+    m_tree->viewport()->update(); // a repair may leave findings of people who are gone
     const DetailPanel &panel = m_controller.detailPanel();
     m_name->setText(panel.name);
     m_picture->setPixmap(personPicture(panel.picture, kPictureSize, devicePixelRatioF()));
@@ -207,7 +212,8 @@ void ResultsView::showPanel()
     m_problem->setText(panel.problemText);
     m_side->setCurrentIndex(m_controller.showsTips() ? 1 : 0);
     m_openContactButton->setEnabled(m_controller.buttonsEnabled());
-    m_fixButton->setEnabled(m_controller.buttonsEnabled());
+    m_gone->setVisible(m_controller.buttonsEnabled() && !m_controller.canFix());
+    m_fixButton->setEnabled(m_controller.canFix());
     showOptions();
 }
 

@@ -55,6 +55,7 @@ private:
     WrappedText *m_name;
     QLabel *m_picture;
     WrappedText *m_email;
+    QLabel *m_gone;
     WrappedText *m_problem;
     QWidget *m_boxWithMatrix;
     QVBoxLayout *m_options;

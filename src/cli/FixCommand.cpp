@@ -69,12 +69,16 @@ QString changesOf(const Task &task)
     return changes.isEmpty() ? QStringLiteral("nothing changed") : changes.join(QStringLiteral("; "));
 }
 
+/// What a finding's line begins with.
+QString headOf(const PersonItem &node)
+{
+    return node.person()->uniqueId() % QStringLiteral("  ") % node.name() % QStringLiteral("  ");
+}
+
 void print(const Task &task, const CommandContext &context)
 {
-    const QString head = task.node->person()->uniqueId() % QStringLiteral("  ") % task.node->name();
-    const QString line = head % QStringLiteral("  ") % changesOf(task);
     if (!task.outcome.error) {
-        context.console.out << onOneLine(line) << '\n';
+        context.console.out << onOneLine(headOf(*task.node) % changesOf(task)) << '\n';
         return;
     }
     context.report(task.node->person()->uniqueId() % QStringLiteral(": not saved: ") % task.outcome.error->text);
@@ -97,6 +101,10 @@ public:
     {
         if (!m_findings.controller().model().contains(node))
             return true; // gone with an earlier finding
+        if (node->person()->isRemoved()) { // by an earlier merge
+            m_context.console.out << onOneLine(headOf(*node) % QStringLiteral("skipped: ") % kNoLongerThere) << '\n';
+            return true;
+        }
         Task task{node, node->person()->record(), {}};
         m_findings.controller().selectItem(node);
         m_findings.controller().FixFounction();

@@ -166,6 +166,9 @@ bool ABAddressBook::addRecord(const ABPersonPtr &person, Error *error)
     if (owner && owner != m_pending)
         return fail(
             error, ErrorKind::Conflict, person->uniqueId() % QStringLiteral(": belongs to another address book"));
+    if (!owner && person->isRemoved())
+        return fail(
+            error, ErrorKind::NotFound, person->uniqueId() % QStringLiteral(": was removed from the address book"));
     const auto pending = m_pending->entryOf(person);
     if (owner && !(pending && pending->removed))
         return true;
@@ -175,6 +178,7 @@ bool ABAddressBook::addRecord(const ABPersonPtr &person, Error *error)
         return fail(error, ErrorKind::Conflict, person->uniqueId() % QStringLiteral(": another contact has this uid"));
     m_removedPeople.erase(person->uniqueId());
     insert(person);
+    person->m_isRemoved = false;
     if (pending) {
         m_pending->noteReturn(person);
     } else {
@@ -191,6 +195,7 @@ bool ABAddressBook::removeRecord(const ABPersonPtr &person, Error *error)
         return fail(error, ErrorKind::NotFound, person->uniqueId() % QStringLiteral(": not in the address book"));
     m_pending->noteRemoval(person, person->record());
     m_removedPeople.emplace(person->uniqueId(), person);
+    person->m_isRemoved = true;
     erase(person);
     return true;
 }

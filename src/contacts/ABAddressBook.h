@@ -48,7 +48,7 @@ public:
     QList<ABPersonPtr> recordsMatchingSearchElement(const ABSearchElement &element) const;
 
     /// True, and without effect, for a person that is in the address book already. False, with the reason in @p error:
-    /// another person has the same uid, or this one belongs to another address book.
+    /// another person has the same uid, or this one belongs to another address book, or its removal was saved.
     bool addRecord(const ABPersonPtr &person, Error *error = nullptr);
     /// False for a person that is not in the address book. Its uid is free again only after save().
     bool removeRecord(const ABPersonPtr &person, Error *error = nullptr);

@@ -6,6 +6,8 @@
 #include "contacts/ABSearchElement.h"
 #include "contacts/record/PersonRecord.h"
 
+#include <atomic>
+
 class PendingChanges;
 
 /// One person of an address book: a reference object, the same for everybody who holds it, compared by identity.
@@ -51,6 +53,10 @@ public:
     static ABSearchElement searchElementForProperty(ABProperty property, const std::optional<QString> &label,
         const std::optional<QString> &key, const QString &value, int comparison);
 
+    /// Taken out of its address book, by this program or another one. Only a removal that was not saved can be taken
+    /// back; after that the person cannot be added again.
+    bool isRemoved() const { return m_isRemoved; }
+
 private:
     friend class ABAddressBook;
 
@@ -67,6 +73,7 @@ private:
     PersonRecordPtr m_record;
     std::shared_ptr<PendingChanges> m_pendingChanges; // of the address book it belongs to; null otherwise
     quint64 m_order = 0; // where it stands in its address book, whose mutex guards it; 0: it was in none yet
+    std::atomic<bool> m_isRemoved = false;
 };
 
 using ABPersonPtr = std::shared_ptr<ABPerson>;

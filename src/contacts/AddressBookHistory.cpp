@@ -135,6 +135,7 @@ void ABAddressBook::takeOut(const std::vector<QString> &uids)
         removed.insert(person.get());
         m_pending->settle(person.get(), nullptr, false);
         person->setPendingChanges(nullptr);
+        person->m_isRemoved = true;
         m_uidIndex.erase(uid);
     }
     m_pending->touch();

@@ -84,10 +84,12 @@ bool ABAddressBook::takeIn(const OutsideChange &change)
         erase(person);
         m_removedPeople.erase(uid);
         person->setPendingChanges(nullptr);
+        person->m_isRemoved = true;
         return true;
     }
     if (removedHere) {
         m_pending->noteReturn(person);
+        person->m_isRemoved = false;
         m_removedPeople.erase(uid);
         insert(person);
     }

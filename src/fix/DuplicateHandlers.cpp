@@ -26,7 +26,7 @@ void removeOneByOne(const QList<ABPersonPtr> &people, RepairSteps &steps)
 FixOutcome mergeNamesakes(const Finding &finding)
 {
     FixOutcome outcome;
-    const QList<ABPersonPtr> namesakes = peopleNamedLike(*finding.person);
+    const QList<ABPersonPtr> namesakes = peopleToMerge(finding);
     if (namesakes.isEmpty())
         return outcome;
     const ABPersonPtr merged = mergeContacts(namesakes);
@@ -77,8 +77,9 @@ FixOutcome deleteSharers(const Finding &finding)
 FixOutcome mergeSharers(const Finding &finding)
 {
     FixOutcome outcome;
-    QList<ABPersonPtr> people = finding.duplicateEmailArray;
-    people += finding.person;
+    const QList<ABPersonPtr> people = peopleToMerge(finding);
+    if (people.isEmpty())
+        return outcome;
     const ABPersonPtr merged = mergeContacts(people);
     RepairSteps steps(outcome);
     for (const auto &person : people) {

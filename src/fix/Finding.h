@@ -12,7 +12,7 @@ struct Finding
 {
     Condition condition = Condition::SingleName;
     ABPersonPtr person; ///< not null
-    // Only for ShareEmail:
+    // Only for ShareEmail; some of the others may have been removed since:
     QList<ABPersonPtr> duplicateEmailArray; ///< the others who hold the address
     QString duplicateEmailType; ///< the label of the address in person; null where it has none
 };

@@ -6,7 +6,6 @@
 #include "fix/AnalysePerson.h"
 #include "fix/EmailSlots.h"
 #include "fix/MergeContacts.h"
-#include "fix/NameIndex.h"
 #include "fix/PropertyRepairs.h"
 #include "fix/RepairOptions.h"
 
@@ -173,11 +172,7 @@ void FixPreview::deletePersonAndCreatTextFieldToDocumentView(PreviewDocument &do
 
 void FixPreview::mergeContactsAndCreatTextToDocumentView(PreviewDocument &document) const
 {
-    const bool byEmail = m_finding.condition == Condition::ShareEmail;
-    QList<ABPersonPtr> people = byEmail ? m_finding.duplicateEmailArray : peopleNamedLike(*m_finding.person);
-    if (byEmail)
-        people += m_finding.person;
-    if (!people.isEmpty())
+    if (const QList<ABPersonPtr> people = peopleToMerge(m_finding); !people.isEmpty())
         addPersonCard(document, *mergeContacts(people));
 }
 

@@ -4,6 +4,7 @@
 
 #include "contacts/record/ABLabels.h"
 #include "fix/FixLog.h"
+#include "fix/NameIndex.h"
 #include "table/dictionary/PersonDictionary.h"
 
 #include <algorithm>
@@ -227,4 +228,15 @@ ABPersonPtr mergeContacts(const QList<ABPersonPtr> &people)
     auto merged = std::make_shared<ABPerson>();
     merged->replaceRecord(merge.record());
     return merged;
+}
+
+QList<ABPersonPtr> peopleToMerge(const Finding &finding)
+{
+    if (finding.condition != Condition::ShareEmail)
+        return peopleNamedLike(*finding.person);
+    QList<ABPersonPtr> people = finding.duplicateEmailArray;
+    people += finding.person;
+    // What was merged before would be there twice.
+    people.removeIf([](const ABPersonPtr &person) { return person->isRemoved(); });
+    return people.size() < 2 || finding.person->isRemoved() ? QList<ABPersonPtr>() : people;
 }

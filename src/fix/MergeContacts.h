@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/ABPerson.h"
-
-#include <QList>
+#include "fix/Finding.h"
 
 /// One new person of several, belonging to no address book. It reads their person dictionaries (the merge form), so of
 /// several values under one label of a source only the last one reaches it. Single values: the last source that has
@@ -14,3 +12,7 @@
 /// no rule takes over is lost: department, nickname, title, web pages, iPhone and main numbers, country codes, entries
 /// with labels of the user's own that no field shows, the picture, the flags; and a mother becomes a mobile number.
 ABPersonPtr mergeContacts(const QList<ABPersonPtr> &people);
+
+/// Whom the repair makes one, in the order of the merge: for ShareEmail the others and then the person, otherwise
+/// peopleNamedLike(). Nobody when there are not two of them, as those who were removed are left out.
+QList<ABPersonPtr> peopleToMerge(const Finding &finding);

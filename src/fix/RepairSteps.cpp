@@ -23,7 +23,9 @@ bool RepairSteps::addRecord(const ABPersonPtr &person, Error *error)
 {
     const auto book = ABAddressBook::sharedAddressBook();
     Error failure = kNoAddressBook;
-    return note(book && book->addRecord(person, &failure), failure, error);
+    if (person->isRemoved()) // a removal that is still to be saved must not be taken back by a repair either
+        failure = {ErrorKind::NotFound, person->uniqueId() % QStringLiteral(": is no longer in the address book")};
+    return note(book && !person->isRemoved() && book->addRecord(person, &failure), failure, error);
 }
 
 bool RepairSteps::removeRecord(const ABPersonPtr &person, Error *error)

@@ -14,6 +14,7 @@ class RepairSteps
 public:
     explicit RepairSteps(FixOutcome &outcome) : m_outcome(outcome) { }
 
+    /// Fails for a person that was removed.
     bool addRecord(const ABPersonPtr &person, Error *error = nullptr);
     /// A failure is not noted: mostly the person is gone already.
     bool removeRecord(const ABPersonPtr &person, Error *error = nullptr);

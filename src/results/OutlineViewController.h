@@ -68,6 +68,8 @@ public:
     const DetailPanel &detailPanel() const { return m_panel; }
     bool showsTips() const { return m_showsTips; } ///< in the detail panel's place: every group is closed
     bool buttonsEnabled() const { return m_buttonsEnabled; } ///< "Open In Contacts" and "Fix"
+    /// False also for a finding of somebody who was removed by another repair.
+    bool canFix() const { return m_buttonsEnabled && m_selected && !m_selected->isGone(); }
     void openInContacts();
     void backClicked() { m_delegate.reloadUI(); }
 

@@ -11,6 +11,9 @@
 class PersonItem;
 using PersonItemPtr = std::shared_ptr<PersonItem>;
 
+/// What is said of a finding that isGone().
+inline constexpr QLatin1StringView kNoLongerThere{"no longer in the address book"};
+
 /// A node of the tree of findings: a group, or one finding under it. A group owns its children, a child knows its
 /// group as long as somebody owns that. For one thread at a time.
 class PersonItem : public std::enable_shared_from_this<PersonItem>
@@ -43,6 +46,8 @@ public:
     /// Null for a group.
     const ABPersonPtr &person() const { return m_person; }
     void setPerson(const ABPersonPtr &person) { m_person = person; }
+    /// A finding whose person was removed by now, as a merge leaves them behind.
+    bool isGone() const { return m_person && m_person->isRemoved(); }
     /// Null for a group, and when the group is gone.
     PersonItemPtr parentNode() const { return m_parentNode.lock(); }
     void setParentNode(const PersonItemPtr &parent) { m_parentNode = parent; }

@@ -152,7 +152,10 @@ QVariant ResultTree::data(const QModelIndex &index, int role) const
     case DescriptionRole:
         return node.isRootNode() ? QVariant() : QVariant(rowView(node).text);
     case Qt::AccessibleTextRole: // what is wrong is drawn, and a name alone does not say it
-        return node.isRootNode() ? node.name() : QString(node.name() % QStringLiteral(": ") % rowView(node).text);
+        if (node.isRootNode())
+            return node.name();
+        return QString(node.name() % QStringLiteral(": ") % rowView(node).text
+            % (node.isGone() ? QStringLiteral(", ") + kNoLongerThere : QString()));
     case PictureRole: {
         const auto picture = node.isRootNode() ? std::nullopt : node.person()->imageData();
         return picture ? QVariant(*picture) : QVariant();
@@ -161,6 +164,8 @@ QVariant ResultTree::data(const QModelIndex &index, int role) const
         return node.isRootNode();
     case UidRole:
         return node.isRootNode() ? QVariant() : QVariant(node.person()->uniqueId());
+    case IsGoneRole:
+        return node.isGone();
     default:
         return {};
     }

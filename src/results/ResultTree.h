@@ -31,6 +31,7 @@ public:
         PictureRole = Qt::UserRole, ///< bytes; absent where the person has no picture
         IsGroupRole,
         UidRole,
+        IsGoneRole, ///< PersonItem::isGone()
     };
 
     using QAbstractItemModel::QAbstractItemModel;
