@@ -209,8 +209,9 @@ private Q_SLOTS:
                           "Contacts. |Delete|Cancel")));
         QCOMPARE(treeOf(s.controller), u("UNUSUAL SUFFIX\n b\nUNUSUAL TITLE\nINCOMPLETE NAME\n *b\n"));
         QVERIFY(!s.controller.isItemExpandable(s.controller.child(1, nullptr)));
-        s.fixWith(kDeleteThisContact); // its group goes; the first one is empty, so row 1 is a group
-        QCOMPARE(treeOf(s.controller), u("UNUSUAL SUFFIX\n*UNUSUAL TITLE\n"));
+        s.fixWith(kDeleteThisContact); // its group goes, and no finding is left
+        QCOMPARE(treeOf(s.controller), u("UNUSUAL SUFFIX\nUNUSUAL TITLE\n"));
+        QVERIFY(s.controller.showsTips() && !s.controller.canFix() && !s.controller.selectedItem());
         QCOMPARE(s.book->people().size(), 0);
         s.controller.FixFounction();
         QCOMPARE(s.surroundings.takeAsked(), QStringList());

@@ -223,13 +223,17 @@ void OutlineViewController::outlineViewItemDidCollapse()
         allClosed = false;
         break;
     }
-    if (allClosed) {
-        m_buttonsEnabled = false;
-        m_showsTips = true;
-        Q_EMIT detailPanelChanged();
-    }
+    if (allClosed)
+        showTips();
     const qsizetype row = m_selected ? rowForItem(m_selected) : -1;
     qCDebug(lcResults, "选中的row：%s", row < 0 ? "" : qUtf8Printable(QString::number(row)));
+}
+
+void OutlineViewController::showTips()
+{
+    m_buttonsEnabled = false;
+    m_showsTips = true;
+    Q_EMIT detailPanelChanged();
 }
 
 void OutlineViewController::updateUI()
@@ -340,8 +344,21 @@ void OutlineViewController::moveOn(const PersonItemPtr &group)
         backClicked();
         return;
     }
-    const PersonItemPtr first = rootNodes().front();
-    if (m_collapsed.remove(first.get()))
-        Q_EMIT itemExpanded(m_tree.indexOfNode(first.get()));
-    setSelected(itemAtRow(1));
+    const auto expand = [this](const PersonItemPtr &closed) {
+        if (m_collapsed.remove(closed.get()))
+            Q_EMIT itemExpanded(m_tree.indexOfNode(closed.get()));
+    };
+    expand(rootNodes().front());
+    // The first groups may have been left without findings.
+    PersonItemPtr next = itemAtRow(1);
+    for (qsizetype row = 2; next && next->isRootNode(); ++row)
+        next = itemAtRow(row);
+    const auto filled = std::ranges::find_if(rootNodes(), [](const auto &row) { return row->childrenCount() > 0; });
+    if (!next && filled != rootNodes().end()) {
+        expand(*filled);
+        next = (*filled)->childAtIndex(0);
+    }
+    setSelected(next);
+    if (!next)
+        showTips();
 }

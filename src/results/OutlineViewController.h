@@ -115,6 +115,7 @@ private:
     void applyToTree(const PersonItemPtr &item, const FixOutcome &outcome);
     void moveOn(const PersonItemPtr &group);
     void setSelected(const PersonItemPtr &item);
+    void showTips();
 
     ResultsDelegate &m_delegate;
     ResultTree m_tree;
