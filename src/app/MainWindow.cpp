@@ -187,7 +187,6 @@ void MainWindow::setUpStatusBar()
     m_failureMark->setVisible(false);
     m_failureMark->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
     m_failureMark->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_failureMark->setText(tr("Something failed"));
     connect(m_failureMark, &QToolButton::clicked, this, [this] {
         m_failureMark->hide();
         Q_EMIT activityRequested();
@@ -293,8 +292,13 @@ void MainWindow::showContacts()
 
 void MainWindow::setFailureMark(const QString &newest)
 {
+    constexpr int kMostLetters = 60; // or the status bar would make the window wider
+    const QFontMetrics metrics = m_failureMark->fontMetrics();
+    const QString shown =
+        metrics.elidedText(newest.simplified(), Qt::ElideMiddle, kMostLetters * metrics.averageCharWidth());
+    m_failureMark->setText(QString(shown).replace(u'&', QStringLiteral("&&")));
     m_failureMark->setToolTip(newest);
-    m_failureMark->setAccessibleDescription(newest);
+    m_failureMark->setAccessibleName(tr("Failed: %1").arg(newest));
     m_failureMark->show();
 }
 

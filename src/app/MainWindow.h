@@ -43,7 +43,7 @@ public:
     void showResults(OutlineViewController &controller);
     /// And back; the results' view is gone then.
     void showContacts();
-    /// A quiet mark that something failed; pressing it asks for the activity window.
+    /// A quiet mark that says what failed last; pressing it asks for the activity window.
     void setFailureMark(const QString &newest);
     /// Which address book this window shows. The title has the name too, unless it is the one of every start.
     void setAddressBookName(const QString &name, bool isDefault);

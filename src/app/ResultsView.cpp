@@ -174,7 +174,6 @@ void ResultsView::followController()
     connect(&m_controller, &OutlineViewController::detailPanelChanged, this, &ResultsView::showPanel);
     connect(&m_controller, &OutlineViewController::previewChanged, this,
         [this] { m_preview->setDocument(m_controller.preview()); });
-    connect(&m_controller, &OutlineViewController::fixed, this, &ResultsView::showCount);
 }
 
 QList<QWidget *> ResultsView::panes() const
@@ -195,6 +194,8 @@ void ResultsView::showSelection()
     const QModelIndex index = item ? m_controller.model().indexOfNode(item.get()) : QModelIndex();
     if (m_tree->currentIndex() != index || !m_tree->selectionModel()->isSelected(index))
         m_tree->setCurrentIndex(index);
+    if (index.isValid() && index.row() == 0)
+        m_tree->scrollTo(index.parent()); // its title too
     if (index.isValid())
         m_tree->scrollTo(index);
 }
