@@ -114,7 +114,6 @@ void VCardReaderTest::fileForms_data()
     QTest::newRow("blank lines") << "\n\n"
             + QByteArray(kTwoPeople).replace("END", "\nEND").replace("BEGIN", "\n \nBEGIN");
     QTest::newRow("blanks at the ends") << QByteArray(kTwoPeople).replace("VCARD\n", "VCARD \t\n");
-    QTest::newRow("no END") << QByteArray(kTwoPeople).replace("END:VCARD\n", "");
     QTest::newRow("no VERSION") << QByteArray(kTwoPeople).replace("VERSION:3.0\n", "");
     QTest::newRow("no last line end") << kTwoPeople.chopped(1);
     QTest::newRow("indented cards") << "  " + QByteArray(kTwoPeople).replace("\n", "\n  ");
@@ -399,7 +398,22 @@ void VCardReaderTest::structure_data()
             + card({"N:x"}) << QByteArray("{\"lastName\":\"x\"}\nlost record at 1: a card without any property\n");
     QTest::newRow("nested")
         << QByteArray("BEGIN:VCARD\nN:a\nBEGIN:VCARD\nN:b\nEND:VCARD\nEND:VCARD\n")
-        << QByteArray("{\"lastName\":\"a\"}\n{\"lastName\":\"b\"}\nlost line at 6: a line outside any card\n");
+        << QByteArray("{\"lastName\":\"a\"}\n{\"lastName\":\"b\"}\nlost line at 2: the card \"a\" breaks off in "
+                      "N, without END:VCARD\nlost line at 6: a line outside any card\n");
+    const QByteArray cut = QByteArray(kTwoPeople).replace("END:VCARD\n", "") + "PHOTO;ENCODING=b:iVBORw0KGgo\n A";
+    const QByteArray cutRead = QByteArray(kTwoPeopleRead).replace("\"B\"}", "\"B\",\"image\":\"iVBORw0KGgoA\"}")
+        + "lost line at 4: the card \"Zo\xC3\xAB M\xC3\xBCller\" breaks off in NOTE, without END:VCARD\n"
+          "lost line at 9: the card \"A B\" breaks off in PHOTO, without END:VCARD\n";
+    QTest::newRow("cut short") << cut << cutRead;
+    const QString halves = QStringLiteral("BEGIN:VCARD\r\rN:x\r\nNOTE:a?b😀?\r\nbad\nTITLE:?\nEND:VCARD\n");
+    const QByteArray wide =
+        QStringEncoder(QStringConverter::Utf16BE).encode(QString(halves).replace(u'?', QChar(0xDC00)));
+    QTest::newRow("halves of characters")
+        << wide
+        << QByteArray("{\"lastName\":\"x\",\"jobTitle\":\"\uFFFD\",\"note\":\"a\uFFFDb😀\uFFFD\"}\n"
+                      "lost line at 4: half of a UTF-16 character without its other half, replaced by U+FFFD\n"
+                      "lost line at 5: no colon in \"bad\"\n"
+                      "lost line at 6: half of a UTF-16 character without its other half, replaced by U+FFFD\n");
     QTest::newRow("group") << card({"X-ADDRESSBOOKSERVER-KIND:group", "FN:Band", "N:Band"})
             + card({"KIND:Group", "FN:The \"X\""})
                            << QByteArray("not a person at 1: group \"Band\"\nnot a person at 6: group \"The \"X\"\"\n");
@@ -429,7 +443,8 @@ void VCardReaderTest::agentIsKept()
         QStringLiteral("AGENT:BEGIN:VCARD\\nN:b\\;c\\nAGENT:\\nBEGIN:VCARD\\nN:d\\nEND:VCARD\\nEND:VCARD"));
     // An END is missing: the next card must not be taken for a part of the agent.
     QCOMPARE(summary("BEGIN:VCARD\nN:a\nAGENT:\nBEGIN:VCARD\nN:b\n" + card({"N:c"})),
-        QByteArray("{\"lastName\":\"a\"}\n{\"lastName\":\"c\"}\n"));
+        QByteArray("{\"lastName\":\"a\"}\n{\"lastName\":\"c\"}\nlost line at 3: the card \"a\" breaks off in "
+                   "AGENT, without END:VCARD\n"));
 }
 
 void VCardReaderTest::lineNumbers()

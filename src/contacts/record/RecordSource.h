@@ -18,7 +18,7 @@ struct ImportedRecord
 struct ImportProblem
 {
     enum class Kind {
-        LostLine, ///< one unreadable line; the rest of its record is read
+        LostLine, ///< one unreadable line, or a part of one; the rest of its record is read
         LostRecord, ///< a whole record that cannot be read
         NotAPerson, ///< a group or a list: read, understood, and left out on purpose
     };

@@ -90,20 +90,46 @@ bool CardStream::findCard()
     return false;
 }
 
-void CardStream::collectLines()
+/// False where the card has no END.
+bool CardStream::collectLines()
 {
     m_card.clear();
     while (takeLine()) {
         if (m_line.isEnd(kCard))
-            return;
+            return true;
         if (m_line.id == CardName::Begin) {
             m_isPushedBack = true;
-            return;
+            return false;
         }
         m_card.push_back(m_line);
         if (m_line.id == CardName::Agent)
             takeAgent(m_card.back());
     }
+    return false;
+}
+
+/// The last line of such a card, a picture for instance, may be there in part only.
+void CardStream::reportBreakOff(const ImportedRecord &imported)
+{
+    constexpr qsizetype most = 40;
+    const auto text = [&imported](ABProperty property) {
+        const QString *value = imported.record->text(property);
+        return value ? *value : QString();
+    };
+    QString name = m_cardReader.formattedName();
+    if (name.isEmpty())
+        name = text(ABProperty::FirstName) % u' ' % text(ABProperty::LastName);
+    name = name.simplified().left(most);
+    QString reason = QStringLiteral("the card ");
+    if (!name.isEmpty())
+        reason += u'"' % name % u"\" ";
+    reason += u"breaks off";
+    const std::string_view last = m_card.empty() ? std::string_view() : m_card.back().name;
+    if (!last.empty())
+        reason += u" in " % QString::fromUtf8(last.data(), static_cast<qsizetype>(last.size())).simplified().left(most);
+    reason += u", without END:VCARD";
+    const qint64 line = m_card.empty() ? imported.line : m_card.back().number;
+    m_problems.push_back({ImportProblem::Kind::LostLine, line, reason});
 }
 
 void CardStream::takeAgent(ContentLine &agent)
@@ -141,7 +167,7 @@ ImportedRecord CardStream::next()
         if (!findCard())
             return {};
         const qint64 start = m_line.number;
-        collectLines();
+        const bool isWhole = collectLines();
         if (!hasReadableLine(m_card)) {
             m_problems.push_back(
                 {ImportProblem::Kind::LostRecord, start, QStringLiteral("a card without any property")});
@@ -149,8 +175,11 @@ ImportedRecord CardStream::next()
         }
         ImportedRecord imported = m_cardReader.read(m_card, m_lines, m_problems);
         imported.line = start;
-        if (imported.record)
+        if (imported.record) {
+            if (!isWhole)
+                reportBreakOff(imported);
             return imported;
+        }
         m_problems.push_back(
             {ImportProblem::Kind::NotAPerson, start, QStringLiteral("group \"%1\"").arg(m_cardReader.formattedName())});
     }

@@ -25,7 +25,8 @@ private:
     void passOverComponent();
     void addJunk();
     void reportJunk();
-    void collectLines();
+    bool collectLines();
+    void reportBreakOff(const ImportedRecord &imported);
     void takeAgent(ContentLine &agent);
 
     LineReader m_lines;

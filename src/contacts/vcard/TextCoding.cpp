@@ -114,6 +114,32 @@ std::optional<QStringConverter::Encoding> wideEncoding(const QByteArray &data)
     return std::nullopt;
 }
 
+/// Replaces what is half of a character. Lines end as for the reader of lines: carriage returns before a line feed
+/// belong to it, any other ends a line.
+void replaceHalves(QString &text, std::vector<qint64> *brokenLines)
+{
+    qint64 line = 1;
+    qint64 returns = 0;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const QChar unit = text.at(at);
+        if (unit == u'\r') {
+            ++returns;
+            continue;
+        }
+        line += unit == u'\n' ? 1 : returns;
+        returns = 0;
+        if (!unit.isSurrogate())
+            continue;
+        if (unit.isHighSurrogate() && at + 1 < text.size() && text.at(at + 1).isLowSurrogate()) {
+            ++at;
+            continue;
+        }
+        text[at] = QChar::ReplacementCharacter;
+        if (brokenLines && (brokenLines->empty() || brokenLines->back() != line))
+            brokenLines->push_back(line);
+    }
+}
+
 constexpr auto kBase64Alphabet = [] {
     std::array<bool, 256> table{};
     for (const char c : std::string_view(" \tABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/="))
@@ -188,10 +214,14 @@ void TextDecoder::appendDecoded(std::string_view bytes, std::string_view charset
         append(out, fromWindows1252(bytes));
 }
 
-QByteArray utf8FromWideData(const QByteArray &data)
+QByteArray utf8FromWideData(const QByteArray &data, std::vector<qint64> *brokenLines)
 {
     const auto encoding = wideEncoding(data);
-    return encoding ? QString(QStringDecoder(*encoding).decode(data)).toUtf8() : data;
+    if (!encoding)
+        return data;
+    QString text = QStringDecoder(*encoding).decode(data);
+    replaceHalves(text, brokenLines);
+    return text.toUtf8();
 }
 
 void appendQuotedPrintable(std::string_view bytes, std::string &out)

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 bool isAscii(std::string_view bytes);
 bool isUtf8(std::string_view bytes);
@@ -30,8 +31,8 @@ private:
 };
 
 /// Whole data in UTF-16 or UTF-32, told by a byte-order mark or by where its zero bytes are, as UTF-8; other data as it
-/// is.
-QByteArray utf8FromWideData(const QByteArray &data);
+/// is. Halves of characters become U+FFFD; @p brokenLines, which may be null, gets the lines that hold some, from 1 on.
+QByteArray utf8FromWideData(const QByteArray &data, std::vector<qint64> *brokenLines = nullptr);
 
 /// Appends what quoted-printable bytes stand for, line ends within as \n. Escapes that are none stay as text.
 void appendQuotedPrintable(std::string_view bytes, std::string &out);

@@ -76,10 +76,15 @@ std::size_t mostAhead()
 class VCardReader::Private
 {
 public:
-    Private(QByteArray all, qsizetype wantedPiece) : data(std::move(all)), m_wantedPiece(wantedPiece) { readAhead(); }
+    Private(const QByteArray &all, qsizetype wantedPiece)
+        : data(utf8FromWideData(all, &brokenLines)), m_wantedPiece(wantedPiece)
+    {
+        readAhead();
+    }
 
     ImportedRecord next();
 
+    std::vector<qint64> brokenLines; // of wide data, where characters were replaced; the first to be made
     const QByteArray data;
     std::vector<ImportProblem> problems;
     qint64 bytesRead = 0;
@@ -165,8 +170,7 @@ ImportedRecord VCardReader::Private::next()
 }
 
 VCardReader::VCardReader(const QByteArray &data, qsizetype pieceSize)
-    : d(std::make_unique<Private>(utf8FromWideData(data), pieceSize))
-{ }
+    : d(std::make_unique<Private>(data, pieceSize)) { }
 
 VCardReader::~VCardReader() = default;
 
@@ -177,7 +181,15 @@ ImportedRecord VCardReader::next()
 
 std::vector<ImportProblem> VCardReader::takeProblems()
 {
-    return std::exchange(d->problems, {});
+    std::vector<ImportProblem> problems = std::exchange(d->problems, {});
+    if (d->brokenLines.empty())
+        return problems;
+    for (const qint64 line : std::exchange(d->brokenLines, {})) {
+        problems.push_back({ImportProblem::Kind::LostLine, line,
+            QStringLiteral("half of a UTF-16 character without its other half, replaced by U+FFFD")});
+    }
+    std::ranges::stable_sort(problems, {}, &ImportProblem::line);
+    return problems;
 }
 
 qint64 VCardReader::bytesRead() const
