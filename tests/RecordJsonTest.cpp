@@ -82,6 +82,38 @@ private Q_SLOTS:
         QVERIFY2(imported.error().text.startsWith(reason), qPrintable(imported.error().text));
     }
 
+    void whatIsReadInPartIsNamed_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<QByteArray>("read");
+        QTest::addColumn<QString>("remark");
+        const auto row = [](const char *line, const char *read, const char *remark) {
+            QTest::newRow(line) << QByteArray(line) << QByteArray(read) << QString::fromLatin1(remark);
+        };
+        row(R"({"note":"a","title":"t","note":"b","note":"c"})", R"({"title":"t","note":"c"})",
+            "\"note\" is given more than once; the last one is kept");
+        row(R"({"email":[{"label":"x","value":"v","label":"y"}]})", R"({"email":[{"label":"y","value":"v"}]})",
+            "\"label\" is given more than once; the last one is kept");
+        row(R"({"address":[{"value":{"city":"a","city":"b"}}]})", R"({"address":[{"value":{"city":"b"}}]})",
+            "\"city\" is given more than once; the last one is kept");
+        for (const char *line : {R"({"image":"AAEAA"})", R"({"image":"AAE"})", R"({"image":"AAF="})"})
+            row(line, line[13] == 'A' ? R"({"image":"AAEA"})" : R"({"image":"AAE="})",
+                "\"image\" is incomplete base64; what there is of the picture is kept");
+    }
+    void whatIsReadInPartIsNamed()
+    {
+        QFETCH(QByteArray, line);
+        JsonLinesReader reader("\n" + line + "\n{}");
+        const auto imported = reader.next();
+        QVERIFY(imported.record && reader.next().record);
+        QTEST(QByteArray::fromStdString(recordToJson(imported.uid, *imported.record)), "read");
+        const auto problems = reader.takeProblems();
+        QCOMPARE(problems.size(), std::size_t(1));
+        QCOMPARE(problems[0].line, 2);
+        QCOMPARE(problems[0].kind, ImportProblem::Kind::LostLine);
+        QTEST(problems[0].reason, "remark");
+    }
+
     void aBadLineLosesOnlyItself()
     {
         JsonLinesReader reader("\xEF\xBB\xBF{\"uid\":\"a\"}\r\n\n{bad}\n  {\"uid\":\"b\"}");

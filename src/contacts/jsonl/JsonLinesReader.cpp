@@ -18,11 +18,14 @@ ImportedRecord JsonLinesReader::next()
         ++m_line;
         if (line.isEmpty())
             continue;
-        auto record = recordFromJson({line.data(), static_cast<std::size_t>(line.size())});
+        QStringList remarks;
+        auto record = recordFromJson({line.data(), static_cast<std::size_t>(line.size())}, &remarks);
         if (!record) {
             m_problems.push_back({ImportProblem::Kind::LostRecord, m_line, record.error().text});
             continue;
         }
+        for (const QString &remark : remarks)
+            m_problems.push_back({ImportProblem::Kind::LostLine, m_line, remark});
         record->line = m_line;
         return std::move(record.value());
     }

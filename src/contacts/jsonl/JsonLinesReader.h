@@ -5,7 +5,7 @@
 #include "contacts/record/RecordSource.h"
 
 /// Reads a file that holds one record a line in the JSON form of RecordJson.h. Blank lines and a byte-order mark are
-/// passed over; a line that cannot be read is a lost record.
+/// passed over; a line that cannot be read is a lost record. What of a line could be read only in part is reported too.
 class JsonLinesReader : public RecordSource
 {
 public:

@@ -12,6 +12,16 @@ using Json = nlohmann::ordered_json;
 
 namespace {
 
+/// Takes each key as it comes, without looking for it among those that are there: a line of many keys takes as long as
+/// it is, and keys that come twice can be named.
+template <class Key, class T, class Less, class Allocator>
+struct AllKeys : nlohmann::ordered_map<Key, T, Less, Allocator>
+{
+    using nlohmann::ordered_map<Key, T, Less, Allocator>::ordered_map;
+    T &operator[](const Key &key) { return this->emplace_back(key, T()).second; }
+};
+using ReadJson = nlohmann::basic_json<AllKeys>;
+
 constexpr const char *kUidName = "uid";
 constexpr const char *kImageName = "image";
 constexpr const char *kLabelName = "label";
@@ -62,20 +72,38 @@ struct Refusal
     QString reason;
 };
 
-[[noreturn]] void refuse(std::string_view key, const char *reason)
+QString quoted(std::string_view key)
 {
-    throw Refusal{QLatin1Char('"') % QString::fromUtf8(key.data(), qsizetype(key.size())) % QStringLiteral("\" ")
-        % QLatin1String(reason)};
+    return QLatin1Char('"') % QString::fromUtf8(key.data(), qsizetype(key.size())) % QLatin1Char('"');
 }
 
-QString textFrom(std::string_view key, const Json &json)
+[[noreturn]] void refuse(std::string_view key, const char *reason)
+{
+    throw Refusal{quoted(key) % QLatin1Char(' ') % QLatin1String(reason)};
+}
+
+/// Names keys that come more than once in an object.
+void noteRepeatedKeys(const ReadJson &object, QStringList &remarks)
+{
+    std::vector<std::string_view> keys;
+    keys.reserve(object.size());
+    for (const auto &item : object.items())
+        keys.emplace_back(item.key());
+    std::ranges::sort(keys);
+    for (auto key = std::ranges::adjacent_find(keys); key != keys.end();) {
+        remarks += quoted(*key) % QStringLiteral(" is given more than once; the last one is kept");
+        key = std::adjacent_find(std::upper_bound(key, keys.end(), *key), keys.end());
+    }
+}
+
+QString textFrom(std::string_view key, const ReadJson &json)
 {
     if (!json.is_string())
         refuse(key, "must be a text");
     return textOfUtf8(json.get_ref<const std::string &>());
 }
 
-ABDictionary dictionaryFrom(ABProperty property, std::string_view key, const Json &json)
+ABDictionary dictionaryFrom(ABProperty property, std::string_view key, const ReadJson &json, QStringList &remarks)
 {
     if (!json.is_object())
         refuse(key, "must hold objects as its values");
@@ -88,29 +116,39 @@ ABDictionary dictionaryFrom(ABProperty property, std::string_view key, const Jso
             refuse(key, ("has an unknown part \"" + part + "\"").c_str());
         dictionary.setValue(textFrom(part, text), info->key);
     }
+    noteRepeatedKeys(json, remarks);
     return dictionary;
 }
 
-ABMultiValue multiValueFrom(const ABPropertyInfo &property, std::string_view key, const Json &json)
+ABMultiValue multiValueFrom(
+    const ABPropertyInfo &property, std::string_view key, const ReadJson &json, QStringList &remarks)
 {
     if (!json.is_array())
         refuse(key, "must be an array");
     ABMutableMultiValue value;
-    for (const Json &entry : json) {
+    for (const ReadJson &entry : json) {
         if (!entry.is_object() || !entry.contains(kValueName))
             refuse(key, "must hold objects with a \"value\"");
-        if (entry.size() > (entry.contains(kLabelName) ? 2U : 1U))
-            refuse(key, "holds an entry with an unknown key");
-        const QString label = entry.contains(kLabelName) ? textFrom(kLabelName, entry[kLabelName]) : QString();
+        QString label;
+        const ReadJson *content = nullptr;
+        for (const auto &[name, part] : entry.items()) {
+            if (name == kLabelName)
+                label = textFrom(kLabelName, part);
+            else if (name == kValueName)
+                content = &part;
+            else
+                refuse(key, "holds an entry with an unknown key");
+        }
+        noteRepeatedKeys(entry, remarks);
         if (property.kind == ABPropertyKind::MultiText)
-            value.addValue(textFrom(key, entry[kValueName]), label);
+            value.addValue(textFrom(key, *content), label);
         else
-            value.addValue(dictionaryFrom(property.property, key, entry[kValueName]), label);
+            value.addValue(dictionaryFrom(property.property, key, *content, remarks), label);
     }
     return value;
 }
 
-QDate dateFrom(std::string_view key, const Json &json)
+QDate dateFrom(std::string_view key, const ReadJson &json)
 {
     const QString text = textFrom(key, json);
     const QDate date = QDate::fromString(text, Qt::ISODate);
@@ -119,16 +157,20 @@ QDate dateFrom(std::string_view key, const Json &json)
     return date;
 }
 
-QByteArray imageFrom(std::string_view key, const Json &json)
+QByteArray imageFrom(std::string_view key, const ReadJson &json, QStringList &remarks)
 {
-    const auto bytes =
-        QByteArray::fromBase64Encoding(textFrom(key, json).toUtf8(), QByteArray::AbortOnBase64DecodingErrors);
+    constexpr qsizetype quantum = 4;
+    const QByteArray base64 = textFrom(key, json).toUtf8();
+    const auto bytes = QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
     if (!bytes || bytes.decoded.isEmpty())
         refuse(key, "must be base64 of a picture");
+    const QByteArray end = base64.right(quantum);
+    if (base64.size() % quantum != 0 || QByteArray::fromBase64(end).toBase64() != end)
+        remarks += quoted(key) % QStringLiteral(" is incomplete base64; what there is of the picture is kept");
     return bytes.decoded;
 }
 
-ABValue valueFrom(const ABPropertyInfo &property, std::string_view key, const Json &json)
+ABValue valueFrom(const ABPropertyInfo &property, std::string_view key, const ReadJson &json, QStringList &remarks)
 {
     switch (property.kind) {
     case ABPropertyKind::Text:
@@ -141,14 +183,14 @@ ABValue valueFrom(const ABPropertyInfo &property, std::string_view key, const Js
         return json.get<qint64>();
     case ABPropertyKind::MultiText:
     case ABPropertyKind::MultiDictionary:
-        return multiValueFrom(property, key, json);
+        return multiValueFrom(property, key, json, remarks);
     case ABPropertyKind::ReadOnlyText:
         break;
     }
     refuse(key, "cannot be set");
 }
 
-ImportedRecord recordFrom(const Json &json)
+ImportedRecord recordFrom(const ReadJson &json, QStringList &remarks)
 {
     if (!json.is_object())
         throw Refusal{QStringLiteral("not a JSON object")};
@@ -160,13 +202,14 @@ ImportedRecord recordFrom(const Json &json)
             if (imported.uid.isEmpty())
                 refuse(key, "must not be empty");
         } else if (key == kImageName) {
-            record.setImageData(imageFrom(key, value));
+            record.setImageData(imageFrom(key, value, remarks));
         } else if (const auto property = propertyNamed(QString::fromStdString(key))) {
-            record.setValue(*property, valueFrom(propertyInfo(*property), key, value));
+            record.setValue(*property, valueFrom(propertyInfo(*property), key, value, remarks));
         } else {
             refuse(key, "is no property of a record");
         }
     }
+    noteRepeatedKeys(json, remarks);
     imported.record = std::make_shared<const PersonRecord>(std::move(record));
     return imported;
 }
@@ -188,10 +231,11 @@ std::string recordToJson(const QString &uid, const PersonRecord &record)
     return json.dump();
 }
 
-Result<ImportedRecord> recordFromJson(std::string_view line)
+Result<ImportedRecord> recordFromJson(std::string_view line, QStringList *remarks)
 {
+    QStringList unwanted;
     try {
-        return recordFrom(Json::parse(line));
+        return recordFrom(ReadJson::parse(line), remarks ? *remarks : unwanted);
     } catch (const Refusal &refusal) {
         return Error{ErrorKind::Invalid, refusal.reason};
     } catch (const Json::exception &exception) {
@@ -213,11 +257,11 @@ Result<std::vector<KeptLine>> keptLinesFromJson(std::string_view json)
 {
     constexpr const char *what = "card lines";
     try {
-        const Json rows = Json::parse(json);
+        const ReadJson rows = ReadJson::parse(json);
         if (!rows.is_array())
             refuse(what, "must be an array");
         std::vector<KeptLine> lines;
-        for (const Json &row : rows) {
+        for (const ReadJson &row : rows) {
             if (!row.is_array() || row.size() != 2)
                 refuse(what, "must hold pairs of texts");
             lines.push_back({textFrom(what, row[0]), row[1].is_null() ? QString() : textFrom(what, row[1])});

@@ -5,6 +5,8 @@
 #include "base/Result.h"
 #include "contacts/record/RecordSource.h"
 
+#include <QStringList>
+
 #include <string>
 #include <string_view>
 
@@ -15,7 +17,8 @@ std::string recordToJson(const QString &uid, const PersonRecord &record);
 
 /// Reads that form back; strict: an unknown key, a value of the wrong type, a date that does not exist or base64 that
 /// does not decode is refused with a reason that names the key. Any order of keys; a missing uid gives a null one.
-Result<ImportedRecord> recordFromJson(std::string_view line);
+/// What could be read only in part, a repeated key or incomplete base64, is named in @p remarks, which may be null.
+Result<ImportedRecord> recordFromJson(std::string_view line, QStringList *remarks = nullptr);
 
 /// The lines kept from a vCard as a JSON array of [text, basis] pairs, basis null where the line has none.
 std::string keptLinesToJson(const std::vector<KeptLine> &lines);
