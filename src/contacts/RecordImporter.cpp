@@ -7,6 +7,7 @@
 #include "contacts/vcard/VCardReader.h"
 
 #include <QHash>
+#include <QSet>
 #include <QUuid>
 
 #include <algorithm>
@@ -37,8 +38,13 @@ bool isStamp(const KeptLine &line)
 /// Whether @p stored tells everything that @p imported does.
 bool covers(const PersonRecord &stored, const PersonRecord &imported)
 {
-    return stored.hasSameValues(imported) && std::ranges::all_of(imported.keptLines(), [&](const KeptLine &line) {
-        return isStamp(line) || std::ranges::find(stored.keptLines(), line) != stored.keptLines().end();
+    if (!stored.hasSameValues(imported))
+        return false;
+    QSet<std::pair<QString, QString>> storedLines;
+    for (const KeptLine &line : stored.keptLines())
+        storedLines.insert({line.text, line.basis});
+    return std::ranges::all_of(imported.keptLines(), [&storedLines](const KeptLine &line) {
+        return isStamp(line) || storedLines.contains({line.text, line.basis});
     });
 }
 
