@@ -120,6 +120,17 @@ private Q_SLOTS:
         QCOMPARE(namesIn(folder), QStringList(u("Multi-Contacts.csv")));
     }
 
+    void lossIsTold()
+    {
+        const QString folder = freshFolder();
+        const Outcome outcome = run({u("export"), u("--format"), u("excel"), u("--select"), u("a,big"), folder});
+        QCOMPARE(outcome.status, 1);
+        const QString path = folder + u("/Multi-Contacts.xlsx");
+        QCOMPARE(outcome.out, path + u'\n');
+        QCOMPARE(outcome.err,
+            path + u(": 1 text was cut to what a cell can hold; the first contact with such a text: No name\n"));
+    }
+
     /// Whoever may write to the folder plants links under every name that an export takes.
     void linksAtTheTargetAreNotFollowed_data()
     {

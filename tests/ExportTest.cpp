@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/jsonl/RecordJson.h"
+#include "export/ContactText.h"
 #include "export/ExportCSV.h"
 #include "export/ExportTXT.h"
 #include "export/ExportToHtml.h"
@@ -392,6 +393,7 @@ private Q_SLOTS:
         const ExportReport report = ExportToHtml(rows, freshFolder() + u("/page"), true).writeHtml();
         QVERIFY(!report.error);
         QCOMPARE(report.repairs.characters, 7);
+        QCOMPARE(report.repairs.firstContact, contactHeading(*rows.back()));
         const OtherReading reading = readBy(u("read_export.py"), {u("html"), report.paths.front()});
         SKIP_WITHOUT(reading);
         const QJsonArray lines = reading.lines();
@@ -499,6 +501,10 @@ private Q_SLOTS:
         QVERIFY(!report.error);
         QCOMPARE(report.repairs.characters, 5 * 7);
         QCOMPARE(report.repairs.cutTexts, 5 * 2);
+        const QString heading = contactHeading(person);
+        QCOMPARE(report.repairs.firstContact, heading);
+        QCOMPARE(
+            report.remark, u("a sheet holds 2 contacts; the other 3, from %1 on, are on further sheets").arg(heading));
         const OtherReading reading = readBy(u("read_export.py"), {u("xlsx"), report.paths.front()});
         SKIP_WITHOUT(reading);
         QStringList sheets;

@@ -160,9 +160,12 @@ private Q_SLOTS:
         const QString note = QStringLiteral("a\u0001b") + QChar(0xD800) + QStringLiteral("c\uFFFFd\r\ne\U0001F600");
         PersonDictionary person = *rowsWith(note + QChar::ObjectReplacementCharacter, 1).front();
         person.setValue(note, *fieldLabelled(u"Home State")); // a table of all fields has no column for it
-        const ExportReport report =
-            exportAs(kind, folder.filePath(QStringLiteral("c")), {std::make_shared<const PersonDictionary>(person)});
-        QCOMPARE(report.repairs.characters, kind == u"numbers" ? 3 : kind == u"docx" ? 6 : 7);
+        person.setValue(QStringLiteral("Lee"), Field::LastName);
+        PersonRows rows = rowsWith(QStringLiteral("x"), 1);
+        rows.insert(rows.end(), 2, std::make_shared<const PersonDictionary>(person));
+        const ExportReport report = exportAs(kind, folder.filePath(QStringLiteral("c")), rows);
+        QCOMPARE(report.repairs.characters, 2 * (kind == u"numbers" ? 3 : kind == u"docx" ? 6 : 7));
+        QCOMPARE(report.repairs.firstContact, QStringLiteral("Lee"));
         const QString path = report.paths.value(0);
         const bool isDocx = kind == u"docx";
         const auto read = readBy(isDocx ? QStringLiteral("docx_paragraphs.py") : QStringLiteral("iwa_decode.py"),

@@ -261,6 +261,11 @@ void AppDelegate::noteExport(const ExportOutcome &outcome)
         tr("%1: %2 written to %3%4")
             .arg(outcome.format, counted(outcome.rows, tr("contact"), tr("contacts")), first, others),
         QFileInfo(first).path());
+    if (!report.repairs.isEmpty())
+        m_activity.append(
+            ActivityLog::Kind::Failure, tr("%1 does not hold everything: %2").arg(first, report.repairs.description()));
+    if (!report.remark.isEmpty())
+        m_activity.append(ActivityLog::Kind::Done, tr("%1: %2").arg(first, report.remark));
 }
 
 void AppDelegate::preferencesButtonClicled()

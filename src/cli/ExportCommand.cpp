@@ -106,7 +106,12 @@ ExitStatus runExport(const ExportOptions &options, const CommandContext &context
             context.console.out << QFile::encodeName(path).constData() << '\n';
         if (outcome.report.error)
             context.report(outcome.report.error->text);
-        hasFailed = outcome.report.error.has_value();
+        const QString first = outcome.report.paths.value(0) % QStringLiteral(": ");
+        if (!outcome.report.repairs.isEmpty())
+            context.report(first % outcome.report.repairs.description());
+        if (!outcome.report.remark.isEmpty())
+            context.report(first % outcome.report.remark);
+        hasFailed = outcome.report.error.has_value() || !outcome.report.repairs.isEmpty();
     };
     // The only other thread; this one waits for it.
     QObject::connect(&exporter, &ExportContact::exportFinished, &exporter, print, Qt::DirectConnection);

@@ -51,6 +51,19 @@ QString contactHeading(const PersonDictionary &row)
     return text.isEmpty() ? QStringLiteral("No name") : text;
 }
 
+QString shortHeading(const PersonDictionary &row)
+{
+    constexpr qsizetype most = 60;
+    const QString heading = contactHeading(row);
+    return heading.size() <= most ? heading : safeText(heading.first(most - 1)) + u'…';
+}
+
+void noteFirst(TextRepairs &repairs, const PersonDictionary &row)
+{
+    if (repairs.firstContact.isEmpty() && !repairs.isEmpty())
+        repairs.firstContact = shortHeading(row);
+}
+
 std::vector<Field> shownFields(const PersonDictionary &row, LineOrder order)
 {
     std::vector<Field> fields;

@@ -11,6 +11,12 @@
 /// What the contact goes by: first and last name, else the first of its other fields that tells who it is. Never empty.
 QString contactHeading(const PersonDictionary &row);
 
+/// The same for a line of the log.
+QString shortHeading(const PersonDictionary &row);
+
+/// To be called after each contact that was written: notes the first one that needed repairs.
+void noteFirst(TextRepairs &repairs, const PersonDictionary &row);
+
 /// Which fields a document shows and in what order. Absent and empty values are never shown.
 enum class LineOrder {
     Fixed, ///< the order of the columns of all fields; those that have no column there come last

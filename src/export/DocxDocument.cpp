@@ -164,6 +164,7 @@ void DocxDocument::writeBody(QXmlStreamWriter &xml, TextRepairs &repairs) const
         writeParagraph(xml, names, names.heading, contactHeading(*row));
         for (const Field field : shownFields(*row, LineOrder::Fixed))
             writeParagraph(xml, names, names.field, contactLine(*row, field, &repairs));
+        noteFirst(repairs, *row);
     }
     writeSection(xml);
     xml.writeEndDocument();

@@ -15,6 +15,7 @@ struct ExportReport
     QStringList paths; ///< of the files that were written, in that order
     std::optional<Error> error; ///< the first thing that went wrong; files may have been written nevertheless
     TextRepairs repairs;
+    QString remark; ///< where something is that may be missed; nothing of it is lost
 
     /// A file that was written, or the reason why it was not. True when it was.
     bool take(const Result<QString> &written);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/ExportToHtml.h"
 
+#include "export/ContactText.h"
 #include "export/OutputFile.h"
 
 namespace {
@@ -45,6 +46,7 @@ public:
         for (const auto &[start, field] : m_cells)
             xml.textElement(start, m_texts.at(field));
         xml.endElement();
+        noteFirst(xml.repairs(), row);
     }
 
 private:

@@ -19,5 +19,8 @@ ExportReport NumbersCreator::startConvert() const
     const auto write = [this, &columns](QIODevice &target, TextRepairs &repairs) {
         return NumbersDocument(m_clock(), m_savePath, columns, m_rows).writeTo(target, repairs);
     };
-    return exportOffice(m_savePath, QStringLiteral("numbers"), write);
+    ExportReport report = exportOffice(m_savePath, QStringLiteral("numbers"), write);
+    if (!report.error)
+        report.remark = furtherSheetsRemark(m_rows, NumbersDocument::kRowsInTable);
+    return report;
 }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/NumbersTable.h"
 
+#include "export/ContactText.h"
+
 #include <QUuid>
 #include <QtEndian>
 
@@ -91,6 +93,8 @@ const std::vector<QString> &NumbersTable::textsOf(quint32 row, TextRepairs *repa
         const QString *text = row == 0 ? &m_columns[column].label : m_rowTexts.at(m_columns[column].field);
         m_texts[column] = text != nullptr ? safeText(*text, repairs) : QString();
     }
+    if (repairs && row > 0)
+        noteFirst(*repairs, *m_rows[row - 1]);
     return m_texts;
 }
 

@@ -2,7 +2,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/OfficeExport.h"
 
+#include "export/ContactText.h"
 #include "export/OutputFile.h"
+
+QString furtherSheetsRemark(std::span<const PersonRow> rows, std::size_t rowsInSheet)
+{
+    if (rows.size() <= rowsInSheet)
+        return {};
+    return QStringLiteral("a sheet holds %1 contacts; the other %2, from %3 on, are on further sheets")
+        .arg(rowsInSheet)
+        .arg(rows.size() - rowsInSheet)
+        .arg(shortHeading(*rows[rowsInSheet]));
+}
 
 ExportReport exportOffice(const QString &basePath, const QString &extension,
     const std::function<Result<void>(QIODevice &, TextRepairs &)> &write)

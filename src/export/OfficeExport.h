@@ -8,6 +8,7 @@
 #include <QDateTime>
 
 #include <functional>
+#include <span>
 
 class QIODevice;
 
@@ -15,6 +16,9 @@ class QIODevice;
 
 /// Gives the moment that documents carry.
 using ExportClock = std::function<QDateTime()>;
+
+/// Says which contacts stand on further sheets than the first, where that cannot hold all; else empty.
+QString furtherSheetsRemark(std::span<const PersonRow> rows, std::size_t rowsInSheet);
 
 /// Adds @p extension to the base path and writes a new file there with @p write, whole or not at all.
 /// @p write counts what it changes to make texts safe.

@@ -58,6 +58,8 @@ template <typename Taker> void PagesDocument::walk(Taker take, TextRepairs *repa
         take(paragraph(contactHeading(*row), nullptr), true);
         for (const Field field : shownFields(*row, m_order))
             take(paragraph(contactLine(*row, field, repairs), repairs), false);
+        if (repairs)
+            noteFirst(*repairs, *row);
     }
 }
 

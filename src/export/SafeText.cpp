@@ -27,14 +27,17 @@ bool needsCare(const QString &text)
 QString TextRepairs::description() const
 {
     QStringList parts;
-    const auto add = [&parts](qint64 count, const char *what) {
+    const auto add = [&parts](qint64 count, const char *one, const char *many) {
         if (count > 0)
-            parts += QString::number(count) % u' ' % QLatin1StringView(what);
+            parts += QString::number(count) % u' ' % QLatin1StringView(count == 1 ? one : many);
     };
-    add(characters, "characters that no document can hold replaced");
-    add(cutTexts, "texts cut that are longer than a cell may be");
-    add(cutRows, "rows left out beyond the most that a table may have");
-    return parts.join(QStringLiteral(", "));
+    add(characters, "character that no document can hold was replaced",
+        "characters that no document can hold were replaced");
+    add(cutTexts, "text was cut to what a cell can hold", "texts were cut to what a cell can hold");
+    QString text = parts.join(QStringLiteral(", "));
+    if (!firstContact.isEmpty())
+        text += QStringLiteral("; the first contact with such a text: ") % firstContact;
+    return text;
 }
 
 QString safeText(const QString &text, TextRepairs *repairs, LineEnds lineEnds)

@@ -4,14 +4,14 @@
 
 #include <QString>
 
-/// What was changed to make values fit a format; for the log.
+/// What was changed to make values fit a format, so that the document holds less than the contacts do.
 struct TextRepairs
 {
     qint64 characters = 0; ///< that no document can hold, replaced by U+FFFD
     qint64 cutTexts = 0; ///< longer than a cell may be
-    qint64 cutRows = 0; ///< beyond what a table may hold
+    QString firstContact; ///< see noteFirst()
 
-    bool isEmpty() const { return characters == 0 && cutTexts == 0 && cutRows == 0; }
+    bool isEmpty() const { return characters == 0 && cutTexts == 0; }
     /// English, one line; empty when nothing was changed.
     QString description() const;
 };

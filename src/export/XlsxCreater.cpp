@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/XlsxCreater.h"
 
+#include "export/ContactText.h"
+#include "export/OfficeExport.h"
 #include "export/OutputFile.h"
 #include "export/WholePackage.h"
 #include "export/iwa/WriteAll.h"
@@ -124,7 +126,7 @@ Error libraryError(lxw_error code)
 class Workbook
 {
 public:
-    Workbook(const QByteArray &path, bool isInMemory, TextRepairs &repairs) : m_texts(repairs)
+    Workbook(const QByteArray &path, bool isInMemory, TextRepairs &repairs) : m_repairs(repairs), m_texts(repairs)
     {
         lxw_workbook_options options{};
         options.constant_memory = isInMemory ? LXW_FALSE : LXW_TRUE;
@@ -172,6 +174,7 @@ public:
                 if (const QString *text = m_row.at(columns[i].field))
                     write(sheet, r + 1, i, *text, m_text);
             }
+            noteFirst(m_repairs, *rows[r]);
         }
         return m_error == LXW_NO_ERROR ? Result<void>() : libraryError(m_error);
     }
@@ -194,6 +197,7 @@ private:
     lxw_workbook *m_book;
     lxw_format *m_header;
     lxw_format *m_text;
+    TextRepairs &m_repairs;
     CellText m_texts;
     RowTexts m_row;
     int m_sheets = 0;
@@ -218,9 +222,9 @@ ExportReport XlsxCreater::startConvert()
         return report;
     }
     const auto written = writeWorkbook((*file)->device(), report.repairs);
-    if (written)
-        report.take((*file)->commit());
-    else
+    if (written && report.take((*file)->commit()))
+        report.remark = furtherSheetsRemark(m_rows, m_rowsPerSheet - 1);
+    else if (!written)
         report.take(Error{written.error().kind, path % QStringLiteral(": cannot be written: ") % written.error().text});
     return report;
 }

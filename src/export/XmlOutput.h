@@ -44,6 +44,7 @@ public:
     /// no others for most elements.
     void textElement(const ElementStart &start, const QString *text);
 
+    TextRepairs &repairs() { return m_repairs; }
     bool hasFailed() const { return m_output.hasFailed(); }
     /// All elements must have ended.
     Result<void> finish() { return m_output.finish(); }
