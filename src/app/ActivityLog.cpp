@@ -10,6 +10,7 @@
 namespace {
 
 constexpr std::size_t kMostLines = 5000;
+constexpr qsizetype kLongestLine = 1000; // of diagnostics, which may tell of many contacts at once
 std::atomic<ActivityLog *> s_log = nullptr; // a message handler is told nothing of its owner
 
 /// Where a line belongs outside the program: categories that end in .stdout bring their own line end, if any.
@@ -47,7 +48,7 @@ void ActivityLog::takeDiagnostic(QtMsgType type, const QMessageLogContext &conte
         print(category.data(), text);
     ActivityLog *log = s_log;
     if (log && isOurs)
-        log->append(type == QtCriticalMsg ? Kind::Failure : Kind::Diagnostic, text.trimmed());
+        log->append(type == QtCriticalMsg ? Kind::Failure : Kind::Diagnostic, text.trimmed().left(kLongestLine));
 }
 
 void ActivityLog::append(Kind kind, const QString &text, const QString &folder)

@@ -47,15 +47,24 @@ struct Scope
     PersonRows rows;
 };
 
+/// Writes the rows of an export of the shown fields to the log, many in one message: a message each would push all
+/// others out of the list of activities.
 void traceRows(const Scope &scope)
 {
-    if (scope.isAllFields || !lcExportTrace().isDebugEnabled())
+    constexpr qsizetype kRowsInMessage = 1000;
+    if (scope.isAllFields || !lcExport().isDebugEnabled())
         return;
+    QStringList lines;
     for (const PersonRow &row : scope.rows) {
         QStringList texts;
         for (const auto &entry : row->entries())
-            texts += fieldInfo(entry.field()).label + QStringLiteral(" = ") + row->text(entry.field());
-        qCDebug(lcExportTrace, "%s", qUtf8Printable(texts.join(QStringLiteral("; "))));
+            texts += fieldInfo(entry.field()).label % QStringLiteral(" = ") % row->text(entry.field());
+        QString line = texts.join(QStringLiteral("; "));
+        std::ranges::replace_if(
+            line, [](QChar c) { return c.category() == QChar::Other_Control; }, QChar(u' '));
+        lines += line;
+        if (lines.size() == kRowsInMessage || &row == &scope.rows.back())
+            qCDebug(lcExport, "%s", qUtf8Printable(std::exchange(lines, {}).join(u'\n')));
     }
 }
 
@@ -69,6 +78,8 @@ void logOutcome(const ExportOutcome &outcome, const QString &folder)
                                          << outcome.milliseconds << " ms";
     if (!report.repairs.isEmpty())
         qCWarning(lcExport).noquote().nospace() << outcome.format << ": " << report.repairs.description();
+    if (!report.remark.isEmpty())
+        qCInfo(lcExport).noquote().nospace() << outcome.format << ": " << report.remark;
     if (report.error)
         qCWarning(lcExport).noquote().nospace() << outcome.format << ": " << report.error->text;
 }

@@ -3,4 +3,3 @@
 #include "export/ExportLog.h"
 
 Q_LOGGING_CATEGORY(lcExport, "peoplenook.export")
-Q_LOGGING_CATEGORY(lcExportTrace, "peoplenook.export.trace", QtWarningMsg)

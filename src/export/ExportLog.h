@@ -5,5 +5,3 @@
 #include <QLoggingCategory>
 
 Q_DECLARE_LOGGING_CATEGORY(lcExport)
-/// All rows of an export, before they are written; off unless asked for.
-Q_DECLARE_LOGGING_CATEGORY(lcExportTrace)
