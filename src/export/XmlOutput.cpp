@@ -36,7 +36,7 @@ QString escapedAttribute(const QString &text)
 
 void XmlOutput::startDocument(const QString &name, const QString &publicId, const QString &systemId)
 {
-    m_output.write(std::string_view("<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE "));
+    m_output.write(std::string_view("\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE "));
     m_output.write(name);
     m_output.write(std::string_view(" PUBLIC \""));
     m_output.write(publicId);

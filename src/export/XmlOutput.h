@@ -33,7 +33,8 @@ public:
     /// What was changed to make texts safe is added to @p repairs.
     XmlOutput(QIODevice &target, TextRepairs &repairs) : m_output(target), m_repairs(repairs) { }
 
-    /// The declaration (version 1.0, UTF-8) and the document type.
+    /// The declaration (version 1.0, UTF-8) and the document type, behind a byte-order mark for programs that heed
+    /// neither the declaration nor the page's head.
     void startDocument(const QString &name, const QString &publicId, const QString &systemId);
     void startElement(const QString &name, const Attributes &attributes = {});
     void endElement();
