@@ -11,7 +11,6 @@
 
 #include <csignal>
 #include <sys/resource.h>
-#include <thread>
 
 namespace {
 
@@ -105,21 +104,6 @@ private Q_SLOTS:
         QCOMPARE(filesIn(folder).size(), 3);
     }
 
-    void exportsAtTheSameTimeTakeTwoNames_data() { addKinds(); }
-    void exportsAtTheSameTimeTakeTwoNames()
-    {
-        QFETCH(QString, kind);
-        const QTemporaryDir folder;
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 8; ++i) {
-            threads.emplace_back(
-                [&] { exportAs(kind, folder.filePath(QStringLiteral("c")), rowsWith(QStringLiteral("x"))); });
-        }
-        for (std::thread &thread : threads)
-            thread.join();
-        QCOMPARE(filesIn(folder).size(), 8);
-    }
-
     void fullDiskLeavesNothing_data() { addKinds(); }
     void fullDiskLeavesNothing()
     {
@@ -139,17 +123,6 @@ private Q_SLOTS:
             QVERIFY(report.paths.isEmpty());
             QCOMPARE(filesIn(folder), QStringList());
         }
-    }
-
-    void missingFolderIsReported_data() { addKinds(); }
-    void missingFolderIsReported()
-    {
-        QFETCH(QString, kind);
-        const ExportReport report = exportAs(kind, QStringLiteral("/nowhere/c"), rowsWith(QStringLiteral("x")));
-        QVERIFY(report.error);
-        QCOMPARE(report.error->text,
-            QString(QStringLiteral("/nowhere/c.") + kind
-                + QStringLiteral(": cannot be written: No such file or directory")));
     }
 
     void forbiddenCharactersAreReplacedAndCounted_data() { addKinds(); }

@@ -86,7 +86,6 @@ private Q_SLOTS:
     void files_data();
     void files();
     void largeCard();
-    void manyCards();
     void oddSizes_data();
     void oddSizes();
 };
@@ -521,21 +520,10 @@ void VCardReaderTest::largeCard()
     QVERIFY(person.record->text(ABProperty::Note));
 }
 
-void VCardReaderTest::manyCards()
-{
-    const QByteArray text = card({"VERSION:3.0", "N:Doe;Jo;;;", "TEL;TYPE=HOME:1"}).repeated(100'000);
-    VCardReader reader(text);
-    int count = 0;
-    while (reader.next().record)
-        ++count;
-    QCOMPARE(count, 100'000);
-}
-
 void VCardReaderTest::oddSizes_data()
 {
     QTest::addColumn<QByteArray>("data");
     QTest::addColumn<int>("people");
-    QTest::newRow("tiny folds") << "BEGIN:VCARD\nNOTE:" + QByteArray("\n x").repeated(1'000'000) << 1;
     QTest::newRow("tiny folds in a quoted head")
         << "BEGIN:VCARD\nNOTE;X=\"" + QByteArray("\n :").repeated(1'000'000) << 1;
     QTest::newRow("tiny soft breaks") << "BEGIN:VCARD\nNOTE;QUOTED-PRINTABLE:=" + QByteArray("\n=").repeated(1'000'000)
@@ -544,19 +532,10 @@ void VCardReaderTest::oddSizes_data()
                                  << 1;
     QTest::newRow("one long line") << "BEGIN:VCARD\nNOTE:" + QByteArray(10'000'000, 'x') << 1;
     QTest::newRow("carriage returns") << "BEGIN:VCARD\rN:a" + QByteArray(5'000'000, '\r') + "NOTE:b" << 1;
-    QTest::newRow("many lines") << "BEGIN:VCARD\n" + QByteArray("X:1\n").repeated(300'000) << 1;
-    QTest::newRow("many groups") << [] {
-        QByteArray text = "BEGIN:VCARD\n";
-        for (int i = 0; i < 100'000; ++i)
-            text += "g" + QByteArray::number(i) + ".TEL:1\ng" + QByteArray::number(i) + ".X-ABLabel:x\n";
-        return text;
-    }() << 1;
-    QTest::newRow("many accounts") << "BEGIN:VCARD\n" + QByteArray("X-AIM:a\nIMPP:aim:a\n").repeated(50'000) << 1;
     QTest::newRow("many BEGINs") << QByteArray("BEGIN:VCARD\n").repeated(300'000) << 300'000;
     QTest::newRow("deep agents") << QByteArray("BEGIN:VCARD\nAGENT:\n").repeated(200'000) << 1;
     QTest::newRow("quotes") << "BEGIN:VCARD\nNOTE;X=" + QByteArray("\";").repeated(1'000'000) + ":x" << 1;
     QTest::newRow("zeros") << QByteArray(5'000'000, '\0') << 0;
-    QTest::newRow("binary line") << "BEGIN:VCARD\nKEY;ENCODING=b:" + QByteArray("\nQUJD").repeated(1'000'000) << 1;
 }
 
 void VCardReaderTest::oddSizes()
