@@ -130,7 +130,7 @@ ABMultiValue multiValueFrom(
         if (!entry.is_object() || !entry.contains(kValueName))
             refuse(key, "must hold objects with a \"value\"");
         QString label;
-        const ReadJson *content = nullptr;
+        const ReadJson *content = &entry.at(kValueName);
         for (const auto &[name, part] : entry.items()) {
             if (name == kLabelName)
                 label = textFrom(kLabelName, part);
