@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/ContentHash.h"
 #include "contacts/record/ABLabels.h"
 #include "support/TestPeople.h"
 
@@ -26,6 +27,33 @@ private Q_SLOTS:
         QCOMPARE(keysOfProperty(kABEmailProperty).size(), std::size_t(0));
         QCOMPARE(keyInfo(kABInstantMessageServiceKey).text, QLatin1StringView("InstantMessageService"));
         QCOMPARE(keyInfo(kABInstantMessageUsernameKey).text, QLatin1StringView("InstantMessageUsername"));
+    }
+
+    /// Uids of imported people and the proofs of the history rest on these: they must never change.
+    void contentHashesStayAsTheyAre_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QByteArray>("hash");
+        const auto row = [](const char *name, const char *json, const char *hash) {
+            QTest::newRow(name) << QByteArray(json) << QByteArray(hash);
+        };
+        row("nothing", "{}", "da39a3ee5e6b4b0d3255bfef95601890afd80709");
+        row("texts", "{'firstName':'','lastName':'Ö','note':'n','birthday':'1604-02-29','flags':1}",
+            "fa2db71cc7275714241c5e8ebfa07465f5767d13");
+        row("lists", "{'email':[],'phone':[{'value':''},{'label':'','value':'1'}],'urls':[{'label':'a','value':'b'}]}",
+            "689610fdd9b46b74abd831ece080f898b33e53e7");
+        row("parts",
+            "{'address':[{'value':{'street':'s','city':'c','state':'','zip':'z','country':'o','countryCode':'k'}}],"
+            "'instantMessage':[{'value':{'service':'x','username':'y'}}],'socialProfile':[{'value':{}}]}",
+            "1a073083266134d49413837be6be462ab377da4d");
+        row("picture", "{'jobTitle':'j','relatedNames':[{'value':'r'}],'image':'AAECAw=='}",
+            "d54ddf38f8855fe5348e367c2067655239e9a2ea");
+    }
+    void contentHashesStayAsTheyAre()
+    {
+        QFETCH(QByteArray, json);
+        QFETCH(QByteArray, hash);
+        QCOMPARE(contentHash(*recordFromText(json).record).toHex(), hash);
     }
 
     void absentAndEmptyDiffer_data()

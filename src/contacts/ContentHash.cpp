@@ -25,7 +25,7 @@ public:
                 continue;
             }
             for (const auto &[key, part] : entry.dictionary()) {
-                add(quint64(key));
+                add(quint64(keyInfo(key).id));
                 add(part);
             }
         }
@@ -42,18 +42,22 @@ QByteArray contentHash(const PersonRecord &record)
 {
     ContentHash hash;
     for (const auto &info : allProperties()) {
-        const ABValue value = record.value(info.property);
-        if (std::holds_alternative<std::monostate>(value))
-            continue;
-        hash.add(quint64(info.property));
-        if (const auto *text = std::get_if<QString>(&value))
+        const auto id = [&] { hash.add(quint64(info.id)); };
+        const bool isText = info.kind == ABPropertyKind::Text;
+        const bool isList = info.kind == ABPropertyKind::MultiText || info.kind == ABPropertyKind::MultiDictionary;
+        if (const QString *text = isText ? record.text(info.property) : nullptr) {
+            id();
             hash.add(*text);
-        else if (const auto *date = std::get_if<QDate>(&value))
-            hash.add(quint64(date->toJulianDay()));
-        else if (const auto *number = std::get_if<qint64>(&value))
-            hash.add(quint64(*number));
-        else
-            hash.add(std::get<ABMultiValue>(value));
+        } else if (const ABMultiValue *list = isList ? record.multiValue(info.property) : nullptr) {
+            id();
+            hash.add(*list);
+        } else if (info.kind == ABPropertyKind::Date && record.birthday()) {
+            id();
+            hash.add(quint64(record.birthday()->toJulianDay()));
+        } else if (info.kind == ABPropertyKind::Integer && record.flags()) {
+            id();
+            hash.add(quint64(*record.flags()));
+        }
     }
     if (const QByteArray *image = record.imageData())
         hash.add(QString::fromLatin1(image->toBase64()));

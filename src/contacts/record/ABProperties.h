@@ -66,10 +66,13 @@ inline constexpr qint64 kABShowAsCompany = 1;
 
 enum class ABPropertyKind : quint8 { Text, Date, Integer, MultiText, MultiDictionary, ReadOnlyText };
 
-/// A property's kind and its name: the key of `valueForKey`, of the JSON form and of the SQL tables.
+/// A property's kind and its name: the key of `valueForKey` and of the JSON form. Neither name nor id may ever change:
+/// files are written with the names, and uids of imported people and the history's proofs are made with the ids. A new
+/// property takes an id that none has had.
 struct ABPropertyInfo
 {
     ABProperty property;
+    quint8 id;
     ABPropertyKind kind;
     QLatin1StringView name;
 };
@@ -106,10 +109,11 @@ inline constexpr auto kABInstantMessageUsernameKey = ABKey::InstantMessageUserna
 inline constexpr auto kABSocialProfileServiceKey = ABKey::SocialProfileService;
 inline constexpr auto kABSocialProfileUsernameKey = ABKey::SocialProfileUsername;
 
-/// A key, the property whose dictionaries hold it, its short name (JSON and SQL) and its own text.
+/// A key, the property whose dictionaries hold it, its short name (JSON) and its own text. Id and names as above.
 struct ABKeyInfo
 {
     ABKey key;
+    quint8 id;
     ABProperty property;
     QLatin1StringView name;
     QLatin1StringView text;
