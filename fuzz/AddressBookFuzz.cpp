@@ -47,7 +47,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         if (store)
             use(**store);
     }
-    for (const char *suffix : {"", "-wal", "-shm", "-journal"})
-        QFile::remove(path + QLatin1StringView(suffix));
+    // The file, what belongs to it, and the copy of one of an earlier format.
+    for (const QString &name : QDir(folder.path()).entryList(QDir::Files))
+        QFile::remove(folder.filePath(name));
     return 0;
 }

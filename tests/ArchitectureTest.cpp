@@ -70,6 +70,7 @@ private:
         {QStringLiteral("SQLiteCpp/"), {QStringLiteral("contacts/sqlite"), QStringLiteral("contacts/eds")}},
         {QStringLiteral("libebook"), {QStringLiteral("contacts/eds")}},
         {QStringLiteral("CLI/"), {QStringLiteral("cli")}},
+        {QStringLiteral("simdjson.h"), {QStringLiteral("contacts/jsonl")}},
         {QStringLiteral("snappy.h"), {QStringLiteral("export/iwa")}},
         {QStringLiteral("QFileDialog"), {QStringLiteral("src/app/FileDialog.cpp")}},
     };

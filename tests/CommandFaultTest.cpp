@@ -168,6 +168,43 @@ private Q_SLOTS:
         QVERIFY2(call > 20, qPrintable(QString::number(call)));
     }
 
+    /// A book of an earlier format, which the first look at it brings to the present one.
+    void migrations_data() { addRows({{"migration", {}}}); }
+    void migrations()
+    {
+        QFETCH(QByteArray, kind);
+        const auto [fault, isKill, reason] = kindNamed(kind);
+        const QString old = QFINDTESTDATA("data/store/version1.sqlite");
+        QByteArray whole;
+        int call = 1;
+        for (bool reached = true; reached; call = after(call)) {
+            const QTemporaryDir folder(quickFolder());
+            const QString book = folder.filePath(u("book.sqlite"));
+            const QString backup = folder.filePath(u("book-version1.sqlite"));
+            put(book, contentOf(old));
+            if (whole.isEmpty()) {
+                const QTemporaryDir other(quickFolder());
+                put(other.filePath(u("book")), contentOf(old));
+                whole = peopleIn(other.filePath(u("book")));
+            }
+            const FaultyRun run = runWithFault(
+                u("bin/peoplenook-cli"), {u("--address-book"), book, u("people")}, folder.path(), {fault, call});
+            reached = run.wasReached;
+            QCOMPARE(run.wasKilled, reached && isKill);
+            if (run.exitCode == 0)
+                QCOMPARE(run.out, whole);
+            else if (!isKill)
+                compareComplaint(run, book, {});
+            if (QFile::exists(backup)) {
+                const QTemporaryDir other(quickFolder());
+                put(other.filePath(u("book")), contentOf(backup));
+                QCOMPARE(peopleIn(other.filePath(u("book"))), whole);
+            }
+            QCOMPARE(peopleIn(book), whole);
+        }
+        QVERIFY2(call > 20, qPrintable(QString::number(call)));
+    }
+
     void exports_data()
     {
         addRows({{"csv", {u("csv")}}, {"txt", {u("txt")}}, {"html", {u("html")}}, {"excel", {u("excel")}},

@@ -331,7 +331,7 @@ private Q_SLOTS:
     {
         makeLargeBook("quiet.sqlite");
         const QString leaf = askSql(path("quiet.sqlite"),
-            "SELECT pageno FROM dbstat WHERE name = 'person' AND pagetype = 'leaf' LIMIT 1 OFFSET 3")
+            "SELECT pageno FROM dbstat WHERE name = 'contact' AND pagetype = 'leaf' LIMIT 1 OFFSET 3")
                                  .value(0);
         damage(path("quiet.sqlite"), (leaf.toLongLong() - 1) * 4096 + 3, QByteArray("\0\3", 2)); // its number of cells
         const QByteArray damaged = read(path("quiet.sqlite"));

@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/jsonl/JsonLinesReader.h"
 
-#include "contacts/jsonl/RecordJson.h"
-
 JsonLinesReader::JsonLinesReader(const QByteArray &data)
-    : m_data(data), m_position(data.startsWith("\xEF\xBB\xBF") ? 3 : 0)
+    : m_data(data), m_position(data.startsWith("\xEF\xBB\xBF") ? 3 : 0), m_reader(RecordJsonReader::Form::Line)
 { }
 
 ImportedRecord JsonLinesReader::next()
@@ -18,16 +16,14 @@ ImportedRecord JsonLinesReader::next()
         ++m_line;
         if (line.isEmpty())
             continue;
-        QStringList remarks;
-        auto record = recordFromJson({line.data(), static_cast<std::size_t>(line.size())}, &remarks);
-        if (!record) {
-            m_problems.push_back({ImportProblem::Kind::LostRecord, m_line, record.error().text});
+        auto person = m_reader.read({line.data(), static_cast<std::size_t>(line.size())});
+        if (!person) {
+            m_problems.push_back({ImportProblem::Kind::LostRecord, m_line, person.error().text});
             continue;
         }
-        for (const QString &remark : remarks)
+        for (const QString &remark : person->remarks)
             m_problems.push_back({ImportProblem::Kind::LostLine, m_line, remark});
-        record->line = m_line;
-        return std::move(record.value());
+        return {person->uid, std::move(person->record), m_line};
     }
     return {};
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "contacts/jsonl/RecordJsonReader.h"
 #include "contacts/record/RecordSource.h"
 
 /// Reads a file that holds one record a line in the JSON form of RecordJson.h. Blank lines and a byte-order mark are
@@ -19,6 +20,7 @@ public:
 private:
     QByteArray m_data;
     qsizetype m_position = 0;
+    RecordJsonReader m_reader;
     qint64 m_line = 0;
     std::vector<ImportProblem> m_problems;
 };

@@ -2,274 +2,215 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/jsonl/RecordJson.h"
 
-#include "contacts/record/Utf8Text.h"
-
-#include <nlohmann/json.hpp>
+#include "contacts/jsonl/RecordJsonReader.h"
 
 #include <algorithm>
-
-using Json = nlohmann::ordered_json;
+#include <utility>
 
 namespace {
 
-/// Takes each key as it comes, without looking for it among those that are there: a line of many keys takes as long as
-/// it is, and keys that come twice can be named.
-template <class Key, class T, class Less, class Allocator>
-struct AllKeys : nlohmann::ordered_map<Key, T, Less, Allocator>
+/// Writes one line of JSON from front to back. Commas are its business.
+class JsonLine
 {
-    using nlohmann::ordered_map<Key, T, Less, Allocator>::ordered_map;
-    T &operator[](const Key &key) { return this->emplace_back(key, T()).second; }
+public:
+    JsonLine()
+    {
+        constexpr std::size_t kUsualSize = 1024;
+        m_text.reserve(kUsualSize);
+    }
+    void open(char bracket)
+    {
+        separate();
+        m_text += bracket;
+        m_isFirst = true;
+    }
+    void close(char bracket)
+    {
+        m_text += bracket;
+        m_isFirst = false;
+    }
+    void key(std::string_view name)
+    {
+        separate();
+        m_text.append(1, '"').append(name).append("\":");
+        m_isFirst = true; // a value follows a key without a comma
+    }
+    void key(QLatin1StringView name) { key(std::string_view(name.data(), std::size_t(name.size()))); }
+    /// As it is: a number, null, or letters that need no escapes and their quotes.
+    void plain(std::string_view value)
+    {
+        separate();
+        m_text += value;
+    }
+    void value(QStringView text);
+    std::string take() { return std::move(m_text); }
+
+private:
+    void separate()
+    {
+        if (!std::exchange(m_isFirst, false))
+            m_text += ',';
+    }
+    void escaped(char character);
+
+    std::string m_text;
+    bool m_isFirst = true;
 };
-using ReadJson = nlohmann::basic_json<AllKeys>;
 
-constexpr const char *kUidName = "uid";
-constexpr const char *kImageName = "image";
-constexpr const char *kLabelName = "label";
-constexpr const char *kValueName = "value";
-
-Json toJson(const QString &text)
+void JsonLine::escaped(char character)
 {
-    return text.toStdString();
+    constexpr std::string_view kShort = "\b\f\n\r\t\"\\";
+    constexpr std::string_view kLetters = "bfnrt\"\\";
+    constexpr std::string_view kHex = "0123456789abcdef";
+    if (const auto place = kShort.find(character); place != std::string_view::npos)
+        m_text.append(1, '\\').append(1, kLetters[place]);
+    else
+        m_text.append("\\u00")
+            .append(1, kHex[std::size_t(character) / 16])
+            .append(1, kHex[std::size_t(character) % 16]);
 }
 
-std::string name(QLatin1StringView text)
+void JsonLine::value(QStringView text)
 {
-    return {text.data(), static_cast<std::size_t>(text.size())};
-}
-
-Json toJson(const ABMultiValue &value)
-{
-    Json entries = Json::array();
-    for (const auto &entry : value.entries()) {
-        Json object = Json::object();
-        if (!entry.label.isNull())
-            object[kLabelName] = toJson(entry.label);
-        if (const auto *text = std::get_if<QString>(&entry.value)) {
-            object[kValueName] = toJson(*text);
+    separate();
+    m_text += '"';
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t unit = text[i].unicode();
+        if (unit < 0x20 || unit == u'"' || unit == u'\\') {
+            escaped(char(unit));
+        } else if (unit < 0x80) {
+            m_text += char(unit);
         } else {
-            Json parts = Json::object();
-            for (const auto &[key, part] : entry.dictionary())
-                parts[name(keyInfo(key).name)] = toJson(part);
-            object[kValueName] = std::move(parts);
+            const auto ascii = std::find_if(text.begin() + i, text.end(), [](QChar c) { return c.unicode() < 0x80; });
+            const QByteArray utf8 = QStringView(text.begin() + i, ascii).toUtf8();
+            m_text.append(utf8.constData(), std::size_t(utf8.size()));
+            i = ascii - text.begin() - 1;
         }
-        entries.push_back(std::move(object));
     }
-    return entries;
+    m_text += '"';
 }
 
-struct ToJson
+void write(JsonLine &json, const ABMultiValue &value)
 {
-    Json operator()(std::monostate) const { return nullptr; }
-    Json operator()(const QString &text) const { return toJson(text); }
-    Json operator()(QDate date) const { return toJson(date.toString(Qt::ISODate)); }
-    Json operator()(qint64 number) const { return number; }
-    Json operator()(const ABMultiValue &value) const { return toJson(value); }
-};
-
-/// Thrown inside this file only, to leave a half-read object; recordFromJson turns it into an Error.
-struct Refusal
-{
-    QString reason;
-};
-
-QString quoted(std::string_view key)
-{
-    return QLatin1Char('"') % QString::fromUtf8(key.data(), qsizetype(key.size())) % QLatin1Char('"');
-}
-
-[[noreturn]] void refuse(std::string_view key, const char *reason)
-{
-    throw Refusal{quoted(key) % QLatin1Char(' ') % QLatin1String(reason)};
-}
-
-/// Names keys that come more than once in an object.
-void noteRepeatedKeys(const ReadJson &object, QStringList &remarks)
-{
-    std::vector<std::string_view> keys;
-    keys.reserve(object.size());
-    for (const auto &item : object.items())
-        keys.emplace_back(item.key());
-    std::ranges::sort(keys);
-    for (auto key = std::ranges::adjacent_find(keys); key != keys.end();) {
-        remarks += quoted(*key) % QStringLiteral(" is given more than once; the last one is kept");
-        key = std::adjacent_find(std::upper_bound(key, keys.end(), *key), keys.end());
-    }
-}
-
-QString textFrom(std::string_view key, const ReadJson &json)
-{
-    if (!json.is_string())
-        refuse(key, "must be a text");
-    return textOfUtf8(json.get_ref<const std::string &>());
-}
-
-ABDictionary dictionaryFrom(ABProperty property, std::string_view key, const ReadJson &json, QStringList &remarks)
-{
-    if (!json.is_object())
-        refuse(key, "must hold objects as its values");
-    ABDictionary dictionary;
-    const auto keys = keysOfProperty(property);
-    for (const auto &[part, text] : json.items()) {
-        const auto info =
-            std::ranges::find_if(keys, [&part = part](const ABKeyInfo &k) { return name(k.name) == part; });
-        if (info == keys.end())
-            refuse(key, ("has an unknown part \"" + part + "\"").c_str());
-        dictionary.setValue(textFrom(part, text), info->key);
-    }
-    noteRepeatedKeys(json, remarks);
-    return dictionary;
-}
-
-ABMultiValue multiValueFrom(
-    const ABPropertyInfo &property, std::string_view key, const ReadJson &json, QStringList &remarks)
-{
-    if (!json.is_array())
-        refuse(key, "must be an array");
-    ABMutableMultiValue value;
-    for (const ReadJson &entry : json) {
-        if (!entry.is_object() || !entry.contains(kValueName))
-            refuse(key, "must hold objects with a \"value\"");
-        QString label;
-        const ReadJson *content = &entry.at(kValueName);
-        for (const auto &[name, part] : entry.items()) {
-            if (name == kLabelName)
-                label = textFrom(kLabelName, part);
-            else if (name == kValueName)
-                content = &part;
-            else
-                refuse(key, "holds an entry with an unknown key");
+    json.open('[');
+    for (const auto &entry : value.entries()) {
+        json.open('{');
+        if (!entry.label.isNull()) {
+            json.key("label");
+            json.value(entry.label);
         }
-        noteRepeatedKeys(entry, remarks);
-        if (property.kind == ABPropertyKind::MultiText)
-            value.addValue(textFrom(key, *content), label);
-        else
-            value.addValue(dictionaryFrom(property.property, key, *content, remarks), label);
+        json.key("value");
+        if (const auto *text = std::get_if<QString>(&entry.value)) {
+            json.value(*text);
+        } else {
+            json.open('{');
+            for (const auto &[key, part] : entry.dictionary()) {
+                json.key(keyInfo(key).name);
+                json.value(part);
+            }
+            json.close('}');
+        }
+        json.close('}');
     }
-    return value;
+    json.close(']');
 }
 
-QDate dateFrom(std::string_view key, const ReadJson &json)
+void writeValue(JsonLine &json, const PersonRecord &record, const ABPropertyInfo &info)
 {
-    const QString text = textFrom(key, json);
-    const QDate date = QDate::fromString(text, Qt::ISODate);
-    if (text.size() != 10 || !date.isValid())
-        refuse(key, "must be a date that exists, as YYYY-MM-DD");
-    return date;
-}
-
-QByteArray imageFrom(std::string_view key, const ReadJson &json, QStringList &remarks)
-{
-    constexpr qsizetype quantum = 4;
-    const QByteArray base64 = textFrom(key, json).toUtf8();
-    const auto bytes = QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
-    if (!bytes || bytes.decoded.isEmpty())
-        refuse(key, "must be base64 of a picture");
-    const QByteArray end = base64.right(quantum);
-    if (base64.size() % quantum != 0 || QByteArray::fromBase64(end).toBase64() != end)
-        remarks += quoted(key) % QStringLiteral(" is incomplete base64; what there is of the picture is kept");
-    return bytes.decoded;
-}
-
-ABValue valueFrom(const ABPropertyInfo &property, std::string_view key, const ReadJson &json, QStringList &remarks)
-{
-    switch (property.kind) {
+    const auto key = [&] { json.key(info.name); };
+    switch (info.kind) {
     case ABPropertyKind::Text:
-        return textFrom(key, json);
+        if (const QString *text = record.text(info.property)) {
+            key();
+            json.value(*text);
+        }
+        break;
     case ABPropertyKind::Date:
-        return dateFrom(key, json);
+        if (const auto date = record.birthday()) {
+            key();
+            json.value(date->toString(Qt::ISODate));
+        }
+        break;
     case ABPropertyKind::Integer:
-        if (!json.is_number_integer() || (json.is_number_unsigned() && json.get<quint64>() > quint64(INT64_MAX)))
-            refuse(key, "must be an integer of at most 64 bits");
-        return json.get<qint64>();
+        if (const auto number = record.flags()) {
+            key();
+            json.plain(std::to_string(*number));
+        }
+        break;
     case ABPropertyKind::MultiText:
     case ABPropertyKind::MultiDictionary:
-        return multiValueFrom(property, key, json, remarks);
+        if (const ABMultiValue *value = record.multiValue(info.property)) {
+            key();
+            write(json, *value);
+        }
+        break;
     case ABPropertyKind::ReadOnlyText:
         break;
     }
-    refuse(key, "cannot be set");
 }
 
-ImportedRecord recordFrom(const ReadJson &json, QStringList &remarks)
+void write(JsonLine &json, const std::vector<KeptLine> &lines)
 {
-    if (!json.is_object())
-        throw Refusal{QStringLiteral("not a JSON object")};
-    ImportedRecord imported;
-    PersonRecord record;
-    for (const auto &[key, value] : json.items()) {
-        if (key == kUidName) {
-            imported.uid = textFrom(key, value);
-            if (imported.uid.isEmpty())
-                refuse(key, "must not be empty");
-        } else if (key == kImageName) {
-            record.setImageData(imageFrom(key, value, remarks));
-        } else if (const auto property = propertyNamed(QString::fromStdString(key))) {
-            record.setValue(*property, valueFrom(propertyInfo(*property), key, value, remarks));
-        } else {
-            refuse(key, "is no property of a record");
-        }
+    json.open('[');
+    for (const auto &line : lines) {
+        json.open('[');
+        json.value(line.text);
+        if (line.basis.isNull())
+            json.plain("null");
+        else
+            json.value(line.basis);
+        json.close(']');
     }
-    noteRepeatedKeys(json, remarks);
-    imported.record = std::make_shared<const PersonRecord>(std::move(record));
-    return imported;
+    json.close(']');
 }
 
 } // namespace
 
 std::string recordToJson(const QString &uid, const PersonRecord &record)
 {
-    Json json = Json::object();
-    if (!uid.isNull())
-        json[kUidName] = toJson(uid);
-    for (const ABPropertyInfo &property : allProperties()) {
-        Json value = std::visit(ToJson(), record.value(property.property));
-        if (!value.is_null())
-            json[name(property.name)] = std::move(value);
+    JsonLine json;
+    json.open('{');
+    if (!uid.isNull()) {
+        json.key("uid");
+        json.value(uid);
     }
-    if (const QByteArray *image = record.imageData())
-        json[kImageName] = image->toBase64().toStdString();
-    return json.dump();
+    for (const ABPropertyInfo &info : allProperties())
+        writeValue(json, record, info);
+    if (const QByteArray *image = record.imageData()) {
+        json.key("image");
+        json.value(QString::fromLatin1(image->toBase64()));
+    }
+    json.close('}');
+    return json.take();
 }
 
-Result<ImportedRecord> recordFromJson(std::string_view line, QStringList *remarks)
+Result<ImportedRecord> recordFromJson(std::string_view line)
 {
-    QStringList unwanted;
-    try {
-        return recordFrom(ReadJson::parse(line), remarks ? *remarks : unwanted);
-    } catch (const Refusal &refusal) {
-        return Error{ErrorKind::Invalid, refusal.reason};
-    } catch (const Json::exception &exception) {
-        const QString reason = QString::fromUtf8(exception.what());
-        // The library's text begins with an identifier in brackets that tells a reader nothing.
-        return Error{ErrorKind::Invalid, QStringLiteral("not valid JSON: ") % reason.section(QStringLiteral("] "), 1)};
+    auto read = RecordJsonReader(RecordJsonReader::Form::Line).read(line);
+    return read ? Result<ImportedRecord>({read->uid, std::move(read->record)}) : read.error();
+}
+
+std::string recordToDocument(const PersonRecord &record, std::string_view pictureName)
+{
+    JsonLine json;
+    json.open('{');
+    for (const ABPropertyInfo &info : allProperties())
+        writeValue(json, record, info);
+    if (!pictureName.empty()) {
+        json.key("picture");
+        json.value(QString::fromLatin1(pictureName.data(), qsizetype(pictureName.size())));
     }
+    if (!record.keptLines().empty()) {
+        json.key("cardLines");
+        write(json, record.keptLines());
+    }
+    json.close('}');
+    return json.take();
 }
 
 std::string keptLinesToJson(const std::vector<KeptLine> &lines)
 {
-    Json json = Json::array();
-    for (const auto &line : lines)
-        json.push_back(Json::array({toJson(line.text), line.basis.isNull() ? Json() : toJson(line.basis)}));
-    return json.dump();
-}
-
-Result<std::vector<KeptLine>> keptLinesFromJson(std::string_view json)
-{
-    constexpr const char *what = "card lines";
-    try {
-        const ReadJson rows = ReadJson::parse(json);
-        if (!rows.is_array())
-            refuse(what, "must be an array");
-        std::vector<KeptLine> lines;
-        for (const ReadJson &row : rows) {
-            if (!row.is_array() || row.size() != 2)
-                refuse(what, "must hold pairs of texts");
-            lines.push_back({textFrom(what, row[0]), row[1].is_null() ? QString() : textFrom(what, row[1])});
-        }
-        return lines;
-    } catch (const Refusal &refusal) {
-        return Error{ErrorKind::Invalid, refusal.reason};
-    } catch (const Json::exception &exception) {
-        return Error{ErrorKind::Invalid, QString::fromUtf8(exception.what())};
-    }
+    JsonLine json;
+    write(json, lines);
+    return json.take();
 }

@@ -5,8 +5,6 @@
 #include "base/Result.h"
 #include "contacts/record/RecordSource.h"
 
-#include <QStringList>
-
 #include <string>
 #include <string_view>
 
@@ -17,10 +15,14 @@ std::string recordToJson(const QString &uid, const PersonRecord &record);
 
 /// Reads that form back; strict: an unknown key, a value of the wrong type, a date that does not exist or base64 that
 /// does not decode is refused with a reason that names the key. Any order of keys; a missing uid gives a null one.
-/// What could be read only in part, a repeated key or incomplete base64, is named in @p remarks, which may be null.
-Result<ImportedRecord> recordFromJson(std::string_view line, QStringList *remarks = nullptr);
+/// RecordJsonReader does the same for many, and names what could be read only in part.
+Result<ImportedRecord> recordFromJson(std::string_view line);
+
+/// All of a record as an address book file keeps it: the form above without uid and image; the picture, if there is
+/// one, is named by "picture" and kept elsewhere; the lines kept from a vCard are "cardLines", as below. Records that
+/// are equal give equal texts in every run.
+/// @param pictureName for the record's picture; left out where it is empty
+std::string recordToDocument(const PersonRecord &record, std::string_view pictureName);
 
 /// The lines kept from a vCard as a JSON array of [text, basis] pairs, basis null where the line has none.
 std::string keptLinesToJson(const std::vector<KeptLine> &lines);
-/// Reads that form back. Invalid: it is none.
-Result<std::vector<KeptLine>> keptLinesFromJson(std::string_view json);

@@ -17,10 +17,11 @@ public:
     const QString &intern(std::string_view utf8);
 
 private:
-    struct Hash : std::hash<std::string_view>
+    struct Hash
     {
         using is_transparent = void;
-        using std::hash<std::string_view>::operator();
+        // Not noexcept: the map then keeps the hashes instead of making them again at each look.
+        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
     };
     std::unordered_map<std::string, QString, Hash, std::equal_to<>> m_texts;
 };

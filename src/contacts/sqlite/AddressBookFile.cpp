@@ -121,7 +121,8 @@ Result<void> create(const QString &path)
         SQLite::Database database(temporary.name.constData(), SQLite::OPEN_READWRITE);
         // The header is complete on the disk before the journal mode is one that keeps newer pages elsewhere.
         SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
-        database.exec(Schema::creation());
+        database.exec("PRAGMA application_id = " + std::to_string(Schema::kApplicationId));
+        database.exec(Schema::tables() + Schema::views() + Schema::versionMark());
         transaction.commit();
         database.exec("PRAGMA journal_mode = WAL");
     } catch (const SQLite::Exception &exception) {

@@ -5,7 +5,9 @@
 #include "contacts/sqlite/AddressBookFile.h"
 #include "contacts/sqlite/PrivateCopy.h"
 #include "contacts/sqlite/RecordReader.h"
+#include "contacts/sqlite/Schema.h"
 #include "contacts/sqlite/SqliteStore.h"
+#include "contacts/sqlite/Version1.h"
 
 #include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/Transaction.h>
@@ -59,11 +61,19 @@ Result<qint64> checked(const QByteArray &name, const QString &path)
     database.exec("PRAGMA journal_mode = DELETE");
     if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
         return failure(path, QStringLiteral("the address book is damaged"), ErrorKind::Invalid);
-    RecordReader reader(database.getHandle(), RecordReader::Scope::Everybody);
     qint64 people = 0;
-    while (reader.next().record)
-        ++people;
-    return people;
+    const auto named = [&path](const Error &error) { return failure(path, error.text, error.kind); };
+    if (database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion) {
+        Version1 reader(database, Damage::Refuse);
+        SQLite::Statement ids(database, "SELECT id FROM person");
+        for (; ids.executeStep(); ++people) {
+            if (const auto person = reader.person(ids.getColumn(0).getInt64()); !person)
+                return named(person.error());
+        }
+        return people;
+    }
+    const auto read = RecordReader(database).everybody([&people](const StoredRecord &) { ++people; });
+    return read ? Result<qint64>(people) : named(read.error());
 }
 
 } // namespace
@@ -170,7 +180,7 @@ Result<std::vector<StoredRecord>> peopleInFile(const QString &path)
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, path);
     }
-    const auto store = SqliteStore::open((*copy)->path());
+    const auto store = SqliteStore::open((*copy)->path(), currentTime, Migration::Backup::None);
     if (!store)
         return inCopy(store.error());
     auto people = (*store)->loadAll();

@@ -3,16 +3,10 @@
 #include "contacts/sqlite/HistoryTable.h"
 
 #include "contacts/ContentHash.h"
-#include "contacts/jsonl/RecordJson.h"
 #include "contacts/record/Utf8Text.h"
 #include "contacts/sqlite/RecordReader.h"
-#include "contacts/sqlite/Schema.h"
 
-#include <SQLiteCpp/Exception.h>
 #include <SQLiteCpp/Statement.h>
-#include <SQLiteCpp/Transaction.h>
-
-#include <QHash>
 
 #include <cstring>
 
@@ -20,7 +14,7 @@ namespace HistoryTable {
 
 namespace {
 
-/// Saves of the earlier layout have no cause; each is one of its own.
+/// Saves of the first programs have no cause; each is one of its own.
 const QString kSavePrefix = QStringLiteral("save-");
 
 /// What groups the rows of `save`.
@@ -51,101 +45,42 @@ ChangeSummary summaryIn(SQLite::Statement &row)
 /// The columns of `save` for summaryIn(), of all saves of a cause: those of the last one.
 constexpr const char *kSummaryColumns = "max(revision), cause, kind, description, savedAt";
 
-Result<PersonRecordPtr> recordIn(const SQLite::Column &json, const SQLite::Column &cardLines)
+/// Null where @p document is NULL.
+Result<PersonRecordPtr> recordIn(RecordReader &reader, const QString &uid, const SQLite::Column &document)
 {
-    if (json.isNull())
-        return PersonRecordPtr();
-    const auto read = recordFromJson(json.getString());
-    if (!read)
-        return read.error();
-    const auto lines = cardLines.isNull() ? Result<std::vector<KeptLine>>(std::vector<KeptLine>())
-                                          : keptLinesFromJson(cardLines.getString());
-    if (!lines)
-        return lines.error();
-    if (lines->empty())
-        return read->record;
-    auto whole = std::make_shared<PersonRecord>(*read->record);
-    whole->setKeptLines(*lines);
-    return PersonRecordPtr(whole);
+    return document.isNull() ? PersonRecordPtr() : reader.wholeRecord(uid, document.getString());
 }
 
-/// A change of the step, and what is needed to find what it left.
-struct Row
+/// The changes of the saves for which @p condition holds, with what each left: the next row's `before` or, without one,
+/// the present record.
+std::string changesSql(const std::string &condition)
 {
-    qint64 id = 0;
-    bool isRemoval = false;
-    std::optional<qint64> hash;
-};
+    const std::string ofStep = "revision IN (SELECT revision FROM save WHERE " + condition + ")";
+    return "WITH later AS (SELECT id, revision, uid, action, before, afterHash, lead(id) OVER ofPerson AS nextId, "
+           "lead(before) OVER ofPerson AS nextBefore FROM history WHERE id >= (SELECT min(id) FROM history WHERE "
+        + ofStep + ") WINDOW ofPerson AS (PARTITION BY uid ORDER BY id)) "
+        + "SELECT uid, action, before, afterHash, iif(nextId IS NULL, (SELECT record FROM contact WHERE contact.uid = "
+          "later.uid), nextBefore) FROM later WHERE "
+        + ofStep + " ORDER BY id";
+}
 
-/// Puts the records behind the changes of one step: by walking over what was written after them, once.
-class Afters
+Result<RecordedChange> changeIn(SQLite::Statement &row, RecordReader &reader)
 {
-public:
-    Afters(SQLite::Database &database, RecordReader &personReader, ChangeStep &step, const std::vector<Row> &rows)
-        : m_database(database), m_personReader(personReader), m_step(step), m_rows(rows)
-    { }
-
-    Result<void> fill()
-    {
-        SQLite::Statement later(m_database, "SELECT id, uid FROM history WHERE id >= ? ORDER BY id");
-        SQLite::Statement before(m_database, "SELECT before, cardLinesBefore FROM history WHERE id = ?");
-        later.bind(1, int64_t(m_rows.front().id));
-        std::size_t own = 0; // the next row of the step
-        while (later.executeStep()) {
-            const qint64 id = later.getColumn(0).getInt64();
-            const QString uid = textIn(later.getColumn(1));
-            const bool isOwn = own < m_rows.size() && m_rows[own].id == id;
-            if (const auto waiting = m_waiting.constFind(uid); waiting != m_waiting.cend()) {
-                if (auto taken = take(*waiting, before, id); !taken)
-                    return taken;
-                m_waiting.remove(uid);
-            }
-            if (isOwn && !m_rows[own].isRemoval)
-                m_waiting.insert(uid, own);
-            own += isOwn ? 1 : 0;
-        }
-        takeCurrent();
-        return {};
-    }
-
-private:
-    Result<void> take(std::size_t place, SQLite::Statement &before, qint64 laterRow)
-    {
-        before.bind(1, int64_t(laterRow));
-        before.executeStep();
-        auto record = recordIn(before.getColumn(0), before.getColumn(1));
-        before.reset();
-        if (!record)
-            return record.error();
-        put(place, *record);
-        return {};
-    }
-
-    void takeCurrent()
-    {
-        SQLite::Statement idOfUid(m_database, "SELECT id FROM person WHERE uid = ?");
-        for (auto waiting = m_waiting.cbegin(); waiting != m_waiting.cend(); ++waiting) {
-            idOfUid.bind(1, waiting.key().toStdString());
-            const bool isThere = idOfUid.executeStep();
-            put(waiting.value(), isThere ? m_personReader.readPerson(idOfUid.getColumn(0).getInt64()).record : nullptr);
-            idOfUid.reset();
-        }
-    }
-
-    void put(std::size_t place, const PersonRecordPtr &record)
-    {
-        const auto &hash = m_rows[place].hash; // none in a file of the earlier layout: there the row is trusted
-        const bool isProven = record && (!hash || *hash == hashOf(*record));
-        m_step.changes[place].after = isProven ? record : nullptr;
-        m_step.changes[place].afterIsLost = !isProven;
-    }
-
-    SQLite::Database &m_database;
-    RecordReader &m_personReader;
-    ChangeStep &m_step;
-    const std::vector<Row> &m_rows;
-    QHash<QString, std::size_t> m_waiting; // by uid: whose record is still to be found
-};
+    RecordedChange change{textIn(row.getColumn(0)), nullptr, nullptr};
+    const auto before = recordIn(reader, change.uid, row.getColumn(2));
+    if (!before)
+        return before.error();
+    change.before = *before;
+    if (row.getColumn(1).getString() == "removed")
+        return change;
+    const auto after = recordIn(reader, change.uid, row.getColumn(4));
+    if (!after)
+        return after.error();
+    const SQLite::Column hash = row.getColumn(3); // the first programs wrote none: there the row is trusted
+    change.afterIsLost = !*after || (!hash.isNull() && hash.getInt64() != hashOf(**after));
+    change.after = change.afterIsLost ? nullptr : *after;
+    return change;
+}
 
 } // namespace
 
@@ -160,21 +95,6 @@ qint64 hashOf(const PersonRecord &record)
 std::string timeText(const QDateTime &time)
 {
     return time.toUTC().toString(Qt::ISODateWithMs).toStdString();
-}
-
-void addMissingColumns(SQLite::Database &database)
-{
-    if (database.execAndGet("PRAGMA user_version").getInt() > Schema::kVersion)
-        return; // not ours to change
-    const auto isMissing = [&database] {
-        return database.execAndGet("SELECT count(*) FROM pragma_table_info('save') WHERE name = 'cause'").getInt() == 0;
-    };
-    if (!isMissing())
-        return;
-    SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
-    if (isMissing()) // another program may have been faster
-        database.exec(Schema::additionOfCauses());
-    transaction.commit();
 }
 
 std::vector<ChangeSummary> summaries(SQLite::Database &database)
@@ -195,10 +115,10 @@ std::vector<ChangeSummary> summaries(SQLite::Database &database)
     return summaries;
 }
 
-Result<ChangeStep> step(SQLite::Database &database, RecordReader &personReader, const QString &causeId)
+Result<ChangeStep> step(SQLite::Database &database, RecordReader &reader, const QString &causeId)
 {
     const bool isEarly = causeId.startsWith(kSavePrefix);
-    const std::string condition = isEarly ? "cause IS NULL AND revision = ?" : "cause = ?";
+    const std::string condition = isEarly ? "cause IS NULL AND revision = ?1" : "cause = ?1";
     const QString key = isEarly ? causeId.sliced(kSavePrefix.size()) : causeId;
     const auto bindKey = [&](SQLite::Statement &statement) {
         if (isEarly)
@@ -213,30 +133,17 @@ Result<ChangeStep> step(SQLite::Database &database, RecordReader &personReader, 
         return noSuchCause(causeId);
     ChangeStep step;
     step.summary = summaryIn(head);
-    SQLite::Statement changes(database,
-        "SELECT id, uid, action, before, cardLinesBefore, afterHash FROM history WHERE revision IN (SELECT revision "
-        "FROM save WHERE "
-            + condition + ") ORDER BY id");
+    SQLite::Statement changes(database, changesSql(condition));
     bindKey(changes);
-    std::vector<Row> rows;
     while (changes.executeStep()) {
-        const auto before = recordIn(changes.getColumn(3), changes.getColumn(4));
-        if (!before)
+        auto change = changeIn(changes, reader);
+        if (!change)
             return Error{
-                before.error().kind, causeId % QStringLiteral(": the history cannot be read: ") % before.error().text};
-        const SQLite::Column hash = changes.getColumn(5);
-        rows.push_back({changes.getColumn(0).getInt64(), changes.getColumn(2).getString() == "removed",
-            hash.isNull() ? std::nullopt : std::optional<qint64>(hash.getInt64())});
-        step.changes.push_back({textIn(changes.getColumn(1)), *before, nullptr});
+                change.error().kind, causeId % QStringLiteral(": the history cannot be read: ") % change.error().text};
+        step.summary.count(*change);
+        step.changes.push_back(std::move(*change));
     }
-    if (rows.empty())
-        return noSuchCause(causeId);
-    if (auto filled = Afters(database, personReader, step, rows).fill(); !filled)
-        return Error{
-            filled.error().kind, causeId % QStringLiteral(": the history cannot be read: ") % filled.error().text};
-    for (const RecordedChange &change : step.changes)
-        step.summary.count(change);
-    return step;
+    return step.changes.empty() ? Result<ChangeStep>(noSuchCause(causeId)) : step;
 }
 
 void prune(SQLite::Database &database, const QDateTime &now)
@@ -255,6 +162,10 @@ void prune(SQLite::Database &database, const QDateTime &now)
         removal.bind(2, limit);
         removal.exec();
     }
+    // Not worth a save that fails: a damaged document keeps all pictures.
+    database.tryExec("DELETE FROM image WHERE hash NOT IN (SELECT record ->> '$.picture' FROM contact "
+                     "WHERE record ->> '$.picture' IS NOT NULL UNION SELECT before ->> '$.picture' FROM history "
+                     "WHERE before ->> '$.picture' IS NOT NULL)");
 }
 
 } // namespace HistoryTable

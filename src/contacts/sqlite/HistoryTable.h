@@ -10,25 +10,22 @@ class RecordReader;
 
 /// The tables `save` and `history` of an address book file. Errors of SQLite are thrown as SQLite::Exception.
 ///
-/// A row of history holds the person as it was before. What a change left is what the next row of the same person holds
-/// as its `before` or, without one, the person's present record; the hash in the row proves it, so that a record which
-/// somebody changed past the history is not taken for the one that was saved.
+/// A row of history holds the person's document as it was before. What a change left is what the next row of the same
+/// person holds as its `before` or, without one, the person's present record; the hash in the row proves it, so that a
+/// record which somebody changed past the history is not taken for the one that was saved.
 namespace HistoryTable {
 
 /// Of a record as a change left it.
 qint64 hashOf(const PersonRecord &record);
 
-/// Gives a file of the earlier layout the columns that it lacks, in a transaction of its own.
-void addMissingColumns(SQLite::Database &database);
-
 /// Newest first.
 std::vector<ChangeSummary> summaries(SQLite::Database &database);
 
-/// Inside one transaction. @p personReader reads one person. NotFound, or Invalid: what the file holds as history
-/// cannot be read.
-Result<ChangeStep> step(SQLite::Database &database, RecordReader &personReader, const QString &causeId);
+/// Inside one transaction. NotFound, or Invalid: what the file holds as history cannot be read.
+Result<ChangeStep> step(SQLite::Database &database, RecordReader &reader, const QString &causeId);
 
-/// Removes what is older than the history's limits (kHistoryAge, kHistoryCount), inside the caller's transaction.
+/// Removes what is older than the history's limits (kHistoryAge, kHistoryCount), and the pictures that nobody has any
+/// more, inside the caller's transaction.
 void prune(SQLite::Database &database, const QDateTime &now);
 
 /// How a time is written: texts compare as the times do.

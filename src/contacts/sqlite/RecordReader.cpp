@@ -3,231 +3,172 @@
 #include "contacts/sqlite/RecordReader.h"
 
 #include "contacts/record/Utf8Text.h"
-#include "contacts/sqlite/Schema.h"
 
 #include <SQLiteCpp/Exception.h>
 
 #include <algorithm>
+#include <future>
+#include <thread>
 
 namespace {
 
-// Where the columns of `person` stand in the reader's SELECT.
-constexpr int kIdColumn = 0;
-constexpr int kUidColumn = 1;
-constexpr int kFirstPropertyColumn = 2;
-
-// Where the columns of a multi-value's table stand.
-constexpr int kLabelColumn = 1;
-constexpr int kFirstValueColumn = 2;
-
-std::string_view bytesAt(sqlite3_stmt *row, int column)
+std::string_view bytesIn(const SQLite::Column &column)
 {
-    // In this order: sqlite3_column_bytes tells the size of what sqlite3_column_text made.
-    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(row, column));
-    return {text ? text : "", std::size_t(sqlite3_column_bytes(row, column))};
+    // In this order: the size is that of what getText() made.
+    const char *text = column.getText();
+    return {text, std::size_t(column.getBytes())};
 }
 
-QString textAt(sqlite3_stmt *row, int column)
+Error damaged(const QString &uid, const QString &reason)
 {
-    return textOfUtf8(bytesAt(row, column));
+    return {ErrorKind::Invalid, uid % QStringLiteral(": is damaged: ") % reason};
 }
 
-bool isNull(sqlite3_stmt *row, int column)
-{
-    return sqlite3_column_type(row, column) == SQLITE_NULL;
-}
-
-/// "YYYY-MM-DD", which the table's CHECK guarantees.
-QDate dateFrom(std::string_view text)
-{
-    const auto digit = [text](std::size_t i) { return i < text.size() ? text[i] - '0' : 0; };
-    return {digit(0) * 1000 + digit(1) * 100 + digit(2) * 10 + digit(3), digit(5) * 10 + digit(6),
-        digit(8) * 10 + digit(9)};
-}
-
-/// Parts that many people share; a street or an account is as good as unique and not worth looking up.
-bool isCommon(ABKey key)
-{
-    return key != ABKey::AddressStreet && key != ABKey::InstantMessageUsername && key != ABKey::SocialProfileUsername;
-}
+using Person = Result<RecordJsonReader::Person>;
 
 } // namespace
 
-RecordReader::RecordReader(sqlite3 *database, Scope scope) : m_database(database), m_scope(scope)
+/// Some thousand rows: enough to be worth a thread, few enough to stay in the processors' caches.
+struct RecordReader::Round
 {
-    const bool one = scope != Scope::Everybody;
-    const std::string ofPerson = one ? " WHERE person = ?1" : "";
-    m_people = prepare("SELECT id, uid, " + Schema::join(Schema::personColumns(), ", ") + " FROM person "
-        + (one ? "WHERE id = ?1" : "ORDER BY id"));
-    for (const ABProperty property : Schema::multiValues()) {
-        std::string sql = "SELECT person, label, " + Schema::join(Schema::valueColumnsOf(property), ", ");
-        sql += " FROM " + Schema::tableOf(property) + ofPerson + " ORDER BY person, position";
-        m_multiValues.emplace_back(property, Children{prepare(sql)});
-    }
-    m_emptyLists.statement = prepare("SELECT person, property FROM emptyList" + ofPerson + " ORDER BY person");
-    m_pictures.statement = prepare("SELECT person, bytes FROM picture" + ofPerson + " ORDER BY person");
-    m_cardLines.statement =
-        prepare("SELECT person, text, basis FROM cardLine" + ofPerson + " ORDER BY person, position");
-}
+    static constexpr std::size_t kRows = 4096;
 
-RecordReader::Statement RecordReader::prepare(const std::string &sql) const
-{
-    sqlite3_stmt *statement = nullptr;
-    const bool isPrepared =
-        sqlite3_prepare_v2(m_database, sql.c_str(), int(sql.size()), &statement, nullptr) == SQLITE_OK;
-    // A statement that is null stands for a table that is not there: no step of it gives a row.
-    if (!isPrepared && m_scope != Scope::Salvage)
-        throw SQLite::Exception(m_database);
-    return Statement(statement);
-}
-
-bool RecordReader::step(sqlite3_stmt *statement) const
-{
-    const int result = sqlite3_step(statement);
-    if (result != SQLITE_ROW && result != SQLITE_DONE)
-        throw SQLite::Exception(m_database);
-    return result == SQLITE_ROW;
-}
-
-bool RecordReader::stepChildren(sqlite3_stmt *statement)
-{
-    if (m_scope != Scope::Salvage)
-        return step(statement);
-    const int result = sqlite3_step(statement);
-    m_isIncomplete = m_isIncomplete || (result != SQLITE_ROW && result != SQLITE_DONE);
-    return result == SQLITE_ROW;
-}
-
-void RecordReader::advance(Children &children)
-{
-    children.person = stepChildren(children.statement.get()) ? sqlite3_column_int64(children.statement.get(), 0) : -1;
-}
-
-bool RecordReader::hasRowOf(sqlite3_int64 person, Children &children)
-{
-    // A row of nobody, left by somebody who edited the file with foreign keys off, must not hide the rows behind it.
-    while (children.person != -1 && children.person < person)
-        advance(children);
-    return children.person == person;
-}
-
-void RecordReader::begin(Children &children, sqlite3_int64 person)
-{
-    sqlite3_reset(children.statement.get());
-    if (m_scope != Scope::Everybody)
-        sqlite3_bind_int64(children.statement.get(), 1, person);
-    advance(children);
-}
-
-StoredRecord RecordReader::next()
-{
-    if (!sqlite3_stmt_busy(m_people.get())) {
-        for (auto &[property, children] : m_multiValues)
-            begin(children, 0);
-        for (Children *children : {&m_emptyLists, &m_pictures, &m_cardLines})
-            begin(*children, 0);
-    }
-    return step(m_people.get()) ? readCurrentPerson() : StoredRecord();
-}
-
-StoredRecord RecordReader::readPerson(sqlite3_int64 id)
-{
-    sqlite3_reset(m_people.get());
-    sqlite3_bind_int64(m_people.get(), 1, id);
-    m_isIncomplete = false;
-    if (!step(m_people.get()))
-        return {};
-    for (auto &[property, children] : m_multiValues)
-        begin(children, id);
-    for (Children *children : {&m_emptyLists, &m_pictures, &m_cardLines})
-        begin(*children, id);
-    StoredRecord person = readCurrentPerson();
-    // A statement left on its row would keep the connection's read transaction open.
-    sqlite3_reset(m_people.get());
-    for (auto &[property, children] : m_multiValues)
-        sqlite3_reset(children.statement.get());
-    for (const Children *children : {&m_emptyLists, &m_pictures, &m_cardLines})
-        sqlite3_reset(children->statement.get());
-    m_incompleteCount += m_isIncomplete ? 1 : 0;
-    return person;
-}
-
-StoredRecord RecordReader::readCurrentPerson()
-{
-    const sqlite3_int64 id = sqlite3_column_int64(m_people.get(), kIdColumn);
-    auto record = std::make_shared<PersonRecord>();
-    readPersonColumns(*record);
-    for (auto &[property, children] : m_multiValues)
-        readMultiValue(*record, property, children, id);
-    readRest(*record, id);
-    return {textAt(m_people.get(), kUidColumn), std::move(record)};
-}
-
-void RecordReader::readPersonColumns(PersonRecord &record) const
-{
-    sqlite3_stmt *row = m_people.get();
-    int column = kFirstPropertyColumn;
-    for (const auto &info : propertiesOfKind(ABPropertyKind::Text)) {
-        if (!isNull(row, column))
-            record.setText(info.property, textAt(row, column));
-        ++column;
-    }
-    if (!isNull(row, column))
-        record.setBirthday(dateFrom(bytesAt(row, column)));
-    ++column;
-    if (!isNull(row, column))
-        record.setFlags(sqlite3_column_int64(row, column));
-}
-
-void RecordReader::readMultiValue(PersonRecord &record, ABProperty property, Children &children, sqlite3_int64 person)
-{
-    if (!hasRowOf(person, children))
-        return;
-    sqlite3_stmt *row = children.statement.get();
-    const bool isText = propertyInfo(property).kind == ABPropertyKind::MultiText;
-    for (; hasRowOf(person, children); advance(children)) {
-        QString label = isNull(row, kLabelColumn) ? QString() : m_texts.intern(bytesAt(row, kLabelColumn));
-        if (isText)
-            m_entries.push_back({std::move(label), textAt(row, kFirstValueColumn)});
-        else
-            m_entries.push_back({std::move(label), readDictionary(row, property)});
-    }
-    QList<ABMultiValue::Entry> entries;
-    entries.reserve(qsizetype(m_entries.size())); // no room to grow: it would stay unused for as long as the person
-    std::ranges::move(m_entries, std::back_inserter(entries));
-    record.setMultiValue(property, ABMultiValue(std::move(entries)));
-    m_entries.clear();
-}
-
-ABDictionary RecordReader::readDictionary(sqlite3_stmt *row, ABProperty property)
-{
-    ABDictionary dictionary;
-    int column = kFirstValueColumn;
-    for (const auto &info : keysOfProperty(property)) {
-        if (!isNull(row, column)) {
-            dictionary.setValue(
-                isCommon(info.key) ? m_texts.intern(bytesAt(row, column)) : textAt(row, column), info.key);
+    /// Reads what comes next; false: nothing did.
+    bool fill(SQLite::Statement &rows)
+    {
+        m_bytes.clear();
+        m_ends.clear();
+        uids.clear();
+        while (uids.size() < kRows && !rows.isDone() && rows.executeStep()) {
+            uids.push_back(textOfUtf8(bytesIn(rows.getColumn(0))));
+            m_bytes += bytesIn(rows.getColumn(1));
+            m_ends.push_back(m_bytes.size());
         }
-        ++column;
+        m_bytes.append(RecordJsonReader::kPadding, ' ');
+        return !uids.empty();
     }
-    return dictionary;
+
+    void read(std::span<const std::unique_ptr<RecordJsonReader>> readers)
+    {
+        people.assign(uids.size(), Error());
+        constexpr std::size_t kRowsWorthAThread = 256;
+        const std::size_t parts = std::clamp(uids.size() / kRowsWorthAThread, std::size_t(1), readers.size());
+        const auto part = [&](std::size_t number) {
+            for (std::size_t i = uids.size() * number / parts; i < uids.size() * (number + 1) / parts; ++i) {
+                const std::size_t begin = i == 0 ? 0 : m_ends[i - 1];
+                people[i] = readers[number]->readInPlace(std::string_view(m_bytes).substr(begin, m_ends[i] - begin));
+            }
+        };
+        std::vector<std::future<void>> others;
+        for (std::size_t number = 1; number < parts; ++number)
+            others.push_back(std::async(std::launch::async, part, number));
+        part(0);
+        for (auto &other : others)
+            other.get();
+    }
+
+    std::vector<QString> uids;
+    std::vector<Person> people;
+
+private:
+    std::string m_bytes; // all documents, one behind the other
+    std::vector<std::size_t> m_ends;
+};
+
+RecordReader::RecordReader(SQLite::Database &database, Damage damage)
+    : m_database(database)
+    , m_damage(damage)
+    , m_rowOfUid(database, "SELECT id, record FROM contact WHERE uid = ?")
+    , m_rowOfId(database, "SELECT uid, record FROM contact WHERE id = ?")
+    , m_picture(database, "SELECT bytes FROM image WHERE hash = ?")
+    , m_reader(RecordJsonReader::Form::Document)
+{ }
+
+Result<void> RecordReader::everybody(const std::function<void(StoredRecord)> &take)
+{
+    SQLite::Statement rows(m_database, "SELECT uid, record FROM contact ORDER BY id");
+    std::vector<std::unique_ptr<RecordJsonReader>> readers;
+    for (unsigned i = 0; i < std::max(1U, std::thread::hardware_concurrency()); ++i)
+        readers.push_back(std::make_unique<RecordJsonReader>(RecordJsonReader::Form::Document));
+    Round round;
+    while (round.fill(rows)) {
+        round.read(readers);
+        for (std::size_t i = 0; i < round.uids.size(); ++i) {
+            auto record = finished(round.uids[i], std::move(round.people[i]));
+            if (!record)
+                return record.error();
+            take({std::move(round.uids[i]), std::move(*record)});
+        }
+    }
+    return {};
 }
 
-void RecordReader::readRest(PersonRecord &record, sqlite3_int64 person)
+RecordReader::Row RecordReader::rowOf(const QString &uid)
 {
-    for (; hasRowOf(person, m_emptyLists); advance(m_emptyLists)) {
-        if (const auto property = propertyNamed(textAt(m_emptyLists.statement.get(), 1)))
-            record.setValue(*property, ABMultiValue());
+    const std::string utf8 = uid.toStdString();
+    m_rowOfUid.bindNoCopy(1, utf8);
+    Row row;
+    if (m_rowOfUid.executeStep())
+        row = {m_rowOfUid.getColumn(0).getInt64(), std::string(bytesIn(m_rowOfUid.getColumn(1)))};
+    m_rowOfUid.reset(); // one left on its row would keep the connection's read transaction open
+    return row;
+}
+
+Result<PersonRecordPtr> RecordReader::personWithUid(const QString &uid)
+{
+    const Row row = rowOf(uid);
+    return row.id == 0 ? PersonRecordPtr() : finished(uid, m_reader.read(row.document));
+}
+
+Result<StoredRecord> RecordReader::person(qint64 id)
+{
+    m_rowOfId.tryReset(); // after a row that could not be read, too
+    m_rowOfId.bind(1, int64_t(id));
+    if (!m_rowOfId.executeStep())
+        return StoredRecord();
+    QString uid = textOfUtf8(bytesIn(m_rowOfId.getColumn(0)));
+    auto record = finished(uid, m_reader.read(bytesIn(m_rowOfId.getColumn(1))));
+    return record ? Result<StoredRecord>({std::move(uid), std::move(*record)}) : record.error();
+}
+
+Result<PersonRecordPtr> RecordReader::wholeRecord(const QString &uid, std::string_view document)
+{
+    auto person = m_reader.read(document);
+    if (person && !person->unknownKey.empty())
+        return Error{ErrorKind::Invalid,
+            uid % QStringLiteral(": a newer version of this program wrote \"") % textOfUtf8(person->unknownKey)
+                % QStringLiteral("\", which this one would lose")};
+    return finished(uid, std::move(person));
+}
+
+Result<PersonRecordPtr> RecordReader::finished(const QString &uid, Person person)
+{
+    if (!person)
+        return damaged(uid, person.error().text);
+    if (!person->pictureName.empty()) {
+        const QByteArray picture = pictureNamed(person->pictureName);
+        if (picture.isEmpty() && m_damage == Damage::Refuse)
+            return damaged(uid, QStringLiteral("its picture is missing"));
+        m_incompleteCount += picture.isEmpty() ? 1 : 0;
+        person->record->setImageData(picture);
     }
-    for (; hasRowOf(person, m_pictures); advance(m_pictures)) {
-        sqlite3_stmt *row = m_pictures.statement.get();
-        const void *bytes = sqlite3_column_blob(row, 1);
-        record.setImageData({static_cast<const char *>(bytes), sqlite3_column_bytes(row, 1)});
+    return PersonRecordPtr(std::move(person->record));
+}
+
+QByteArray RecordReader::pictureNamed(const std::string &name)
+{
+    m_picture.tryReset();
+    m_picture.bindNoCopy(1, name);
+    try {
+        if (!m_picture.executeStep())
+            return {};
+    } catch (const SQLite::Exception &) {
+        if (m_damage == Damage::Refuse)
+            throw;
+        return {};
     }
-    std::vector<KeptLine> lines;
-    for (; hasRowOf(person, m_cardLines); advance(m_cardLines)) {
-        sqlite3_stmt *row = m_cardLines.statement.get();
-        lines.push_back({textAt(row, 1), isNull(row, 2) ? QString() : textAt(row, 2)});
-    }
-    record.setKeptLines(std::move(lines));
+    const SQLite::Column column = m_picture.getColumn(0);
+    QByteArray bytes(static_cast<const char *>(column.getBlob()), column.getBytes());
+    m_picture.reset();
+    return bytes;
 }

@@ -2,68 +2,54 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/record/PersonRecord.h"
-#include "contacts/record/TextPool.h"
+#include "base/Result.h"
+#include "contacts/jsonl/RecordJsonReader.h"
 
-#include <sqlite3.h>
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
 
-#include <memory>
+#include <functional>
 
-/// Puts records together from the rows of all tables. It steps through them with SQLite's own calls: this is where
-/// opening a large address book spends its time, and a wrapper object a column would cost as much as the reading.
-///
-/// Errors are thrown as SQLite::Exception. One reader serves one connection and must be gone before it.
+/// What becomes of a person of whom a part cannot be read: an error, or one without that part.
+enum class Damage { Refuse, PassOver };
+
+/// Reads records of an address book file. Errors of SQLite are thrown as SQLite::Exception; what a document gets wrong
+/// is an Error of kind Invalid that names the person.
 class RecordReader
 {
 public:
-    /// Salvage is OnePerson in a damaged file: of a table that cannot be read, what was read of it until then counts.
-    enum class Scope { Everybody, OnePerson, Salvage };
+    explicit RecordReader(SQLite::Database &database, Damage damage = Damage::Refuse);
 
-    RecordReader(sqlite3 *database, Scope scope);
+    /// Hands over everybody in the order of adding, on this thread; documents are read on all processors. Inside one
+    /// transaction, or what is read may not belong together.
+    Result<void> everybody(const std::function<void(StoredRecord)> &take);
 
-    /// Scope::Everybody: the next person in the order of adding; a null record at the end. Run it to its end inside
-    /// one transaction, or what it reads may not belong together.
-    StoredRecord next();
-    /// The other scopes: a null record where there is no such person.
-    StoredRecord readPerson(sqlite3_int64 id);
-    /// Scope::Salvage: how many people were read with something missing.
+    struct Row
+    {
+        qint64 id = 0; ///< 0: there is no such person
+        std::string document;
+    };
+    Row rowOf(const QString &uid);
+    /// These two give a null record where there is no such person.
+    Result<PersonRecordPtr> personWithUid(const QString &uid);
+    Result<StoredRecord> person(qint64 id);
+    /// Damage::PassOver: how many people came without their picture.
     int incompleteCount() const { return m_incompleteCount; }
 
+    /// What somebody's document says. Invalid, too, when a later version of the program wrote something that this one
+    /// would lose.
+    Result<PersonRecordPtr> wholeRecord(const QString &uid, std::string_view document);
+
 private:
-    struct Finalizer
-    {
-        void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
-    };
-    using Statement = std::unique_ptr<sqlite3_stmt, Finalizer>;
+    struct Round;
+    Result<PersonRecordPtr> finished(const QString &uid, Result<RecordJsonReader::Person> person);
+    QByteArray pictureNamed(const std::string &name);
 
-    /// The rows of one table that belong to people, in their order.
-    struct Children
-    {
-        Statement statement;
-        sqlite3_int64 person = -1; ///< whose row the statement stands on; -1: not begun, or at the end
-    };
-
-    Statement prepare(const std::string &sql) const;
-    bool step(sqlite3_stmt *statement) const;
-    bool stepChildren(sqlite3_stmt *statement);
-    void advance(Children &children);
-    bool hasRowOf(sqlite3_int64 person, Children &children);
-    void begin(Children &children, sqlite3_int64 person);
-    StoredRecord readCurrentPerson();
-    void readPersonColumns(PersonRecord &record) const;
-    void readMultiValue(PersonRecord &record, ABProperty property, Children &children, sqlite3_int64 person);
-    ABDictionary readDictionary(sqlite3_stmt *row, ABProperty property);
-    void readRest(PersonRecord &record, sqlite3_int64 person);
-
-    sqlite3 *m_database;
-    Scope m_scope;
-    bool m_isIncomplete = false; // the person being read
+    SQLite::Database &m_database;
+    Damage m_damage;
     int m_incompleteCount = 0;
-    Statement m_people;
-    std::vector<std::pair<ABProperty, Children>> m_multiValues;
-    Children m_emptyLists;
-    Children m_pictures;
-    Children m_cardLines;
-    TextPool m_texts;
-    std::vector<ABMultiValue::Entry> m_entries; // reused from person to person
+    SQLite::Statement m_rowOfUid;
+    SQLite::Statement m_rowOfId;
+    SQLite::Statement m_picture;
+    RecordJsonReader m_reader;
 };

@@ -6,6 +6,7 @@
 #include "contacts/sqlite/PrivateCopy.h"
 #include "contacts/sqlite/RecordReader.h"
 #include "contacts/sqlite/Schema.h"
+#include "contacts/sqlite/Version1.h"
 
 #include <SQLiteCpp/Exception.h>
 #include <SQLiteCpp/Statement.h>
@@ -29,24 +30,21 @@ qint64 answer(SQLite::Database &database, const std::string &question)
     }
 }
 
-/// The highest id that anything in the file speaks of; no more than the file has room for.
-qint64 highestId(SQLite::Database &database, qint64 fileSize)
+/// Whatever in a file of one format speaks of people by their ids.
+std::vector<std::string> questionsForIds(bool isVersion1)
 {
-    qint64 highest = answer(database, "SELECT seq FROM sqlite_sequence WHERE name = 'person'");
-    highest = std::max(highest, answer(database, "SELECT max(id) FROM person"));
-    for (const ABProperty property : Schema::multiValues())
-        highest = std::max(highest, answer(database, "SELECT max(person) FROM " + Schema::tableOf(property)));
-    constexpr qint64 kLeastBytesOfPerson = 8;
-    return std::min(highest, fileSize / kLeastBytesOfPerson);
+    if (!isVersion1)
+        return {"SELECT id FROM contact INDEXED BY sqlite_autoindex_contact_1", "SELECT id FROM contact"};
+    std::vector<std::string> questions{"SELECT id FROM person INDEXED BY sqlite_autoindex_person_1"};
+    for (const std::string &table : Version1::tablesOfPeople())
+        questions.push_back("SELECT person FROM " + table);
+    return questions;
 }
 
-/// Everybody of whom the index of uids or a table of values speaks, as far as they can be read.
-QSet<qint64> mentionedIds(SQLite::Database &database)
+/// Everybody of whom the file speaks, as far as it can be read.
+QSet<qint64> mentionedIds(SQLite::Database &database, const std::vector<std::string> &questions)
 {
     QSet<qint64> ids;
-    std::vector<std::string> questions{"SELECT id FROM person INDEXED BY sqlite_autoindex_person_1"};
-    for (const ABProperty property : Schema::multiValues())
-        questions.push_back("SELECT person FROM " + Schema::tableOf(property));
     for (const std::string &question : questions) {
         try {
             SQLite::Statement rows(database, question);
@@ -56,6 +54,17 @@ QSet<qint64> mentionedIds(SQLite::Database &database)
         }
     }
     return ids;
+}
+
+/// The highest of them or of those that were given, but no more than the file has room for.
+qint64 highestId(SQLite::Database &database, const QSet<qint64> &mentioned, const std::string &table, qint64 fileSize)
+{
+    qint64 highest = answer(database, "SELECT seq FROM sqlite_sequence WHERE name = 'person'");
+    highest = std::max(highest, answer(database, "SELECT max(id) FROM " + table));
+    for (const qint64 id : mentioned)
+        highest = std::max(highest, id);
+    constexpr qint64 kLeastBytesOfPerson = 8;
+    return std::min(highest, fileSize / kLeastBytesOfPerson);
 }
 
 /// Gives a file that was cut short its length back: SQLite reads no page of it otherwise, and what is missing is then
@@ -77,25 +86,23 @@ void lengthen(const QString &path)
         file.resize(length);
 }
 
-Salvaged readPeople(SQLite::Database &database, qint64 fileSize)
+template <typename Reader> Salvaged readPeople(Reader &&reader, const QSet<qint64> &mentioned, qint64 last)
 {
     Salvaged salvaged;
-    const QSet<qint64> mentioned = mentionedIds(database);
-    RecordReader reader(database.getHandle(), RecordReader::Scope::Salvage);
     QSet<QString> uids;
-    for (qint64 id = 1, last = highestId(database, fileSize); id <= last; ++id) {
+    for (qint64 id = 1; id <= last; ++id) {
         try {
-            StoredRecord person = reader.readPerson(id);
-            if (!person.record) {
+            auto person = reader.person(id);
+            if (person && !person->record) {
                 salvaged.lost += mentioned.contains(id) ? 1 : 0; // else removed long ago
                 continue;
             }
-            if (person.uid.isEmpty() || uids.contains(person.uid)) {
+            if (!person || person->uid.isEmpty() || uids.contains(person->uid)) {
                 ++salvaged.lost;
                 continue;
             }
-            uids.insert(person.uid);
-            salvaged.people.push_back(std::move(person));
+            uids.insert(person->uid);
+            salvaged.people.push_back(std::move(*person));
         } catch (const SQLite::Exception &) {
             ++salvaged.lost;
         }
@@ -114,7 +121,11 @@ Result<Salvaged> salvagePeople(const QString &path)
     lengthen((*copy)->path());
     try {
         SQLite::Database database(QFile::encodeName((*copy)->path()).constData(), SQLite::OPEN_READWRITE);
-        Salvaged salvaged = readPeople(database, QFileInfo(path).size());
+        const bool isVersion1 = database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion;
+        const QSet<qint64> mentioned = mentionedIds(database, questionsForIds(isVersion1));
+        const qint64 last = highestId(database, mentioned, isVersion1 ? "person" : "contact", QFileInfo(path).size());
+        Salvaged salvaged = isVersion1 ? readPeople(Version1(database, Damage::PassOver), mentioned, last)
+                                       : readPeople(RecordReader(database, Damage::PassOver), mentioned, last);
         if (!salvaged.people.empty())
             return salvaged;
     } catch (const SQLite::Exception &exception) {

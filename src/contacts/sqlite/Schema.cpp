@@ -2,106 +2,86 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/sqlite/Schema.h"
 
+#include "contacts/record/ABProperties.h"
+
 namespace Schema {
 
 namespace {
 
-std::string toStd(QLatin1StringView text)
+constexpr const char *kTables =
+    "CREATE TABLE contact(id INTEGER PRIMARY KEY, uid TEXT NOT NULL UNIQUE, record TEXT NOT NULL, digest BLOB) STRICT;"
+    "CREATE TABLE image(hash TEXT PRIMARY KEY, bytes BLOB NOT NULL) STRICT;"
+    "CREATE TABLE save(revision INTEGER PRIMARY KEY AUTOINCREMENT, savedAt TEXT NOT NULL, cause TEXT, kind TEXT, "
+    "description TEXT) STRICT;"
+    "CREATE TABLE history(id INTEGER PRIMARY KEY AUTOINCREMENT, revision INTEGER NOT NULL REFERENCES save(revision), "
+    "uid TEXT NOT NULL, action TEXT NOT NULL CHECK (action IN ('added', 'changed', 'removed')), before TEXT, "
+    "afterHash INTEGER) STRICT;";
+
+std::string nameOf(QLatin1StringView name)
 {
-    return {text.data(), std::size_t(text.size())};
+    return {name.data(), std::size_t(name.size())};
 }
 
-std::string personTable()
+/// The value at a path of the JSON in @p column, as a column of that name.
+std::string valueAt(const std::string &column, const std::string &path, const std::string &name)
 {
-    std::string sql = "CREATE TABLE person(id INTEGER PRIMARY KEY AUTOINCREMENT, uid TEXT NOT NULL UNIQUE";
-    for (const auto &info : propertiesOfKind(ABPropertyKind::Text))
-        sql += ", " + toStd(info.name) + " TEXT";
-    const std::string birthday = toStd(propertyInfo(kABBirthdayProperty).name);
-    sql += ", " + birthday + " TEXT CHECK (" + birthday + " IS date(" + birthday + ", '+0 days'))";
-    sql += ", " + toStd(propertyInfo(kABPersonFlags).name) + " INTEGER";
-    return sql + ") STRICT;";
+    return ", " + column + " ->> '" + path + "' AS " + name;
 }
 
-std::string childTable(const std::string &name, const std::string &columns)
+std::string personView()
 {
-    return "CREATE TABLE " + name + "(person INTEGER NOT NULL REFERENCES person(id) ON DELETE CASCADE, "
-        + "position INTEGER NOT NULL, " + columns + ", PRIMARY KEY (person, position)) STRICT, WITHOUT ROWID;";
+    std::string sql = "CREATE VIEW person AS SELECT id, uid, record";
+    for (const auto kind : {ABPropertyKind::Text, ABPropertyKind::Date, ABPropertyKind::Integer}) {
+        for (const auto &info : propertiesOfKind(kind))
+            sql += valueAt("record", "$." + nameOf(info.name), nameOf(info.name));
+    }
+    return sql + " FROM contact;";
+}
+
+/// A view of the entries of a list; @p columns begin with a comma each.
+std::string entriesView(const std::string &view, const std::string &list, const std::string &columns)
+{
+    return "CREATE VIEW " + view + " AS SELECT contact.id AS person, entry.key AS position" + columns
+        + " FROM contact, json_each(contact.record, '$." + list + "') AS entry;";
+}
+
+std::string listView(const ABPropertyInfo &info)
+{
+    std::string columns = valueAt("entry.value", "$.label", "label");
+    if (info.kind == ABPropertyKind::MultiText)
+        columns += valueAt("entry.value", "$.value", "value");
+    for (const auto &key : keysOfProperty(info.property))
+        columns += valueAt("entry.value", "$.value." + nameOf(key.name), nameOf(key.name));
+    return entriesView(nameOf(info.name), nameOf(info.name), columns);
 }
 
 } // namespace
 
-std::string join(const std::vector<std::string> &words, const std::string &separator)
+std::string tables()
 {
-    std::string joined;
-    for (const auto &word : words)
-        joined += (joined.empty() ? "" : separator) + word;
-    return joined;
+    return kTables;
 }
 
-std::string tableOf(ABProperty multiValue)
+std::string views()
 {
-    return toStd(propertyInfo(multiValue).name);
-}
-
-std::vector<std::string> valueColumnsOf(ABProperty multiValue)
-{
-    if (propertyInfo(multiValue).kind == ABPropertyKind::MultiText)
-        return {"value"};
-    std::vector<std::string> columns;
-    for (const auto &info : keysOfProperty(multiValue))
-        columns.push_back(toStd(info.name));
-    return columns;
-}
-
-std::vector<std::string> personColumns()
-{
-    std::vector<std::string> columns;
-    for (const auto kind : {ABPropertyKind::Text, ABPropertyKind::Date, ABPropertyKind::Integer}) {
-        for (const auto &info : propertiesOfKind(kind))
-            columns.push_back(toStd(info.name));
-    }
-    return columns;
-}
-
-std::vector<ABProperty> multiValues()
-{
-    std::vector<ABProperty> properties;
+    std::string sql = personView();
     for (const auto kind : {ABPropertyKind::MultiText, ABPropertyKind::MultiDictionary}) {
         for (const auto &info : propertiesOfKind(kind))
-            properties.push_back(info.property);
+            sql += listView(info);
     }
-    return properties;
-}
-
-std::string creation()
-{
-    std::string sql = personTable();
-    for (const ABProperty property : multiValues()) {
-        const bool isText = propertyInfo(property).kind == ABPropertyKind::MultiText;
-        const std::string columns =
-            isText ? "value TEXT NOT NULL" : join(valueColumnsOf(property), " TEXT, ") + " TEXT";
-        sql += childTable(tableOf(property), "label TEXT, " + columns);
-    }
-    sql += "CREATE TABLE emptyList(person INTEGER NOT NULL REFERENCES person(id) ON DELETE CASCADE, "
-           "property TEXT NOT NULL, PRIMARY KEY (person, property)) STRICT, WITHOUT ROWID;";
-    sql += "CREATE TABLE picture(person INTEGER PRIMARY KEY REFERENCES person(id) ON DELETE CASCADE, "
-           "bytes BLOB NOT NULL) STRICT;";
-    sql += childTable("cardLine", "text TEXT NOT NULL, basis TEXT");
-    sql += "CREATE TABLE save(revision INTEGER PRIMARY KEY AUTOINCREMENT, savedAt TEXT NOT NULL, "
-           "cause TEXT, kind TEXT, description TEXT) STRICT;";
-    sql += "CREATE TABLE history(id INTEGER PRIMARY KEY AUTOINCREMENT, revision INTEGER NOT NULL REFERENCES "
-           "save(revision), "
-           "uid TEXT NOT NULL, action TEXT NOT NULL CHECK (action IN ('added', 'changed', 'removed')), "
-           "before TEXT, cardLinesBefore TEXT, afterHash INTEGER) STRICT;";
-    sql += "PRAGMA application_id = " + std::to_string(kApplicationId) + ";";
-    sql += "PRAGMA user_version = " + std::to_string(kVersion) + ";";
+    sql += entriesView(
+        "cardLine", "cardLines", valueAt("entry.value", "$[0]", "text") + valueAt("entry.value", "$[1]", "basis"));
+    sql += "CREATE VIEW emptyList AS SELECT contact.id AS person, entry.key AS property "
+           "FROM contact, json_each(contact.record) AS entry "
+           "WHERE entry.type = 'array' AND json_array_length(entry.value) = 0;";
+    sql += "CREATE VIEW picture AS SELECT contact.id AS person, hash, bytes "
+           "FROM contact JOIN image ON hash = record ->> '$.picture';";
     return sql;
 }
 
-std::string additionOfCauses()
+std::string versionMark()
 {
-    return "ALTER TABLE save ADD COLUMN cause TEXT; ALTER TABLE save ADD COLUMN kind TEXT; "
-           "ALTER TABLE save ADD COLUMN description TEXT; ALTER TABLE history ADD COLUMN afterHash INTEGER;";
+    return "PRAGMA user_version = " + std::to_string(kVersion) + ";";
 }
 
 } // namespace Schema

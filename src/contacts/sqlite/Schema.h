@@ -2,32 +2,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/record/ABProperties.h"
+#include <QtGlobal>
 
 #include <string>
-#include <vector>
 
 /// The tables of an address book file; docs/store.md tells what they mean.
 namespace Schema {
 
 /// Kept in the file's header (PRAGMA application_id, user_version) to know our files and their age by.
 inline constexpr quint32 kApplicationId = 0x50504E6B;
-inline constexpr int kVersion = 1;
+inline constexpr int kVersion = 2;
 
-/// All statements that make an empty address book.
-std::string creation();
-
-/// What a file of the earlier layout of version 1, without causes in its history, has to get.
-std::string additionOfCauses();
-
-std::string tableOf(ABProperty multiValue);
-/// The columns that hold an entry's value: "value", or the names of its dictionary's keys.
-std::vector<std::string> valueColumnsOf(ABProperty multiValue);
-/// The columns of `person` that hold properties, in the order of ABProperty.
-std::vector<std::string> personColumns();
-/// All properties with a table of their own, in the order of ABProperty.
-std::vector<ABProperty> multiValues();
-
-std::string join(const std::vector<std::string> &words, const std::string &separator);
+/// The statements that make the tables of an empty address book.
+std::string tables();
+/// Those that make the views by which a person with a shell reads them; the program never does.
+std::string views();
+/// The one that marks the file as of this version.
+std::string versionMark();
 
 } // namespace Schema

@@ -6,6 +6,7 @@
 #include "contacts/sqlite/AddressBookFile.h"
 #include "contacts/sqlite/HistoryTable.h"
 #include "contacts/sqlite/RecordWriter.h"
+#include "contacts/sqlite/Schema.h"
 
 #include <SQLiteCpp/Transaction.h>
 
@@ -26,14 +27,6 @@ constexpr std::size_t kLargeCommit = 1000;
 
 /// After how many commits the history is looked through for what has become too old; the first one of a run does too.
 constexpr int kCommitsPerPruning = 256;
-
-/// A connection to a file of the present layout.
-SQLite::Database connectUpToDate(const QString &path)
-{
-    SQLite::Database database = AddressBookFile::connect(path);
-    HistoryTable::addMissingColumns(database);
-    return database;
-}
 
 /// Which file has a name, whatever happens to the name afterwards; none: all zero.
 struct FileOnDisk
@@ -77,26 +70,22 @@ private:
 class SqliteStore::Private
 {
 public:
-    Private(QString filePath, Clock theClock)
+    Private(QString filePath, Clock theClock, SQLite::Database &&database)
         : path(std::move(filePath))
         , clock(std::move(theClock))
-        , connection(std::make_unique<Connection>(path))
+        , connection(std::make_unique<Connection>(std::move(database)))
         , book(FileOnDisk::named(path))
         , log(FileOnDisk::named(logName()))
     { }
 
     struct Connection
     {
-        explicit Connection(const QString &path)
-            : database(connectUpToDate(path))
-            , reader(database.getHandle(), RecordReader::Scope::Everybody)
-            , personReader(database.getHandle(), RecordReader::Scope::OnePerson)
-            , writer(database)
+        explicit Connection(SQLite::Database &&opened)
+            : database(std::move(opened)), reader(database), writer(database, reader)
         { }
 
         SQLite::Database database;
         RecordReader reader;
-        RecordReader personReader;
         RecordWriter writer;
     };
 
@@ -106,6 +95,8 @@ public:
     /// Changes with every commit of another connection, never with our own. Inside a transaction: as of its begin.
     qint64 dataVersion() { return scalar("PRAGMA data_version"); }
 
+    /// What is said of a person who cannot be read, with the file's name.
+    Error damage(const Error &error) const { return {error.kind, path % QStringLiteral(": ") % error.text}; }
     QString logName() const { return path % QStringLiteral("-wal"); }
     bool hasItsFiles() const { return book == FileOnDisk::named(path) && log == FileOnDisk::named(logName()); }
     Result<void> reopenIfLogIsGone();
@@ -138,7 +129,7 @@ Result<void> SqliteStore::Private::reopenIfLogIsGone()
     if (connection)
         sqlite3_db_config(database().getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     connection.reset(); // first: connections of one process share what they know of a log
-    connection = std::make_unique<Connection>(path);
+    connection = std::make_unique<Connection>(AddressBookFile::connect(path));
     log = FileOnDisk::named(logName());
     seenDataVersion = -1;
     if (watcher)
@@ -159,7 +150,7 @@ QString SqliteStore::defaultPath()
         % QStringLiteral("/peoplenook/addressbook.sqlite");
 }
 
-Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Clock clock)
+Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Clock clock, Migration::Backup ofOldFormat)
 {
     // A link is followed once and for all, so that replacing an empty file never replaces the link.
     const QString canonical = QFileInfo(path).canonicalFilePath();
@@ -172,11 +163,17 @@ Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Cloc
     if (auto checked = AddressBookFile::check(file); !checked)
         return checked.error();
     try {
-        auto opened = std::make_unique<Private>(file, std::move(clock));
+        SQLite::Database database = AddressBookFile::connect(file);
         // The version in the file's header may be older than the one in its write-ahead log.
-        const auto version = int(opened->scalar("PRAGMA user_version"));
+        const int version = database.execAndGet("PRAGMA user_version").getInt();
         if (auto known = AddressBookFile::checkVersion(version, file); !known)
             return known.error();
+        if (version < Schema::kVersion) {
+            qCInfo(lcStore).noquote() << file % QStringLiteral(": is brought to the present format");
+            if (auto migrated = Migration::migrate(database, file, ofOldFormat); !migrated)
+                return migrated.error();
+        }
+        auto opened = std::make_unique<Private>(file, std::move(clock), std::move(database));
         return std::unique_ptr<SqliteStore>(new SqliteStore(std::move(opened)));
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, file);
@@ -196,13 +193,11 @@ Result<std::vector<StoredRecord>> SqliteStore::loadAll()
         // One read transaction, so that all tables are seen as they were at one moment.
         SQLite::Transaction transaction(d->database());
         std::vector<StoredRecord> people;
-        people.reserve(std::size_t(d->scalar("SELECT count(*) FROM person")));
-        while (true) {
-            StoredRecord person = d->connection->reader.next();
-            if (!person.record)
-                break;
-            people.push_back(std::move(person));
-        }
+        people.reserve(std::size_t(d->scalar("SELECT count(*) FROM contact")));
+        const auto read =
+            d->connection->reader.everybody([&people](StoredRecord person) { people.push_back(std::move(person)); });
+        if (!read)
+            return d->damage(read.error());
         d->seenHistory = d->newestHistory();
         d->seenDataVersion = d->dataVersion();
         transaction.commit();
@@ -237,8 +232,8 @@ Result<void> SqliteStore::Private::commitOnce(const std::vector<RecordChange> &c
     const bool othersWereFirst = newestHistory() != seenHistory;
     connection->writer.beginSave(HistoryTable::timeText(now));
     for (const auto &change : changes) {
-        if (!connection->writer.apply(change))
-            return Error{ErrorKind::Conflict, change.uid % QStringLiteral(": changed by another program meanwhile")};
+        if (auto applied = connection->writer.apply(change); !applied)
+            return applied;
     }
     if (commits++ % kCommitsPerPruning == 0)
         HistoryTable::prune(database(), now);
@@ -259,16 +254,14 @@ Result<std::vector<OutsideChange>> SqliteStore::takeChangesFromOutside()
         if (dataVersion == d->seenDataVersion)
             return std::vector<OutsideChange>();
         std::vector<OutsideChange> changes;
-        SQLite::Statement touched(d->database(),
-            "SELECT history.uid, person.id FROM (SELECT uid, min(id) AS first FROM history WHERE id > ? GROUP BY uid) "
-            "AS history "
-            "LEFT JOIN person USING (uid) ORDER BY first");
+        SQLite::Statement touched(d->database(), "SELECT uid FROM history WHERE id > ? GROUP BY uid ORDER BY min(id)");
         touched.bind(1, int64_t(d->seenHistory));
         while (touched.executeStep()) {
             const QString uid = textOfUtf8(touched.getColumn(0).getString());
-            const bool isThere = !touched.getColumn(1).isNull();
-            changes.push_back({uid,
-                isThere ? d->connection->personReader.readPerson(touched.getColumn(1).getInt64()).record : nullptr});
+            const auto now = d->connection->reader.personWithUid(uid);
+            if (!now)
+                return d->damage(now.error());
+            changes.push_back({uid, *now});
         }
         const qint64 newest = d->newestHistory();
         transaction.commit();
@@ -309,7 +302,7 @@ Result<ChangeStep> SqliteStore::historyStep(const QString &causeId)
         if (auto ready = d->reopenIfLogIsGone(); !ready)
             return ready.error();
         SQLite::Transaction transaction(d->database()); // what a change left is looked up in several tables
-        return HistoryTable::step(d->database(), d->connection->personReader, causeId);
+        return HistoryTable::step(d->database(), d->connection->reader, causeId);
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, d->path);
     }

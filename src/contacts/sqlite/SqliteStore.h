@@ -3,6 +3,7 @@
 #pragma once
 
 #include "contacts/AddressBookStore.h"
+#include "contacts/sqlite/Migration.h"
 
 #include <memory>
 
@@ -15,8 +16,10 @@ public:
     /// Opens the address book, or makes an empty one where there is no file or an empty one. A new file is readable
     /// by its owner only; missing folders are made. Refused, with the file as it was:
     /// Invalid: a folder, no address book, a damaged one, one written by a newer version of the program;
-    /// ReadOnly: it may not be read and written; Io: it cannot be made.
-    static Result<std::unique_ptr<SqliteStore>> open(const QString &path, Clock clock = currentTime);
+    /// ReadOnly: it may not be read and written; Io: it cannot be made. A file of an earlier format is brought to the
+    /// present one first.
+    static Result<std::unique_ptr<SqliteStore>> open(
+        const QString &path, Clock clock = currentTime, Migration::Backup ofOldFormat = Migration::Backup::Keep);
     /// Where the user's address book is if he names none: in the user's data folder (XDG Base Directory).
     static QString defaultPath();
     ~SqliteStore() override;
