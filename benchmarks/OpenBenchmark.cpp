@@ -3,59 +3,94 @@
 #include "GeneratedBook.h"
 #include "contacts/ABAddressBook.h"
 #include "contacts/sqlite/SqliteStore.h"
+#include "version1/Tables.h"
+#include "version1/Version1Reader.h"
 
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>
+#include <simdjson.h>
 #include <sqlite3.h>
 
-#include <array>
-
-// Opening an address book against stepping through the same rows with bare SQLite calls that fetch every column.
+// Opening an address book against the least that could be done to read it, on one thread (run the program on one
+// processor for a fair comparison), and against how address books of format 1 were read.
 
 namespace {
 
-constexpr std::array kTables{"person", "email", "phone", "urls", "relatedNames", "address", "instantMessage",
-    "socialProfile", "emptyList", "picture", "cardLine"};
+namespace ondemand = simdjson::ondemand;
 
-void stepThrough(sqlite3 *database, const char *table, benchmark::State &state)
+void takeTexts(ondemand::value value, std::vector<QString> &texts)
 {
-    const std::string order = std::string(table) == "person" ? " ORDER BY id" : " ORDER BY person";
-    sqlite3_stmt *statement = nullptr;
-    sqlite3_prepare_v2(database, ("SELECT * FROM " + std::string(table) + order).c_str(), -1, &statement, nullptr);
-    const int columns = sqlite3_column_count(statement);
-    while (sqlite3_step(statement) == SQLITE_ROW) {
-        for (int column = 0; column < columns; ++column) {
-            if (sqlite3_column_type(statement, column) == SQLITE_INTEGER)
-                benchmark::DoNotOptimize(sqlite3_column_int64(statement, column));
-            else
-                benchmark::DoNotOptimize(sqlite3_column_text(statement, column));
-            benchmark::DoNotOptimize(sqlite3_column_bytes(statement, column));
-        }
+    if (value.type() == ondemand::json_type::object) {
+        for (auto field : value.get_object())
+            takeTexts(field.value(), texts);
+    } else if (value.type() == ondemand::json_type::array) {
+        for (auto element : value.get_array())
+            takeTexts(element.value(), texts);
+    } else if (value.type() == ondemand::json_type::string) {
+        const std::string_view text = value.get_string();
+        texts.push_back(QString::fromUtf8(text.data(), qsizetype(text.size())));
     }
-    if (sqlite3_finalize(statement) != SQLITE_OK)
-        state.SkipWithError("reading failed");
 }
 
-void bareSqlite(benchmark::State &state)
+/// All rows stepped through, and all texts of their documents made into QStrings.
+void bareParse(benchmark::State &state)
 {
     const std::string path = generatedBook(state.range(0)).toStdString();
     for (auto _ : state) {
         sqlite3 *database = nullptr;
+        sqlite3_stmt *rows = nullptr;
         sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
-        for (const char *table : kTables)
-            stepThrough(database, table, state);
+        sqlite3_prepare_v2(database, "SELECT uid, record FROM contact ORDER BY id", -1, &rows, nullptr);
+        std::vector<std::vector<QString>> people;
+        ondemand::parser parser;
+        while (sqlite3_step(rows) == SQLITE_ROW) {
+            std::vector<QString> &texts = people.emplace_back();
+            texts.push_back(QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(rows, 0))));
+            const simdjson::padded_string json(reinterpret_cast<const char *>(sqlite3_column_text(rows, 1)),
+                std::size_t(sqlite3_column_bytes(rows, 1)));
+            ondemand::document document = parser.iterate(json);
+            for (auto field : document.get_object())
+                takeTexts(field.value(), texts);
+        }
+        sqlite3_finalize(rows);
         sqlite3_close(database);
+        state.PauseTiming();
+        people = {};
+        state.ResumeTiming();
     }
 }
 
-void openAddressBook(benchmark::State &state)
+class Version1Store : public AddressBookStore
 {
-    const QString path = generatedBook(state.range(0));
+public:
+    explicit Version1Store(const QString &path) : m_database(path.toStdString()) { }
+    Result<std::vector<StoredRecord>> loadAll() override
+    {
+        std::vector<StoredRecord> people;
+        people.reserve(std::size_t(m_database.execAndGet("SELECT count(*) FROM person").getInt64()));
+        Version1Reader reader(m_database.getHandle());
+        for (StoredRecord person = reader.next(); person.record; person = reader.next())
+            people.push_back(std::move(person));
+        return people;
+    }
+    Result<void> commit(const std::vector<RecordChange> &) override { return Error(); }
+    Result<std::vector<OutsideChange>> takeChangesFromOutside() override { return Error(); }
+    Result<std::vector<ChangeSummary>> history() override { return Error(); }
+    Result<ChangeStep> historyStep(const QString &) override { return Error(); }
+    bool canWrite() const override { return false; }
+    QString name() const override { return {}; }
+
+private:
+    SQLite::Database m_database;
+};
+
+template <typename OpenStore> void open(benchmark::State &state, OpenStore openStore)
+{
     double bytes = 0;
     for (auto _ : state) {
         const std::size_t before = ::mallinfo2().uordblks + ::mallinfo2().hblkhd;
-        auto book = ABAddressBook::open(std::move(*SqliteStore::open(path)));
+        auto book = ABAddressBook::open(openStore());
         state.PauseTiming();
         bytes = double(::mallinfo2().uordblks + ::mallinfo2().hblkhd - before);
         book = Error();
@@ -64,7 +99,20 @@ void openAddressBook(benchmark::State &state)
     state.counters["bytes_per_contact"] = bytes / double(state.range(0));
 }
 
-BENCHMARK(bareSqlite)->Arg(100'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(openAddressBook)->Arg(100'000)->Unit(benchmark::kMillisecond);
+void openAddressBook(benchmark::State &state)
+{
+    const QString path = generatedBook(state.range(0));
+    open(state, [&path] { return std::move(*SqliteStore::open(path)); });
+}
+
+void openVersion1(benchmark::State &state)
+{
+    const QString path = generatedTables(state.range(0));
+    open(state, [&path] { return std::make_unique<Version1Store>(path); });
+}
+
+BENCHMARK(bareParse)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(openAddressBook)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(openVersion1)->Arg(100'000)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace

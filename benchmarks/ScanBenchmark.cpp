@@ -3,6 +3,7 @@
 #include "GeneratedBook.h"
 #include "contacts/MemoryStore.h"
 #include "scan/ScanAddressBook.h"
+#include "version1/Tables.h"
 
 #include <benchmark/benchmark.h>
 
@@ -27,7 +28,7 @@ public:
 
 void scanInSql(benchmark::State &state)
 {
-    const QString path = generatedBook(state.range(0));
+    const QString path = generatedTables(state.range(0));
     for (auto _ : state) {
         QProcess shell;
         shell.setStandardInputFile(QStringLiteral(CONDITIONS_SQL));

@@ -1,4 +1,4 @@
--- The thirteen conditions in SQL, as a reader of the address book's tables would write them.
+-- The thirteen conditions in SQL, on tables with a row for each value.
 SELECT 'SingleName', uid FROM person
 WHERE (firstName IS NULL) <> (lastName IS NULL) AND coalesce(flags, 0) <> 1;
 

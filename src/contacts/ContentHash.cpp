@@ -6,16 +6,17 @@
 
 namespace {
 
-class ContentHash
+/// What is hashed, one behind the other, so that texts cannot run into each other.
+class Content
 {
 public:
     void add(const QString &text)
     {
         const QByteArray utf8 = text.toUtf8();
         add(quint64(text.isNull() ? 0 : utf8.size() + 1));
-        m_hash.addData(utf8);
+        m_bytes += utf8;
     }
-    void add(quint64 number) { m_hash.addData(QByteArrayView(reinterpret_cast<const char *>(&number), sizeof number)); }
+    void add(quint64 number) { m_bytes.append(reinterpret_cast<const char *>(&number), sizeof number); }
     void add(const ABMultiValue &value)
     {
         for (const auto &entry : value.entries()) {
@@ -30,38 +31,38 @@ public:
             }
         }
     }
-    QByteArray result() const { return m_hash.result(); }
+    QByteArray hash() const { return QCryptographicHash::hash(m_bytes, QCryptographicHash::Sha1); }
 
 private:
-    QCryptographicHash m_hash{QCryptographicHash::Sha1};
+    QByteArray m_bytes;
 };
 
 } // namespace
 
 QByteArray contentHash(const PersonRecord &record)
 {
-    ContentHash hash;
+    Content content;
     for (const auto &info : allProperties()) {
-        const auto id = [&] { hash.add(quint64(info.id)); };
+        const auto id = [&] { content.add(quint64(info.id)); };
         const bool isText = info.kind == ABPropertyKind::Text;
         const bool isList = info.kind == ABPropertyKind::MultiText || info.kind == ABPropertyKind::MultiDictionary;
         if (const QString *text = isText ? record.text(info.property) : nullptr) {
             id();
-            hash.add(*text);
+            content.add(*text);
         } else if (const ABMultiValue *list = isList ? record.multiValue(info.property) : nullptr) {
             id();
-            hash.add(*list);
+            content.add(*list);
         } else if (info.kind == ABPropertyKind::Date && record.birthday()) {
             id();
-            hash.add(quint64(record.birthday()->toJulianDay()));
+            content.add(quint64(record.birthday()->toJulianDay()));
         } else if (info.kind == ABPropertyKind::Integer && record.flags()) {
             id();
-            hash.add(quint64(*record.flags()));
+            content.add(quint64(*record.flags()));
         }
     }
     if (const QByteArray *image = record.imageData())
-        hash.add(QString::fromLatin1(image->toBase64()));
+        content.add(QString::fromLatin1(image->toBase64()));
     for (const auto &line : record.keptLines())
-        hash.add(line.text);
-    return hash.result();
+        content.add(line.text);
+    return content.hash();
 }
