@@ -65,6 +65,12 @@ ABAddressBook::~ABAddressBook()
     }
 }
 
+void ABAddressBook::close()
+{
+    const std::scoped_lock lock(m_storeMutex);
+    m_store.reset();
+}
+
 Result<std::shared_ptr<ABAddressBook>> ABAddressBook::open(std::unique_ptr<AddressBookStore> store)
 {
     const std::shared_ptr<ABAddressBook> book(new ABAddressBook(std::move(store)));

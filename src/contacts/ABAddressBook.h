@@ -31,6 +31,9 @@ public:
     /// Reads everything; the error is the store's.
     static Result<std::shared_ptr<ABAddressBook>> open(std::unique_ptr<AddressBookStore> store);
     ~ABAddressBook();
+    /// Gives up the store with its files and locks, for a program that is about to end. The people stay; nothing that
+    /// asks the store may be called any more.
+    void close();
 
     /// The address book of this program; null until one was set.
     static std::shared_ptr<ABAddressBook> sharedAddressBook();
@@ -116,7 +119,7 @@ private:
     const std::unordered_map<QString, ABPersonPtr> &uidIndex() const;
     bool hasUid(const QString &uid);
 
-    const std::unique_ptr<AddressBookStore> m_store;
+    std::unique_ptr<AddressBookStore> m_store; // null after close()
     const std::shared_ptr<PendingChanges> m_pending;
     SaveRunner m_saveRunner; // empty: none
     std::mutex m_storeMutex; // held around calls of the store, never while m_mutex is wanted by a reader
