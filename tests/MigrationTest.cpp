@@ -32,7 +32,7 @@ private:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    /// The kept file in a place of its own, with nothing beside it.
+    /// The kept file alone in the folder.
     void makeBook(const QString &name)
     {
         for (const QString &file : QDir(m_folder.path()).entryList(QDir::Files))
@@ -129,7 +129,7 @@ private Q_SLOTS:
             [](const StoredRecord &each) { return *each.record; }));
     }
 
-    /// Whoever is salvaged as whole is as he was.
+    /// People who are salvaged as whole are as they were.
     void whatIsLeftOfADamagedFileIsSalvaged_data() { addKeptFiles(); }
     void whatIsLeftOfADamagedFileIsSalvaged()
     {

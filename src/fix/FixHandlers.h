@@ -26,5 +26,5 @@ FixOutcome processBlankNameContacts(const Finding &finding, const QString &optio
 
 /// Works on everybody in the address book who has the person's name key at that moment, whatever the scan found.
 FixOutcome processDuplicateContact(const Finding &finding, const QString &option, AlertPanel &alertPanel);
-/// Works on the people whom the scan found to share the address; a merge leaves out those who were removed since.
+/// Works on the people whom the scan found to share the address.
 FixOutcome processShareEmailContacts(const Finding &finding, const QString &option, AlertPanel &alertPanel);

@@ -236,7 +236,6 @@ QList<ABPersonPtr> peopleToMerge(const Finding &finding)
         return peopleNamedLike(*finding.person);
     QList<ABPersonPtr> people = finding.duplicateEmailArray;
     people += finding.person;
-    // What was merged before would be there twice.
-    people.removeIf([](const ABPersonPtr &person) { return person->isRemoved(); });
-    return people.size() < 2 || finding.person->isRemoved() ? QList<ABPersonPtr>() : people;
+    // Merged or deleted before: another merge would bring the person back.
+    return finding.person->isRemoved() ? QList<ABPersonPtr>() : people;
 }

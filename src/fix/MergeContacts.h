@@ -13,6 +13,6 @@
 /// with labels of the user's own that no field shows, the picture, the flags; and a mother becomes a mobile number.
 ABPersonPtr mergeContacts(const QList<ABPersonPtr> &people);
 
-/// Whom the repair makes one, in the order of the merge: for ShareEmail the others and then the person, otherwise
-/// peopleNamedLike(). Nobody when there are not two of them, as those who were removed are left out.
+/// The people whom the repair makes one, in the order of the merge: for ShareEmail the others, even those who were
+/// removed since, and then the person; otherwise peopleNamedLike(). Empty where the person itself was removed.
 QList<ABPersonPtr> peopleToMerge(const Finding &finding);

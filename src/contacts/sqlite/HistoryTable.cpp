@@ -14,7 +14,7 @@ namespace HistoryTable {
 
 namespace {
 
-/// Saves of the first programs have no cause; each is one of its own.
+/// Saves of the first programs have no cause; each is a step by itself.
 const QString kSavePrefix = QStringLiteral("save-");
 
 /// What groups the rows of `save`.
