@@ -23,8 +23,8 @@ using PeopleSnapshot = std::shared_ptr<const std::vector<PersonSnapshot>>;
 
 /// The people of one address book, all in memory, with the changes that are not saved yet.
 ///
-/// May be used from any thread. People are in the store's order; new ones come last, and a person whose removal is taken
-/// back returns to its place. A person keeps its identity as long as the address book lives.
+/// May be used from any thread. People are in the store's order; new ones come last, and a person whose removal is
+/// taken back returns to its place. A person keeps its identity as long as the address book lives.
 class ABAddressBook
 {
 public:
