@@ -3,6 +3,9 @@
 #include "contacts/ContentHash.h"
 
 #include <QCryptographicHash>
+#include <QStringEncoder>
+
+#include <cstring>
 
 namespace {
 
@@ -10,11 +13,19 @@ namespace {
 class Content
 {
 public:
+    Content()
+    {
+        constexpr qsizetype kUsualSize = 2048;
+        m_bytes.reserve(kUsualSize);
+    }
     void add(const QString &text)
     {
-        const QByteArray utf8 = text.toUtf8();
-        add(quint64(text.isNull() ? 0 : utf8.size() + 1));
-        m_bytes += utf8;
+        add(quint64(0)); // the place of the size
+        const qsizetype begin = m_bytes.size();
+        m_bytes.resize(begin + m_encoder.requiredSpace(text.size()));
+        m_bytes.truncate(m_encoder.appendToBuffer(m_bytes.data() + begin, text) - m_bytes.constData());
+        const quint64 size = text.isNull() ? 0 : quint64(m_bytes.size() - begin) + 1;
+        std::memcpy(m_bytes.data() + begin - qsizetype(sizeof size), &size, sizeof size);
     }
     void add(quint64 number) { m_bytes.append(reinterpret_cast<const char *>(&number), sizeof number); }
     void add(const ABMultiValue &value)
@@ -35,6 +46,7 @@ public:
 
 private:
     QByteArray m_bytes;
+    QStringEncoder m_encoder{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
 };
 
 } // namespace

@@ -77,10 +77,11 @@ QDate dateFrom(std::string_view key, std::string_view text)
     return date;
 }
 
-/// Parts that many people share; a street or an account is as good as unique and not worth looking up.
+/// Parts that many people share; the others are nearly unique and not worth looking up.
 bool isCommon(ABKey key)
 {
-    return key != ABKey::AddressStreet && key != ABKey::InstantMessageUsername && key != ABKey::SocialProfileUsername;
+    return key != ABKey::AddressStreet && key != ABKey::AddressZip && key != ABKey::InstantMessageUsername
+        && key != ABKey::SocialProfileUsername;
 }
 
 // Keys of an object beside the properties, as places in the set of those that were met.
