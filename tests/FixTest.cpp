@@ -2,14 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/FailingStore.h"
 #include "contacts/MemoryStore.h"
-#include "contacts/sqlite/SqliteStore.h"
 #include "results/ConditionGroups.h"
 #include "support/Answers.h"
 #include "support/LogLines.h"
 #include "support/TestPeople.h"
 
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 /// What each repair does to the address book, and what it asks of the tree.
@@ -269,65 +266,6 @@ private Q_SLOTS:
         const FixOutcome outcome = fix(findingIn(*book, condition), QLatin1StringView(option.toLatin1()));
         QCOMPARE(log.take(), lines);
         QCOMPARE(outcome.error.has_value(), fails);
-    }
-
-    void nothingIsLostWhenSavesFail()
-    {
-        // On a real file: whoever is not in it any more stands in its history.
-        const QTemporaryDir folder;
-        int files = 0;
-        for (const ConditionGroup &group : conditionGroups()) {
-            for (const QLatin1StringView option : optionGroupInfo(group.optionGroup).titles) {
-                for (int failAt = 2, calls = 2; failAt <= calls; ++failAt) {
-                    const QString path = folder.filePath(QString::number(++files));
-                    const QSet<QString> uids = makeFile(path);
-                    auto store = std::make_unique<FailingStore>(std::move(*SqliteStore::open(path)), failAt);
-                    const FailingStore &failing = *store;
-                    const auto book = *ABAddressBook::open(std::move(store));
-                    ABAddressBook::setSharedAddressBook(book);
-                    const FixOutcome outcome = fix(findingIn(*book, group.condition), option);
-                    calls = std::max(calls, failing.callCount());
-                    const bool changed = !outcome.editsInContacts;
-                    QVERIFY2(!changed || outcome.error || !book->hasUnsavedChanges(), option.data());
-
-                    const QSet<QString> known =
-                        uidsOnDisk(path, u("person")) + uidsOnDisk(path, u("history WHERE action = 'removed'"));
-                    QVERIFY2(known.contains(uids), qPrintable(QString(option) + u(" %1").arg(failAt)));
-                    // The store works again: what is pending goes through, a merged person too.
-                    QVERIFY(book->save());
-                    if (outcome.added)
-                        QVERIFY(uidsOnDisk(path, u("person")).contains(outcome.added->uniqueId()));
-                    ABAddressBook::setSharedAddressBook(nullptr);
-                }
-            }
-        }
-    }
-
-private:
-    static QSet<QString> makeFile(const QString &path)
-    {
-        std::vector<RecordChange> changes;
-        QSet<QString> uids;
-        for (const char *uid : {"a", "b", "c"}) {
-            const QByteArray json =
-                "{'firstName':'A ','title':'t','suffix':'s','note':' ','nickname':' ','email':[{'value':'x'},"
-                "{'value':'x'}],'phone':[{'value':'1'},{'value':'1'}],'address':[{'value':{}},{'value':{}}]}";
-            changes.push_back({u(uid), nullptr, recordFromText(json).record});
-            uids += u(uid);
-        }
-        const auto store = SqliteStore::open(path);
-        if (!store || !(*store)->commit(changes))
-            qFatal("no address book could be made");
-        return uids;
-    }
-
-    static QSet<QString> uidsOnDisk(const QString &path, const QString &table)
-    {
-        QProcess shell;
-        shell.start(u("sqlite3"), {u("-readonly"), path, u("SELECT uid FROM ") + table});
-        shell.waitForFinished();
-        const QStringList lines = QString::fromUtf8(shell.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
-        return {lines.begin(), lines.end()};
     }
 };
 

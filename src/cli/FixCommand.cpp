@@ -82,7 +82,7 @@ void print(const Task &task, const CommandContext &context)
         return;
     }
     context.report(task.node->person()->uniqueId() % QStringLiteral(": not saved: ") % task.outcome.error->text);
-    if (task.outcome.added && !task.outcome.removed.isEmpty())
+    if (task.outcome.error->kind == ErrorKind::Conflict && task.outcome.added && !task.outcome.removed.isEmpty())
         context.report(task.node->person()->uniqueId()
             % QStringLiteral(": the merge is incomplete; the address book's history holds whoever was removed"));
 }

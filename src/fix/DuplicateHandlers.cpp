@@ -11,12 +11,11 @@
 
 namespace {
 
-/// Removes each of them in a save of its own; what one save could not write, the next one may.
-void removeOneByOne(const QList<ABPersonPtr> &people, RepairSteps &steps)
+/// The saves and lines that follow the removals one by one. The whole repair is pending before the first of them, which
+/// writes all of it at once: a program that is killed leaves everybody as before or the repair complete.
+void saveForEachRemoved(const FixOutcome &outcome, RepairSteps &steps)
 {
-    for (const auto &person : people) {
-        if (!steps.removeRecord(person))
-            continue;
+    for (qsizetype i = 0; i < outcome.removed.size(); ++i) {
         qCDebug(lcFix, "删除重复的联系人成功");
         if (steps.save())
             qCDebug(lcFix, "提交数据库成功");
@@ -31,10 +30,13 @@ FixOutcome mergeNamesakes(const Finding &finding)
         return outcome;
     const ABPersonPtr merged = mergeContacts(namesakes);
     RepairSteps steps(outcome);
-    removeOneByOne(namesakes, steps);
-    if (!steps.addRecord(merged))
+    for (const auto &person : namesakes)
+        steps.removeRecord(person);
+    if (steps.addRecord(merged))
+        outcome.added = merged;
+    saveForEachRemoved(outcome, steps);
+    if (!outcome.added)
         return outcome;
-    outcome.added = merged;
     qCDebug(lcFix, "添加联系人成功");
     if (steps.save()) {
         qCDebug(lcFix, "提交数据库成功");
@@ -51,11 +53,12 @@ FixOutcome deleteLaterNamesakes(const Finding &finding)
     if (namesakes.isEmpty())
         return outcome;
     outcome.removesNode = true;
-    const QList<ABPersonPtr> later = namesakes.mid(1);
-    for (const auto &person : later)
-        outcome.sweptUids += person->uniqueId();
     RepairSteps steps(outcome);
-    removeOneByOne(later, steps);
+    for (const auto &person : namesakes.mid(1)) {
+        outcome.sweptUids += person->uniqueId();
+        steps.removeRecord(person);
+    }
+    saveForEachRemoved(outcome, steps);
     return outcome;
 }
 

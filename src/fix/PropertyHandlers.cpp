@@ -66,9 +66,12 @@ FixOutcome fillMissingNames(const Finding &finding)
 {
     FixOutcome outcome;
     RepairSteps steps(outcome);
-    for (const ABProperty name : {kABFirstNameProperty, kABLastNameProperty}) {
-        if (!fillMissingName(*finding.person, name))
-            continue;
+    const PersonRecordPtr record = finding.person->record();
+    const int missing = (record->text(kABFirstNameProperty) ? 0 : 1) + (record->text(kABLastNameProperty) ? 0 : 1);
+    for (int save = 0; save < missing; ++save) {
+        // The first save writes both; the next one what a conflict made it give up.
+        fillMissingName(*finding.person, kABFirstNameProperty);
+        fillMissingName(*finding.person, kABLastNameProperty);
         steps.addRecord(finding.person);
         if (steps.save())
             qCDebug(lcFix, "保存成功");
