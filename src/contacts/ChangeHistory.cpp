@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/ChangeHistory.h"
 
+#include <algorithm>
+
 void ChangeSummary::count(const RecordedChange &change)
 {
     ++(!change.before ? added : change.after || change.afterIsLost ? changed : removed);
@@ -12,9 +14,13 @@ Error noSuchCause(const QString &causeId)
     return {ErrorKind::NotFound, causeId % QStringLiteral(": the history holds no such change")};
 }
 
-bool isForgotten(const QDateTime &savedAt, std::size_t place, const QDateTime &now)
+bool Forgetting::isForgotten(const QDateTime &savedAt)
 {
-    return place >= kHistoryCount && savedAt.addDuration(kHistoryAge) < now;
+    using std::chrono::milliseconds;
+    constexpr milliseconds kLongestPause = std::chrono::days(1);
+    m_age += std::clamp(milliseconds(savedAt.msecsTo(m_newer)), milliseconds(0), kLongestPause); // 0 for the first
+    m_newer = savedAt;
+    return m_place++ >= kHistoryCount && m_age > kHistoryAge;
 }
 
 QDateTime currentTime()

@@ -50,8 +50,20 @@ Error noSuchCause(const QString &causeId);
 /// causes either.
 inline constexpr std::chrono::days kHistoryAge{90};
 inline constexpr std::size_t kHistoryCount = 1000;
-/// Whether the cause whose last save was at @p savedAt has outlived both, being the @p place -th newest from 0.
-bool isForgotten(const QDateTime &savedAt, std::size_t place, const QDateTime &now);
+
+/// Decides which causes have outlived both. Age is counted from save to save, and a longer pause counts as a day: a
+/// clock that is years ahead for a while, or a book nobody changed for years, ages nothing else.
+class Forgetting
+{
+public:
+    /// To be asked about each cause, newest first, with the time of its last save. Once true, it stays true.
+    bool isForgotten(const QDateTime &savedAt);
+
+private:
+    QDateTime m_newer; // of the cause before
+    std::size_t m_place = 0;
+    std::chrono::milliseconds m_age{0};
+};
 
 /// What time it is; passed in by tests.
 using Clock = std::function<QDateTime()>;

@@ -24,11 +24,11 @@ void MemoryStore::Book::forgetOldSaves(const QDateTime &now)
 {
     if (m_saves.empty() || m_saves.front().savedAt.addDuration(kHistoryAge) >= now)
         return;
-    const std::vector<ChangeStep> all = steps();
     QSet<QString> forgotten;
-    for (std::size_t place = 0; place < all.size(); ++place) {
-        if (isForgotten(all[place].summary.savedAt, place, now))
-            forgotten.insert(all[place].summary.cause.id);
+    Forgetting forgetting;
+    for (const ChangeStep &step : steps()) {
+        if (forgetting.isForgotten(step.summary.savedAt))
+            forgotten.insert(step.summary.cause.id);
     }
     std::erase_if(m_saves, [&forgotten](const Save &save) { return forgotten.contains(save.cause->id); });
 }

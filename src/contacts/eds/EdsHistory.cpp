@@ -134,8 +134,9 @@ void prune(const QString &folder, const QDateTime &now)
     const QStringList names = namesIn(folder, QDir::Reversed);
     // As many saves are no more causes, and most histories end here, unread.
     if (std::size_t(names.size()) <= kHistoryCount
-        || !isForgotten(readSave(folder, names.back()).savedAt, kHistoryCount, now))
+        || readSave(folder, names.back()).savedAt.addDuration(kHistoryAge) >= now)
         return;
+    Forgetting forgetting;
     QSet<QString> seen;
     QSet<QString> kept;
     for (const QString &name : names) {
@@ -143,7 +144,7 @@ void prune(const QString &folder, const QDateTime &now)
         bool isKept = false;
         for (const auto &entry : save.entries) {
             const QString id = causeOf(save, entry).id;
-            if (!seen.contains(id) && !isForgotten(save.savedAt, std::size_t(seen.size()), now))
+            if (!seen.contains(id) && !forgetting.isForgotten(save.savedAt))
                 kept.insert(id);
             seen.insert(id);
             isKept = isKept || kept.contains(id);

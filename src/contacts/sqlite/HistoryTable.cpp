@@ -149,17 +149,22 @@ Result<ChangeStep> step(SQLite::Database &database, RecordReader &reader, const 
 void prune(SQLite::Database &database, const QDateTime &now)
 {
     const std::string limit = timeText(now.addDuration(-kHistoryAge));
-    SQLite::Statement oldest(database, "SELECT savedAt FROM save ORDER BY revision LIMIT 1");
-    if (!oldest.executeStep() || oldest.getColumn(0).getString() >= limit)
+    if (database.execAndGet("SELECT coalesce(min(savedAt), 'none') FROM save").getString() >= limit)
         return;
-    const std::string forgotten = std::string("(SELECT revision FROM save WHERE ") + kCauseKey
-        + " IN (SELECT key FROM (SELECT " + kCauseKey
-        + " AS key, max(savedAt) AS savedAt FROM save GROUP BY key ORDER BY max(revision) DESC LIMIT -1 OFFSET ?) "
-          "WHERE savedAt < ?))";
+    const std::string ofCauses = std::string(" FROM save GROUP BY ") + kCauseKey;
+    SQLite::Statement causes(database, "SELECT savedAt, max(revision) AS newest" + ofCauses + " ORDER BY newest DESC");
+    Forgetting forgetting;
+    bool isForgotten = false;
+    while (!isForgotten && causes.executeStep())
+        isForgotten = forgetting.isForgotten(timeIn(causes.getColumn(0)));
+    if (!isForgotten)
+        return;
+    const int64_t newest = causes.getColumn(1).getInt64();
     for (const char *table : {"history", "save"}) {
-        SQLite::Statement removal(database, std::string("DELETE FROM ") + table + " WHERE revision IN " + forgotten);
-        removal.bind(1, int64_t(kHistoryCount));
-        removal.bind(2, limit);
+        SQLite::Statement removal(database,
+            std::string("DELETE FROM ") + table + " WHERE revision IN (SELECT revision FROM save WHERE " + kCauseKey
+                + " IN (SELECT " + kCauseKey + ofCauses + " HAVING max(revision) <= ?))");
+        removal.bind(1, newest);
         removal.exec();
     }
     // Not worth a save that fails: a damaged document keeps all pictures.
