@@ -21,14 +21,18 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDropEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QMimeData>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QStandardPaths>
+#include <QStatusBar>
 #include <QTableView>
 #include <QTest>
 #include <QTreeView>
@@ -83,6 +87,32 @@ private Q_SLOTS:
         contacts()->searchField()->clear();
         QTRY_COMPARE(table->model()->rowCount(), 2);
         QCOMPARE(table->model()->index(0, 0).data().toString(), u"Bo"_s);
+    }
+
+    void aReadOnlyBookIsShownButNotChanged()
+    {
+        start({"{'uid':'1','firstName':'Ann ','lastName':'Lee'}"});
+        end();
+        QVERIFY(QFile::link(u"nowhere"_s, m_path + u"-shm"_s)); // no links: SQLite cannot write now, not even as root
+        m_app = std::make_unique<AppDelegate>();
+        m_app->applicationDidFinishLaunching(m_path);
+        QTRY_COMPARE(contacts()->table()->model()->rowCount(), 1);
+        QTRY_VERIFY(window().exportAllButton()->isEnabled());
+        bool isSaid = false;
+        for (const QLabel *label : window().statusBar()->findChildren<QLabel *>())
+            isSaid = isSaid || (label->text().endsWith(u"(read-only)") && label->toolTip().contains(m_path));
+        QVERIFY(isSaid);
+        for (const QAction *action : window().findChildren<QAction *>()) {
+            if (action->text() == u"&Import ..." || action->text() == u"&Restore ..."
+                || action->text() == u"Delete ...")
+                QVERIFY2(!action->isEnabled(), qPrintable(action->text()));
+        }
+        QVERIFY(!(contacts()->table()->model()->index(0, 0).flags() & Qt::ItemIsEditable));
+        ContactCard card(ABAddressBook::sharedAddressBook()->people().front(), &window());
+        QVERIFY(!card.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Save)->isEnabled());
+        scan();
+        QCOMPARE(m_app->outlineViewController()->selectedItem()->name(), u"Ann  Lee"_s);
+        QVERIFY(!window().results()->fixButton()->isEnabled());
     }
 
     void menusShowAndHideColumns()

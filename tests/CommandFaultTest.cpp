@@ -217,6 +217,44 @@ private Q_SLOTS:
         QVERIFY2(call > 20, qPrintable(QString::number(call)));
     }
 
+    /// Where nothing can be written from the start, all that needs no writing works.
+    void readsWithoutWriting_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<QByteArray>("kind");
+        for (const char *kind : {"full", "read-only"}) {
+            QTest::addRow("%s", kind) << QString() << QByteArray(kind);
+            QTest::addRow("format 1, %s", kind) << QFINDTESTDATA("data/store/version1.sqlite") << QByteArray(kind);
+        }
+    }
+    void readsWithoutWriting()
+    {
+        QFETCH(QString, source);
+        QFETCH(QByteArray, kind);
+        const QTemporaryDir folder(quickFolder());
+        const QTemporaryDir exported;
+        const QString book = folder.filePath(u("book"));
+        if (source.isEmpty())
+            makeBook(book);
+        else
+            put(book, contentOf(source));
+        const QByteArray before = contentOf(book);
+        const auto run = [&](const QStringList &words) {
+            return runWithFault(u("bin/peoplenook-cli"), QStringList({u("--address-book"), book}) + words,
+                folder.path(), {kindNamed(kind).fault, 1});
+        };
+        const FaultyRun people = run({u("people")});
+        QVERIFY2(people.exitCode == 0 && people.out.count('\n') > 2 && people.wasReached, people.err.constData());
+        QCOMPARE(run({u("scan")}).exitCode, 0);
+        QCOMPARE(run({u("history")}).exitCode, 0);
+        QCOMPARE(run({u("export"), u("--format"), u("csv"), exported.path()}).exitCode, 0);
+        QCOMPARE(run({u("backup"), exported.filePath(u("backup"))}).exitCode, 0);
+        compareComplaint(run({u("delete"), u("--yes"), u("1")}), book, {});
+        QCOMPARE(contentOf(book), before);
+        QCOMPARE(namesIn(folder.path()), QStringList(u("book")));
+        QCOMPARE(peopleIn(exported.filePath(u("backup"))), peopleIn(book));
+    }
+
     void exports_data()
     {
         addRows({{"csv", {u("csv")}}, {"txt", {u("txt")}}, {"html", {u("html")}}, {"excel", {u("excel")}},

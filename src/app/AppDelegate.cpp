@@ -121,6 +121,8 @@ void AppDelegate::installAddressBook(
     m_window.setAddressBookName(book ? (*book)->name() : QString(), m_opener.where().isEmpty());
     if (book) {
         ABAddressBook::setSharedAddressBook(*book);
+        if (!(*book)->canWrite())
+            m_window.setReadOnly((*book)->readOnlyReason().text);
         m_watch.watch(*book);
         makeButtonEnable();
         loadClicked();

@@ -14,6 +14,7 @@
 
 #include <QBoxLayout>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileInfo>
@@ -72,6 +73,19 @@ void setText(PersonRecord &record, ABProperty property, const QString &text)
         record.setText(property, text);
 }
 
+/// Texts can still be copied.
+void makeReadOnly(QWidget &content)
+{
+    for (QLineEdit *edit : content.findChildren<QLineEdit *>())
+        edit->setReadOnly(true);
+    for (QPlainTextEdit *edit : content.findChildren<QPlainTextEdit *>())
+        edit->setReadOnly(true);
+    for (QComboBox *label : content.findChildren<QComboBox *>())
+        label->setEnabled(false);
+    for (QAbstractButton *button : content.findChildren<QAbstractButton *>())
+        button->setEnabled(false);
+}
+
 } // namespace
 
 ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
@@ -102,6 +116,10 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     m_reason->setPalette(colours);
     refuse({});
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
+    if (ABAddressBook::isSharedReadOnly()) {
+        buttons->button(QDialogButtonBox::Save)->setEnabled(false);
+        makeReadOnly(*content);
+    }
     connect(buttons, &QDialogButtonBox::accepted, this, &ContactCard::save);
     connect(buttons, &QDialogButtonBox::rejected, this, [this] { done(Rejected); }); // as deliberate as Save
     auto *layout = new QVBoxLayout(this);

@@ -253,20 +253,29 @@ void ContactTableView::setUpContextMenu()
     add(tr("Copy Contacts as vCard"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), [this] { copyAsCards(); });
     m_contextMenu->addSeparator();
     add(tr("Export ..."), QKeySequence(), [this] { m_controller.exportItem(selectedRows()); });
-    const auto setEnabled = [this](bool isEnabled) {
-        for (QAction *item : m_contextMenu->actions())
-            item->setEnabled(isEnabled);
-    };
-    add(tr("Delete ..."), QKeySequence::Delete, [this, setEnabled] {
+    m_deleteAction = add(tr("Delete ..."), QKeySequence::Delete, [this] {
         m_controller.deleteItem(selectedRows());
-        setEnabled(true); // the shortcuts work again
+        setContextMenuEnabled(true); // the shortcuts work again
     });
-    connect(&m_controller, &LoadContactsViewController::contextMenuEnabled, m_contextMenu, setEnabled);
-    connect(m_table, &QWidget::customContextMenuRequested, this, [this, setEnabled](const QPoint &at) {
-        setEnabled(!selectedRows().empty());
+    connect(
+        &m_controller, &LoadContactsViewController::contextMenuEnabled, this, &ContactTableView::setContextMenuEnabled);
+    connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
+        setContextMenuEnabled(!selectedRows().empty());
         m_contextMenu->popup(m_table->viewport()->mapToGlobal(at));
     });
-    connect(m_contextMenu, &QMenu::aboutToHide, this, [setEnabled] { setEnabled(true); });
+    connect(m_contextMenu, &QMenu::aboutToHide, this, [this] { setContextMenuEnabled(true); });
+}
+
+void ContactTableView::setContextMenuEnabled(bool isEnabled)
+{
+    for (QAction *item : m_contextMenu->actions())
+        item->setEnabled(isEnabled && (item != m_deleteAction || m_controller.getTableView()->isEditable()));
+}
+
+void ContactTableView::setEditable(bool isEditable)
+{
+    m_controller.getTableView()->setEditable(isEditable);
+    setContextMenuEnabled(true);
 }
 
 void ContactTableView::columnDragged(int from, int to)

@@ -33,6 +33,8 @@ public:
     EmptyPage *emptyPage() const { return m_emptyPage; }
     /// The table, or what can be done where it is empty; null where that is nothing.
     QWidget *mainPane() const;
+    /// Whether cells can be edited and people deleted.
+    void setEditable(bool isEditable);
     ColumnLook &columnLook() { return m_look; }
     const ColumnLook &columnLook() const { return m_look; }
     /// In the order of the contact table's rows, not the filter's.
@@ -56,6 +58,7 @@ private:
     void setUpEditing();
     void setUpColumnMenus();
     void setUpContextMenu();
+    void setContextMenuEnabled(bool isEnabled);
     void followColumns();
     void columnDragged(int from, int to);
     void sortBy(int column);
@@ -80,5 +83,6 @@ private:
     ColumnLook m_look;
     bool m_isCurrentSeen = false; // the current cell, before the rows changed
     QMenu *m_contextMenu;
+    QAction *m_deleteAction = nullptr;
     QList<QMenu *> m_columnMenus;
 };

@@ -189,7 +189,7 @@ QStringList HistoryWindow::selectedSteps() const
 void HistoryWindow::selectionChanged()
 {
     const QStringList ids = selectedSteps();
-    m_restore->setEnabled(!ids.isEmpty());
+    m_restore->setEnabled(!ids.isEmpty() && !ABAddressBook::isSharedReadOnly());
     m_changedPeople.setStep(nullptr);
     m_differences->setRowCount(0);
     const quint64 request = ++m_request;

@@ -152,7 +152,7 @@ void MainWindow::setUpFileMenu()
     file->addSeparator();
     file->addAction(tr("Change &History ..."), this, &MainWindow::historyRequested);
     file->addAction(tr("&Back Up ..."), this, &MainWindow::backUpRequested);
-    file->addAction(tr("&Restore ..."), this, &MainWindow::restoreRequested);
+    m_restoreAction = file->addAction(tr("&Restore ..."), this, &MainWindow::restoreRequested);
 }
 
 void MainWindow::setUpContactsMenus()
@@ -213,6 +213,19 @@ void MainWindow::setAddressBookName(const QString &name, bool isDefault)
         windowHandle()->setTitle(title); // on the screen only, where Qt adds the name of the program
 }
 
+void MainWindow::setReadOnly(const QString &reason)
+{
+    m_isReadOnly = true;
+    m_bookName->setText(tr("%1 (read-only)").arg(m_bookName->text()));
+    m_bookName->setToolTip(reason);
+    m_bookName->setAccessibleDescription(reason);
+    m_contacts->setEditable(false);
+    m_contacts->emptyPage()->importButton()->setEnabled(false);
+    m_importAction->setEnabled(false);
+    m_restoreAction->setEnabled(false);
+    setAcceptDrops(false);
+}
+
 void MainWindow::standAside(int steps)
 {
     m_standsAside = steps > 0 && testAttribute(Qt::WA_Moved) && !isMaximized() && !isFullScreen();
@@ -223,7 +236,7 @@ void MainWindow::standAside(int steps)
 void MainWindow::setContactsLoaded()
 {
     m_contacts->emptyPage()->offerContacts();
-    m_importAction->setEnabled(true);
+    m_importAction->setEnabled(!m_isReadOnly);
     if (std::exchange(m_isFirstLoad, false) && m_contacts->searchField()->text().isEmpty())
         m_contacts->mainPane()->setFocus();
 }

@@ -47,6 +47,8 @@ public:
     void setFailureMark(const QString &newest);
     /// Which address book this window shows. The title has the name too, unless it is the one of every start.
     void setAddressBookName(const QString &name, bool isDefault);
+    /// The address book cannot be written: says so beside its name, and disables what would change it.
+    void setReadOnly(const QString &reason);
     /// Moves so many steps away from where the window was last, as another one may be there.
     void standAside(int steps);
     /// The address book could not be opened; says why.
@@ -112,4 +114,6 @@ private:
     QList<QAction *> m_tableActions; // disabled while results are shown
     QAction *m_refreshAction = nullptr;
     QAction *m_importAction = nullptr;
+    QAction *m_restoreAction = nullptr;
+    bool m_isReadOnly = false;
 };

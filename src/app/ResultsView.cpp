@@ -7,6 +7,7 @@
 #include "app/FindingDelegate.h"
 #include "app/FindingTree.h"
 #include "app/PreviewView.h"
+#include "contacts/ABAddressBook.h"
 
 #include <QBoxLayout>
 #include <QButtonGroup>
@@ -214,7 +215,7 @@ void ResultsView::showPanel()
     m_side->setCurrentIndex(m_controller.showsTips() ? 1 : 0);
     m_openContactButton->setEnabled(m_controller.buttonsEnabled());
     m_gone->setVisible(m_controller.buttonsEnabled() && !m_controller.canFix());
-    m_fixButton->setEnabled(m_controller.canFix());
+    m_fixButton->setEnabled(m_controller.canFix() && !ABAddressBook::isSharedReadOnly());
     showOptions();
 }
 

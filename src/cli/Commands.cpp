@@ -43,6 +43,10 @@ std::shared_ptr<ABAddressBook> CommandContext::openAddressBookForChange() const
     auto book = openAddressBook();
     if (!book)
         return book;
+    if (!book->canWrite()) {
+        report(book->readOnlyReason().text);
+        return nullptr;
+    }
     const auto made = makeDailyBackup(*book, QDate::currentDate());
     if (made)
         return book;

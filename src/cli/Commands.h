@@ -16,8 +16,8 @@ struct CommandContext
 
     /// Opens it and makes it the shared one. Null: refused, and the reason is printed.
     std::shared_ptr<ABAddressBook> openAddressBook() const;
-    /// The same for a command that is going to change it: first the backup of the day is made. Where that fails, the
-    /// reason is printed and the command goes on.
+    /// The same for a command that is going to change it: refused where it is read-only. First the backup of the day is
+    /// made; where that fails, the reason is printed and the command goes on.
     std::shared_ptr<ABAddressBook> openAddressBookForChange() const;
     /// The path of a file or folder that the user named. Null: refused, and the reason is printed.
     std::optional<QString> path(const std::string &argument) const;

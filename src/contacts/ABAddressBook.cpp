@@ -103,6 +103,12 @@ void ABAddressBook::setSharedAddressBook(std::shared_ptr<ABAddressBook> book)
     sharedBook().book = std::move(book);
 }
 
+bool ABAddressBook::isSharedReadOnly()
+{
+    const auto book = sharedAddressBook();
+    return book && !book->canWrite();
+}
+
 QList<ABPersonPtr> ABAddressBook::people() const
 {
     const std::scoped_lock lock(m_mutex);

@@ -96,6 +96,9 @@ public:
     Result<void> apply(const RestorePlan &plan);
 
     bool canWrite() const { return m_store->canWrite(); }
+    Error readOnlyReason() const { return m_store->readOnlyReason(); }
+    /// Whether there is a shared address book that cannot be written.
+    static bool isSharedReadOnly();
     QString name() const { return m_store->name(); }
     /// The address book file that the store is; empty where it is something else.
     QString file() const { return m_store->file(); }

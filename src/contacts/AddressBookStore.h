@@ -68,6 +68,11 @@ public:
     virtual bool comparesKeptLines() const { return true; }
 
     virtual bool canWrite() const = 0;
+    /// Why it cannot be written.
+    virtual Error readOnlyReason() const
+    {
+        return {ErrorKind::ReadOnly, name() + QStringLiteral(": this address book cannot be changed")};
+    }
 
     /// What the desktop's contacts application calls this person's entry ("eds:SOURCE:UID"); null where it does not
     /// show this address book.

@@ -156,6 +156,9 @@ QVariant ContactTableModel::headerData(int section, Qt::Orientation orientation,
 
 Qt::ItemFlags ContactTableModel::flags(const QModelIndex &index) const
 {
-    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    return index.isValid() ? flags | Qt::ItemIsEditable | Qt::ItemNeverHasChildren : flags;
+    Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    if (index.isValid())
+        flags |= Qt::ItemNeverHasChildren;
+    flags.setFlag(Qt::ItemIsEditable, index.isValid() && m_isEditable);
+    return flags;
 }

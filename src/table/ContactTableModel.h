@@ -24,6 +24,10 @@ public:
     /// @p edit is called for edits that come in through setData().
     explicit ContactTableModel(CellEdit edit, QObject *parent = nullptr);
 
+    /// Whether cells can be edited; true until told otherwise.
+    void setEditable(bool isEditable) { m_isEditable = isEditable; }
+    bool isEditable() const { return m_isEditable; }
+
     const PersonRows &rows() const { return m_rows; }
     /// A change of the layout, not a reset: selections and open editors follow their people.
     void setRows(PersonRows rows);
@@ -56,4 +60,5 @@ private:
     CellEdit m_edit;
     PersonRows m_rows;
     std::vector<Field> m_columns;
+    bool m_isEditable = true;
 };

@@ -99,7 +99,7 @@ QString newestDailyBackup(const QString &bookFile)
 Result<BackupRest> beginDailyBackup(const ABAddressBook &book, const QDate &today)
 {
     const QString bookFile = book.file();
-    if (bookFile.isEmpty() || book.snapshot()->empty())
+    if (bookFile.isEmpty() || !book.canWrite() || book.snapshot()->empty())
         return BackupRest();
     const QString folder = folderOfDailyBackups(bookFile);
     const QString path = folder % u'/' % today.toString(Qt::ISODate) % kEnding;

@@ -33,7 +33,7 @@ QString newestDailyBackup(const QString &bookFile);
 using BackupRest = std::function<Result<void>()>;
 
 /// Copies the book as it is at this moment, so that it may be changed as soon as this returns. Nothing is to be done
-/// where there is a backup of @p today, or nobody in the book, or the book is no file.
+/// where there is a backup of @p today, or nobody in the book, or the book is no file or cannot be changed.
 Result<BackupRest> beginDailyBackup(const ABAddressBook &book, const QDate &today);
 /// The whole of it.
 Result<void> makeDailyBackup(const ABAddressBook &book, const QDate &today);

@@ -5,6 +5,7 @@
 #include "contacts/open/Backups.h"
 #include "contacts/open/DesktopModule.h"
 #include "contacts/open/FilePath.h"
+#include "contacts/open/ReadOnlyFile.h"
 #include "contacts/sqlite/SqliteStore.h"
 
 #include <QFileInfo>
@@ -59,9 +60,13 @@ Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where)
     if (const QFileInfo info(file); info.isFile() && info.size() == 0 && !newestDailyBackup(file).isEmpty())
         return Error{ErrorKind::Invalid, file % QStringLiteral(": is empty, but there are backups of what it held")};
     auto store = SqliteStore::open(file);
-    if (!store)
-        return store.error();
-    return std::unique_ptr<AddressBookStore>(std::move(*store));
+    if (store)
+        return std::unique_ptr<AddressBookStore>(std::move(*store));
+    if (store.error().kind == ErrorKind::ReadOnly || store.error().kind == ErrorKind::Io) {
+        if (auto readOnly = ReadOnlyFile::open(file, store.error()))
+            return readOnly;
+    }
+    return store.error();
 }
 
 Result<QString> checkedWhere(const QString &given)

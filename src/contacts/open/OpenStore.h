@@ -8,7 +8,7 @@
 #include <vector>
 
 /// Opens the address book that @p where names:
-/// a file's path: that SQLite file, made where there is none;
+/// a file's path: that SQLite file, made where there is none, or read-only where it cannot be written;
 /// "eds:": the desktop's default address book; "eds:UID": that one of the desktop's;
 /// nothing: the desktop's default address book where the session bus offers one and it can be opened, else the user's
 /// own SQLite file. Without a session bus or without the desktop's data server nothing is started.

@@ -205,9 +205,9 @@ Result<void> check(const QString &path)
 {
     if (auto readable = checkReadable(path); !readable)
         return readable;
-    if (!QFileInfo(path).isWritable())
+    if (::access(QFile::encodeName(path).constData(), W_OK) != 0)
         return Error{
-            ErrorKind::ReadOnly, path % QStringLiteral(": the address book cannot be written: permission denied")};
+            ErrorKind::ReadOnly, path % QStringLiteral(": the address book cannot be written: ") % lastSystemError()};
     return {};
 }
 

@@ -5,7 +5,9 @@
 #include "base/Result.h"
 #include "contacts/sqlite/DatabaseBytes.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <cerrno>
@@ -17,10 +19,21 @@
 class PrivateCopy
 {
 public:
-    /// Io: it cannot be read, or there is no room for the copy.
+    explicit PrivateCopy(const QString &folder) : m_folder(folder % QStringLiteral("/peoplenook-XXXXXX")) { }
+
+    /// In memory where the disk has no room. Io: it cannot be read, or there is no room for the copy.
     static Result<std::unique_ptr<PrivateCopy>> of(const QString &path)
     {
-        auto copy = std::make_unique<PrivateCopy>();
+        auto copy = in(QDir::tempPath(), path);
+        return copy ? std::move(copy) : in(QStringLiteral("/dev/shm"), path);
+    }
+
+    QString path() const { return m_folder.filePath(QStringLiteral("copy")); }
+
+private:
+    static Result<std::unique_ptr<PrivateCopy>> in(const QString &folder, const QString &path)
+    {
+        auto copy = std::make_unique<PrivateCopy>(folder);
         const auto failed = [&](const QString &what) {
             return Error{ErrorKind::Io, path % what % QString::fromLocal8Bit(std::strerror(errno))};
         };
@@ -29,14 +42,16 @@ public:
             return failed(QStringLiteral(": cannot be read: "));
         const QString log = path % QStringLiteral("-wal");
         const bool isCopied = copy->m_folder.isValid() && file->copyTo(copy->path())
-            && (!QFile::exists(log) || QFile::copy(log, copy->path() % QStringLiteral("-wal")));
+            && (QFileInfo(log).size() == 0 || copyLog(log, copy->path() % QStringLiteral("-wal")));
         if (!isCopied)
             return failed(QStringLiteral(": cannot be copied for reading: "));
         return copy;
     }
 
-    QString path() const { return m_folder.filePath(QStringLiteral("copy")); }
+    static bool copyLog(const QString &from, const QString &to)
+    {
+        return QFile::copy(from, to) && QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner);
+    }
 
-private:
     QTemporaryDir m_folder;
 };
