@@ -129,6 +129,20 @@ private Q_SLOTS:
             [](const StoredRecord &each) { return *each.record; }));
     }
 
+    /// Its tables are not where those of a new file are.
+    void aDestroyedFirstPageLosesNobody()
+    {
+        makeBook(u("version1"));
+        const auto people = peopleIn(m_book);
+        QFile file(m_book);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.write(QByteArray(4096, 'x')) == 4096);
+        file.close();
+        const auto salvaged = salvagePeople(m_book);
+        QVERIFY(salvaged && salvaged->people.size() == people.size() && salvaged->incomplete == 0);
+        for (std::size_t i = 0; i < people.size(); ++i)
+            QVERIFY(*salvaged->people[i].record == *people[i].record);
+    }
+
     /// People who are salvaged as whole are as they were.
     void whatIsLeftOfADamagedFileIsSalvaged_data() { addKeptFiles(); }
     void whatIsLeftOfADamagedFileIsSalvaged()

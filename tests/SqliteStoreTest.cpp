@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/sqlite/SqliteStore.h"
+#include "contacts/sqlite/BackupFile.h"
 #include "contacts/sqlite/Salvage.h"
 #include "support/TestPeople.h"
 
 #include <QFile>
+#include <QHash>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -217,7 +219,7 @@ private Q_SLOTS:
         const auto a2 = record("{'firstName':'A2'}");
         QVERIFY(open(path)->commit({{u("a"), nullptr, a}}));
         QVERIFY(open(path)->commit({{u("a"), a, a2}}));
-        shell(path, "UPDATE contact SET record = json_set(record, '$.lastName', 'by hand')");
+        shell(path, "UPDATE contact SET record = json_set(record, '$.lastName', 'by hand'), digest = NULL");
         const auto store = open(path);
         const auto steps = *store->history();
         const auto later = store->historyStep(steps[0].cause.id);
@@ -324,7 +326,9 @@ private Q_SLOTS:
         const QString path = newPath();
         const auto a = record("{'firstName':'A','email':[]}");
         QVERIFY(open(path)->commit({{u("a"), nullptr, a}, {u("b"), nullptr, a}}));
-        QCOMPARE(shell(path, "UPDATE contact SET record = CAST(x'" + document.toHex() + "' AS TEXT) WHERE uid = 'a'"),
+        QCOMPARE(
+            shell(path,
+                "UPDATE contact SET record = CAST(x'" + document.toHex() + "' AS TEXT), digest = NULL WHERE uid = 'a'"),
             QByteArray());
         const auto store = open(path);
         const auto people = store->loadAll();
@@ -343,6 +347,109 @@ private Q_SLOTS:
         QVERIFY2(changed || changed.error().text.contains(refusedSave), "another reason");
         QVERIFY(changed || shell(path, "SELECT record FROM contact WHERE uid = 'a'") == document);
         QVERIFY(store->commit({{u("b"), a, record("{}")}}));
+    }
+
+    /// Nobody who is not as he was saved is read as if he were, and no change makes it look so.
+    void everyFlippedBitOfAPersonIsSeen()
+    {
+        const QString path = newPath();
+        const auto a = record("{'firstName':'Ann','image':'AAECAwQFBgcICQ=='}");
+        QVERIFY(open(path)->commit({{u("uid-of-a"), nullptr, a}, {u("b"), nullptr, record("{}")}}));
+        const QByteArray whole = read(path);
+        const auto flipAll = [&](qsizetype from, qsizetype size, const auto &look) {
+            for (qsizetype bit = from * 8; bit < (from + size) * 8; bit += 9) { // each byte, by turns each bit
+                QByteArray content = whole;
+                content[bit / 8] = char(content[bit / 8] ^ (1 << bit % 8));
+                write(path, content);
+                const auto salvaged = salvagePeople(path);
+                QCOMPARE(salvaged->incomplete + salvaged->lost, 1);
+                look();
+            }
+        };
+        const auto edit = [&](SqliteStore &store, const StoredRecord &stored, ChangeCause::Kind kind) {
+            PersonRecord edited = *stored.record;
+            edited.setText(kABNoteProperty, u("n"));
+            return store.commit(
+                {{stored.uid, stored.record, std::make_shared<const PersonRecord>(edited), makeCause(kind)}});
+        };
+        const qsizetype row = whole.indexOf("uid-of-a{");
+        flipAll(row, whole.indexOf('}', row) + 1 + 8 - row, [&] { // the digest follows the document
+            const auto store = open(path);
+            const auto people = store->loadAll();
+            if (!people)
+                return; // no JSON any more
+            QCOMPARE(store->damagedPeople(), std::vector<QString>{people->front().uid});
+            if (people->front().uid != u("uid-of-a"))
+                return;
+            const auto edited = edit(*store, people->front(), ChangeCause::Kind::Edit);
+            QVERIFY(!edited && edited.error().text.contains(u("uid-of-a: is damaged")));
+            QVERIFY(store->commit({{u("b"), record("{}"), record("{'note':'n'}")}}));
+            const auto restored = edit(*store, people->front(), ChangeCause::Kind::Restore);
+            QVERIFY2(restored, qPrintable(restored ? QString() : restored.error().text));
+            QVERIFY(store->loadAll() && store->damagedPeople().empty());
+        });
+        flipAll(whole.indexOf(*a->imageData()), a->imageData()->size(), [&] {
+            QCOMPARE(faultsInFile(path)->people.size(), std::size_t(1));
+            const auto store = open(path);
+            const auto people = store->loadAll();
+            QVERIFY(!edit(*store, people->front(), ChangeCause::Kind::Repair));
+            QVERIFY(store->commit({{u("uid-of-a"), people->front().record, a, makeCause(ChangeCause::Kind::Restore)}}));
+            QVERIFY(faultsInFile(path)->people.empty());
+        });
+    }
+
+    /// Whoever is told to be whole is as he was saved, nobody is made up, and nobody is missing without being counted.
+    void salvageIsExact()
+    {
+        const QString path = newPath();
+        QHash<QString, PersonRecordPtr> saved;
+        std::vector<RecordChange> people;
+        for (int i = 0; i < 300; ++i) {
+            PersonRecord person;
+            person.setText(kABNoteProperty, QString(i % 50 == 0 ? 9000 : 100, QChar(u'a' + i % 26)));
+            if (i % 20 == 0)
+                person.setImageData(QByteArray(i % 40 == 0 ? 20'000 : 50, char(i)));
+            people.push_back({QString::number(i), nullptr, std::make_shared<const PersonRecord>(person)});
+            saved.insert(people.back().uid, people.back().after);
+        }
+        QVERIFY(open(path)->commit(people));
+        const QByteArray whole = read(path);
+        constexpr qsizetype kPage = 4096;
+        const auto check = [&](const QByteArray &content, bool isAllThere, qsizetype which) {
+            write(path, content);
+            const auto salvaged = salvagePeople(path);
+            QVERIFY2(salvaged || !isAllThere, qPrintable(QString::number(which)));
+            if (!salvaged)
+                return;
+            qint64 different = 0;
+            for (const auto &[uid, person] : salvaged->people) {
+                QVERIFY(saved.contains(uid));
+                different += *saved[uid] == *person ? 0 : 1;
+            }
+            const QString told = u("%1: %2, %3 incomplete, %4 lost, %5 different")
+                                     .arg(which)
+                                     .arg(salvaged->people.size())
+                                     .arg(salvaged->incomplete)
+                                     .arg(salvaged->lost)
+                                     .arg(different);
+            QVERIFY2(different <= salvaged->incomplete, qPrintable(told));
+            QVERIFY2(qint64(salvaged->people.size()) + salvaged->lost >= 300, qPrintable(told));
+            QVERIFY2(!isAllThere || (salvaged->people.size() == 300 && salvaged->incomplete == 0), qPrintable(told));
+        };
+        for (qsizetype bit = 0; bit < kPage * 8; bit += bit < 800 ? 7 : 509) {
+            QByteArray content = whole;
+            content[bit / 8] = char(content[bit / 8] ^ (1 << bit % 8));
+            check(content, true, bit);
+        }
+        check(QByteArray(kPage, 'x') + whole.sliced(kPage), true, -1);
+        for (qsizetype page = kPage; page < whole.size() - kPage; page += kPage * 7) {
+            for (qsizetype other = page + kPage; other < whole.size(); other += kPage * 11) {
+                QByteArray content = whole;
+                content.replace(page, kPage, whole.sliced(other, kPage));
+                content.replace(other, kPage, whole.sliced(page, kPage));
+                check(content, false, page / kPage * 1000 + other / kPage);
+            }
+        }
     }
 
     void picturesStandOnce()

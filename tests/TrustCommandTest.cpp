@@ -352,6 +352,33 @@ private Q_SLOTS:
         QCOMPARE(read(path("quiet.sqlite")), damaged);
     }
 
+    void aDamagedPersonComesBackFromTheNewestBackup()
+    {
+        runOn("one.sqlite", {"import", "-"}, m_people);
+        runOn("one.sqlite", {"edit", "c", "Note", "n"}); // makes the backup of the day
+        QCOMPARE(runOn("one.sqlite", {"verify"}).out, u("3 contacts, none of them damaged.\n"));
+        const QStringList before = peopleIn("one.sqlite");
+        const QByteArray content = read(path("one.sqlite"));
+        damage(path("one.sqlite"), content.indexOf("a{\"firstName\":\"Ann\"") + 15, QByteArray("E"));
+
+        QVERIFY2(runOn("one.sqlite", {"people"}).err.startsWith(path("one.sqlite") + u(": a is damaged: ")), "silent");
+        const Outcome edited = runOn("one.sqlite", {"edit", "a", "Note", "n"});
+        QCOMPARE(edited.status, 1);
+        QVERIFY2(edited.err.contains(u("a: is damaged: it is not as it was saved and cannot be changed")),
+            qPrintable(edited.err));
+        QCOMPARE(runOn("one.sqlite", {"edit", "b", "Note", "m"}).status, 0);
+        QCOMPARE(runOn("one.sqlite", {"backup", file("one-backup")}).status, 1);
+        const Outcome verified = runOn("one.sqlite", {"verify"});
+        QCOMPARE(verified.status, 1);
+        QVERIFY2(verified.out.startsWith(u("a: is damaged: it is not as it was saved; whole in ")),
+            qPrintable(verified.out));
+        QCOMPARE(verified.out.count(u'\n'), 1);
+        const std::string backup = verified.out.trimmed().section(u("; whole in "), 1).toStdString();
+        QCOMPARE(runOn("one.sqlite", {"restore", "--only", "a", backup}).out, u("Restored: 1 changed.\n"));
+        QCOMPARE(runOn("one.sqlite", {"verify"}).status, 0);
+        QCOMPARE(peopleIn("one.sqlite")[0], before[0]);
+    }
+
     void filesThatWereCutShort()
     {
         makeLargeBook("cut.sqlite");

@@ -54,6 +54,7 @@ void BookOpener::open(const QString &where)
 
 void BookOpener::run(const QString &where, const std::stop_token &isSuperseded)
 {
+    QString damage;
     auto book = [&]() -> Result<std::shared_ptr<ABAddressBook>> {
         auto store = openStore(where);
         if (!store)
@@ -63,7 +64,11 @@ void BookOpener::run(const QString &where, const std::stop_token &isSuperseded)
                 this, [this, done, total] { Q_EMIT progressed(done, total); }, Qt::QueuedConnection);
             return !m_isGivenUp && !isSuperseded.stop_requested();
         });
-        return ABAddressBook::open(std::move(*store));
+        const AddressBookStore &opened = **store;
+        auto loaded = ABAddressBook::open(std::move(*store));
+        if (loaded)
+            damage = damageFoundIn(opened);
+        return loaded;
     }();
     if (isSuperseded.stop_requested())
         return;
@@ -73,6 +78,8 @@ void BookOpener::run(const QString &where, const std::stop_token &isSuperseded)
     // Before anybody can change anything; checking the copy takes longer, and nobody waits for that.
     const auto backup = book ? beginDailyBackup(**book, QDate::currentDate()) : BackupRest();
     PatientCall::deliver(this, [this, book, offer] { Q_EMIT opened(book, offer); });
+    if (!damage.isEmpty()) // not of a kind for which another file would be offered: everybody else is well
+        tellBackup(Error{ErrorKind::Io, damage}, where);
     tellBackup(backup && *backup ? (*backup)() : backup ? Result<void>() : backup.error(), where);
 }
 

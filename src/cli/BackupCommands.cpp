@@ -5,6 +5,10 @@
 #include "contacts/open/OpenStore.h"
 #include "contacts/open/Rescue.h"
 
+#include <QFileInfo>
+
+#include <optional>
+
 namespace {
 
 ExitStatus refuse(const Error &error, const CommandContext &context)
@@ -13,17 +17,28 @@ ExitStatus refuse(const Error &error, const CommandContext &context)
     return ExitStatus::Refused;
 }
 
+/// Refuses the desktop's books.
+std::optional<QString> fileFor(const char *verb, const CommandContext &context)
+{
+    const QString file = fileOfBook(context.where);
+    if (!file.isEmpty())
+        return file;
+    context.report(QStringLiteral("only an address book that is a file can be ") % QLatin1StringView(verb));
+    return std::nullopt;
+}
+
 ExitStatus salvage(const QString &newFile, const CommandContext &context)
 {
-    const QString damaged = fileOfBook(context.where);
-    if (damaged.isEmpty())
-        return refuse(
-            {ErrorKind::Invalid, QStringLiteral("only an address book that is a file can be salvaged")}, context);
+    const auto file = fileFor("salvaged", context);
+    if (!file)
+        return ExitStatus::Refused;
+    const QString &damaged = *file;
     const auto report = Rescue::salvage(damaged, newFile);
     if (!report)
         return refuse(report.error(), context);
     context.console.out << newFile.toStdString() << ": " << report->people << " contacts, " << report->incomplete
-                        << " of them incomplete; at least " << report->lost << " could not be read\n";
+                        << " of them incomplete or not as they were saved; at least " << report->lost
+                        << " could not be read\n";
     return ExitStatus::Done;
 }
 
@@ -72,10 +87,42 @@ ExitStatus runRestore(const RestoreOptions &options, const CommandContext &conte
     const auto book = options.dryRun ? context.openAddressBook() : context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
-    const auto plan = planRestoreOfBackup(*book, *file);
+    QStringList only;
+    for (const std::string &uid : options.only)
+        only += QString::fromStdString(uid);
+    const auto plan = only.isEmpty() ? planRestoreOfBackup(*book, *file) : planRestoreOfPeople(*book, *file, only);
     if (!options.dryRun || !plan)
         return applyAndReport(*book, plan, context);
     context.console.out << "Would restore: " << countsText(plan->added, plan->changed, plan->removed).toStdString()
                         << ".\n";
+    return ExitStatus::Done;
+}
+
+ExitStatus runVerify(const CommandContext &context)
+{
+    const auto file = fileFor("verified", context);
+    if (!file)
+        return ExitStatus::Refused;
+    if (!QFileInfo::exists(*file)) // or it would be made
+        return refuse({ErrorKind::NotFound, *file % QStringLiteral(": does not exist")}, context);
+    const auto verification = verify(*file);
+    if (!verification)
+        return refuse(
+            {ErrorKind::Invalid, verification.error().text % Rescue::hintFor(*file, verification.error())}, context);
+    for (const auto &[uid, fault, backup] : verification->people) {
+        const QString where = backup.isEmpty() ? QStringLiteral("no backup of a day has it whole")
+                                               : QString(QStringLiteral("whole in ") % backup);
+        context.console.out << onOneLine(fault % QStringLiteral("; ") % where) << '\n';
+    }
+    if (!verification->file)
+        return refuse(
+            {ErrorKind::Invalid, verification->file.error().text % Rescue::hintFor(*file, verification->file.error())},
+            context);
+    if (!verification->people.empty())
+        return ExitStatus::Refused;
+    context.console.out << verification->count << " contacts, none of them damaged";
+    if (verification->unchecked > 0)
+        context.console.out << "; " << verification->unchecked << " without a digest, so not checked";
+    context.console.out << ".\n";
     return ExitStatus::Done;
 }

@@ -189,11 +189,22 @@ void addRestore(CLI::App &app, RestoreOptions &options, ChosenCommand &chosen)
         "Make the address book hold exactly what a backup holds, as one change that history restore can take back");
     command->add_option("FILE", options.file, "The backup; with --salvage, the new file to write")->required();
     CLI::Option *dryRun = command->add_flag("--dry-run", options.dryRun, "Only count what would be changed");
+    CLI::Option *only =
+        command->add_option("--only", options.only, "Restore this person alone; may be repeated")->type_name("UID");
     command
         ->add_flag("--salvage", options.salvage,
             "Put what can still be read of the address book, which is damaged, into the new file FILE instead")
-        ->excludes(dryRun);
+        ->excludes(dryRun)
+        ->excludes(only);
     choose(command, chosen, [&options](const CommandContext &context) { return runRestore(options, context); });
+}
+
+void addVerify(CLI::App &app, ChosenCommand &chosen)
+{
+    CLI::App *command = app.add_subcommand("verify",
+        "Hold every person in an address book file against the digest of what was saved, and every picture too. Exit "
+        "status 1 when one does not fit");
+    choose(command, chosen, runVerify);
 }
 
 /// Sends diagnostic lines to the console's error stream while it lives, and nowhere when they are not wanted.
@@ -316,6 +327,7 @@ void addEverything(CLI::App &app, AllOptions &options, ChosenCommand &chosen)
     addHistory(app, options.history, options.historyShow, options.historyRestore, chosen);
     addBackup(app, options.backup, chosen);
     addRestore(app, options.restore, chosen);
+    addVerify(app, chosen);
     takeLiterally(app);
 }
 

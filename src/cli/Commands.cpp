@@ -31,9 +31,12 @@ std::shared_ptr<ABAddressBook> CommandContext::openAddressBook() const
     auto store = openStore(where);
     if (!store)
         return refuse(store.error());
+    const AddressBookStore &opened = **store;
     auto book = ABAddressBook::open(std::move(*store));
     if (!book)
         return refuse(book.error());
+    if (const QString damage = damageFoundIn(opened); !damage.isEmpty())
+        report(damage);
     ABAddressBook::setSharedAddressBook(*book);
     return *book;
 }

@@ -131,7 +131,9 @@ ExitStatus runBackup(const BackupOptions &options, const CommandContext &context
 struct RestoreOptions
 {
     std::string file;
+    std::vector<std::string> only; ///< uids; none: everybody
     bool dryRun = false; ///< only count
     bool salvage = false; ///< `file` is what to write then
 };
 ExitStatus runRestore(const RestoreOptions &options, const CommandContext &context);
+ExitStatus runVerify(const CommandContext &context);

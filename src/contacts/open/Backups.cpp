@@ -9,6 +9,8 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
+#include <QSet>
 
 #include <algorithm>
 
@@ -77,6 +79,68 @@ Result<RestorePlan> planRestoreOfBackup(ABAddressBook &book, const QString &path
     if (plan)
         plan->description = QFileInfo(path).fileName();
     return plan;
+}
+
+Result<RestorePlan> planRestoreOfPeople(ABAddressBook &book, const QString &path, const QStringList &uids)
+{
+    const auto people = peopleInFile(path);
+    if (!people)
+        return people.error();
+    if (auto current = book.catchUp(); !current)
+        return current.error();
+    QHash<QString, PersonRecordPtr> held;
+    for (const auto &[uid, record] : *people)
+        held.insert(uid, record);
+    RestorePlan plan;
+    plan.description = QFileInfo(path).fileName();
+    for (const QString &uid : QSet<QString>(uids.begin(), uids.end())) {
+        if (!held.contains(uid))
+            return Error{ErrorKind::NotFound, uid % QStringLiteral(": is not in ") % path};
+        const ABPersonPtr now = book.personWithUniqueId(uid);
+        plan.changes.push_back({uid, now ? now->record() : nullptr, held.value(uid)});
+        ++(now ? plan.changed : plan.added);
+    }
+    return plan;
+}
+
+Result<Verification> verify(const QString &bookFile)
+{
+    const auto faults = faultsInFile(bookFile);
+    if (!faults)
+        return faults.error();
+    Verification verification{{}, faults->count, faults->unchecked, faults->file};
+    for (const auto &[uid, error] : faults->people)
+        verification.people.push_back({uid, error.text, {}});
+    qsizetype missing = qsizetype(verification.people.size());
+    const QString folder = folderOfDailyBackups(bookFile);
+    for (const QString &name : newestFirst(folder, QDate::currentDate())) {
+        const QString backup = folder % u'/' % name;
+        const auto people = missing > 0 ? peopleInFile(backup) : Error();
+        if (!people)
+            continue; // damaged too, or nobody is looked for any more
+        QSet<QString> held;
+        for (const StoredRecord &person : *people)
+            held.insert(person.uid);
+        for (Verification::Person &person : verification.people) {
+            if (!person.backup.isEmpty() || !held.contains(person.uid))
+                continue;
+            person.backup = backup;
+            --missing;
+        }
+    }
+    return verification;
+}
+
+QString damageFoundIn(const AddressBookStore &store)
+{
+    const auto *file = dynamic_cast<const SqliteStore *>(&store);
+    if (!file || file->damagedPeople().empty())
+        return {};
+    const qsizetype others = qsizetype(file->damagedPeople().size()) - 1;
+    return file->name() % QStringLiteral(": ") % file->damagedPeople().front()
+        % (others > 0 ? QStringLiteral(" and %1 more are").arg(others) : QStringLiteral(" is"))
+        % QStringLiteral(" damaged: not as saved, and cannot be changed; \"peoplenook-cli verify\" names the newest "
+                         "backup that has each of them whole");
 }
 
 QString folderOfDailyBackups(const QString &bookFile)

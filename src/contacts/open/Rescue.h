@@ -35,7 +35,7 @@ Result<qint64> openBackup(const Offer &offer, const QString &newFile);
 struct SalvageReport
 {
     qint64 people = 0;
-    qint64 incomplete = 0; ///< of them, those who lack something that could not be read
+    qint64 incomplete = 0; ///< of them, those who lack something or have no digest that proves them whole
     qint64 lost = 0;
 };
 

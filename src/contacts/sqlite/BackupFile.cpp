@@ -14,6 +14,8 @@
 
 #include <QFileInfo>
 
+#include <optional>
+
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
@@ -72,8 +74,13 @@ Result<qint64> checked(const QByteArray &name, const QString &path)
         }
         return people;
     }
-    const auto read = RecordReader(database).everybody([&people](const StoredRecord &) { ++people; });
-    return read ? Result<qint64>(people) : named(read.error());
+    std::optional<Error> first;
+    people = RecordReader(database).check([&first](const QString &, const Error &error) {
+        if (!first)
+            first = error;
+    });
+    // The file is in order, and whoever is not can be put back into it: not Invalid.
+    return first ? Result<qint64>(failure(path, first->text)) : people;
 }
 
 } // namespace
@@ -164,6 +171,25 @@ Result<qint64> BackupFile::finish()
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, m_to);
     }
+}
+
+Result<FaultsInFile> faultsInFile(const QString &path)
+{
+    if (const auto store = SqliteStore::open(path); !store)
+        return store.error();
+    FaultsInFile faults;
+    try {
+        SQLite::Database database = AddressBookFile::connect(path);
+        SQLite::Transaction transaction(database);
+        faults.count = RecordReader(database).check(
+            [&faults](const QString &uid, const Error &error) { faults.people.emplace_back(uid, error); });
+        faults.unchecked = database.execAndGet("SELECT count(*) FROM contact WHERE digest IS NULL").getInt64();
+        if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
+            faults.file = failure(path, QStringLiteral("the address book is damaged"), ErrorKind::Invalid);
+    } catch (const SQLite::Exception &exception) {
+        faults.file = AddressBookFile::errorOf(exception, path);
+    }
+    return faults;
 }
 
 Result<std::vector<StoredRecord>> peopleInFile(const QString &path)

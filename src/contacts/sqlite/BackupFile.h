@@ -42,6 +42,18 @@ private:
     QByteArray m_temporary; // its name
 };
 
+/// Who in the address book file at @p path is not as it was saved or cannot be read.
+struct FaultsInFile
+{
+    std::vector<std::pair<QString, Error>> people; ///< by uid
+    qint64 count = 0; ///< of people in the file, as far as it can be read
+    qint64 unchecked = 0; ///< of them, those without a digest
+    Result<void> file; ///< what is wrong with the file itself
+};
+/// Holds everybody against digest and picture, and then the file against what SQLite can check. Brings a file of an
+/// earlier format to the present one. An error: it is no address book, or cannot be opened.
+Result<FaultsInFile> faultsInFile(const QString &path);
+
 /// Everybody in the address book file at @p path, which is only read and may be on a medium that cannot be written.
 /// Invalid: it is no address book, or a damaged one; Io: it is not there or cannot be read.
 Result<std::vector<StoredRecord>> peopleInFile(const QString &path);

@@ -3,6 +3,7 @@
 #include "contacts/sqlite/Migration.h"
 
 #include "contacts/sqlite/BackupFile.h"
+#include "contacts/sqlite/Digest.h"
 #include "contacts/sqlite/RecordWriter.h"
 #include "contacts/sqlite/Schema.h"
 #include "contacts/sqlite/Version1.h"
@@ -38,15 +39,19 @@ Result<void> keepBackup(const QString &path)
 Result<void> copyPeople(SQLite::Database &database, Version1 &old, RecordWriter &writer)
 {
     SQLite::Statement ids(database, "SELECT id FROM person ORDER BY id");
-    SQLite::Statement insert(database, "INSERT INTO contact(id, uid, record) VALUES (?, ?, ?)");
+    SQLite::Statement insert(database, "INSERT INTO contact(id, uid, record, digest) VALUES (?, ?, ?, ?)");
     while (ids.executeStep()) {
         const qint64 id = ids.getColumn(0).getInt64();
         const auto person = old.person(id);
         if (!person)
             return person.error();
+        const std::string uid = person->uid.toStdString();
+        const std::string document = writer.documentOf(*person->record);
+        const Digest digest = digestOf(uid, document);
         insert.bind(1, int64_t(id));
-        insert.bind(2, person->uid.toStdString());
-        insert.bind(3, writer.documentOf(*person->record));
+        insert.bindNoCopy(2, uid);
+        insert.bindNoCopy(3, document);
+        insert.bindNoCopy(4, digest.data(), int(digest.size()));
         insert.exec();
         insert.reset();
     }

@@ -3,9 +3,8 @@
 #include "contacts/sqlite/RecordWriter.h"
 
 #include "contacts/jsonl/RecordJson.h"
+#include "contacts/sqlite/Digest.h"
 #include "contacts/sqlite/HistoryTable.h"
-
-#include <QCryptographicHash>
 
 namespace {
 
@@ -14,6 +13,25 @@ void runAndReset(SQLite::Statement &statement)
 {
     statement.exec();
     statement.reset();
+}
+
+void bindDigest(SQLite::Statement &statement, int index, const Digest &digest)
+{
+    statement.bindNoCopy(index, digest.data(), int(digest.size()));
+}
+
+/// Whether nothing of what was stored goes on in what is stored then.
+bool replacesAll(const RecordChange &change)
+{
+    using Kind = ChangeCause::Kind;
+    const Kind kind = change.cause ? change.cause->kind : Kind::Other;
+    return kind == Kind::Restore || kind == Kind::Import || kind == Kind::Deletion;
+}
+
+std::string nameOfPicture(const PersonRecord &record)
+{
+    const QByteArray *picture = record.imageData();
+    return picture ? pictureNameOf(*picture) : std::string();
 }
 
 Error conflict(const RecordChange &change)
@@ -27,10 +45,12 @@ RecordWriter::RecordWriter(SQLite::Database &database, RecordReader &reader)
     : m_database(database)
     , m_reader(reader)
     , m_insertSave(database, "INSERT INTO save(savedAt, cause, kind, description) VALUES (?, ?, ?, ?)")
-    , m_insertPerson(database, "INSERT INTO contact(uid, record) VALUES (?, ?) ON CONFLICT(uid) DO NOTHING")
-    , m_updatePerson(database, "UPDATE contact SET record = ?, digest = NULL WHERE id = ?")
+    , m_insertPerson(database, "INSERT INTO contact(uid, record, digest) VALUES (?, ?, ?) ON CONFLICT(uid) DO NOTHING")
+    , m_updatePerson(database, "UPDATE contact SET record = ?, digest = ? WHERE id = ?")
     , m_removePerson(database, "DELETE FROM contact WHERE id = ?")
-    , m_insertPicture(database, "INSERT INTO image(hash, bytes) VALUES (?, ?) ON CONFLICT(hash) DO NOTHING")
+    , m_insertPicture(database,
+          "INSERT INTO image(hash, bytes) VALUES (?, ?) ON CONFLICT(hash) DO UPDATE SET bytes = excluded.bytes "
+          "WHERE bytes <> excluded.bytes") // which were damaged then
     , m_insertHistory(database, "INSERT INTO history(revision, uid, action, before, afterHash) VALUES (?, ?, ?, ?, ?)")
 { }
 
@@ -63,13 +83,12 @@ qint64 RecordWriter::revisionOf(const ChangeCausePtr &cause)
 
 std::string RecordWriter::documentOf(const PersonRecord &record)
 {
-    const QByteArray *picture = record.imageData();
-    if (!picture)
-        return recordToDocument(record, {});
-    const std::string name = QCryptographicHash::hash(*picture, QCryptographicHash::Sha256).toHex().toStdString();
-    m_insertPicture.bindNoCopy(1, name);
-    m_insertPicture.bindNoCopy(2, picture->constData(), int(picture->size()));
-    runAndReset(m_insertPicture);
+    const std::string name = nameOfPicture(record);
+    if (const QByteArray *picture = record.imageData()) {
+        m_insertPicture.bindNoCopy(1, name);
+        m_insertPicture.bindNoCopy(2, picture->constData(), int(picture->size()));
+        runAndReset(m_insertPicture);
+    }
     return recordToDocument(record, name);
 }
 
@@ -80,23 +99,42 @@ Result<void> RecordWriter::apply(const RecordChange &change)
     const RecordReader::Row stored = m_reader.rowOf(change.uid);
     if (stored.id == 0)
         return conflict(change);
-    // Texts that differ may still say the same: a person with a shell may have written one of them.
-    if (stored.document != documentOf(*change.before)) {
-        const auto record = m_reader.wholeRecord(change.uid, stored.document);
-        if (!record)
-            return record.error();
-        if (**record != *change.before)
-            return conflict(change);
-    }
+    if (auto checked = checkStored(change, stored); !checked)
+        return checked;
     writeHistory(change, change.after ? "changed" : "removed", &stored.document);
     SQLite::Statement &statement = change.after ? m_updatePerson : m_removePerson;
     const std::string document = change.after ? documentOf(*change.after) : std::string();
+    const Digest digest = digestOf(change.uid.toStdString(), document);
     int index = 0;
-    if (change.after)
+    if (change.after) {
         statement.bindNoCopy(++index, document);
+        bindDigest(statement, ++index, digest);
+    }
     statement.bind(++index, int64_t(stored.id));
     runAndReset(statement);
     return {};
+}
+
+Result<void> RecordWriter::checkStored(const RecordChange &change, const RecordReader::Row &stored)
+{
+    const bool isSameText = stored.document == recordToDocument(*change.before, nameOfPicture(*change.before));
+    if (!replacesAll(change) && (stored.proof == Proof::Differs || !isSameText)) {
+        if (const auto whole = m_reader.asSaved(change.uid, stored); !whole)
+            return Error{ErrorKind::Invalid,
+                whole.error().text
+                    % QStringLiteral(
+                        " and cannot be changed; \"peoplenook-cli verify\" names the newest backup that has "
+                        "it whole, and \"restore --only\" puts it back")};
+    }
+    if (isSameText)
+        return {};
+    // Texts that differ may still say the same: a person with a shell may have written one of them.
+    const auto record = stored.proof == Proof::Differs
+        ? m_reader.personWithUid(change.uid) // what looks like a newer program's is not
+        : m_reader.wholeRecord(change.uid, stored.document, Pictures::AsTheyAre);
+    if (!record)
+        return record.error();
+    return **record == *change.before ? Result<void>() : conflict(change);
 }
 
 Result<void> RecordWriter::add(const RecordChange &change)
@@ -104,7 +142,9 @@ Result<void> RecordWriter::add(const RecordChange &change)
     const std::string uid = change.uid.toStdString();
     const std::string document = documentOf(*change.after);
     m_insertPerson.bindNoCopy(1, uid);
+    const Digest digest = digestOf(uid, document);
     m_insertPerson.bindNoCopy(2, document);
+    bindDigest(m_insertPerson, 3, digest);
     const bool isAdded = m_insertPerson.exec() == 1;
     m_insertPerson.reset();
     if (!isAdded)

@@ -17,13 +17,15 @@ public:
     /// Begins a commit; the changes that follow belong to it.
     void beginSave(const std::string &time);
     /// Conflict: the tables do not hold what the change believes (`before`). Invalid: what they hold cannot be read, or
-    /// not all of it. Nothing was written then.
+    /// not all of it, or is not as it was saved and the change would only touch a part of it: damage is not to look as
+    /// if it had been saved. Nothing was written then.
     Result<void> apply(const RecordChange &change);
 
     /// The document of @p record, whose picture is in the tables afterwards.
     std::string documentOf(const PersonRecord &record);
 
 private:
+    Result<void> checkStored(const RecordChange &change, const RecordReader::Row &stored);
     Result<void> add(const RecordChange &change);
     void writeHistory(const RecordChange &change, const char *action, const std::string *before);
     qint64 revisionOf(const ChangeCausePtr &cause);

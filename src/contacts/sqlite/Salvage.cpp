@@ -3,6 +3,7 @@
 #include "contacts/sqlite/Salvage.h"
 
 #include "contacts/sqlite/AddressBookFile.h"
+#include "contacts/sqlite/KnownLayout.h"
 #include "contacts/sqlite/PrivateCopy.h"
 #include "contacts/sqlite/RecordReader.h"
 #include "contacts/sqlite/Schema.h"
@@ -107,8 +108,26 @@ template <typename Reader> Salvaged readPeople(Reader &&reader, const QSet<qint6
             ++salvaged.lost;
         }
     }
-    salvaged.incomplete = reader.incompleteCount();
+    if constexpr (requires { reader.incompleteCount(); })
+        salvaged.incomplete = reader.incompleteCount();
+    else
+        salvaged.incomplete = qint64(salvaged.people.size()); // format 1 had no digests
     return salvaged;
+}
+
+/// Of a private copy of the file at @p path.
+Result<Salvaged> readCopy(const QString &copy, const QString &path)
+{
+    try {
+        SQLite::Database database(QFile::encodeName(copy).constData(), SQLite::OPEN_READWRITE);
+        const bool isVersion1 = database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion;
+        const QSet<qint64> mentioned = mentionedIds(database, questionsForIds(isVersion1));
+        const qint64 last = highestId(database, mentioned, isVersion1 ? "person" : "contact", QFileInfo(copy).size());
+        return isVersion1 ? readPeople(Version1(database, Damage::PassOver), mentioned, last)
+                          : readPeople(RecordReader(database, Damage::PassOver), mentioned, last);
+    } catch (const SQLite::Exception &exception) {
+        return AddressBookFile::errorOf(exception, path);
+    }
 }
 
 } // namespace
@@ -118,18 +137,26 @@ Result<Salvaged> salvagePeople(const QString &path)
     const auto copy = PrivateCopy::of(path);
     if (!copy)
         return copy.error();
-    lengthen((*copy)->path());
-    try {
-        SQLite::Database database(QFile::encodeName((*copy)->path()).constData(), SQLite::OPEN_READWRITE);
-        const bool isVersion1 = database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion;
-        const QSet<qint64> mentioned = mentionedIds(database, questionsForIds(isVersion1));
-        const qint64 last = highestId(database, mentioned, isVersion1 ? "person" : "contact", QFileInfo(path).size());
-        Salvaged salvaged = isVersion1 ? readPeople(Version1(database, Damage::PassOver), mentioned, last)
-                                       : readPeople(RecordReader(database, Damage::PassOver), mentioned, last);
-        if (!salvaged.people.empty())
-            return salvaged;
-    } catch (const SQLite::Exception &exception) {
-        return AddressBookFile::errorOf(exception, path);
-    }
+    const QString name = (*copy)->path();
+    lengthen(name);
+    Result<Salvaged> best = readCopy(name, path);
+    const auto countOfWhole = [](const Salvaged &salvaged) {
+        return qint64(salvaged.people.size()) - salvaged.incomplete;
+    };
+    const auto isMissingSome = [&best] { return !best || best->people.empty() || best->lost + best->incomplete > 0; };
+    const auto tryWith = [&](const KnownLayout::Roots &roots) {
+        if (!KnownLayout::rebuildFirstPage(name, roots))
+            return;
+        auto another = readCopy(name, path);
+        // Digests prove who is whole, so more of them is better.
+        if (another && (!best || countOfWhole(*another) > countOfWhole(*best)))
+            best = std::move(another);
+    };
+    if (isMissingSome())
+        tryWith({});
+    if (isMissingSome())
+        tryWith(KnownLayout::foundIn(name));
+    if (!best || !best->people.empty())
+        return best;
     return Error{ErrorKind::Invalid, path % QStringLiteral(": nobody in it can be read any more")};
 }

@@ -11,7 +11,7 @@
 struct Salvaged
 {
     std::vector<StoredRecord> people; ///< in the order of adding
-    qint64 incomplete = 0; ///< how many of them lack something that could not be read
+    qint64 incomplete = 0; ///< how many of them lack something, or have no digest that proves them whole
     qint64 lost = 0; ///< people of whom something in the file speaks and who are not among these; at least
 };
 

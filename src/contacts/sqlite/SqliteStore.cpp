@@ -105,6 +105,7 @@ public:
     QString path;
     Clock clock;
     int commits = 0;
+    std::vector<QString> damagedPeople;
     std::unique_ptr<Connection> connection; ///< null: could not be opened again
     FileOnDisk book; ///< what the connection has open
     FileOnDisk log;
@@ -194,8 +195,12 @@ Result<std::vector<StoredRecord>> SqliteStore::loadAll()
         SQLite::Transaction transaction(d->database());
         std::vector<StoredRecord> people;
         people.reserve(std::size_t(d->scalar("SELECT count(*) FROM contact")));
-        const auto read =
-            d->connection->reader.everybody([&people](StoredRecord person) { people.push_back(std::move(person)); });
+        d->damagedPeople.clear();
+        const auto read = d->connection->reader.everybody([this, &people](StoredRecord person, Proof proof) {
+            if (proof == Proof::Differs)
+                d->damagedPeople.push_back(person.uid);
+            people.push_back(std::move(person));
+        });
         if (!read)
             return d->damage(read.error());
         d->seenHistory = d->newestHistory();
@@ -205,6 +210,11 @@ Result<std::vector<StoredRecord>> SqliteStore::loadAll()
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, d->path);
     }
+}
+
+const std::vector<QString> &SqliteStore::damagedPeople() const
+{
+    return d->damagedPeople;
 }
 
 Result<void> SqliteStore::commit(const std::vector<RecordChange> &changes)

@@ -25,6 +25,8 @@ public:
     ~SqliteStore() override;
 
     Result<std::vector<StoredRecord>> loadAll() override;
+    /// Who, in the last load, was not as it was saved; whoever it is can be read, but not changed.
+    const std::vector<QString> &damagedPeople() const;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
     void setChangeListener(std::function<void()> listener) override;

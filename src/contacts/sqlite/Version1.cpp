@@ -78,7 +78,6 @@ template <typename Reading> void Version1::attempt(Reading reading)
     } catch (const SQLite::Exception &) {
         if (m_damage == Damage::Refuse)
             throw;
-        m_isIncomplete = true;
     }
 }
 
@@ -89,7 +88,6 @@ Result<StoredRecord> Version1::person(qint64 id)
         statement.bind(1, int64_t(id));
         return statement.executeStep();
     };
-    m_isIncomplete = false;
     if (!firstRow(m_person))
         return StoredRecord();
     StoredRecord person{textOfUtf8(m_person.getColumn(0).getString()), nullptr};
@@ -111,7 +109,6 @@ Result<StoredRecord> Version1::person(qint64 id)
         const SQLite::Column bytes = m_picture.getColumn(0);
         read->record->setImageData(QByteArray(static_cast<const char *>(bytes.getBlob()), bytes.getBytes()));
     });
-    m_incompleteCount += m_isIncomplete ? 1 : 0;
     person.record = read->record;
     return person;
 }

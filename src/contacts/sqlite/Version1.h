@@ -14,8 +14,6 @@ public:
 
     /// A null record where there is no such person. Invalid: the tables say something that is no record.
     Result<StoredRecord> person(qint64 id);
-    /// How many people came with something missing.
-    int incompleteCount() const { return m_incompleteCount; }
 
     /// Of a row of its history: a record as JSON, with the card lines beside it as JSON.
     Result<PersonRecordPtr> recordOf(std::string json, const std::string &cardLines);
@@ -27,8 +25,6 @@ private:
     template <typename Reading> void attempt(Reading reading);
 
     Damage m_damage;
-    int m_incompleteCount = 0;
-    bool m_isIncomplete = false; // the person being read
     RecordJsonReader m_reader;
     SQLite::Statement m_person;
     SQLite::Statement m_picture;
