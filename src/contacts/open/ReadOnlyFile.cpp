@@ -36,7 +36,7 @@ Result<std::unique_ptr<PrivateCopy>> copyOf(const QString &path)
 /// SQLite only says that something failed.
 QString reasonFor(const QString &path, const Error &error)
 {
-    constexpr qint64 kLeastSpace = 64 * 1024; // what SQLite needs beside the file before it can work
+    constexpr qint64 kLeastSpace = 65'536; // what SQLite needs beside the file before it can work
     const bool isFull = error.kind == ErrorKind::Io && QStorageInfo(path).bytesAvailable() < kLeastSpace;
     return isFull ? path % QStringLiteral(": the address book cannot be written: the disk is full") : error.text;
 }
