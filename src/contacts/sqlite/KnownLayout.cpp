@@ -158,9 +158,10 @@ QByteArray firstPage(const QString &newPath, const Roots &roots)
 {
     {
         SQLite::Database database(QFile::encodeName(newPath).constData(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-        database.exec("PRAGMA page_size = " + std::to_string(kPageSize) + "; PRAGMA application_id = "
-            + std::to_string(Schema::kApplicationId) + ';' + Schema::tables() + Schema::versionMark()
-            + "PRAGMA writable_schema = ON; DELETE FROM sqlite_schema WHERE tbl_name NOT IN " + "('contact', 'image')");
+        database.exec("PRAGMA synchronous = OFF; PRAGMA page_size = " + std::to_string(kPageSize)
+            + "; PRAGMA application_id = " + std::to_string(Schema::kApplicationId) + ';' + Schema::tables()
+            + Schema::versionMark() + "PRAGMA writable_schema = ON; DELETE FROM sqlite_schema WHERE tbl_name NOT IN "
+            + "('contact', 'image')");
         const auto place = [&database](const char *name, quint32 page) {
             database.exec(
                 "UPDATE sqlite_schema SET rootpage = " + std::to_string(page) + " WHERE name = '" + name + '\'');

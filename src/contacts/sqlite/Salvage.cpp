@@ -120,6 +120,7 @@ Result<Salvaged> readCopy(const QString &copy, const QString &path)
 {
     try {
         SQLite::Database database(QFile::encodeName(copy).constData(), SQLite::OPEN_READWRITE);
+        database.exec("PRAGMA synchronous = OFF");
         const bool isVersion1 = database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion;
         const QSet<qint64> mentioned = mentionedIds(database, questionsForIds(isVersion1));
         const qint64 last = highestId(database, mentioned, isVersion1 ? "person" : "contact", QFileInfo(copy).size());
