@@ -1,9 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/sqlite/SqliteStore.h"
+#include "contacts/sqlite/AddressBookFile.h"
 #include "contacts/sqlite/BackupFile.h"
 #include "contacts/sqlite/Salvage.h"
 #include "support/TestPeople.h"
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Exception.h>
 
 #include <QFile>
 #include <QHash>
@@ -106,6 +110,12 @@ private Q_SLOTS:
                                         << u("is no address book");
         QTest::newRow("newer") << QByteArray("PRAGMA user_version = 3") << QByteArray() << u("newer version");
         QTest::newRow("no table") << QByteArray("DROP TABLE history") << QByteArray() << u("is damaged");
+        int number = 0;
+        for (const char *sql : {"CREATE TRIGGER t AFTER INSERT ON contact BEGIN DELETE FROM history; END",
+                 "CREATE VIRTUAL TABLE t USING fts5(a)",
+                 "DROP TABLE image; CREATE VIEW image AS WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM "
+                 "r) SELECT n AS hash, n AS bytes FROM r"})
+            QTest::addRow("strange %d", number++) << QByteArray(sql) << QByteArray() << u("is no address book as");
     }
     void otherFilesAreRefusedAndLeftAlone()
     {
@@ -170,6 +180,51 @@ private Q_SLOTS:
         const auto below = SqliteStore::open(m_folder.filePath(u("file/book")));
         QVERIFY(!below);
         QCOMPARE(below.error().kind, ErrorKind::Io);
+    }
+
+    void noStatementRunsForEver()
+    {
+        const QString path = newPath();
+        open(path);
+        SQLite::Database database = AddressBookFile::connect(path);
+        const auto endless = [&database] {
+            database.execAndGet("WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM r) SELECT max(n) FROM r");
+        };
+        QVERIFY_THROWS_EXCEPTION(SQLite::Exception, endless());
+    }
+
+    void programsThatMakeABookAtOnceLoseNothing()
+    {
+        const int rounds = 60 * std::max(1, qEnvironmentVariableIntValue("PEOPLENOOK_FAULT_ROUNDS"));
+        for (int round = 0; round < rounds; ++round) {
+            const QString path = newPath();
+            QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+            if (round % 2 == 0)
+                write(path, {});
+            std::array<pid_t, 3> children{};
+            for (pid_t &child : children) {
+                child = ::fork();
+                if (child == 0) {
+                    ::usleep(useconds_t(::getpid() * 7919 % 3000));
+                    const auto store = SqliteStore::open(path);
+                    ::_exit(store && (*store)->commit({{QString::number(::getpid()), nullptr, record("{}")}}) ? 0 : 1);
+                }
+            }
+            for (const pid_t child : children) {
+                int status = -1;
+                ::waitpid(child, &status, 0);
+                QCOMPARE(status, 0);
+            }
+            QCOMPARE(open(path)->loadAll()->size(), children.size());
+        }
+    }
+
+    void aFileOfSeveralNamesIsRefused()
+    {
+        const QString path = newPath();
+        open(path);
+        QCOMPARE(::link(qPrintable(path), qPrintable(path + u("2"))), 0);
+        QVERIFY(SqliteStore::open(path).error().text.contains(u("2 names")));
     }
 
     void aFileThatCannotBeWrittenIsRefused()
@@ -260,7 +315,7 @@ private Q_SLOTS:
         QFETCH(QString, other);
         const QString path = newPath();
         const auto a = record("{'firstName':'A'}");
-        const auto store = open(path);
+        auto store = open(path);
         QVERIFY(store->commit({{u("a"), nullptr, a}}));
         QVERIFY(QFile::rename(path, path + u(".away")));
         if (!other.isEmpty())
@@ -268,11 +323,76 @@ private Q_SLOTS:
         for (int time = 0; time < 2; ++time) {
             const auto saved = store->commit({{u("b"), nullptr, a}});
             QVERIFY2(!saved && saved.error().text.contains(u("moved, replaced or removed")), "saved");
+            QVERIFY(store->file().isEmpty());
         }
         QVERIFY(other.isEmpty() || (read(path) == "other" && QFile::remove(path)));
-        QVERIFY(QFile::rename(path + u(".away"), path));
+        QCOMPARE(QDir(QFileInfo(path).path()).entryList(QDir::Files), QStringList(u("book.sqlite.away")));
+        QVERIFY(QFile::rename(path + u(".away"), path)); // everything is in it without the log
+        QCOMPARE(open(path)->loadAll()->size(), std::size_t(1));
         QVERIFY(store->commit({{u("b"), nullptr, a}}));
+        store.reset();
         QCOMPARE(open(path)->loadAll()->size(), std::size_t(2));
+    }
+
+    /// A child that may be killed leaves a log beside a file that then becomes another one.
+    void aLogOfAnotherFileIsPutAside_data()
+    {
+        QTest::addColumn<bool>("isKilled"); // else it has the file open all the time
+        QTest::addColumn<int>("others"); // people in the file that takes its place; 0: an earlier state of it
+        QTest::addColumn<int>("saves");
+        QTest::newRow("another book") << true << 300 << 400;
+        QTest::newRow("another book, all of the first in the log") << true << 300 << 5;
+        QTest::newRow("a backup") << true << 0 << 400;
+        QTest::newRow("another book, while the first is open") << false << 300 << 5;
+        QTest::newRow("a backup, while the first is open") << false << 0 << 5;
+    }
+    void aLogOfAnotherFileIsPutAside()
+    {
+        QFETCH(bool, isKilled);
+        QFETCH(int, others);
+        QFETCH(int, saves);
+        const QString path = newPath();
+        const QString other = path + u(".other");
+        const auto fill = [](SqliteStore &store, const QString &name, int from, int to) {
+            for (int i = from; i < to; ++i)
+                QVERIFY(store.commit({{name + QString::number(i), nullptr, record("{'note':'0123456789'}")}}));
+        };
+        fill(*open(path), u("a"), 0, saves / 2);
+        if (others > 0)
+            fill(*open(other), u("b"), 0, others);
+        else
+            QVERIFY(QFile::copy(path, other));
+        fill(*open(path), u("a"), saves / 2, saves);
+        std::array<int, 2> ready{};
+        QCOMPARE(::pipe(ready.data()), 0);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const auto store = open(path);
+            fill(*store, u("a"), saves, saves + 40);
+            const auto written = ::write(ready[1], "", 1);
+            ::pause();
+            ::_exit(int(written));
+        }
+        char byte = 0;
+        QCOMPARE(::read(ready[0], &byte, 1), 1);
+        const auto endChild = [child] {
+            ::kill(child, SIGKILL);
+            ::waitpid(child, nullptr, 0);
+        };
+        if (isKilled)
+            endChild();
+        QCOMPARE(::rename(qPrintable(other), qPrintable(path)), 0);
+        const QByteArray before = read(path);
+        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(u("the log beside it belongs to another address book")));
+        for (int time = 0; time < 2; ++time) {
+            const auto people = open(path)->loadAll();
+            QVERIFY2(people, people ? "" : qPrintable(people.error().text));
+            QCOMPARE(int(people->size()), others > 0 ? others : saves / 2);
+        }
+        if (!isKilled)
+            endChild();
+        QCOMPARE(read(path), before);
+        QVERIFY(QFile::exists(path + u("-wal.unrelated")));
     }
 
     /// What SQLite gives back must equal what was saved to the last character, or the next save takes it for a change

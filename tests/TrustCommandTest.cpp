@@ -391,6 +391,8 @@ private Q_SLOTS:
         const Outcome emptied = runOn("cut.sqlite", {"people"});
         QCOMPARE(emptied.status, 1);
         QVERIFY2(emptied.err.contains(u("; its newest backup is ")), qPrintable(emptied.err));
+        QVERIFY(QFile::link(path("cut.sqlite"), path("link.sqlite")));
+        QVERIFY(runOn("link.sqlite", {"people"}).err.contains(u("; its newest backup is ")));
         QCOMPARE(QFileInfo(path("cut.sqlite")).size(), 0);
     }
 

@@ -79,7 +79,8 @@ private:
         ImportWindow window(paths, log, nullptr);
         const bool isEnded = QSignalSpy(&window, &ImportWindow::ended).wait();
         ABAddressBook::setSharedAddressBook(nullptr);
-        return isEnded && log.rowCount() == paths.size() && window.summary().count(u'\n') + 1 == paths.size();
+        return QFile::remove(link) && isEnded && log.rowCount() == paths.size()
+            && window.summary().count(u'\n') + 1 == paths.size();
     }
 
 private Q_SLOTS:

@@ -207,15 +207,16 @@ void addVerify(CLI::App &app, ChosenCommand &chosen)
     choose(command, chosen, runVerify);
 }
 
-/// Sends diagnostic lines to the console's error stream while it lives, and nowhere when they are not wanted.
+/// Sends diagnostic lines to the console's error stream while it lives. Where they are not wanted, only that a log was
+/// put aside.
 class Diagnostics
 {
 public:
     Diagnostics(Console &console, bool wanted)
     {
-        s_out = wanted ? &console.err : nullptr;
+        s_out = &console.err;
         QLoggingCategory::setFilterRules(wanted ? QStringLiteral("peoplenook.*.debug=true\n*.trace.debug=false")
-                                                : QStringLiteral("peoplenook.*=false"));
+                                                : QStringLiteral("peoplenook.*=false\npeoplenook.store.critical=true"));
         m_previous = qInstallMessageHandler(write);
     }
     ~Diagnostics()
@@ -227,9 +228,11 @@ public:
     Diagnostics &operator=(const Diagnostics &) = delete;
 
 private:
-    static void write(QtMsgType, const QMessageLogContext &context, const QString &line)
+    static void write(QtMsgType type, const QMessageLogContext &context, const QString &line)
     {
-        if (s_out)
+        if (s_out && type == QtCriticalMsg)
+            *s_out << line.toStdString() << '\n';
+        else if (s_out)
             *s_out << context.category << ": " << line.trimmed().toStdString() << '\n';
     }
 

@@ -149,8 +149,8 @@ QString folderOfDailyBackups(const QString &bookFile)
     const QFileInfo file(bookFile);
     const QString path = file.exists() ? file.canonicalFilePath() : file.absoluteFilePath();
     const QByteArray digest = QCryptographicHash::hash(QFile::encodeName(path), QCryptographicHash::Sha1).toHex();
-    return QFileInfo(SqliteStore::defaultPath()).path() % QStringLiteral("/backups/") % file.completeBaseName() % u'-'
-        % QString::fromLatin1(digest.first(kDigits));
+    return QFileInfo(SqliteStore::defaultPath()).path() % QStringLiteral("/backups/")
+        % QFileInfo(path).completeBaseName() % u'-' % QString::fromLatin1(digest.first(kDigits));
 }
 
 QString newestDailyBackup(const QString &bookFile)

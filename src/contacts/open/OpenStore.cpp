@@ -6,6 +6,7 @@
 #include "contacts/open/DesktopModule.h"
 #include "contacts/open/FilePath.h"
 #include "contacts/open/ReadOnlyFile.h"
+#include "contacts/sqlite/PrivateCopy.h"
 #include "contacts/sqlite/SqliteStore.h"
 
 #include <QFileInfo>
@@ -43,6 +44,7 @@ Result<std::unique_ptr<AddressBookStore>> openDesktop(const QString &sourceUid)
 
 Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where)
 {
+    PrivateCopy::removeAbandoned();
     if (where.startsWith(kDesktop))
         return openDesktop(where.sliced(kDesktop.size()));
     if (where.isEmpty() && DesktopModule::isOffered()) {

@@ -16,6 +16,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -43,6 +44,71 @@ struct TemporaryFile
     ~TemporaryFile() { removeWithCompanions(name); }
 };
 
+/// An empty file, which no other program of ours replaces as long as this lives.
+class EmptyFile
+{
+public:
+    explicit EmptyFile(const QString &path)
+        : m_name(QFile::encodeName(path))
+        , m_file(QFileInfo(path).isFile() && QFileInfo(path).size() == 0
+                  ? ::open(m_name.constData(), O_RDWR | O_CLOEXEC)
+                  : -1)
+    {
+        if (m_file >= 0)
+            ::flock(m_file, LOCK_EX); // waits for one who is replacing it
+    }
+    ~EmptyFile()
+    {
+        if (m_file >= 0)
+            ::close(m_file);
+    }
+    EmptyFile(const EmptyFile &) = delete;
+    EmptyFile &operator=(const EmptyFile &) = delete;
+
+    /// Whether it still has its name.
+    bool isThere() const
+    {
+        struct stat own = {};
+        struct stat named = {};
+        return m_file >= 0 && ::fstat(m_file, &own) == 0 && ::stat(m_name.constData(), &named) == 0
+            && own.st_dev == named.st_dev && own.st_ino == named.st_ino && own.st_size == 0;
+    }
+
+private:
+    QByteArray m_name;
+    int m_file;
+};
+
+constexpr int kStepsPerRound = 1'000'000;
+thread_local qint64 roundsOfStatement = 0;
+
+/// A statement inside another one's loop counts as part of it.
+int noteStatement(unsigned /*event*/, void *context, void *started, void * /*sql*/)
+{
+    if (roundsOfStatement == 0)
+        return 0;
+    auto *database = static_cast<sqlite3 *>(context);
+    for (sqlite3_stmt *other = sqlite3_next_stmt(database, nullptr); other;
+         other = sqlite3_next_stmt(database, other)) {
+        if (other != started && sqlite3_stmt_busy(other))
+            return 0;
+    }
+    roundsOfStatement = 0;
+    return 0;
+}
+
+/// A page may be referred to any number of times, so that a small file can have more rows than anybody can read.
+int hasRunTooLong(void *context)
+{
+    constexpr qint64 kRoundsOfSmallFile = 100;
+    constexpr qint64 kBytesPerRound = 10'000;
+    if (++roundsOfStatement < kRoundsOfSmallFile)
+        return 0;
+    const QString path = QFile::decodeName(sqlite3_db_filename(static_cast<sqlite3 *>(context), "main"));
+    const qint64 size = QFileInfo(path).size() + QFileInfo(path % QStringLiteral("-wal")).size();
+    return roundsOfStatement > kRoundsOfSmallFile + size / kBytesPerRound ? 1 : 0;
+}
+
 bool isOurs(const QByteArray &header)
 {
     return header.size() >= kHeaderSize && header.startsWith(QByteArrayView("SQLite format 3\0", 16))
@@ -61,8 +127,11 @@ Error errorOf(const SQLite::Exception &exception, const QString &path)
     switch (exception.getErrorCode()) {
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
+    case SQLITE_INTERRUPT: // by distrust()
     case SQLITE_ERROR: // a table or column of ours is missing
         return error(ErrorKind::Invalid, QStringLiteral("the address book is damaged"));
+    case SQLITE_AUTH:
+        return error(ErrorKind::Invalid, QStringLiteral("is no address book as this program makes them"));
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return error(ErrorKind::Unavailable, QStringLiteral("another program is busy with the address book"));
@@ -128,8 +197,8 @@ Result<void> create(const QString &path)
     } catch (const SQLite::Exception &exception) {
         return errorOf(exception, path);
     }
-    const bool replacesEmptyFile = QFileInfo(path).isFile() && QFileInfo(path).size() == 0;
-    const auto moved = moveIntoPlace(temporary.name, path, replacesEmptyFile);
+    const EmptyFile empty(path);
+    const auto moved = moveIntoPlace(temporary.name, path, empty.isThere());
     return moved ? Result<void>() : moved.error();
 }
 
@@ -205,21 +274,45 @@ Result<void> check(const QString &path)
 {
     if (auto readable = checkReadable(path); !readable)
         return readable;
+    // SQLite finds the log by the file's name, so programs that use different names would not see each other's saves.
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) == 0 && status.st_nlink > 1)
+        return Error{ErrorKind::Invalid,
+            path
+                % QStringLiteral(": the address book has %1 names (hard links); keep one of them, or make a copy")
+                      .arg(status.st_nlink)};
     if (::access(QFile::encodeName(path).constData(), W_OK) != 0)
         return Error{
             ErrorKind::ReadOnly, path % QStringLiteral(": the address book cannot be written: ") % lastSystemError()};
     return {};
 }
 
+void distrust(SQLite::Database &database)
+{
+    sqlite3 *handle = database.getHandle();
+    sqlite3_progress_handler(handle, kStepsPerRound, &hasRunTooLong, handle);
+    sqlite3_trace_v2(handle, SQLITE_TRACE_STMT, &noteStatement, handle);
+    // No functions with side effects, and a damaged page is noticed when it is read.
+    database.exec("PRAGMA trusted_schema = OFF");
+    database.exec("PRAGMA cell_size_check = ON");
+    // What a row of the schema makes is decided by its text, whatever its other columns say.
+    SQLite::Statement strange(database,
+        "SELECT name FROM (SELECT name, sql, iif(sql LIKE 'CREATE VIEW %', substr(sql, 13), '') AS view FROM "
+        "sqlite_schema) WHERE NOT (sql LIKE 'CREATE TABLE %' OR sql LIKE 'CREATE INDEX %' "
+        "OR sql LIKE 'CREATE UNIQUE INDEX %' OR ((SELECT user_version FROM pragma_user_version) > 1 AND view LIKE "
+        "'_% AS %' AND substr(view, instr(view, ' '), 4) LIKE ' AS ' AND substr(view, 1, instr(view, ' ') - 1) NOT "
+        "GLOB '*[^A-Za-z]*' AND lower(substr(view, 1, instr(view, ' ') - 1)) NOT IN ('contact', 'image', 'save', "
+        "'history')))");
+    if (strange.executeStep())
+        throw SQLite::Exception("it has something of its own named " + strange.getColumn(0).getString(), SQLITE_AUTH);
+}
+
 SQLite::Database connect(const QString &path)
 {
     SQLite::Database database(
         QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, kBusyTimeoutMs);
+    distrust(database);
     database.exec("PRAGMA journal_mode = WAL");
-    // What is in the file may come from anybody: its triggers and views get no functions with side effects, and a
-    // damaged page is noticed when it is read.
-    database.exec("PRAGMA trusted_schema = OFF");
-    database.exec("PRAGMA cell_size_check = ON");
     // FULL: a save that was acknowledged is on the disk, whatever happens to the machine afterwards.
     database.exec("PRAGMA synchronous = FULL");
     return database;

@@ -59,6 +59,7 @@ bool reachesDisk(const QByteArray &name)
 Result<qint64> checked(const QByteArray &name, const QString &path)
 {
     SQLite::Database database(name.constData(), SQLite::OPEN_READWRITE);
+    AddressBookFile::distrust(database);
     // One file without companions, which can be carried anywhere.
     database.exec("PRAGMA journal_mode = DELETE");
     if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")

@@ -30,6 +30,19 @@ struct FileName
 
 std::unique_ptr<DatabaseBytes> DatabaseBytes::open(const QString &path)
 {
+    return open(path, SQLITE_OPEN_READONLY);
+}
+
+std::unique_ptr<DatabaseBytes> DatabaseBytes::openAlone(const QString &path)
+{
+    auto bytes = open(path, SQLITE_OPEN_READWRITE);
+    const auto lock = [&bytes](int level) { return bytes->m_file->pMethods->xLock(bytes->m_file, level) == SQLITE_OK; };
+    // Every connection that uses a log holds the shared lock until it is closed.
+    return bytes && lock(SQLITE_LOCK_SHARED) && lock(SQLITE_LOCK_EXCLUSIVE) ? std::move(bytes) : nullptr;
+}
+
+std::unique_ptr<DatabaseBytes> DatabaseBytes::open(const QString &path, int access)
+{
     if (::access(QFile::encodeName(path).constData(), R_OK) != 0)
         return nullptr;
     errno = EINVAL;
@@ -42,7 +55,7 @@ std::unique_ptr<DatabaseBytes> DatabaseBytes::open(const QString &path)
     std::unique_ptr<DatabaseBytes> bytes(new DatabaseBytes);
     bytes->m_memory.resize(static_cast<std::size_t>(system->szOsFile));
     auto *file = reinterpret_cast<sqlite3_file *>(bytes->m_memory.data());
-    const int opened = system->xOpen(system, name.text, file, SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_DB, nullptr);
+    const int opened = system->xOpen(system, name.text, file, access | SQLITE_OPEN_MAIN_DB, nullptr);
     if (file->pMethods)
         bytes->m_file = file; // to be closed, even after a failure
     return opened == SQLITE_OK ? std::move(bytes) : nullptr;

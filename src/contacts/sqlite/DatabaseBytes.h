@@ -18,6 +18,9 @@ class DatabaseBytes
 public:
     /// Null where @p path is no regular file or cannot be read; errno says why.
     static std::unique_ptr<DatabaseBytes> open(const QString &path);
+    /// The same, and as long as it lives no connection has the file open or can open it. Null also where one has, or
+    /// where the file cannot be written.
+    static std::unique_ptr<DatabaseBytes> openAlone(const QString &path);
     ~DatabaseBytes();
     DatabaseBytes(const DatabaseBytes &) = delete;
     DatabaseBytes &operator=(const DatabaseBytes &) = delete;
@@ -31,6 +34,7 @@ public:
 
 private:
     DatabaseBytes() = default;
+    static std::unique_ptr<DatabaseBytes> open(const QString &path, int access);
 
     std::vector<char> m_memory; // of m_file, which SQLite makes in place
     sqlite3_file *m_file = nullptr; // null: not opened

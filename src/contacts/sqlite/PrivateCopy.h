@@ -3,15 +3,9 @@
 #pragma once
 
 #include "base/Result.h"
-#include "contacts/sqlite/DatabaseBytes.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <cerrno>
-#include <cstring>
 #include <memory>
 
 /// A copy of a database file for reading, in a folder of its own that goes away with it: SQLite changes a file, or the
@@ -19,39 +13,23 @@
 class PrivateCopy
 {
 public:
-    explicit PrivateCopy(const QString &folder) : m_folder(folder % QStringLiteral("/peoplenook-XXXXXX")) { }
+    enum class Log { With, Without };
 
     /// In memory where the disk has no room. Io: it cannot be read, or there is no room for the copy.
-    static Result<std::unique_ptr<PrivateCopy>> of(const QString &path)
-    {
-        auto copy = in(QDir::tempPath(), path);
-        return copy ? std::move(copy) : in(QStringLiteral("/dev/shm"), path);
-    }
+    static Result<std::unique_ptr<PrivateCopy>> of(const QString &path, Log log = Log::With);
+    ~PrivateCopy();
+    PrivateCopy(const PrivateCopy &) = delete;
+    PrivateCopy &operator=(const PrivateCopy &) = delete;
 
     QString path() const { return m_folder.filePath(QStringLiteral("copy")); }
 
-private:
-    static Result<std::unique_ptr<PrivateCopy>> in(const QString &folder, const QString &path)
-    {
-        auto copy = std::make_unique<PrivateCopy>(folder);
-        const auto failed = [&](const QString &what) {
-            return Error{ErrorKind::Io, path % what % QString::fromLocal8Bit(std::strerror(errno))};
-        };
-        const auto file = DatabaseBytes::open(path);
-        if (!file)
-            return failed(QStringLiteral(": cannot be read: "));
-        const QString log = path % QStringLiteral("-wal");
-        const bool isCopied = copy->m_folder.isValid() && file->copyTo(copy->path())
-            && (QFileInfo(log).size() == 0 || copyLog(log, copy->path() % QStringLiteral("-wal")));
-        if (!isCopied)
-            return failed(QStringLiteral(": cannot be copied for reading: "));
-        return copy;
-    }
+    /// Removes the copies of programs that were killed.
+    static void removeAbandoned();
 
-    static bool copyLog(const QString &from, const QString &to)
-    {
-        return QFile::copy(from, to) && QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner);
-    }
+private:
+    explicit PrivateCopy(const QString &folder);
+    static Result<std::unique_ptr<PrivateCopy>> in(const QString &folder, const QString &path, Log log);
 
     QTemporaryDir m_folder;
+    int m_lock; // held as long as this lives
 };

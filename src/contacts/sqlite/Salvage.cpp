@@ -120,6 +120,7 @@ Result<Salvaged> readCopy(const QString &copy, const QString &path)
 {
     try {
         SQLite::Database database(QFile::encodeName(copy).constData(), SQLite::OPEN_READWRITE);
+        AddressBookFile::distrust(database);
         database.exec("PRAGMA synchronous = OFF");
         const bool isVersion1 = database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion;
         const QSet<qint64> mentioned = mentionedIds(database, questionsForIds(isVersion1));

@@ -5,6 +5,7 @@
 #include "contacts/record/Utf8Text.h"
 #include "contacts/sqlite/AddressBookFile.h"
 #include "contacts/sqlite/HistoryTable.h"
+#include "contacts/sqlite/LogFile.h"
 #include "contacts/sqlite/RecordWriter.h"
 #include "contacts/sqlite/Schema.h"
 
@@ -16,7 +17,6 @@
 #include <QStandardPaths>
 
 #include <sqlite3.h>
-#include <sys/stat.h>
 
 Q_LOGGING_CATEGORY(lcStore, "peoplenook.store")
 
@@ -27,21 +27,6 @@ constexpr std::size_t kLargeCommit = 1000;
 
 /// After how many commits the history is looked through for what has become too old; the first one of a run does too.
 constexpr int kCommitsPerPruning = 256;
-
-/// Which file has a name, whatever happens to the name afterwards; none: all zero.
-struct FileOnDisk
-{
-    dev_t device = 0;
-    ino_t number = 0;
-
-    static FileOnDisk named(const QString &path)
-    {
-        struct stat status = {};
-        return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? FileOnDisk{status.st_dev, status.st_ino}
-                                                                         : FileOnDisk{};
-    }
-    friend bool operator==(const FileOnDisk &, const FileOnDisk &) = default;
-};
 
 /// Room for an index that a large import writes all over, given back afterwards.
 class LargeCache
@@ -75,8 +60,11 @@ public:
         , clock(std::move(theClock))
         , connection(std::make_unique<Connection>(std::move(database)))
         , book(FileOnDisk::named(path))
-        , log(FileOnDisk::named(logName()))
+        , log(FileOnDisk::named(LogFile::nameFor(path)))
     { }
+    ~Private() { leaveMovedFile(); }
+    Private(const Private &) = delete;
+    Private &operator=(const Private &) = delete;
 
     struct Connection
     {
@@ -97,8 +85,9 @@ public:
 
     /// What is said of a person who cannot be read, with the file's name.
     Error damage(const Error &error) const { return {error.kind, path % QStringLiteral(": ") % error.text}; }
-    QString logName() const { return path % QStringLiteral("-wal"); }
-    bool hasItsFiles() const { return book == FileOnDisk::named(path) && log == FileOnDisk::named(logName()); }
+    bool hasItsFile() const { return book == FileOnDisk::named(path); }
+    bool hasItsFiles() const { return hasItsFile() && log == FileOnDisk::named(LogFile::nameFor(path)); }
+    void leaveMovedFile();
     Result<void> reopenIfLogIsGone();
     Result<void> commitOnce(const std::vector<RecordChange> &changes);
 
@@ -114,13 +103,26 @@ public:
     QFileSystemWatcher *watcher = nullptr; ///< belongs to the thread of its event loop
 };
 
+/// A file of another name keeps all that was saved, and its log does not wait for the next file of this name.
+void SqliteStore::Private::leaveMovedFile()
+{
+    if (!connection || hasItsFile())
+        return;
+    int written = 0;
+    int inLog = -1;
+    sqlite3_wal_checkpoint_v2(database().getHandle(), nullptr, SQLITE_CHECKPOINT_PASSIVE, &inLog, &written);
+    if (inLog == written) // else another program has yet to do so
+        LogFile::removeOrphan(path, log);
+}
+
 /// Whatever closes a descriptor of the file in this process takes back SQLite's locks on it, and another program then
 /// clears the log away. What is written to such a log is lost.
 Result<void> SqliteStore::Private::reopenIfLogIsGone()
 {
     if (connection && hasItsFiles())
         return {};
-    if (book != FileOnDisk::named(path))
+    leaveMovedFile();
+    if (!hasItsFile())
         return Error{ErrorKind::Unavailable,
             path
                 % QStringLiteral(": the address book was moved, replaced or removed while it was open; nothing can be "
@@ -131,10 +133,11 @@ Result<void> SqliteStore::Private::reopenIfLogIsGone()
         sqlite3_db_config(database().getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     connection.reset(); // first: connections of one process share what they know of a log
     connection = std::make_unique<Connection>(AddressBookFile::connect(path));
-    log = FileOnDisk::named(logName());
+    log = FileOnDisk::named(LogFile::nameFor(path));
     seenDataVersion = -1;
     if (watcher)
-        QMetaObject::invokeMethod(watcher, [watched = watcher, name = logName()] { watched->addPath(name); });
+        QMetaObject::invokeMethod(
+            watcher, [watched = watcher, name = LogFile::nameFor(path)] { watched->addPath(name); });
     return {};
 }
 
@@ -164,6 +167,8 @@ Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Cloc
     if (auto checked = AddressBookFile::check(file); !checked)
         return checked.error();
     try {
+        if (auto settled = LogFile::putAsideUnrelated(file); !settled)
+            return settled.error();
         SQLite::Database database = AddressBookFile::connect(file);
         // The version in the file's header may be older than the one in its write-ahead log.
         const int version = database.execAndGet("PRAGMA user_version").getInt();
@@ -184,6 +189,11 @@ Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Cloc
 QString SqliteStore::name() const
 {
     return d->path;
+}
+
+QString SqliteStore::file() const
+{
+    return d->hasItsFile() ? d->path : QString();
 }
 
 Result<std::vector<StoredRecord>> SqliteStore::loadAll()
@@ -290,7 +300,7 @@ void SqliteStore::setChangeListener(std::function<void()> listener)
     if (!listener)
         return;
     // Every commit is written to the log first, and the log stays as long as anybody has the address book open.
-    d->watcher = new QFileSystemWatcher({d->logName()});
+    d->watcher = new QFileSystemWatcher({LogFile::nameFor(d->path)});
     QObject::connect(
         d->watcher, &QFileSystemWatcher::fileChanged, d->watcher, [listener = std::move(listener)] { listener(); });
 }

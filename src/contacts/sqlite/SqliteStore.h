@@ -34,7 +34,7 @@ public:
     Result<ChangeStep> historyStep(const QString &causeId) override;
     bool canWrite() const override { return true; }
     QString name() const override;
-    QString file() const override { return name(); }
+    QString file() const override;
 
 private:
     class Private;
