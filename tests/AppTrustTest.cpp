@@ -267,6 +267,19 @@ private Q_SLOTS:
         QCOMPARE(answer.said, u"Nothing was changed.|tests/CMakeLists.txt: is no address book of this program"_s);
     }
 
+    void anAddressBookThatIsGoneIsSavedAgain()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo'}"});
+        start(path);
+        QVERIFY(QFile::rename(path, path + u".away"_s));
+        const Answer answer(u"Save Under the Old Name"_s);
+        QVERIFY(!m_app->loadContactsViewController().editCell(u"Anna"_s, Field::FirstName, 0));
+        QTRY_VERIFY(answer.said.contains(path + u" was moved, replaced or removed"_s));
+        QTRY_COMPARE(ABAddressBook::sharedAddressBook()->file(), path);
+        QVERIFY(savedBook().contains("\"Anna\"") && savedBook().contains("\"Bo\""));
+    }
+
     void aDamagedAddressBookIsNotTheEnd_data()
     {
         QTest::addColumn<QString>("choice");

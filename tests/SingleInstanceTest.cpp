@@ -106,6 +106,18 @@ private Q_SLOTS:
         QVERIFY(!next.handOver({}, 0ms));
     }
 
+    void withoutARuntimeFolderALockOfOursIsUsed()
+    {
+        const QByteArray before = qgetenv("XDG_RUNTIME_DIR");
+        qputenv("XDG_RUNTIME_DIR", "/dev/null/none");
+        qputenv("XDG_DATA_HOME", QFile::encodeName(m_folder->path()));
+        const QString socket = SingleInstance(m_book).socketPath();
+        qunsetenv("XDG_DATA_HOME");
+        qputenv("XDG_RUNTIME_DIR", before);
+        QCOMPARE(QFileInfo(socket).path(), m_folder->filePath(QStringLiteral("peoplenook")));
+        QVERIFY(QFileInfo(QFileInfo(socket).path()).isDir());
+    }
+
     void killedApplicationIsNoObstacle()
     {
         QProcess killed;

@@ -78,6 +78,11 @@ void AppDelegate::setUpFailures()
     connect(&m_table, &LoadContactsViewController::failed, this,
         [this](const QString &reason) { m_activity.append(ActivityLog::Kind::Failure, reason); });
     connect(&m_activity, &ActivityLog::failed, &m_window, &MainWindow::setFailureMark);
+    connect(&m_activity, &ActivityLog::failed, this, [this] {
+        const auto book = ABAddressBook::sharedAddressBook();
+        if (book && book->file().isEmpty() && !fileOfBook(m_opener.where()).isEmpty())
+            m_backupActions->offerNewPlace(book->name());
+    });
 }
 
 void AppDelegate::applicationDidFinishLaunching(const QString &where)

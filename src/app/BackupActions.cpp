@@ -14,6 +14,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <utility>
+
 namespace {
 
 QString contacts(qint64 count)
@@ -31,10 +33,10 @@ Error noAddressBook()
     return {ErrorKind::Unavailable, BackupActions::tr("no address book is open")};
 }
 
-Result<QString> backedUp(const QString &path)
+Result<QString> backedUp(const QString &path, bool replaces)
 {
     const auto book = ABAddressBook::sharedAddressBook();
-    const auto people = book ? backUp(*book, path, true) : Result<qint64>(noAddressBook());
+    const auto people = book ? backUp(*book, path, replaces) : Result<qint64>(noAddressBook());
     if (!people)
         return people.error();
     return BackupActions::tr("Backed up %1 to %2").arg(contacts(*people), path);
@@ -111,7 +113,7 @@ void BackupActions::backUp()
 
 void BackupActions::backUpTo(const QString &path)
 {
-    run([path] { return backedUp(path); }, QFileInfo(path).path(), [] {});
+    run([path] { return backedUp(path, true); }, QFileInfo(path).path(), [] {});
 }
 
 void BackupActions::restore()
@@ -177,6 +179,40 @@ void BackupActions::offerRescue(const Rescue::Offer &offer, const QString &reaso
         tr("Open What Can Be Read"), [=, this] { rescueInto(newFile, [=] { return salvaged(offer, newFile); }); });
     box->setEscapeButton(box->addButton(tr("Close"), QMessageBox::RejectRole));
     box->open();
+}
+
+void BackupActions::offerNewPlace(const QString &file)
+{
+    if (std::exchange(m_isOfferingNewPlace, true))
+        return;
+    auto *box = new QMessageBox(&m_window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setIcon(QMessageBox::Warning);
+    box->setWindowTitle(tr("The address book is gone."));
+    box->setText(tr("The address book is gone."));
+    box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(
+        tr("%1 was moved, replaced or removed while it was open. All contacts as you see them can be "
+           "saved in a new file, without the history.")
+            .arg(file));
+    const auto addChoice = [box](const QString &text, const std::function<void()> &chosen) {
+        connect(box->addButton(text, QMessageBox::AcceptRole), &QPushButton::clicked, box, chosen);
+    };
+    if (!QFileInfo::exists(file))
+        addChoice(tr("Save Under the Old Name"), [this, file] { moveTo(file, false); });
+    addChoice(tr("Save As…"), [this, file] {
+        const QStringList paths = askForFiles(&m_window, FilesAsked::ToSave, tr("Save As"), file, fileFilter());
+        if (!paths.isEmpty())
+            moveTo(paths.front(), true); // the dialog asked whether a file of that name may go
+    });
+    box->setEscapeButton(box->addButton(tr("Close"), QMessageBox::RejectRole));
+    connect(box, &QObject::destroyed, this, [this] { m_isOfferingNewPlace = false; });
+    box->open();
+}
+
+void BackupActions::moveTo(const QString &path, bool replaces)
+{
+    run([=] { return backedUp(path, replaces); }, QFileInfo(path).path(), [this, path] { Q_EMIT rescued(path); });
 }
 
 void BackupActions::rescueInto(const QString &newFile, const Work &work)

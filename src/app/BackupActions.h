@@ -34,6 +34,9 @@ public:
     /// The address book cannot be opened for @p reason. What the user chooses is put into a new file.
     void offerRescue(const Rescue::Offer &offer, const QString &reason);
 
+    /// The address book's file is not where it was. All people, with what could not be saved, can go into another one.
+    void offerNewPlace(const QString &file);
+
 Q_SIGNALS:
     void finished(bool isDone); ///< a backup, a restore (not one that the user took back) or a rescue
     void restored(); ///< the address book is not what it was
@@ -45,11 +48,13 @@ private:
     /// @p then runs on the main thread after a success.
     void run(const Work &work, const QString &folder, const std::function<void()> &then);
     void confirm(const Result<RestorePlan> &plan, const QString &path);
+    void moveTo(const QString &path, bool replaces);
     void rescueInto(const QString &newFile, const Work &work);
     void fail(const QString &title, const Error &error);
 
     QWidget &m_window;
     AlertPanel &m_alerts;
     ActivityLog &m_log;
+    bool m_isOfferingNewPlace = false;
     LatestJob m_job;
 };

@@ -29,12 +29,25 @@ QString settled(const QString &path)
     return settled(file.absolutePath()) + u'/' + file.fileName();
 }
 
+/// Where the desktop gives no folder, the lock must not depend on the current one, and no other user may take its
+/// place.
+QString runtimeFolder()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (!folder.isEmpty() && folder == QDir::cleanPath(qEnvironmentVariable("XDG_RUNTIME_DIR")))
+        return folder;
+    QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/peoplenook");
+    QDir().mkpath(own);
+    QFile::setPermissions(own, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return own;
+}
+
 QString pathInFolder(const QString &where, const QString &folder)
 {
     const bool isFile = !where.isEmpty() && !where.startsWith(QLatin1StringView("eds:"));
     const QString book = isFile ? settled(where) : where;
     const QByteArray hash = QCryptographicHash::hash(book.toUtf8(), QCryptographicHash::Sha256);
-    const QDir place(folder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) : folder);
+    const QDir place(folder.isEmpty() ? runtimeFolder() : folder);
     // Short: the path of a socket has room for 107 bytes.
     return place.filePath(QStringLiteral("peoplenook-") + QString::fromLatin1(hash.first(8).toHex()));
 }

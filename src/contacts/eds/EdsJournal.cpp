@@ -70,6 +70,13 @@ bool isSameFile(int file, const QString &path)
         && open.st_dev == named.st_dev && open.st_ino == named.st_ino;
 }
 
+/// Closed to other users, also one that an earlier version made.
+bool makeFolder(const QString &folder)
+{
+    return QDir().mkpath(folder)
+        && QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 } // namespace
 
 QString folderOfBook(const QString &dataFolder, const QString &sourceUid)
@@ -108,7 +115,7 @@ Result<void> writeDurably(const QString &path, const QByteArray &text, FileLock 
 {
     const QString folder = QFileInfo(path).path();
     QSaveFile file(path);
-    const bool written = QDir().mkpath(folder) && file.open(QIODevice::WriteOnly)
+    const bool written = makeFolder(folder) && file.open(QIODevice::WriteOnly)
         && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) && file.write(text) == text.size() && file.flush()
         && ::fsync(file.handle()) == 0 && (!lock || lock->take(file.handle())) && file.commit();
     if (!written)
@@ -153,7 +160,7 @@ Result<void> EdsJournal::begin(const std::vector<Entry> &entries)
 bool EdsJournal::moveToHistory()
 {
     const QString history = m_folder % QStringLiteral("/history");
-    QDir().mkpath(history);
+    makeFolder(history);
     // Two saves in one millisecond must not push each other out.
     QDateTime now = currentTime();
     bool isMoved = QFile::rename(m_current, EdsHistory::fileOf(history, now));
