@@ -125,6 +125,41 @@ private Q_SLOTS:
         }
     }
 
+    void aFileThatIsTakenAwayAtEachWrite_data()
+    {
+        QTest::addColumn<QByteArray>("kind");
+        for (const char *kind : {"moved", "replaced", "removed"})
+            QTest::newRow(kind) << QByteArray(kind);
+    }
+    void aFileThatIsTakenAwayAtEachWrite()
+    {
+        QFETCH(QByteArray, kind);
+        constexpr int kSavesInAll = 5;
+        const auto expected = expectedStates(1, kSavesInAll);
+        const auto others = expectedStates(2, 2);
+        int call = 1;
+        for (bool reached = true; reached; ++call) {
+            const QTemporaryDir folder(quickFolder());
+            QCOMPARE(save(folder.path(), 2, 0, 2, {"kill", 0}).exitCode, 0);
+            QVERIFY(QFile::rename(folder.filePath(u("book")), folder.filePath(u("other"))));
+            QCOMPARE(save(folder.path(), 1, 0, 1, {"kill", 0}).exitCode, 0);
+            const FaultyRun run = save(folder.path(), 1, 1, kSavesInAll - 1, {kind, call});
+            reached = run.wasReached;
+            const auto told = 1 + int(run.out.size());
+            const auto where = u("call %1, %2 told").arg(call).arg(told);
+            QVERIFY2(told == kSavesInAll || (reached && run.exitCode == 1), qPrintable(where));
+            QVERIFY2(!QFile::exists(folder.filePath(u("book-wal"))), qPrintable(where));
+            if (!reached || kind == "removed")
+                continue;
+            QString fault;
+            const bool isMoved = kind == "moved";
+            const int held =
+                savesHeldBy(folder.filePath(isMoved ? u("away") : u("book")), isMoved ? expected : others, fault);
+            QVERIFY2(isMoved ? held == told || held == told + 1 : held == 2, qPrintable(where + fault));
+        }
+        QVERIFY2(call > 20, qPrintable(QString::number(call)));
+    }
+
     /// One file, whose saves are killed again and again, also while they mend what the last kill left.
     void killedAgainAndAgain()
     {

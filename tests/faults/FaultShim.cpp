@@ -8,6 +8,8 @@
 //   PEOPLENOOK_FAULT_AT     the number of the call, from 1
 //   PEOPLENOOK_FAULT        "kill": the process is killed instead of the call
 //                           "torn": the same, after half of the bytes of a write
+//                           "moved", "replaced", "removed": the file "book" in that folder is, by the name "away", by
+//                           "other", or at all
 //                           a number: this errno, from that call on
 //   PEOPLENOOK_FAULT_WHILE  only while this file exists; without it, always
 //   PEOPLENOOK_FAULT_CLOCK  seconds by which the clock is ahead; may be negative
@@ -87,6 +89,25 @@ std::atomic<int> callCount = 0;
 
 enum class Need { Room, NoRoom };
 
+/// What another program does to the address book. False: nothing of the kind is planned.
+bool changeBook()
+{
+    static const auto call = real<int(const char *, const char *)>("rename");
+    const std::string fault = setting("PEOPLENOOK_FAULT");
+    const std::string folder = plan().folder + '/';
+    if (fault == "moved")
+        return call((folder + "book").c_str(), (folder + "away").c_str()) == 0;
+    if (fault == "replaced")
+        return call((folder + "other").c_str(), (folder + "book").c_str()) == 0;
+    return fault == "removed" && real<int(const char *)>("unlink")((folder + "book").c_str()) == 0;
+}
+
+bool wasBookChanged()
+{
+    static const bool isChanged = changeBook();
+    return isChanged;
+}
+
 /// Counts a call. True: it is to fail, and errno says how. A kill does not return, but for @p tear, half of a write.
 template <typename Tear> bool isSpoiled(Need need, Tear tear)
 {
@@ -106,6 +127,10 @@ template <typename Tear> bool isSpoiled(Need need, Tear tear)
     }
     errno = errnoBefore;
     if (plan().error == 0) {
+        if (wasBookChanged()) {
+            errno = errnoBefore;
+            return false;
+        }
         if (plan().torn)
             tear();
         ::kill(::getpid(), SIGKILL);

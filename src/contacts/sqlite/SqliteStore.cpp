@@ -55,11 +55,11 @@ private:
 class SqliteStore::Private
 {
 public:
-    Private(QString filePath, Clock theClock, SQLite::Database &&database)
+    Private(QString filePath, FileOnDisk file, Clock theClock, SQLite::Database &&database)
         : path(std::move(filePath))
         , clock(std::move(theClock))
         , connection(std::make_unique<Connection>(std::move(database)))
-        , book(FileOnDisk::named(path))
+        , book(file)
         , log(FileOnDisk::named(LogFile::nameFor(path)))
     { }
     ~Private() { leaveMovedFile(); }
@@ -85,7 +85,7 @@ public:
 
     /// What is said of a person who cannot be read, with the file's name.
     Error damage(const Error &error) const { return {error.kind, path % QStringLiteral(": ") % error.text}; }
-    bool hasItsFile() const { return book == FileOnDisk::named(path); }
+    bool hasItsFile() const { return book != FileOnDisk() && book == FileOnDisk::named(path); }
     bool hasItsFiles() const { return hasItsFile() && log == FileOnDisk::named(LogFile::nameFor(path)); }
     void leaveMovedFile();
     Result<void> reopenIfLogIsGone();
@@ -167,6 +167,8 @@ Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Cloc
     if (auto checked = AddressBookFile::check(file); !checked)
         return checked.error();
     try {
+        // Before it is opened: a file that loses its name from here on is never taken for the one that has it then.
+        const FileOnDisk book = FileOnDisk::named(file);
         if (auto settled = LogFile::putAsideUnrelated(file); !settled)
             return settled.error();
         SQLite::Database database = AddressBookFile::connect(file);
@@ -179,7 +181,7 @@ Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Cloc
             if (auto migrated = Migration::migrate(database, file, ofOldFormat); !migrated)
                 return migrated.error();
         }
-        auto opened = std::make_unique<Private>(file, std::move(clock), std::move(database));
+        auto opened = std::make_unique<Private>(file, book, std::move(clock), std::move(database));
         return std::unique_ptr<SqliteStore>(new SqliteStore(std::move(opened)));
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, file);
