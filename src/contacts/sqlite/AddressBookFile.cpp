@@ -304,7 +304,7 @@ void distrust(SQLite::Database &database)
         "GLOB '*[^A-Za-z]*' AND lower(substr(view, 1, instr(view, ' ') - 1)) NOT IN ('contact', 'image', 'save', "
         "'history')))");
     if (strange.executeStep())
-        throw SQLite::Exception("it has something of its own named " + strange.getColumn(0).getString(), SQLITE_AUTH);
+        throw SQLite::Exception("unexpected object: " + strange.getColumn(0).getString(), SQLITE_AUTH);
 }
 
 SQLite::Database connect(const QString &path)
