@@ -22,6 +22,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -93,7 +94,7 @@ private Q_SLOTS:
     {
         start({"{'uid':'1','firstName':'Ann ','lastName':'Lee'}"});
         end();
-        QVERIFY(QFile::link(u"nowhere"_s, m_path + u"-shm"_s)); // no links: SQLite cannot write now, not even as root
+        QVERIFY(QDir().mkdir(m_path + u"-journal"_s)); // no file: SQLite cannot open the book now, not even as root
         m_app = std::make_unique<AppDelegate>();
         m_app->applicationDidFinishLaunching(m_path);
         QTRY_COMPARE(contacts()->table()->model()->rowCount(), 1);
