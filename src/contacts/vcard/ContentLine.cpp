@@ -202,6 +202,8 @@ void parseContentLine(ContentLine &line, std::string_view text, const HeadFinder
     if (nameBegin > 0)
         line.group = trimmed(text.substr(0, nameBegin - 1));
     line.name = trimmed(text.substr(nameBegin, nameEnd - nameBegin));
+    while (line.name.starts_with('.')) // or a line that is kept could be another one when it is read again
+        line.name = trimmed(line.name.substr(1));
     line.params = text.substr(nameEnd, head.colon - nameEnd);
     line.id = cardName(line.name);
     if (!line.params.empty())
