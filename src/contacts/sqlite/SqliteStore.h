@@ -25,7 +25,7 @@ public:
     ~SqliteStore() override;
 
     Result<std::vector<StoredRecord>> loadAll() override;
-    /// Who, in the last load, was not as it was saved; whoever it is can be read, but not changed.
+    /// The people who, in the last load, were not as they were saved: they can be read, but not changed.
     const std::vector<QString> &damagedPeople() const;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
