@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(outcome.out, u("a  (null) (null)  deleted a\n"));
         outcome = fix("Invalid Characters", "Edit in Contacts", {"--all"});
         QVERIFY(outcome.status == 0 && outcome.out.contains(u("b  (null) (null)  nothing changed; it is left")));
-        // Whoever was merged is not merged again.
+        // A finding whose contact was merged before is skipped.
         import("{\"uid\":\"a\",\"email\":[{\"value\":\"x\"},{\"value\":\"y\"}]}\n"
                "{\"uid\":\"b\",\"email\":[{\"value\":\"x\"}]}\n{\"uid\":\"c\",\"email\":[{\"value\":\"y\"}]}\n");
         outcome = fix("Share Email address", "Merge contacts", {"--all"});

@@ -518,7 +518,7 @@ private Q_SLOTS:
         });
     }
 
-    /// Whoever is told to be whole is as he was saved, nobody is made up, and nobody is missing without being counted.
+    /// People reported as whole are as they were saved, none is made up, and none is missing without being counted.
     void salvageIsExact()
     {
         const QString path = newPath();

@@ -7,8 +7,8 @@
 
 #include <QPointer>
 
-/// Looks again at the findings of people who were changed after the scan, on a thread of its own, and takes away those
-/// that no longer hold. For the main thread.
+/// Looks again at the findings of people who were changed after the scan, in the background, and removes those that no
+/// longer hold. For the main thread.
 class Reexamination : public QObject
 {
     Q_OBJECT

@@ -16,8 +16,8 @@ namespace PatientCall {
 void run(const std::function<void()> &job, const std::function<void()> &onWait = {});
 
 /// Runs @p task on the main thread later, in the order of the calls, unless @p context is gone by then. Never inside a
-/// run() or while there is a Hold, as whoever waits may be using what the task changes. May be called on any thread as
-/// long as @p context is there.
+/// run() or while there is a Hold, as the waiting code may be using what the task changes. May be called on any thread
+/// as long as @p context is there.
 void deliver(QObject *context, std::function<void()> task);
 
 /// Holds back what is delivered as long as it lives. For a function that waits for the user: events, and with them

@@ -80,7 +80,7 @@ Result<qint64> checked(const QByteArray &name, const QString &path)
         if (!first)
             first = error;
     });
-    // The file is in order, and whoever is not can be put back into it: not Invalid.
+    // The file is in order and the damaged people can be put back into it: not Invalid.
     return first ? Result<qint64>(failure(path, first->text)) : people;
 }
 
