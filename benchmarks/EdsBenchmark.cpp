@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GeneratedBook.h"
-#include "contacts/eds/EdsStore.h"
+#include "contacts/stores/eds/EdsStore.h"
 #include "support/PrivateDesktop.h"
 #include "support/SqlQuestion.h"
 

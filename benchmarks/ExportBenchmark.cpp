@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GeneratedBook.h"
-#include "export/ExportCSV.h"
-#include "export/ExportTXT.h"
-#include "export/ExportToHtml.h"
-#include "export/ExportVCard.h"
-#include "export/XlsxCreater.h"
+#include "export/formats/ExportCSV.h"
+#include "export/formats/ExportTXT.h"
+#include "export/formats/ExportToHtml.h"
+#include "export/formats/ExportVCard.h"
+#include "export/formats/XlsxCreater.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GeneratedBook.h"
 
-#include "contacts/sqlite/SqliteStore.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
 #include "generator/ContactGenerator.h"
 
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "contacts/MemoryStore.h"
-#include "contacts/RecordImporter.h"
+#include "contacts/book/RecordImporter.h"
+#include "support/MemoryStore.h"
 
 #include <QStringEncoder>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "export/DocxCreator.h"
-#include "export/NumbersCreator.h"
-#include "export/PagesCreator.h"
+#include "export/formats/DocxCreator.h"
+#include "export/formats/NumbersCreator.h"
+#include "export/formats/PagesCreator.h"
 #include "generator/ContactGenerator.h"
 
 #include <benchmark/benchmark.h>

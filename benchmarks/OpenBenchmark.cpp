@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GeneratedBook.h"
-#include "contacts/ABAddressBook.h"
-#include "contacts/sqlite/SqliteStore.h"
+#include "contacts/book/ABAddressBook.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
 #include "version1/Tables.h"
 #include "version1/Version1Reader.h"
 

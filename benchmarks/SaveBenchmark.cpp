@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GeneratedBook.h"
-#include "contacts/ABAddressBook.h"
-#include "contacts/jsonl/RecordJson.h"
-#include "contacts/sqlite/SqliteStore.h"
+#include "contacts/book/ABAddressBook.h"
+#include "contacts/cards/RecordJson.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
 
 #include <benchmark/benchmark.h>
 

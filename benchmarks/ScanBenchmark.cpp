@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GeneratedBook.h"
-#include "contacts/MemoryStore.h"
 #include "scan/ScanAddressBook.h"
+#include "support/MemoryStore.h"
 #include "version1/Tables.h"
 
 #include <benchmark/benchmark.h>

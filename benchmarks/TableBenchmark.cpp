@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GeneratedBook.h"
-#include "contacts/sqlite/SqliteStore.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
 #include "scan/ScanAddressBook.h"
-#include "table/LoadContactsViewController.h"
+#include "table/grid/LoadContactsViewController.h"
 
 #include <benchmark/benchmark.h>
 

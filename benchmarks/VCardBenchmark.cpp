@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GeneratedBook.h"
-#include "contacts/ABAddressBook.h"
-#include "contacts/RecordImporter.h"
-#include "contacts/sqlite/SqliteStore.h"
-#include "contacts/vcard/VCardReader.h"
-#include "contacts/vcard/VCardWriter.h"
+#include "contacts/book/ABAddressBook.h"
+#include "contacts/book/RecordImporter.h"
+#include "contacts/cards/VCardReader.h"
+#include "contacts/cards/VCardWriter.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
 #include "generator/ContactGenerator.h"
 
 #include <benchmark/benchmark.h>

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GeneratedBook.h"
-#include "app/AppDelegate.h"
-#include "app/CalmStyle.h"
-#include "app/ContactTableView.h"
-#include "app/RestingCursor.h"
-#include "app/ResultsView.h"
+#include "app/look/CalmStyle.h"
+#include "app/look/RestingCursor.h"
+#include "app/results/ResultsView.h"
+#include "app/start/AppDelegate.h"
+#include "app/table/ContactTableView.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -58,6 +58,8 @@ endfunction()
 set(library_definitions QT_USE_QSTRINGBUILDER)
 peoplenook_headers(library DEFINITIONS ${library_definitions})
 peoplenook_headers(program)
+peoplenook_headers(window DEFINITIONS ${library_definitions} LIBRARIES Qt6::DBus Qt6::Widgets
+    HEADERS <QBoxLayout> <QLabel> <QMenu> <QPainter> <QPushButton> <QTableView> <QTimer> <QWidget>)
 
 # peoplenook_library(NAME SOURCES file... [PUBLIC lib...] [PRIVATE lib...]): one static library per folder of src/.
 function(peoplenook_library name)
@@ -66,7 +68,9 @@ function(peoplenook_library name)
     target_link_libraries(${name} PUBLIC Qt6::Core ${ARG_PUBLIC} PRIVATE peoplenook_settings ${ARG_PRIVATE})
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
     target_compile_definitions(${name} PRIVATE ${library_definitions})
-    if(NOT name STREQUAL app) # which has headers of its own
+    if(name MATCHES "^app_")
+        peoplenook_precompile(${name} window)
+    else()
         peoplenook_precompile(${name} library)
     endif()
 endfunction()
@@ -92,18 +96,22 @@ if(PEOPLENOOK_SYMBOLIZER)
     list(APPEND sanitizer_environment "ASAN_SYMBOLIZER_PATH=${PEOPLENOOK_SYMBOLIZER}")
 endif()
 
-# peoplenook_test(NAME LIBRARIES lib...): tests/NAME.cpp is one Qt Test program, run by ctest from the source root,
-# without the desktop of whoever runs it.
-function(peoplenook_test name)
-    cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
+# peoplenook_test(PATH [LABEL label] LIBRARIES lib...): tests/PATH.cpp is one Qt Test program, named as the file, run by
+# ctest from the source root and apart from the user's desktop. Labels: fast (what has none), window, fault.
+function(peoplenook_test path)
+    cmake_parse_arguments(ARG "" "LABEL" "LIBRARIES" ${ARGN})
+    get_filename_component(name ${path} NAME)
     set(headers test)
     if(ARG_LIBRARIES MATCHES "app")
         set(headers program) # Qt Test's are others where there are windows
     endif()
-    peoplenook_program(${name} SOURCES ${name}.cpp LIBRARIES Qt6::Test testsupport ${ARG_LIBRARIES} HEADERS ${headers})
+    peoplenook_program(${name} SOURCES ${path}.cpp LIBRARIES Qt6::Test testsupport ${ARG_LIBRARIES} HEADERS ${headers})
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
     set(environment
         "XDG_DATA_HOME=${CMAKE_BINARY_DIR}/testing/data" DBUS_SESSION_BUS_ADDRESS= QT_QPA_PLATFORM=offscreen
         LC_ALL=C.UTF-8 TZ=UTC ${sanitizer_environment})
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 600)
+    if(NOT ARG_LABEL)
+        set(ARG_LABEL fast)
+    endif()
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 600 LABELS ${ARG_LABEL})
 endfunction()

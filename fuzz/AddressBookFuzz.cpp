@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "contacts/sqlite/SqliteStore.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
 #include "fuzz/FuzzTarget.h"
 
 #include <QDir>

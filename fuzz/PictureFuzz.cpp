@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/ContactPicture.h"
+#include "app/look/ContactPicture.h"
 #include "fuzz/FuzzTarget.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/jsonl/RecordJson.h"
-#include "contacts/vcard/VCardReader.h"
-#include "contacts/vcard/VCardWriter.h"
+#include "contacts/cards/RecordJson.h"
+#include "contacts/cards/VCardReader.h"
+#include "contacts/cards/VCardWriter.h"
 #include "fuzz/FuzzTarget.h"
 
 inline PersonRecord withoutCardLines(const PersonRecord &record)

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "version1/Version1Reader.h"
 
-#include "contacts/record/Utf8Text.h"
+#include "contacts/model/Utf8Text.h"
 #include <SQLiteCpp/Exception.h>
 
 #include <algorithm>

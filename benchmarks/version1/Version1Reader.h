@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/record/PersonRecord.h"
-#include "contacts/record/TextPool.h"
+#include "contacts/model/PersonRecord.h"
+#include "contacts/model/TextPool.h"
 
 #include <sqlite3.h>
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CountTexts.h"
-#include "contacts/open/Backups.h"
-#include "contacts/open/OpenStore.h"
-#include "contacts/open/Rescue.h"
+#include "contacts/stores/open/Backups.h"
+#include "contacts/stores/open/OpenStore.h"
+#include "contacts/stores/open/Rescue.h"
 
 #include <QFileInfo>
 

@@ -3,10 +3,10 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Commands.h"
-#include "contacts/open/FilePath.h"
-#include "contacts/open/OpenStore.h"
-#include "contacts/record/Utf8Text.h"
-#include "export/ExportContact.h"
+#include "contacts/model/Utf8Text.h"
+#include "contacts/stores/open/FilePath.h"
+#include "contacts/stores/open/OpenStore.h"
+#include "export/formats/ExportContact.h"
 #include "results/ConditionGroups.h"
 
 #include <CLI/CLI.hpp>

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
 
-#include "contacts/open/Backups.h"
-#include "contacts/open/FilePath.h"
-#include "contacts/open/OpenStore.h"
-#include "contacts/open/Rescue.h"
-#include "contacts/record/Utf8Text.h"
+#include "contacts/model/Utf8Text.h"
+#include "contacts/stores/open/Backups.h"
+#include "contacts/stores/open/FilePath.h"
+#include "contacts/stores/open/OpenStore.h"
+#include "contacts/stores/open/Rescue.h"
 
 void CommandContext::report(const QString &line) const
 {

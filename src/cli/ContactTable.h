@@ -4,7 +4,7 @@
 
 #include "cli/Commands.h"
 #include "cli/ConsoleAlertPanel.h"
-#include "table/LoadContactsViewController.h"
+#include "table/grid/LoadContactsViewController.h"
 
 /// The contact table as the command line uses it: filled at once, nobody watches it. What fails is printed.
 class ContactTable : public ContactTableDelegate

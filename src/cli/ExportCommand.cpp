@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/ContactTable.h"
-#include "contacts/record/Utf8Text.h"
-#include "export/ExportContact.h"
+#include "contacts/model/Utf8Text.h"
+#include "export/formats/ExportContact.h"
 
 #include <QFile>
 

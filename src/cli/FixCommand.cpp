@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
 #include "cli/FindingsOfCondition.h"
-#include "contacts/record/Utf8Text.h"
+#include "contacts/model/Utf8Text.h"
 
 #include <QSet>
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CountTexts.h"
-#include "contacts/RecordDifferences.h"
-#include "contacts/jsonl/RecordJson.h"
-#include "contacts/record/NameTexts.h"
+#include "contacts/cards/RecordJson.h"
+#include "contacts/model/NameTexts.h"
+#include "contacts/model/RecordDifferences.h"
 
 #include <nlohmann/json.hpp>
 

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
 
-#include "contacts/RecordImporter.h"
-#include "contacts/open/FilePath.h"
-#include "contacts/open/OutsideFile.h"
-#include "contacts/record/Utf8Text.h"
+#include "contacts/book/RecordImporter.h"
+#include "contacts/model/Utf8Text.h"
+#include "contacts/stores/open/FilePath.h"
+#include "contacts/stores/open/OutsideFile.h"
 
 #include <QFileInfo>
 

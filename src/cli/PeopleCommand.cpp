@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
 
-#include "contacts/jsonl/RecordJson.h"
-#include "contacts/record/Utf8Text.h"
+#include "contacts/cards/RecordJson.h"
+#include "contacts/model/Utf8Text.h"
 
 #include <QSet>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/ContactTable.h"
-#include "contacts/record/Utf8Text.h"
+#include "contacts/model/Utf8Text.h"
 
 #include <nlohmann/json.hpp>
 

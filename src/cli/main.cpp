@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/CommandLine.h"
-#include "contacts/ABAddressBook.h"
+#include "contacts/book/ABAddressBook.h"
 
 #include <QCoreApplication>
 

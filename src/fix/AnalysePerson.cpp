@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fix/AnalysePerson.h"
 
-#include "contacts/record/ABLabels.h"
-#include "table/dictionary/PersonDictionary.h"
+#include "contacts/model/ABLabels.h"
+#include "table/fields/PersonDictionary.h"
 
 #include <algorithm>
 

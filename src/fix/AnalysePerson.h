@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/ABPerson.h"
+#include "contacts/book/ABPerson.h"
 
 #include <utility>
 #include <vector>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fix/EmailSlots.h"
 
-#include "contacts/record/ABLabels.h"
+#include "contacts/model/ABLabels.h"
 
 #include <algorithm>
 

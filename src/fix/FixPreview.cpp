@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fix/FixPreview.h"
 
-#include "contacts/record/NameTexts.h"
+#include "contacts/model/NameTexts.h"
 #include "fix/AnalysePerson.h"
 #include "fix/EmailSlots.h"
 #include "fix/MergeContacts.h"

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fix/MergeContacts.h"
 
-#include "contacts/record/ABLabels.h"
+#include "contacts/model/ABLabels.h"
 #include "fix/FixLog.h"
 #include "fix/NameIndex.h"
-#include "table/dictionary/PersonDictionary.h"
+#include "table/fields/PersonDictionary.h"
 
 #include <algorithm>
 #include <array>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fix/NameIndex.h"
 
-#include "contacts/ABAddressBook.h"
-#include "contacts/record/NameTexts.h"
+#include "contacts/book/ABAddressBook.h"
+#include "contacts/model/NameTexts.h"
 
 QList<ABPersonPtr> peopleNamedLike(const ABPerson &person)
 {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/ABPerson.h"
+#include "contacts/book/ABPerson.h"
 
 // What a repair does to one person, and nothing else: a fix calls it on the person itself and saves, a preview on a
 // detached copy.

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fix/RepairSteps.h"
 
-#include "contacts/ABAddressBook.h"
+#include "contacts/book/ABAddressBook.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "results/ConditionGroups.h"
 
-#include "contacts/record/NameTexts.h"
+#include "contacts/model/NameTexts.h"
 #include "results/ProblemTexts.h"
 
 #include <algorithm>

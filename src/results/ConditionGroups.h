@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/record/PersonRecord.h"
+#include "contacts/model/PersonRecord.h"
 #include "fix/FixHandlers.h"
 #include "fix/RepairOptions.h"
 

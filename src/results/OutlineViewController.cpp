@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "results/OutlineViewController.h"
 
-#include "contacts/ChangeCause.h"
-#include "contacts/record/NameTexts.h"
+#include "contacts/book/ChangeCause.h"
+#include "contacts/model/NameTexts.h"
 #include "fix/FixLog.h"
 #include "results/NoLongerFound.h"
 #include "results/ResultsLog.h"

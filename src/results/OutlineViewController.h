@@ -10,7 +10,7 @@
 #include "results/ResultTree.h"
 #include "results/ResultsDelegate.h"
 #include "scan/ScanResult.h"
-#include "table/dictionary/PersonDictionary.h"
+#include "table/fields/PersonDictionary.h"
 
 #include <QSet>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/AlertPanel.h"
-#include "contacts/ABPerson.h"
+#include "contacts/book/ABPerson.h"
 
 /// What the results ask of the program around them. Called on the controller's thread.
 class ResultsDelegate

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/ABAddressBook.h"
+#include "contacts/book/ABAddressBook.h"
 #include "scan/Conditions.h"
 
 #include <QMetaType>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/AddressBookStore.h"
+#include "contacts/book/AddressBookStore.h"
 
 #include <QMap>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/AppFixture.h"
 
-#include "app/Controls.h"
-#include "contacts/sqlite/SqliteStore.h"
+#include "app/look/Controls.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
 #include "support/TestPeople.h"
 
 #include <QAccessible>

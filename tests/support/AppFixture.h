@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/AppDelegate.h"
+#include "app/start/AppDelegate.h"
 
 #include <QTemporaryDir>
 #include <QTimer>

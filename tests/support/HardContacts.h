@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "table/PersonRows.h"
+#include "table/grid/PersonRows.h"
 
 // Contacts that break exports.
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/TestPeople.h"
 
-#include "contacts/MemoryStore.h"
-#include "contacts/jsonl/RecordJson.h"
+#include "contacts/cards/RecordJson.h"
+#include "support/MemoryStore.h"
 
 StoredRecord recordFromText(QByteArray json)
 {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "generator/RecordDraft.h"
 
-#include "contacts/record/ABLabels.h"
+#include "contacts/model/ABLabels.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "contacts/jsonl/RecordJson.h"
+#include "contacts/cards/RecordJson.h"
 #include "generator/ContactGenerator.h"
 
 #include <QFile>

@@ -2,16 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PictureMaker.h"
 
-#include "app/AboutWindowController.h"
-#include "app/ActivityWindow.h"
-#include "app/ContactCard.h"
-#include "app/ContactTableView.h"
-#include "app/Controls.h"
-#include "app/HistoryWindow.h"
-#include "app/ImportWindow.h"
-#include "app/ProgressWindow.h"
-#include "app/ResultsView.h"
-#include "app/TableViewWindowController.h"
+#include "app/activity/ActivityWindow.h"
+#include "app/card/ContactCard.h"
+#include "app/exchange/ImportWindow.h"
+#include "app/history/HistoryWindow.h"
+#include "app/look/Controls.h"
+#include "app/results/ProgressWindow.h"
+#include "app/results/ResultsView.h"
+#include "app/results/TableViewWindowController.h"
+#include "app/start/AboutWindowController.h"
+#include "app/table/ContactTableView.h"
 
 #include <QApplication>
 #include <QDir>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/AppDelegate.h"
-#include "app/Appearance.h"
+#include "app/look/Appearance.h"
+#include "app/start/AppDelegate.h"
 
 /// Takes pictures of the real windows of a real application that works on an address book of its own.
 class PictureMaker

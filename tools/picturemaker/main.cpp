@@ -4,7 +4,7 @@
 // peoplenook-pictures SAMPLE.vcf DAMAGED.vcf FOLDER: pictures of every window, light and dark. tools/pictures runs it.
 #include "PictureMaker.h"
 
-#include "app/CalmStyle.h"
+#include "app/look/CalmStyle.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/activity/ActivityLog.h"
+
+#include <QSortFilterProxyModel>
+#include <QWidget>
+
+class QListView;
+
+/// What happened, in plain words; diagnostic lines only when asked for. A double click on a file opens its folder.
+class ActivityWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// @p log must outlive the window.
+    explicit ActivityWindow(ActivityLog &log, QWidget *parent = nullptr);
+
+private:
+    void openFolder(const QModelIndex &line);
+
+    ActivityLog &m_log;
+    QSortFilterProxyModel m_lines;
+    QListView *m_list;
+};

@@ -1,0 +1,170 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/card/MultiValueEditor.h"
+
+#include "contacts/model/ABLabels.h"
+
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace {
+
+QStringList standardLabels(ABProperty property)
+{
+    switch (property) {
+    case kABPhoneProperty:
+        return {kABPhoneMobileLabel, kABPhoneiPhoneLabel, kABPhoneHomeLabel, kABPhoneWorkLabel, kABPhoneMainLabel,
+            kABPhoneHomeFAXLabel, kABPhoneWorkFAXLabel, kABPhonePagerLabel, kABOtherLabel};
+    case kABURLsProperty:
+        return {kABHomePageLabel, kABHomeLabel, kABWorkLabel, kABOtherLabel};
+    case kABRelatedNamesProperty:
+        return {kABFatherLabel, kABMotherLabel, kABParentLabel, kABBrotherLabel, kABSisterLabel, kABChildLabel,
+            kABFriendLabel, kABSpouseLabel, kABPartnerLabel, kABAssistantLabel, kABManagerLabel};
+    default:
+        return {kABHomeLabel, kABWorkLabel, kABOtherLabel};
+    }
+}
+
+/// "_$!<Home>!$_" reads "Home"; other labels read as they are.
+QString shown(const QString &label)
+{
+    const QString before = QStringLiteral("_$!<");
+    const QString after = QStringLiteral(">!$_");
+    return label.startsWith(before) && label.endsWith(after)
+        ? label.mid(before.size(), label.size() - before.size() - after.size())
+        : label;
+}
+
+/// The words of a key: "countryCode" reads "Country code".
+QString titleOf(const ABKeyInfo &key)
+{
+    QString title;
+    for (const QChar c : QString(key.name)) {
+        if (c.isUpper())
+            title += u' ';
+        title += c.toLower();
+    }
+    title[0] = title[0].toUpper();
+    return title;
+}
+
+} // namespace
+
+MultiValueEditor::MultiValueEditor(
+    ABProperty property, const QString &title, const ABMultiValue *value, QWidget *parent)
+    : QGroupBox(title, parent), m_property(property), m_wasPresent(value != nullptr), m_layout(new QVBoxLayout(this))
+{
+    auto *add = new QPushButton(tr("Add"));
+    add->setAccessibleName(tr("Add to %1").arg(title));
+    m_layout->addWidget(add, 0, Qt::AlignLeft);
+    connect(add, &QPushButton::clicked, this, [this] { addRow(newEntry(), true); });
+    if (!value)
+        return;
+    for (const auto &entry : value->entries())
+        addRow(entry, false);
+}
+
+ABMultiValue::Entry MultiValueEditor::newEntry() const
+{
+    const bool isText = propertyInfo(m_property).kind == ABPropertyKind::MultiText;
+    const QString label = standardLabels(m_property).front();
+    return {label, isText ? ABMultiValue::Value(QString()) : ABMultiValue::Value(ABDictionary())};
+}
+
+void MultiValueEditor::addRow(const ABMultiValue::Entry &entry, bool isNew)
+{
+    auto *widget = new QWidget(this);
+    auto *columns = new QHBoxLayout(widget);
+    columns->setContentsMargins(0, 0, 0, 0);
+    Row row{widget, new QComboBox(widget), entry.label, shown(entry.label), {}, {}};
+    row.label->setEditable(true);
+    row.label->setAccessibleName(tr("Label"));
+    row.label->lineEdit()->setAccessibleName(tr("Label"));
+    for (const QString &label : standardLabels(m_property))
+        row.label->addItem(shown(label), label);
+    row.label->setEditText(row.shownLabel);
+    columns->addWidget(row.label, 0, Qt::AlignTop);
+    auto *texts = new QGridLayout;
+    if (const auto *text = std::get_if<QString>(&entry.value)) {
+        texts->addWidget(addText(row, title(), text), 0, 0);
+    } else {
+        for (const ABKeyInfo &key : keysOfProperty(m_property)) {
+            QLineEdit *edit = addText(row, titleOf(key), entry.dictionary().valueForKey(key.key));
+            const int number = int(row.texts.size()) - 1;
+            texts->addWidget(edit, number / 2, number % 2);
+        }
+    }
+    columns->addLayout(texts, 1);
+    auto *remove = new QToolButton(widget);
+    remove->setText(tr("Remove"));
+    remove->setAccessibleName(tr("Remove this entry of %1").arg(title()));
+    connect(remove, &QToolButton::clicked, this, [this, widget] { removeRow(widget); });
+    columns->addWidget(remove, 0, Qt::AlignTop);
+    m_layout->insertWidget(int(m_rows.size()), widget);
+    if (isNew)
+        row.texts.front()->setFocus();
+    m_rows.push_back(std::move(row));
+}
+
+void MultiValueEditor::removeRow(const QWidget *widget)
+{
+    const auto row = std::ranges::find(m_rows, widget, &Row::widget);
+    row->widget->deleteLater();
+    m_rows.erase(row);
+}
+
+QLineEdit *MultiValueEditor::addText(Row &row, const QString &title, const QString *text)
+{
+    auto *edit = new QLineEdit(text ? *text : QString(), row.widget);
+    edit->setPlaceholderText(title);
+    edit->setAccessibleName(title);
+    row.texts.push_back(edit);
+    row.before.push_back(text ? *text : QString());
+    return edit;
+}
+
+QString MultiValueEditor::labelOf(const Row &row) const
+{
+    const QString text = row.label->currentText();
+    if (text == row.shownLabel)
+        return row.storedLabel;
+    for (const QString &label : standardLabels(m_property)) {
+        if (shown(label) == text)
+            return label;
+    }
+    return text.isEmpty() ? QString() : text;
+}
+
+ABMultiValue::Value MultiValueEditor::valueOf(const Row &row) const
+{
+    // A line edit shows texts of several lines in one; only what was typed into is read back.
+    const auto textOf = [&row](std::size_t i) {
+        return row.texts[i]->isModified() ? row.texts[i]->text() : row.before[i];
+    };
+    const auto keys = keysOfProperty(m_property);
+    if (keys.empty())
+        return textOf(0);
+    ABDictionary dictionary;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const QString text = textOf(i);
+        if (!text.isEmpty() || !row.before[i].isNull())
+            dictionary.setValue(text, keys[i].key);
+    }
+    return dictionary;
+}
+
+ABValue MultiValueEditor::value() const
+{
+    if (m_rows.empty() && !m_wasPresent)
+        return {};
+    ABMutableMultiValue edited;
+    for (const Row &row : m_rows)
+        edited.addValue(valueOf(row), labelOf(row));
+    return ABMultiValue(edited);
+}

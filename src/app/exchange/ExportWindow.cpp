@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/exchange/ExportWindow.h"
+
+#include "app/look/FileDialog.h"
+
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStandardPaths>
+
+#include <utility>
+
+ExportWindow::ExportWindow(QWidget *parent)
+    : QDialog(parent)
+    , m_folder(new QLineEdit(this))
+    , m_format(new QComboBox(this))
+    , m_tableFields(new QRadioButton(tr("Only the fields that the table shows"), this))
+    , m_allFields(new QRadioButton(tr("All fields"), this))
+    , m_reason(new QLabel(this))
+{
+    setWindowTitle(tr("Export"));
+    for (const ExportContact::Format &format : ExportContact::formats())
+        m_format->addItem(format.title);
+    m_format->setAccessibleName(tr("Format"));
+    m_folder->setAccessibleName(tr("Folder"));
+    m_folder->setMinimumWidth(m_folder->fontMetrics().averageCharWidth() * 40);
+    m_tableFields->setChecked(true);
+    auto *choose = new QPushButton(tr("Choose ..."));
+    connect(choose, &QPushButton::clicked, this, &ExportWindow::chooseFolder);
+    m_reason->setTextFormat(Qt::PlainText);
+    m_reason->setWordWrap(true);
+    auto *folder = new QHBoxLayout;
+    folder->addWidget(m_folder, 1);
+    folder->addWidget(choose);
+    auto *form = new QFormLayout;
+    form->addRow(tr("Folder"), folder);
+    form->addRow(tr("Format"), m_format);
+    form->addRow(tr("Fields"), m_tableFields);
+    form->addRow(QString(), m_allFields);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
+    m_save = buttons->button(QDialogButtonBox::Save);
+    connect(buttons, &QDialogButtonBox::accepted, this, &ExportWindow::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_folder, &QLineEdit::textChanged, this, &ExportWindow::judgeFolder);
+    connect(this, &QDialog::finished, this, &ExportWindow::end);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(form);
+    layout->addWidget(m_reason);
+    layout->addWidget(buttons);
+    setTabOrder(m_folder, choose);
+    setTabOrder(choose, m_format);
+    setFolder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+}
+
+void ExportWindow::beginSheet(std::function<void(const std::optional<ExportChoice> &)> done)
+{
+    m_done = std::move(done);
+    m_format->setFocus();
+    open();
+}
+
+void ExportWindow::setFolder(const QString &folder)
+{
+    m_folder->setText(folder);
+    judgeFolder();
+}
+
+void ExportWindow::say(const QString &reason)
+{
+    m_reason->setText(reason);
+    m_reason->setAccessibleName(reason);
+}
+
+void ExportWindow::judgeFolder()
+{
+    const QFileInfo folder(m_folder->text());
+    const bool isThere = folder.exists();
+    m_save->setEnabled(folder.isDir() || (folder.isAbsolute() && !isThere));
+    if (m_folder->text().isEmpty())
+        say(tr("Choose a folder to export into."));
+    else if (isThere && !folder.isDir())
+        say(tr("This is a file, not a folder."));
+    else if (!isThere)
+        say(folder.isAbsolute() ? tr("This folder will be made.") : tr("There is no such folder."));
+    else
+        say({});
+}
+
+void ExportWindow::accept()
+{
+    if (!m_save->isEnabled())
+        return;
+    if (!QDir().mkpath(m_folder->text())) {
+        say(tr("This folder cannot be made."));
+        return;
+    }
+    QDialog::accept();
+}
+
+void ExportWindow::chooseFolder()
+{
+    const QStringList folders = askForFiles(this, FilesAsked::Folder, tr("Export into"), m_folder->text());
+    if (!folders.isEmpty())
+        setFolder(folders.front());
+}
+
+void ExportWindow::end(int result)
+{
+    const auto done = std::exchange(m_done, nullptr);
+    if (!done)
+        return;
+    if (result != QDialog::Accepted) {
+        done(std::nullopt);
+        return;
+    }
+    const int tag = m_tableFields->isChecked() ? ExportContact::kTableFieldsTag : ExportContact::kAllFieldsTag;
+    done(ExportChoice{m_folder->text(), m_format->currentText(), tag});
+}

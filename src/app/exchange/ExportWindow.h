@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "export/formats/ExportContact.h"
+
+#include <QDialog>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+/// Asks where an export goes, in which format and with which fields. What was chosen last is offered again.
+class ExportWindow : public QDialog, public ExportPanel
+{
+    Q_OBJECT
+
+public:
+    explicit ExportWindow(QWidget *parent);
+
+    void beginSheet(std::function<void(const std::optional<ExportChoice> &)> done) override;
+
+    /// A folder that is not there is made when the export begins.
+    void setFolder(const QString &folder);
+    void accept() override;
+    QComboBox *selectedButton() const { return m_format; }
+    QRadioButton *tableFieldsButton() const { return m_tableFields; }
+
+private:
+    void chooseFolder();
+    void judgeFolder();
+    void say(const QString &reason);
+    void end(int result);
+
+    QLineEdit *m_folder;
+    QComboBox *m_format;
+    QRadioButton *m_tableFields;
+    QRadioButton *m_allFields;
+    QLabel *m_reason;
+    QPushButton *m_save = nullptr; // made by the row of buttons
+    std::function<void(const std::optional<ExportChoice> &)> m_done;
+};

@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/exchange/ImportWindow.h"
+
+#include "app/look/Controls.h"
+#include "app/look/Counted.h"
+#include "contacts/book/RecordImporter.h"
+#include "contacts/stores/open/OutsideFile.h"
+
+#include <QDialogButtonBox>
+#include <QFileInfo>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+struct ImportWindow::Report
+{
+    qint64 imported = 0;
+    qint64 alreadyThere = 0;
+    bool cancelled = false;
+    QStringList skipped; ///< file, line and reason
+    QStringList failures;
+};
+
+ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *parent)
+    : QDialog(parent)
+    , m_log(log)
+    , m_text(new WrappedText(Qt::LeftToRight, this))
+    , m_bar(new QProgressBar(this))
+    , m_skipped(new QListWidget(this))
+    , m_button(new QPushButton(tr("Cancel"), this))
+{
+    setWindowTitle(tr("Import"));
+    setFirstSize(*this, {560, 320});
+    m_bar->setAccessibleName(tr("Import progress"));
+    m_bar->setRange(0, 100);
+    m_skipped->setAccessibleName(tr("What was skipped, and why"));
+    m_skipped->setWordWrap(true);
+    m_skipped->hide();
+    connect(m_button, &QPushButton::clicked, this, &ImportWindow::reject);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_text);
+    layout->addWidget(m_bar);
+    layout->addWidget(m_skipped, 1);
+    layout->addStretch(); // as long as there is no list
+    layout->addWidget(m_button, 0, Qt::AlignRight);
+    m_job.start([this, paths](const std::stop_token &isCancelled) { run(paths, isCancelled); });
+}
+
+ImportWindow::~ImportWindow() = default;
+
+QString ImportWindow::summary() const
+{
+    return m_text->text();
+}
+
+void ImportWindow::reject()
+{
+    if (!m_isRunning) {
+        QDialog::reject(); // close() would come back here, and leave the window open
+        return;
+    }
+    m_button->setEnabled(false);
+    m_job.start([](const std::stop_token &) {}); // takes the place of the import, which stops
+}
+
+void ImportWindow::run(const QStringList &paths, const std::stop_token &isCancelled)
+{
+    Report report;
+    const auto book = ABAddressBook::sharedAddressBook();
+    if (!book)
+        report.failures += tr("Nothing was imported: no address book is open.");
+    for (const QString &path : book ? paths : QStringList()) {
+        const QString name = QFileInfo(path).fileName();
+        const auto content = readOutsideFile(path, book->file());
+        if (!content) {
+            report.failures += content.error().description();
+            continue;
+        }
+        const auto progress = [&](qint64 done, qint64 total) {
+            const int percent = total > 0 ? int(100 * done / total) : 100;
+            QMetaObject::invokeMethod(this, [this, name, percent] { showProgress(name, percent); });
+            return !isCancelled.stop_requested();
+        };
+        progress(0, 1);
+        const CauseScope cause(ChangeCause::Kind::Import, name);
+        const ImportReport imported = importWhole(*book, *content, progress);
+        report.imported += imported.imported;
+        report.alreadyThere += imported.alreadyThere;
+        for (const ImportProblem &problem : imported.problems)
+            report.skipped += QStringLiteral("%1:%2: %3").arg(name).arg(problem.line).arg(problem.reason);
+        if (imported.error)
+            report.failures += tr("%1: not imported: %2").arg(path, imported.error->text);
+        report.cancelled = imported.cancelled || isCancelled.stop_requested();
+        if (report.cancelled)
+            break;
+    }
+    QMetaObject::invokeMethod(this, [this, report] { showReport(report); });
+}
+
+void ImportWindow::showProgress(const QString &path, int percent)
+{
+    m_text->setText(tr("Reading %1 ...").arg(path));
+    m_bar->setValue(percent);
+}
+
+void ImportWindow::showReport(const Report &report)
+{
+    m_isRunning = false;
+    QStringList sentences;
+    if (report.imported > 0 || report.failures.isEmpty())
+        sentences += tr("Imported %1.").arg(counted(report.imported, tr("contact"), tr("contacts")));
+    if (report.alreadyThere > 0)
+        sentences += tr("Already there: %1.").arg(counted(report.alreadyThere, tr("contact"), tr("contacts")));
+    if (!report.skipped.isEmpty())
+        sentences += tr("Skipped: %1, for these reasons:")
+                         .arg(counted(report.skipped.size(), tr("line or card"), tr("lines or cards")));
+    if (report.cancelled)
+        sentences += tr("Cancelled; the file that was being read was left out.");
+    m_text->setText((sentences + report.failures).join(u'\n'));
+    if (!sentences.isEmpty())
+        m_log.append(ActivityLog::Kind::Done, sentences.front());
+    for (const QString &failure : report.failures)
+        m_log.append(ActivityLog::Kind::Failure, failure);
+    for (const QString &line : report.skipped)
+        m_log.append(ActivityLog::Kind::Done, tr("Skipped: %1").arg(line));
+    m_bar->hide();
+    m_skipped->addItems(report.skipped);
+    m_skipped->setVisible(!report.skipped.isEmpty());
+    if (report.skipped.isEmpty()) // the window has room for a list
+        resize(width(), layout()->totalSizeHint().height());
+    m_button->setText(tr("Close"));
+    m_button->setEnabled(true);
+    m_button->setFocus();
+    if (report.imported > 0)
+        Q_EMIT imported();
+    Q_EMIT ended();
+}

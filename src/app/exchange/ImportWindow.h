@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/activity/ActivityLog.h"
+#include "base/LatestJob.h"
+
+#include <QDialog>
+
+class QListWidget;
+class QProgressBar;
+class QPushButton;
+class WrappedText;
+
+/// Imports files while it is open: shows how far it is, can be cancelled, and lists what was skipped and why.
+/// What it reads is saved in one step a file; a file that is cancelled or cannot be saved leaves nothing.
+class ImportWindow : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Begins at once. @p log must outlive the window.
+    ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *parent);
+    ~ImportWindow() override;
+
+    QString summary() const;
+
+Q_SIGNALS:
+    /// At least one contact is new or changed.
+    void imported();
+    void ended();
+
+protected:
+    void reject() override;
+
+private:
+    struct Report;
+    void run(const QStringList &paths, const std::stop_token &isCancelled);
+    void showProgress(const QString &path, int percent);
+    void showReport(const Report &report);
+
+    ActivityLog &m_log;
+    WrappedText *m_text;
+    QProgressBar *m_bar;
+    QListWidget *m_skipped;
+    QPushButton *m_button;
+    bool m_isRunning = true;
+    LatestJob m_job; // last: uses the members above
+};

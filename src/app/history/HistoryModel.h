@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/book/ChangeHistory.h"
+
+#include <QAbstractListModel>
+#include <QAbstractTableModel>
+
+#include <memory>
+
+/// The history, a row a cause, newest first.
+class HistoryModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { When, What, HowMany, ColumnCount };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void setSteps(std::vector<ChangeSummary> steps);
+    const ChangeSummary &step(int row) const { return m_steps[std::size_t(row)]; }
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+
+private:
+    std::vector<ChangeSummary> m_steps;
+};
+
+/// "1 added, 3 removed"; what is 0 is left out.
+QString countsText(qint64 added, qint64 changed, qint64 removed);
+
+/// How a difference's property is called in a window.
+QString propertyTitle(QLatin1StringView name);
+
+/// Whom one step of the history touched, a row a change.
+class ChangedPeopleModel : public QAbstractListModel
+{
+    Q_OBJECT
+
+public:
+    using Step = std::shared_ptr<const ChangeStep>;
+
+    using QAbstractListModel::QAbstractListModel;
+
+    /// Null: nobody.
+    void setStep(const Step &step);
+    const RecordedChange &change(int row) const { return m_step->changes[std::size_t(row)]; }
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+
+private:
+    Step m_step;
+};

@@ -1,0 +1,262 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/history/HistoryWindow.h"
+
+#include "app/look/Controls.h"
+#include "contacts/book/ABAddressBook.h"
+#include "contacts/model/RecordDifferences.h"
+
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QHeaderView>
+#include <QListView>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSplitter>
+#include <QTableView>
+#include <QTableWidget>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace {
+
+/// Titles of the columns of m_differences.
+constexpr std::array kDifferenceTitles{QT_TRANSLATE_NOOP("HistoryWindow", "What"),
+    QT_TRANSLATE_NOOP("HistoryWindow", "Before"), QT_TRANSLATE_NOOP("HistoryWindow", "After")};
+
+Error noAddressBook()
+{
+    return {ErrorKind::Unavailable, HistoryWindow::tr("no address book is open")};
+}
+
+Result<QString> restore(const QStringList &ids)
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    if (!book)
+        return noAddressBook();
+    const auto plan = book->planRestore(ids);
+    if (!plan)
+        return plan.error();
+    if (const auto applied = book->apply(*plan); !applied)
+        return applied.error();
+    return countsText(plan->added, plan->changed, plan->removed);
+}
+
+/// All that these changes did, the newest first, as if it were one.
+Result<ChangedPeopleModel::Step> stepsTogether(const QStringList &ids, const std::stop_token &isSuperseded)
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    auto together = std::make_shared<ChangeStep>();
+    for (const QString &id : ids) {
+        if (isSuperseded.stop_requested())
+            break;
+        auto step = book ? book->historyStep(id) : Result<ChangeStep>(noAddressBook());
+        if (!step)
+            return step.error();
+        std::ranges::move(step->changes, std::back_inserter(together->changes));
+    }
+    return ChangedPeopleModel::Step(together);
+}
+
+/// Nothing in the cell tells an absent value from an empty one.
+QString shown(const QString &text)
+{
+    return text.isNull() ? QString() : text.isEmpty() ? HistoryWindow::tr("(empty)") : text;
+}
+
+} // namespace
+
+HistoryWindow::HistoryWindow(QWidget *parent)
+    : QWidget(parent, Qt::Window)
+    , m_steps(new QTableView(this))
+    , m_people(new QListView(this))
+    , m_differences(new QTableWidget(0, int(std::size(kDifferenceTitles)), this))
+    , m_message(new WrappedText(Qt::LeftToRight, this))
+    , m_restore(new QPushButton(tr("&Restore"), this))
+{
+    setWindowTitle(tr("Change History"));
+    setFirstSize(*this, {860, 600});
+    setUpLists();
+    m_restore->setEnabled(false);
+    auto *close = new QPushButton(tr("&Close"), this);
+    for (QPushButton *button : {m_restore, close})
+        button->setAutoDefault(true); // Return presses it
+    connect(m_restore, &QPushButton::clicked, this, &HistoryWindow::restoreSelected);
+    connect(close, &QPushButton::clicked, this, &QWidget::close);
+    connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
+    auto *details = new QSplitter(Qt::Horizontal);
+    details->addWidget(m_people);
+    details->addWidget(m_differences);
+    details->setStretchFactor(1, 2);
+    auto *halves = new QSplitter(Qt::Vertical);
+    halves->addWidget(m_steps);
+    halves->addWidget(details);
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(m_message, 1);
+    buttons->addWidget(m_restore);
+    buttons->addWidget(close);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(halves, 1);
+    layout->addLayout(buttons);
+    m_steps->setFocus();
+    reload();
+}
+
+HistoryWindow::~HistoryWindow() = default;
+
+void HistoryWindow::setUpLists()
+{
+    m_steps->setModel(&m_history);
+    m_steps->setAccessibleName(tr("Changes, newest first"));
+    m_steps->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_steps->setTabKeyNavigation(false);
+    m_steps->setShowGrid(false);
+    m_steps->setWordWrap(false);
+    m_steps->verticalHeader()->hide();
+    m_steps->horizontalHeader()->setSectionResizeMode(HistoryModel::What, QHeaderView::Stretch);
+    for (QTableView *table : {m_steps, static_cast<QTableView *>(m_differences)}) {
+        table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        table->horizontalHeader()->setHighlightSections(false);
+    }
+    m_steps->setColumnWidth(HistoryModel::When, 160);
+    m_steps->setColumnWidth(HistoryModel::HowMany, 220);
+    m_people->setModel(&m_changedPeople);
+    m_people->setUniformItemSizes(true);
+    m_people->setAccessibleName(tr("Contacts of the selected changes"));
+    QStringList titles;
+    for (const char *title : kDifferenceTitles)
+        titles += tr(title);
+    m_differences->setHorizontalHeaderLabels(titles);
+    m_differences->setAccessibleName(tr("The contact before and after"));
+    m_differences->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_differences->setTabKeyNavigation(false);
+    m_differences->verticalHeader()->hide();
+    m_differences->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_differences->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    connect(m_steps->selectionModel(), &QItemSelectionModel::selectionChanged, this, &HistoryWindow::selectionChanged);
+    connect(m_people->selectionModel(), &QItemSelectionModel::currentChanged, this, &HistoryWindow::showPerson);
+}
+
+void HistoryWindow::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(isEnabled());
+}
+
+QString HistoryWindow::message() const
+{
+    return m_message->text();
+}
+
+void HistoryWindow::say(const QString &text)
+{
+    m_message->setText(text);
+    m_message->setAccessibleName(text);
+}
+
+void HistoryWindow::reload()
+{
+    m_reader.start([this](const std::stop_token &) {
+        const auto book = ABAddressBook::sharedAddressBook();
+        const auto history = book ? book->history() : Result<std::vector<ChangeSummary>>(noAddressBook());
+        QMetaObject::invokeMethod(
+            this, [this, history] { showHistory(history); }, Qt::QueuedConnection);
+    });
+}
+
+void HistoryWindow::showHistory(const Result<std::vector<ChangeSummary>> &history)
+{
+    m_history.setSteps(history ? *history : std::vector<ChangeSummary>());
+    selectionChanged(); // a reset tells nobody
+    if (!history)
+        say(history.error().description());
+    else if (history->empty())
+        say(tr("Nothing was changed yet."));
+    Q_EMIT loaded();
+}
+
+QStringList HistoryWindow::selectedSteps() const
+{
+    QModelIndexList rows = m_steps->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end());
+    QStringList ids;
+    for (const QModelIndex &row : std::as_const(rows))
+        ids += m_history.step(row.row()).cause.id;
+    return ids;
+}
+
+void HistoryWindow::selectionChanged()
+{
+    const QStringList ids = selectedSteps();
+    m_restore->setEnabled(!ids.isEmpty() && !ABAddressBook::isSharedReadOnly());
+    m_changedPeople.setStep(nullptr);
+    m_differences->setRowCount(0);
+    const quint64 request = ++m_request;
+    if (ids.isEmpty())
+        return;
+    m_stepReader.start([this, request, ids](const std::stop_token &isSuperseded) {
+        const auto step = stepsTogether(ids, isSuperseded);
+        QMetaObject::invokeMethod(
+            this, [this, request, step] { showStep(request, step); }, Qt::QueuedConnection);
+    });
+}
+
+void HistoryWindow::showStep(quint64 request, const Result<ChangedPeopleModel::Step> &step)
+{
+    if (request != m_request)
+        return;
+    if (step) {
+        m_changedPeople.setStep(*step);
+        m_people->setCurrentIndex(m_changedPeople.index(0));
+    } else {
+        say(step.error().description());
+    }
+    Q_EMIT stepShown();
+}
+
+void HistoryWindow::showPerson(const QModelIndex &index)
+{
+    m_differences->setRowCount(0);
+    if (!index.isValid())
+        return;
+    const RecordedChange &change = m_changedPeople.change(index.row());
+    if (change.afterIsLost) {
+        say(tr("This contact was changed since by another program; how it was saved is not known any more."));
+        return;
+    }
+    for (const RecordDifference &each : recordDifferences(change.before.get(), change.after.get())) {
+        const int row = m_differences->rowCount();
+        m_differences->insertRow(row);
+        int column = 0;
+        for (const QString &text : {propertyTitle(each.name), shown(each.before), shown(each.after)})
+            m_differences->setItem(row, column++, new QTableWidgetItem(text));
+    }
+}
+
+void HistoryWindow::restoreSelected()
+{
+    const QStringList ids = selectedSteps();
+    if (ids.isEmpty())
+        return;
+    setEnabled(false); // what is asked for next is about the history as it is then
+    m_restorer.start([this, ids](const std::stop_token &) {
+        const auto done = restore(ids);
+        QMetaObject::invokeMethod(
+            this, [this, done] { finishRestore(done); }, Qt::QueuedConnection);
+    });
+}
+
+void HistoryWindow::finishRestore(const Result<QString> &done)
+{
+    setEnabled(true);
+    m_steps->setFocus(); // a disabled window has lost it
+    if (!done) {
+        say(done.error().description());
+        Q_EMIT failed(done.error().description());
+        return;
+    }
+    say(tr("Restored: %1.").arg(*done));
+    reload();
+    Q_EMIT restored(message());
+}

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/history/HistoryModel.h"
+#include "base/LatestJob.h"
+#include "base/Result.h"
+
+#include <QWidget>
+
+class WrappedText;
+class QListView;
+class QPushButton;
+class QTableView;
+class QTableWidget;
+
+/// What was changed in the shared address book, with everybody before and after, and a button that puts the people of
+/// the selected changes back. Reads and restores on threads of its own.
+class HistoryWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit HistoryWindow(QWidget *parent = nullptr);
+    /// Waits for a running restore.
+    ~HistoryWindow() override;
+
+    /// Reads the history anew; the selection goes.
+    void reload();
+    void restoreSelected();
+
+    QTableView *steps() const { return m_steps; }
+    QListView *people() const { return m_people; }
+    QTableWidget *differences() const { return m_differences; }
+    QPushButton *restoreButton() const { return m_restore; }
+    QString message() const;
+
+Q_SIGNALS:
+    void loaded(); ///< the history is shown, or why it is not
+    void stepShown(); ///< the people of the selected changes are shown
+    void restored(const QString &what); ///< the address book is not what it was
+    void failed(const QString &reason);
+
+protected:
+    /// Stays open during a restore, whose end has to be told.
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void setUpLists();
+    void showHistory(const Result<std::vector<ChangeSummary>> &history);
+    QStringList selectedSteps() const;
+    void selectionChanged();
+    void showStep(quint64 request, const Result<ChangedPeopleModel::Step> &step);
+    void showPerson(const QModelIndex &index);
+    void finishRestore(const Result<QString> &done);
+    void say(const QString &text);
+
+    HistoryModel m_history;
+    ChangedPeopleModel m_changedPeople;
+    QTableView *m_steps;
+    QListView *m_people;
+    QTableWidget *m_differences;
+    WrappedText *m_message;
+    QPushButton *m_restore;
+    quint64 m_request = 0; // which steps were asked for last
+    LatestJob m_reader;
+    LatestJob m_stepReader;
+    LatestJob m_restorer;
+};

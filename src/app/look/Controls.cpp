@@ -1,0 +1,156 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/look/Controls.h"
+
+#include "app/look/ContactPicture.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QScreen>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace {
+
+constexpr QSize kRoomForFrame(16, 48); // which the window manager adds
+constexpr int kMostLines = 10; // that a text is shown with at once
+
+} // namespace
+
+MyButton::MyButton(QWidget *parent) : QPushButton(parent)
+{
+    setMinimumWidth(fontMetrics().horizontalAdvance(u'm') * 10);
+}
+
+void MyButton::setButtonTitle(const QString &title)
+{
+    setText(title);
+    setAccessibleName(title);
+}
+
+ButtonBar::ButtonBar(const QList<QPushButton *> &buttons, QObject *parent)
+    : QObject(parent), m_buttons(buttons.begin(), buttons.end()), m_last(buttons.front())
+{
+    for (QPushButton *button : buttons) {
+        button->installEventFilter(this);
+        button->setAutoDefault(true); // Return presses it
+    }
+}
+
+QPushButton *ButtonBar::current() const
+{
+    const auto isEnabled = [](QPushButton *button) { return button && button->isEnabled(); };
+    if (isEnabled(m_last))
+        return m_last;
+    const auto enabled = std::ranges::find_if(m_buttons, isEnabled);
+    return enabled == m_buttons.end() ? nullptr : enabled->data();
+}
+
+bool ButtonBar::eventFilter(QObject *object, QEvent *event)
+{
+    auto *button = qobject_cast<QPushButton *>(object);
+    if (!button) // no longer one: the window goes
+        return QObject::eventFilter(object, event);
+    if (event->type() == QEvent::FocusIn) {
+        m_last = button;
+    } else if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        const bool isForwards = key == Qt::Key_Right || key == Qt::Key_Down;
+        if (isForwards || key == Qt::Key_Left || key == Qt::Key_Up) {
+            move(button, isForwards ? 1 : -1);
+            return true;
+        }
+    }
+    return QObject::eventFilter(object, event);
+}
+
+void ButtonBar::move(QPushButton *from, int by)
+{
+    const auto size = static_cast<int>(m_buttons.size());
+    for (auto i = static_cast<int>(std::find(m_buttons.begin(), m_buttons.end(), from) - m_buttons.begin()) + by;
+         i >= 0 && i < size; i += by) {
+        QPushButton *button = m_buttons[static_cast<std::size_t>(i)];
+        if (button && button->isEnabled()) {
+            button->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    }
+}
+
+BannerView::BannerView(const QString &picture, QWidget *parent) : QWidget(parent), m_picture(picture) { }
+
+void BannerView::paintEvent(QPaintEvent *)
+{
+    // The picture is a soft pattern of its own; it lies thinly over the window's colour, so texts stay readable.
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Button));
+    painter.setOpacity(0.35);
+    painter.drawPixmap(rect(), m_picture);
+}
+
+WrappedText::WrappedText(Qt::LayoutDirection direction, QWidget *parent) : QTextEdit(parent)
+{
+    setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setFocusPolicy(Qt::ClickFocus);
+    setFrameShape(NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setAutoFillBackground(false);
+    document()->setDocumentMargin(0);
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setTextDirection(direction);
+    document()->setDefaultTextOption(option);
+    setWordWrapMode(option.wrapMode());
+    connect(
+        document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this, &WrappedText::fitHeight);
+    fitHeight();
+}
+
+void WrappedText::setText(const QString &plain)
+{
+    setPlainText(plain);
+    setAccessibleName(plain);
+}
+
+void WrappedText::fitHeight()
+{
+    const int lineHeight = QFontMetrics(document()->defaultFont()).lineSpacing();
+    setFixedHeight(qCeil(std::clamp(document()->size().height(), qreal(lineHeight), qreal(lineHeight * kMostLines))));
+}
+
+void ElidedLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
+    style()->drawItemText(&painter, contentsRect(), int(alignment()), palette(), isEnabled(), shown, foregroundRole());
+}
+
+QPixmap personPicture(const QByteArray &imageFile, int size, qreal devicePixelRatio)
+{
+    const int side = qRound(size * devicePixelRatio);
+    QImage image = imageFile.isEmpty() ? QImage() : decodedPicture(imageFile, side);
+    if (image.isNull()) {
+        image = QImage(QStringLiteral(":/art/BigHead.png"))
+                    .scaled(side, side, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+    }
+    QPixmap picture(side, side);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath frame;
+    frame.addRoundedRect(0, 0, side, side, side * 0.2, side * 0.2);
+    painter.setClipPath(frame);
+    painter.drawImage((side - image.width()) / 2, (side - image.height()) / 2, image);
+    painter.end();
+    picture.setDevicePixelRatio(devicePixelRatio);
+    return picture;
+}
+
+void setFirstSize(QWidget &window, QSize size)
+{
+    window.resize(size.boundedTo(window.screen()->availableSize() - kRoomForFrame));
+}

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/look/FileDialog.h"
+
+#include "base/PatientCall.h"
+
+#include <QFileDialog>
+#include <QFileIconProvider>
+
+namespace {
+
+/// Tells the type of a file by its name only.
+class IconsByName : public QFileIconProvider
+{
+public:
+    using QFileIconProvider::icon;
+    QIcon icon(const QFileInfo &file) const override { return icon(file.isDir() ? Folder : File); }
+    QString type(const QFileInfo &file) const override
+    {
+        if (file.isDir())
+            return QFileDialog::tr("Folder");
+        return file.suffix().isEmpty() ? QFileDialog::tr("File") : QFileDialog::tr("%1 file").arg(file.suffix());
+    }
+};
+
+} // namespace
+
+QStringList askForFiles(
+    QWidget *parent, FilesAsked asked, const QString &title, const QString &start, const QString &filter)
+{
+    const PatientCall::Hold hold;
+    IconsByName icons;
+    QFileDialog dialog(parent, title, QStringLiteral("/")); // nothing is listed before the icons are set
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setIconProvider(&icons);
+    if (asked == FilesAsked::Folder) {
+        dialog.setFileMode(QFileDialog::Directory);
+        dialog.setOption(QFileDialog::ShowDirsOnly);
+    } else if (asked == FilesAsked::ToSave) {
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+    } else {
+        dialog.setFileMode(asked == FilesAsked::ToOpen ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
+    }
+    if (!filter.isEmpty())
+        dialog.setNameFilter(filter);
+    const QFileInfo proposed(start);
+    dialog.setDirectory(proposed.isDir() ? start : proposed.path());
+    if (!proposed.isDir())
+        dialog.selectFile(proposed.fileName());
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+}

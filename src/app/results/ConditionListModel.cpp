@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/results/ConditionListModel.h"
+
+#include "scan/Conditions.h"
+
+namespace {
+
+QStringList preferredTitles()
+{
+    QStringList titles;
+    for (const Condition condition : preferredOrder())
+        titles += conditionInfo(condition).title;
+    return titles;
+}
+
+} // namespace
+
+ConditionListModel::ConditionListModel(QObject *parent)
+    : QAbstractListModel(parent), m_titles(preferredTitles()), m_selected(m_titles)
+{ }
+
+int ConditionListModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(m_titles.size());
+}
+
+QVariant ConditionListModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid())
+        return {};
+    const QString &title = m_titles[index.row()];
+    if (role == Qt::DisplayRole)
+        return title;
+    if (role == Qt::CheckStateRole)
+        return m_selected.contains(title) ? Qt::Checked : Qt::Unchecked;
+    return {};
+}
+
+bool ConditionListModel::setData(const QModelIndex &index, const QVariant &, int role)
+{
+    if (!index.isValid() || role != Qt::CheckStateRole)
+        return false;
+    const QString &title = m_titles[index.row()];
+    if (m_selected.removeAll(title) == 0)
+        m_selected += title;
+    Q_EMIT dataChanged(index, index, {Qt::CheckStateRole});
+    return true;
+}
+
+Qt::ItemFlags ConditionListModel::flags(const QModelIndex &index) const
+{
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable : Qt::NoItemFlags;
+}

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/results/FindingDelegate.h"
+
+#include "app/look/Controls.h"
+#include "results/ResultTree.h"
+
+#include <QApplication>
+#include <QPainter>
+
+namespace {
+
+constexpr int kMargin = 5;
+
+/// A name may hold line breaks; the row has one line for it.
+QString lineOf(const QModelIndex &finding)
+{
+    QString text = finding.data().toString();
+    for (QChar &c : text) {
+        if (c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            c = u' ';
+    }
+    return finding.data(ResultTree::IsGoneRole).toBool() ? text % QStringLiteral(" – ") % kNoLongerThere : text;
+}
+
+} // namespace
+
+QRect FindingDelegate::titleArea(const QRect &groupRow, const QFontMetrics &metrics)
+{
+    return groupRow.adjusted(0, groupRow.height() - metrics.height() - 2 * kMargin, 0, 0);
+}
+
+QSize FindingDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
+{
+    return {200, 2 * option.fontMetrics.height() + 3 * kMargin};
+}
+
+const QPixmap &FindingDelegate::pictureOf(const QModelIndex &index, int size, qreal devicePixelRatio) const
+{
+    const QByteArray picture = index.data(ResultTree::PictureRole).toByteArray();
+    if (picture.isEmpty()) {
+        if (m_standIn.isNull() || m_standIn.width() != qRound(size * devicePixelRatio))
+            m_standIn = personPicture({}, size, devicePixelRatio);
+        return m_standIn;
+    }
+    const QString uid = index.data(ResultTree::UidRole).toString();
+    if (!m_pictures.contains(uid))
+        m_pictures.insert(uid, new QPixmap(personPicture(picture, size, devicePixelRatio)));
+    return *m_pictures.object(uid);
+}
+
+void FindingDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyleOptionViewItem item = option;
+    initStyleOption(&item, index);
+    item.text.clear();
+    QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+
+    const bool isSelected = item.state.testFlag(QStyle::State_Selected);
+    const QPalette &colours = item.palette;
+    painter->save();
+    painter->setPen(colours.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
+    QRect area = item.rect.adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    QFont bold = item.font;
+    bold.setBold(true);
+    if (index.data(ResultTree::IsGroupRole).toBool()) {
+        painter->setFont(bold);
+        painter->drawText(titleArea(item.rect, item.fontMetrics).adjusted(kMargin, 0, -kMargin, 0),
+            Qt::AlignLeft | Qt::AlignVCenter, index.data().toString());
+        painter->restore();
+        return;
+    }
+    const int size = area.height();
+    painter->drawPixmap(area.topLeft(), pictureOf(index, size, painter->device()->devicePixelRatioF()));
+    area.setLeft(area.left() + size + 2 * kMargin);
+    const QFontMetrics metrics(bold);
+    const QColor quiet = colours.color(QPalette::PlaceholderText);
+    if (!isSelected && index.data(ResultTree::IsGoneRole).toBool())
+        painter->setPen(quiet);
+    painter->setFont(bold);
+    painter->drawText(area, Qt::AlignLeft | Qt::AlignTop,
+        metrics.elidedText(index.data(ResultTree::DescriptionRole).toString(), Qt::ElideRight, area.width()));
+    painter->setFont(item.font);
+    if (!isSelected)
+        painter->setPen(quiet);
+    painter->drawText(area, Qt::AlignLeft | Qt::AlignBottom,
+        item.fontMetrics.elidedText(lineOf(index), Qt::ElideRight, area.width()));
+    painter->restore();
+}

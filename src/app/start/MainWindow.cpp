@@ -1,0 +1,384 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/start/MainWindow.h"
+
+#include "app/card/ContactCard.h"
+#include "app/look/Controls.h"
+#include "app/look/EmptyPage.h"
+#include "app/results/ProgressWindow.h"
+#include "app/results/ResultsView.h"
+#include "app/start/SampleBook.h"
+#include "app/table/ContactTableView.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSettings>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QTableView>
+#include <QToolButton>
+#include <QWindow>
+
+#include <utility>
+
+namespace {
+
+constexpr QSize kFirstSize(1120, 700);
+constexpr int kStepAside = 32;
+
+QStringList localFiles(const QMimeData *data)
+{
+    QStringList paths;
+    for (const QUrl &url : data->urls()) {
+        if (url.isLocalFile())
+            paths += url.toLocalFile();
+    }
+    return paths;
+}
+
+QString titleOf(const QString &bookName)
+{
+    const QFileInfo file(bookName);
+    if (!file.isAbsolute()) // a book of the desktop
+        return bookName;
+    return file == QFileInfo(sampleBookPath()) ? MainWindow::tr("Sample Contacts") : file.fileName();
+}
+
+} // namespace
+
+MainWindow::MainWindow(LoadContactsViewController &table)
+    : m_table(table)
+    , m_scanButton(new MyButton(this))
+    , m_freshButton(new MyButton(this))
+    , m_exportAllButton(new MyButton(this))
+    , m_allView(new QWidget(this))
+    , m_contacts(new ContactTableView(table, m_allView))
+    , m_areas(new QStackedWidget(this))
+    , m_progress(new ProgressWindow(this))
+    , m_failureMark(new QToolButton(this))
+    , m_bookName(new ElidedLabel(this))
+    , m_giveUp(new QToolButton(this))
+{
+    setWindowTitle(QApplication::applicationDisplayName());
+    setAcceptDrops(true);
+    setUpContactArea();
+    setUpMenus();
+    setUpStatusBar();
+    setCentralWidget(m_areas);
+    restoreLayout();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::setUpContactArea()
+{
+    m_scanButton->setButtonTitle(tr("Scan"));
+    m_scanButton->setDefault(true);
+    m_freshButton->setButtonTitle(tr("Refresh"));
+    m_exportAllButton->setButtonTitle(tr("Export All"));
+    connect(m_scanButton, &QPushButton::clicked, this, &MainWindow::scanRequested);
+    connect(m_freshButton, &QPushButton::clicked, this, &MainWindow::refreshRequested);
+    connect(m_exportAllButton, &QPushButton::clicked, this, &MainWindow::exportAllRequested);
+    connect(m_contacts->emptyPage(), &EmptyPage::importRequested, this, &MainWindow::importRequested);
+    connect(m_contacts->emptyPage(), &EmptyPage::sampleRequested, this, &MainWindow::sampleRequested);
+
+    auto *topView = new BannerView(QStringLiteral(":/art/topBackGround.png"), m_allView);
+    auto *buttons = new QHBoxLayout(topView);
+    buttons->addStretch();
+    for (MyButton *button : {m_scanButton, m_freshButton, m_exportAllButton})
+        buttons->addWidget(button);
+    m_buttonBar = new ButtonBar({m_scanButton, m_freshButton, m_exportAllButton}, topView);
+    auto *layout = new QVBoxLayout(m_allView);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(topView);
+    layout->addWidget(m_contacts, 1);
+    m_areas->addWidget(m_allView);
+}
+
+void MainWindow::setUpMenus()
+{
+    setUpProgramMenu();
+    setUpFileMenu();
+    setUpContactsMenus();
+    QMenu *window = menuBar()->addMenu(tr("&Window"));
+    window->addAction(tr("&Activity"), this, &MainWindow::activityRequested);
+    QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("%1 help").arg(QApplication::applicationDisplayName()), this, &MainWindow::helpRequested)
+        ->setShortcut(QKeySequence::HelpContents);
+    help->addAction(tr("Support"), this, &MainWindow::supportRequested);
+
+    connect(new QShortcut(QKeySequence(Qt::Key_F6), this), &QShortcut::activated, this, &MainWindow::focusNextPane);
+}
+
+void MainWindow::setUpProgramMenu()
+{
+    const QString name = QApplication::applicationDisplayName();
+    QMenu *program = menuBar()->addMenu(name);
+    program->addAction(tr("About %1").arg(name), this, &MainWindow::aboutRequested);
+    QAction *preferences = program->addAction(tr("Preferences ..."), this, &MainWindow::preferencesRequested);
+    preferences->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    program->addSeparator();
+    program->addAction(tr("Hide %1").arg(name), this, &QWidget::showMinimized)
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_H));
+    program->addAction(tr("Quit %1").arg(name), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
+}
+
+void MainWindow::setUpFileMenu()
+{
+    QMenu *file = menuBar()->addMenu(tr("&File"));
+    m_addressBooks = file->addMenu(tr("&Address Books"));
+    connect(m_addressBooks, &QMenu::aboutToShow, this, [this] {
+        if (m_addressBooks->isEmpty())
+            m_addressBooks->addAction(tr("Looking ..."))->setEnabled(false);
+        Q_EMIT addressBooksRequested();
+    });
+    m_importAction = file->addAction(tr("&Import ..."), this, &MainWindow::importRequested);
+    m_importAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
+    m_importAction->setEnabled(false); // until there is somewhere to import into
+    m_scanActions += file->addAction(tr("&Export All ..."), this, &MainWindow::exportAllRequested);
+    m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+
+    file->addSeparator();
+    file->addAction(tr("Change &History ..."), this, &MainWindow::historyRequested);
+    file->addAction(tr("&Back Up ..."), this, &MainWindow::backUpRequested);
+    m_restoreAction = file->addAction(tr("&Restore ..."), this, &MainWindow::restoreRequested);
+}
+
+void MainWindow::setUpContactsMenus()
+{
+    QMenu *contacts = menuBar()->addMenu(tr("&Contacts"));
+    m_scanActions += contacts->addAction(tr("&Scan"), this, &MainWindow::scanRequested);
+    m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
+    m_refreshAction = contacts->addAction(tr("&Refresh"), this, &MainWindow::refreshRequested);
+    m_refreshAction->setShortcut(QKeySequence::Refresh);
+    contacts->addSeparator();
+    const auto addForTable = [this](QMenu *menu, const QString &title, const QKeySequence &keys, auto action) {
+        m_tableActions += menu->addAction(title, this, action);
+        m_tableActions.back()->setShortcut(keys);
+    };
+    addForTable(contacts, tr("&Find"), QKeySequence::Find, [this] { m_contacts->searchField()->setFocus(); });
+
+    QMenu *columns = menuBar()->addMenu(tr("C&olumns"));
+    addForTable(columns, tr("&Sort by Current Column"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
+        [this] { m_contacts->sortByCurrentColumn(); });
+    addForTable(columns, tr("Move Current Column &Left"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left),
+        [this] { m_contacts->moveCurrentColumn(-1); });
+    addForTable(columns, tr("Move Current Column &Right"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Right),
+        [this] { m_contacts->moveCurrentColumn(1); });
+    columns->addSeparator();
+    for (QMenu *menu : m_contacts->columnMenus())
+        m_tableActions += columns->addMenu(menu);
+}
+
+void MainWindow::setUpStatusBar()
+{
+    m_failureMark->setAutoRaise(true);
+    m_failureMark->setVisible(false);
+    m_failureMark->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    m_failureMark->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    connect(m_failureMark, &QToolButton::clicked, this, [this] {
+        m_failureMark->hide();
+        Q_EMIT activityRequested();
+    });
+    m_giveUp->setText(tr("Cancel"));
+    m_giveUp->setAccessibleName(tr("Cancel opening"));
+    m_giveUp->hide();
+    connect(m_giveUp, &QToolButton::clicked, this, &MainWindow::openingGivenUp);
+    m_bookName->setContentsMargins(8, 0, 8, 0); // in line with the table
+    statusBar()->addWidget(m_bookName);
+    statusBar()->addWidget(m_giveUp);
+    statusBar()->addPermanentWidget(m_failureMark);
+}
+
+void MainWindow::setAddressBookName(const QString &name, bool isDefault)
+{
+    const QString home = QDir::homePath() % u'/';
+    m_bookName->setText(name.startsWith(home) ? QStringLiteral("~/") % name.sliced(home.size()) : name);
+    m_bookName->setToolTip(name);
+    m_giveUp->hide();
+    const QString title = isDefault || name.isEmpty() ? windowTitle() : titleOf(name);
+    setAccessibleName(title);
+    if (windowHandle())
+        windowHandle()->setTitle(title); // on the screen only, where Qt adds the name of the program
+}
+
+void MainWindow::setReadOnly(const QString &reason)
+{
+    m_isReadOnly = true;
+    m_bookName->setText(tr("%1 (read-only)").arg(m_bookName->text()));
+    m_bookName->setToolTip(reason);
+    m_bookName->setAccessibleDescription(reason);
+    m_contacts->setEditable(false);
+    m_contacts->emptyPage()->importButton()->setEnabled(false);
+    m_importAction->setEnabled(false);
+    m_restoreAction->setEnabled(false);
+    setAcceptDrops(false);
+}
+
+void MainWindow::standAside(int steps)
+{
+    m_standsAside = steps > 0 && testAttribute(Qt::WA_Moved) && !isMaximized() && !isFullScreen();
+    if (m_standsAside)
+        setGeometry(geometry().adjusted(kStepAside * steps, kStepAside * steps, 0, 0));
+}
+
+void MainWindow::setContactsLoaded()
+{
+    m_contacts->emptyPage()->offerContacts();
+    m_importAction->setEnabled(!m_isReadOnly);
+    if (std::exchange(m_isFirstLoad, false) && m_contacts->searchField()->text().isEmpty())
+        m_contacts->mainPane()->setFocus();
+}
+
+void MainWindow::showNoAddressBook(const QString &reason)
+{
+    m_contacts->emptyPage()->showNoAddressBook(reason);
+    m_importAction->setEnabled(false);
+}
+
+void MainWindow::showOpening(qint64 done, qint64 total)
+{
+    m_bookName->setText(total > 0 ? tr("Opening: %L1 of %L2 contacts").arg(done).arg(total) : tr("Opening ..."));
+    m_giveUp->show();
+}
+
+void MainWindow::setAddressBooks(const std::vector<KnownBook> &books, const QString &current)
+{
+    m_addressBooks->clear();
+    for (const KnownBook &book : books) {
+        QAction *item = m_addressBooks->addAction(QString(book.name).replace(u'&', QStringLiteral("&&")));
+        item->setCheckable(true);
+        item->setChecked(current.isEmpty() ? book.isDefault : book.where == current);
+        connect(item, &QAction::triggered, this, [this, where = book.where, item, isCurrent = item->isChecked()] {
+            item->setChecked(isCurrent); // the other one gets a window of its own
+            if (!isCurrent)
+                Q_EMIT addressBookChosen(where);
+        });
+    }
+}
+
+void MainWindow::setButtonsEnabled(bool isEnabled)
+{
+    m_scanButton->setEnabled(isEnabled);
+    m_exportAllButton->setEnabled(isEnabled);
+    for (QAction *action : std::as_const(m_scanActions))
+        action->setEnabled(isEnabled);
+    setFreshButtonEnabled(isEnabled);
+}
+
+void MainWindow::setFreshButtonEnabled(bool isEnabled)
+{
+    m_freshButton->setEnabled(isEnabled);
+    m_refreshAction->setEnabled(isEnabled);
+}
+
+void MainWindow::showResults(OutlineViewController &controller)
+{
+    showContacts();
+    m_results = new ResultsView(controller, m_areas);
+    m_areas->addWidget(m_results);
+    m_areas->setCurrentWidget(m_results);
+    for (QAction *action : std::as_const(m_tableActions))
+        action->setEnabled(false);
+    m_results->setFocus();
+}
+
+void MainWindow::showContacts()
+{
+    m_areas->setCurrentWidget(m_allView);
+    for (QAction *action : std::as_const(m_tableActions))
+        action->setEnabled(true);
+    delete m_results;
+    m_results = nullptr;
+}
+
+void MainWindow::setFailureMark(const QString &newest)
+{
+    constexpr int kMostLetters = 60; // or the status bar would make the window wider
+    const QFontMetrics metrics = m_failureMark->fontMetrics();
+    const QString shown =
+        metrics.elidedText(newest.simplified(), Qt::ElideMiddle, kMostLetters * metrics.averageCharWidth());
+    m_failureMark->setText(QString(shown).replace(u'&', QStringLiteral("&&")));
+    m_failureMark->setToolTip(newest);
+    m_failureMark->setAccessibleName(tr("Failed: %1").arg(newest));
+    m_failureMark->show();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!localFiles(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent *event)
+{
+    event->acceptProposedAction();
+    Q_EMIT filesDropped(localFiles(event->mimeData()));
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    for (ContactCard *card : findChildren<ContactCard *>()) {
+        if (!card->close()) { // what was typed into it is to be kept
+            event->ignore();
+            return;
+        }
+    }
+    saveLayout();
+    QMainWindow::closeEvent(event);
+    QApplication::quit();
+}
+
+void MainWindow::restoreLayout()
+{
+    const QSettings settings;
+    if (!restoreGeometry(settings.value(QStringLiteral("window/geometry")).toByteArray()))
+        setFirstSize(*this, kFirstSize);
+    std::vector<Field> columns;
+    for (const QString &label : settings.value(QStringLiteral("table/columns")).toStringList()) {
+        if (const auto field = fieldLabelled(label))
+            columns.push_back(*field);
+    }
+    if (!columns.empty())
+        m_table.getTableView()->setColumns(columns);
+    m_contacts->columnLook().setWidths(settings.value(QStringLiteral("table/widths")).toMap());
+}
+
+void MainWindow::saveLayout() const
+{
+    QStringList columns;
+    for (const Field field : m_table.getTableView()->columns())
+        columns += fieldInfo(field).label;
+    QSettings settings;
+    if (!m_standsAside) // or the first window would wander from start to start
+        settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("table/columns"), columns);
+    settings.setValue(QStringLiteral("table/widths"), m_contacts->columnLook().widths());
+}
+
+void MainWindow::focusNextPane()
+{
+    QList<QWidget *> panes{m_buttonBar->current(), m_contacts->searchField(), m_contacts->mainPane()};
+    if (m_results)
+        panes = m_results->panes();
+    panes.removeIf([](const QWidget *pane) { return !pane || !pane->isEnabled(); });
+    if (panes.isEmpty())
+        return;
+    const auto holdsFocus = [](const QWidget *pane) {
+        return pane->hasFocus() || pane->isAncestorOf(QApplication::focusWidget());
+    };
+    const auto current = std::find_if(panes.begin(), panes.end(), holdsFocus);
+    const qsizetype next = current == panes.end() ? 0 : (current - panes.begin() + 1) % panes.size();
+    panes[next]->setFocus(Qt::TabFocusReason);
+}

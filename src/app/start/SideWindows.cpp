@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/start/SideWindows.h"
+
+#include "app/activity/ActivityWindow.h"
+#include "app/activity/AppLog.h"
+#include "app/activity/OpenOutside.h"
+#include "app/card/ContactCard.h"
+#include "app/exchange/ImportWindow.h"
+#include "app/history/HistoryWindow.h"
+#include "app/start/AboutWindowController.h"
+#include "app/start/HelpWindow.h"
+
+#include <QApplication>
+
+namespace {
+
+void bringToFront(QWidget *window)
+{
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+} // namespace
+
+SideWindows::SideWindows(QWidget &mainWindow, ActivityLog &activity)
+    : m_mainWindow(mainWindow), m_activity(activity) { }
+
+void SideWindows::showAbout()
+{
+    if (!m_about)
+        m_about = new AboutWindowController(m_activity, &m_mainWindow);
+    m_about->showWindow();
+}
+
+void SideWindows::showHelp()
+{
+    openCopyOutside(QStringLiteral(":/help/Brindle PeopleNook_Help.pdf"),
+        QApplication::applicationDisplayName() % QStringLiteral("_Help.pdf"), this, [this](bool isOpen) {
+            if (isOpen) {
+                qCDebug(lcApp, "sucess");
+                return;
+            }
+            qCDebug(lcApp, "打开失败");
+            auto *window = m_mainWindow.findChild<HelpWindow *>();
+            bringToFront(window ? window : new HelpWindow(&m_mainWindow));
+        });
+}
+
+void SideWindows::showActivity()
+{
+    auto *window = m_mainWindow.findChild<ActivityWindow *>();
+    bringToFront(window ? window : new ActivityWindow(m_activity, &m_mainWindow));
+}
+
+void SideWindows::showHistory()
+{
+    auto *window = m_mainWindow.findChild<HistoryWindow *>();
+    if (window) {
+        window->reload();
+    } else {
+        window = new HistoryWindow(&m_mainWindow);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        connect(window, &HistoryWindow::restored, this, [this](const QString &what) {
+            m_activity.append(ActivityLog::Kind::Done, what);
+            Q_EMIT peopleRestored();
+        });
+        connect(window, &HistoryWindow::failed, this, &SideWindows::noteFailure);
+    }
+    bringToFront(window);
+}
+
+void SideWindows::showCard(const ABPersonPtr &person)
+{
+    auto *card = new ContactCard(person, &m_mainWindow);
+    card->setAttribute(Qt::WA_DeleteOnClose);
+    connect(card, &ContactCard::saved, this, [this, uid = person->uniqueId()] { Q_EMIT peopleChanged({uid}); });
+    connect(card, &ContactCard::failed, this, &SideWindows::noteFailure);
+    card->show();
+}
+
+void SideWindows::importFiles(const QStringList &paths)
+{
+    auto *window = new ImportWindow(paths, m_activity, &m_mainWindow);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    connect(window, &ImportWindow::imported, this, [this] { Q_EMIT peopleChanged({}); });
+    window->show();
+}
+
+void SideWindows::noteFailure(const QString &reason)
+{
+    m_activity.append(ActivityLog::Kind::Failure, reason);
+}

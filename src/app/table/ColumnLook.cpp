@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/table/ColumnLook.h"
+
+#include <QHeaderView>
+
+#include <algorithm>
+
+void ColumnLook::follow(const QAbstractItemModel &model)
+{
+    const auto remembers = [this] { remember(); };
+    const auto restores = [this] { restore(); };
+    QObject::connect(&model, &QAbstractItemModel::columnsAboutToBeInserted, &m_view, remembers);
+    QObject::connect(&model, &QAbstractItemModel::columnsInserted, &m_view, restores);
+    QObject::connect(&model, &QAbstractItemModel::columnsAboutToBeRemoved, &m_view, remembers);
+    QObject::connect(&model, &QAbstractItemModel::columnsRemoved, &m_view, restores);
+    QObject::connect(&model, &QAbstractItemModel::columnsAboutToBeMoved, &m_view, remembers);
+    QObject::connect(&model, &QAbstractItemModel::columnsMoved, &m_view, restores);
+    QObject::connect(&model, &QAbstractItemModel::modelAboutToBeReset, &m_view, remembers);
+    QObject::connect(&model, &QAbstractItemModel::modelReset, &m_view, restores);
+}
+
+void ColumnLook::remember()
+{
+    m_widths.clear();
+    for (int column = 0; column < int(columns().size()); ++column)
+        m_widths[columns()[std::size_t(column)]] = m_view.columnWidth(column);
+}
+
+void ColumnLook::restore()
+{
+    for (int column = 0; column < int(columns().size()); ++column) {
+        const auto known = m_widths.find(columns()[std::size_t(column)]);
+        m_view.setColumnWidth(column, known == m_widths.end() ? ContactTableModel::kColumnWidth : known->second);
+    }
+    showSortArrow();
+}
+
+QVariantMap ColumnLook::widths() const
+{
+    QVariantMap widths;
+    for (int column = 0; column < int(columns().size()); ++column)
+        widths[fieldInfo(columns()[std::size_t(column)]).label] = m_view.columnWidth(column);
+    return widths;
+}
+
+void ColumnLook::setWidths(const QVariantMap &widths)
+{
+    for (int column = 0; column < int(columns().size()); ++column) {
+        if (const int width = widths[fieldInfo(columns()[std::size_t(column)]).label].toInt(); width > 0)
+            m_view.setColumnWidth(column, width);
+    }
+}
+
+void ColumnLook::showSortArrow()
+{
+    const auto &descriptors = m_controller.sortDescriptors();
+    const auto sorted = descriptors.empty() ? columns().end() : std::ranges::find(columns(), descriptors.front().field);
+    QHeaderView *header = m_view.horizontalHeader();
+    header->setSortIndicatorShown(sorted != columns().end());
+    if (sorted != columns().end())
+        header->setSortIndicator(int(sorted - columns().begin()), descriptors.front().order);
+}

@@ -1,0 +1,400 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/table/ContactTableView.h"
+
+#include "app/look/Counted.h"
+#include "app/look/EmptyPage.h"
+#include "app/look/GlyphsAhead.h"
+#include "app/table/CellDelegate.h"
+#include "app/table/CellMessage.h"
+#include "table/grid/ColumnMenus.h"
+
+#include <QApplication>
+#include <QBoxLayout>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStackedWidget>
+#include <QTableView>
+
+#include <algorithm>
+
+namespace {
+
+/// As spreadsheets quote what they copy, so that a value stays in its cell.
+QString inOneCell(QString value)
+{
+    const bool isPlain = std::ranges::none_of(
+        value, [](QChar character) { return character == u'\t' || character == u'\n' || character == u'\r'; });
+    if (isPlain && !value.startsWith(u'"'))
+        return value;
+    return u'"' % value.replace(u'"', QStringLiteral("\"\"")) % u'"';
+}
+
+} // namespace
+
+ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidget *parent)
+    : QWidget(parent)
+    , m_controller(controller)
+    , m_rows(*controller.getTableView())
+    , m_search(new QLineEdit(this))
+    , m_summary(new QLabel(this))
+    , m_table(new QTableView(this))
+    , m_emptyPage(new EmptyPage(this))
+    , m_pages(new QStackedWidget(this))
+    , m_refusal(new CellMessage(this))
+    , m_look(*m_table, controller)
+    , m_contextMenu(new QMenu(this))
+{
+    m_search->setPlaceholderText(tr("Search in all fields"));
+    m_search->setAccessibleName(tr("Search contacts"));
+    m_search->setClearButtonEnabled(true);
+    auto *top = new QHBoxLayout;
+    top->addWidget(m_search, 1);
+    top->addWidget(m_summary);
+    m_pages->addWidget(m_table);
+    m_pages->addWidget(m_emptyPage);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(top);
+    layout->addWidget(m_pages, 1);
+
+    setUpTable();
+    setUpColumnMenus();
+    setUpContextMenu();
+    setUpHeader();
+    setUpEditing();
+    m_search->installEventFilter(this);
+    m_table->installEventFilter(this);
+    connect(m_search, &QLineEdit::textChanged, &m_rows, &FilteredRows::setFilterText);
+    connect(&m_rows, &QAbstractItemModel::layoutChanged, this, &ContactTableView::updateSummary);
+    connect(m_controller.getTableView(), &QAbstractItemModel::rowsRemoved, this, &ContactTableView::updateSummary);
+    updateSummary();
+}
+
+void ContactTableView::setUpTable()
+{
+    m_table->setAccessibleName(tr("Contacts"));
+    m_table->setModel(&m_rows);
+    connect(&m_rows, &FilteredRows::samplesCollected, new GlyphsAhead(*m_table), &GlyphsAhead::load);
+    connect(&m_rows, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] {
+        m_isCurrentSeen = m_table->viewport()->rect().intersects(m_table->visualRect(m_table->currentIndex()));
+    });
+    connect(&m_rows, &QAbstractItemModel::layoutChanged, this, [this] {
+        if (m_isCurrentSeen && m_table->currentIndex().isValid())
+            m_table->scrollTo(m_table->currentIndex()); // the user was working there
+    });
+    m_table->setTabKeyNavigation(false); // Tab leaves the table; arrows move in it
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setAlternatingRowColors(true);
+    m_table->setShowGrid(false);
+    m_table->setWordWrap(false);
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 12);
+    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+}
+
+void ContactTableView::setUpHeader()
+{
+    QHeaderView *header = m_table->horizontalHeader();
+    header->setDefaultSectionSize(ContactTableModel::kColumnWidth);
+    header->setSectionsMovable(true);
+    header->setAutoScroll(false); // Qt 6.4 scrolls to the left wherever a title is dragged to
+    header->setSectionsClickable(true);
+    header->setHighlightSections(false);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    connect(header, &QHeaderView::sectionMoved, this, [this](int, int from, int to) { columnDragged(from, to); });
+    connect(header, &QHeaderView::sectionClicked, this, &ContactTableView::sortBy);
+    m_look.follow(m_rows);
+}
+
+void ContactTableView::setUpEditing()
+{
+    const auto refusal = [this](const QModelIndex &cell, const QString &text) {
+        const Field field = m_controller.getTableView()->columns()[std::size_t(cell.column())];
+        const auto value = LoadContactsViewController::valueFromText(text, field);
+        return value ? QString() : value.error().text;
+    };
+    auto *delegate = new CellDelegate(m_table, refusal);
+    m_table->setItemDelegate(delegate);
+    m_table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
+    connect(delegate, &CellDelegate::editorOpened, this, [this](QWidget *editor) {
+        m_controller.setEditing(true);
+        // Queued, as this view may be going together with the editor; by then the next cell's may be open.
+        const auto noteState = [this] { m_controller.setEditing(isEditing()); };
+        connect(editor, &QObject::destroyed, this, noteState, Qt::QueuedConnection);
+    });
+    connect(m_refusal, &CellMessage::hidden, this, [this] { m_table->setAccessibleDescription({}); });
+    // Queued: the key or click that a refusal comes from is over then, and the next one hides it.
+    connect(delegate, &CellDelegate::refused, this, &ContactTableView::showRefusal, Qt::QueuedConnection);
+    const auto showForSource = [this](const QModelIndex &cell, const QString &reason) {
+        showRefusal(m_rows.mapFromSource(cell), reason);
+    };
+    connect(m_controller.getTableView(), &ContactTableModel::cellRefused, this, showForSource, Qt::QueuedConnection);
+}
+
+void ContactTableView::showRefusal(const QModelIndex &cell, const QString &reason)
+{
+    QRect place = m_table->visualRect(cell);
+    place.moveTopLeft(m_table->viewport()->mapTo(this, place.topLeft()));
+    m_refusal->show(reason, place);
+    m_table->setAccessibleDescription(reason);
+}
+
+bool ContactTableView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const auto &key = *static_cast<QKeyEvent *>(event);
+        if (watched == m_search && typedInSearchField(key))
+            return true;
+        if (watched == m_table && typedInTable(key))
+            return true;
+    }
+    if (watched == m_table && m_table->hasFocus() && event->type() == QEvent::InputMethod) { // accents, other scripts
+        m_search->setFocus();
+        return QApplication::sendEvent(m_search, event);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool ContactTableView::typedInSearchField(const QKeyEvent &key)
+{
+    if (key.modifiers().testAnyFlags(Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+        return false;
+    switch (key.key()) {
+    case Qt::Key_Escape:
+        if (!m_search->text().isEmpty())
+            m_search->clear();
+        else if (QWidget *pane = mainPane())
+            pane->setFocus();
+        return true;
+    case Qt::Key_Down:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (m_rows.rowCount() == 0)
+            return true;
+        if (!m_table->currentIndex().isValid())
+            m_table->selectRow(0);
+        m_table->setFocus();
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Letters go to the search field; editing a cell takes another key, so that nothing is overwritten unnoticed.
+bool ContactTableView::typedInTable(const QKeyEvent &key)
+{
+    const bool isCommand = key.modifiers().testAnyFlags(Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (isCommand || !m_table->hasFocus()) // an editor passes on what it does not use
+        return false;
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) {
+        if (m_table->currentIndex().isValid())
+            m_table->edit(m_table->currentIndex());
+        return true;
+    }
+    const QString text = key.text();
+    if (text.isEmpty() || text.front().isSpace() || !(text.front().isPrint() || text.front().isSurrogate()))
+        return false;
+    m_search->setFocus();
+    m_search->end(false);
+    m_search->insert(text);
+    return true;
+}
+
+void ContactTableView::setUpColumnMenus()
+{
+    for (const ColumnMenu &menu : allMenusArray()) {
+        auto *items = new QMenu(menu.title, this);
+        items->setObjectName(menu.name);
+        for (const Field field : menu.fields) {
+            const QString title = fieldInfo(field).label;
+            QAction *item = items->addAction(title);
+            item->setCheckable(true);
+            item->setChecked(m_controller.isColumnShown(field));
+            connect(item, &QAction::triggered, this, [this, title] { m_controller.menuDidChange(title); });
+        }
+        m_columnMenus += items;
+    }
+    for (const auto change : {&QAbstractItemModel::columnsInserted, &QAbstractItemModel::columnsRemoved})
+        connect(m_controller.getTableView(), change, this, &ContactTableView::followColumns);
+    connect(m_controller.getTableView(), &QAbstractItemModel::modelReset, this, &ContactTableView::followColumns);
+    connect(m_controller.getTableView(), &QAbstractItemModel::columnsInserted, this, [this] {
+        m_table->doItemsLayout(); // new columns come at the right end
+        m_table->horizontalScrollBar()->setValue(m_table->horizontalScrollBar()->maximum());
+    });
+}
+
+void ContactTableView::followColumns()
+{
+    for (const QMenu *menu : std::as_const(m_columnMenus)) {
+        for (QAction *item : menu->actions())
+            item->setChecked(m_controller.isColumnShown(*fieldLabelled(item->text())));
+    }
+}
+
+void ContactTableView::setUpContextMenu()
+{
+    const auto add = [this](const QString &title, const QKeySequence &keys, auto action) {
+        QAction *item = m_contextMenu->addAction(title, this, action);
+        item->setShortcut(keys);
+        item->setShortcutContext(Qt::WidgetShortcut);
+        m_table->addAction(item);
+        return item;
+    };
+    add(tr("Open Contact Card"), QKeySequence(Qt::CTRL | Qt::Key_O), [this] { openCard(); });
+    add(tr("Copy"), QKeySequence::Copy, [this] { copyCellOrRows(); });
+    add(tr("Copy Rows"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C), [this] { copyRows(); });
+    add(tr("Copy Contacts as vCard"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), [this] { copyAsCards(); });
+    m_contextMenu->addSeparator();
+    add(tr("Export ..."), QKeySequence(), [this] { m_controller.exportItem(selectedRows()); });
+    m_deleteAction = add(tr("Delete ..."), QKeySequence::Delete, [this] {
+        m_controller.deleteItem(selectedRows());
+        setContextMenuEnabled(true); // the shortcuts work again
+    });
+    connect(
+        &m_controller, &LoadContactsViewController::contextMenuEnabled, this, &ContactTableView::setContextMenuEnabled);
+    connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
+        setContextMenuEnabled(!selectedRows().empty());
+        m_contextMenu->popup(m_table->viewport()->mapToGlobal(at));
+    });
+    connect(m_contextMenu, &QMenu::aboutToHide, this, [this] { setContextMenuEnabled(true); });
+}
+
+void ContactTableView::setContextMenuEnabled(bool isEnabled)
+{
+    for (QAction *item : m_contextMenu->actions())
+        item->setEnabled(isEnabled && (item != m_deleteAction || m_controller.getTableView()->isEditable()));
+}
+
+void ContactTableView::setEditable(bool isEditable)
+{
+    m_controller.getTableView()->setEditable(isEditable);
+    setContextMenuEnabled(true);
+}
+
+void ContactTableView::columnDragged(int from, int to)
+{
+    // The model takes the new order over, and the view goes back to showing the model's order.
+    {
+        const QSignalBlocker blocker(m_table->horizontalHeader());
+        m_table->horizontalHeader()->moveSection(to, from);
+    }
+    m_controller.getTableView()->moveColumn(from, to);
+}
+
+void ContactTableView::sortBy(int column)
+{
+    const Field field = m_controller.getTableView()->columns()[std::size_t(column)];
+    const auto &before = m_controller.sortDescriptors();
+    const bool isReversed = !before.empty() && before.front() == SortDescriptor{field, Qt::AscendingOrder};
+    const Qt::SortOrder order = isReversed ? Qt::DescendingOrder : Qt::AscendingOrder;
+    const int scrolled = m_table->verticalScrollBar()->value();
+    m_controller.sortDescriptorsDidChange({{field, order}});
+    m_table->verticalScrollBar()->setValue(scrolled); // a sorted table is read from where it was, usually the top
+    m_look.showSortArrow();
+}
+
+void ContactTableView::sortByCurrentColumn()
+{
+    if (m_table->currentIndex().isValid())
+        sortBy(m_table->currentIndex().column());
+}
+
+void ContactTableView::moveCurrentColumn(int by)
+{
+    const int from = m_table->currentIndex().column();
+    const int to = from + by;
+    if (from < 0 || to < 0 || to >= m_rows.columnCount())
+        return;
+    m_controller.getTableView()->moveColumn(from, to);
+    m_table->scrollTo(m_table->currentIndex());
+}
+
+void ContactTableView::updateSummary()
+{
+    const int all = m_controller.numberOfRowsInTableView();
+    const int shown = m_rows.rowCount();
+    m_summary->setText(
+        shown == all ? counted(all, tr("contact"), tr("contacts")) : tr("%L1 of %L2").arg(shown).arg(all));
+    const bool wasFocused = m_emptyPage->isAncestorOf(m_emptyPage->window()->focusWidget());
+    m_pages->setCurrentWidget(all == 0 ? static_cast<QWidget *>(m_emptyPage) : m_table);
+    if (wasFocused && all > 0)
+        m_table->setFocus();
+}
+
+QWidget *ContactTableView::mainPane() const
+{
+    if (m_pages->currentWidget() == m_table)
+        return m_table;
+    return m_emptyPage->importButton()->isHidden() ? nullptr : m_emptyPage->importButton();
+}
+
+bool ContactTableView::isEditing() const
+{
+    const auto widgets = m_table->viewport()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    return std::ranges::any_of(widgets, &QWidget::isVisible);
+}
+
+std::vector<int> ContactTableView::selectedRows() const
+{
+    std::vector<int> rows;
+    const QModelIndexList selected = m_table->selectionModel()->selectedRows();
+    for (const QModelIndex &index : selected)
+        rows.push_back(m_rows.mapToSource(index).row());
+    std::ranges::sort(rows);
+    return rows;
+}
+
+QList<ABPersonPtr> ContactTableView::selectedPeople() const
+{
+    QList<ABPersonPtr> people;
+    for (const int row : selectedRows())
+        people += m_controller.getTableViewDataArray()[std::size_t(row)]->person();
+    return people;
+}
+
+/// Several rows are meant as rows; in a single one the cell with the ring is.
+void ContactTableView::copyCellOrRows()
+{
+    if (selectedRows().size() > 1)
+        copyRows();
+    else if (m_table->currentIndex().isValid())
+        QApplication::clipboard()->setText(m_table->currentIndex().data(Qt::EditRole).toString());
+}
+
+void ContactTableView::copyRows()
+{
+    QModelIndexList cells = m_table->selectionModel()->selectedIndexes();
+    std::sort(cells.begin(), cells.end());
+    QString text;
+    for (int i = 0; i < cells.size(); ++i) {
+        if (i > 0)
+            text += cells[i].row() == cells[i - 1].row() ? u'\t' : u'\n';
+        text += inOneCell(cells[i].data(Qt::EditRole).toString());
+    }
+    QApplication::clipboard()->setText(text);
+}
+
+void ContactTableView::copyAsCards()
+{
+    QByteArray cards;
+    for (const ABPersonPtr &person : selectedPeople())
+        cards += person->vCardRepresentation();
+    auto *content = new QMimeData;
+    content->setText(QString::fromUtf8(cards));
+    content->setData(QStringLiteral("text/vcard"), cards);
+    QApplication::clipboard()->setMimeData(content);
+}
+
+void ContactTableView::openCard()
+{
+    const QList<ABPersonPtr> people = selectedPeople();
+    if (!people.isEmpty())
+        Q_EMIT cardRequested(people.front());
+}

@@ -1,0 +1,349 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/book/ABAddressBook.h"
+
+#include "contacts/book/PendingChanges.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace {
+
+struct SharedBook
+{
+    std::mutex mutex;
+    std::shared_ptr<ABAddressBook> book;
+};
+
+SharedBook &sharedBook()
+{
+    static SharedBook shared;
+    return shared;
+}
+
+bool fail(Error *error, ErrorKind kind, const QString &text)
+{
+    if (error)
+        *error = {kind, text};
+    return false;
+}
+
+/// Tells the processor to fetch the person some places behind @p place. People lie all over the memory, and walking
+/// over them all would mostly be waiting.
+void fetchAhead(const std::vector<ABPersonPtr> &people, std::size_t place)
+{
+    constexpr std::size_t kDistance = 16;
+    if (place + kDistance < people.size())
+        __builtin_prefetch(people[place + kDistance].get());
+}
+
+void fetchUidAhead(const std::vector<ABPersonPtr> &people, std::size_t place)
+{
+    constexpr std::size_t kDistance = 8; // the person itself is there by then
+    fetchAhead(people, place);
+    if (place + kDistance < people.size())
+        __builtin_prefetch(people[place + kDistance]->uniqueId().constData());
+}
+
+/// How often a save takes in what others changed before it gives up; each round means that somebody saved in between.
+constexpr int kSaveAttempts = 5;
+
+} // namespace
+
+ABAddressBook::ABAddressBook(std::unique_ptr<AddressBookStore> store)
+    : m_store(std::move(store)), m_pending(std::make_shared<PendingChanges>())
+{ }
+
+ABAddressBook::~ABAddressBook()
+{
+    for (const auto &person : m_people)
+        person->setPendingChanges(nullptr);
+    // People with unsaved changes and the list of them hold each other.
+    for (const auto &entry : m_pending->entries()) {
+        entry.person->setPendingChanges(nullptr);
+        m_pending->settle(entry.person.get(), nullptr, false);
+    }
+}
+
+void ABAddressBook::close()
+{
+    const std::scoped_lock lock(m_storeMutex);
+    m_store.reset();
+}
+
+Result<std::shared_ptr<ABAddressBook>> ABAddressBook::open(std::unique_ptr<AddressBookStore> store)
+{
+    const std::shared_ptr<ABAddressBook> book(new ABAddressBook(std::move(store)));
+    auto stored = book->m_store->loadAll();
+    if (!stored)
+        return stored.error();
+    auto snapshot = std::make_shared<std::vector<PersonSnapshot>>();
+    snapshot->reserve(stored->size());
+    book->m_people.reserve(stored->size());
+    for (auto &[uid, record] : *stored) {
+        auto person = std::make_shared<ABPerson>(std::move(uid), record);
+        person->m_pendingChanges = book->m_pending; // nobody else knows the person yet: no lock
+        person->m_order = ++book->m_lastOrder;
+        book->m_people.push_back(person);
+        snapshot->push_back({std::move(person), std::move(record)});
+    }
+    book->m_snapshot = std::move(snapshot);
+    return book;
+}
+
+std::shared_ptr<ABAddressBook> ABAddressBook::sharedAddressBook()
+{
+    const std::scoped_lock lock(sharedBook().mutex);
+    return sharedBook().book;
+}
+
+void ABAddressBook::setSharedAddressBook(std::shared_ptr<ABAddressBook> book)
+{
+    const std::scoped_lock lock(sharedBook().mutex);
+    sharedBook().book = std::move(book);
+}
+
+bool ABAddressBook::isSharedReadOnly()
+{
+    const auto book = sharedAddressBook();
+    return book && !book->canWrite();
+}
+
+QList<ABPersonPtr> ABAddressBook::people() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return {m_people.begin(), m_people.end()};
+}
+
+PeopleSnapshot ABAddressBook::snapshot() const
+{
+    std::vector<ABPersonPtr> everybody;
+    // Asked for before anybody is looked at: a change that comes in between makes the snapshot look old, not new.
+    const quint64 version = m_pending->version();
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (m_snapshot && m_snapshotVersion == version)
+            return m_snapshot;
+        everybody.reserve(m_people.size());
+        for (std::size_t i = 0; i < m_people.size(); ++i) {
+            fetchAhead(m_people, i);
+            everybody.push_back(m_people[i]);
+        }
+    }
+    auto people = std::make_shared<std::vector<PersonSnapshot>>();
+    people->reserve(everybody.size());
+    for (std::size_t i = 0; i < everybody.size(); ++i) {
+        fetchAhead(everybody, i);
+        PersonRecordPtr record = everybody[i]->record();
+        people->push_back({std::move(everybody[i]), std::move(record)});
+    }
+    const std::scoped_lock lock(m_mutex);
+    m_snapshot = std::move(people);
+    m_snapshotVersion = version;
+    return m_snapshot;
+}
+
+ABPersonPtr ABAddressBook::personWithUniqueId(const QString &uid) const
+{
+    const std::scoped_lock lock(m_mutex);
+    const auto &index = uidIndex();
+    const auto found = index.find(uid);
+    return found == index.end() ? nullptr : found->second;
+}
+
+bool ABAddressBook::containsRecord(const ABPersonPtr &person) const
+{
+    const std::scoped_lock lock(m_mutex);
+    if (person->pendingChanges() != m_pending)
+        return false;
+    const auto pending = m_pending->entryOf(person);
+    return !(pending && pending->removed);
+}
+
+QList<ABPersonPtr> ABAddressBook::recordsMatchingSearchElement(const ABSearchElement &element) const
+{
+    QList<ABPersonPtr> matching;
+    const QList<ABPersonPtr> everybody = people();
+    for (const auto &person : everybody) {
+        if (element.matches(*person->record()))
+            matching.push_back(person);
+    }
+    return matching;
+}
+
+bool ABAddressBook::addRecord(const ABPersonPtr &person, Error *error)
+{
+    const std::scoped_lock lock(m_mutex);
+    const auto owner = person->pendingChanges();
+    if (owner && owner != m_pending)
+        return fail(
+            error, ErrorKind::Conflict, person->uniqueId() % QStringLiteral(": belongs to another address book"));
+    if (!owner && person->isRemoved())
+        return fail(
+            error, ErrorKind::NotFound, person->uniqueId() % QStringLiteral(": was removed from the address book"));
+    const auto pending = m_pending->entryOf(person);
+    if (owner && !(pending && pending->removed))
+        return true;
+    const auto removed = m_removedPeople.find(person->uniqueId());
+    const bool uidIsTaken = removed == m_removedPeople.end() ? hasUid(person->uniqueId()) : removed->second != person;
+    if (uidIsTaken)
+        return fail(error, ErrorKind::Conflict, person->uniqueId() % QStringLiteral(": another contact has this uid"));
+    m_removedPeople.erase(person->uniqueId());
+    insert(person);
+    person->m_isRemoved = false;
+    if (pending) {
+        m_pending->noteReturn(person);
+    } else {
+        m_pending->noteAddition(person);
+        person->setPendingChanges(m_pending);
+    }
+    return true;
+}
+
+bool ABAddressBook::removeRecord(const ABPersonPtr &person, Error *error)
+{
+    const std::scoped_lock lock(m_mutex);
+    if (person->pendingChanges() != m_pending || std::ranges::find(m_people, person) == m_people.end())
+        return fail(error, ErrorKind::NotFound, person->uniqueId() % QStringLiteral(": not in the address book"));
+    m_pending->noteRemoval(person, person->record());
+    m_removedPeople.emplace(person->uniqueId(), person);
+    person->m_isRemoved = true;
+    erase(person);
+    return true;
+}
+
+void ABAddressBook::withdraw(const std::vector<ABPersonPtr> &added)
+{
+    const std::scoped_lock lock(m_mutex);
+    std::unordered_set<const ABPerson *> withdrawn;
+    for (const auto &person : added) {
+        const auto pending = m_pending->entryOf(person);
+        if (!pending || pending->before || person->pendingChanges() != m_pending)
+            continue;
+        withdrawn.insert(person.get());
+        m_pending->settle(person.get(), nullptr, false);
+        person->setPendingChanges(nullptr);
+        m_uidIndex.erase(person->uniqueId());
+    }
+    m_pending->touch();
+    std::erase_if(m_people, [&withdrawn](const ABPersonPtr &person) { return withdrawn.contains(person.get()); });
+}
+
+bool ABAddressBook::hasUnsavedChanges() const
+{
+    return !m_pending->isEmpty();
+}
+
+bool ABAddressBook::save(Error *error)
+{
+    // Of this thread: the runner may write on another one.
+    const ChangeCausePtr cause = CauseScope::current();
+    if (!m_saveRunner)
+        return saveFor(cause, error);
+    bool saved = false;
+    m_saveRunner([this, &cause, &saved, error] { saved = saveFor(cause, error); });
+    return saved;
+}
+
+bool ABAddressBook::saveFor(const ChangeCausePtr &cause, Error *error)
+{
+    const std::scoped_lock lock(m_storeMutex);
+    const auto failForDropped = [this, error] {
+        const QString uid = std::exchange(m_dropped, {}).front();
+        return fail(error, ErrorKind::Conflict,
+            uid % QStringLiteral(": changed or removed by another program meanwhile; left as it is there"));
+    };
+    if (!m_dropped.empty())
+        return failForDropped();
+    Result<void> saved = commitPending(cause);
+    for (int attempt = 1; !saved && saved.error().kind == ErrorKind::Conflict && attempt < kSaveAttempts; ++attempt) {
+        const auto takenIn = takeInOutsideChanges();
+        if (!takenIn)
+            return fail(error, takenIn.error().kind, takenIn.error().text);
+        if (!m_dropped.empty())
+            return failForDropped();
+        if (*takenIn == 0)
+            break; // the store does not yet know itself what it clashes with
+        saved = commitPending(cause);
+    }
+    return saved || fail(error, saved.error().kind, saved.error().text);
+}
+
+Result<void> ABAddressBook::commitPending(const ChangeCausePtr &cause)
+{
+    const auto entries = m_pending->entries();
+    std::vector<RecordChange> changes;
+    changes.reserve(entries.size());
+    std::vector<PersonRecordPtr> written;
+    written.reserve(entries.size());
+    for (const auto &entry : entries) {
+        const PersonRecordPtr after = entry.removed ? nullptr : entry.person->record();
+        written.push_back(after);
+        const bool same = entry.before && after ? *entry.before == *after : entry.before == after;
+        if (!same)
+            changes.push_back({entry.person->uniqueId(), entry.before, after, entry.cause ? entry.cause : cause});
+    }
+    if (!changes.empty()) {
+        if (auto committed = m_store->commit(changes); !committed)
+            return committed;
+    }
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i].person->settle(written[i]);
+        if (!written[i])
+            forgetRemoved(entries[i].person);
+    }
+    const std::scoped_lock lock(m_mutex);
+    m_searchesSinceSave = 0;
+    return {};
+}
+
+void ABAddressBook::forgetRemoved(const ABPersonPtr &person)
+{
+    const std::scoped_lock lock(m_mutex);
+    m_removedPeople.erase(person->uniqueId());
+    person->setPendingChanges(nullptr);
+}
+
+void ABAddressBook::insert(const ABPersonPtr &person)
+{
+    if (!m_uidIndex.empty() || m_people.empty())
+        m_uidIndex.emplace(person->uniqueId(), person);
+    m_pending->touch();
+    if (person->m_order == 0)
+        person->m_order = ++m_lastOrder;
+    const auto order = [](const ABPersonPtr &somebody) { return somebody->m_order; };
+    m_people.insert(std::ranges::upper_bound(m_people, person->m_order, {}, order), person);
+}
+
+void ABAddressBook::erase(const ABPersonPtr &person)
+{
+    m_pending->touch();
+    std::erase(m_people, person);
+    m_uidIndex.erase(person->uniqueId());
+}
+
+bool ABAddressBook::hasUid(const QString &uid)
+{
+    // Whoever adds one person and saves, as a merge does, is served sooner by a search than by an index of everybody.
+    constexpr int kSearches = 4;
+    if (!m_uidIndex.empty() || ++m_searchesSinceSave > kSearches)
+        return uidIndex().contains(uid);
+    for (std::size_t i = 0; i < m_people.size(); ++i) {
+        fetchUidAhead(m_people, i);
+        if (m_people[i]->uniqueId() == uid)
+            return true;
+    }
+    return false;
+}
+
+const std::unordered_map<QString, ABPersonPtr> &ABAddressBook::uidIndex() const
+{
+    if (m_uidIndex.empty() && !m_people.empty()) {
+        m_uidIndex.reserve(m_people.size());
+        for (std::size_t i = 0; i < m_people.size(); ++i) {
+            fetchUidAhead(m_people, i);
+            m_uidIndex.emplace(m_people[i]->uniqueId(), m_people[i]);
+        }
+    }
+    return m_uidIndex;
+}

@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/book/ABPerson.h"
+#include "contacts/book/AddressBookStore.h"
+#include "contacts/book/RestorePlan.h"
+
+#include <QList>
+
+#include <mutex>
+#include <unordered_map>
+
+/// A person and its record at one moment.
+struct PersonSnapshot
+{
+    ABPersonPtr person;
+    PersonRecordPtr record;
+};
+
+/// Everybody at one moment; nobody changes it any more.
+using PeopleSnapshot = std::shared_ptr<const std::vector<PersonSnapshot>>;
+
+/// The people of one address book, all in memory, with the changes that are not saved yet.
+///
+/// May be used from any thread. People are in the store's order; new ones come last, and a person whose removal is
+/// taken back returns to its place. A person keeps its identity as long as the address book lives.
+class ABAddressBook
+{
+public:
+    /// Reads everything; the error is the store's.
+    static Result<std::shared_ptr<ABAddressBook>> open(std::unique_ptr<AddressBookStore> store);
+    ~ABAddressBook();
+    /// Gives up the store with its files and locks, for a program that is about to end. The people stay; nothing that
+    /// asks the store may be called any more.
+    void close();
+
+    /// The address book of this program; null until one was set.
+    static std::shared_ptr<ABAddressBook> sharedAddressBook();
+    static void setSharedAddressBook(std::shared_ptr<ABAddressBook> book);
+
+    /// A copy; additions and removals that are not saved yet are in it.
+    QList<ABPersonPtr> people() const;
+    /// The same with their records. Not null. Free of cost as long as nobody was changed.
+    PeopleSnapshot snapshot() const;
+    /// Null when there is none.
+    ABPersonPtr personWithUniqueId(const QString &uid) const;
+    /// False as soon as the person was removed, by whomever.
+    bool containsRecord(const ABPersonPtr &person) const;
+    /// Whoever matches, in the order of people().
+    QList<ABPersonPtr> recordsMatchingSearchElement(const ABSearchElement &element) const;
+
+    /// True, and without effect, for a person that is in the address book already. False, with the reason in @p error:
+    /// another person has the same uid, or this one belongs to another address book, or its removal was saved.
+    bool addRecord(const ABPersonPtr &person, Error *error = nullptr);
+    /// False for a person that is not in the address book. Its uid is free again only after save().
+    bool removeRecord(const ABPersonPtr &person, Error *error = nullptr);
+
+    /// Takes additions back that are not saved yet; people who are saved, or not here, are passed over.
+    void withdraw(const std::vector<ABPersonPtr> &added);
+
+    /// Writes all pending changes, whole or not at all. Where somebody else changed other properties of a person
+    /// meanwhile, both changes are made.
+    /// False: the store refused, nothing was written and everything stays pending; or (Conflict) somebody else gave a
+    /// property that was changed here another value, removed a person that was changed here, or changed one that was
+    /// removed here: then the other's deed holds, this person's changes are dropped, and another save() writes the
+    /// rest. That may have come to light in a refresh() before; the next save() tells it.
+    bool save(Error *error = nullptr);
+    bool hasUnsavedChanges() const;
+    /// What calls the part of save() that may take long, and returns when that has run. It may come on any thread, and
+    /// before anybody else saves. By default save() calls it itself.
+    using SaveRunner = std::function<void(const std::function<void()> &write)>;
+    void setSaveRunner(SaveRunner runner) { m_saveRunner = std::move(runner); }
+
+    /// Takes in what others changed in the store; pending changes stay, as in save().
+    /// @return the uids of everybody whom others changed, added or removed since the last call, whatever took it in
+    Result<std::vector<QString>> refresh();
+    /// The same for those who want the people of now; the next refresh() names the uids.
+    Result<void> catchUp();
+
+    /// As AddressBookStore::setChangeListener(): whoever is called may want to refresh(). An empty one gives up a
+    /// refresh() that waits.
+    void setChangeListener(std::function<void()> listener);
+
+    // The history, as the store keeps it. These four may take as long as the store; none belongs on a main thread.
+    Result<std::vector<ChangeSummary>> history();
+    Result<ChangeStep> historyStep(const QString &causeId);
+    /// What apply() has to do so that everybody is as before these causes' changes; in any order, repeated ids count
+    /// once. Takes in what others changed first. Errors as those of planRestore(), and NotFound.
+    Result<RestorePlan> planRestore(const QStringList &causeIds);
+    /// The same for holding exactly @p wanted.
+    Result<RestorePlan> planReplacement(const std::vector<StoredRecord> &wanted);
+    /// Writes a plan to the store and makes the people agree with it; a restore is a cause of its own. People who are
+    /// put back are new objects. On any error (Conflict: somebody was faster, or changed a person here without
+    /// saving it) nothing is changed, neither here nor there.
+    Result<void> apply(const RestorePlan &plan);
+
+    bool canWrite() const { return m_store->canWrite(); }
+    Error readOnlyReason() const { return m_store->readOnlyReason(); }
+    /// Whether there is a shared address book that cannot be written.
+    static bool isSharedReadOnly();
+    QString name() const { return m_store->name(); }
+    /// The address book file that the store is; empty where it is something else.
+    QString file() const { return m_store->file(); }
+    /// As AddressBookStore::desktopId().
+    QString desktopId(const QString &uid) const { return m_store->desktopId(uid); }
+
+private:
+    explicit ABAddressBook(std::unique_ptr<AddressBookStore> store);
+
+    bool saveFor(const ChangeCausePtr &cause, Error *error);
+    Result<void> commitPending(const ChangeCausePtr &cause);
+    /// Refreshes with m_storeMutex held; says how many people were changed by it.
+    Result<std::size_t> takeInOutsideChanges();
+    bool takeIn(const OutsideChange &change);
+    void forgetRemoved(const ABPersonPtr &person);
+    Result<void> checkNothingPending(const std::vector<RecordChange> &changes) const;
+    void takeOut(const std::vector<QString> &uids);
+    SameRecord sameRecord() const;
+    void insert(const ABPersonPtr &person);
+    void erase(const ABPersonPtr &person);
+    const std::unordered_map<QString, ABPersonPtr> &uidIndex() const;
+    bool hasUid(const QString &uid);
+
+    std::unique_ptr<AddressBookStore> m_store; // null after close()
+    const std::shared_ptr<PendingChanges> m_pending;
+    SaveRunner m_saveRunner; // empty: none
+    std::mutex m_storeMutex; // held around calls of the store, never while m_mutex is wanted by a reader
+    std::vector<QString> m_untold; // whom others changed, until refresh() tells it; with m_storeMutex, as the next
+    std::vector<QString> m_dropped; // whose pending changes were given up, until save() tells it
+    mutable std::mutex m_mutex; // guards the members below
+    std::vector<ABPersonPtr> m_people; // by ABPerson::m_order
+    quint64 m_lastOrder = 0;
+    std::unordered_map<QString, ABPersonPtr> m_removedPeople; // by uid, until their removal is saved
+    mutable PeopleSnapshot m_snapshot; // null, or of the version below
+    mutable quint64 m_snapshotVersion = 0;
+    mutable std::unordered_map<QString, ABPersonPtr> m_uidIndex; // made when first asked for: most runs never do
+    int m_searchesSinceSave = 0; // by uid, while there is no index
+};

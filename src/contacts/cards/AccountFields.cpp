@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Readers of the lines that name messaging accounts and social profiles.
+#include "contacts/cards/CardFields.h"
+#include "contacts/cards/WordTable.h"
+#include "contacts/model/ABLabels.h"
+
+#include <unordered_map>
+
+namespace {
+
+/// Splits "scheme:rest"; an empty scheme when there is none.
+std::string_view takeScheme(std::string_view &text)
+{
+    const std::size_t end = text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+.-");
+    if (end == std::string_view::npos || end == 0 || text[end] != ':')
+        return {};
+    const std::string_view scheme = text.substr(0, end);
+    text.remove_prefix(end + 1);
+    return scheme;
+}
+
+constexpr std::string_view kNeutralScheme = "x-apple";
+
+QString serviceText(std::string_view word)
+{
+    const CardService *known = serviceOfWord(word);
+    return known ? *known->service : textFromUtf8(word);
+}
+
+const QString *placeLabel(const ContentLine &line)
+{
+    quint16 plainTypes = 0;
+    return labelOfTypes(ABProperty::InstantMessage, line.types, plainTypes);
+}
+
+bool addAccount(CardDraft &draft, const ContentLine &line, const QString &service, std::string_view username)
+{
+    ABDictionary account;
+    if (!service.isEmpty())
+        account.setValue(service, ABKey::InstantMessageService);
+    if (!username.empty())
+        account.setValue(unescaped(username), ABKey::InstantMessageUsername);
+    draft.addEntry(line, ABProperty::InstantMessage, draft.labelOf(line, placeLabel(line)), std::move(account), true);
+    return true;
+}
+
+bool addProfile(CardDraft &draft, const ContentLine &line, const QString &service, const QString &username)
+{
+    ABDictionary profile;
+    if (!service.isEmpty())
+        profile.setValue(service, ABKey::SocialProfileService);
+    if (!username.isEmpty())
+        profile.setValue(username, ABKey::SocialProfileUsername);
+    const QString *place = placeLabel(line);
+    // The program shows profiles under this label only.
+    const QString label = draft.labelOf(line, place ? place : &kABHomeLabel);
+    draft.addEntry(line, ABProperty::SocialProfile, label, std::move(profile), true);
+    return true;
+}
+
+/// The first word of TYPE that is not about the place.
+QString networkOfTypes(const ContentLine &line)
+{
+    std::string_view rest = line.params;
+    LineParam param;
+    while (takeParam(rest, param)) {
+        const quint16 bit = param.name.empty() ? CardParam::Type : paramBit(param.name);
+        if (bit != CardParam::Type && bit != CardParam::ServiceType)
+            continue;
+        std::string_view words = param.value;
+        std::string_view word;
+        while (takeWord(words, word)) {
+            if (!isNetworkWord(word))
+                continue;
+            const QString *known = socialService(word);
+            return known ? *known : textFromUtf8(word);
+        }
+    }
+    return {};
+}
+
+/// The network whose site the address is on: the label before the top-level domain.
+QString networkOfAddress(std::string_view address)
+{
+    const std::size_t host = address.find("://");
+    if (host == std::string_view::npos)
+        return {};
+    address.remove_prefix(host + 3);
+    address = address.substr(0, address.find_first_of("/?#:"));
+    const std::size_t top = address.rfind('.');
+    if (top == std::string_view::npos)
+        return {};
+    address = address.substr(0, top);
+    const QString *known = socialService(address.substr(address.rfind('.') + 1));
+    return known ? *known : QString();
+}
+
+/// The account name inside a profile's address: its last part; all of a text that is no address.
+std::string_view userOfAddress(std::string_view address)
+{
+    while (address.ends_with('/'))
+        address.remove_suffix(1);
+    return address.find("://") == std::string_view::npos ? address : address.substr(address.rfind('/') + 1);
+}
+
+} // namespace
+
+bool readInstantMessage(CardDraft &draft, const ContentLine &line)
+{
+    if (line.value.empty())
+        return true;
+    const std::string word = draft.paramText(line, "X-SERVICE-TYPE");
+    std::string_view username = line.value;
+    const std::string_view scheme = takeScheme(username);
+    const bool isNeutral = equalsIgnoringCase(scheme, kNeutralScheme);
+    if (word.empty())
+        return addAccount(draft, line, isNeutral ? QString() : serviceText(scheme), username);
+    const bool belongs = isNeutral || serviceOfWord(scheme) || equalsIgnoringCase(scheme, word);
+    return addAccount(draft, line, serviceText(word), belongs ? username : line.value);
+}
+
+bool readAccount(CardDraft &draft, const ContentLine &line)
+{
+    if (line.value.empty())
+        return true;
+    draft.hasAccountLines = true;
+    constexpr std::string_view extensionMark = "X-";
+    return addAccount(draft, line, serviceText(line.name.substr(extensionMark.size())), line.value);
+}
+
+bool readSocialProfile(CardDraft &draft, const ContentLine &line)
+{
+    if (line.value.empty())
+        return true;
+    const std::string user = draft.paramText(line, "X-USER");
+    std::string_view address = line.value;
+    QString network = networkOfTypes(line);
+    std::string_view rest = address;
+    const std::string_view scheme = takeScheme(rest);
+    const QString *ofScheme = socialService(scheme);
+    if (ofScheme || equalsIgnoringCase(scheme, kNeutralScheme))
+        address = rest;
+    if (network.isEmpty())
+        network = ofScheme ? *ofScheme : networkOfAddress(address);
+    return addProfile(draft, line, network, user.empty() ? unescaped(userOfAddress(address)) : textFromUtf8(user));
+}
+
+bool readTwitter(CardDraft &draft, const ContentLine &line)
+{
+    return line.value.empty()
+        || addProfile(draft, line, kABSocialProfileServiceTwitter, unescaped(userOfAddress(line.value)));
+}
+
+void mergeAccounts(CardDraft &draft)
+{
+    auto &entries = draft.entries(ABProperty::InstantMessage);
+    if (!draft.hasAccountLines || entries.size() < 2)
+        return;
+    // One source per entry, since each of these lines has one.
+    std::vector<CardDraft::Source *> sources;
+    for (auto &source : draft.sources()) {
+        if (source.property == ABProperty::InstantMessage)
+            sources.push_back(&source);
+    }
+    struct First
+    {
+        std::size_t entry;
+        CardName kind;
+    };
+    std::unordered_map<std::string, First> firsts;
+    std::vector<ABMultiValue::Entry> merged;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const auto part = [&](ABKey key) {
+            const QString *text = entries[i].dictionary().valueForKey(key);
+            return text ? text->toCaseFolded() : QString();
+        };
+        const QString key = part(ABKey::InstantMessageService) % u'\n' % part(ABKey::InstantMessageUsername);
+        const CardName kind = sources[i]->line->id;
+        const auto [place, isFirst] = firsts.try_emplace(key.toStdString(), First{merged.size(), kind});
+        if (isFirst || place->second.kind == kind) {
+            sources[i]->entry = merged.size();
+            merged.push_back(std::move(entries[i]));
+            continue;
+        }
+        sources[i]->entry = place->second.entry;
+        ABMultiValue::Entry &first = merged[place->second.entry];
+        if (first.label.isNull())
+            first.label = entries[i].label;
+    }
+    entries = std::move(merged);
+}

@@ -1,0 +1,250 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/cards/ContentLine.h"
+
+#include "contacts/cards/TextCoding.h"
+#include "contacts/cards/WordTable.h"
+
+namespace {
+
+using Encoding = ContentLine::Encoding;
+
+/// Words of ENCODING; 2.1 also has them as parameters of their own.
+constexpr WordTable kEncodings(std::to_array<WordRow<Encoding>>({
+    {"QUOTED-PRINTABLE", Encoding::QuotedPrintable},
+    {"BASE64", Encoding::Base64},
+    {"B", Encoding::Base64},
+    {"8BIT", Encoding::Plain},
+    {"7BIT", Encoding::Plain},
+}));
+
+std::string_view withoutQuotes(std::string_view text)
+{
+    if (text.starts_with('"'))
+        text.remove_prefix(1);
+    if (text.ends_with('"'))
+        text.remove_suffix(1);
+    return text;
+}
+
+/// The length of @p text up to the first @p separator outside quotes.
+std::size_t unquotedLength(std::string_view text, char separator)
+{
+    bool inQuotes = false;
+    std::size_t at = 0;
+    for (; at < text.size() && (inQuotes || text[at] != separator); ++at) {
+        if (text[at] == '"')
+            inQuotes = !inQuotes;
+    }
+    return at;
+}
+
+void readTypes(ContentLine &line, std::string_view words)
+{
+    std::string_view word;
+    while (takeWord(words, word))
+        line.types = static_cast<quint16>(line.types | typeBit(word));
+}
+
+void readBareParam(ContentLine &line, std::string_view word)
+{
+    if (const Encoding *encoding = kEncodings.find(word))
+        line.encoding = *encoding;
+    else
+        readTypes(line, word);
+    line.hasBareParams = true;
+}
+
+void readParams(ContentLine &line)
+{
+    std::string_view rest = line.params;
+    LineParam param;
+    while (takeParam(rest, param)) {
+        if (param.name.empty()) {
+            readBareParam(line, param.value);
+            continue;
+        }
+        const quint16 bit = paramBit(param.name);
+        line.paramBits = static_cast<quint16>(line.paramBits | bit);
+        if (bit == CardParam::Type) {
+            readTypes(line, param.value);
+        } else if (bit == CardParam::Charset) {
+            line.charset = withoutQuotes(param.value);
+        } else if (bit == CardParam::Encoding) {
+            if (const Encoding *encoding = kEncodings.find(withoutQuotes(param.value)))
+                line.encoding = *encoding;
+        }
+    }
+}
+
+void append(std::string &out, std::string_view name, std::string_view value)
+{
+    out += ';';
+    out += name;
+    out += '=';
+    out += value;
+}
+
+/// One parameter as 3.0 has it; nothing for those that only say how the value's bytes were written.
+void appendParam(std::string &out, const LineParam &param)
+{
+    const quint16 bit = param.name.empty() ? quint16(0) : paramBit(param.name);
+    const bool maybeEncoding = param.name.empty() || bit == CardParam::Encoding;
+    const Encoding *encoding = maybeEncoding ? kEncodings.find(withoutQuotes(param.value)) : nullptr;
+    if (bit == CardParam::Charset)
+        return;
+    if (encoding) {
+        if (*encoding == Encoding::Base64)
+            append(out, "ENCODING", "b");
+    } else {
+        append(out, param.name.empty() ? "TYPE" : param.name, param.value);
+    }
+}
+
+} // namespace
+
+bool ContentLine::isBegin(std::string_view component) const
+{
+    return id == CardName::Begin && equalsIgnoringCase(trimmed(value), component);
+}
+
+bool ContentLine::isEnd(std::string_view component) const
+{
+    return id == CardName::End && equalsIgnoringCase(trimmed(value), component);
+}
+
+bool takeParam(std::string_view &rest, LineParam &param)
+{
+    while (!rest.empty()) {
+        rest.remove_prefix(1); // the ';'
+        const std::size_t length = unquotedLength(rest, ';');
+        const std::string_view text = trimmed(rest.substr(0, length));
+        rest.remove_prefix(length);
+        if (text.empty())
+            continue;
+        const std::size_t equals = text.find('=');
+        param.name = equals == std::string_view::npos ? std::string_view() : trimmed(text.substr(0, equals));
+        param.value = equals == std::string_view::npos ? text : trimmed(text.substr(equals + 1));
+        return true;
+    }
+    return false;
+}
+
+bool takeWord(std::string_view &rest, std::string_view &word)
+{
+    const auto separates = [](char c) { return c == ',' || c == '"' || c == ' ' || c == '\t'; };
+    std::size_t first = 0;
+    while (first < rest.size() && separates(rest[first]))
+        ++first;
+    std::size_t end = first;
+    while (end < rest.size() && rest[end] != ',' && rest[end] != '"')
+        ++end;
+    word = rest.substr(first, end - first);
+    rest.remove_prefix(end);
+    if (word.empty())
+        return false;
+    if (separates(word.back()))
+        word = trimmed(word);
+    // Seen in the wild: TYPE=HOME,TYPE=VOICE
+    if (word.size() > 5 && equalsIgnoringCase(word.substr(0, 5), "TYPE="))
+        word.remove_prefix(5);
+    return true;
+}
+
+std::string_view paramValue(const ContentLine &line, std::string_view name)
+{
+    std::string_view rest = line.params;
+    LineParam param;
+    while (takeParam(rest, param)) {
+        if (equalsIgnoringCase(param.name, name))
+            return withoutQuotes(param.value);
+    }
+    return {};
+}
+
+bool HeadFinder::find(std::string_view text)
+{
+    for (; m_position < text.size(); ++m_position) {
+        const char c = text[m_position];
+        if (c > ';')
+            continue;
+        if (c == ':' && !m_inQuotes) {
+            colon = m_position;
+            return true;
+        }
+        if (c == ';' && semicolon == npos)
+            semicolon = m_position;
+        else if (c == '.' && semicolon == npos && dot == npos)
+            dot = m_position;
+        else if (c == '"' && semicolon != npos)
+            m_inQuotes = !m_inQuotes;
+    }
+    return false;
+}
+
+bool HeadFinder::findIgnoringQuotes(std::string_view text)
+{
+    colon = text.find(':');
+    return colon != npos;
+}
+
+void parseContentLine(ContentLine &line, std::string_view text, const HeadFinder &head)
+{
+    line = ContentLine();
+    if (head.colon == HeadFinder::npos) {
+        line.value = text;
+        return;
+    }
+    line.hasColon = true;
+    line.value = text.substr(head.colon + 1);
+    const std::size_t nameEnd = std::min(head.semicolon, head.colon);
+    const std::size_t nameBegin = head.dot < nameEnd ? head.dot + 1 : 0;
+    if (nameBegin > 0)
+        line.group = trimmed(text.substr(0, nameBegin - 1));
+    line.name = trimmed(text.substr(nameBegin, nameEnd - nameBegin));
+    while (line.name.starts_with('.')) // or a line that is kept could be another one when it is read again
+        line.name = trimmed(line.name.substr(1));
+    line.params = text.substr(nameEnd, head.colon - nameEnd);
+    line.id = cardName(line.name);
+    if (!line.params.empty())
+        readParams(line);
+}
+
+namespace {
+
+/// The line as it stands in memory, if it stands there as it would be written; else empty.
+std::string_view wholeLine(const ContentLine &line, std::string_view group, std::string_view value)
+{
+    constexpr unsigned rewritten = CardParam::Charset | CardParam::Encoding;
+    const char *begin = line.name.data();
+    const char *headEnd = line.params.data() + line.params.size();
+    const bool isWhole = begin + line.name.size() == line.params.data() && headEnd + 1 == value.data();
+    if (!group.empty() || !isWhole || line.hasBareParams || (line.paramBits & rewritten) != 0)
+        return {};
+    return {begin, static_cast<std::size_t>(value.data() + value.size() - begin)};
+}
+
+} // namespace
+
+QString normalisedLine(const ContentLine &line, std::string_view group, std::string_view value)
+{
+    const std::string_view whole = wholeLine(line, group, value);
+    if (!whole.empty() && isUtf8(whole))
+        return textFromUtf8(whole);
+    std::string head;
+    if (!group.empty())
+        head.append(group).push_back('.');
+    head += line.name;
+    std::string_view rest = line.params;
+    LineParam param;
+    while (takeParam(rest, param))
+        appendParam(head, param);
+    head += ':';
+    if (!isUtf8(head)) {
+        std::string utf8;
+        TextDecoder().appendDecoded(head, line.charset, utf8);
+        head = std::move(utf8);
+    }
+    head += value;
+    return textFromUtf8(head).replace(u'\n', QLatin1String("\\n"));
+}

@@ -1,0 +1,216 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/cards/RecordJson.h"
+
+#include "contacts/cards/RecordJsonReader.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// Writes one line of JSON from front to back. Commas are its business.
+class JsonLine
+{
+public:
+    JsonLine()
+    {
+        constexpr std::size_t kUsualSize = 1024;
+        m_text.reserve(kUsualSize);
+    }
+    void open(char bracket)
+    {
+        separate();
+        m_text += bracket;
+        m_isFirst = true;
+    }
+    void close(char bracket)
+    {
+        m_text += bracket;
+        m_isFirst = false;
+    }
+    void key(std::string_view name)
+    {
+        separate();
+        m_text.append(1, '"').append(name).append("\":");
+        m_isFirst = true; // a value follows a key without a comma
+    }
+    void key(QLatin1StringView name) { key(std::string_view(name.data(), std::size_t(name.size()))); }
+    /// As it is: a number, null, or letters that need no escapes and their quotes.
+    void plain(std::string_view value)
+    {
+        separate();
+        m_text += value;
+    }
+    void value(QStringView text);
+    std::string take() { return std::move(m_text); }
+
+private:
+    void separate()
+    {
+        if (!std::exchange(m_isFirst, false))
+            m_text += ',';
+    }
+    void escaped(char character);
+
+    std::string m_text;
+    bool m_isFirst = true;
+};
+
+void JsonLine::escaped(char character)
+{
+    constexpr std::string_view kShort = "\b\f\n\r\t\"\\";
+    constexpr std::string_view kLetters = "bfnrt\"\\";
+    constexpr std::string_view kHex = "0123456789abcdef";
+    if (const auto place = kShort.find(character); place != std::string_view::npos)
+        m_text.append(1, '\\').append(1, kLetters[place]);
+    else
+        m_text.append("\\u00")
+            .append(1, kHex[std::size_t(character) / 16])
+            .append(1, kHex[std::size_t(character) % 16]);
+}
+
+void JsonLine::value(QStringView text)
+{
+    separate();
+    m_text += '"';
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t unit = text[i].unicode();
+        if (unit < 0x20 || unit == u'"' || unit == u'\\') {
+            escaped(char(unit));
+        } else if (unit < 0x80) {
+            m_text += char(unit);
+        } else {
+            const auto ascii = std::find_if(text.begin() + i, text.end(), [](QChar c) { return c.unicode() < 0x80; });
+            const QByteArray utf8 = QStringView(text.begin() + i, ascii).toUtf8();
+            m_text.append(utf8.constData(), std::size_t(utf8.size()));
+            i = ascii - text.begin() - 1;
+        }
+    }
+    m_text += '"';
+}
+
+void write(JsonLine &json, const ABMultiValue &value)
+{
+    json.open('[');
+    for (const auto &entry : value.entries()) {
+        json.open('{');
+        if (!entry.label.isNull()) {
+            json.key("label");
+            json.value(entry.label);
+        }
+        json.key("value");
+        if (const auto *text = std::get_if<QString>(&entry.value)) {
+            json.value(*text);
+        } else {
+            json.open('{');
+            for (const auto &[key, part] : entry.dictionary()) {
+                json.key(keyInfo(key).name);
+                json.value(part);
+            }
+            json.close('}');
+        }
+        json.close('}');
+    }
+    json.close(']');
+}
+
+void writeValue(JsonLine &json, const PersonRecord &record, const ABPropertyInfo &info)
+{
+    const auto key = [&] { json.key(info.name); };
+    switch (info.kind) {
+    case ABPropertyKind::Text:
+        if (const QString *text = record.text(info.property)) {
+            key();
+            json.value(*text);
+        }
+        break;
+    case ABPropertyKind::Date:
+        if (const auto date = record.birthday()) {
+            key();
+            json.value(date->toString(Qt::ISODate));
+        }
+        break;
+    case ABPropertyKind::Integer:
+        if (const auto number = record.flags()) {
+            key();
+            json.plain(std::to_string(*number));
+        }
+        break;
+    case ABPropertyKind::MultiText:
+    case ABPropertyKind::MultiDictionary:
+        if (const ABMultiValue *value = record.multiValue(info.property)) {
+            key();
+            write(json, *value);
+        }
+        break;
+    case ABPropertyKind::ReadOnlyText:
+        break;
+    }
+}
+
+void write(JsonLine &json, const std::vector<KeptLine> &lines)
+{
+    json.open('[');
+    for (const auto &line : lines) {
+        json.open('[');
+        json.value(line.text);
+        if (line.basis.isNull())
+            json.plain("null");
+        else
+            json.value(line.basis);
+        json.close(']');
+    }
+    json.close(']');
+}
+
+} // namespace
+
+std::string recordToJson(const QString &uid, const PersonRecord &record)
+{
+    JsonLine json;
+    json.open('{');
+    if (!uid.isNull()) {
+        json.key("uid");
+        json.value(uid);
+    }
+    for (const ABPropertyInfo &info : allProperties())
+        writeValue(json, record, info);
+    if (const QByteArray *image = record.imageData()) {
+        json.key("image");
+        json.value(QString::fromLatin1(image->toBase64()));
+    }
+    json.close('}');
+    return json.take();
+}
+
+Result<ImportedRecord> recordFromJson(std::string_view line)
+{
+    auto read = RecordJsonReader(RecordJsonReader::Form::Line).read(line);
+    return read ? Result<ImportedRecord>({read->uid, std::move(read->record)}) : read.error();
+}
+
+std::string recordToDocument(const PersonRecord &record, std::string_view pictureName)
+{
+    JsonLine json;
+    json.open('{');
+    for (const ABPropertyInfo &info : allProperties())
+        writeValue(json, record, info);
+    if (!pictureName.empty()) {
+        json.key("picture");
+        json.value(QString::fromLatin1(pictureName.data(), qsizetype(pictureName.size())));
+    }
+    if (!record.keptLines().empty()) {
+        json.key("cardLines");
+        write(json, record.keptLines());
+    }
+    json.close('}');
+    return json.take();
+}
+
+std::string keptLinesToJson(const std::vector<KeptLine> &lines)
+{
+    JsonLine json;
+    write(json, lines);
+    return json.take();
+}

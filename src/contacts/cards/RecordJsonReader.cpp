@@ -1,0 +1,368 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/cards/RecordJsonReader.h"
+
+#include "contacts/model/TextPool.h"
+#include "contacts/model/Utf8Text.h"
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <bitset>
+
+namespace ondemand = simdjson::ondemand;
+
+namespace {
+
+/// Thrown inside this file only, to leave a half-read object; read() turns it into an Error.
+struct Refusal
+{
+    QString reason;
+};
+
+QString textOf(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+}
+
+[[noreturn]] void refuse(std::string_view key, const QString &reason)
+{
+    throw Refusal{u'"' % textOf(key) % QStringLiteral("\" ") % reason};
+}
+
+[[noreturn]] void refuse(simdjson::error_code error)
+{
+    throw Refusal{QStringLiteral("not valid JSON: ") % QString::fromUtf8(simdjson::error_message(error))};
+}
+
+/// The value of @p result; one of another type than wanted is refused as one that "must be" something.
+template <typename Value>
+Value wanted(simdjson::simdjson_result<Value> result, std::string_view key, const char *mustBe)
+{
+    Value value;
+    const simdjson::error_code error = std::move(result).get(value);
+    if (error == simdjson::INCORRECT_TYPE)
+        refuse(key, QString::fromLatin1(mustBe));
+    if (error)
+        refuse(error);
+    return value;
+}
+
+std::string_view keyOf(simdjson::simdjson_result<ondemand::field> &field)
+{
+    std::string_view key;
+    if (const auto error = field.unescaped_key().get(key))
+        refuse(error);
+    return key;
+}
+
+std::string_view textIn(ondemand::value value, std::string_view key)
+{
+    return wanted(value.get_string(), key, "must be a text");
+}
+
+ondemand::value valueOf(simdjson::simdjson_result<ondemand::field> &field)
+{
+    ondemand::value value;
+    if (const auto error = field.value().get(value))
+        refuse(error);
+    return value;
+}
+
+QDate dateFrom(std::string_view key, std::string_view text)
+{
+    const QDate date = QDate::fromString(textOf(text), Qt::ISODate);
+    if (text.size() != 10 || !date.isValid())
+        refuse(key, QStringLiteral("must be a date that exists, as YYYY-MM-DD"));
+    return date;
+}
+
+/// Parts that many people share; the others are nearly unique and not worth looking up.
+bool isCommon(ABKey key)
+{
+    return key != ABKey::AddressStreet && key != ABKey::AddressZip && key != ABKey::InstantMessageUsername
+        && key != ABKey::SocialProfileUsername;
+}
+
+// Keys of an object beside the properties, as places in the set of those that were met.
+enum OtherKey : std::size_t { Image = 64, Picture, CardLines, KeyCount };
+
+} // namespace
+
+class RecordJsonReader::Private
+{
+public:
+    explicit Private(Form theForm) : form(theForm) { }
+
+    Person read(std::string_view json);
+
+    Form form;
+    ondemand::parser parser;
+    TextPool texts;
+    std::string copy;
+
+private:
+    void readField(Person &person, std::string_view key, ondemand::value value);
+    void readProperty(PersonRecord &record, const ABPropertyInfo &info, std::string_view key, ondemand::value value);
+    ABMultiValue multiValueFrom(const ABPropertyInfo &info, std::string_view key, ondemand::value value);
+    ABMultiValue::Entry entryFrom(const ABPropertyInfo &info, std::string_view key, ondemand::value value);
+    ABDictionary dictionaryFrom(ABProperty property, std::string_view key, ondemand::value value);
+    std::vector<KeptLine> cardLinesFrom(std::string_view key, ondemand::value value);
+    QByteArray imageFrom(std::string_view key, std::string_view text);
+    const ABPropertyInfo *propertyOf(std::string_view key);
+    void meet(std::size_t place, std::string_view key);
+    void passOver(std::string_view key, const QString &reason);
+    void repeated(std::string_view key);
+    void remark(std::string_view key, const QString &what);
+
+    std::size_t m_nextProperty = 0;
+    std::bitset<KeyCount> m_met;
+    std::string m_unknownKey;
+    QStringList m_remarks;
+    std::vector<ABMultiValue::Entry> m_entries; // reused from list to list
+};
+
+RecordJsonReader::Person RecordJsonReader::Private::read(std::string_view json)
+{
+    m_met.reset();
+    m_unknownKey.clear();
+    m_remarks.clear();
+    Person person{{}, std::make_shared<PersonRecord>(), {}, {}, {}};
+    ondemand::document document;
+    if (const auto error = parser.iterate(json.data(), json.size(), json.size() + kPadding).get(document))
+        refuse(error);
+    ondemand::object object;
+    if (const auto error = document.get_object().get(object)) {
+        if (error == simdjson::INCORRECT_TYPE)
+            throw Refusal{QStringLiteral("not a JSON object")};
+        refuse(error);
+    }
+    for (auto field : object) {
+        const std::string_view key = keyOf(field);
+        readField(person, key, valueOf(field));
+    }
+    if (document.current_location().error() != simdjson::OUT_OF_BOUNDS)
+        refuse(simdjson::TRAILING_CONTENT);
+    person.unknownKey = m_unknownKey;
+    person.remarks = m_remarks;
+    return person;
+}
+
+void RecordJsonReader::Private::readField(Person &person, std::string_view key, ondemand::value value)
+{
+    if (const ABPropertyInfo *info = propertyOf(key)) {
+        meet(std::size_t(info->property), key);
+        if (info->property != ABProperty::Uid)
+            return readProperty(*person.record, *info, key, value);
+        person.uid = textOfUtf8(textIn(value, key));
+        if (person.uid.isEmpty())
+            refuse(key, QStringLiteral("must not be empty"));
+    } else if (key == "image") {
+        meet(Image, key);
+        person.record->setImageData(imageFrom(key, textIn(value, key)));
+    } else if (form == Form::Document && key == "picture") {
+        meet(Picture, key);
+        person.pictureName = textIn(value, key);
+    } else if (form == Form::Document && key == "cardLines") {
+        meet(CardLines, key);
+        person.record->setKeptLines(cardLinesFrom(key, value));
+    } else {
+        passOver(key, QStringLiteral("is no property of a record"));
+    }
+}
+
+/// Null: it is no property's.
+const ABPropertyInfo *RecordJsonReader::Private::propertyOf(std::string_view key)
+{
+    const auto properties = allProperties();
+    for (std::size_t i = 0; i < properties.size(); ++i) {
+        // Most texts have their keys in the order of the table.
+        const ABPropertyInfo &info = properties[(m_nextProperty + i) % properties.size()];
+        if (std::string_view(info.name.data(), std::size_t(info.name.size())) == key) {
+            m_nextProperty = (m_nextProperty + i + 1) % properties.size();
+            return &info;
+        }
+    }
+    return nullptr;
+}
+
+void RecordJsonReader::Private::meet(std::size_t place, std::string_view key)
+{
+    if (m_met.test(place))
+        repeated(key);
+    m_met.set(place);
+}
+
+void RecordJsonReader::Private::repeated(std::string_view key)
+{
+    remark(key, QStringLiteral("is given more than once; the last one is kept"));
+}
+
+/// Nothing of a document may get lost; of a line that a stranger wrote, what can be read counts.
+void RecordJsonReader::Private::remark(std::string_view key, const QString &what)
+{
+    if (form == Form::Document)
+        refuse(key, what);
+    const QString text = u'"' % textOf(key) % QStringLiteral("\" ") % what;
+    if (!m_remarks.contains(text))
+        m_remarks += text;
+}
+
+void RecordJsonReader::Private::passOver(std::string_view key, const QString &reason)
+{
+    if (form == Form::Line)
+        refuse(key, reason);
+    if (m_unknownKey.empty())
+        m_unknownKey = key;
+}
+
+void RecordJsonReader::Private::readProperty(
+    PersonRecord &record, const ABPropertyInfo &info, std::string_view key, ondemand::value value)
+{
+    switch (info.kind) {
+    case ABPropertyKind::Text:
+        record.setText(info.property, textOfUtf8(textIn(value, key)));
+        break;
+    case ABPropertyKind::Date:
+        record.setBirthday(dateFrom(key, textIn(value, key)));
+        break;
+    case ABPropertyKind::Integer: {
+        int64_t number = 0;
+        if (value.get_int64().get(number))
+            refuse(key, QStringLiteral("must be an integer of at most 64 bits"));
+        record.setFlags(number);
+        break;
+    }
+    case ABPropertyKind::MultiText:
+    case ABPropertyKind::MultiDictionary:
+        record.setMultiValue(info.property, multiValueFrom(info, key, value));
+        break;
+    case ABPropertyKind::ReadOnlyText:
+        break;
+    }
+}
+
+ABMultiValue RecordJsonReader::Private::multiValueFrom(
+    const ABPropertyInfo &info, std::string_view key, ondemand::value value)
+{
+    m_entries.clear();
+    for (auto element : wanted(value.get_array(), key, "must be an array")) {
+        ondemand::value entry;
+        if (const auto error = element.get(entry))
+            refuse(error);
+        m_entries.push_back(entryFrom(info, key, entry));
+    }
+    QList<ABMultiValue::Entry> entries;
+    entries.reserve(qsizetype(m_entries.size())); // no room to grow: it would stay unused for as long as the person
+    std::ranges::move(m_entries, std::back_inserter(entries));
+    return ABMultiValue(std::move(entries));
+}
+
+ABMultiValue::Entry RecordJsonReader::Private::entryFrom(
+    const ABPropertyInfo &info, std::string_view key, ondemand::value value)
+{
+    constexpr const char *kMustHoldObjects = "must hold objects with a \"value\"";
+    ABMultiValue::Entry entry;
+    bool hasLabel = false;
+    bool hasValue = false;
+    for (auto field : wanted(value.get_object(), key, kMustHoldObjects)) {
+        const std::string_view name = keyOf(field);
+        bool &isThere = name == "label" ? hasLabel : hasValue;
+        if (name != "label" && name != "value") {
+            if (form == Form::Line)
+                refuse(key, QStringLiteral("holds an entry with an unknown key"));
+            passOver(name, {});
+            continue;
+        }
+        if (std::exchange(isThere, true))
+            repeated(name);
+        if (name == "label")
+            entry.label = texts.intern(textIn(valueOf(field), "label"));
+        else if (info.kind == ABPropertyKind::MultiText)
+            entry.value = textOfUtf8(textIn(valueOf(field), key));
+        else
+            entry.value = dictionaryFrom(info.property, key, valueOf(field));
+    }
+    if (!hasValue)
+        refuse(key, QString::fromLatin1(kMustHoldObjects));
+    return entry;
+}
+
+ABDictionary RecordJsonReader::Private::dictionaryFrom(ABProperty property, std::string_view key, ondemand::value value)
+{
+    ABDictionary dictionary;
+    const auto keys = keysOfProperty(property);
+    for (auto field : wanted(value.get_object(), key, "must hold objects as its values")) {
+        const std::string_view name = keyOf(field);
+        const auto part = std::ranges::find_if(keys, [name](const ABKeyInfo &each) {
+            return std::string_view(each.name.data(), std::size_t(each.name.size())) == name;
+        });
+        if (part == keys.end()) {
+            if (form == Form::Line)
+                refuse(key, QStringLiteral("has an unknown part \"") % textOf(name) % u'"');
+            passOver(name, {});
+            continue;
+        }
+        if (dictionary.valueForKey(part->key))
+            repeated(name);
+        const std::string_view text = textIn(valueOf(field), name);
+        dictionary.setValue(isCommon(part->key) ? texts.intern(text) : textOfUtf8(text), part->key);
+    }
+    return dictionary;
+}
+
+QByteArray RecordJsonReader::Private::imageFrom(std::string_view key, std::string_view text)
+{
+    const QByteArray base64(text.data(), qsizetype(text.size()));
+    const auto bytes = QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
+    if (!bytes || bytes.decoded.isEmpty())
+        refuse(key, QStringLiteral("must be base64 of a picture"));
+    if (bytes.decoded.toBase64() != base64)
+        remark(key, QStringLiteral("is incomplete base64; what there is of the picture is kept"));
+    return bytes.decoded;
+}
+
+std::vector<KeptLine> RecordJsonReader::Private::cardLinesFrom(std::string_view key, ondemand::value value)
+{
+    constexpr const char *kMustHoldPairs = "must hold pairs of texts";
+    std::vector<KeptLine> lines;
+    for (auto row : wanted(value.get_array(), key, kMustHoldPairs)) {
+        std::array<QString, 2> pair; // a null one where the row says null
+        std::size_t count = 0;
+        for (auto element : wanted(row.get_array(), key, kMustHoldPairs)) {
+            ondemand::value text;
+            if (const auto error = element.get(text))
+                refuse(error);
+            if (count >= pair.size())
+                refuse(key, QString::fromLatin1(kMustHoldPairs));
+            const bool isNull = count == 1 && text.is_null();
+            pair.at(count++) = isNull ? QString() : textOfUtf8(textIn(text, key));
+        }
+        if (count != pair.size())
+            refuse(key, QString::fromLatin1(kMustHoldPairs));
+        lines.push_back({pair[0], pair[1]});
+    }
+    return lines;
+}
+
+RecordJsonReader::RecordJsonReader(Form form) : d(std::make_unique<Private>(form)) { }
+
+RecordJsonReader::~RecordJsonReader() = default;
+
+Result<RecordJsonReader::Person> RecordJsonReader::readInPlace(std::string_view json)
+{
+    static_assert(kPadding >= simdjson::SIMDJSON_PADDING);
+    try {
+        return d->read(json);
+    } catch (const Refusal &refusal) {
+        return Error{ErrorKind::Invalid, refusal.reason};
+    }
+}
+
+Result<RecordJsonReader::Person> RecordJsonReader::read(std::string_view json)
+{
+    d->copy.reserve(json.size() + kPadding);
+    d->copy.assign(json);
+    d->copy.append(kPadding, ' ');
+    return readInPlace(std::string_view(d->copy).substr(0, json.size()));
+}

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/cards/RecordSource.h"
+
+#include <memory>
+
+/// Reads vCard 2.1, 3.0 and 4.0 as real programs write them, mixed in one file if need be.
+///
+/// Facts from RFC 2426 (3.0), RFC 6350 (4.0) and the versit vCard 2.1 paper. UTF-8, UTF-16 with and without byte-order
+/// mark, declared charsets, and windows-1252 for what is none of these; any line ends. A card lasts until its END, the
+/// next BEGIN, or the end of the file. What a card holds beyond the record is kept in PersonRecord::keptLines.
+/// Linear in the size of the data, whatever it is. Large data is read ahead on all processors, with the same result.
+class VCardReader : public RecordSource
+{
+public:
+    /// Pieces of about @p pieceSize bytes are read at once.
+    explicit VCardReader(const QByteArray &data, qsizetype pieceSize = kPieceSize);
+    ~VCardReader() override;
+
+    ImportedRecord next() override;
+    std::vector<ImportProblem> takeProblems() override;
+    qint64 bytesRead() const override;
+    qint64 totalBytes() const override;
+
+private:
+    static constexpr qsizetype kPieceSize = 1 << 20; // some 1600 cards, or 20 ms
+
+    class Private;
+    std::unique_ptr<Private> d;
+};

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/model/ABProperties.h"
+
+#include <utility>
+#include <vector>
+
+/// The value of one multi-value entry that has parts: a postal address, a messaging account, a social profile.
+/// Maps keys to texts; a key that is missing differs from one with an empty text.
+class ABDictionary
+{
+public:
+    using Entry = std::pair<ABKey, QString>;
+
+    ABDictionary() = default;
+    /// A key that is named twice keeps its last text.
+    ABDictionary(std::initializer_list<Entry> entries);
+
+    /// The text of @p key, valid as long as the dictionary is unchanged; nullptr when the key is missing.
+    const QString *valueForKey(ABKey key) const;
+    void setValue(QString value, ABKey forKey);
+    /// So many texts get their place at once.
+    void reserve(std::size_t count) { m_entries.reserve(count); }
+    bool isEmpty() const { return m_entries.empty(); }
+
+    /// In the order of ABKey.
+    auto begin() const { return m_entries.begin(); }
+    auto end() const { return m_entries.end(); }
+
+    /// Equal when both hold the same keys with equal texts.
+    friend bool operator==(const ABDictionary &, const ABDictionary &) = default;
+
+private:
+    std::vector<Entry> m_entries;
+};

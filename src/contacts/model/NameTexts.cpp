@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/model/NameTexts.h"
+
+const QString &textOrNull(const PersonRecord &record, ABProperty property)
+{
+    static const QString null = QStringLiteral("(null)");
+    const QString *text = record.text(property);
+    return text ? *text : null;
+}
+
+QString readableName(const PersonRecord &record)
+{
+    const auto textOf = [&record](ABProperty property) {
+        const QString *text = record.text(property);
+        return text ? text->simplified() : QString();
+    };
+    QString name = QString(textOf(kABFirstNameProperty) % u' ' % textOf(kABLastNameProperty)).trimmed();
+    if (!name.isEmpty())
+        return name;
+    QString organization = textOf(kABOrganizationProperty);
+    const ABMultiValue *emails = record.multiValue(kABEmailProperty);
+    if (!organization.isEmpty() || !emails || emails->count() == 0)
+        return organization;
+    return std::get<QString>(emails->entries().front().value).simplified();
+}
+
+QString withReadableName(const QString &text, const PersonRecord &record)
+{
+    const QString name = readableName(record);
+    return name.isEmpty() ? text : QString(text % QStringLiteral(" (") % name % u')');
+}
+
+QString nameKey(const PersonRecord &record)
+{
+    const auto [first, last] = nameKeyParts(record);
+    return first % last;
+}
+
+std::array<QStringView, 2> nameKeyParts(const PersonRecord &record)
+{
+    return {textOrNull(record, kABFirstNameProperty), textOrNull(record, kABLastNameProperty)};
+}
+
+bool hasNameKey(const PersonRecord &record, const QString &key)
+{
+    const QString &first = textOrNull(record, kABFirstNameProperty);
+    const QString &last = textOrNull(record, kABLastNameProperty);
+    return first.size() + last.size() == key.size() && key.startsWith(first) && key.endsWith(last);
+}

@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/model/RecordDifferences.h"
+
+namespace {
+
+/// A standard label without its marks.
+QString plainLabel(QString label)
+{
+    constexpr QLatin1StringView begin("_$!<");
+    constexpr QLatin1StringView end(">!$_");
+    if (label.startsWith(begin) && label.endsWith(end) && label.size() > begin.size() + end.size())
+        label = label.sliced(begin.size()).chopped(end.size());
+    return label;
+}
+
+QString textOf(const ABMultiValue::Entry &entry)
+{
+    QString value;
+    if (const auto *text = std::get_if<QString>(&entry.value)) {
+        value = *text;
+    } else {
+        QStringList parts;
+        for (const auto &[key, part] : entry.dictionary())
+            parts += part;
+        value = parts.join(QStringLiteral(", "));
+    }
+    return entry.label.isEmpty() ? value : QString(plainLabel(entry.label) % QStringLiteral(": ") % value);
+}
+
+struct ToText
+{
+    QString operator()(std::monostate) const { return {}; }
+    QString operator()(const QString &text) const { return text; }
+    QString operator()(QDate date) const { return date.toString(Qt::ISODate); }
+    QString operator()(qint64 number) const { return QString::number(number); }
+    QString operator()(const ABMultiValue &values) const
+    {
+        QStringList texts;
+        for (const auto &entry : values.entries())
+            texts += textOf(entry);
+        return texts.isEmpty() ? QStringLiteral("") : texts.join(QStringLiteral("; "));
+    }
+};
+
+QString pictureText(const PersonRecord &record)
+{
+    const QByteArray *image = record.imageData();
+    return image ? QStringLiteral("%1 bytes").arg(image->size()) : QString();
+}
+
+QString cardLinesText(const PersonRecord &record)
+{
+    QStringList lines;
+    for (const KeptLine &line : record.keptLines())
+        lines += line.text;
+    return lines.isEmpty() ? QString() : lines.join(QStringLiteral("; "));
+}
+
+bool isSameImage(const PersonRecord &a, const PersonRecord &b)
+{
+    const QByteArray *image = a.imageData();
+    const QByteArray *other = b.imageData();
+    return image && other ? *image == *other : image == other;
+}
+
+} // namespace
+
+std::vector<RecordDifference> recordDifferences(const PersonRecord *before, const PersonRecord *after)
+{
+    static const PersonRecord nobody;
+    const PersonRecord &was = before ? *before : nobody;
+    const PersonRecord &is = after ? *after : nobody;
+    std::vector<RecordDifference> differences;
+    for (const ABPropertyInfo &info : allProperties()) {
+        const ABValue old = was.value(info.property);
+        const ABValue value = is.value(info.property);
+        if (old != value)
+            differences.push_back({info.name, std::visit(ToText(), old), std::visit(ToText(), value)});
+    }
+    if (!isSameImage(was, is))
+        differences.push_back({QLatin1StringView("image"), pictureText(was), pictureText(is)});
+    if (was.keptLines() != is.keptLines())
+        differences.push_back({QLatin1StringView("card lines"), cardLinesText(was), cardLinesText(is)});
+    return differences;
+}

@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/stores/eds/CallGuard.h"
+
+#include <gio/gio.h>
+
+#include <utility>
+
+namespace {
+
+/// How long a cancelled call may take to return.
+constexpr std::chrono::seconds kGrace{5};
+constexpr std::chrono::milliseconds kLook{200};
+
+} // namespace
+
+CallGuard::State::~State()
+{
+    g_main_loop_unref(loop);
+    g_main_context_unref(context);
+}
+
+int CallGuard::State::runJob(void *self)
+{
+    auto *state = static_cast<State *>(self);
+    std::unique_lock lock(state->mutex);
+    std::function<void()> job = std::exchange(state->job, nullptr);
+    lock.unlock();
+    job();
+    job = nullptr; // what it owns goes before anybody is told
+    lock.lock();
+    state->isBusy = false;
+    state->ended.notify_all();
+    return G_SOURCE_REMOVE;
+}
+
+CallGuard::CallGuard(std::chrono::milliseconds callLimit) : m_state(std::make_shared<State>())
+{
+    m_state->limit = callLimit;
+    m_state->context = g_main_context_new();
+    m_state->loop = g_main_loop_new(m_state->context, FALSE);
+    m_thread = std::thread([state = m_state] {
+        g_main_context_push_thread_default(state->context);
+        g_main_loop_run(state->loop);
+        g_main_context_pop_thread_default(state->context);
+    });
+}
+
+CallGuard::~CallGuard()
+{
+    if (std::this_thread::get_id() == m_thread.get_id()) { // a job that was left behind held the last reference
+        g_main_loop_quit(m_state->loop);
+        m_thread.detach();
+        return;
+    }
+    const bool ended = run([state = m_state] { g_main_loop_quit(state->loop); });
+    if (ended)
+        m_thread.join();
+    else
+        m_thread.detach();
+}
+
+bool CallGuard::run(std::function<void()> job, const std::function<bool()> &isWanted)
+{
+    std::unique_lock lock(m_state->mutex);
+    if (m_state->isBusy)
+        return false;
+    m_state->isBusy = true;
+    m_state->isGivenUp = false;
+    m_state->job = std::move(job);
+    g_main_context_invoke(m_state->context, &State::runJob, m_state.get()); // which lives as long as the thread
+    while (m_state->isBusy) {
+        if (!m_state->cancellable)
+            m_state->ended.wait(lock);
+        else if (!waitForCall(lock, isWanted))
+            return false;
+    }
+    return true;
+}
+
+bool CallGuard::waitForCall(std::unique_lock<std::mutex> &lock, const std::function<bool()> &isWanted)
+{
+    const unsigned call = m_state->calls;
+    const auto isOver = [this, call] { return !m_state->isBusy || !m_state->cancellable || m_state->calls != call; };
+    while (isWanted && !m_state->isGivenUp && Clock::now() + kLook < m_state->deadline) {
+        if (m_state->ended.wait_for(lock, kLook, isOver))
+            return true;
+        lock.unlock();
+        const bool wanted = isWanted();
+        lock.lock();
+        m_state->isGivenUp = !wanted;
+        if (isOver())
+            return true;
+        if (!wanted)
+            break;
+    }
+    if (!m_state->isGivenUp && m_state->ended.wait_until(lock, m_state->deadline, isOver))
+        return true;
+    g_cancellable_cancel(m_state->cancellable);
+    return m_state->ended.wait_for(lock, kGrace, isOver);
+}
+
+bool CallGuard::isGivenUp() const
+{
+    const std::scoped_lock lock(m_state->mutex);
+    return m_state->isGivenUp;
+}
+
+CallGuard::Call::Call(CallGuard &guard) : m_guard(guard), m_cancellable(g_cancellable_new())
+{
+    State &state = *m_guard.m_state;
+    const std::scoped_lock lock(state.mutex);
+    state.cancellable = m_cancellable;
+    state.deadline = Clock::now() + state.limit;
+    ++state.calls;
+    if (state.isGivenUp)
+        g_cancellable_cancel(m_cancellable);
+    state.ended.notify_all();
+}
+
+CallGuard::Call::~Call()
+{
+    State &state = *m_guard.m_state;
+    const std::scoped_lock lock(state.mutex);
+    state.cancellable = nullptr;
+    g_object_unref(m_cancellable);
+    state.ended.notify_all();
+}

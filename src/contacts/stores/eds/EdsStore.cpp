@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/stores/eds/EdsStore.h"
+
+#include "contacts/stores/eds/EdsSession.h"
+
+#include <optional>
+
+EdsStore::EdsStore(const EdsRequest &request)
+    : m_guard(std::make_shared<CallGuard>(request.callLimit))
+    , m_session(std::make_shared<EdsSession>(request.sourceUid.toUtf8(), request.dataFolder, m_guard))
+    , m_name(QStringLiteral("eds:") % request.sourceUid)
+{ }
+
+EdsStore::~EdsStore()
+{
+    // Where the objects were made they are given back.
+    m_guard->run([session = m_session] { session->close(); });
+}
+
+template <typename T, typename Job> Result<T> EdsStore::onThread(Job job, const std::function<bool()> &isWanted) const
+{
+    const auto result = std::make_shared<std::optional<Result<T>>>();
+    const auto work = [result, session = m_session, isReadOnly = m_isReadOnly, job] {
+        *result = job(*session);
+        *isReadOnly = session->isReadOnly();
+    };
+    const bool ended = m_guard->run(work, isWanted);
+    if (!ended)
+        return Error{ErrorKind::Unavailable, m_name % QStringLiteral(": the daemon does not answer")};
+    return std::move(**result);
+}
+
+Result<std::unique_ptr<EdsStore>> EdsStore::open(const EdsRequest &request)
+{
+    std::unique_ptr<EdsStore> store(new EdsStore(request));
+    const auto opened = store->onThread<void>([](EdsSession &session) { return session.open(); });
+    if (!opened)
+        return opened.error();
+    store->m_name = store->m_session->source().name;
+    store->m_sourceUid = store->m_session->source().uid;
+    return store;
+}
+
+bool EdsStore::isOffered()
+{
+    constexpr std::chrono::seconds limit{2};
+    const auto guard = std::make_shared<CallGuard>(limit);
+    const auto offered = std::make_shared<bool>(false);
+    return guard->run([offered, guard] { *offered = EdsBook::isOffered(*guard); }) && *offered;
+}
+
+Result<std::vector<EdsBookInfo>> EdsStore::books(const EdsRequest &request)
+{
+    const EdsStore store(request);
+    const auto sources = store.onThread<std::vector<EdsSource>>([](EdsSession &session) { return session.sources(); });
+    if (!sources)
+        return sources.error();
+    std::vector<EdsBookInfo> books;
+    for (const EdsSource &source : *sources)
+        books.push_back({source.uid, source.name, source.isDefault});
+    return books;
+}
+
+Result<std::vector<StoredRecord>> EdsStore::loadAll()
+{
+    if (!loadProgress())
+        return onThread<std::vector<StoredRecord>>([](EdsSession &session) { return session.loadAll({}); });
+    // The listener is also asked, on this thread, while the daemon keeps the other one waiting.
+    struct Listener
+    {
+        std::mutex mutex;
+        LoadProgress tell;
+        qint64 done = 0;
+        qint64 total = 0;
+    };
+    const auto listener = std::make_shared<Listener>();
+    listener->tell = loadProgress();
+    const auto progress = [listener](qint64 done, qint64 total) {
+        const std::scoped_lock lock(listener->mutex);
+        listener->done = done;
+        listener->total = total;
+        return listener->tell(done, total);
+    };
+    const auto isWanted = [listener] {
+        const std::scoped_lock lock(listener->mutex);
+        return listener->tell(listener->done, listener->total);
+    };
+    return onThread<std::vector<StoredRecord>>(
+        [progress](EdsSession &session) { return session.loadAll(progress); }, isWanted);
+}
+
+Result<void> EdsStore::commit(const std::vector<RecordChange> &changes)
+{
+    return onThread<void>([changes](EdsSession &session) { return session.commit(changes); });
+}
+
+Result<std::vector<OutsideChange>> EdsStore::takeChangesFromOutside()
+{
+    const auto look = [](EdsSession &session) { return session.takeChangesFromOutside(); };
+    return onThread<std::vector<OutsideChange>>(look, [this] { return m_isLooking.load(); });
+}
+
+void EdsStore::setChangeListener(std::function<void()> listener)
+{
+    if (listener)
+        m_isLooking = true;
+    m_guard->run([session = m_session, listener] { session->setChangeListener(listener); });
+}
+
+QString EdsStore::desktopId(const QString &uid) const
+{
+    return QStringLiteral("eds:") % m_sourceUid % u':' % uid;
+}
+
+Result<std::vector<ChangeSummary>> EdsStore::history()
+{
+    return onThread<std::vector<ChangeSummary>>([](EdsSession &session) { return session.history(); });
+}
+
+Result<ChangeStep> EdsStore::historyStep(const QString &causeId)
+{
+    return onThread<ChangeStep>([causeId](EdsSession &session) { return session.historyStep(causeId); });
+}

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/book/AddressBookStore.h"
+#include "contacts/stores/eds/EdsModule.h"
+
+#include <atomic>
+#include <memory>
+
+class CallGuard;
+class EdsSession;
+
+/// An address book of the desktop, kept by Evolution Data Server (docs/eds.md). No call blocks for longer than the
+/// limit that it was opened with, per request to the daemon.
+///
+/// What differs from other stores: people come in the order of their uids; the lines of a card that no property holds
+/// stay as they are in the book unless a change takes one away or adds one; the daemon knows no transaction over
+/// several kinds of changes, so a commit that fails half-way is taken back, if need be when the daemon is there again.
+class EdsStore : public AddressBookStore
+{
+public:
+    static Result<std::unique_ptr<EdsStore>> open(const EdsRequest &request);
+    static Result<std::vector<EdsBookInfo>> books(const EdsRequest &request);
+    /// Whether the session's bus could start the daemon. Starts nothing.
+    static bool isOffered();
+    ~EdsStore() override;
+
+    Result<std::vector<StoredRecord>> loadAll() override;
+    Result<void> commit(const std::vector<RecordChange> &changes) override;
+    Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    void giveUpLooking() override { m_isLooking = false; }
+    void setChangeListener(std::function<void()> listener) override;
+    Result<std::vector<ChangeSummary>> history() override;
+    Result<ChangeStep> historyStep(const QString &causeId) override;
+    bool comparesKeptLines() const override { return false; }
+    /// As of the last call: a book may become read-only, or be found to be, while it is open.
+    bool canWrite() const override { return !*m_isReadOnly; }
+    QString desktopId(const QString &uid) const override;
+    QString name() const override { return m_name; }
+
+private:
+    explicit EdsStore(const EdsRequest &request);
+    /// The result of @p job, run on the guard's thread, as long as @p isWanted says (CallGuard::run()).
+    template <typename T, typename Job> Result<T> onThread(Job job, const std::function<bool()> &isWanted = {}) const;
+
+    std::shared_ptr<CallGuard> m_guard;
+    std::shared_ptr<EdsSession> m_session; // shared with a job that may be left behind
+    std::shared_ptr<std::atomic<bool>> m_isReadOnly = std::make_shared<std::atomic<bool>>(false);
+    std::atomic<bool> m_isLooking = true; // for changes from outside, or may do so
+    QString m_name;
+    QString m_sourceUid;
+};

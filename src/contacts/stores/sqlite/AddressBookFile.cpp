@@ -1,0 +1,321 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/stores/sqlite/AddressBookFile.h"
+
+#include "contacts/stores/sqlite/DatabaseBytes.h"
+#include "contacts/stores/sqlite/Schema.h"
+
+#include <SQLiteCpp/Exception.h>
+#include <SQLiteCpp/Transaction.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QtEndian>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace AddressBookFile {
+
+namespace {
+
+/// How long one process waits for another one's save.
+constexpr int kBusyTimeoutMs = 10'000;
+
+// The SQLite file format, section 1.3: the header's size and where its fields stand (big-endian).
+constexpr qint64 kHeaderSize = 100;
+constexpr qsizetype kUserVersionOffset = 60;
+constexpr qsizetype kApplicationIdOffset = 68;
+
+QString lastSystemError()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+/// A temporary database that goes away with its guard, and what SQLite may have left beside it on a full disk.
+struct TemporaryFile
+{
+    QByteArray name;
+    ~TemporaryFile() { removeWithCompanions(name); }
+};
+
+/// An empty file, which no other program of ours replaces as long as this lives.
+class EmptyFile
+{
+public:
+    explicit EmptyFile(const QString &path)
+        : m_name(QFile::encodeName(path))
+        , m_file(QFileInfo(path).isFile() && QFileInfo(path).size() == 0
+                  ? ::open(m_name.constData(), O_RDWR | O_CLOEXEC)
+                  : -1)
+    {
+        if (m_file >= 0)
+            ::flock(m_file, LOCK_EX); // waits for one who is replacing it
+    }
+    ~EmptyFile()
+    {
+        if (m_file >= 0)
+            ::close(m_file);
+    }
+    EmptyFile(const EmptyFile &) = delete;
+    EmptyFile &operator=(const EmptyFile &) = delete;
+
+    /// Whether it still has its name.
+    bool isThere() const
+    {
+        struct stat own = {};
+        struct stat named = {};
+        return m_file >= 0 && ::fstat(m_file, &own) == 0 && ::stat(m_name.constData(), &named) == 0
+            && own.st_dev == named.st_dev && own.st_ino == named.st_ino && own.st_size == 0;
+    }
+
+private:
+    QByteArray m_name;
+    int m_file;
+};
+
+constexpr int kStepsPerRound = 1'000'000;
+thread_local qint64 roundsOfStatement = 0;
+
+/// A statement inside another one's loop counts as part of it.
+int noteStatement(unsigned /*event*/, void *context, void *started, void * /*sql*/)
+{
+    if (roundsOfStatement == 0)
+        return 0;
+    auto *database = static_cast<sqlite3 *>(context);
+    for (sqlite3_stmt *other = sqlite3_next_stmt(database, nullptr); other;
+         other = sqlite3_next_stmt(database, other)) {
+        if (other != started && sqlite3_stmt_busy(other))
+            return 0;
+    }
+    roundsOfStatement = 0;
+    return 0;
+}
+
+/// A page may be referred to any number of times, so that a small file can have more rows than anybody can read.
+int hasRunTooLong(void *context)
+{
+    constexpr qint64 kRoundsOfSmallFile = 100;
+    constexpr qint64 kBytesPerRound = 10'000;
+    if (++roundsOfStatement < kRoundsOfSmallFile)
+        return 0;
+    const QString path = QFile::decodeName(sqlite3_db_filename(static_cast<sqlite3 *>(context), "main"));
+    const qint64 size = QFileInfo(path).size() + QFileInfo(path % QStringLiteral("-wal")).size();
+    return roundsOfStatement > kRoundsOfSmallFile + size / kBytesPerRound ? 1 : 0;
+}
+
+bool isOurs(const QByteArray &header)
+{
+    return header.size() >= kHeaderSize && header.startsWith(QByteArrayView("SQLite format 3\0", 16))
+        && qFromBigEndian<quint32>(header.constData() + kApplicationIdOffset) == Schema::kApplicationId;
+}
+
+} // namespace
+
+Error errorOf(const SQLite::Exception &exception, const QString &path)
+{
+    const auto error = [&](ErrorKind kind, const QString &reason) {
+        return Error{kind,
+            path % QStringLiteral(": ") % reason % QStringLiteral(" (") % QString::fromUtf8(exception.what())
+                % QLatin1Char(')')};
+    };
+    switch (exception.getErrorCode()) {
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_INTERRUPT: // by distrust()
+    case SQLITE_ERROR: // a table or column of ours is missing
+        return error(ErrorKind::Invalid, QStringLiteral("the address book is damaged"));
+    case SQLITE_AUTH:
+        return error(ErrorKind::Invalid, QStringLiteral("is no address book as this program makes them"));
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return error(ErrorKind::Unavailable, QStringLiteral("another program is busy with the address book"));
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+        return error(ErrorKind::ReadOnly, QStringLiteral("the address book cannot be written"));
+    default:
+        return error(ErrorKind::Io, QStringLiteral("reading or writing the address book failed"));
+    }
+}
+
+bool makeFolder(const QString &path)
+{
+    const QFileInfo folder(path);
+    if (folder.isDir())
+        return true;
+    const QString parent = folder.absolutePath();
+    return parent != path && makeFolder(parent) && ::mkdir(QFile::encodeName(path).constData(), 0700) == 0;
+}
+
+QString companionOf(const QString &path)
+{
+    for (const auto *suffix : {"-wal", "-shm", "-journal"}) {
+        QString companion = path % QLatin1StringView(suffix);
+        if (QFileInfo(companion).isSymLink() || QFileInfo::exists(companion))
+            return companion;
+    }
+    return {};
+}
+
+void removeWithCompanions(const QByteArray &name)
+{
+    for (const char *suffix : {"", "-journal", "-wal", "-shm"})
+        ::unlink(QByteArray(name + suffix).constData());
+}
+
+Result<void> create(const QString &path)
+{
+    const auto failed = [&](const QString &reason) {
+        return Error{ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % reason};
+    };
+    // SQLite would take what it finds beside the new file for its own.
+    if (const QString companion = companionOf(path); !companion.isEmpty())
+        return Error{ErrorKind::Invalid,
+            path % QStringLiteral(": the address book is gone, but ") % companion
+                % QStringLiteral(" belongs to it and may hold changes; put the address book back or move that away")};
+    if (!makeFolder(QFileInfo(path).absolutePath()))
+        return failed(lastSystemError());
+
+    const auto name = temporaryBeside(path);
+    if (!name)
+        return name.error();
+    const TemporaryFile temporary{*name};
+    try {
+        SQLite::Database database(temporary.name.constData(), SQLite::OPEN_READWRITE);
+        // The header is complete on the disk before the journal mode is one that keeps newer pages elsewhere.
+        SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
+        database.exec("PRAGMA application_id = " + std::to_string(Schema::kApplicationId));
+        database.exec(Schema::tables() + Schema::views() + Schema::versionMark());
+        transaction.commit();
+        database.exec("PRAGMA journal_mode = WAL");
+    } catch (const SQLite::Exception &exception) {
+        return errorOf(exception, path);
+    }
+    const EmptyFile empty(path);
+    const auto moved = moveIntoPlace(temporary.name, path, empty.isThere());
+    return moved ? Result<void>() : moved.error();
+}
+
+Result<QByteArray> temporaryBeside(const QString &path)
+{
+    QByteArray name = QFile::encodeName(path) + ".XXXXXX";
+    const int file = ::mkstemp(name.data()); // mode 0600
+    if (file < 0)
+        return Error{
+            ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % lastSystemError()};
+    ::close(file);
+    return name;
+}
+
+Result<bool> moveIntoPlace(const QByteArray &temporaryName, const QString &path, bool replaces)
+{
+    const QByteArray name = QFile::encodeName(path);
+    int result = replaces
+        ? ::rename(temporaryName.constData(), name.constData())
+        : ::renameat2(AT_FDCWD, temporaryName.constData(), AT_FDCWD, name.constData(), RENAME_NOREPLACE);
+    if (result != 0 && errno == EINVAL) // a file system that does not know RENAME_NOREPLACE
+        result = ::link(temporaryName.constData(), name.constData());
+    if (result != 0 && errno == EEXIST)
+        return false;
+    if (result != 0)
+        return Error{
+            ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % lastSystemError()};
+    const int folder =
+        ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        ::fsync(folder); // or a power cut could take the file's name, and with it every save that follows
+        ::close(folder);
+    }
+    return true;
+}
+
+Result<void> checkVersion(int version, const QString &path)
+{
+    if (version <= Schema::kVersion)
+        return {};
+    return Error{ErrorKind::Invalid,
+        path
+            % QStringLiteral(": was written by a newer version of this program (format %1, this one reads up to %2)")
+                  .arg(version)
+                  .arg(Schema::kVersion)};
+}
+
+bool isMarkedAsOurs(const QString &path)
+{
+    const auto file = DatabaseBytes::open(path);
+    return file && isOurs(file->read(0, kHeaderSize));
+}
+
+Result<void> checkReadable(const QString &path)
+{
+    const auto refuse = [&](ErrorKind kind, const QString &reason) {
+        return Error{kind, path % QStringLiteral(": ") % reason};
+    };
+    if (QFileInfo(path).isDir())
+        return refuse(ErrorKind::Invalid, QStringLiteral("is a folder, not an address book"));
+    if (const QFileInfo info(path); info.exists() && !info.isFile())
+        return refuse(ErrorKind::Invalid, QStringLiteral("is no address book of this program"));
+    const auto file = DatabaseBytes::open(path);
+    if (!file)
+        return refuse(ErrorKind::ReadOnly, QStringLiteral("cannot be read: ") % lastSystemError());
+    const QByteArray header = file->read(0, kHeaderSize);
+    if (!isOurs(header))
+        return refuse(ErrorKind::Invalid, QStringLiteral("is no address book of this program"));
+    return checkVersion(qFromBigEndian<qint32>(header.constData() + kUserVersionOffset), path);
+}
+
+Result<void> check(const QString &path)
+{
+    if (auto readable = checkReadable(path); !readable)
+        return readable;
+    // SQLite finds the log by the file's name, so programs that use different names would not see each other's saves.
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) == 0 && status.st_nlink > 1)
+        return Error{ErrorKind::Invalid,
+            path
+                % QStringLiteral(": the address book has %1 names (hard links); keep one of them, or make a copy")
+                      .arg(status.st_nlink)};
+    if (::access(QFile::encodeName(path).constData(), W_OK) != 0)
+        return Error{
+            ErrorKind::ReadOnly, path % QStringLiteral(": the address book cannot be written: ") % lastSystemError()};
+    return {};
+}
+
+void distrust(SQLite::Database &database)
+{
+    sqlite3 *handle = database.getHandle();
+    sqlite3_progress_handler(handle, kStepsPerRound, &hasRunTooLong, handle);
+    sqlite3_trace_v2(handle, SQLITE_TRACE_STMT, &noteStatement, handle);
+    // No functions with side effects, and a damaged page is noticed when it is read.
+    database.exec("PRAGMA trusted_schema = OFF");
+    database.exec("PRAGMA cell_size_check = ON");
+    // What a row of the schema makes is decided by its text, whatever its other columns say.
+    SQLite::Statement strange(database,
+        "SELECT name FROM (SELECT name, sql, iif(sql LIKE 'CREATE VIEW %', substr(sql, 13), '') AS view FROM "
+        "sqlite_schema) WHERE NOT (sql LIKE 'CREATE TABLE %' OR sql LIKE 'CREATE INDEX %' "
+        "OR sql LIKE 'CREATE UNIQUE INDEX %' OR ((SELECT user_version FROM pragma_user_version) > 1 AND view LIKE "
+        "'_% AS %' AND substr(view, instr(view, ' '), 4) LIKE ' AS ' AND substr(view, 1, instr(view, ' ') - 1) NOT "
+        "GLOB '*[^A-Za-z]*' AND lower(substr(view, 1, instr(view, ' ') - 1)) NOT IN ('contact', 'image', 'save', "
+        "'history')))");
+    if (strange.executeStep())
+        throw SQLite::Exception("unexpected object: " + strange.getColumn(0).getString(), SQLITE_AUTH);
+}
+
+SQLite::Database connect(const QString &path)
+{
+    SQLite::Database database(
+        QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, kBusyTimeoutMs);
+    distrust(database);
+    database.exec("PRAGMA journal_mode = WAL");
+    // FULL: a save that was acknowledged is on the disk, whatever happens to the machine afterwards.
+    database.exec("PRAGMA synchronous = FULL");
+    return database;
+}
+
+} // namespace AddressBookFile

@@ -1,0 +1,215 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/stores/sqlite/BackupFile.h"
+
+#include "contacts/stores/sqlite/AddressBookFile.h"
+#include "contacts/stores/sqlite/PrivateCopy.h"
+#include "contacts/stores/sqlite/RecordReader.h"
+#include "contacts/stores/sqlite/Schema.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
+#include "contacts/stores/sqlite/Version1.h"
+
+#include <SQLiteCpp/Backup.h>
+#include <SQLiteCpp/Transaction.h>
+
+#include <QFileInfo>
+
+#include <optional>
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+namespace {
+
+Error failure(const QString &path, const QString &reason, ErrorKind kind = ErrorKind::Io)
+{
+    return {kind, path % QStringLiteral(": ") % reason};
+}
+
+/// Replacing a file that a connection has open would leave its log beside the new file, and ruin both.
+Result<void> checkUnused(const QString &path)
+{
+    const QString companion = AddressBookFile::companionOf(path);
+    if (companion.isEmpty())
+        return {};
+    return failure(path,
+        QStringLiteral("is an address book that a program has open, or had open when it was killed (there is ")
+            % companion % u')',
+        ErrorKind::Conflict);
+}
+
+/// With the name that the user knows.
+Error renamed(Error error, const QString &from, const QString &to)
+{
+    error.text.replace(from, to);
+    return error;
+}
+
+bool reachesDisk(const QByteArray &name)
+{
+    const int file = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
+    const bool isOnDisk = file >= 0 && ::fsync(file) == 0;
+    if (file >= 0)
+        ::close(file);
+    return isOnDisk;
+}
+
+/// Reads the whole file the way a store does and the way SQLite checks it.
+Result<qint64> checked(const QByteArray &name, const QString &path)
+{
+    SQLite::Database database(name.constData(), SQLite::OPEN_READWRITE);
+    AddressBookFile::distrust(database);
+    // One file without companions, which can be carried anywhere.
+    database.exec("PRAGMA journal_mode = DELETE");
+    if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
+        return failure(path, QStringLiteral("the address book is damaged"), ErrorKind::Invalid);
+    qint64 people = 0;
+    const auto named = [&path](const Error &error) { return failure(path, error.text, error.kind); };
+    if (database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion) {
+        Version1 reader(database, Damage::Refuse);
+        SQLite::Statement ids(database, "SELECT id FROM person");
+        for (; ids.executeStep(); ++people) {
+            if (const auto person = reader.person(ids.getColumn(0).getInt64()); !person)
+                return named(person.error());
+        }
+        return people;
+    }
+    std::optional<Error> first;
+    people = RecordReader(database).check([&first](const QString &, const Error &error) {
+        if (!first)
+            first = error;
+    });
+    // The file is in order and the damaged people can be put back into it: not Invalid.
+    return first ? Result<qint64>(failure(path, first->text)) : people;
+}
+
+} // namespace
+
+BackupFile::BackupFile(QString to, Existing existing, QByteArray temporary)
+    : m_source(to), m_to(std::move(to)), m_existing(existing), m_temporary(std::move(temporary))
+{ }
+
+BackupFile::~BackupFile()
+{
+    AddressBookFile::removeWithCompanions(m_temporary);
+}
+
+Result<std::unique_ptr<BackupFile>> BackupFile::begin(const QString &to, Existing existing)
+{
+    const QFileInfo target(to);
+    if (target.isDir())
+        return failure(to, QStringLiteral("is a folder"), ErrorKind::Invalid);
+    if (existing == Existing::Refuse && (target.exists() || target.isSymLink()))
+        return failure(to, QStringLiteral("there is a file of this name already"), ErrorKind::Conflict);
+    if (target.exists() && !target.isFile())
+        return failure(to, QStringLiteral("is no file"), ErrorKind::Invalid);
+    if (auto unused = checkUnused(to); !unused)
+        return unused.error();
+    auto temporary = AddressBookFile::temporaryBeside(to);
+    if (!temporary)
+        return temporary.error();
+    return std::unique_ptr<BackupFile>(new BackupFile(to, existing, std::move(*temporary)));
+}
+
+Result<std::unique_ptr<BackupFile>> BackupFile::copyOf(const QString &from, const QString &to, Existing existing)
+{
+    if (QFileInfo(from).canonicalFilePath() == QFileInfo(to).canonicalFilePath() && QFileInfo::exists(from))
+        return failure(to, QStringLiteral("is the address book itself"), ErrorKind::Invalid);
+    if (auto isOurs = AddressBookFile::checkReadable(from); !isOurs)
+        return isOurs.error();
+    auto backup = begin(to, existing);
+    if (!backup)
+        return backup;
+    (*backup)->m_source = from;
+    try {
+        SQLite::Database source = AddressBookFile::connect(from);
+        SQLite::Database copy((*backup)->m_temporary.constData(), SQLite::OPEN_READWRITE);
+        SQLite::Backup(copy, source).executeStep(-1);
+    } catch (const SQLite::Exception &exception) {
+        const int code = exception.getErrorCode() & 0xFF; // without what SQLite adds to it
+        return AddressBookFile::errorOf(exception, code == SQLITE_FULL || code == SQLITE_IOERR ? to : from);
+    }
+    return backup;
+}
+
+Result<std::unique_ptr<BackupFile>> BackupFile::of(
+    const std::vector<StoredRecord> &people, const QString &to, Existing existing)
+{
+    auto backup = begin(to, existing);
+    if (!backup)
+        return backup;
+    const QString temporary = QFile::decodeName((*backup)->m_temporary);
+    const auto store = SqliteStore::open(temporary);
+    if (!store)
+        return renamed(store.error(), temporary, to);
+    std::vector<RecordChange> additions;
+    additions.reserve(people.size());
+    const ChangeCausePtr cause = makeCause(ChangeCause::Kind::Restore);
+    for (const auto &[uid, record] : people)
+        additions.push_back({uid, nullptr, record, cause});
+    if (auto written = additions.empty() ? Result<void>() : (*store)->commit(additions); !written)
+        return renamed(written.error(), temporary, to);
+    return backup;
+}
+
+Result<qint64> BackupFile::finish()
+{
+    try {
+        auto people = checked(m_temporary, m_source);
+        if (!people)
+            return people;
+        if (!reachesDisk(m_temporary))
+            return failure(m_to, QStringLiteral("cannot be written"));
+        if (auto unused = checkUnused(m_to); !unused)
+            return unused.error();
+        const auto moved = AddressBookFile::moveIntoPlace(m_temporary, m_to, m_existing == Existing::Replace);
+        if (!moved)
+            return moved.error();
+        if (!*moved)
+            return failure(m_to, QStringLiteral("there is a file of this name already"), ErrorKind::Conflict);
+        return people;
+    } catch (const SQLite::Exception &exception) {
+        return AddressBookFile::errorOf(exception, m_to);
+    }
+}
+
+Result<FaultsInFile> faultsInFile(const QString &path)
+{
+    if (const auto store = SqliteStore::open(path); !store)
+        return store.error();
+    FaultsInFile faults;
+    try {
+        SQLite::Database database = AddressBookFile::connect(path);
+        SQLite::Transaction transaction(database);
+        faults.count = RecordReader(database).check(
+            [&faults](const QString &uid, const Error &error) { faults.people.emplace_back(uid, error); });
+        faults.unchecked = database.execAndGet("SELECT count(*) FROM contact WHERE digest IS NULL").getInt64();
+        if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
+            faults.file = failure(path, QStringLiteral("the address book is damaged"), ErrorKind::Invalid);
+    } catch (const SQLite::Exception &exception) {
+        faults.file = AddressBookFile::errorOf(exception, path);
+    }
+    return faults;
+}
+
+Result<std::vector<StoredRecord>> peopleInFile(const QString &path)
+{
+    if (auto isOurs = AddressBookFile::checkReadable(path); !isOurs)
+        return isOurs.error();
+    const auto copy = PrivateCopy::of(path);
+    if (!copy)
+        return copy.error();
+    const auto inCopy = [&](const Error &error) { return renamed(error, (*copy)->path(), path); };
+    try {
+        if (auto whole = checked(QFile::encodeName((*copy)->path()), path); !whole)
+            return whole.error();
+    } catch (const SQLite::Exception &exception) {
+        return AddressBookFile::errorOf(exception, path);
+    }
+    const auto store = SqliteStore::open((*copy)->path(), currentTime, Migration::Backup::None);
+    if (!store)
+        return inCopy(store.error());
+    auto people = (*store)->loadAll();
+    return people ? people : inCopy(people.error());
+}

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/stores/sqlite/DatabaseBytes.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cerrno>
+#include <sqlite3.h>
+#include <unistd.h>
+
+namespace {
+
+/// SQLite wants more around the name of a database than the name.
+struct FileName
+{
+    explicit FileName(const QString &path)
+        : text(sqlite3_create_filename(
+            QFile::encodeName(QFileInfo(path).absoluteFilePath()).constData(), "", "", 0, nullptr))
+    { }
+    ~FileName() { sqlite3_free_filename(text); }
+    FileName(const FileName &) = delete;
+    FileName &operator=(const FileName &) = delete;
+
+    const char *text;
+};
+
+} // namespace
+
+std::unique_ptr<DatabaseBytes> DatabaseBytes::open(const QString &path)
+{
+    return open(path, SQLITE_OPEN_READONLY);
+}
+
+std::unique_ptr<DatabaseBytes> DatabaseBytes::openAlone(const QString &path)
+{
+    auto bytes = open(path, SQLITE_OPEN_READWRITE);
+    const auto lock = [&bytes](int level) { return bytes->m_file->pMethods->xLock(bytes->m_file, level) == SQLITE_OK; };
+    // Every connection that uses a log holds the shared lock until it is closed.
+    return bytes && lock(SQLITE_LOCK_SHARED) && lock(SQLITE_LOCK_EXCLUSIVE) ? std::move(bytes) : nullptr;
+}
+
+std::unique_ptr<DatabaseBytes> DatabaseBytes::open(const QString &path, int access)
+{
+    if (::access(QFile::encodeName(path).constData(), R_OK) != 0)
+        return nullptr;
+    errno = EINVAL;
+    if (!QFileInfo(path).isFile()) // opening a pipe would wait for somebody at its other end
+        return nullptr;
+    sqlite3_vfs *system = sqlite3_vfs_find(nullptr);
+    const FileName name(path);
+    if (!system || !name.text)
+        return nullptr;
+    std::unique_ptr<DatabaseBytes> bytes(new DatabaseBytes);
+    bytes->m_memory.resize(static_cast<std::size_t>(system->szOsFile));
+    auto *file = reinterpret_cast<sqlite3_file *>(bytes->m_memory.data());
+    const int opened = system->xOpen(system, name.text, file, access | SQLITE_OPEN_MAIN_DB, nullptr);
+    if (file->pMethods)
+        bytes->m_file = file; // to be closed, even after a failure
+    return opened == SQLITE_OK ? std::move(bytes) : nullptr;
+}
+
+DatabaseBytes::~DatabaseBytes()
+{
+    if (m_file)
+        m_file->pMethods->xClose(m_file);
+}
+
+qint64 DatabaseBytes::size() const
+{
+    sqlite3_int64 size = -1;
+    return m_file->pMethods->xFileSize(m_file, &size) == SQLITE_OK ? size : -1;
+}
+
+QByteArray DatabaseBytes::read(qint64 offset, qint64 size) const
+{
+    const qint64 there = std::clamp(this->size() - offset, qint64(0), size);
+    QByteArray bytes(there, Qt::Uninitialized);
+    const bool isRead =
+        there == 0 || m_file->pMethods->xRead(m_file, bytes.data(), static_cast<int>(there), offset) == SQLITE_OK;
+    return isRead ? bytes : QByteArray();
+}
+
+bool DatabaseBytes::copyTo(const QString &path) const
+{
+    constexpr qint64 kPiece = qint64(1024) * 1024;
+    QFile target(path);
+    if (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
+        return false;
+    const qint64 end = size();
+    qint64 offset = 0;
+    while (offset < end) {
+        const QByteArray piece = read(offset, kPiece);
+        if (piece.isEmpty() || target.write(piece) != piece.size())
+            return false;
+        offset += piece.size();
+    }
+    return end >= 0 && target.flush();
+}

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "export/formats/DocxCreator.h"
+
+#include "export/formats/DocxDocument.h"
+
+void DocxCreator::initWithDictionary(PersonRows rows, const QString &SavePath)
+{
+    m_rows = std::move(rows);
+    m_savePath = SavePath;
+}
+
+ExportReport DocxCreator::startConvert() const
+{
+    const auto write = [this](QIODevice &target, TextRepairs &repairs) {
+        return DocxDocument(m_clock(), m_rows).writeTo(target, repairs);
+    };
+    return exportOffice(m_savePath, QStringLiteral("docx"), write);
+}

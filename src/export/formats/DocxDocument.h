@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "export/formats/ContactText.h"
+#include "export/office/ZipPackage.h"
+
+#include <span>
+
+class QXmlStreamWriter;
+
+/// A word-processing document in Office Open XML (ECMA-376): a heading and lines a contact, the page's number at the
+/// foot of each page. No table a contact: programs that open such documents take minutes over thousands of tables.
+class DocxDocument
+{
+public:
+    /// The rows must outlive the document. @p time is when it says it was made.
+    DocxDocument(QDateTime time, std::span<const PersonRow> rows) : m_time(std::move(time)), m_rows(rows) { }
+
+    /// Like ZipPackage::writeTo(); what was changed to make texts safe is added to @p repairs.
+    Result<void> writeTo(QIODevice &target, TextRepairs &repairs) const;
+
+private:
+    void writeBody(QXmlStreamWriter &xml, TextRepairs &repairs) const;
+
+    QDateTime m_time;
+    std::span<const PersonRow> m_rows;
+};

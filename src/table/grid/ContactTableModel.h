@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/Result.h"
+#include "table/grid/PersonRows.h"
+
+#include <QAbstractTableModel>
+
+#include <functional>
+
+/// The rows and the shown columns of the contact table, in their order on the screen. For the main thread.
+class ContactTableModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    /// Of a column that the user adds, in points.
+    static constexpr int kColumnWidth = 150;
+
+    /// Carries out the edit of a cell; the model itself changes nothing.
+    using CellEdit = std::function<Result<void>(const QString &text, Field field, int row)>;
+
+    /// @p edit is called for edits that come in through setData().
+    explicit ContactTableModel(CellEdit edit, QObject *parent = nullptr);
+
+    /// Whether cells can be edited; true until told otherwise.
+    void setEditable(bool isEditable) { m_isEditable = isEditable; }
+    bool isEditable() const { return m_isEditable; }
+
+    const PersonRows &rows() const { return m_rows; }
+    /// A change of the layout, not a reset: selections and open editors follow their people.
+    void setRows(PersonRows rows);
+    void setRow(int row, PersonRow value);
+    void takeRow(int row);
+    /// New row i is old row order[i]; selections follow their people.
+    void reorderRows(const std::vector<int> &order);
+
+    const std::vector<Field> &columns() const { return m_columns; }
+    void setColumns(const std::vector<Field> &columns);
+    /// Adds it at the right end.
+    void showColumn(Field field);
+    /// Removes it wherever it is shown.
+    void hideColumn(Field field);
+    void moveColumn(int from, int to);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    /// The display text of a birthday leaves out a year that is not known; its edit text is always YYYY-MM-DD.
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    /// False when the edit was refused; cellRefused() then says why.
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+Q_SIGNALS:
+    void cellRefused(const QModelIndex &cell, const QString &reason);
+
+private:
+    CellEdit m_edit;
+    PersonRows m_rows;
+    std::vector<Field> m_columns;
+    bool m_isEditable = true;
+};

@@ -1,0 +1,251 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "table/grid/LoadContactsViewController.h"
+
+#include "base/PatientCall.h"
+#include "contacts/book/ChangeCause.h"
+#include "contacts/model/NameTexts.h"
+#include "table/fields/FieldCommit.h"
+#include "table/fields/TableLog.h"
+#include "table/grid/BirthdayText.h"
+#include "table/grid/RowExporter.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// As many rows are made between two looks at whether the load is still wanted.
+constexpr std::size_t kRowsInBlock = 1024;
+
+} // namespace
+
+LoadContactsViewController::LoadContactsViewController(ContactTableDelegate &delegate, QObject *parent)
+    : QObject(parent)
+    , m_delegate(delegate)
+    , m_table([this](const QString &text, Field field, int row) { return editCell(text, field, row); })
+{ }
+
+void LoadContactsViewController::loadPersonInAddressBook()
+{
+    const quint64 number = ++m_loadNumber;
+    m_heldRows.reset();
+    m_loader.start([this, number](const std::stop_token &isSuperseded) { load(number, isSuperseded); });
+}
+
+void LoadContactsViewController::load(quint64 number, const std::stop_token &isSuperseded)
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    if (book) {
+        if (const auto refreshed = book->catchUp(); !refreshed) {
+            qCWarning(lcTable).noquote() << refreshed.error().description();
+            Q_EMIT failed(refreshed.error().description());
+        }
+    }
+    const PersonRows rows = loadPeople(book, isSuperseded);
+    if (isSuperseded.stop_requested())
+        return;
+    Q_EMIT tableViewDataChange(rows);
+    PatientCall::deliver(this, [this, number, rows] { installLoad(number, rows); });
+}
+
+void LoadContactsViewController::installLoad(quint64 number, const PersonRows &rows)
+{
+    if (number != m_loadNumber)
+        return;
+    if (m_isEditing) {
+        m_heldRows = rows;
+        return;
+    }
+    m_installedLoad = number;
+    updateTableView(rows);
+    m_delegate.makeFreshButtonEnable();
+}
+
+void LoadContactsViewController::setEditing(bool isEditing)
+{
+    m_isEditing = isEditing;
+    if (!isEditing && m_heldRows)
+        installLoad(m_loadNumber, *std::exchange(m_heldRows, std::nullopt));
+}
+
+PersonRows LoadContactsViewController::loadPeople(
+    const std::shared_ptr<ABAddressBook> &book, const std::stop_token &isSuperseded)
+{
+    PersonRows rows;
+    if (!book)
+        return rows;
+    const PeopleSnapshot everybody = book->snapshot();
+    rows.reserve(everybody->size());
+    std::shared_ptr<std::vector<PersonDictionary>> block;
+    for (const auto &[person, record] : *everybody) {
+        if (rows.size() % kRowsInBlock == 0) {
+            if (isSuperseded.stop_requested())
+                return rows;
+            // The rows of a block share one allocation and one counter.
+            block = std::make_shared<std::vector<PersonDictionary>>();
+            block->reserve(std::min(kRowsInBlock, everybody->size() - rows.size()));
+        }
+        block->push_back(::prasePerson(person, record, DictionaryForm::Table));
+        rows.emplace_back(block, &block->back());
+    }
+    return rows;
+}
+
+PersonDictionary LoadContactsViewController::prasePerson(const ABPersonPtr &person)
+{
+    return ::prasePerson(person, DictionaryForm::Table);
+}
+
+void LoadContactsViewController::updateTableView(const PersonRows &allPeopleArray)
+{
+    m_table.setRows(allPeopleArray);
+}
+
+void LoadContactsViewController::tableViewReloadData()
+{
+    m_table.setRows(m_table.rows());
+}
+
+FieldValue LoadContactsViewController::objectValue(Field forTableColumn, int row) const
+{
+    return m_table.rows()[static_cast<std::size_t>(row)]->value(forTableColumn);
+}
+
+Result<void> LoadContactsViewController::setObjectValue(const FieldValue &value, Field forTableColumn, int row)
+{
+    auto changed = std::make_shared<PersonDictionary>(*m_table.rows()[static_cast<std::size_t>(row)]);
+    changed->setValue(value, forTableColumn);
+    const ABPersonPtr person = changed->person();
+    m_table.setRow(row, std::move(changed));
+    auto committed = commit(fieldInfo(forTableColumn).label, value, person);
+    loadPersonInAddressBook();
+    return committed;
+}
+
+Result<void> LoadContactsViewController::editCell(const QString &text, Field field, int row)
+{
+    const auto value = valueFromText(text, field);
+    return value ? setObjectValue(*value, field, row) : value.error();
+}
+
+Result<FieldValue> LoadContactsViewController::valueFromText(const QString &text, Field field)
+{
+    if (fieldInfo(field).family != FieldFamily::Date)
+        return FieldValue(text);
+    if (text.trimmed().isEmpty())
+        return FieldValue();
+    const auto date = birthdayFromText(text, QLocale(), QDate::currentDate());
+    return date ? Result<FieldValue>(*date) : date.error();
+}
+
+bool LoadContactsViewController::commitContactsToAddressBook(
+    const QString &fieldLabel, const FieldValue &commitValue, const ABPersonPtr &withPerson)
+{
+    static_cast<void>(commit(fieldLabel, commitValue, withPerson));
+    return true;
+}
+
+Result<void> LoadContactsViewController::commit(
+    const QString &fieldLabel, const FieldValue &value, const ABPersonPtr &person)
+{
+    auto committed = FieldCommit::commitContactsToAddressBook(fieldLabel, value, person);
+    if (!committed)
+        Q_EMIT failed(committed.error().description());
+    return committed;
+}
+
+void LoadContactsViewController::sortDescriptorsDidChange(const std::vector<SortDescriptor> &descriptors)
+{
+    m_descriptors = descriptors;
+    m_table.reorderRows(sortedOrder(m_table.rows(), m_descriptors, QLocale().collation()));
+}
+
+void LoadContactsViewController::menuDidChange(const QString &itemTitle)
+{
+    const auto field = fieldLabelled(itemTitle);
+    if (!field)
+        return;
+    if (isColumnShown(*field))
+        m_table.hideColumn(*field);
+    else
+        m_table.showColumn(*field);
+}
+
+bool LoadContactsViewController::isColumnShown(Field field) const
+{
+    return std::ranges::find(m_table.columns(), field) != m_table.columns().end();
+}
+
+void LoadContactsViewController::deleteItem(std::vector<int> selectedRows)
+{
+    std::ranges::sort(selectedRows, std::greater<>());
+    // Without a selection the row number is -1, written without its sign.
+    qCDebug(lcTable, "%lu", static_cast<unsigned long>(selectedRows.empty() ? -1L : selectedRows.front()));
+    Q_EMIT contextMenuEnabled(!selectedRows.empty());
+    PersonRows selected; // a load may put other people into these rows while the question is open
+    for (const int row : selectedRows)
+        selected.push_back(m_table.rows()[static_cast<std::size_t>(row)]);
+    const auto answer =
+        m_delegate.alertPanel().runAlertPanel(QStringLiteral("Are you sure you want to delete the selected person ?"),
+            QStringLiteral("This person will also delete from Contacts."), QStringLiteral("Delete"),
+            QStringLiteral("Cancel"));
+    if (answer == AlertPanel::Answer::Alternate) {
+        qCDebug(lcTable, "取消删除");
+        return;
+    }
+    qCDebug(lcTable, "确认删除");
+    const auto book = ABAddressBook::sharedAddressBook();
+    if (book) {
+        const CauseScope cause(ChangeCause::Kind::Deletion,
+            selected.size() == 1 ? readableName(*selected.front()->person()->record())
+                                 : QString(QString::number(selected.size()) % QStringLiteral(" contacts")));
+        for (std::size_t i = 0; i < selected.size(); ++i)
+            deletePerson(*book, selected[i]->person(), selectedRows[i]);
+    }
+    tableViewReloadData();
+    if (m_installedLoad != m_loadNumber) // it may have read the people while they were there
+        loadPersonInAddressBook();
+}
+
+void LoadContactsViewController::deletePerson(ABAddressBook &book, const ABPersonPtr &person, int rowBefore)
+{
+    Error error;
+    if (!book.removeRecord(person, &error)) {
+        qCDebug(lcTable, "删除失败");
+        Q_EMIT failed(error.description());
+        return;
+    }
+    if (!book.save(&error)) {
+        // The row stays, so the person must: else the next save of anything would delete somebody who is shown.
+        book.addRecord(person);
+        Q_EMIT failed(error.description());
+        return;
+    }
+    qCDebug(lcTableOut, "删除成功 success\n");
+    const PersonRows &rows = m_table.rows();
+    const auto isOfPerson = [&person](const PersonRow &row) { return row->person() == person; };
+    auto row = rows.begin() + std::min(rowBefore, m_table.rowCount());
+    if (row == rows.end() || !isOfPerson(*row))
+        row = std::ranges::find_if(rows, isOfPerson);
+    if (row != rows.end())
+        m_table.takeRow(static_cast<int>(row - rows.begin()));
+}
+
+void LoadContactsViewController::exportItem(std::vector<int> selectedRows)
+{
+    std::ranges::sort(selectedRows, std::greater<>());
+    PersonRows rows;
+    for (const int row : selectedRows) {
+        auto copy = std::make_shared<PersonDictionary>(*m_table.rows()[static_cast<std::size_t>(row)]);
+        copy->removePerson();
+        rows.push_back(std::move(copy));
+    }
+    RowExporter *exporter = m_delegate.rowExporter();
+    if (!exporter)
+        return;
+    exporter->setLoadContactsViewController(this);
+    exporter->setIsExportAllPeople(false);
+    exporter->setExportArray(std::move(rows));
+    exporter->startExport();
+}

@@ -1,0 +1,329 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/history/BackupActions.h"
+#include "app/history/HistoryWindow.h"
+#include "app/start/AppDelegate.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
+#include "support/TestPeople.h"
+
+#include <QAbstractItemModelTester>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QListView>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Presses the button whose text begins like this in the next message, and keeps what the message said.
+class Answer : public QObject
+{
+public:
+    explicit Answer(const QString &button)
+    {
+        connect(&m_timer, &QTimer::timeout, this, [this, button] {
+            for (QWidget *widget : QApplication::topLevelWidgets()) {
+                auto *box = qobject_cast<QMessageBox *>(widget);
+                if (!box || !box->isVisible())
+                    continue;
+                m_timer.stop();
+                said = box->text() + u'|' + box->informativeText();
+                for (QAbstractButton *candidate : box->buttons()) {
+                    if (candidate->text().startsWith(button))
+                        return candidate->click();
+                }
+            }
+        });
+        m_timer.start(1);
+    }
+
+    QString said;
+
+private:
+    QTimer m_timer;
+};
+
+} // namespace
+
+/// The windows by which changes are taken back.
+class AppTrustTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<AppDelegate> m_app;
+    int m_bookCount = 0;
+
+    QString newPath() { return m_folder.filePath(u"book%1.sqlite"_s.arg(++m_bookCount)); }
+
+    static void add(const QString &path, std::initializer_list<QByteArray> people)
+    {
+        const auto book = *ABAddressBook::open(std::move(*SqliteStore::open(path)));
+        const CauseScope cause(ChangeCause::Kind::Import, u"people.vcf"_s);
+        for (const QByteArray &text : people) {
+            const auto [uid, record] = recordFromText(text);
+            QVERIFY(book->addRecord(std::make_shared<ABPerson>(uid, record)));
+        }
+        QVERIFY(book->save());
+    }
+
+    void start(const QString &path, bool opens = true)
+    {
+        m_app = std::make_unique<AppDelegate>();
+        QSignalSpy opened(m_app.get(), &AppDelegate::addressBookOpened);
+        m_app->applicationDidFinishLaunching(path);
+        QTRY_VERIFY(opened.count() >= 1); // what a rescue opens may be there already
+        QCOMPARE(opened.front().front().toBool(), opens);
+        if (opens)
+            QTRY_VERIFY(m_app->loadContactsViewController().numberOfRowsInTableView() > 0);
+    }
+
+    static QByteArray savedBook() { return textOf(*ABAddressBook::sharedAddressBook()); }
+
+    HistoryWindow *openHistory()
+    {
+        Q_EMIT m_app->mainWindow().historyRequested();
+        return m_app->mainWindow().findChild<HistoryWindow *>();
+    }
+
+private Q_SLOTS:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void cleanup()
+    {
+        m_app.reset();
+        ABAddressBook::setSharedAddressBook(nullptr);
+        const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        QDir(data + u"/peoplenook/backups"_s).removeRecursively();
+    }
+
+    void theHistoryShowsAndRestores()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann','lastName':'Lee'}", "{'uid':'2','firstName':'Bo'}"});
+        start(path);
+        LoadContactsViewController &table = m_app->loadContactsViewController();
+        QVERIFY(table.editCell(u"Anna"_s, Field::FirstName, 0));
+        const QByteArray edited = savedBook();
+        HistoryWindow *history = openHistory();
+        QVERIFY(history);
+        QSignalSpy loaded(history, &HistoryWindow::loaded);
+        QSignalSpy stepShown(history, &HistoryWindow::stepShown);
+        const QAbstractItemModelTester tester(history->steps()->model());
+        QTRY_COMPARE(history->steps()->model()->rowCount(), 2);
+        QVERIFY(!history->restoreButton()->isEnabled());
+        const auto cell = [history](int row, int column) {
+            return history->steps()->model()->index(row, column).data().toString();
+        };
+        QCOMPARE(cell(0, HistoryModel::What), u"Edit: First Name (Ann Lee)"_s);
+        QCOMPARE(cell(1, HistoryModel::What), u"Import: people.vcf"_s);
+        QCOMPARE(cell(1, HistoryModel::HowMany), u"2 added"_s);
+
+        history->steps()->selectRow(0);
+        QTRY_COMPARE(stepShown.count(), 1);
+        QCOMPARE(history->people()->model()->index(0, 0).data().toString(), u"Changed: Anna Lee"_s);
+        QCOMPARE(history->differences()->rowCount(), 1);
+        QCOMPARE(history->differences()->item(0, 1)->text(), u"Ann"_s);
+        QCOMPARE(history->differences()->item(0, 2)->text(), u"Anna"_s);
+        QCOMPARE(history->focusWidget(), history->steps());
+        history->steps()->selectAll();
+        QTRY_COMPARE(stepShown.count(), 2);
+        QCOMPARE(history->people()->model()->rowCount(), 3); // one was added and edited
+        history->steps()->selectRow(0);
+
+        QSignalSpy restored(history, &HistoryWindow::restored);
+        loaded.clear();
+        history->restoreButton()->click();
+        QTRY_COMPARE(restored.count(), 1);
+        QCOMPARE(history->message(), u"Restored: 1 changed."_s);
+        QVERIFY(savedBook() != edited && savedBook().contains("\"Ann\""));
+        QTRY_COMPARE(loaded.count(), 1);
+        QCOMPARE(cell(0, HistoryModel::What), u"Restore: edit: First Name (Ann Lee)"_s);
+        QTRY_COMPARE(table.objectValue(Field::FirstName, 0), FieldValue(u"Ann"_s));
+
+        // The edit cannot be taken back twice.
+        QSignalSpy failed(history, &HistoryWindow::failed);
+        history->steps()->selectRow(1);
+        history->restoreButton()->click();
+        QTRY_COMPARE(failed.count(), 1);
+        QCOMPARE(history->message(), u"1 (Ann Lee): was changed since; nothing was restored"_s);
+        QVERIFY(history->isEnabled());
+        QCOMPARE(openHistory(), history); // one window
+        for (const QAbstractItemView *view :
+            {static_cast<QAbstractItemView *>(history->steps()), static_cast<QAbstractItemView *>(history->people()),
+                static_cast<QAbstractItemView *>(history->differences())})
+            QVERIFY(!view->accessibleName().isEmpty());
+    }
+
+    void helpNeedsNoOtherProgram()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann'}"});
+        start(path);
+        QCOMPARE(m_app->mainWindow().windowHandle()->title(), QFileInfo(path).fileName());
+        QFile opener(m_folder.filePath(u"xdg-open"_s));
+        QVERIFY(opener.open(QIODevice::WriteOnly) && opener.write("#!/bin/sh\nexit 3\n") > 0);
+        QVERIFY(opener.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+        opener.close();
+        qputenv("PATH", m_folder.path().toLocal8Bit());
+        Q_EMIT m_app->mainWindow().helpRequested();
+        QTRY_VERIFY(m_app->mainWindow().findChild<QTextBrowser *>());
+        QVERIFY(m_app->mainWindow().findChild<QTextBrowser *>()->toPlainText().startsWith(u"First steps"));
+    }
+
+    void aRestoreKeepsTheFindings()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann','lastName':'Lee'}", "{'uid':'2','firstName':'Bo','suffix':'XYZ'}"});
+        start(path);
+        QVERIFY(m_app->loadContactsViewController().editCell(u"XYZ"_s, Field::Suffix, 0));
+        m_app->scanClicled();
+        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        HistoryWindow *history = openHistory();
+        QTRY_COMPARE(history->steps()->model()->rowCount(), 2);
+        history->steps()->selectRow(0);
+        QSignalSpy restored(history, &HistoryWindow::restored);
+        history->restoreButton()->click();
+        QTRY_COMPARE(restored.count(), 1);
+        QCoreApplication::processEvents();
+        QVERIFY(m_app->outlineViewController());
+        QTRY_COMPARE(m_app->outlineViewController()->uids(), QStringList({u"2"_s, u"2"_s}));
+    }
+
+    void aBackupIsMadeAndRestored()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo'}"});
+        start(path);
+        const QByteArray before = savedBook();
+        BackupActions &backups = m_app->backupActions();
+        QSignalSpy finished(&backups, &BackupActions::finished);
+        const QString backup = m_folder.filePath(u"backup.sqlite"_s);
+        backups.backUpTo(backup);
+        QTRY_COMPARE(finished.count(), 1);
+        QVERIFY(finished.takeFirst().front().toBool() && QFile::exists(backup));
+
+        m_app->loadContactsViewController().editCell(u"Anna"_s, Field::FirstName, 0).value();
+        const QByteArray edited = savedBook();
+        {
+            Answer answer(u"Cancel"_s);
+            backups.restoreFrom(backup);
+            QTRY_COMPARE(answer.said,
+                u"Restore the address book from backup.sqlite?|Contacts: 1 changed. Change History can take this "
+                "back."_s);
+        }
+        QCOMPARE(savedBook(), edited);
+        const Answer answer(u"Restore"_s);
+        backups.restoreFrom(backup);
+        QTRY_COMPARE(finished.count(), 1);
+        QCOMPARE(savedBook(), before);
+    }
+
+    void nothingIsDeliveredWhileAQuestionIsOpen()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo','lastName':'Ng'}"});
+        start(path);
+        m_app->scanClicled();
+        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        const QPointer<OutlineViewController> asking = m_app->outlineViewController();
+        asking->chooseOption(OptionGroup::OneName, kDeleteThisContact);
+        bool isThere = false;
+        QTimer::singleShot(0, this, [&] {
+            m_app->updateUI({}); // as another scan does that ends now
+            QCoreApplication::processEvents();
+            isThere = !asking.isNull();
+            qobject_cast<QMessageBox *>(QApplication::activeModalWidget())->buttons().front()->click();
+        });
+        asking->fixClick();
+        QVERIFY(isThere);
+        QCOMPARE(savedBook(), QByteArray("{\"uid\":\"2\",\"firstName\":\"Bo\",\"lastName\":\"Ng\"}\n"));
+        QTRY_VERIFY(!asking);
+    }
+
+    void aFileThatIsNoBackupIsRefused()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann'}"});
+        start(path);
+        QSignalSpy finished(&m_app->backupActions(), &BackupActions::finished);
+        const Answer answer(u"OK"_s);
+        m_app->backupActions().restoreFrom(u"tests/CMakeLists.txt"_s);
+        QTRY_COMPARE(finished.count(), 1);
+        QVERIFY(!finished.front().front().toBool());
+        QCOMPARE(answer.said, u"Nothing was changed.|tests/CMakeLists.txt: is no address book of this program"_s);
+    }
+
+    void anAddressBookThatIsGoneIsSavedAgain()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo'}"});
+        start(path);
+        QVERIFY(QFile::rename(path, path + u".away"_s));
+        const Answer answer(u"Save Under the Old Name"_s);
+        QVERIFY(!m_app->loadContactsViewController().editCell(u"Anna"_s, Field::FirstName, 0));
+        QTRY_VERIFY(answer.said.contains(path + u" was moved, replaced or removed"_s));
+        QTRY_COMPARE(ABAddressBook::sharedAddressBook()->file(), path);
+        QVERIFY(savedBook().contains("\"Anna\"") && savedBook().contains("\"Bo\""));
+    }
+
+    void aDamagedAddressBookIsNotTheEnd_data()
+    {
+        QTest::addColumn<QString>("choice");
+        QTest::newRow("backup") << u"Open Backup of"_s;
+        QTest::newRow("salvage") << u"Open What Can Be Read"_s;
+    }
+    void aDamagedAddressBookIsNotTheEnd()
+    {
+        QFETCH(QString, choice);
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann','image':'AAEC'}"});
+        start(path);
+        const QDir backups(
+            QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/peoplenook/backups"_s);
+        const auto isBackedUp = [&backups] {
+            const QStringList folders = backups.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+            return !folders.isEmpty()
+                && !QDir(backups.filePath(folders.front())).entryList({u"*.sqlite"_s}, QDir::Files).isEmpty();
+        };
+        QTRY_VERIFY(isBackedUp());
+        m_app.reset();
+        ABAddressBook::setSharedAddressBook(nullptr);
+
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QByteArray content = file.readAll();
+        const QByteArray picture =
+            QCryptographicHash::hash(QByteArray("\0\1\2", 3), QCryptographicHash::Sha256).toHex();
+        content.replace(content.lastIndexOf(picture) / 4096 * 4096, 8, QByteArray(8, '\x55')); // the index of pictures
+        QVERIFY(file.seek(0) && file.write(content) == content.size());
+        file.close();
+
+        const Answer answer(choice);
+        start(path, false);
+        QTRY_VERIFY(answer.said.startsWith(u"The address book is damaged.|"_s + path));
+        const QString newFile = m_folder.filePath(
+            u"book%1-recovered-%2.sqlite"_s.arg(m_bookCount).arg(QDate::currentDate().toString(Qt::ISODate)));
+        QTRY_COMPARE(m_app->loadContactsViewController().numberOfRowsInTableView(), 1);
+        QCOMPARE(ABAddressBook::sharedAddressBook()->file(), newFile);
+        QCOMPARE(savedBook().contains("AAEC"), choice.startsWith(u"Open Backup"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), content);
+    }
+};
+
+QTEST_MAIN(AppTrustTest)
+#include "AppTrustTest.moc"

@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/start/SingleInstance.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QLocalSocket>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <future>
+#include <iostream>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// Another start of the application. On a thread: the first one answers on this one.
+std::future<bool> startAgain(const QString &where, const QString &folder, const QStringList &files)
+{
+    return std::async(std::launch::async, [=] { return SingleInstance(where, folder).handOver(files); });
+}
+
+bool isReady(const std::future<bool> &answer)
+{
+    return answer.wait_for(0s) == std::future_status::ready;
+}
+
+} // namespace
+
+class SingleInstanceTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_book;
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_book = m_folder->filePath(QStringLiteral("data/people.sqlite"));
+    }
+
+    void secondHandsItsFilesOver()
+    {
+        SingleInstance first(m_book, m_folder->path());
+        QVERIFY(!first.handOver({}));
+        QSignalSpy calls(&first, &SingleInstance::calledAgain);
+        const QFile::Permissions others = QFileInfo(first.socketPath()).permissions()
+            & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther);
+        QVERIFY(!others);
+
+        const QStringList files{QStringLiteral("a name.vcf"), QStringLiteral("/there/ü.vcf")};
+        auto second = startAgain(m_book, m_folder->path(), files);
+        QTRY_VERIFY(isReady(second));
+        QVERIFY(second.get());
+        QTRY_COMPARE(calls.size(), 1);
+        QCOMPARE(calls[0][0].toStringList(), (QStringList{QDir::current().filePath(files[0]), files[1]}));
+
+        // Meanwhile the address book was made; a path through a link is the same address book.
+        QDir().mkpath(QFileInfo(m_book).path());
+        QFile file(m_book);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QString link = m_folder->filePath(QStringLiteral("link"));
+        QVERIFY(QFile::link(QFileInfo(m_book).path(), link));
+        auto third = startAgain(link + QStringLiteral("/../link/people.sqlite"), m_folder->path(), {});
+        QTRY_VERIFY(isReady(third));
+        QVERIFY(third.get());
+        QTRY_COMPARE(calls.size(), 2);
+        QCOMPARE(calls[1][0].toStringList(), QStringList());
+    }
+
+    void manyStartsAtOnce()
+    {
+        SingleInstance first(m_book, m_folder->path());
+        QVERIFY(!first.handOver({}));
+        QSignalSpy calls(&first, &SingleInstance::calledAgain);
+        std::vector<std::future<bool>> others;
+        for (int i = 0; i < 8; ++i)
+            others.push_back(startAgain(m_book, m_folder->path(), {QStringLiteral("/%1.vcf").arg(i)}));
+        for (auto &other : others) {
+            QTRY_VERIFY(isReady(other));
+            QVERIFY(other.get());
+        }
+        QTRY_COMPARE(calls.size(), 8);
+        QSet<QString> files;
+        for (const QList<QVariant> &call : calls)
+            files += call[0].toStringList().first();
+        QCOMPARE(files.size(), 8);
+    }
+
+    void otherAddressBooksAndTheNextStartAreFree()
+    {
+        {
+            SingleInstance first(m_book, m_folder->path());
+            QVERIFY(!first.handOver({}));
+            SingleInstance other(m_book + QStringLiteral("2"), m_folder->path());
+            QVERIFY(!other.handOver({}));
+            QVERIFY(first.place() == 0 && other.place() == 1);
+        }
+        SingleInstance next(m_book, m_folder->path());
+        QVERIFY(!next.handOver({}, 0ms));
+    }
+
+    void withoutARuntimeFolderALockOfOursIsUsed()
+    {
+        const QByteArray before = qgetenv("XDG_RUNTIME_DIR");
+        qputenv("XDG_RUNTIME_DIR", "/dev/null/none");
+        qputenv("XDG_DATA_HOME", QFile::encodeName(m_folder->path()));
+        const QString socket = SingleInstance(m_book).socketPath();
+        qunsetenv("XDG_DATA_HOME");
+        qputenv("XDG_RUNTIME_DIR", before);
+        QCOMPARE(QFileInfo(socket).path(), m_folder->filePath(QStringLiteral("peoplenook")));
+        QVERIFY(QFileInfo(QFileInfo(socket).path()).isDir());
+    }
+
+    void killedApplicationIsNoObstacle()
+    {
+        QProcess killed;
+        killed.start(QCoreApplication::applicationFilePath(), {QStringLiteral("hold"), m_book, m_folder->path()});
+        QVERIFY(killed.waitForReadyRead());
+        QVERIFY(!SingleInstance(m_book, m_folder->path()).handOver({}, 0ms)); // it runs, but does not answer
+        killed.kill();
+        QVERIFY(killed.waitForFinished());
+
+        SingleInstance next(m_book, m_folder->path());
+        QVERIFY(QFileInfo::exists(next.socketPath()));
+        QVERIFY(!next.handOver({}, 0ms));
+        QSignalSpy calls(&next, &SingleInstance::calledAgain);
+        auto second = startAgain(m_book, m_folder->path(), {});
+        QTRY_VERIFY(isReady(second));
+        QVERIFY(second.get());
+        QTRY_COMPARE(calls.size(), 1);
+    }
+
+    void halfAMessageIsNoCall()
+    {
+        SingleInstance first(m_book, m_folder->path());
+        QVERIFY(!first.handOver({}));
+        QSignalSpy calls(&first, &SingleInstance::calledAgain);
+        QLocalSocket socket;
+        socket.connectToServer(first.socketPath());
+        QVERIFY(socket.waitForConnected());
+        socket.write("\0\0\0\5ab", 6);
+        QVERIFY(socket.waitForBytesWritten());
+        socket.disconnectFromServer();
+        auto second = startAgain(m_book, m_folder->path(), {});
+        QTRY_VERIFY(isReady(second));
+        QVERIFY(second.get());
+        QTRY_COMPARE(calls.size(), 1);
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) == QStringLiteral("hold")) {
+        SingleInstance instance(arguments[2], arguments[3]);
+        std::cout << instance.handOver({}) << std::endl;
+        for (;;)
+            std::this_thread::sleep_for(1h);
+    }
+    SingleInstanceTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "SingleInstanceTest.moc"

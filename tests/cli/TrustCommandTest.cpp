@@ -1,0 +1,418 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/CommandLine.h"
+#include "contacts/book/ABAddressBook.h"
+#include "support/SqlQuestion.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <sstream>
+#include <sys/resource.h>
+
+/// Writes beyond a size fail while it lives, as on a full disk.
+class LimitedFileSize
+{
+public:
+    explicit LimitedFileSize(qint64 size)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{rlim_t(size), m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~LimitedFileSize() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+    LimitedFileSize(const LimitedFileSize &) = delete;
+    LimitedFileSize &operator=(const LimitedFileSize &) = delete;
+
+private:
+    rlimit m_before{};
+};
+
+/// The commands that take changes back: history, backup, restore.
+class TrustCommandTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    struct Outcome
+    {
+        int status;
+        QString out;
+        QString err;
+    };
+
+    QTemporaryDir m_folder;
+    const std::string m_people = "{\"uid\":\"a\",\"firstName\":\"Ann\",\"lastName\":\"Lee\",\"suffix\":\"Jr.\"}\n"
+                                 "{\"uid\":\"b\",\"firstName\":\"Ann\",\"lastName\":\"Lee\",\"note\":\"n\"}\n"
+                                 "{\"uid\":\"c\",\"firstName\":\"Bo\",\"lastName\":\"Li\"}\n";
+
+    static QString u(const char *text) { return QString::fromUtf8(text); }
+    QString path(const char *name) const { return m_folder.filePath(u(name)); }
+    std::string file(const char *name) const { return path(name).toStdString(); }
+
+    Outcome runOn(const char *book, std::vector<std::string> arguments, const std::string &input = {}) const
+    {
+        arguments.insert(arguments.begin(), {"--address-book", file(book)});
+        std::istringstream in(input);
+        std::ostringstream out;
+        std::ostringstream err;
+        Console console{in, out, err};
+        const ExitStatus status = runCommandLine(arguments, console);
+        ABAddressBook::setSharedAddressBook(nullptr); // as the end of the program does: the file is closed
+        return {int(status), QString::fromStdString(out.str()), QString::fromStdString(err.str())};
+    }
+
+    /// The id of a line of the history, the newest is 0.
+    std::string idOf(const char *book, int line) const
+    {
+        return runOn(book, {"history"}).out.split(u'\n')[line].section(u' ', 0, 0).toStdString();
+    }
+
+    QStringList peopleIn(const char *book) const
+    {
+        QStringList lines = runOn(book, {"people"}).out.trimmed().split(u'\n');
+        lines.sort();
+        return lines;
+    }
+
+    static QByteArray read(const QString &name)
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    static void damage(const QString &name, qint64 from, const QByteArray &bytes)
+    {
+        QFile file(name);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(from));
+        QCOMPARE(file.write(bytes), bytes.size());
+    }
+
+    /// 3,000 people on many pages.
+    void makeLargeBook(const char *book) const
+    {
+        std::string people;
+        for (int i = 0; i < 3000; ++i)
+            people += "{\"uid\":\"u" + std::to_string(i) + "\",\"firstName\":\"Somebody\",\"email\":[{\"value\":\"x"
+                + std::to_string(i) + "@example.com\"}]}\n";
+        runOn(book, {"import", "-"}, people);
+    }
+
+private Q_SLOTS:
+    void initTestCase() { qputenv("XDG_DATA_HOME", m_folder.filePath(u("data")).toLocal8Bit()); }
+
+    void everyCommandTellsItsCause()
+    {
+        runOn("causes", {"import", "-"}, m_people);
+        runOn("causes", {"edit", "c", "Home City", "Porto"});
+        runOn("causes", {"fix", "--group", "Duplicate contacts", "--option", "Merge contacts", "a"});
+        runOn("causes", {"delete", "c", "--yes"});
+        const QStringList lines = runOn("causes", {"history"}).out.trimmed().split(u'\n');
+        QStringList causes;
+        for (const QString &line : lines)
+            causes += line.section(QStringLiteral("  "), 2);
+        QCOMPARE(causes,
+            (QStringList{u("1 removed  deletion: Bo Li"),
+                u("1 added, 2 removed  repair: Duplicate contacts: Merge contacts (Ann Lee)"),
+                u("1 changed  edit: Home City (Bo Li)"), u("3 added  import: standard input")}));
+        QCOMPARE(runOn("causes", {"history", "--limit", "1"}).out.trimmed(), lines.front());
+        const auto json =
+            QJsonDocument::fromJson(runOn("causes", {"history", "--limit", "1", "--json"}).out.toUtf8()).object();
+        QCOMPARE(json[u"kind"].toString(), u("deletion"));
+        QCOMPARE(json[u"removed"].toInt(), 1);
+        QVERIFY(QDateTime::fromString(json[u"savedAt"].toString(), Qt::ISODateWithMs).isValid());
+    }
+
+    void aChangeIsShownBeforeAndAfter()
+    {
+        runOn("show", {"import", "-"}, m_people);
+        runOn("show", {"edit", "c", "Note", "two\nlines"});
+        const std::string id = idOf("show", 0);
+        const Outcome shown = runOn("show", {"history", "show", id});
+        QCOMPARE(shown.out.section(u'\n', 1), u("changed  c  Bo Li\n    note: nothing -> \"two lines\"\n"));
+        const auto json =
+            QJsonDocument::fromJson(runOn("show", {"history", "show", id, "--json"}).out.toUtf8()).object();
+        QCOMPARE(json[u"after"][u"note"].toString(), u("two\nlines"));
+        QVERIFY(json[u"before"].isObject() && json[u"before"][u"note"].isUndefined());
+        const Outcome unknown = runOn("show", {"history", "show", "x"});
+        QCOMPARE(unknown.status, 1);
+        QCOMPARE(unknown.err, u("x: the history holds no such change\n"));
+    }
+
+    void aRestorePutsPeopleBack()
+    {
+        runOn("undo", {"import", "-"}, m_people);
+        const QStringList before = peopleIn("undo");
+        runOn("undo", {"fix", "--group", "Duplicate contacts", "--option", "Merge contacts", "a"});
+        QCOMPARE(peopleIn("undo").size(), 2);
+        const Outcome restored = runOn("undo", {"history", "restore", idOf("undo", 0)});
+        QCOMPARE(restored.status, 0);
+        QCOMPARE(restored.out, u("Restored: 2 added, 1 removed.\n"));
+        QCOMPARE(peopleIn("undo"), before);
+
+        runOn("undo", {"edit", "c", "First Name", "Bob"});
+        const std::string edit = idOf("undo", 0);
+        runOn("undo", {"edit", "c", "First Name", "Rob"});
+        const Outcome refused = runOn("undo", {"history", "restore", edit});
+        QCOMPARE(refused.status, 1);
+        QCOMPARE(refused.err, u("c (Rob Li): was changed since; nothing was restored\n"));
+        QCOMPARE(runOn("undo", {"history", "restore", edit, idOf("undo", 0)}).status, 0);
+        QCOMPARE(peopleIn("undo"), before);
+    }
+
+    void aBackupHoldsEverythingAndRestores()
+    {
+        runOn("kept", {"import", "-"}, m_people);
+        const Outcome made = runOn("kept", {"backup", file("backup.sqlite")});
+        QCOMPARE(made.out, path("backup.sqlite") + u(": 3 contacts\n"));
+        QCOMPARE(QFile::permissions(path("backup.sqlite")) & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther),
+            QFile::Permissions());
+        QCOMPARE(runOn("backup.sqlite", {"history"}).out, runOn("kept", {"history"}).out);
+        const QByteArray content = read(path("backup.sqlite"));
+        const QStringList before = peopleIn("kept");
+        runOn("kept", {"delete", "a", "--yes"});
+        runOn("kept", {"edit", "c", "Note", "changed"});
+        runOn("kept", {"import", "-"}, "{\"uid\":\"d\"}");
+
+        Outcome again = runOn("kept", {"backup", file("backup.sqlite")});
+        QCOMPARE(again.status, 1);
+        QCOMPARE(again.err, path("backup.sqlite") + u(": there is a file of this name already\n"));
+        QCOMPARE(read(path("backup.sqlite")), content);
+        QCOMPARE(runOn("kept", {"backup", "--replace", file("kept")}).status, 1); // itself
+        QCOMPARE(runOn("kept", {"restore", "--dry-run", file("backup.sqlite")}).out,
+            u("Would restore: 1 added, 1 changed, 1 removed.\n"));
+        QCOMPARE(peopleIn("kept").size(), 3);
+        QCOMPARE(
+            runOn("kept", {"restore", file("backup.sqlite")}).out, u("Restored: 1 added, 1 changed, 1 removed.\n"));
+        QCOMPARE(peopleIn("kept"), before);
+        QCOMPARE(read(path("backup.sqlite")), content);
+        QVERIFY(runOn("kept", {"history"}).out.contains(u("  restore: backup.sqlite\n")));
+        QCOMPARE(runOn("kept", {"history", "restore", idOf("kept", 0)}).status, 0);
+        QVERIFY(peopleIn("kept").contains(u("{\"uid\":\"d\"}")));
+        again = runOn("kept", {"backup", "--replace", file("backup.sqlite")});
+        QCOMPARE(again.status, 0);
+        QVERIFY(peopleIn("backup.sqlite").contains(u("{\"uid\":\"d\"}")));
+    }
+
+    void aBackupThatCannotBeWrittenLeavesNothing()
+    {
+        std::string people;
+        for (int i = 0; i < 2000; ++i)
+            people += "{\"uid\":\"u" + std::to_string(i) + "\",\"note\":\"" + std::string(100, 'x') + "\"}\n";
+        runOn("large", {"import", "-"}, people);
+        QVERIFY(QDir().mkpath(path("full")));
+        const std::string target = path("full/backup.sqlite").toStdString();
+        const LimitedFileSize limit(65'536);
+        const Outcome refused = runOn("large", {"backup", target});
+        QCOMPARE(refused.status, 1);
+        QVERIFY2(refused.err.startsWith(QString::fromStdString(target)), qPrintable(refused.err));
+        QCOMPARE(refused.err.count(u'\n'), 1);
+        QVERIFY(QDir(path("full")).isEmpty(QDir::Files | QDir::Hidden));
+    }
+
+    void aRestoreThatCannotBeWrittenChangesNothing()
+    {
+        std::string people;
+        for (int i = 0; i < 2000; ++i)
+            people += "{\"uid\":\"u" + std::to_string(i) + "\",\"note\":\"" + std::string(100, 'x') + "\"}\n";
+        runOn("many", {"import", "-"}, people);
+        runOn("few", {"import", "-"}, m_people);
+        QCOMPARE(runOn("many", {"edit", "u1", "Note", "n"}).status, 0); // the backup of the day is made
+        const QStringList before = peopleIn("many");
+        const QString history = runOn("many", {"history"}).out;
+        {
+            // Room for the private copy that is read, not for what it would make of the address book.
+            const LimitedFileSize limit(QFileInfo(path("few")).size() + 4096);
+            const Outcome refused = runOn("many", {"restore", file("few")});
+            QCOMPARE(refused.status, 1);
+            QVERIFY2(refused.err.startsWith(path("many") + u(": ")), qPrintable(refused.err));
+            QCOMPARE(refused.err.count(u'\n'), 1);
+        }
+        QCOMPARE(peopleIn("many"), before);
+        QCOMPARE(runOn("many", {"history"}).out, history);
+    }
+
+    void otherFilesAreNoBackups_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("missing") << QByteArray() << u(": cannot be read: No such file or directory\n");
+        QTest::newRow("text") << QByteArray("hello") << u(": is no address book of this program\n");
+    }
+    void otherFilesAreNoBackups()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, reason);
+        const QString other = path(QTest::currentDataTag());
+        QFile fileOfTest(other);
+        if (!content.isEmpty())
+            QVERIFY(fileOfTest.open(QIODevice::WriteOnly) && fileOfTest.write(content) > 0);
+        fileOfTest.close();
+        runOn("other", {"import", "-"}, m_people);
+        const QString history = runOn("other", {"history"}).out;
+        const Outcome refused = runOn("other", {"restore", other.toStdString()});
+        QCOMPARE(refused.status, 1);
+        QCOMPARE(refused.err, other + reason);
+        QCOMPARE(runOn("other", {"history"}).out, history);
+        QCOMPARE(QFile::exists(other), !content.isEmpty());
+    }
+
+    void theFirstChangeOfADayIsPrecededByABackup()
+    {
+        runOn("daily.sqlite", {"import", "-"}, m_people); // nobody is in it yet
+        const QDir backups(m_folder.filePath(u("data/peoplenook/backups")));
+        const QStringList wanted{u("daily-*")};
+        QVERIFY(backups.entryList(wanted, QDir::Dirs).isEmpty());
+        runOn("daily.sqlite", {"people"});
+        QVERIFY(backups.entryList(wanted, QDir::Dirs).isEmpty());
+        runOn("daily.sqlite", {"delete", "a", "--yes"});
+        runOn("daily.sqlite", {"delete", "b", "--yes"});
+        const QDir own(backups.filePath(backups.entryList(wanted, QDir::Dirs).value(0)));
+        QCOMPARE(own.entryList(QDir::Files), QStringList(QDate::currentDate().toString(Qt::ISODate) + u(".sqlite")));
+        QCOMPARE(runOn("fresh", {"restore", own.filePath(own.entryList(QDir::Files)[0]).toStdString()}).out,
+            u("Restored: 3 added.\n"));
+    }
+
+    void onlyTheNewestDailyBackupsStay()
+    {
+        runOn("pruned.sqlite", {"import", "-"}, m_people);
+        runOn("pruned.sqlite", {"delete", "a", "--yes"});
+        const QDir backups(m_folder.filePath(u("data/peoplenook/backups")));
+        const QDir own(backups.filePath(backups.entryList({u("pruned-*")}, QDir::Dirs).value(0)));
+        const QString today = own.entryList(QDir::Files).value(0);
+        for (int day = 10; day < 22; ++day)
+            QVERIFY(QFile::copy(own.filePath(today), own.filePath(u("2025-01-%1.sqlite").arg(day))));
+        QVERIFY(QFile::copy(own.filePath(today), own.filePath(u("2999-01-01.sqlite")))); // of a clock that was wrong
+        QVERIFY(QFile::copy(own.filePath(today), own.filePath(u("2025-02-01.sqlite.AbCdEf")))); // of a killed program
+        QVERIFY(QFile::remove(own.filePath(today)));
+        runOn("pruned.sqlite", {"delete", "b", "--yes"});
+        const QStringList left = own.entryList(QDir::Files, QDir::Name);
+        QCOMPARE(left.size(), 10);
+        QCOMPARE(left.front(), u("2025-01-13.sqlite"));
+        QCOMPARE(left.back(), today);
+    }
+
+    void whatCanBeReadOfADamagedFileIsSalvaged()
+    {
+        makeLargeBook("hurt.sqlite");
+        runOn("hurt.sqlite", {"edit", "u1", "Note", "n"}); // makes the backup of the day
+        const qint64 middle = QFileInfo(path("hurt.sqlite")).size() / 2 / 4096 * 4096;
+        damage(path("hurt.sqlite"), middle, QByteArray(32'768, '\x55'));
+        damage(path("hurt.sqlite"), 20 * 4096LL, QByteArray(4096, '\x55'));
+        const QByteArray damaged = read(path("hurt.sqlite"));
+
+        const Outcome refused = runOn("hurt.sqlite", {"people"});
+        QCOMPARE(refused.status, 1);
+        QVERIFY2(refused.err.contains(u("the address book is damaged")), qPrintable(refused.err));
+        QVERIFY2(refused.err.contains(u("; its newest backup is ") + m_folder.path()), qPrintable(refused.err));
+        QVERIFY(refused.err.endsWith(u("; restore --salvage NEWFILE puts what can still be read into a new file\n")));
+        QCOMPARE(refused.err.count(u'\n'), 1);
+
+        const Outcome salvaged = runOn("hurt.sqlite", {"restore", "--salvage", file("saved.sqlite")});
+        QVERIFY2(salvaged.status == 0, qPrintable(salvaged.err));
+        const qsizetype count = peopleIn("saved.sqlite").size();
+        QVERIFY2(
+            salvaged.out.startsWith(path("saved.sqlite") + u(": %1 contacts, ").arg(count)), qPrintable(salvaged.out));
+        QVERIFY2(count > 2000 && count <= 3000, qPrintable(salvaged.out));
+        QCOMPARE(read(path("hurt.sqlite")), damaged);
+        const QByteArray saved = read(path("saved.sqlite"));
+        QCOMPARE(runOn("hurt.sqlite", {"restore", "--salvage", file("saved.sqlite")}).status, 1); // it is there
+        QCOMPARE(read(path("saved.sqlite")), saved);
+    }
+
+    /// Damage that only a look at the whole file finds: a page that has fewer people than the index of uids.
+    void quietDamageIsFoundBeforeAnythingIsWritten()
+    {
+        makeLargeBook("quiet.sqlite");
+        const QString leaf = askSql(path("quiet.sqlite"),
+            "SELECT pageno FROM dbstat WHERE name = 'contact' AND pagetype = 'leaf' LIMIT 1 OFFSET 3")
+                                 .value(0);
+        damage(path("quiet.sqlite"), (leaf.toLongLong() - 1) * 4096 + 3, QByteArray("\0\3", 2)); // its number of cells
+        const QByteArray damaged = read(path("quiet.sqlite"));
+        const qsizetype left = peopleIn("quiet.sqlite").size();
+        QVERIFY(left < 3000);
+
+        const Outcome edited = runOn("quiet.sqlite", {"edit", "u2999", "Note", "n"});
+        QCOMPARE(edited.status, 1);
+        QVERIFY2(
+            edited.err.contains(path("quiet.sqlite") + u(": the address book is damaged")), qPrintable(edited.err));
+        runOn("other.sqlite", {"import", "-"}, m_people);
+        const Outcome restored = runOn("other.sqlite", {"restore", file("quiet.sqlite")});
+        QCOMPARE(restored.status, 1);
+        QCOMPARE(peopleIn("other.sqlite").size(), 3);
+        const Outcome salvaged = runOn("quiet.sqlite", {"restore", "--salvage", file("quiet-saved.sqlite")});
+        QVERIFY2(
+            salvaged.out.endsWith(u("at least %1 could not be read\n").arg(3000 - left)), qPrintable(salvaged.out));
+        QCOMPARE(read(path("quiet.sqlite")), damaged);
+    }
+
+    void aDamagedPersonComesBackFromTheNewestBackup()
+    {
+        runOn("one.sqlite", {"import", "-"}, m_people);
+        runOn("one.sqlite", {"edit", "c", "Note", "n"}); // makes the backup of the day
+        QCOMPARE(runOn("one.sqlite", {"verify"}).out, u("3 contacts, none of them damaged.\n"));
+        const QStringList before = peopleIn("one.sqlite");
+        const QByteArray content = read(path("one.sqlite"));
+        damage(path("one.sqlite"), content.indexOf("a{\"firstName\":\"Ann\"") + 15, QByteArray("E"));
+
+        QVERIFY2(runOn("one.sqlite", {"people"}).err.startsWith(path("one.sqlite") + u(": a is damaged: ")), "silent");
+        const Outcome edited = runOn("one.sqlite", {"edit", "a", "Note", "n"});
+        QCOMPARE(edited.status, 1);
+        QVERIFY2(edited.err.contains(u("a: is damaged: it is not as it was saved and cannot be changed")),
+            qPrintable(edited.err));
+        QCOMPARE(runOn("one.sqlite", {"edit", "b", "Note", "m"}).status, 0);
+        QCOMPARE(runOn("one.sqlite", {"backup", file("one-backup")}).status, 1);
+        const Outcome verified = runOn("one.sqlite", {"verify"});
+        QCOMPARE(verified.status, 1);
+        QVERIFY2(verified.out.startsWith(u("a: is damaged: it is not as it was saved; whole in ")),
+            qPrintable(verified.out));
+        QCOMPARE(verified.out.count(u'\n'), 1);
+        const std::string backup = verified.out.trimmed().section(u("; whole in "), 1).toStdString();
+        QCOMPARE(runOn("one.sqlite", {"restore", "--only", "a", backup}).out, u("Restored: 1 changed.\n"));
+        QCOMPARE(runOn("one.sqlite", {"verify"}).status, 0);
+        QCOMPARE(peopleIn("one.sqlite")[0], before[0]);
+    }
+
+    void filesThatWereCutShort()
+    {
+        makeLargeBook("cut.sqlite");
+        runOn("cut.sqlite", {"edit", "u1", "Note", "n"}); // makes the backup of the day
+        QVERIFY(QFile::resize(path("cut.sqlite"), QFileInfo(path("cut.sqlite")).size() - 4 * 4096LL));
+        QCOMPARE(runOn("cut.sqlite", {"restore", "--salvage", file("cut-saved.sqlite")}).status, 0);
+        QVERIFY(peopleIn("cut-saved.sqlite").size() > 2000);
+
+        QVERIFY(QFile::resize(path("cut.sqlite"), 0));
+        const Outcome emptied = runOn("cut.sqlite", {"people"});
+        QCOMPARE(emptied.status, 1);
+        QVERIFY2(emptied.err.contains(u("; its newest backup is ")), qPrintable(emptied.err));
+        QVERIFY(QFile::link(path("cut.sqlite"), path("link.sqlite")));
+        QVERIFY(runOn("link.sqlite", {"people"}).err.contains(u("; its newest backup is ")));
+        QCOMPARE(QFileInfo(path("cut.sqlite")).size(), 0);
+    }
+
+    /// A log beside a file is of a program that has it open or was killed: it may hold what the file does not.
+    void logsOfOthersAreNeverAdopted()
+    {
+        for (const char *suffix : {"-wal", "-shm"}) {
+            QFile log(path("logged.sqlite") + u(suffix));
+            QVERIFY(log.open(QIODevice::WriteOnly));
+            runOn("plain.sqlite", {"import", "-"}, m_people);
+            for (const Outcome &refused : {runOn("plain.sqlite", {"backup", "--replace", file("logged.sqlite")}),
+                     runOn("logged.sqlite", {"people"})}) {
+                QCOMPARE(refused.status, 1);
+                QVERIFY2(refused.err.contains(log.fileName()), qPrintable(refused.err));
+            }
+            QVERIFY(!QFile::exists(path("logged.sqlite")) && log.exists());
+            QVERIFY(log.remove());
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TrustCommandTest)
+#include "TrustCommandTest.moc"

@@ -1,0 +1,359 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/stores/open/OpenStore.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
+#include "support/FailingStore.h"
+#include "support/MemoryStore.h"
+#include "support/PrivateDesktop.h"
+#include "support/TestPeople.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using Kind = ChangeCause::Kind;
+using StorePtr = std::unique_ptr<AddressBookStore>;
+
+/// The history and what restores do with it, on every kind of store.
+class HistoryTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    static constexpr std::array kKinds{"memory", "sqlite", "failing", "eds"};
+    PrivateDesktop m_desktop{20};
+    int m_usedBooks = 0;
+    QDateTime m_now = currentTime();
+
+    using Opener = std::function<StorePtr()>;
+
+    Opener openerOf(const QString &kind)
+    {
+        if (kind == u("eds")) {
+            const QString where = u("eds:book%1").arg(m_usedBooks++);
+            return [where]() -> StorePtr { return std::move(*openStore(where)); };
+        }
+        const Clock clock = [this] { return m_now; };
+        if (kind == u("sqlite")) {
+            const auto folder = std::make_shared<QTemporaryDir>();
+            return [folder, clock]() -> StorePtr {
+                return std::move(*SqliteStore::open(folder->filePath(QStringLiteral("book")), clock));
+            };
+        }
+        const auto book = std::make_shared<MemoryStore::Book>();
+        if (kind == u("memory"))
+            return [book, clock] { return std::make_unique<MemoryStore>(book, clock); };
+        return [book, clock] { return std::make_unique<FailingStore>(std::make_unique<MemoryStore>(book, clock), 0); };
+    }
+
+    static std::shared_ptr<ABAddressBook> bookOf(StorePtr store) { return *ABAddressBook::open(std::move(store)); }
+
+    static void addStores()
+    {
+        QTest::addColumn<QString>("kind");
+        for (const char *kind : kKinds)
+            QTest::newRow(kind) << u(kind);
+    }
+
+    bool isMissing(const QString &kind) const { return kind == u("eds") && !m_desktop.problem().isEmpty(); }
+
+    static QString u(const char *text) { return QString::fromLatin1(text); }
+
+    static PersonRecordPtr record(const char *json) { return recordFromText(json).record; }
+
+    static PersonRecordPtr withLine(const char *json, const char *line)
+    {
+        auto record = std::make_shared<PersonRecord>(*recordFromText(json).record);
+        record->setKeptLines({{u(line), QString()}});
+        return record;
+    }
+
+    static void addPeople(ABAddressBook &book, const std::vector<StoredRecord> &people)
+    {
+        const CauseScope cause(Kind::Import, u("people.vcf"));
+        for (const auto &[uid, each] : people)
+            QVERIFY(book.addRecord(std::make_shared<ABPerson>(uid, each)));
+        QVERIFY(book.save());
+    }
+
+    static void setName(ABAddressBook &book, const QString &uid, const QString &name)
+    {
+        const CauseScope cause(Kind::Edit, u("First Name"));
+        QVERIFY(book.personWithUniqueId(uid)->setValue(name, kABFirstNameProperty));
+        QVERIFY(book.save());
+    }
+
+    /// What a merge does: a save for each removal, one for the addition.
+    static void merge(ABAddressBook &book, const QStringList &uids, const StoredRecord &merged)
+    {
+        const CauseScope cause(Kind::Repair, u("Duplicate contacts: Merge contacts"));
+        for (const QString &uid : uids) {
+            QVERIFY(book.removeRecord(book.personWithUniqueId(uid)));
+            QVERIFY(book.save());
+        }
+        QVERIFY(book.addRecord(std::make_shared<ABPerson>(merged.uid, merged.record)));
+        QVERIFY(book.save());
+    }
+
+    /// A step a line, newest first: what it was and what it did.
+    static QString linesOf(ABAddressBook &book)
+    {
+        const auto history = book.history();
+        if (!history)
+            return history.error().text;
+        QStringList lines;
+        for (const ChangeSummary &step : *history)
+            lines += u("%1 +%2 ~%3 -%4").arg(textOf(step.cause)).arg(step.added).arg(step.changed).arg(step.removed);
+        return lines.join(u'\n');
+    }
+
+    static QString idOf(ABAddressBook &book, std::size_t place) { return (*book.history())[place].cause.id; }
+
+    /// Uid and first name of everybody, sorted, as stores order them differently.
+    static QString peopleIn(ABAddressBook &book)
+    {
+        QStringList texts;
+        for (const auto &[person, now] : *book.snapshot()) {
+            const QString *name = now->text(kABFirstNameProperty);
+            texts += person->uniqueId() + u'=' + (name ? *name : u("-"));
+        }
+        texts.sort();
+        return texts.join(u' ');
+    }
+
+    static Result<void> restore(ABAddressBook &book, const QStringList &ids)
+    {
+        const auto plan = book.planRestore(ids);
+        return plan ? book.apply(*plan) : plan.error();
+    }
+
+private Q_SLOTS:
+    void causesGroupTheirSaves_data() { addStores(); }
+    void causesGroupTheirSaves()
+    {
+        QFETCH(QString, kind);
+        if (isMissing(kind))
+            QSKIP(qPrintable(m_desktop.problem()));
+        const auto open = openerOf(kind);
+        {
+            const auto book = bookOf(open());
+            addPeople(*book,
+                {{u("a"), record("{'firstName':'A'}")}, {u("b"), record("{'firstName':'B'}")},
+                    {u("c"), record("{'firstName':'C'}")}});
+            setName(*book, u("a"), u("A2"));
+            merge(*book, {u("a"), u("b"), u("c")}, {u("m"), record("{'firstName':'M'}")});
+        }
+        const auto book = bookOf(open()); // after a restart
+        QCOMPARE(linesOf(*book),
+            u("repair: Duplicate contacts: Merge contacts +1 ~0 -3\nedit: First Name +0 ~1 -0\n"
+              "import: people.vcf +3 ~0 -0"));
+        const auto edit = book->historyStep(idOf(*book, 1));
+        QVERIFY(edit);
+        QCOMPARE(edit->changes.size(), std::size_t(1));
+        QCOMPARE(*edit->changes[0].before->text(kABFirstNameProperty), u("A"));
+        QCOMPARE(*edit->changes[0].after->text(kABFirstNameProperty), u("A2"));
+        const auto repair = book->historyStep(idOf(*book, 0));
+        QCOMPARE(repair->changes.size(), std::size_t(4));
+        QVERIFY(!repair->changes[0].after && !repair->changes[0].afterIsLost);
+        QVERIFY(!repair->changes[3].before);
+        QCOMPARE(*repair->changes[3].after->text(kABFirstNameProperty), u("M"));
+        const auto unknown = book->historyStep(u("unknown"));
+        QVERIFY(!unknown);
+        QCOMPARE(unknown.error().kind, ErrorKind::NotFound);
+    }
+
+    void aMergeIsRestoredAsOneStep_data() { addStores(); }
+    void aMergeIsRestoredAsOneStep()
+    {
+        QFETCH(QString, kind);
+        if (isMissing(kind))
+            QSKIP(qPrintable(m_desktop.problem()));
+        const auto open = openerOf(kind);
+        const auto a = withLine("{'firstName':'A','note':'','image':'AAE='}", "X-SHOE-SIZE:42");
+        const auto b = withLine("{'firstName':'B','email':[{'label':'own','value':'x'}]}", "KIND:individual");
+        {
+            const auto book = bookOf(open());
+            addPeople(*book, {{u("a"), a}, {u("b"), b}, {u("c"), record("{'firstName':'C'}")}});
+            merge(*book, {u("a"), u("b"), u("c")}, {u("m"), record("{'firstName':'M'}")});
+        }
+        const auto book = bookOf(open());
+        const auto restored = restore(*book, {idOf(*book, 0)});
+        QVERIFY2(restored, qPrintable(restored ? QString() : restored.error().text));
+        QCOMPARE(peopleIn(*book), u("a=A b=B c=C"));
+        for (const auto &each : {bookOf(open()), book}) {
+            QCOMPARE(peopleIn(*each), u("a=A b=B c=C"));
+            const auto nowA = each->personWithUniqueId(u("a"))->record();
+            QVERIFY(nowA->hasSameValues(*a));
+            QVERIFY(std::ranges::find(nowA->keptLines(), a->keptLines().front()) != nowA->keptLines().end());
+            const auto nowB = each->personWithUniqueId(u("b"))->record();
+            QVERIFY(nowB->hasSameValues(*b));
+            QVERIFY(std::ranges::find(nowB->keptLines(), b->keptLines().front()) != nowB->keptLines().end());
+        }
+        QVERIFY(!book->hasUnsavedChanges());
+        QCOMPARE(
+            linesOf(*book).section(u'\n', 0, 0), u("restore: repair: Duplicate contacts: Merge contacts +3 ~0 -1"));
+        // A restore is a change like any other.
+        QVERIFY(restore(*book, {idOf(*book, 0)}));
+        QCOMPARE(peopleIn(*bookOf(open())), u("m=M"));
+    }
+
+    void whoeverChangedSinceIsLeftAlone_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("deed");
+        QTest::addColumn<QString>("reason");
+        for (const char *kind : kKinds) {
+            QTest::addRow("%s changed", kind) << u(kind) << u("change") << u("a (A3): was changed since");
+            QTest::addRow("%s removed", kind) << u(kind) << u("remove") << u("a (A2): was removed since");
+            QTest::addRow("%s own", kind) << u(kind) << u("own") << u("a (A3): was changed since");
+            QTest::addRow("%s unsaved", kind) << u(kind) << u("unsaved") << u("a (A3): was changed since");
+        }
+    }
+    void whoeverChangedSinceIsLeftAlone()
+    {
+        QFETCH(QString, kind);
+        if (isMissing(kind))
+            QSKIP(qPrintable(m_desktop.problem()));
+        QFETCH(QString, deed);
+        QFETCH(QString, reason);
+        const auto open = openerOf(kind);
+        const auto book = bookOf(open());
+        addPeople(*book, {{u("a"), record("{'firstName':'A'}")}, {u("b"), record("{'firstName':'B'}")}});
+        {
+            const CauseScope cause(Kind::Repair, u("both"));
+            book->personWithUniqueId(u("a"))->setValue(u("A2"), kABFirstNameProperty);
+            book->personWithUniqueId(u("b"))->setValue(u("B2"), kABFirstNameProperty);
+            QVERIFY(book->save());
+        }
+        const QString id = idOf(*book, 0);
+        const auto other = deed == u("own") || deed == u("unsaved") ? book : bookOf(open());
+        if (deed == u("remove"))
+            QVERIFY(other->removeRecord(other->personWithUniqueId(u("a"))));
+        else
+            QVERIFY(other->personWithUniqueId(u("a"))->setValue(u("A3"), kABFirstNameProperty));
+        if (deed != u("unsaved"))
+            QVERIFY(other->save());
+        const QString before = peopleIn(*other);
+        const QString linesBefore = linesOf(*other);
+        const auto restored = restore(*book, {id});
+        QVERIFY(!restored);
+        QCOMPARE(restored.error().kind, ErrorKind::Conflict);
+        QCOMPARE(restored.error().text, reason + u("; nothing was restored"));
+        QCOMPARE(peopleIn(*book), before);
+        QCOMPARE(linesOf(*book), linesBefore);
+        if (deed == u("own")) { // taken back together with what came later it can be done
+            QVERIFY(restore(*book, {id, idOf(*book, 0), id}));
+            QCOMPARE(peopleIn(*bookOf(open())), u("a=A b=B"));
+            QCOMPARE(linesOf(*book).section(u'\n', 0, 0), u("restore: 2 changes +0 ~2 -0"));
+        }
+    }
+
+    void aFailureChangesNothing()
+    {
+        const auto shared = std::make_shared<MemoryStore::Book>();
+        auto failing = std::make_unique<FailingStore>(std::make_unique<MemoryStore>(shared), 0);
+        FailingStore &store = *failing;
+        const auto book = bookOf(std::move(failing));
+        addPeople(*book, {{u("a"), record("{'firstName':'A'}")}, {u("b"), record("{'firstName':'B'}")}});
+        merge(*book, {u("a"), u("b")}, {u("m"), record("{'firstName':'M'}")});
+        const auto plan = book->planRestore({idOf(*book, 0)});
+        QVERIFY(plan);
+        store.failAtCall(store.callCount() + 1);
+        QVERIFY(!book->apply(*plan));
+        QCOMPARE(peopleIn(*book), u("m=M"));
+        QVERIFY(!book->hasUnsavedChanges());
+        QVERIFY(book->apply(*plan));
+        QCOMPARE(peopleIn(*bookOf(std::make_unique<MemoryStore>(shared))), u("a=A b=B"));
+    }
+
+    /// What a failed save left pending is written by a later one, and still belongs to what caused it.
+    void pendingChangesKeepTheirCause()
+    {
+        auto failing = std::make_unique<FailingStore>(std::make_unique<MemoryStore>(), 0);
+        FailingStore &store = *failing;
+        const auto book = bookOf(std::move(failing));
+        addPeople(*book, {{u("a"), record("{'firstName':'A'}")}, {u("b"), record("{'firstName':'B'}")}});
+        {
+            const CauseScope cause(Kind::Deletion, u("A"));
+            store.failAtCall(store.callCount() + 1);
+            QVERIFY(book->removeRecord(book->personWithUniqueId(u("a"))));
+            QVERIFY(!book->save());
+        }
+        setName(*book, u("b"), u("B2"));
+        QStringList lines = linesOf(*book).split(u'\n').mid(0, 2);
+        lines.sort();
+        QCOMPARE(lines, (QStringList{u("deletion: A +0 ~0 -1"), u("edit: First Name +0 ~1 -0")}));
+    }
+
+    void scopesNest()
+    {
+        const CauseScope outer(Kind::Repair, u("outer"));
+        const ChangeCausePtr cause = CauseScope::current();
+        {
+            const CauseScope inner(Kind::Edit, u("inner"));
+            QCOMPARE(CauseScope::current(), cause);
+        }
+        QCOMPARE(CauseScope::current(), cause);
+        QCOMPARE(CauseScope::current()->description, u("outer"));
+    }
+
+    void oldStepsAreForgotten_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<int>("pause"); // days before each later step
+        QTest::addColumn<int>("later");
+        QTest::addColumn<int>("steps"); // that are old
+        QTest::addColumn<int>("left");
+        for (const char *kind : {"memory", "sqlite"}) {
+            QTest::addRow("%s young", kind) << u(kind) << 1 << 89 << 1100 << 1189;
+            QTest::addRow("%s few", kind) << u(kind) << 1 << 400 << 90 << 490;
+            QTest::addRow("%s old and many", kind) << u(kind) << 1 << 91 << 1100 << 1000;
+            QTest::addRow("%s with a wrong clock", kind) << u(kind) << 27'000 << 2 << 1100 << 1102;
+        }
+    }
+    void oldStepsAreForgotten()
+    {
+        QFETCH(QString, kind);
+        QFETCH(int, pause);
+        QFETCH(int, later);
+        QFETCH(int, steps);
+        QFETCH(int, left);
+        m_now = QDateTime(QDate(2026, 1, 1), QTime(12, 0), Qt::UTC);
+        const auto open = openerOf(kind);
+        {
+            const auto store = open();
+            PersonRecordPtr before;
+            for (int i = 0; i < steps + later - 1; ++i) {
+                m_now = m_now.addDays(i < steps ? 0 : pause);
+                auto after = std::make_shared<PersonRecord>();
+                after->setText(kABFirstNameProperty, QString::number(i));
+                QVERIFY(store->commit({{u("a"), before, after}}));
+                before = after;
+            }
+            QVERIFY(store->history()->size() >= std::size_t(steps));
+        }
+        m_now = m_now.addDays(pause);
+        const auto book = bookOf(open());
+        setName(*book, u("a"), u("new"));
+        QCOMPARE(int(book->history()->size()), left);
+        QVERIFY(restore(*book, {idOf(*book, 0)}));
+        QCOMPARE(peopleIn(*book), u("a=%1").arg(steps + later - 2));
+    }
+
+    void aLargeImportIsTakenBack()
+    {
+        const auto open = openerOf(u("sqlite"));
+        const auto book = bookOf(open());
+        std::vector<StoredRecord> people;
+        for (int i = 0; i < 5000; ++i)
+            people.push_back({QString::number(i), record("{'firstName':'A'}")});
+        addPeople(*book, people);
+        QVERIFY(restore(*book, {idOf(*book, 0)}));
+        QVERIFY(book->snapshot()->empty());
+        QVERIFY(!book->personWithUniqueId(u("7")));
+        QVERIFY(restore(*book, {idOf(*book, 0)}));
+        QCOMPARE(bookOf(open())->snapshot()->size(), people.size());
+    }
+};
+
+QTEST_GUILESS_MAIN(HistoryTest)
+#include "HistoryTest.moc"

@@ -1,0 +1,181 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/CommandLine.h"
+#include "contacts/stores/sqlite/BackupFile.h"
+#include "contacts/stores/sqlite/Salvage.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
+#include "support/SqlQuestion.h"
+#include "support/TestPeople.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sstream>
+
+/// Address books of format 1, made by a program of that time, and what that program said of them: of early.sqlite and
+/// its like from before there were causes of changes, too.
+class MigrationTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    QString m_book = m_folder.filePath(QStringLiteral("book.sqlite"));
+    QString m_backup = m_folder.filePath(QStringLiteral("book-version1.sqlite"));
+
+    static QString u(const char *text) { return QString::fromUtf8(text); }
+
+    static QByteArray contentOf(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    /// The kept file alone in the folder.
+    void makeBook(const QString &name)
+    {
+        for (const QString &file : QDir(m_folder.path()).entryList(QDir::Files))
+            QVERIFY(QFile::remove(m_folder.filePath(file)));
+        QVERIFY(QFile::copy(QFINDTESTDATA(u("data/store/") + name + u(".sqlite")), m_book));
+        QVERIFY(QFile::setPermissions(m_book, QFile::ReadOwner | QFile::WriteOwner));
+    }
+
+    int run(std::vector<std::string> arguments, std::ostream &out) const
+    {
+        arguments.insert(arguments.begin(), {"--address-book", m_book.toStdString()});
+        std::istringstream in;
+        std::ostringstream err;
+        Console console{in, out, err};
+        const ExitStatus status = runCommandLine(arguments, console);
+        ABAddressBook::setSharedAddressBook(nullptr); // as the end of the program does: the file is closed
+        return int(status);
+    }
+
+    std::vector<StoredRecord> peopleIn(const QString &path)
+    {
+        auto people = (*SqliteStore::open(path, currentTime, Migration::Backup::None))->loadAll();
+        return people ? *people : std::vector<StoredRecord>();
+    }
+
+    void addKeptFiles()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("version 1") << u("version1");
+        QTest::newRow("before there were causes") << u("version1-early");
+    }
+
+private Q_SLOTS:
+    /// People, their cards, every step of the history with what it proves, and what taking it back gives.
+    void everythingIsAsBefore_data() { addKeptFiles(); }
+    void everythingIsAsBefore()
+    {
+        QFETCH(QString, name);
+        makeBook(name);
+        std::ostringstream said;
+        run({"people"}, said);
+        run({"people", "--format", "vcard"}, said);
+        run({"history", "--json"}, said);
+        std::ostringstream steps;
+        run({"history"}, steps);
+        for (const QString &step : QString::fromStdString(steps.str()).split(u'\n', Qt::SkipEmptyParts)) {
+            const std::string id = step.section(u' ', 0, 0).toStdString();
+            makeBook(name);
+            said << "== " << id << '\n';
+            run({"history", "show", "--json", id}, said);
+            std::ostringstream ignored;
+            const int status = run({"history", "restore", id}, ignored);
+            said << "restored: " << status << '\n';
+            if (status == 0)
+                run({"people"}, said);
+        }
+        QCOMPARE(QByteArray::fromStdString(said.str()), contentOf(QFINDTESTDATA(u("data/store/") + name + u(".txt"))));
+    }
+
+    void theFileAsItWasStaysBesideIt()
+    {
+        makeBook(u("version1"));
+        const auto before = askSql(m_book, "SELECT * FROM person JOIN email ON person = id");
+        const auto people = peopleIn(m_book);
+        QVERIFY(!QFile::exists(m_backup));
+        makeBook(u("version1"));
+        for (int time = 0; time < 2; ++time)
+            QCOMPARE((*SqliteStore::open(m_book))->loadAll()->size(), people.size());
+        QCOMPARE(
+            QDir(m_folder.path()).entryList(QDir::Files), QStringList({u("book-version1.sqlite"), u("book.sqlite")}));
+        QCOMPARE(askSql(m_book, "PRAGMA user_version"), QStringList(u("2")));
+        QCOMPARE(askSql(m_backup, "PRAGMA user_version"), QStringList(u("1")));
+        QCOMPARE(askSql(m_backup, "SELECT * FROM person JOIN email ON person = id"), before);
+
+        // The next old file of this name gets a backup of another one.
+        const QByteArray backup = contentOf(m_backup);
+        QVERIFY(QFile::remove(m_book) && QFile::copy(m_backup, m_book));
+        QVERIFY(SqliteStore::open(m_book));
+        QCOMPARE(contentOf(m_backup), backup);
+        QVERIFY(QFile::exists(m_folder.filePath(u("book-version1-2.sqlite"))));
+    }
+
+    void aFileThatIsOnlyReadStaysAsItIs()
+    {
+        makeBook(u("version1"));
+        const QByteArray before = contentOf(m_book);
+        const auto people = peopleInFile(m_book);
+        QVERIFY2(people, people ? "" : qPrintable(people.error().text));
+        QCOMPARE(contentOf(m_book), before);
+        QCOMPARE(QDir(m_folder.path()).entryList(QDir::Files), QStringList(u("book.sqlite")));
+        const auto inBook = peopleIn(m_book);
+        QVERIFY(std::ranges::equal(
+            *people, inBook, {}, [](const StoredRecord &each) { return *each.record; },
+            [](const StoredRecord &each) { return *each.record; }));
+    }
+
+    /// Its tables are not where those of a new file are.
+    void aDestroyedFirstPageLosesNobody()
+    {
+        makeBook(u("version1"));
+        const auto people = peopleIn(m_book);
+        QFile file(m_book);
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.write(QByteArray(4096, 'x')) == 4096);
+        file.close();
+        const auto salvaged = salvagePeople(m_book);
+        QVERIFY(salvaged && salvaged->people.size() == people.size() && salvaged->incomplete == 0);
+        for (std::size_t i = 0; i < people.size(); ++i)
+            QVERIFY(*salvaged->people[i].record == *people[i].record);
+    }
+
+    /// People who are salvaged as whole are as they were.
+    void whatIsLeftOfADamagedFileIsSalvaged_data() { addKeptFiles(); }
+    void whatIsLeftOfADamagedFileIsSalvaged()
+    {
+        QFETCH(QString, name);
+        makeBook(name);
+        const QByteArray whole = contentOf(m_book);
+        const auto people = peopleIn(m_book);
+        constexpr qsizetype kPage = 4096;
+        qsizetype salvages = 0;
+        for (qsizetype page = kPage; page < whole.size(); page += kPage) {
+            QByteArray damaged = whole;
+            damaged.replace(page, kPage, QByteArray(kPage, '\x55'));
+            makeBook(name);
+            QFile file(m_book);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(damaged) == damaged.size());
+            file.close();
+            const auto salvaged = salvagePeople(m_book);
+            if (!salvaged)
+                continue;
+            ++salvages;
+            qint64 changed = 0;
+            for (const StoredRecord &each : salvaged->people) {
+                const auto same = std::ranges::find(people, each.uid, &StoredRecord::uid);
+                QVERIFY(same != people.end());
+                changed += *same->record == *each.record ? 0 : 1;
+            }
+            QVERIFY2(changed <= salvaged->incomplete, qPrintable(QString::number(page / kPage)));
+            QVERIFY(qint64(people.size()) <= qint64(salvaged->people.size()) + salvaged->lost);
+        }
+        QVERIFY2(salvages > whole.size() / kPage / 2, qPrintable(QString::number(salvages)));
+    }
+};
+
+QTEST_GUILESS_MAIN(MigrationTest)
+#include "MigrationTest.moc"

@@ -1,0 +1,693 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/stores/sqlite/SqliteStore.h"
+#include "contacts/stores/sqlite/AddressBookFile.h"
+#include "contacts/stores/sqlite/BackupFile.h"
+#include "contacts/stores/sqlite/Salvage.h"
+#include "support/TestPeople.h"
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Exception.h>
+
+#include <QFile>
+#include <QHash>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <array>
+#include <csignal>
+#include <future>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+/// What is particular to the store in a file: which files it takes, what stands in them, and that they survive
+/// anything.
+class SqliteStoreTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    int m_files = 0;
+
+    static QString u(const char *text) { return QString::fromUtf8(text); }
+    QString newPath() { return m_folder.filePath(QString::number(++m_files) + u("/new folder/book.sqlite")); }
+
+    static std::unique_ptr<SqliteStore> open(const QString &path)
+    {
+        auto store = SqliteStore::open(path);
+        if (!store)
+            qFatal("%s", qPrintable(store.error().text));
+        return std::move(*store);
+    }
+
+    static PersonRecordPtr record(const char *json) { return recordFromText(json).record; }
+
+    static QByteArray read(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    static void write(const QString &path, const QByteArray &content)
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(content), content.size());
+    }
+
+    /// What the sqlite3 shell answers.
+    static QByteArray shell(const QString &path, const QByteArray &sql)
+    {
+        QProcess process;
+        process.start(u("sqlite3"), {u("-nullvalue"), u("NULL"), path, QString::fromUtf8(sql)});
+        process.waitForFinished();
+        return QByteArray(process.readAllStandardOutput() + process.readAllStandardError()).trimmed();
+    }
+
+private Q_SLOTS:
+    void aNewFileIsPrivate()
+    {
+        const QString path = newPath();
+        const auto store = open(path);
+        QVERIFY(store->commit({{u("a"), nullptr, record("{'note':'x'}")}}));
+        const auto ofOwner = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+        for (const char *suffix : {"", "-wal", "-shm"})
+            QCOMPARE(QFile::permissions(path + u(suffix)), ofOwner);
+        QCOMPARE(QFile::permissions(QFileInfo(path).path()) & ~ofOwner, QFile::ExeOwner | QFile::ExeUser);
+        QCOMPARE(QDir(QFileInfo(path).path()).entryList(QDir::Files).size(), 3); // nothing temporary is left
+    }
+
+    void theDefaultFollowsTheDesktopsRules()
+    {
+        qputenv("XDG_DATA_HOME", "/some/where");
+        QCOMPARE(SqliteStore::defaultPath(), u("/some/where/peoplenook/addressbook.sqlite"));
+        qunsetenv("XDG_DATA_HOME");
+        QCOMPARE(SqliteStore::defaultPath(), QDir::homePath() + u("/.local/share/peoplenook/addressbook.sqlite"));
+    }
+
+    void anEmptyFileAndALinkToOneBecomeAddressBooks()
+    {
+        const QString path = m_folder.filePath(u("empty"));
+        const QString link = m_folder.filePath(u("link"));
+        write(path, {});
+        QVERIFY(QFile::link(path, link));
+        QVERIFY(open(link)->commit({{u("a"), nullptr, record("{}")}}));
+        QVERIFY(QFileInfo(link).isSymLink());
+        QCOMPARE(open(path)->loadAll()->size(), std::size_t(1));
+    }
+
+    void otherFilesAreRefusedAndLeftAlone_data()
+    {
+        QTest::addColumn<QByteArray>("preparation"); // run by the shell on an address book with one person
+        QTest::addColumn<QByteArray>("content"); // or the file's whole content
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("text") << QByteArray() << QByteArray(300, 'x') << u("is no address book");
+        QTest::newRow("short") << QByteArray() << QByteArray("SQLite format 3") << u("is no address book");
+        QTest::newRow("other database") << QByteArray("PRAGMA application_id = 7") << QByteArray()
+                                        << u("is no address book");
+        QTest::newRow("newer") << QByteArray("PRAGMA user_version = 3") << QByteArray() << u("newer version");
+        QTest::newRow("no table") << QByteArray("DROP TABLE history") << QByteArray() << u("is damaged");
+        int number = 0;
+        for (const char *sql : {"CREATE TRIGGER t AFTER INSERT ON contact BEGIN DELETE FROM history; END",
+                 "CREATE VIRTUAL TABLE t USING fts5(a)",
+                 "DROP TABLE image; CREATE VIEW image AS WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM "
+                 "r) SELECT n AS hash, n AS bytes FROM r"})
+            QTest::addRow("strange %d", number++) << QByteArray(sql) << QByteArray() << u("is no address book as");
+    }
+    void otherFilesAreRefusedAndLeftAlone()
+    {
+        QFETCH(QByteArray, preparation);
+        QFETCH(QByteArray, content);
+        QFETCH(QString, reason);
+        const QString path = m_folder.filePath(u(QTest::currentDataTag()));
+        if (content.isEmpty()) {
+            QVERIFY(open(path)->commit({{u("a"), nullptr, record("{'firstName':'A'}")}}));
+            QCOMPARE(shell(path, QByteArray(preparation + "; PRAGMA wal_checkpoint(TRUNCATE)")).right(5),
+                QByteArray("0|0|0"));
+        } else {
+            write(path, content);
+        }
+        const QByteArray before = read(path);
+        const auto store = SqliteStore::open(path);
+        QVERIFY(!store);
+        QCOMPARE(store.error().kind, ErrorKind::Invalid);
+        QVERIFY2(
+            store.error().text.startsWith(path) && store.error().text.contains(reason), qPrintable(store.error().text));
+        QCOMPARE(read(path), before);
+    }
+
+    void aDamagedFileIsRefused_data()
+    {
+        QTest::addColumn<bool>("cut");
+        QTest::newRow("cut off") << true;
+        QTest::newRow("written over") << false;
+    }
+    void aDamagedFileIsRefused()
+    {
+        QFETCH(bool, cut);
+        const QString path = newPath();
+        {
+            const auto store = open(path);
+            std::vector<RecordChange> people;
+            for (int i = 0; i < 500; ++i)
+                people.push_back(
+                    {QString::number(i), nullptr, record("{'note':'0123456789012345678901234567890123456789'}")});
+            QVERIFY(store->commit(people));
+        }
+        QByteArray content = read(path);
+        if (cut)
+            content.truncate(content.size() / 2);
+        else
+            content.replace(content.size() / 4, content.size() / 2, QByteArray(content.size() / 2, '\x55'));
+        write(path, content);
+        const auto store = SqliteStore::open(path);
+        const auto people = store ? (*store)->loadAll() : Result<std::vector<StoredRecord>>(store.error());
+        QVERIFY(!people);
+        QCOMPARE(people.error().kind, ErrorKind::Invalid);
+        QVERIFY2(people.error().text.contains(u("damaged")), qPrintable(people.error().text));
+        QCOMPARE(read(path), content);
+    }
+
+    void foldersAndPlacesOutOfReachAreRefused()
+    {
+        const auto folder = SqliteStore::open(m_folder.path());
+        QVERIFY(!folder);
+        QVERIFY2(folder.error().text.contains(u("is a folder")), qPrintable(folder.error().text));
+        write(m_folder.filePath(u("file")), "x");
+        const auto below = SqliteStore::open(m_folder.filePath(u("file/book")));
+        QVERIFY(!below);
+        QCOMPARE(below.error().kind, ErrorKind::Io);
+    }
+
+    void noStatementRunsForEver()
+    {
+        const QString path = newPath();
+        open(path);
+        SQLite::Database database = AddressBookFile::connect(path);
+        const auto endless = [&database] {
+            database.execAndGet("WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM r) SELECT max(n) FROM r");
+        };
+        QVERIFY_THROWS_EXCEPTION(SQLite::Exception, endless());
+    }
+
+    void programsThatMakeABookAtOnceLoseNothing()
+    {
+        const int rounds = 60 * std::max(1, qEnvironmentVariableIntValue("PEOPLENOOK_FAULT_ROUNDS"));
+        for (int round = 0; round < rounds; ++round) {
+            const QString path = newPath();
+            QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+            if (round % 2 == 0)
+                write(path, {});
+            std::array<pid_t, 3> children{};
+            for (pid_t &child : children) {
+                child = ::fork();
+                if (child == 0) {
+                    ::usleep(useconds_t(::getpid() * 7919 % 3000));
+                    const auto store = SqliteStore::open(path);
+                    ::_exit(store && (*store)->commit({{QString::number(::getpid()), nullptr, record("{}")}}) ? 0 : 1);
+                }
+            }
+            for (const pid_t child : children) {
+                int status = -1;
+                ::waitpid(child, &status, 0);
+                QCOMPARE(status, 0);
+            }
+            QCOMPARE(open(path)->loadAll()->size(), children.size());
+        }
+    }
+
+    void aFileOfSeveralNamesIsRefused()
+    {
+        const QString path = newPath();
+        open(path);
+        QCOMPARE(::link(qPrintable(path), qPrintable(path + u("2"))), 0);
+        QVERIFY(SqliteStore::open(path).error().text.contains(u("2 names")));
+    }
+
+    void aFileThatCannotBeWrittenIsRefused()
+    {
+        if (::geteuid() == 0)
+            QSKIP("root may write any file");
+        const QString path = newPath();
+        open(path);
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
+        const auto store = SqliteStore::open(path);
+        QVERIFY(!store);
+        QCOMPARE(store.error().kind, ErrorKind::ReadOnly);
+    }
+
+    void aPersonCanReadTheTables()
+    {
+        if (QProcess::execute(u("sqlite3"), {u("--version")}) != 0)
+            QSKIP("the sqlite3 shell is not installed");
+        const QString path = newPath();
+        const auto store = open(path);
+        const auto person =
+            record("{'firstName':'Ann','nickname':'','birthday':'1970-02-03','flags':1,'phone':[],"
+                   "'email':[{'label':'_$!<Home>!$_','value':'ann@example.com'},{'value':'b'}],"
+                   "'address':[{'label':'Boat','value':{'city':'Ulm','countryCode':''}}],'image':'AAE='}");
+        auto a = std::make_shared<PersonRecord>(*person);
+        a->setKeptLines({{u("X-A:\"b"), {}}, {u("TEL:1"), u("TEL")}});
+        QVERIFY(store->commit({{u("a"), nullptr, a}}));
+        QVERIFY(store->commit({{u("a"), a, record("{}")}}));
+        QVERIFY(store->commit({{u("a"), record("{}"), a}}));
+        const auto ask = [&](const char *sql) { return shell(path, sql); };
+        QCOMPARE(ask("SELECT id, uid, firstName, lastName, nickname, birthday, flags FROM person"),
+            QByteArray("1|a|Ann|NULL||1970-02-03|1"));
+        QCOMPARE(ask("SELECT * FROM email"), QByteArray("1|0|_$!<Home>!$_|ann@example.com\n1|1|NULL|b"));
+        QCOMPARE(ask("SELECT * FROM address"), QByteArray("1|0|Boat|NULL|Ulm|NULL|NULL|NULL|"));
+        QCOMPARE(ask("SELECT * FROM emptyList"), QByteArray("1|phone"));
+        QCOMPARE(
+            ask("SELECT person, position, text, basis FROM cardLine"), QByteArray("1|0|X-A:\"b|NULL\n1|1|TEL:1|TEL"));
+        QCOMPARE(ask("SELECT person, hex(bytes) FROM picture"), QByteArray("1|0001"));
+        QCOMPARE(ask("SELECT action, before->>'firstName' FROM history ORDER BY id"),
+            QByteArray("added|NULL\nchanged|Ann\nchanged|NULL"));
+    }
+
+    void whatWasDonePastTheHistoryIsNoticed()
+    {
+        const QString path = newPath();
+        const auto a = record("{'firstName':'A'}");
+        const auto a2 = record("{'firstName':'A2'}");
+        QVERIFY(open(path)->commit({{u("a"), nullptr, a}}));
+        QVERIFY(open(path)->commit({{u("a"), a, a2}}));
+        shell(path, "UPDATE contact SET record = json_set(record, '$.lastName', 'by hand'), digest = NULL");
+        const auto store = open(path);
+        const auto steps = *store->history();
+        const auto later = store->historyStep(steps[0].cause.id);
+        QVERIFY(later->changes[0].afterIsLost && !later->changes[0].after);
+        QVERIFY(!store->historyStep(steps[1].cause.id)->changes[0].afterIsLost);
+        const auto plan = (*ABAddressBook::open(open(path)))->planRestore({steps[0].cause.id});
+        QCOMPARE(plan.error().text, u("a (A2 by hand): was changed since; nothing was restored"));
+    }
+
+    /// Closing any descriptor of the file takes this process's locks back, and the next program that closes the file
+    /// removes the log.
+    void aLogThatWasTakenAwayLosesNothing()
+    {
+        const QString path = newPath();
+        const auto a = record("{'firstName':'A'}");
+        const auto b = record("{'firstName':'B'}");
+        const auto store = open(path);
+        QVERIFY(store->commit({{u("a"), nullptr, a}}));
+        read(path);
+        QVERIFY(shell(path, "DELETE FROM history WHERE 0; PRAGMA wal_checkpoint(TRUNCATE)").startsWith("0|"));
+        QVERIFY(!QFile::exists(path + u("-wal")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u("its log was removed by another program")));
+        QVERIFY(store->commit({{u("a"), a, b}}));
+        QCOMPARE(shell(path, "SELECT firstName FROM person"), QByteArray("B"));
+        QVERIFY(store->takeChangesFromOutside()->size() <= 1); // an echo
+        QVERIFY(open(path)->commit({{u("a"), b, a}}));
+        QVERIFY(*store->takeChangesFromOutside()->front().now == *a);
+    }
+
+    void aFileThatIsNoLongerThereIsNotSavedInto_data()
+    {
+        QTest::addColumn<QString>("other"); // what takes the name; empty: nothing
+        QTest::newRow("moved") << QString();
+        QTest::newRow("replaced") << u("other");
+    }
+    void aFileThatIsNoLongerThereIsNotSavedInto()
+    {
+        QFETCH(QString, other);
+        const QString path = newPath();
+        const auto a = record("{'firstName':'A'}");
+        auto store = open(path);
+        QVERIFY(store->commit({{u("a"), nullptr, a}}));
+        QVERIFY(QFile::rename(path, path + u(".away")));
+        if (!other.isEmpty())
+            write(path, "other");
+        for (int time = 0; time < 2; ++time) {
+            const auto saved = store->commit({{u("b"), nullptr, a}});
+            QVERIFY2(!saved && saved.error().text.contains(u("moved, replaced or removed")), "saved");
+            QVERIFY(store->file().isEmpty());
+        }
+        QVERIFY(other.isEmpty() || (read(path) == "other" && QFile::remove(path)));
+        QCOMPARE(QDir(QFileInfo(path).path()).entryList(QDir::Files), QStringList(u("book.sqlite.away")));
+        QVERIFY(QFile::rename(path + u(".away"), path)); // everything is in it without the log
+        QCOMPARE(open(path)->loadAll()->size(), std::size_t(1));
+        QVERIFY(store->commit({{u("b"), nullptr, a}}));
+        store.reset();
+        QCOMPARE(open(path)->loadAll()->size(), std::size_t(2));
+    }
+
+    /// A child that may be killed leaves a log beside a file that then becomes another one.
+    void aLogOfAnotherFileIsPutAside_data()
+    {
+        QTest::addColumn<bool>("isKilled"); // else it has the file open all the time
+        QTest::addColumn<int>("others"); // people in the file that takes its place; 0: an earlier state of it
+        QTest::addColumn<int>("saves");
+        QTest::newRow("another book") << true << 300 << 400;
+        QTest::newRow("another book, all of the first in the log") << true << 300 << 5;
+        QTest::newRow("a backup") << true << 0 << 400;
+        QTest::newRow("another book, while the first is open") << false << 300 << 5;
+        QTest::newRow("a backup, while the first is open") << false << 0 << 5;
+    }
+    void aLogOfAnotherFileIsPutAside()
+    {
+        QFETCH(bool, isKilled);
+        QFETCH(int, others);
+        QFETCH(int, saves);
+        const QString path = newPath();
+        const QString other = path + u(".other");
+        const auto fill = [](SqliteStore &store, const QString &name, int from, int to) {
+            for (int i = from; i < to; ++i)
+                QVERIFY(store.commit({{name + QString::number(i), nullptr, record("{'note':'0123456789'}")}}));
+        };
+        fill(*open(path), u("a"), 0, saves / 2);
+        if (others > 0)
+            fill(*open(other), u("b"), 0, others);
+        else
+            QVERIFY(QFile::copy(path, other));
+        fill(*open(path), u("a"), saves / 2, saves);
+        std::array<int, 2> ready{};
+        QCOMPARE(::pipe(ready.data()), 0);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const auto store = open(path);
+            fill(*store, u("a"), saves, saves + 40);
+            const auto written = ::write(ready[1], "", 1);
+            ::pause();
+            ::_exit(int(written));
+        }
+        char byte = 0;
+        QCOMPARE(::read(ready[0], &byte, 1), 1);
+        const auto endChild = [child] {
+            ::kill(child, SIGKILL);
+            ::waitpid(child, nullptr, 0);
+        };
+        if (isKilled)
+            endChild();
+        QCOMPARE(::rename(qPrintable(other), qPrintable(path)), 0);
+        const QByteArray before = read(path);
+        QTest::ignoreMessage(QtCriticalMsg, QRegularExpression(u("the log beside it belongs to another address book")));
+        for (int time = 0; time < 2; ++time) {
+            const auto people = open(path)->loadAll();
+            QVERIFY2(people, people ? "" : qPrintable(people.error().text));
+            QCOMPARE(int(people->size()), others > 0 ? others : saves / 2);
+        }
+        if (!isKilled)
+            endChild();
+        QCOMPARE(read(path), before);
+        QVERIFY(QFile::exists(path + u("-wal.unrelated")));
+    }
+
+    /// What SQLite gives back must equal what was saved to the last character, or the next save takes it for a change
+    /// of somebody else.
+    void textsThatBeginWithAByteOrderMarkCanBeSavedTwice()
+    {
+        const auto first = record("{'note':'\\ufeffn','email':[{'label':'\\ufeffl','value':'\\ufeffv'}]}");
+        const auto second = record("{'note':'\\ufeff'}");
+        const QString uid = QChar(QChar::ByteOrderMark) + u("a");
+        const QString path = newPath();
+        const auto store = open(path);
+        QVERIFY(store->commit({{uid, nullptr, first}}));
+        QVERIFY(store->commit({{uid, first, second}}));
+        QCOMPARE(open(path)->loadAll()->front().uid, uid);
+        QVERIFY(*open(path)->loadAll()->front().record == *second);
+    }
+
+    void pipesAreRefusedAtOnce()
+    {
+        const QString path = m_folder.filePath(u("pipe"));
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        const auto store = SqliteStore::open(path);
+        QVERIFY(!store);
+        QCOMPARE(store.error().kind, ErrorKind::Invalid);
+    }
+
+    /// Neither takes what another program wrote for something else, nor loses any of it.
+    void documentsOfOthers_data()
+    {
+        QTest::addColumn<QByteArray>("document"); // of somebody who was {'firstName':'A','email':[]}
+        QTest::addColumn<QString>("refusedLoad");
+        QTest::addColumn<QString>("refusedSave");
+        const auto row = [](const char *name, const char *document, const char *load, const char *save) {
+            QTest::newRow(name) << QByteArray(document) << u(load) << u(save);
+        };
+        row("written otherwise", "{ \"email\": [ ], \"firstName\": \"\\u0041\" }", "", "");
+        row("of a newer program", "{\"firstName\":\"A\",\"email\":[],\"pronouns\":\"x\"}", "",
+            "a: a newer version of this program wrote \"pronouns\", which this one would lose");
+        row("a newer address part", "{\"firstName\":\"A\",\"email\":[],\"address\":[{\"value\":{\"district\":\"x\"}}]}",
+            "", "wrote \"district\"");
+        row("a number for a text", "{\"firstName\":1}", "a: is damaged: \"firstName\" must be a text", "");
+        row("half a surrogate", "{\"note\":\"\\ud800\"}", "a: is damaged: not valid JSON", "");
+        row("no UTF-8", "{\"note\":\"\xff\"}", "a: is damaged: not valid JSON", "");
+        row("no picture of that name", "{\"picture\":\"0\"}", "a: is damaged: its picture is missing", "");
+    }
+    void documentsOfOthers()
+    {
+        QFETCH(QByteArray, document);
+        QFETCH(QString, refusedLoad);
+        QFETCH(QString, refusedSave);
+        const QString path = newPath();
+        const auto a = record("{'firstName':'A','email':[]}");
+        QVERIFY(open(path)->commit({{u("a"), nullptr, a}, {u("b"), nullptr, a}}));
+        QCOMPARE(
+            shell(path,
+                "UPDATE contact SET record = CAST(x'" + document.toHex() + "' AS TEXT), digest = NULL WHERE uid = 'a'"),
+            QByteArray());
+        const auto store = open(path);
+        const auto people = store->loadAll();
+        if (!refusedLoad.isEmpty()) {
+            QVERIFY(!people && people.error().kind == ErrorKind::Invalid);
+            QVERIFY2(people.error().text.startsWith(path + u(": ") + refusedLoad), qPrintable(people.error().text));
+            const auto saved = salvagePeople(path);
+            QCOMPARE(saved->people.size() + std::size_t(saved->lost + saved->incomplete),
+                std::size_t(2 + (saved->incomplete)));
+            QCOMPARE(saved->people.back().uid, u("b"));
+            return;
+        }
+        QCOMPARE(people->size(), std::size_t(2));
+        const auto changed = store->commit({{u("a"), people->front().record, record("{'note':'n'}")}});
+        QCOMPARE(bool(changed), refusedSave.isEmpty());
+        QVERIFY2(changed || changed.error().text.contains(refusedSave), "another reason");
+        QVERIFY(changed || shell(path, "SELECT record FROM contact WHERE uid = 'a'") == document);
+        QVERIFY(store->commit({{u("b"), a, record("{}")}}));
+    }
+
+    /// Nobody who is not as he was saved is read as if he were, and no change makes it look so.
+    void everyFlippedBitOfAPersonIsSeen()
+    {
+        const QString path = newPath();
+        const auto a = record("{'firstName':'Ann','image':'AAECAwQFBgcICQ=='}");
+        QVERIFY(open(path)->commit({{u("uid-of-a"), nullptr, a}, {u("b"), nullptr, record("{}")}}));
+        const QByteArray whole = read(path);
+        const auto flipAll = [&](qsizetype from, qsizetype size, const auto &look) {
+            for (qsizetype bit = from * 8; bit < (from + size) * 8; bit += 9) { // each byte, by turns each bit
+                QByteArray content = whole;
+                content[bit / 8] = char(content[bit / 8] ^ (1 << bit % 8));
+                write(path, content);
+                const auto salvaged = salvagePeople(path);
+                QCOMPARE(salvaged->incomplete + salvaged->lost, 1);
+                look();
+            }
+        };
+        const auto edit = [&](SqliteStore &store, const StoredRecord &stored, ChangeCause::Kind kind) {
+            PersonRecord edited = *stored.record;
+            edited.setText(kABNoteProperty, u("n"));
+            return store.commit(
+                {{stored.uid, stored.record, std::make_shared<const PersonRecord>(edited), makeCause(kind)}});
+        };
+        const qsizetype row = whole.indexOf("uid-of-a{");
+        flipAll(row, whole.indexOf('}', row) + 1 + 8 - row, [&] { // the digest follows the document
+            const auto store = open(path);
+            const auto people = store->loadAll();
+            if (!people)
+                return; // no JSON any more
+            QCOMPARE(store->damagedPeople(), std::vector<QString>{people->front().uid});
+            if (people->front().uid != u("uid-of-a"))
+                return;
+            const auto edited = edit(*store, people->front(), ChangeCause::Kind::Edit);
+            QVERIFY(!edited && edited.error().text.contains(u("uid-of-a: is damaged")));
+            QVERIFY(store->commit({{u("b"), record("{}"), record("{'note':'n'}")}}));
+            const auto restored = edit(*store, people->front(), ChangeCause::Kind::Restore);
+            QVERIFY2(restored, qPrintable(restored ? QString() : restored.error().text));
+            QVERIFY(store->loadAll() && store->damagedPeople().empty());
+        });
+        flipAll(whole.indexOf(*a->imageData()), a->imageData()->size(), [&] {
+            QCOMPARE(faultsInFile(path)->people.size(), std::size_t(1));
+            const auto store = open(path);
+            const auto people = store->loadAll();
+            QVERIFY(!edit(*store, people->front(), ChangeCause::Kind::Repair));
+            QVERIFY(store->commit({{u("uid-of-a"), people->front().record, a, makeCause(ChangeCause::Kind::Restore)}}));
+            QVERIFY(faultsInFile(path)->people.empty());
+        });
+    }
+
+    /// People reported as whole are as they were saved, none is made up, and none is missing without being counted.
+    void salvageIsExact()
+    {
+        const QString path = newPath();
+        QHash<QString, PersonRecordPtr> saved;
+        std::vector<RecordChange> people;
+        for (int i = 0; i < 300; ++i) {
+            PersonRecord person;
+            person.setText(kABNoteProperty, QString(i % 50 == 0 ? 9000 : 100, QChar(u'a' + i % 26)));
+            if (i % 20 == 0)
+                person.setImageData(QByteArray(i % 40 == 0 ? 20'000 : 50, char(i)));
+            people.push_back({QString::number(i), nullptr, std::make_shared<const PersonRecord>(person)});
+            saved.insert(people.back().uid, people.back().after);
+        }
+        QVERIFY(open(path)->commit(people));
+        const QByteArray whole = read(path);
+        constexpr qsizetype kPage = 4096;
+        const auto check = [&](const QByteArray &content, bool isAllThere, qsizetype which) {
+            write(path, content);
+            const auto salvaged = salvagePeople(path);
+            QVERIFY2(salvaged || !isAllThere, qPrintable(QString::number(which)));
+            if (!salvaged)
+                return;
+            qint64 different = 0;
+            for (const auto &[uid, person] : salvaged->people) {
+                QVERIFY(saved.contains(uid));
+                different += *saved[uid] == *person ? 0 : 1;
+            }
+            const QString told = u("%1: %2, %3 incomplete, %4 lost, %5 different")
+                                     .arg(which)
+                                     .arg(salvaged->people.size())
+                                     .arg(salvaged->incomplete)
+                                     .arg(salvaged->lost)
+                                     .arg(different);
+            QVERIFY2(different <= salvaged->incomplete, qPrintable(told));
+            QVERIFY2(qint64(salvaged->people.size()) + salvaged->lost >= 300, qPrintable(told));
+            QVERIFY2(!isAllThere || (salvaged->people.size() == 300 && salvaged->incomplete == 0), qPrintable(told));
+        };
+        for (qsizetype bit = 0; bit < kPage * 8; bit += bit < 800 ? 7 : 509) {
+            QByteArray content = whole;
+            content[bit / 8] = char(content[bit / 8] ^ (1 << bit % 8));
+            check(content, true, bit);
+        }
+        check(QByteArray(kPage, 'x') + whole.sliced(kPage), true, -1);
+        for (qsizetype page = kPage; page < whole.size() - kPage; page += kPage * 7) {
+            for (qsizetype other = page + kPage; other < whole.size(); other += kPage * 11) {
+                QByteArray content = whole;
+                content.replace(page, kPage, whole.sliced(other, kPage));
+                content.replace(other, kPage, whole.sliced(page, kPage));
+                check(content, false, page / kPage * 1000 + other / kPage);
+            }
+        }
+    }
+
+    void picturesStandOnce()
+    {
+        const QString path = newPath();
+        const auto sizeOf = [&path] {
+            shell(path, "PRAGMA wal_checkpoint(TRUNCATE)");
+            return QFileInfo(path).size();
+        };
+        PersonRecord person;
+        person.setImageData(QByteArray(2'000'000, 'x'));
+        auto before = std::make_shared<const PersonRecord>(person);
+        QVERIFY(open(path)->commit({{u("a"), nullptr, before}, {u("b"), nullptr, before}}));
+        const qint64 first = sizeOf();
+        QVERIFY(first < 2'200'000);
+        for (int i = 0; i < 10; ++i) {
+            person.setText(kABFirstNameProperty, QString::number(i));
+            auto after = std::make_shared<const PersonRecord>(person);
+            QVERIFY(open(path)->commit({{u("a"), before, after}}));
+            before = after;
+        }
+        QVERIFY2(sizeOf() < first + 20'000, qPrintable(QString::number(sizeOf() - first)));
+        QVERIFY(*open(path)->loadAll()->front().record == person);
+    }
+
+    /// A child saves numbered states and tells each acknowledged one; it is killed in the middle of it, and the file
+    /// must hold the last state that was told, or the one after.
+    void aKilledProcessLeavesTheLastSavedState()
+    {
+        for (int round = 0; round < 15; ++round) {
+            const QString path = newPath();
+            std::array<int, 2> acknowledged{};
+            QCOMPARE(::pipe(acknowledged.data()), 0);
+            const pid_t child = ::fork();
+            if (child == 0) {
+                const auto store = open(path);
+                auto before = PersonRecordPtr();
+                for (int state = 1;; ++state) {
+                    auto after = std::make_shared<PersonRecord>();
+                    ABMutableMultiValue values;
+                    for (int i = 0; i < 20; ++i)
+                        values.addValue(QString::number(state), QString());
+                    after->setMultiValue(kABEmailProperty, values);
+                    after->setText(kABNoteProperty, QString::number(state));
+                    if (!store->commit({{u("a"), before, after}, {QString::number(state), nullptr, after}}))
+                        ::_exit(1);
+                    if (::write(acknowledged[1], &state, sizeof state) != sizeof state)
+                        ::_exit(1);
+                    before = after;
+                }
+            }
+            ::close(acknowledged[1]);
+            ::usleep(useconds_t(3000 + 2700 * round));
+            ::kill(child, SIGKILL);
+            ::waitpid(child, nullptr, 0);
+            int last = 0;
+            for (int state = 0; ::read(acknowledged[0], &state, sizeof state) == sizeof state;)
+                last = state;
+            ::close(acknowledged[0]);
+
+            const auto people = open(path)->loadAll();
+            QVERIFY2(people, people ? "" : qPrintable(people.error().text));
+            const int held = people->empty() ? 0 : people->front().record->text(kABNoteProperty)->toInt();
+            QVERIFY2(held == last || held == last + 1, qPrintable(u("%1 after %2").arg(held).arg(last)));
+            QCOMPARE(int(people->size()), held == 0 ? 0 : held + 1);
+            if (held > 0) {
+                for (const auto &entry : people->front().record->multiValue(kABEmailProperty)->entries())
+                    QCOMPARE(entry.text().toInt(), held);
+            }
+        }
+    }
+
+    void whatIsSavedDuringALoadIsNoticed()
+    {
+        const QString path = newPath();
+        const auto writer = open(path);
+        std::vector<RecordChange> people;
+        for (int i = 0; i < 3000; ++i)
+            people.push_back({QString::number(i), nullptr, record("{'note':'n','email':[{'value':'e'}]}")});
+        QVERIFY(writer->commit(people));
+        PersonRecordPtr before = people.front().after;
+        for (int round = 0; round < 10; ++round) {
+            const auto after = record(qPrintable(u("{'note':'%1'}").arg(round)));
+            const auto reader = open(path);
+            auto saving = std::async(std::launch::async, [&] { return writer->commit({{u("0"), before, after}}); });
+            const auto loaded = reader->loadAll();
+            QVERIFY(saving.get());
+            const auto changed = reader->takeChangesFromOutside();
+            QVERIFY(*loaded->front().record == *after || (changed->size() == 1 && *changed->front().now == *after));
+            before = after;
+        }
+    }
+
+    void writersWaitForEachOther()
+    {
+        const QString path = newPath();
+        constexpr int kSaves = 40;
+        std::vector<pid_t> children;
+        open(path);
+        for (int writer = 0; writer < 3; ++writer) {
+            children.push_back(::fork());
+            if (children.back() == 0) {
+                const auto store = open(path);
+                for (int i = 0; i < kSaves; ++i) {
+                    if (!store->commit({{u("%1-%2").arg(writer).arg(i), nullptr, record("{}")}}))
+                        ::_exit(1);
+                }
+                ::_exit(0);
+            }
+        }
+        for (const pid_t child : children) {
+            int status = -1;
+            ::waitpid(child, &status, 0);
+            QCOMPARE(status, 0);
+        }
+        QCOMPARE(open(path)->loadAll()->size(), std::size_t(3 * kSaves));
+    }
+};
+
+QTEST_APPLESS_MAIN(SqliteStoreTest)
+#include "SqliteStoreTest.moc"

@@ -1,0 +1,224 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "export/formats/ExportContact.h"
+#include "support/HardContacts.h"
+#include "support/LogCapture.h"
+#include "support/TestPeople.h"
+#include "table/grid/LoadContactsViewController.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <mutex>
+
+namespace {
+
+QString u(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+class Panel : public ExportPanel
+{
+public:
+    std::optional<ExportChoice> choice;
+    void beginSheet(std::function<void(const std::optional<ExportChoice> &)> done) override { done(choice); }
+};
+
+class Delegate : public ContactTableDelegate, public AlertPanel
+{
+public:
+    RowExporter *exporter = nullptr;
+    void makeFreshButtonEnable() override { }
+    RowExporter *rowExporter() override { return exporter; }
+    AlertPanel &alertPanel() override { return *this; }
+    Answer runAlertPanel(const QString &, const QString &, const QString &, const QString &) override
+    {
+        return Answer::Default;
+    }
+};
+
+} // namespace
+
+/// From the contact table to the files: formats, scopes, threads.
+class ExportContactTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+    Delegate m_delegate;
+    Panel m_panel;
+    std::unique_ptr<LoadContactsViewController> m_controller;
+    std::unique_ptr<ExportContact> m_exporter;
+    std::vector<ExportOutcome> m_outcomes;
+    std::mutex m_mutex; // guards the outcomes, which come on the threads of the exports
+
+    QString freshFolder() const
+    {
+        QString path = m_folder.filePath(u(QTest::currentTestFunction()) + u(QTest::currentDataTag()));
+        QDir().mkpath(path);
+        return path;
+    }
+
+    static QByteArray contentOf(const QString &path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    /// As the button for all people does.
+    void exportEverybody(const ExportChoice &choice)
+    {
+        m_panel.choice = choice;
+        m_exporter->setLoadContactsViewController(m_controller.get());
+        m_exporter->setExportArray(m_controller->getTableViewDataArray());
+        m_exporter->setIsExportAllPeople(true);
+        m_exporter->startExport();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        const auto book = sharedBookOf(
+            {"{'uid':'1','firstName':'Ann','lastName':'Lee','phone':[{'label':'_$!<Mobile>!$_','value':'1'}]}",
+                "{'uid':'2','lastName':'Ode','birthday':'2001-02-03'}", "{'uid':'3','firstName':'Cy','note':'n'}"});
+        m_outcomes.clear();
+        m_controller = std::make_unique<LoadContactsViewController>(m_delegate);
+        m_controller->updateTableView(LoadContactsViewController::loadPeople(book));
+        m_controller->getTableView()->setColumns({Field::Birthday, Field::LastName, Field::FirstName});
+        m_exporter = std::make_unique<ExportContact>(m_panel);
+        m_delegate.exporter = m_exporter.get();
+        connect(
+            m_exporter.get(), &ExportContact::exportFinished, this,
+            [this](const ExportOutcome &outcome) {
+                const std::scoped_lock lock(m_mutex);
+                m_outcomes.push_back(outcome);
+            },
+            Qt::DirectConnection);
+    }
+
+    void everyFormatWritesItsFile_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("all");
+        QTest::addColumn<QString>("table");
+        QTest::newRow("excel") << u("Save to Excel") << u("Multi-Contacts.xlsx") << u("Multi-Contacts(0).xlsx");
+        QTest::newRow("html") << u("Save to HTML") << u("Multi-Contacts.html") << u("Multi-Contacts(0).html");
+        QTest::newRow("pages") << u("Save to Pages") << u("Multi-Contacts.pages") << u("Multi-Contacts(0).pages");
+        QTest::newRow("numbers") << u("Save to Numbers") << u("Multi-Contacts.numbers")
+                                 << u("Multi-Contacts(0).numbers");
+        QTest::newRow("docx") << u("Save to Docx") << u("Multi-Contacts.docx") << u("Multi-Contacts(0).docx");
+        QTest::newRow("csv") << u("Save to CSV") << u("Multi-Contacts.csv") << u("allPeople.csv");
+        QTest::newRow("vcard") << u("Save to vCard") << u("export_2.vcf") << u("export_2.vcf");
+        QTest::newRow("txt") << u("Save to TXT") << u("Multi-Contacts.txt") << u("allPeople.txt");
+    }
+    void everyFormatWritesItsFile()
+    {
+        QFETCH(QString, title);
+        const QString folder = freshFolder();
+        const LogCapture log;
+        for (const int tag : {ExportContact::kAllFieldsTag, ExportContact::kTableFieldsTag}) {
+            exportEverybody({folder, title, tag});
+            m_exporter->waitForFinished();
+        }
+        QCOMPARE(m_outcomes.size(), 2U);
+        QCOMPARE(m_outcomes[0].format, title);
+        QCOMPARE(m_outcomes[0].rows, 3);
+        QVERIFY(!m_outcomes[0].report.error && !m_outcomes[1].report.error);
+        QFETCH(QString, all);
+        QFETCH(QString, table);
+        QCOMPARE(m_outcomes[0].report.paths.last(), folder + u'/' + all);
+        QCOMPARE(m_outcomes[1].report.paths.last(), folder + u'/' + table);
+        const QString line = log.of(u("peoplenook.export")).value(0);
+        QVERIFY2(
+            line.startsWith(title + u(": ")) && line.contains(folder) && line.contains(u("3 rows")), qPrintable(line));
+        // The shown fields, for two formats.
+        const bool tells = title == u("Save to Excel") || title == u("Save to Numbers");
+        const QString rows =
+            u("Last Name = Lee; First Name = Ann\nBirthday = 2001-02-03; Last Name = Ode\nFirst Name = Cy");
+        QCOMPARE(log.of(u("peoplenook.export")).count(rows), tells ? 1 : 0);
+    }
+
+    void shownFieldsAreCopiedInTheColumnsOrder()
+    {
+        const QString folder = freshFolder();
+        exportEverybody({folder, u("Save to CSV"), ExportContact::kTableFieldsTag});
+        m_exporter->waitForFinished();
+        QCOMPARE(contentOf(folder + u("/allPeople.csv")),
+            QByteArray("Last Name,First Name,Birthday,\nLee,Ann,     ,\nOde,     ,2001-02-03,\n     ,Cy,     ,\n"));
+        for (const PersonRow &row : m_exporter->copyDictionaryDataSoucre())
+            QVERIFY(!row->person() && !row->contains(Field::FullName));
+    }
+
+    void selectionsAreExportedFromTheBottom()
+    {
+        const QString folder = freshFolder();
+        m_panel.choice = {folder, u("Save to CSV"), ExportContact::kTableFieldsTag};
+        m_controller->exportItem({0, 2});
+        m_exporter->waitForFinished();
+        QCOMPARE(contentOf(folder + u("/allPeople.csv")), QByteArray("First Name,Last Name,\nCy,     ,\nAnn,Lee,\n"));
+        for (const PersonRow &row : m_exporter->exportArray())
+            QVERIFY(!row->person());
+    }
+
+    void choicesThatExportNothing_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<int>("tag");
+        QTest::newRow("no title") << QString() << 1;
+        QTest::newRow("other title") << u("save to CSV") << 1;
+        QTest::newRow("no tag") << u("Save to CSV") << 0;
+        QTest::newRow("other tag") << u("Save to Excel") << 3;
+        QTest::newRow("given up") << u("Save to CSV") << -1;
+    }
+    void choicesThatExportNothing()
+    {
+        QFETCH(QString, title);
+        QFETCH(int, tag);
+        const QString folder = freshFolder();
+        exportEverybody({folder, title, tag});
+        if (tag == -1) {
+            m_panel.choice.reset();
+            m_exporter->startExport();
+        }
+        m_exporter->waitForFinished();
+        QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+    }
+
+    void exportsAtTheSameTimeGoOnWithTheirOwnRows()
+    {
+        const QString folder = freshFolder();
+        constexpr int kExports = 8;
+        for (int i = 0; i < kExports; ++i) {
+            exportEverybody({folder, u("Save to TXT"), ExportContact::kTableFieldsTag});
+            // What happens to the table meanwhile is none of the export's business.
+            m_controller->getTableView()->setColumns({Field::Note});
+            m_controller->updateTableView({});
+            m_controller->updateTableView(LoadContactsViewController::loadPeople(ABAddressBook::sharedAddressBook()));
+            m_controller->getTableView()->setColumns({Field::Birthday, Field::LastName, Field::FirstName});
+        }
+        m_exporter.reset(); // waits
+        QCOMPARE(m_outcomes.size(), std::size_t(kExports));
+        const QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+        QCOMPARE(names.size(), kExports);
+        for (const QString &name : names)
+            QCOMPARE(contentOf(folder + u'/' + name), contentOf(folder + u("/allPeople.txt")));
+        QCOMPARE(contentOf(folder + u("/allPeople.txt")).count('\n'), 4);
+    }
+
+    void failuresAreTold()
+    {
+        const LogCapture log;
+        exportEverybody({freshFolder() + u("/missing"), u("Save to HTML"), ExportContact::kAllFieldsTag});
+        m_exporter->waitForFinished();
+        QVERIFY(m_outcomes.at(0).report.error && m_outcomes[0].report.paths.isEmpty());
+        const QStringList lines = log.of(u("peoplenook.export"));
+        QVERIFY2(lines.join(u' ').contains(u("Multi-Contacts.html: cannot be written: No such file")),
+            qPrintable(lines.join(u'\n')));
+    }
+};
+
+QTEST_GUILESS_MAIN(ExportContactTest)
+#include "ExportContactTest.moc"

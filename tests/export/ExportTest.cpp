@@ -1,0 +1,529 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/cards/RecordJson.h"
+#include "export/formats/ContactText.h"
+#include "export/formats/ExportCSV.h"
+#include "export/formats/ExportTXT.h"
+#include "export/formats/ExportToHtml.h"
+#include "export/formats/ExportVCard.h"
+#include "export/formats/OutputFile.h"
+#include "export/formats/RowBlocks.h"
+#include "export/formats/TextTable.h"
+#include "export/formats/XlsxCreater.h"
+#include "support/FailingBuffer.h"
+#include "support/HardContacts.h"
+#include "support/OtherReader.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <thread>
+
+namespace {
+
+QString u(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void put(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+/// Everything in a folder, hidden files too.
+QStringList namesIn(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+/// What a table of these columns holds, as the readers print it: null where a value is absent or empty.
+QJsonArray cellsOf(const PersonDictionary &row, const ExportColumns &columns)
+{
+    QJsonArray cells;
+    for (const ExportColumn &column : columns) {
+        const QString text = column.field ? row.text(*column.field) : QString();
+        cells.append(text.isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(text));
+    }
+    return cells;
+}
+
+} // namespace
+
+/// The writers of text files, pages, cards and workbooks, and what they share.
+class ExportTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+
+    QString freshFolder() const
+    {
+        QString path = m_folder.filePath(u(QTest::currentTestFunction()) + u'-' + u(QTest::currentDataTag()));
+        QDir(path).removeRecursively();
+        QDir().mkpath(path);
+        return path;
+    }
+
+    static void compareWithGolden(const QByteArray &found, const QString &name)
+    {
+        const QString golden = u("tests/data/export/") + name;
+        if (qEnvironmentVariableIsSet("UPDATE_GOLDEN"))
+            put(golden, found);
+        const QByteArray expected = contentOf(golden);
+        QVERIFY2(!expected.isEmpty(), qPrintable(golden));
+        QCOMPARE(found, expected);
+    }
+
+private Q_SLOTS:
+    void freeNamesAreNumberedFromZero_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QStringList>("taken");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("free") << u("/f/a.csv") << QStringList() << u("/f/a.csv");
+        QTest::newRow("first") << u("/f/a.csv") << QStringList{u("/f/a.csv")} << u("/f/a(0).csv");
+        QTest::newRow("second") << u("/f/a.csv") << QStringList{u("/f/a.csv"), u("/f/a(0).csv")} << u("/f/a(1).csv");
+        QTest::newRow("gap") << u("/f/a.csv") << QStringList{u("/f/a.csv"), u("/f/a(1).csv")} << u("/f/a(0).csv");
+        QTest::newRow("own number goes") << u("/f/a(1).csv") << QStringList{u("/f/a(1).csv"), u("/f/a(1)(0).csv")}
+                                         << u("/f/a(1)(2).csv");
+        QTest::newRow("every number goes")
+            << u("/f/(0)a(0).csv") << QStringList{u("/f/(0)a(0).csv")} << u("/f/a(0).csv");
+        QTest::newRow("a folder's too") << u("/f(0)/a.csv") << QStringList{u("/f(0)/a.csv")} << u("/f/a(0).csv");
+        QTest::newRow("no extension") << u("/f.d/a") << QStringList{u("/f.d/a")} << u("/f.d/a(0)");
+        QTest::newRow("dot at the end") << u("/f/a.") << QStringList{u("/f/a.")} << u("/f/a.(0)");
+        QTest::newRow("hidden") << u("/f/.csv") << QStringList{u("/f/.csv")} << u("/f/.csv(0)");
+    }
+    void freeNamesAreNumberedFromZero()
+    {
+        QFETCH(QString, path);
+        QFETCH(QStringList, taken);
+        QTEST(Function::GetOutPutFile(path, [&](const QString &candidate) { return taken.contains(candidate); }),
+            "expected");
+    }
+
+    void manyWritersAtOnceGetDifferentNames()
+    {
+        const QString folder = freshFolder();
+        constexpr int kWriters = 16;
+        std::vector<std::thread> writers;
+        for (int i = 0; i < kWriters; ++i) {
+            writers.emplace_back([&folder, i] {
+                const auto written = OutputFile::write(folder + u("/a.txt"), [i](QIODevice &target) -> Result<void> {
+                    target.write(QByteArray::number(i));
+                    return {};
+                });
+                if (!written)
+                    qWarning("%s", qPrintable(written.error().text));
+            });
+        }
+        for (std::thread &writer : writers)
+            writer.join();
+        QStringList found;
+        for (const QString &name : namesIn(folder))
+            found += u(contentOf(folder + u'/' + name));
+        QCOMPARE(found.size(), kWriters);
+        QCOMPARE(QSet<QString>(found.begin(), found.end()).size(), kWriters);
+        QVERIFY(QFile::exists(folder + u("/a(14).txt")));
+    }
+
+    void linksAreNotFollowed_data()
+    {
+        QTest::addColumn<bool>("replace");
+        QTest::newRow("free name") << false;
+        QTest::newRow("replaced") << true;
+    }
+    void linksAreNotFollowed()
+    {
+        QFETCH(bool, replace);
+        const QString folder = freshFolder();
+        put(folder + u("/precious"), "mine");
+        for (const auto &[link, target] : {std::pair("/a.txt", "/precious"), std::pair("/b.txt", "/nothing")})
+            QVERIFY(QFile::link(folder + u(target), folder + u(link)));
+        const auto ifTaken = replace ? OutputFile::IfTaken::Replace : OutputFile::IfTaken::TakeFreeName;
+        for (const char *name : {"/a.txt", "/b.txt"}) {
+            const auto fill = [](QIODevice &target) -> Result<void> {
+                target.write("new");
+                return {};
+            };
+            const auto written = OutputFile::write(folder + u(name), fill, ifTaken);
+            QVERIFY2(written, qPrintable(written ? QString() : written.error().text));
+            QCOMPARE(contentOf(*written), QByteArray("new"));
+            QVERIFY(!QFileInfo(*written).isSymLink());
+            QCOMPARE(*written == folder + u(name), replace);
+        }
+        QCOMPARE(contentOf(folder + u("/precious")), QByteArray("mine"));
+        QVERIFY(!QFile::exists(folder + u("/nothing")));
+    }
+
+    void failuresLeaveNothing()
+    {
+        const QString folder = freshFolder();
+        for (const auto ifTaken : {OutputFile::IfTaken::Replace, OutputFile::IfTaken::TakeFreeName}) {
+            const auto failing = [](QIODevice &target) -> Result<void> {
+                target.write("half");
+                return Error{ErrorKind::Io, u("disk on fire")};
+            };
+            const auto written = OutputFile::write(folder + u("/a.txt"), failing, ifTaken);
+            QVERIFY(!written);
+            QCOMPARE(written.error().text, folder + u("/a.txt: cannot be written: disk on fire"));
+        }
+        QVERIFY(OutputFile::create(folder + u("/b.txt"), OutputFile::IfTaken::Replace)); // and given up at once
+        QCOMPARE(namesIn(folder), QStringList());
+        QDir(folder).mkdir(u("c.txt"));
+        const auto fill = [](QIODevice &) { return Result<void>(); };
+        QVERIFY(!OutputFile::write(folder + u("/c.txt"), fill, OutputFile::IfTaken::Replace));
+        QVERIFY(!OutputFile::write(folder + u("/missing/a.txt"), fill));
+        QCOMPARE(namesIn(folder), QStringList(u("c.txt")));
+    }
+
+    void numberInAFoldersNameDoesNotMisleadForGood()
+    {
+        const QString folder = freshFolder() + u("/f(0)");
+        QDir().mkpath(folder);
+        ExportReport report;
+        for (int i = 0; i < 2; ++i)
+            QVERIFY(ExportCSV().writeCSVFileWithArray({}, folder, true, &report));
+        QCOMPARE(namesIn(folder), QStringList({u("Multi-Contacts(1).csv"), u("Multi-Contacts.csv")}));
+        // Now there is one without the number, mostly on another file system.
+        const QString memory = u("/dev/shm");
+        const QTemporaryDir other(
+            (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + u("/peoplenook-XXXXXX"));
+        QVERIFY(QFile::link(other.path(), folder.chopped(3)));
+        QVERIFY(ExportCSV().writeCSVFileWithArray({}, folder, true, &report));
+        QCOMPARE(namesIn(other.path()), QStringList(u("Multi-Contacts(0).csv")));
+        QCOMPARE(contentOf(other.filePath(u("Multi-Contacts(0).csv"))), contentOf(folder + u("/Multi-Contacts.csv")));
+    }
+
+    void fixedColumns()
+    {
+        QCOMPARE(allFieldsColumns().size(), 92U);
+        QCOMPARE(allFieldsColumnsWithoutPhonetic().size(), 90U);
+        QStringList unknown;
+        for (const ExportColumn &column : allFieldsColumns()) {
+            if (!column.field)
+                unknown += column.label;
+        }
+        QCOMPARE(unknown, QStringList({u("Home Stat"), u("Birthady")}));
+    }
+
+    void texts_data()
+    {
+        QTest::addColumn<QString>("extension");
+        QTest::addColumn<bool>("allFields");
+        for (const char *extension : {"csv", "txt", "html"}) {
+            for (const bool allFields : {true, false})
+                QTest::addRow("%s %s", extension, allFields ? "all" : "table") << u(extension) << allFields;
+        }
+    }
+    void texts()
+    {
+        QFETCH(QString, extension);
+        QFETCH(bool, allFields);
+        const QString folder = freshFolder();
+        // A page of all fields is large; its cells are compared elsewhere.
+        const bool isLargePage = allFields && extension == u"html";
+        PersonRows rows = hardRows();
+        if (isLargePage)
+            rows.resize(2);
+        else if (!allFields)
+            rows.erase(rows.begin());
+        ExportReport report;
+        if (extension == u"csv")
+            QVERIFY(ExportCSV().writeCSVFileWithArray(rows, folder, allFields, &report));
+        else if (extension == u"txt")
+            QVERIFY(ExportTXT().writeTXTFileWithArray(rows, folder, allFields, &report));
+        else
+            report = ExportToHtml(rows, folder + u("/Multi-Contacts"), allFields).writeHtml();
+        const QString name = allFields || extension == u"html" ? u("Multi-Contacts.") : u("allPeople.");
+        QCOMPARE(report.paths, QStringList(folder + u'/' + name + extension));
+        QVERIFY(!report.error);
+        compareWithGolden(contentOf(report.paths.front()), (allFields ? u("all.") : u("table.")) + extension);
+    }
+
+    void onePersonsFiles()
+    {
+        const QString folder = freshFolder();
+        const PersonRow ann = rowOf({{Field::LastName, u("Lee")}, {Field::Birthday, u("2001-02-03")}});
+        QVERIFY(ExportCSV().writeCSVFileWithDictionary(*ann, folder));
+        QVERIFY(ExportTXT().writeTXTFileWithDictionary(*ann, folder));
+        QVERIFY(ExportTXT().writeTXTFileWithDictionary(PersonDictionary(), folder));
+        QCOMPARE(contentOf(folder + u("/(null)Lee.csv")), QByteArray("Last Name,Birthday,\nLee,2001-02-03,"));
+        QCOMPARE(contentOf(folder + u("/(null)Lee.txt")),
+            QByteArray("\"Last Name\"     \"Birthday\"     \n\"Lee\"   \"2001-02-03\"   "));
+        QCOMPARE(contentOf(folder + u("/(null)(null).txt")), QByteArray("\n"));
+        ExportReport report;
+        const PersonRow traveller = rowOf({{Field::FirstName, u("../../up")}, {Field::LastName, u("x")}});
+        QVERIFY(!ExportCSV().writeCSVFileWithDictionary(*traveller, folder, &report));
+        QVERIFY(report.error && report.error->text.contains(u("../../upx.csv")));
+    }
+
+    void emptyExports()
+    {
+        const QString folder = freshFolder();
+        QVERIFY(ExportCSV().writeCSVFileWithArray({}, folder, false));
+        QCOMPARE(contentOf(folder + u("/allPeople.csv")), QByteArray("\n"));
+        QVERIFY(!ExportVCard().exportVcardWithArray({}, folder));
+        const ExportReport page = ExportToHtml({}, folder + u("/page"), true).writeHtml();
+        QVERIFY(contentOf(page.paths.value(0)).contains("<body"));
+        QVERIFY(!contentOf(page.paths.value(0)).contains("<table"));
+        QVERIFY(!XlsxCreater({}, folder + u("/sheet"), false).startConvert().error);
+        QCOMPARE(namesIn(folder), QStringList({u("allPeople.csv"), u("page.html"), u("sheet.xlsx")}));
+    }
+
+    void devicesMayFailAtAnyByte()
+    {
+        const PersonRows rows = hardRows();
+        TextRepairs repairs;
+        QBuffer whole;
+        whole.open(QIODevice::WriteOnly);
+        QVERIFY(ExportToHtml(rows, {}, true).writePage(whole, repairs));
+        for (qint64 capacity = 0; capacity <= whole.size(); capacity += capacity < 10 ? 1 : 9973) {
+            FailingBuffer target(std::min(capacity, whole.size() - 1));
+            const auto written = ExportToHtml(rows, {}, true).writePage(target, repairs);
+            QVERIFY(!written);
+            QCOMPARE(written.error().text, u("No space left on device"));
+        }
+    }
+
+    void textsOfAnyLengthBecomeUtf8()
+    {
+        for (qsizetype size = 0; size < 44; ++size) {
+            for (qsizetype at = 0; at <= size; ++at) {
+                QString text;
+                for (qsizetype i = 0; i < size; ++i)
+                    text += QChar(char16_t(0x7f - i));
+                if (at < size)
+                    text[at] = QChar(0x80 << at % 8);
+                FailingBuffer target(200);
+                Utf8Output output(target);
+                output.write(text);
+                QVERIFY(output.finish());
+                QCOMPARE(target.data(), text.toUtf8());
+            }
+        }
+    }
+
+    void fullNamesAreWrittenAsTheyAreMade()
+    {
+        constexpr TextTableStyle kStyle{"<", ">", "<", ">", "-"};
+        const ExportColumns columns{{u("N"), Field::Note}, {u("F"), Field::FullName}, {u("L"), Field::LastName}};
+        const QString face = u("😀");
+        PersonRows rows;
+        QByteArray expected = "<N><F><L>\n";
+        const auto add = [&](const QString &first, const QString &last, const QByteArray &line) {
+            PersonRecord record;
+            if (!first.isNull())
+                record.setText(kABFirstNameProperty, first);
+            if (!last.isNull())
+                record.setText(kABLastNameProperty, last);
+            const auto person =
+                std::make_shared<ABPerson>(QString::number(rows.size()), std::make_shared<PersonRecord>(record));
+            rows.push_back(std::make_shared<PersonDictionary>(prasePerson(person, DictionaryForm::Table)));
+            expected += line;
+        };
+        add(u("Åsa"), u("Öst"), "-<ÅsaÖst><Öst>\n");
+        add({}, u("Öst"), "-<(null)Öst><Öst>\n");
+        add(u("Bo"), {}, "-<Bo(null)>-\n");
+        add(u(""), u(""), "-<><>\n");
+        add(face.first(1), face.last(1), "-<😀><\uFFFD>\n"); // joined, two halves are one
+        auto edited = *rows.front();
+        edited.setValue(u("New"), Field::FullName);
+        rows.push_back(std::make_shared<PersonDictionary>(edited));
+        expected += "-<New><Öst>\n";
+        rows.push_back(rows[1]);
+        expected += "-<(null)Öst><Öst>\n";
+        FailingBuffer target(1000);
+        QVERIFY(writeTextTable(target, rows, columns, kStyle));
+        QCOMPARE(target.data(), expected);
+    }
+
+    void rowsAreMadeInBlocksAndWrittenInOrder_data()
+    {
+        QTest::addColumn<int>("count");
+        for (const int count : {0, 1, 512, 513, 2'100, 20'000})
+            QTest::addRow("%d", count) << count;
+    }
+    void rowsAreMadeInBlocksAndWrittenInOrder()
+    {
+        QFETCH(int, count);
+        constexpr TextTableStyle kStyle{"", ",", "", ",", " ,"};
+        const ExportColumns columns{{u("A"), Field::FirstName}, {u("B"), Field::LastName}, {u("C"), Field::Note}};
+        PersonRows rows;
+        QByteArray expected = "A,B,C,\n";
+        for (int i = 0; i < count; ++i) {
+            QByteArrayList cells(3, " ");
+            cells[i % 3] = QByteArray::number(i);
+            expected += cells.join(',') + ",\n";
+            rows.push_back(rowOf({{columns[std::size_t(i % 3)].field.value(), u(cells[i % 3])}}));
+        }
+        FailingBuffer whole(expected.size());
+        QVERIFY(writeTextTable(whole, rows, columns, kStyle));
+        QVERIFY(whole.data() == expected);
+        for (const qint64 capacity : {expected.size() / 2, expected.size() - 1}) {
+            FailingBuffer full(capacity);
+            const auto written = writeTextTable(full, rows, columns, kStyle);
+            QCOMPARE(written ? QString() : written.error().text, u("No space left on device"));
+            QVERIFY(full.data() == expected.first(capacity));
+        }
+        std::atomic<int> made = 0;
+        FailingBuffer full(0);
+        const auto written = writeRowBlocks(full, rows, [&made](Utf8Buffer &text, std::span<const PersonRow> block) {
+            made += int(block.size());
+            text.write('x');
+        });
+        QCOMPARE(bool(written), rows.empty());
+        QVERIFY2(made <= 10'000, qPrintable(QString::number(made)));
+    }
+
+    void pagesAsOthersReadThem()
+    {
+        PersonRows rows = hardRows();
+        rows.push_back(unholdableRow());
+        const ExportReport report = ExportToHtml(rows, freshFolder() + u("/page"), true).writeHtml();
+        QVERIFY(!report.error);
+        QCOMPARE(report.repairs.characters, 7);
+        QCOMPARE(report.repairs.firstContact, contactHeading(*rows.back()));
+        const OtherReading reading = readBy(u("read_export.py"), {u("html"), report.paths.front()});
+        SKIP_WITHOUT(reading);
+        const QJsonArray lines = reading.lines();
+        QCOMPARE(lines.at(0).toString(), u("Address Book Contacts"));
+        QVERIFY2(lines.size() == qsizetype(rows.size()) + 2, reading.output.constData());
+        const ExportColumns &columns = allFieldsColumnsWithoutPhonetic();
+        for (std::size_t r = 0; r < rows.size(); ++r) {
+            const QJsonArray cells = lines.at(qsizetype(r) + 2).toArray();
+            for (std::size_t i = 0; i < columns.size(); ++i) {
+                const QJsonArray cell = cells.at(qsizetype(i)).toArray();
+                const QString text = columns[i].field ? rows[r]->text(*columns[i].field) : QString();
+                QCOMPARE(cell.at(1).toString(), columns[i].label.toLower());
+                QCOMPARE(cell.at(3).toString(), safeText(text, nullptr, LineEnds::AsTheyAre));
+            }
+        }
+    }
+
+    void onePersonsPageHasOnlyItsFields()
+    {
+        const PersonRows rows{rowOf({{Field::Note, u("n")}, {Field::LastName, u("Lee")}, {Field::Mobile, u("1")},
+            {Field::FirstName, u("Ann")}, {*fieldLabelled(u"Home State"), u("CA")}})};
+        const ExportReport report = ExportToHtml(rows, freshFolder() + u("/page"), true).writeHtml();
+        const OtherReading reading = readBy(u("read_export.py"), {u("html"), report.paths.value(0)});
+        SKIP_WITHOUT(reading);
+        QCOMPARE(reading.lines().size(), 3);
+        QStringList labels;
+        QStringList texts;
+        for (const auto &cell : reading.lines().at(1).toArray())
+            labels += cell.toArray().at(3).toString();
+        for (const auto &cell : reading.lines().at(2).toArray())
+            texts += cell.toArray().at(3).toString();
+        QCOMPARE(labels, QStringList({u("First Name"), u("Note"), u("Last Name"), u("Mobile"), u("Home State")}));
+        QCOMPARE(texts, QStringList({u("Ann"), u("n"), u("Lee"), u("1"), u("CA")}));
+    }
+
+    void cardsHoldWhatTheyAlwaysHeld()
+    {
+        const QString folder = freshFolder();
+        const PersonRows rows{hardRows().front(), rowOf({{Field::MainPhone, u("1")}}),
+            rowOf({{Field::FirstName, u("Ann")}, {Field::Note, hardTexts().at(7)}})};
+        put(folder + u("/export_1.vcf"), "old");
+        ExportReport report;
+        QVERIFY(ExportVCard().exportVcardWithArray(rows, folder, &report));
+        QCOMPARE(namesIn(folder), QStringList({u("export_0.vcf"), u("export_1.vcf"), u("export_2.vcf")}));
+        QCOMPARE(report.paths.size(), 3);
+        std::string records;
+        for (const PersonRow &row : {rows[0], rows[1]})
+            records += recordToJson(u("uid"), *ExportVCard().creatPersonWithDictionary(*row)->record()) + '\n';
+        compareWithGolden(QByteArray::fromStdString(records), u("cards.jsonl"));
+        QVERIFY(!contentOf(report.paths.at(1)).contains("TEL"));
+        QVERIFY(ExportVCard().exportVcardWithDictionary(*rows[2], folder));
+        const OtherReading reading = readBy(u("read_export.py"), {u("vcard"), folder + u("/export.vcf")});
+        SKIP_WITHOUT(reading);
+        QVERIFY2(reading.lines().contains(QJsonArray({u("NOTE"), QJsonArray(), hardTexts().at(7)})),
+            reading.output.constData());
+    }
+
+    void cardsThatCannotBeWrittenDoNotStopTheOthers()
+    {
+        const QString folder = freshFolder();
+        QDir(folder).mkdir(u("export_0.vcf"));
+        ExportReport report;
+        const PersonRows rows(2, rowOf({{Field::FirstName, u("Ann")}}));
+        QVERIFY(ExportVCard().exportVcardWithArray(rows, folder, &report));
+        QVERIFY(report.error && report.error->text.contains(u("export_0.vcf")));
+        QCOMPARE(report.paths, QStringList(folder + u("/export_1.vcf")));
+        QCOMPARE(namesIn(folder), QStringList({u("export_0.vcf"), u("export_1.vcf")}));
+    }
+
+    void workbooksAsOthersReadThem_data()
+    {
+        QTest::addColumn<bool>("allFields");
+        QTest::newRow("all") << true;
+        QTest::newRow("table") << false;
+    }
+    void workbooksAsOthersReadThem()
+    {
+        QFETCH(bool, allFields);
+        PersonRows rows = hardRows();
+        std::erase_if(rows, [allFields](const PersonRow &row) { return !allFields && row->entries().size() > 50; });
+        const ExportReport report = XlsxCreater(rows, freshFolder() + u("/book"), allFields).startConvert();
+        QVERIFY2(!report.error, qPrintable(report.error ? report.error->text : QString()));
+        QVERIFY(report.repairs.isEmpty());
+        const OtherReading reading = readBy(u("read_export.py"), {u("xlsx"), report.paths.front()});
+        SKIP_WITHOUT(reading);
+        const QJsonArray lines = reading.lines();
+        const ExportColumns columns = allFields ? allFieldsColumns() : columnsOf(rows);
+        QVERIFY2(lines.size() >= 2, reading.output.constData());
+        const QString filter = (allFields ? u("A1:CN") : u("A1:E")) + QString::number(rows.size() + 1);
+        QCOMPARE(lines.at(0).toArray(), QJsonArray({u("Contacts"), u("A2"), filter}));
+        QCOMPARE(lines.at(1).toArray(), QJsonArray::fromStringList(labelsOf(columns)));
+        for (std::size_t r = 0; r < rows.size(); ++r) {
+            QCOMPARE(lines.at(qsizetype(r) + 2).toArray(), cellsOf(*rows[r], columns));
+        }
+    }
+
+    void workbooksCutWhatCannotBeHeld()
+    {
+        PersonDictionary person = *unholdableRow();
+        person.setValue(u("ab") + u("_x0041_").repeated(4'000), Field::Nickname); // 52,002 as it is written
+        const PersonRows rows(5, std::make_shared<const PersonDictionary>(person));
+        XlsxCreater creater(rows, freshFolder() + u("/book"), true);
+        creater.setRowsPerSheet(3);
+        const ExportReport report = creater.startConvert();
+        QVERIFY(!report.error);
+        QCOMPARE(report.repairs.characters, 5 * 7);
+        QCOMPARE(report.repairs.cutTexts, 5 * 2);
+        const QString heading = contactHeading(person);
+        QCOMPARE(report.repairs.firstContact, heading);
+        QCOMPARE(
+            report.remark, u("a sheet holds 2 contacts; the other 3, from %1 on, are on further sheets").arg(heading));
+        const OtherReading reading = readBy(u("read_export.py"), {u("xlsx"), report.paths.front()});
+        SKIP_WITHOUT(reading);
+        QStringList sheets;
+        int people = 0;
+        for (const auto &line : reading.lines()) {
+            const QJsonArray cells = line.toArray();
+            if (cells.size() == 3) {
+                sheets += cells.at(0).toString();
+            } else if (cells.at(0).toString() != u("First Name")) {
+                ++people;
+                QCOMPARE(cells.at(0).toString(), safeText(rows.front()->text(Field::FirstName)));
+                QCOMPARE(cells.at(67).toString(), rows.front()->text(Field::Note).first(32'766));
+                QCOMPARE(cells.at(71).toString(), u("ab") + u("_x0041_").repeated(2'520));
+            }
+        }
+        QCOMPARE(sheets, QStringList({u("Contacts"), u("Contacts 2"), u("Contacts 3")}));
+        QCOMPARE(people, 5);
+    }
+};
+
+QTEST_GUILESS_MAIN(ExportTest)
+#include "ExportTest.moc"

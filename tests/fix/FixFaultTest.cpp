@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/cards/RecordJson.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
+#include "results/ConditionGroups.h"
+#include "support/Answers.h"
+#include "support/FailingStore.h"
+#include "support/TestPeople.h"
+
+#include <QMap>
+#include <QTemporaryDir>
+#include <QTest>
+
+/// Every repair with every option on an address book whose store fails at each of its calls in turn, alone and while
+/// another program changes the same person.
+class FixFaultTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    using People = QMap<QString, QByteArray>; ///< their records by uid
+
+    static QString u(const char *text) { return QString::fromUtf8(text); }
+
+    static People peopleOf(const std::vector<StoredRecord> &records)
+    {
+        People people;
+        for (const auto &[uid, record] : records)
+            people.insert(uid, QByteArray::fromStdString(recordToJson(uid, *record)));
+        return people;
+    }
+    static People peopleIn(const QString &path) { return peopleOf(*(*SqliteStore::open(path))->loadAll()); }
+    static People peopleIn(const ABAddressBook &book)
+    {
+        std::vector<StoredRecord> records;
+        const PeopleSnapshot everybody = book.snapshot();
+        for (const auto &[person, record] : *everybody)
+            records.push_back({person->uniqueId(), record});
+        return peopleOf(records);
+    }
+
+    static void makeFile(const QString &path)
+    {
+        std::vector<RecordChange> changes;
+        for (const char *uid : {"a", "b", "c"}) {
+            const QByteArray json =
+                "{'firstName':'A ','title':'t','suffix':'s','note':' ','nickname':' ','email':[{'value':'x'},"
+                "{'value':'x'}],'phone':[{'value':'1'},{'value':'1'}],'address':[{'value':{}},{'value':{}}]}";
+            changes.push_back({u(uid), nullptr, recordFromText(json).record});
+        }
+        const auto store = SqliteStore::open(path);
+        if (!store || !(*store)->commit(changes))
+            qFatal("no address book could be made");
+    }
+
+    /// Another program gives the first person a department.
+    static void disturb(const QString &path)
+    {
+        const auto store = std::move(*SqliteStore::open(path));
+        const StoredRecord first = store->loadAll()->front();
+        auto changed = std::make_shared<PersonRecord>(*first.record);
+        changed->setText(kABDepartmentProperty, u("theirs"));
+        if (!store->commit({{first.uid, first.record, changed}}))
+            qFatal("the other program could not save");
+    }
+
+    static FixOutcome fix(const ABAddressBook &book, const ConditionGroup &group, QLatin1StringView option)
+    {
+        const auto people = book.people();
+        const bool shares = group.condition == Condition::ShareEmail;
+        const Finding finding{group.condition, people.front(), shares ? people.mid(1) : QList<ABPersonPtr>(), {}};
+        Answers answers(true);
+        return group.handler(finding, option, answers);
+    }
+
+    /// The repairs that take their finding out of the list although nothing was saved. It is pending then, and the
+    /// error is told; whoever scans the file finds it again.
+    static bool leavesTheListUnsaved(Condition condition, QLatin1StringView option)
+    {
+        return option == kDeleteThisContact || option == kDeleteDuplicateContacts || option == kUseQuestionMarks
+            || option == kDeleteBlankProperty || option == kDeleteDuplicateProperty || option == kEditInContacts
+            || condition == Condition::InvalidChar;
+    }
+
+private Q_SLOTS:
+    void cleanup() { ABAddressBook::setSharedAddressBook(nullptr); }
+
+    void everyRepairAtEveryCall_data()
+    {
+        QTest::addColumn<int>("group");
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<bool>("disturbed");
+        int index = 0;
+        for (const ConditionGroup &group : conditionGroups()) {
+            for (const QLatin1StringView option : optionGroupInfo(group.optionGroup).titles) {
+                for (const bool disturbed : {false, true})
+                    QTest::addRow("%s, %s%s", group.name.data(), option.data(), disturbed ? ", disturbed" : "")
+                        << index << QString(option) << disturbed;
+            }
+            ++index;
+        }
+        QCOMPARE(index, 13);
+    }
+    void everyRepairAtEveryCall()
+    {
+        QFETCH(int, group);
+        QFETCH(QString, option);
+        QFETCH(bool, disturbed);
+        const ConditionGroup &repair = conditionGroups()[std::size_t(group)];
+        const QByteArray title = option.toLatin1();
+        const QTemporaryDir folder;
+        // Call 1 is the load.
+        for (int failAt = 2, calls = 2; failAt <= calls; ++failAt) {
+            const QString path = folder.filePath(QString::number(failAt));
+            makeFile(path);
+            auto store = std::make_unique<FailingStore>(std::move(*SqliteStore::open(path)), failAt);
+            FailingStore &failing = *store;
+            const auto book = *ABAddressBook::open(std::move(store));
+            if (disturbed)
+                disturb(path);
+            const People before = peopleIn(path);
+            ABAddressBook::setSharedAddressBook(book);
+            const FixOutcome outcome = fix(*book, repair, QLatin1StringView(title));
+            calls = std::max(calls, failing.callCount());
+
+            const bool changesSomething = !outcome.editsInContacts;
+            const People held = peopleIn(path);
+            const People wanted = peopleIn(*book);
+            const bool settled = !book->hasUnsavedChanges();
+            const QByteArray where = title + " failing at " + QByteArray::number(failAt);
+            // Whoever is told that it is done finds it in the file; whoever is told an error has it pending, unless
+            // the other program's deed holds.
+            if (!outcome.error)
+                QVERIFY2(settled && (disturbed || held == wanted), where);
+            else if (outcome.error->kind != ErrorKind::Conflict)
+                QVERIFY2(!settled, where);
+            // Each person is as it was or as it shall be, never in between.
+            for (auto person = held.cbegin(); person != held.cend(); ++person) {
+                const bool isWhole =
+                    before.value(person.key()) == person.value() || wanted.value(person.key()) == person.value();
+                QVERIFY2(isWhole || (disturbed && person.key() == u("a")), where + ": " + person.value());
+            }
+            // However many saves a repair has, the first that succeeds writes all of it.
+            if (!disturbed)
+                QCOMPARE(
+                    failing.callCount(), failAt == 2 && !outcome.error && changesSomething ? 3 : changesSomething + 1);
+            if (outcome.error && failing.callCount() == 2) {
+                QCOMPARE(held, before); // its only save failed
+                QCOMPARE(outcome.removesNode, leavesTheListUnsaved(repair.condition, QLatin1StringView(title)));
+            }
+            QCOMPARE(changesSomething, failing.callCount() > 1);
+
+            failing.failAtCall(0);
+            // The store works again: nothing is lost, and both sides agree.
+            Error error;
+            if (!book->save(&error)) {
+                QCOMPARE(error.kind, ErrorKind::Conflict); // the other's deed holds, the rest goes through
+                QVERIFY2(book->save(&error), qPrintable(error.text));
+            }
+            QVERIFY2(book->refresh(), where);
+            ABAddressBook::setSharedAddressBook(nullptr);
+            QVERIFY(!book->hasUnsavedChanges());
+            QCOMPARE(peopleIn(path), peopleIn(*book));
+            const bool theirsIsThere = peopleIn(path).value(u("a")).contains("theirs");
+            const bool merged = outcome.added != nullptr;
+            QVERIFY2(!disturbed || theirsIsThere || (merged && !book->personWithUniqueId(u("a"))), where);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(FixFaultTest)
+#include "FixFaultTest.moc"
