@@ -73,7 +73,7 @@ Result<void> MemoryStore::commit(const std::vector<RecordChange> &changes)
         const PersonRecordPtr stored = found == rowOfUid.end() ? nullptr : m_book->m_rows[found->second].record;
         const bool asBelieved = stored && change.before ? *stored == *change.before : !stored && !change.before;
         if (!asBelieved)
-            return Error{ErrorKind::Conflict, change.uid % QStringLiteral(": changed by somebody else meanwhile")};
+            return Error{ErrorKind::Conflict, change.uid + QStringLiteral(": changed by somebody else since")};
     }
     const quint64 revision = ++m_book->m_revision;
     for (const auto &change : changes) {
