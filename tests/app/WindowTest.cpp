@@ -9,7 +9,7 @@
 #include "app/table/CellDelegate.h"
 #include "app/table/CellMessage.h"
 #include "app/table/ContactTableView.h"
-#include "base/PatientCall.h"
+#include "base/Job.h"
 #include "contacts/stores/open/OpenStore.h"
 #include "support/AppFixture.h"
 #include "support/TestPeople.h"
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QStringList events;
         Locker locker(m_path, [&events] { events += u"unlocked"_s; });
         // What ends meanwhile must not pull the row or the finding away from under the deed.
-        PatientCall::deliver(m_app.get(), [&events] { events += u"delivered"_s; });
+        Job::deliver(m_app.get(), [&events] { events += u"delivered"_s; });
         if (deed == u"edit a cell") {
             QVERIFY(model->setData(name, u"Bea"_s));
         } else if (deed == u"fix") {

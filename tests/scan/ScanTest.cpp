@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/Job.h"
 #include "contacts/model/ABLabels.h"
 #include "generator/ContactGenerator.h"
-#include "scan/BackgroundScan.h"
 #include "scan/ScanLog.h"
 #include "support/TestPeople.h"
 
@@ -215,9 +215,10 @@ private Q_SLOTS:
             },
             Qt::DirectConnection);
         {
-            BackgroundScan background(scanner);
+            Job job;
             for (int i = 0; i < 20; ++i) {
-                while (!background.start(allTitles()))
+                job.start([&scanner] { scanner.scanEntireAddressBook(allTitles()); });
+                while (job.isRunning())
                     book->people().first()->setValue(QString::number(i), kABNoteProperty);
             }
         }

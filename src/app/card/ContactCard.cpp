@@ -6,7 +6,7 @@
 #include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
 #include "app/look/FileDialog.h"
-#include "base/PatientCall.h"
+#include "base/Job.h"
 #include "contacts/book/ABAddressBook.h"
 #include "contacts/model/NameTexts.h"
 #include "contacts/stores/open/OutsideFile.h"
@@ -304,7 +304,7 @@ void ContactCard::reject()
     QMessageBox question(QMessageBox::Question, windowTitle(), tr("Save what you changed in this contact?"),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     question.setDefaultButton(QMessageBox::Save);
-    const PatientCall::Hold hold;
+    const Job::Hold hold;
     switch (question.exec()) {
     case QMessageBox::Save:
         save();

@@ -45,7 +45,8 @@ ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *
     layout->addWidget(m_skipped, 1);
     layout->addStretch(); // as long as there is no list
     layout->addWidget(m_button, 0, Qt::AlignRight);
-    m_job.start([this, paths](const std::stop_token &isCancelled) { run(paths, isCancelled); });
+    m_job.start([this, paths](const std::stop_token &isCancelled) { return run(paths, isCancelled); },
+        [this](const Report &report) { showReport(report); });
 }
 
 ImportWindow::~ImportWindow() = default;
@@ -62,10 +63,10 @@ void ImportWindow::reject()
         return;
     }
     m_button->setEnabled(false);
-    m_job.start([](const std::stop_token &) {}); // takes the place of the import, which stops
+    m_job.stop();
 }
 
-void ImportWindow::run(const QStringList &paths, const std::stop_token &isCancelled)
+ImportWindow::Report ImportWindow::run(const QStringList &paths, const std::stop_token &isCancelled)
 {
     Report report;
     const auto book = ABAddressBook::sharedAddressBook();
@@ -80,7 +81,7 @@ void ImportWindow::run(const QStringList &paths, const std::stop_token &isCancel
         }
         const auto progress = [&](qint64 done, qint64 total) {
             const int percent = total > 0 ? int(100 * done / total) : 100;
-            QMetaObject::invokeMethod(this, [this, name, percent] { showProgress(name, percent); });
+            Job::deliver(this, [this, name, percent] { showProgress(name, percent); });
             return !isCancelled.stop_requested();
         };
         progress(0, 1);
@@ -96,7 +97,7 @@ void ImportWindow::run(const QStringList &paths, const std::stop_token &isCancel
         if (report.cancelled)
             break;
     }
-    QMetaObject::invokeMethod(this, [this, report] { showReport(report); });
+    return report;
 }
 
 void ImportWindow::showProgress(const QString &path, int percent)

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "app/activity/ActivityLog.h"
-#include "base/LatestJob.h"
+#include "base/Job.h"
 
 #include <QDialog>
 
@@ -35,7 +35,7 @@ protected:
 
 private:
     struct Report;
-    void run(const QStringList &paths, const std::stop_token &isCancelled);
+    Report run(const QStringList &paths, const std::stop_token &isCancelled);
     void showProgress(const QString &path, int percent);
     void showReport(const Report &report);
 
@@ -45,5 +45,5 @@ private:
     QListWidget *m_skipped;
     QPushButton *m_button;
     bool m_isRunning = true;
-    LatestJob m_job; // last: uses the members above
+    Job m_job; // last: uses the members above
 };

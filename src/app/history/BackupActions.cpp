@@ -5,7 +5,7 @@
 #include "app/history/HistoryModel.h"
 #include "app/look/Counted.h"
 #include "app/look/FileDialog.h"
-#include "base/PatientCall.h"
+#include "base/Job.h"
 #include "contacts/book/ABAddressBook.h"
 #include "contacts/stores/open/Backups.h"
 
@@ -81,18 +81,14 @@ BackupActions::~BackupActions() = default;
 
 void BackupActions::run(const Work &work, const QString &folder, const std::function<void()> &then)
 {
-    m_job.start([this, work, folder, then](const std::stop_token &) {
-        const auto done = work();
-        const auto tell = [this, done, folder, then] {
-            if (done) {
-                m_log.append(ActivityLog::Kind::Done, *done, folder);
-                then();
-            } else {
-                fail(tr("Nothing was changed."), done.error());
-            }
-            Q_EMIT finished(static_cast<bool>(done));
-        };
-        PatientCall::deliver(this, tell);
+    m_job.start(work, [this, folder, then](const Result<QString> &done) {
+        if (done) {
+            m_log.append(ActivityLog::Kind::Done, *done, folder);
+            then();
+        } else {
+            fail(tr("Nothing was changed."), done.error());
+        }
+        Q_EMIT finished(static_cast<bool>(done));
     });
 }
 
@@ -125,11 +121,11 @@ void BackupActions::restore()
 
 void BackupActions::restoreFrom(const QString &path)
 {
-    m_job.start([this, path](const std::stop_token &) {
-        const auto book = ABAddressBook::sharedAddressBook();
-        const auto plan = book ? planRestoreOfBackup(*book, path) : Result<RestorePlan>(noAddressBook());
-        PatientCall::deliver(this, [this, plan, path] { confirm(plan, path); });
-    });
+    m_job.start(
+        [path, book = ABAddressBook::sharedAddressBook()] {
+            return book ? planRestoreOfBackup(*book, path) : Result<RestorePlan>(noAddressBook());
+        },
+        [this, path](const Result<RestorePlan> &plan) { confirm(plan, path); });
 }
 
 void BackupActions::confirm(const Result<RestorePlan> &plan, const QString &path)

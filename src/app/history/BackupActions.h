@@ -4,7 +4,7 @@
 
 #include "app/activity/ActivityLog.h"
 #include "base/AlertPanel.h"
-#include "base/LatestJob.h"
+#include "base/Job.h"
 #include "contacts/book/RestorePlan.h"
 #include "contacts/stores/open/Rescue.h"
 
@@ -56,5 +56,5 @@ private:
     AlertPanel &m_alerts;
     ActivityLog &m_log;
     bool m_isOfferingNewPlace = false;
-    LatestJob m_job;
+    Job m_job;
 };

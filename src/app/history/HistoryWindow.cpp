@@ -157,12 +157,10 @@ void HistoryWindow::say(const QString &text)
 
 void HistoryWindow::reload()
 {
-    m_reader.start([this](const std::stop_token &) {
-        const auto book = ABAddressBook::sharedAddressBook();
-        const auto history = book ? book->history() : Result<std::vector<ChangeSummary>>(noAddressBook());
-        QMetaObject::invokeMethod(
-            this, [this, history] { showHistory(history); }, Qt::QueuedConnection);
-    });
+    using History = Result<std::vector<ChangeSummary>>;
+    m_reader.restart(
+        [book = ABAddressBook::sharedAddressBook()] { return book ? book->history() : History(noAddressBook()); },
+        [this](const History &history) { showHistory(history); });
 }
 
 void HistoryWindow::showHistory(const Result<std::vector<ChangeSummary>> &history)
@@ -192,20 +190,15 @@ void HistoryWindow::selectionChanged()
     m_restore->setEnabled(!ids.isEmpty() && !ABAddressBook::isSharedReadOnly());
     m_changedPeople.setStep(nullptr);
     m_differences->setRowCount(0);
-    const quint64 request = ++m_request;
     if (ids.isEmpty())
-        return;
-    m_stepReader.start([this, request, ids](const std::stop_token &isSuperseded) {
-        const auto step = stepsTogether(ids, isSuperseded);
-        QMetaObject::invokeMethod(
-            this, [this, request, step] { showStep(request, step); }, Qt::QueuedConnection);
-    });
+        m_stepReader.drop();
+    else
+        m_stepReader.restart([ids](const std::stop_token &isSuperseded) { return stepsTogether(ids, isSuperseded); },
+            [this](const Result<ChangedPeopleModel::Step> &step) { showStep(step); });
 }
 
-void HistoryWindow::showStep(quint64 request, const Result<ChangedPeopleModel::Step> &step)
+void HistoryWindow::showStep(const Result<ChangedPeopleModel::Step> &step)
 {
-    if (request != m_request)
-        return;
     if (step) {
         m_changedPeople.setStep(*step);
         m_people->setCurrentIndex(m_changedPeople.index(0));
@@ -240,11 +233,7 @@ void HistoryWindow::restoreSelected()
     if (ids.isEmpty())
         return;
     setEnabled(false); // what is asked for next is about the history as it is then
-    m_restorer.start([this, ids](const std::stop_token &) {
-        const auto done = restore(ids);
-        QMetaObject::invokeMethod(
-            this, [this, done] { finishRestore(done); }, Qt::QueuedConnection);
-    });
+    m_restorer.start([ids] { return restore(ids); }, [this](const Result<QString> &done) { finishRestore(done); });
 }
 
 void HistoryWindow::finishRestore(const Result<QString> &done)

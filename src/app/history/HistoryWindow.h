@@ -3,7 +3,7 @@
 #pragma once
 
 #include "app/history/HistoryModel.h"
-#include "base/LatestJob.h"
+#include "base/Job.h"
 #include "base/Result.h"
 
 #include <QWidget>
@@ -50,7 +50,7 @@ private:
     void showHistory(const Result<std::vector<ChangeSummary>> &history);
     QStringList selectedSteps() const;
     void selectionChanged();
-    void showStep(quint64 request, const Result<ChangedPeopleModel::Step> &step);
+    void showStep(const Result<ChangedPeopleModel::Step> &step);
     void showPerson(const QModelIndex &index);
     void finishRestore(const Result<QString> &done);
     void say(const QString &text);
@@ -62,8 +62,7 @@ private:
     QTableWidget *m_differences;
     WrappedText *m_message;
     QPushButton *m_restore;
-    quint64 m_request = 0; // which steps were asked for last
-    LatestJob m_reader;
-    LatestJob m_stepReader;
-    LatestJob m_restorer;
+    Job m_reader;
+    Job m_stepReader;
+    Job m_restorer;
 };

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/look/Alerts.h"
 
-#include "base/PatientCall.h"
+#include "base/Job.h"
 
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -47,7 +47,7 @@ AlertPanel::Answer Alerts::runAlertPanel(
             box.setEscapeButton(box.addButton(alternateButton, QMessageBox::RejectRole));
         box.setDefaultButton(accept);
         makeRoomForTitle(box);
-        const PatientCall::Hold hold;
+        const Job::Hold hold;
         box.exec();
         answer = box.clickedButton() == accept ? Answer::Default : Answer::Alternate;
     });

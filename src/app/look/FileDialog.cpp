@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/look/FileDialog.h"
 
-#include "base/PatientCall.h"
+#include "base/Job.h"
 
 #include <QFileDialog>
 #include <QFileIconProvider>
@@ -28,7 +28,7 @@ public:
 QStringList askForFiles(
     QWidget *parent, FilesAsked asked, const QString &title, const QString &start, const QString &filter)
 {
-    const PatientCall::Hold hold;
+    const Job::Hold hold;
     IconsByName icons;
     QFileDialog dialog(parent, title, QStringLiteral("/")); // nothing is listed before the icons are set
     dialog.setOption(QFileDialog::DontUseNativeDialog);

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/results/Reexamination.h"
 
-#include "base/PatientCall.h"
+#include "base/Job.h"
 #include "scan/ScanAddressBook.h"
 
 void Reexamination::endScan(OutlineViewController *shown)
@@ -20,16 +20,13 @@ void Reexamination::reexamine(const QStringList &uids)
         m_outstanding += uids;
     if (!m_results || m_outstanding.isEmpty())
         return;
-    // A job that has not begun is dropped for this one, so this one looks at all who are outstanding.
-    m_job.start([this, all = m_outstanding, number = ++m_newest, results = m_results,
-                    titles = m_results->conditionTitles()](const std::stop_token &) {
-        const ScanResult now = ScanAddressBook::examine(titles);
-        PatientCall::deliver(this, [this, all, number, results, now] {
-            if (number != m_newest || !results || results != m_results)
+    // Takes the place of an earlier one, so it looks at everybody who is outstanding.
+    m_job.restart([titles = m_results->conditionTitles()] { return ScanAddressBook::examine(titles); },
+        [this, all = m_outstanding, results = m_results](const ScanResult &now) {
+            if (!results || results != m_results)
                 return;
             if (!m_isScanning) // else they are looked at in the new findings too
                 m_outstanding.clear();
             results->reexamine(all, now);
         });
-    });
 }

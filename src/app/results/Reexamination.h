@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/LatestJob.h"
+#include "base/Job.h"
 #include "results/OutlineViewController.h"
 
 #include <QPointer>
@@ -25,6 +25,5 @@ private:
     QPointer<OutlineViewController> m_results;
     bool m_isScanning = false;
     QStringList m_outstanding; // whose findings nobody has looked at yet
-    quint64 m_newest = 0;
-    LatestJob m_job; // last: uses the members above
+    Job m_job;
 };

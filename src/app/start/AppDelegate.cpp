@@ -17,7 +17,7 @@
 #include "app/start/ContactsApplication.h"
 #include "app/start/SampleBook.h"
 #include "app/table/ContactTableView.h"
-#include "base/PatientCall.h"
+#include "base/Job.h"
 #include "contacts/stores/open/OpenStore.h"
 
 #include <QApplication>
@@ -41,7 +41,9 @@ AppDelegate::AppDelegate()
 
 AppDelegate::~AppDelegate()
 {
-    finishRunningScan();
+    // A scan that runs may be waiting for this thread to answer it.
+    m_alerts->answerEverythingFromNowOn();
+    Job::runAndWait([this] { m_scan.wait(); });
 }
 
 void AppDelegate::setUpCommands()
@@ -145,7 +147,7 @@ void AppDelegate::installAddressBook(
 void AppDelegate::scanClicled()
 {
     m_window.setButtonsEnabled(false);
-    const QStringList &titles = m_preferences->getSelectArray();
+    const QStringList titles = m_preferences->getSelectArray();
     if (titles.isEmpty()) {
         closeProgress();
         m_alerts->runAlertPanel(QStringLiteral("Warning"),
@@ -156,20 +158,16 @@ void AppDelegate::scanClicled()
     }
     if (!m_scanner) {
         m_scanner = std::make_unique<ScanAddressBook>(*this);
-        m_scan = std::make_unique<BackgroundScan>(*m_scanner);
         connect(m_scanner.get(), &ScanAddressBook::scanOver, this, &AppDelegate::updateUI, Qt::DirectConnection);
     }
-    if (!m_scan->start(titles)) { // one is just ending
-        makeButtonEnable();
-        return;
-    }
+    m_scan.start([this, titles] { m_scanner->scanEntireAddressBook(titles); });
     m_window.progressWindow()->begin();
     m_reexamination.beginScan();
 }
 
 void AppDelegate::updateUI(const ScanResult &result)
 {
-    PatientCall::deliver(this, [this, result] { showResults(result); });
+    Job::deliver(this, [this, result] { showResults(result); });
 }
 
 void AppDelegate::showResults(const ScanResult &result)
@@ -198,7 +196,7 @@ void AppDelegate::outLineViewRefrash()
 void AppDelegate::reloadUI()
 {
     // The view is in the middle of an event of its own, and the controller in the middle of a repair.
-    PatientCall::deliver(this, [this] {
+    Job::deliver(this, [this] {
         m_window.showContacts();
         m_results.reset();
         loadClicked();
@@ -227,11 +225,8 @@ void AppDelegate::setUpAddressBooks()
     connect(&m_opener, &BookOpener::progressed, &m_window, &MainWindow::showOpening);
     connect(&m_opener, &BookOpener::opened, this, &AppDelegate::installAddressBook);
     connect(&m_window, &MainWindow::addressBooksRequested, this, [this] {
-        m_bookFinder.start([this](const std::stop_token &) {
-            QMetaObject::invokeMethod(
-                this, [this, books = knownBooks()] { m_window.setAddressBooks(books, m_opener.where()); },
-                Qt::QueuedConnection);
-        });
+        m_bookFinder.restart(&knownBooks,
+            [this](const std::vector<KnownBook> &books) { m_window.setAddressBooks(books, m_opener.where()); });
     });
     connect(&m_window, &MainWindow::addressBookChosen, this, [this](const QString &where) {
         // One window, one address book: what is open here, with its findings and undone work, stays.
@@ -310,14 +305,11 @@ void AppDelegate::importClicked()
 
 void AppDelegate::sampleClicked()
 {
-    m_sampleMaker.start([this](const std::stop_token &) {
-        const auto sample = sampleBook();
-        if (!sample) {
+    m_sampleMaker.restart(&sampleBook, [this](const Result<QString> &sample) {
+        if (sample)
+            Q_EMIT m_window.addressBookChosen(*sample);
+        else
             m_activity.append(ActivityLog::Kind::Failure, sample.error().description());
-            return;
-        }
-        QMetaObject::invokeMethod(
-            this, [this, path = *sample] { Q_EMIT m_window.addressBookChosen(path); }, Qt::QueuedConnection);
     });
 }
 
@@ -354,7 +346,7 @@ AlertPanel &AppDelegate::alertPanel()
 
 void AppDelegate::makeFreshButtonEnable()
 {
-    if (!m_scan || !m_scan->isRunning())
+    if (!m_scan.isRunning())
         m_window.setFreshButtonEnabled(true);
     m_window.setContactsLoaded();
 }
@@ -380,12 +372,4 @@ qsizetype AppDelegate::subviewCount() const
 {
     const ResultsView *view = m_window.results();
     return view ? view->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly).size() : 0;
-}
-
-void AppDelegate::finishRunningScan()
-{
-    // The scan may be waiting for this thread to answer it.
-    m_alerts->answerEverythingFromNowOn();
-    while (m_scan && m_scan->isRunning())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::ExcludeUserInputEvents, 20);
 }

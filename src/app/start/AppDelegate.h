@@ -9,10 +9,10 @@
 #include "app/start/MainWindow.h"
 #include "app/start/OutsideWatch.h"
 #include "app/start/SideWindows.h"
-#include "base/LatestJob.h"
+#include "base/Job.h"
 #include "export/formats/ExportContact.h"
 #include "results/OutlineViewController.h"
-#include "scan/BackgroundScan.h"
+#include "scan/ScanAddressBook.h"
 #include "table/grid/LoadContactsViewController.h"
 
 class Alerts;
@@ -86,7 +86,6 @@ private:
         const Result<std::shared_ptr<ABAddressBook>> &book, const std::optional<Rescue::Offer> &offer);
     void showResults(const ScanResult &result);
     void copyHelpFile();
-    void finishRunningScan();
     void setUpAddressBooks();
     void takeInOutsideChanges(const QStringList &uids);
 
@@ -102,10 +101,10 @@ private:
     std::unique_ptr<ExportContact> m_exportContact;
     std::unique_ptr<BackupActions> m_backupActions;
     std::unique_ptr<ScanAddressBook> m_scanner;
-    std::unique_ptr<BackgroundScan> m_scan;
     OutsideWatch m_watch;
-    LatestJob m_bookFinder;
-    LatestJob m_sampleMaker;
+    Job m_scan;
+    Job m_bookFinder;
+    Job m_sampleMaker;
     Reexamination m_reexamination;
     BookOpener m_opener; // these last: their jobs use the members above
 };

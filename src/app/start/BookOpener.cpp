@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/start/BookOpener.h"
 
-#include "base/PatientCall.h"
-#include "contacts/stores/open/Backups.h"
+#include "base/Job.h"
 #include "contacts/stores/open/OpenStore.h"
 
 #include <QCursor>
@@ -18,7 +17,7 @@ namespace {
 void saveWithBusyCursor(const std::function<void()> &write)
 {
     bool isBusy = false;
-    PatientCall::run(write, [&isBusy] {
+    Job::runAndWait(write, [&isBusy] {
         isBusy = true;
         QGuiApplication::setOverrideCursor(Qt::BusyCursor);
     });
@@ -28,70 +27,77 @@ void saveWithBusyCursor(const std::function<void()> &write)
 
 } // namespace
 
+struct BookOpener::Opened
+{
+    Result<std::shared_ptr<ABAddressBook>> book;
+    QString damage = {}; ///< of some people in it
+    std::optional<Rescue::Offer> offer = {};
+    Result<BackupRest> backup = BackupRest();
+};
+
 BookOpener::BookOpener(QObject *parent) : QObject(parent)
 {
     connect(&m_hourly, &QTimer::timeout, this, [this] {
         if (const auto book = ABAddressBook::sharedAddressBook())
-            m_backupMaker.start([this, book, where = m_where](const std::stop_token &) {
-                tellBackup(makeDailyBackup(*book, QDate::currentDate()), where);
-            });
+            backUp([book] { return makeDailyBackup(*book, QDate::currentDate()); });
     });
     m_hourly.setTimerType(Qt::VeryCoarseTimer);
     m_hourly.start(1h);
 }
 
-BookOpener::~BookOpener()
-{
-    giveUp();
-}
-
 void BookOpener::open(const QString &where)
 {
     m_where = where;
-    m_isGivenUp = false;
-    m_job.start([this, where](const std::stop_token &isSuperseded) { run(where, isSuperseded); });
+    m_opening.restart([this, where](const std::stop_token &isGivenUp) { return load(where, isGivenUp); },
+        [this](const Opened &result) { install(result); });
 }
 
-void BookOpener::run(const QString &where, const std::stop_token &isSuperseded)
+BookOpener::Opened BookOpener::load(const QString &where, const std::stop_token &isGivenUp)
 {
-    QString damage;
-    auto book = [&]() -> Result<std::shared_ptr<ABAddressBook>> {
-        auto store = openStore(where);
-        if (!store)
-            return store.error();
-        (*store)->setLoadProgress([this, isSuperseded](qint64 done, qint64 total) {
-            QMetaObject::invokeMethod(
-                this, [this, done, total] { Q_EMIT progressed(done, total); }, Qt::QueuedConnection);
-            return !m_isGivenUp && !isSuperseded.stop_requested();
-        });
-        const AddressBookStore &opened = **store;
-        auto loaded = ABAddressBook::open(std::move(*store));
-        if (loaded)
-            damage = damageFoundIn(opened);
-        return loaded;
-    }();
-    if (isSuperseded.stop_requested())
-        return;
-    if (book)
-        (*book)->setSaveRunner(&saveWithBusyCursor);
-    const auto offer = book ? std::nullopt : Rescue::offerFor(where, book.error());
-    // Before anybody can change anything; checking the copy takes longer, and nobody waits for that.
-    const auto backup = book ? beginDailyBackup(**book, QDate::currentDate()) : BackupRest();
-    PatientCall::deliver(this, [this, book, offer] { Q_EMIT opened(book, offer); });
-    if (!damage.isEmpty()) // not of a kind for which another file would be offered: everybody else is well
-        tellBackup(Error{ErrorKind::Io, damage}, where);
-    tellBackup(backup && *backup ? (*backup)() : backup ? Result<void>() : backup.error(), where);
+    auto store = openStore(where);
+    if (!store)
+        return {store.error(), {}, Rescue::offerFor(where, store.error())};
+    (*store)->setLoadProgress([this, isGivenUp](qint64 done, qint64 total) {
+        Job::deliver(this, [this, done, total] { Q_EMIT progressed(done, total); });
+        return !isGivenUp.stop_requested();
+    });
+    const AddressBookStore &opened = **store;
+    const auto book = ABAddressBook::open(std::move(*store));
+    if (!book)
+        return {book, {}, Rescue::offerFor(where, book.error())};
+    (*book)->setSaveRunner(&saveWithBusyCursor);
+    // Before anybody can change anything; checking the copy takes longer, and nothing waits for that.
+    return {book, damageFoundIn(opened), {}, beginDailyBackup(**book, QDate::currentDate())};
 }
 
-void BookOpener::tellBackup(const Result<void> &made, const QString &where)
+void BookOpener::install(const Opened &result)
 {
-    if (made)
-        return;
-    // What makes the copy reads all of the book, and may be the first to find that it is damaged.
-    QMetaObject::invokeMethod(
-        this,
-        [this, error = made.error(), offer = Rescue::offerFor(where, made.error())] {
-            Q_EMIT backupFailed(error, offer);
+    Q_EMIT opened(result.book, result.offer);
+    if (!result.damage.isEmpty()) // not of a kind for which another file would be offered: everybody else is well
+        Q_EMIT backupFailed({ErrorKind::Io, result.damage}, {});
+    if (!result.backup)
+        backUp([error = result.backup.error()]() -> Result<void> { return error; });
+    else if (*result.backup)
+        backUp(*result.backup);
+}
+
+void BookOpener::backUp(const BackupRest &make)
+{
+    struct Failure
+    {
+        Error error;
+        std::optional<Rescue::Offer> offer;
+    };
+    m_backups.start(
+        [make, where = m_where]() -> std::optional<Failure> {
+            const auto made = make();
+            if (made)
+                return {};
+            // What makes the copy reads all of the book, and may be the first to find that it is damaged.
+            return Failure{made.error(), Rescue::offerFor(where, made.error())};
         },
-        Qt::QueuedConnection);
+        [this](const std::optional<Failure> &failure) {
+            if (failure)
+                Q_EMIT backupFailed(failure->error, failure->offer);
+        });
 }

@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/LatestJob.h"
+#include "base/Job.h"
 #include "contacts/book/ABAddressBook.h"
+#include "contacts/stores/open/Backups.h"
 #include "contacts/stores/open/Rescue.h"
 
 #include <QTimer>
 
-#include <atomic>
-
-/// Opens an address book on a thread of its own, with the backup of the day before anybody can change anything. An
+/// Opens an address book in a job, with the backup of the day before anybody can change anything. An
 /// application that stays open makes the backups of the days that follow too. Saves of the address book leave the main
 /// thread alive. Signals come on this object's thread.
 class BookOpener : public QObject
@@ -19,13 +18,10 @@ class BookOpener : public QObject
 
 public:
     explicit BookOpener(QObject *parent = nullptr);
-    /// Gives up what is under way.
-    ~BookOpener() override;
-
     /// An empty @p where is the user's own. Takes the place of an opening that is under way.
     void open(const QString &where);
     /// The opening under way ends with Cancelled.
-    void giveUp() { m_isGivenUp = true; }
+    void giveUp() { m_opening.stop(); }
     /// The address book as it was asked for last.
     const QString &where() const { return m_where; }
 
@@ -37,12 +33,13 @@ Q_SIGNALS:
     void backupFailed(const Error &error, const std::optional<Rescue::Offer> &offer);
 
 private:
-    void run(const QString &where, const std::stop_token &isSuperseded);
-    void tellBackup(const Result<void> &made, const QString &where);
+    struct Opened;
+    Opened load(const QString &where, const std::stop_token &isGivenUp);
+    void install(const Opened &result);
+    void backUp(const BackupRest &make);
 
     QString m_where;
-    std::atomic<bool> m_isGivenUp = false;
     QTimer m_hourly;
-    LatestJob m_backupMaker;
-    LatestJob m_job;
+    Job m_backups;
+    Job m_opening;
 };

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/start/OutsideWatch.h"
 
-#include "base/PatientCall.h"
+#include "base/Job.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -44,9 +44,12 @@ void OutsideWatch::watch(std::shared_ptr<ABAddressBook> book)
 
 void OutsideWatch::look()
 {
-    m_reader.start([this, book = m_book](const std::stop_token &) {
-        const auto uids = book->refresh();
-        PatientCall::deliver(this, [this, book, uids] {
+    if (m_reader.isRunning()) { // its answer counts, and need not hold the change that this is about
+        m_delay.start();
+        return;
+    }
+    m_reader.start([book = m_book] { return book->refresh(); },
+        [this, book = m_book](const Result<std::vector<QString>> &uids) {
             if (book != m_book)
                 return; // another one is watched by now
             if (!uids)
@@ -54,5 +57,4 @@ void OutsideWatch::look()
             else if (!uids->empty())
                 Q_EMIT changed(QStringList(uids->begin(), uids->end()));
         });
-    });
 }

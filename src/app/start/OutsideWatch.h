@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/LatestJob.h"
+#include "base/Job.h"
 #include "contacts/book/ABAddressBook.h"
 
 #include <QTimer>
@@ -31,5 +31,5 @@ private:
 
     std::shared_ptr<ABAddressBook> m_book;
     QTimer m_delay; // several changes come together
-    LatestJob m_reader;
+    Job m_reader;
 };

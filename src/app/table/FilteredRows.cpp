@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/table/FilteredRows.h"
 
-#include "base/PatientCall.h"
+#include "base/Job.h"
 
 #include <algorithm>
 #include <numeric>
@@ -112,11 +112,10 @@ void FilteredRows::filter()
 void FilteredRows::collectTexts()
 {
     m_texts.reset();
-    m_collector.start([this, rows = m_table.rows()](const std::stop_token &isSuperseded) {
-        const auto texts = std::make_shared<SearchTexts>(rows, isSuperseded);
-        if (isSuperseded.stop_requested())
-            return;
-        PatientCall::deliver(this, [this, texts] {
+    m_collector.restart(
+        [rows = m_table.rows()](
+            const std::stop_token &isSuperseded) { return std::make_shared<SearchTexts>(rows, isSuperseded); },
+        [this](const std::shared_ptr<SearchTexts> &texts) {
             m_texts = texts;
             Q_EMIT samplesCollected(texts->samples());
             if (m_text.isEmpty())
@@ -124,7 +123,6 @@ void FilteredRows::collectTexts()
             beginRows();
             endRows();
         });
-    });
 }
 
 QModelIndex FilteredRows::mapToSource(const QModelIndex &index) const

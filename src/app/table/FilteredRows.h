@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/LatestJob.h"
+#include "base/Job.h"
 #include "table/grid/ContactTableModel.h"
 #include "table/grid/SearchTexts.h"
 
@@ -50,5 +50,5 @@ private:
     QModelIndexList m_persistentHere; // of beginRows()
     QList<QPersistentModelIndex> m_persistentThere;
     std::shared_ptr<SearchTexts> m_texts; // null while they are collected; may be of earlier rows
-    LatestJob m_collector;
+    Job m_collector;
 };

@@ -146,17 +146,10 @@ void ExportContact::panelDidEnd(const std::optional<ExportChoice> &choice)
     const auto format = std::ranges::find(formats(), choice->selectedButton, &Format::title);
     if (format == formats().end())
         return;
-    m_running.remove_if([](RunningExport &running) {
-        if (running.hasEnded)
-            running.thread.join();
-        return running.hasEnded.load();
+    m_running.remove_if([](const Job &job) { return !job.isRunning(); });
+    m_running.emplace_back().start([this, &format = *format, folder = choice->folder, source = source(choice->matrix)] {
+        run(format, folder, source);
     });
-    RunningExport &running = m_running.emplace_back();
-    running.thread =
-        std::thread([this, &running, &format = *format, folder = choice->folder, source = source(choice->matrix)] {
-            run(format, folder, source);
-            running.hasEnded = true;
-        });
 }
 
 void ExportContact::run(const Format &format, const QString &folder, const ExportSource &source)
@@ -176,8 +169,8 @@ void ExportContact::run(const Format &format, const QString &folder, const Expor
 
 void ExportContact::waitForFinished()
 {
-    for (RunningExport &running : m_running)
-        running.thread.join();
+    for (const Job &job : m_running)
+        job.wait();
     m_running.clear();
 }
 

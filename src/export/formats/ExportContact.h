@@ -2,16 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/Job.h"
 #include "export/formats/ExportReport.h"
 #include "table/grid/RowExporter.h"
 
 #include <QObject>
 
-#include <atomic>
 #include <functional>
 #include <list>
 #include <span>
-#include <thread>
 
 /// What a user chooses for an export.
 struct ExportChoice
@@ -50,7 +49,7 @@ struct ExportOutcome
 };
 Q_DECLARE_METATYPE(ExportOutcome)
 
-/// Exports rows of the contact table in the format that the user chooses, each export on a thread of its own, several
+/// Exports rows of the contact table in the format that the user chooses, each export in a job of its own, several
 /// at once if need be. For the main thread, but where it says otherwise.
 class ExportContact : public QObject, public RowExporter
 {
@@ -103,12 +102,6 @@ Q_SIGNALS:
     void exportFinished(const ExportOutcome &outcome);
 
 private:
-    struct RunningExport
-    {
-        std::atomic<bool> hasEnded = false;
-        std::thread thread;
-    };
-
     ExportSource source(int matrix) const;
     void panelDidEnd(const std::optional<ExportChoice> &choice);
     void run(const Format &format, const QString &folder, const ExportSource &source);
@@ -117,5 +110,5 @@ private:
     const LoadContactsViewController *m_loadContactsViewController = nullptr;
     bool m_isExportAllPeople = false;
     PersonRows m_exportArray;
-    std::list<RunningExport> m_running;
+    std::list<Job> m_running;
 };

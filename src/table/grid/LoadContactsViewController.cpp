@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/grid/LoadContactsViewController.h"
 
-#include "base/PatientCall.h"
+#include "base/Job.h"
 #include "contacts/book/ChangeCause.h"
 #include "contacts/model/NameTexts.h"
 #include "table/fields/FieldCommit.h"
@@ -28,12 +28,13 @@ LoadContactsViewController::LoadContactsViewController(ContactTableDelegate &del
 
 void LoadContactsViewController::loadPersonInAddressBook()
 {
-    const quint64 number = ++m_loadNumber;
+    m_isLoading = true;
     m_heldRows.reset();
-    m_loader.start([this, number](const std::stop_token &isSuperseded) { load(number, isSuperseded); });
+    m_loader.restart([this](const std::stop_token &isSuperseded) { return load(isSuperseded); },
+        [this](const PersonRows &rows) { installLoad(rows); });
 }
 
-void LoadContactsViewController::load(quint64 number, const std::stop_token &isSuperseded)
+PersonRows LoadContactsViewController::load(const std::stop_token &isSuperseded)
 {
     const auto book = ABAddressBook::sharedAddressBook();
     if (book) {
@@ -42,22 +43,19 @@ void LoadContactsViewController::load(quint64 number, const std::stop_token &isS
             Q_EMIT failed(refreshed.error().description());
         }
     }
-    const PersonRows rows = loadPeople(book, isSuperseded);
-    if (isSuperseded.stop_requested())
-        return;
-    Q_EMIT tableViewDataChange(rows);
-    PatientCall::deliver(this, [this, number, rows] { installLoad(number, rows); });
+    PersonRows rows = loadPeople(book, isSuperseded);
+    if (!isSuperseded.stop_requested())
+        Q_EMIT tableViewDataChange(rows);
+    return rows;
 }
 
-void LoadContactsViewController::installLoad(quint64 number, const PersonRows &rows)
+void LoadContactsViewController::installLoad(const PersonRows &rows)
 {
-    if (number != m_loadNumber)
-        return;
     if (m_isEditing) {
         m_heldRows = rows;
         return;
     }
-    m_installedLoad = number;
+    m_isLoading = false;
     updateTableView(rows);
     m_delegate.makeFreshButtonEnable();
 }
@@ -66,7 +64,7 @@ void LoadContactsViewController::setEditing(bool isEditing)
 {
     m_isEditing = isEditing;
     if (!isEditing && m_heldRows)
-        installLoad(m_loadNumber, *std::exchange(m_heldRows, std::nullopt));
+        installLoad(*std::exchange(m_heldRows, std::nullopt));
 }
 
 PersonRows LoadContactsViewController::loadPeople(
@@ -204,7 +202,7 @@ void LoadContactsViewController::deleteItem(std::vector<int> selectedRows)
             deletePerson(*book, selected[i]->person(), selectedRows[i]);
     }
     tableViewReloadData();
-    if (m_installedLoad != m_loadNumber) // it may have read the people while they were there
+    if (m_isLoading) // it may have read the people while they were there
         loadPersonInAddressBook();
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "base/AlertPanel.h"
-#include "base/LatestJob.h"
+#include "base/Job.h"
 #include "table/grid/ContactTableModel.h"
 #include "table/grid/RowOrder.h"
 
@@ -90,16 +90,15 @@ Q_SIGNALS:
 
 private:
     Result<void> commit(const QString &fieldLabel, const FieldValue &value, const ABPersonPtr &person);
-    void load(quint64 number, const std::stop_token &isSuperseded);
-    void installLoad(quint64 number, const PersonRows &rows);
+    PersonRows load(const std::stop_token &isSuperseded);
+    void installLoad(const PersonRows &rows);
     void deletePerson(ABAddressBook &book, const ABPersonPtr &person, int rowBefore);
 
     ContactTableDelegate &m_delegate;
     ContactTableModel m_table;
     std::vector<SortDescriptor> m_descriptors;
-    quint64 m_loadNumber = 0; // of the newest load
-    quint64 m_installedLoad = 0; // of the load whose rows are shown
+    bool m_isLoading = false; // until the rows are shown
     bool m_isEditing = false;
     std::optional<PersonRows> m_heldRows; // of the newest load, if they wait for the end of an edit
-    LatestJob m_loader; // last: its job uses the members above
+    Job m_loader; // last: its work uses the members above
 };
