@@ -147,10 +147,8 @@ void readAndSave(benchmark::State &state)
     int run = 0;
     for (auto _ : state) {
         auto book = ABAddressBook::open(std::move(*SqliteStore::open(folder.filePath(QString::number(++run)))));
-        RecordImporter importer(**book, RecordImporter::OnOtherContent::AddUnderNewUid);
         VCardReader reader(text);
-        importer.addAll(reader, nullptr);
-        if (!(*book)->save())
+        if (importFile(**book, reader, QString()).error)
             state.SkipWithError("not saved");
         state.PauseTiming();
         book = Error();

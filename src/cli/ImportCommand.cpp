@@ -50,10 +50,10 @@ Result<QByteArray> contentOf(const QString &name, const ABAddressBook &book, std
 }
 
 /// Prints what could not be imported. False when something was lost; a group that was left out is no loss.
-bool reportProblems(const QString &file, RecordSource &source, const CommandContext &context)
+bool reportProblems(const QString &file, const std::vector<ImportProblem> &problems, const CommandContext &context)
 {
     bool nothingLost = true;
-    for (const auto &problem : source.takeProblems()) {
+    for (const auto &problem : problems) {
         context.report(file % QLatin1Char(':') % QString::number(problem.line) % QStringLiteral(": ") % problem.reason);
         nothingLost = nothingLost && problem.kind == ImportProblem::Kind::NotAPerson;
     }
@@ -67,10 +67,9 @@ ExitStatus runImport(const ImportOptions &options, const CommandContext &context
     const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
-    RecordImporter importer(*book,
-        options.replace ? RecordImporter::OnOtherContent::Replace : RecordImporter::OnOtherContent::AddUnderNewUid);
     ExitStatus status = ExitStatus::Done;
-    qint64 saved = 0;
+    qint64 imported = 0;
+    qint64 alreadyThere = 0;
     for (const auto &argument : options.files) {
         const QString file = textOfUtf8(argument);
         const auto content = contentOf(file, *book, context.console.in);
@@ -79,31 +78,33 @@ ExitStatus runImport(const ImportOptions &options, const CommandContext &context
             status = ExitStatus::Refused;
             continue;
         }
-        const CauseScope cause(ChangeCause::Kind::Import,
-            file == QStringLiteral("-") ? QStringLiteral("standard input") : QFileInfo(file).fileName());
         const auto format = options.format.empty() ? formatOfContent(*content)
             : options.format == "jsonl"            ? RecordFormat::JsonLines
                                                    : RecordFormat::VCard;
-        const auto source = recordSource(*content, format);
-        {
+        const QString name =
+            file == QStringLiteral("-") ? QStringLiteral("standard input") : QFileInfo(file).fileName();
+        const ImportReport report = [&] {
             ProgressLine progress(context.console, file);
-            importer.addAll(*source, [&progress](qint64 done, qint64 total) {
-                progress.show(done, total);
-                return true;
-            });
-        }
-        if (!reportProblems(file, *source, context))
+            return importFile(
+                *book, *recordSource(*content, format), name,
+                [&progress](qint64 done, qint64 total) {
+                    progress.show(done, total);
+                    return true;
+                },
+                options.replace ? OnOtherContent::Replace : OnOtherContent::AddUnderNewUid);
+        }();
+        if (!reportProblems(file, report.problems, context))
             status = ExitStatus::Refused;
-        Error error;
-        if (!book->save(&error)) {
-            context.report(file % QStringLiteral(": not imported: ") % error.text);
+        if (report.error) {
+            context.report(file % QStringLiteral(": not imported: ") % report.error->text);
             status = ExitStatus::Refused;
-            break; // what this file brought is still pending; the next file's save would write it after all
+            break; // what refuses one file refuses the next
         }
-        saved = importer.importedCount();
+        imported += report.imported;
+        alreadyThere += report.alreadyThere;
     }
-    if (importer.alreadyThereCount() > 0)
-        context.console.out << "Already there: " << importer.alreadyThereCount() << ".\n";
-    context.console.out << "Imported " << saved << " contacts.\n";
+    if (alreadyThere > 0)
+        context.console.out << "Already there: " << alreadyThere << ".\n";
+    context.console.out << "Imported " << imported << " contacts.\n";
     return status;
 }

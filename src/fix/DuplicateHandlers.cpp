@@ -29,7 +29,7 @@ FixOutcome mergeNamesakes(const Finding &finding)
     if (namesakes.isEmpty())
         return outcome;
     const ABPersonPtr merged = mergeContacts(namesakes);
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     for (const auto &person : namesakes)
         steps.removeRecord(person);
     if (steps.addRecord(merged))
@@ -53,7 +53,7 @@ FixOutcome deleteLaterNamesakes(const Finding &finding)
     if (namesakes.isEmpty())
         return outcome;
     outcome.removesNode = true;
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     for (const auto &person : namesakes.mid(1)) {
         outcome.sweptUids += person->uniqueId();
         steps.removeRecord(person);
@@ -67,7 +67,7 @@ FixOutcome deleteSharers(const Finding &finding)
     FixOutcome outcome;
     outcome.sweep = FixOutcome::Sweep::Pruning;
     outcome.removesNode = true;
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     for (const auto &person : finding.duplicateEmailArray) {
         outcome.sweptUids += person->uniqueId();
         steps.removeRecord(person);
@@ -84,7 +84,7 @@ FixOutcome mergeSharers(const Finding &finding)
     if (people.isEmpty())
         return outcome;
     const ABPersonPtr merged = mergeContacts(people);
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     for (const auto &person : people) {
         if (steps.removeRecord(person))
             qCDebug(lcFix, "删除联系人成功");
@@ -112,7 +112,7 @@ FixOutcome removeSharedEmail(const Finding &finding)
     if (!person.setValue(kept, kABEmailProperty))
         return outcome;
     qCDebug(lcFix, "删除homeEmail成功");
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     steps.addRecord(finding.person);
     if (steps.save()) {
         qCDebug(lcFix, "保存数据库成功");

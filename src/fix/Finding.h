@@ -3,6 +3,7 @@
 #pragma once
 
 #include "contacts/book/ABPerson.h"
+#include "contacts/book/ChangeCause.h"
 #include "scan/Conditions.h"
 
 #include <QList>
@@ -15,6 +16,8 @@ struct Finding
     // Only for ShareEmail; some of the others may have been removed since:
     QList<ABPersonPtr> duplicateEmailArray; ///< the others who hold the address
     QString duplicateEmailType; ///< the label of the address in person; null where it has none
+
+    ChangeCausePtr cause = {}; ///< what the history calls a repair of it
 };
 
 /// What a repair did, and what is to become of the tree that showed the finding.

@@ -35,7 +35,7 @@ constexpr std::array kSpaceRepairs{
 FixOutcome repairSpaces(const Finding &finding, const SpaceRepair &row)
 {
     FixOutcome outcome;
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     row.repair(*finding.person);
     Error error;
     if (!steps.addRecord(finding.person, &error)) {
@@ -55,7 +55,7 @@ FixOutcome repairSpaces(const Finding &finding, const SpaceRepair &row)
 FixOutcome repairAndSave(const Finding &finding, void (*repair)(ABPerson &))
 {
     FixOutcome outcome;
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     repair(*finding.person);
     steps.addRecord(finding.person);
     outcome.removesNode = steps.save();
@@ -65,7 +65,7 @@ FixOutcome repairAndSave(const Finding &finding, void (*repair)(ABPerson &))
 FixOutcome fillMissingNames(const Finding &finding)
 {
     FixOutcome outcome;
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     const PersonRecordPtr record = finding.person->record();
     const int missing = (record->text(kABFirstNameProperty) ? 0 : 1) + (record->text(kABLastNameProperty) ? 0 : 1);
     for (int save = 0; save < missing; ++save) {
@@ -83,7 +83,7 @@ FixOutcome fillMissingNames(const Finding &finding)
 FixOutcome removeBlankText(const Finding &finding, ABProperty property, const char *removedLine)
 {
     FixOutcome outcome;
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     if (finding.person->removeValueForProperty(property)) {
         qCDebug(lcFix, "%s", removedLine);
         if (steps.save())
@@ -121,7 +121,7 @@ FixOutcome removeRepeatedValues(const Finding &finding, ABProperty property, con
 {
     FixOutcome outcome;
     outcome.removesNode = true;
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     const PersonRecordPtr record = finding.person->record();
     const ABMultiValue *values = record->multiValue(property);
     const ABMultiValue kept = withoutRepeatedValues(values ? *values : ABMultiValue());

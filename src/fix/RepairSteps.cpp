@@ -44,7 +44,7 @@ bool RepairSteps::save(Error *error)
 {
     const auto book = ABAddressBook::sharedAddressBook();
     Error failure = kNoAddressBook;
-    const bool done = book && book->save(&failure);
+    const bool done = book && book->save(&failure, m_cause);
     // Everything pending was written, what an earlier save could not write too; only a conflict was decided for good.
     if (done && m_outcome.error && m_outcome.error->kind != ErrorKind::Conflict)
         m_outcome.error.reset();
@@ -71,7 +71,7 @@ FixOutcome deleteContact(const Finding &finding, AlertPanel &alertPanel, const D
     outcome.removesNode = true;
     outcome.sweptUids = {finding.person->uniqueId()};
     outcome.lineOfSweptNode = lines.sweptNode;
-    RepairSteps steps(outcome);
+    RepairSteps steps(outcome, finding);
     Error error;
     if (steps.removeRecord(finding.person, &error)) {
         lines.removed.log();

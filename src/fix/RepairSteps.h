@@ -12,7 +12,7 @@
 class RepairSteps
 {
 public:
-    explicit RepairSteps(FixOutcome &outcome) : m_outcome(outcome) { }
+    RepairSteps(FixOutcome &outcome, const Finding &finding) : m_outcome(outcome), m_cause(finding.cause) { }
 
     /// Fails for a person that was removed.
     bool addRecord(const ABPersonPtr &person, Error *error = nullptr);
@@ -24,6 +24,7 @@ private:
     bool note(bool done, const Error &failure, Error *error);
 
     FixOutcome &m_outcome;
+    const ChangeCausePtr m_cause;
 };
 
 /// A line that is logged at one step of a deletion; no text: none.

@@ -306,9 +306,10 @@ void OutlineViewController::run(FixHandler handler, const PersonItemPtr &item)
     if (!row)
         return;
     const QString option = currentOption(row->optionGroup);
-    const CauseScope cause(ChangeCause::Kind::Repair,
+    Finding finding = findingOf(*item);
+    finding.cause = makeCause(ChangeCause::Kind::Repair,
         withReadableName(group->name() % QStringLiteral(": ") % option, *item->person()->record()));
-    const FixOutcome outcome = handler(findingOf(*item), option, m_delegate.alertPanel());
+    const FixOutcome outcome = handler(finding, option, m_delegate.alertPanel());
     if (outcome.editsInContacts)
         m_delegate.editInAddressBook(item->person());
     if (!outcome.cancelled)

@@ -72,12 +72,11 @@ private:
     static void add(const QString &path, std::initializer_list<QByteArray> people)
     {
         const auto book = *ABAddressBook::open(std::move(*SqliteStore::open(path)));
-        const CauseScope cause(ChangeCause::Kind::Import, u"people.vcf"_s);
         for (const QByteArray &text : people) {
             const auto [uid, record] = recordFromText(text);
             QVERIFY(book->addRecord(std::make_shared<ABPerson>(uid, record)));
         }
-        QVERIFY(book->save());
+        QVERIFY(book->save(nullptr, makeCause(ChangeCause::Kind::Import, u"people.vcf"_s)));
     }
 
     void start(const QString &path, bool opens = true)

@@ -275,10 +275,9 @@ void ContactCard::save()
         return;
     }
     const PersonRecordPtr now = m_person->record();
-    const CauseScope cause(ChangeCause::Kind::Card, readableName(*record));
     m_person->replaceRecord(std::make_shared<PersonRecord>(withChanges(*now, *m_before, *record)));
     Error error;
-    if (!book->save(&error)) {
+    if (!book->save(&error, makeCause(ChangeCause::Kind::Card, readableName(*record)))) {
         if (error.kind != ErrorKind::Conflict) // else the book has taken the other's record over, and it must stay
             m_person->replaceRecord(now);
         refuse(error.description());

@@ -85,8 +85,8 @@ ImportWindow::Report ImportWindow::run(const QStringList &paths, const std::stop
             return !isCancelled.stop_requested();
         };
         progress(0, 1);
-        const CauseScope cause(ChangeCause::Kind::Import, name);
-        const ImportReport imported = importWhole(*book, *content, progress);
+        const auto source = recordSource(*content, formatOfContent(*content));
+        const ImportReport imported = importFile(*book, *source, name, progress);
         report.imported += imported.imported;
         report.alreadyThere += imported.alreadyThere;
         for (const ImportProblem &problem : imported.problems)

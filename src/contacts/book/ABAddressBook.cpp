@@ -212,40 +212,22 @@ bool ABAddressBook::removeRecord(const ABPersonPtr &person, Error *error)
     return true;
 }
 
-void ABAddressBook::withdraw(const std::vector<ABPersonPtr> &added)
-{
-    const std::scoped_lock lock(m_mutex);
-    std::unordered_set<const ABPerson *> withdrawn;
-    for (const auto &person : added) {
-        const auto pending = m_pending->entryOf(person);
-        if (!pending || pending->before || person->pendingChanges() != m_pending)
-            continue;
-        withdrawn.insert(person.get());
-        m_pending->settle(person.get(), nullptr, false);
-        person->setPendingChanges(nullptr);
-        m_uidIndex.erase(person->uniqueId());
-    }
-    m_pending->touch();
-    std::erase_if(m_people, [&withdrawn](const ABPersonPtr &person) { return withdrawn.contains(person.get()); });
-}
-
 bool ABAddressBook::hasUnsavedChanges() const
 {
     return !m_pending->isEmpty();
 }
 
-bool ABAddressBook::save(Error *error)
+bool ABAddressBook::save(Error *error, const ChangeCausePtr &cause)
 {
-    // Of this thread: the runner may write on another one.
-    const ChangeCausePtr cause = CauseScope::current();
+    m_pending->setCause(cause);
     if (!m_saveRunner)
-        return saveFor(cause, error);
+        return write(error);
     bool saved = false;
-    m_saveRunner([this, &cause, &saved, error] { saved = saveFor(cause, error); });
+    m_saveRunner([this, &saved, error] { saved = write(error); });
     return saved;
 }
 
-bool ABAddressBook::saveFor(const ChangeCausePtr &cause, Error *error)
+bool ABAddressBook::write(Error *error)
 {
     const std::scoped_lock lock(m_storeMutex);
     const auto failForDropped = [this, error] {
@@ -255,7 +237,7 @@ bool ABAddressBook::saveFor(const ChangeCausePtr &cause, Error *error)
     };
     if (!m_dropped.empty())
         return failForDropped();
-    Result<void> saved = commitPending(cause);
+    Result<void> saved = commitPending();
     for (int attempt = 1; !saved && saved.error().kind == ErrorKind::Conflict && attempt < kSaveAttempts; ++attempt) {
         const auto takenIn = takeInOutsideChanges();
         if (!takenIn)
@@ -264,12 +246,12 @@ bool ABAddressBook::saveFor(const ChangeCausePtr &cause, Error *error)
             return failForDropped();
         if (*takenIn == 0)
             break; // the store does not yet know itself what it clashes with
-        saved = commitPending(cause);
+        saved = commitPending();
     }
     return saved || fail(error, saved.error().kind, saved.error().text);
 }
 
-Result<void> ABAddressBook::commitPending(const ChangeCausePtr &cause)
+Result<void> ABAddressBook::commitPending()
 {
     const auto entries = m_pending->entries();
     std::vector<RecordChange> changes;
@@ -281,7 +263,7 @@ Result<void> ABAddressBook::commitPending(const ChangeCausePtr &cause)
         written.push_back(after);
         const bool same = entry.before && after ? *entry.before == *after : entry.before == after;
         if (!same)
-            changes.push_back({entry.person->uniqueId(), entry.before, after, entry.cause ? entry.cause : cause});
+            changes.push_back({entry.person->uniqueId(), entry.before, after, entry.cause});
     }
     if (!changes.empty()) {
         if (auto committed = m_store->commit(changes); !committed)

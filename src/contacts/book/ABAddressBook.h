@@ -56,16 +56,15 @@ public:
     /// False for a person that is not in the address book. Its uid is free again only after save().
     bool removeRecord(const ABPersonPtr &person, Error *error = nullptr);
 
-    /// Takes additions back that are not saved yet; people who are saved, or not here, are passed over.
-    void withdraw(const std::vector<ABPersonPtr> &added);
-
     /// Writes all pending changes, whole or not at all. Where somebody else changed other properties of a person
     /// meanwhile, both changes are made.
     /// False: the store refused, nothing was written and everything stays pending; or (Conflict) somebody else gave a
     /// property that was changed here another value, removed a person that was changed here, or changed one that was
     /// removed here: then the other's deed holds, this person's changes are dropped, and another save() writes the
     /// rest. That may have come to light in a refresh() before; the next save() tells it.
-    bool save(Error *error = nullptr);
+    /// @p cause is that of everything that was changed since the last save; a save that fails does not change whose a
+    /// change is. Saves of one cause are one step of the history; without a cause, a save is a step by itself.
+    bool save(Error *error = nullptr, const ChangeCausePtr &cause = {});
     bool hasUnsavedChanges() const;
     /// What calls the part of save() that may take long, and returns when that has run. It may come on any thread, and
     /// before anybody else saves. By default save() calls it itself.
@@ -90,9 +89,11 @@ public:
     Result<RestorePlan> planRestore(const QStringList &causeIds);
     /// The same for holding exactly @p wanted.
     Result<RestorePlan> planReplacement(const std::vector<StoredRecord> &wanted);
-    /// Writes a plan to the store and makes the people agree with it; a restore is a cause of its own. People who are
-    /// put back are new objects. On any error (Conflict: somebody was faster, or changed a person here without
-    /// saving it) nothing is changed, neither here nor there.
+    /// Writes the changes to the store and makes the people agree with it. People who are added are new objects. On any
+    /// error (Conflict: somebody was faster, or changed a person here without saving it) nothing is changed, neither
+    /// here nor there.
+    Result<void> apply(std::vector<RecordChange> changes, const ChangeCausePtr &cause);
+    /// The same for a plan; a restore is a cause of its own.
     Result<void> apply(const RestorePlan &plan);
 
     bool canWrite() const { return m_store->canWrite(); }
@@ -108,8 +109,8 @@ public:
 private:
     explicit ABAddressBook(std::unique_ptr<AddressBookStore> store);
 
-    bool saveFor(const ChangeCausePtr &cause, Error *error);
-    Result<void> commitPending(const ChangeCausePtr &cause);
+    bool write(Error *error);
+    Result<void> commitPending();
     /// Refreshes with m_storeMutex held; says how many people were changed by it.
     Result<std::size_t> takeInOutsideChanges();
     bool takeIn(const OutsideChange &change);

@@ -85,13 +85,16 @@ Result<RestorePlan> ABAddressBook::planReplacement(const std::vector<StoredRecor
 
 Result<void> ABAddressBook::apply(const RestorePlan &plan)
 {
+    return apply(plan.changes, makeCause(ChangeCause::Kind::Restore, plan.description));
+}
+
+Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const ChangeCausePtr &cause)
+{
     const std::scoped_lock lock(m_storeMutex);
-    if (auto settled = checkNothingPending(plan.changes); !settled)
+    if (auto settled = checkNothingPending(changes); !settled)
         return settled;
-    const CauseScope cause(ChangeCause::Kind::Restore, plan.description);
-    std::vector<RecordChange> changes = plan.changes;
     for (RecordChange &change : changes)
-        change.cause = CauseScope::current();
+        change.cause = cause;
     if (changes.empty())
         return {};
     if (auto committed = m_store->commit(changes); !committed)

@@ -22,12 +22,6 @@ QString newId()
     return QString::number(number, 16).rightJustified(kDigits, u'0');
 }
 
-ChangeCausePtr &currentCause()
-{
-    thread_local ChangeCausePtr cause;
-    return cause;
-}
-
 } // namespace
 
 ChangeCausePtr makeCause(ChangeCause::Kind kind, const QString &description)
@@ -50,21 +44,4 @@ QString textOf(const ChangeCause &cause)
 {
     const QString kind = nameOfKind(cause.kind);
     return cause.description.isEmpty() ? kind : QString(kind % QStringLiteral(": ") % cause.description);
-}
-
-CauseScope::CauseScope(ChangeCause::Kind kind, const QString &description) : m_isOutermost(!currentCause())
-{
-    if (m_isOutermost)
-        currentCause() = makeCause(kind, description);
-}
-
-CauseScope::~CauseScope()
-{
-    if (m_isOutermost)
-        currentCause() = nullptr;
-}
-
-ChangeCausePtr CauseScope::current()
-{
-    return currentCause();
 }

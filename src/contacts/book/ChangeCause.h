@@ -27,21 +27,3 @@ ChangeCause::Kind kindNamed(QStringView name);
 
 /// Both together, as in "edit: Home City".
 QString textOf(const ChangeCause &cause);
-
-/// What this thread does while the scope lives is for one cause: everything that is changed in an address book, in
-/// however many saves it is written. A scope within another one changes nothing, so whoever acts on behalf of a larger
-/// deed need not know of it. Made and ended on the same thread.
-class CauseScope
-{
-public:
-    explicit CauseScope(ChangeCause::Kind kind, const QString &description = {});
-    ~CauseScope();
-    CauseScope(const CauseScope &) = delete;
-    CauseScope &operator=(const CauseScope &) = delete;
-
-    /// Of the outermost scope on this thread; null where there is none.
-    static ChangeCausePtr current();
-
-private:
-    bool m_isOutermost;
-};

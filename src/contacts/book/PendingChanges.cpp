@@ -10,8 +10,7 @@ PendingChanges::Noted &PendingChanges::noted(const ABPersonPtr &person, const Pe
         m_noted.try_emplace(person.get(), Noted{{.person = person, .before = before}, m_nextOrder});
     if (isNew)
         ++m_nextOrder;
-    if (ChangeCausePtr cause = CauseScope::current())
-        place->second.entry.cause = std::move(cause);
+    place->second.entry.cause = nullptr;
     return place->second;
 }
 
@@ -39,6 +38,15 @@ void PendingChanges::noteReturn(const ABPersonPtr &person)
     const auto found = m_noted.find(person.get());
     if (found != m_noted.end())
         found->second.entry.removed = false;
+}
+
+void PendingChanges::setCause(const ChangeCausePtr &cause)
+{
+    const std::scoped_lock lock(m_mutex);
+    for (auto &[person, noted] : m_noted) {
+        if (!noted.entry.cause)
+            noted.entry.cause = cause;
+    }
 }
 
 std::vector<PendingChanges::Entry> PendingChanges::entries() const

@@ -19,7 +19,7 @@ public:
         ABPersonPtr person;
         PersonRecordPtr before; ///< null: not stored yet
         bool removed = false;
-        ChangeCausePtr cause = {}; ///< of the latest change that had one: a save that failed may have left earlier ones
+        ChangeCausePtr cause = {}; ///< null until a save names it
     };
 
     /// Grows with every change of a person or of who is there. It is told before the change can be seen, by a thread
@@ -34,6 +34,9 @@ public:
     void noteRemoval(const ABPersonPtr &person, const PersonRecordPtr &before);
     /// Takes a removal back; the person may stay changed or new.
     void noteReturn(const ABPersonPtr &person);
+
+    /// @p cause is that of everything noted since the last call; what a save that failed left keeps its own.
+    void setCause(const ChangeCausePtr &cause);
 
     /// In the order in which people were first noted.
     std::vector<Entry> entries() const;

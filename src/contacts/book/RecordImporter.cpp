@@ -18,7 +18,10 @@ namespace {
 const QUuid kContentNamespace(0x6f1d3c52, 0x8a0b, 0x4e57, 0x9c, 0x33, 0x51, 0xd2, 0x7e, 0x0a, 0x64, 0xb8);
 
 /// How often progress is told; telling it for each of a million records would cost more than reading them.
-constexpr int kRecordsPerProgress = 256;
+constexpr std::size_t kRecordsPerProgress = 256;
+
+/// How often others may be faster before an import gives up.
+constexpr int kAttempts = 5;
 
 QString uidFor(const QByteArray &content)
 {
@@ -65,96 +68,99 @@ std::unique_ptr<RecordSource> recordSource(const QByteArray &content, RecordForm
     return std::make_unique<VCardReader>(content);
 }
 
-RecordImporter::RecordImporter(ABAddressBook &book, OnOtherContent onOtherContent)
-    : m_book(book), m_onOtherContent(onOtherContent)
-{ }
-
-bool RecordImporter::addAll(RecordSource &source, const Progress &progress)
-{
-    QHash<QByteArray, quint64> timesSeen; // equal people without a uid are as many people as the file says
-    for (int count = 1;; ++count) {
-        const ImportedRecord imported = source.next();
-        if (!imported.record)
-            return true;
-        QString uid = imported.uid;
-        if (uid.isNull()) {
-            const QByteArray hash = contentHash(*imported.record);
-            uid = uidFor(hash + QByteArray::number(timesSeen[hash]++));
-        }
-        add(imported, uid);
-        if (count % kRecordsPerProgress == 0 && progress && !progress(source.bytesRead(), source.totalBytes()))
-            return false;
-    }
-}
-
-void RecordImporter::add(const ImportedRecord &imported, const QString &uid)
-{
-    const ABPersonPtr present = m_book.personWithUniqueId(uid);
-    if (!present) {
-        m_added.push_back(std::make_shared<ABPerson>(uid, imported.record));
-        m_book.addRecord(m_added.back());
-        ++m_imported;
-        return;
-    }
-    const PersonRecordPtr stored = present->record();
-    if (covers(*stored, *imported.record)) {
-        ++m_alreadyThere;
-        return;
-    }
-    if (m_onOtherContent == OnOtherContent::AddUnderNewUid) {
-        add(imported, uidFor(uid.toUtf8() + contentHash(*imported.record)));
-        return;
-    }
-    auto replacement = std::make_shared<PersonRecord>(*imported.record);
-    if (replacement->keptLines().empty())
-        replacement->setKeptLines(stored->keptLines()); // JSON cannot carry them, which is no reason to lose them
-    present->replaceRecord(replacement);
-    ++m_imported;
-}
-
 namespace {
 
-/// Records that were read before.
-class ReadRecords : public RecordSource
+/// What records would change in an address book, decided before anything is changed.
+class ImportPlan
 {
 public:
-    ImportedRecord next() override { return m_next < m_records.size() ? m_records[m_next++] : ImportedRecord(); }
-    std::vector<ImportProblem> takeProblems() override { return {}; }
-    qint64 bytesRead() const override { return 0; }
-    qint64 totalBytes() const override { return 0; }
+    ImportPlan(const ABAddressBook &book, OnOtherContent onOtherContent)
+        : m_book(book), m_onOtherContent(onOtherContent)
+    { }
 
-    void append(ImportedRecord record) { m_records.push_back(std::move(record)); }
-    std::size_t count() const { return m_records.size(); }
+    void add(const ImportedRecord &imported)
+    {
+        if (!imported.uid.isNull()) {
+            add(imported.record, imported.uid);
+            return;
+        }
+        // Equal people without a uid are as many people as the file says.
+        const QByteArray hash = contentHash(*imported.record);
+        add(imported.record, uidFor(hash + QByteArray::number(m_timesSeen[hash]++)));
+    }
+
+    std::vector<RecordChange> changes;
+    qint64 imported = 0;
+    qint64 alreadyThere = 0;
 
 private:
-    std::vector<ImportedRecord> m_records;
-    std::size_t m_next = 0;
+    void add(const PersonRecordPtr &record, const QString &uid)
+    {
+        const auto planned = m_placeOf.constFind(uid);
+        const ABPersonPtr present = planned == m_placeOf.constEnd() ? m_book.personWithUniqueId(uid) : nullptr;
+        const PersonRecordPtr stored = planned != m_placeOf.constEnd() ? changes[*planned].after
+            : present                                                  ? present->record()
+                                                                       : nullptr;
+        if (stored && covers(*stored, *record)) {
+            ++alreadyThere;
+            return;
+        }
+        if (stored && m_onOtherContent == OnOtherContent::AddUnderNewUid) {
+            add(record, uidFor(uid.toUtf8() + contentHash(*record)));
+            return;
+        }
+        PersonRecordPtr after = record;
+        if (stored && record->keptLines().empty()) { // JSON cannot carry them, which is no reason to lose them
+            auto withLines = std::make_shared<PersonRecord>(*record);
+            withLines->setKeptLines(stored->keptLines());
+            after = std::move(withLines);
+        }
+        ++imported;
+        if (planned != m_placeOf.constEnd()) {
+            changes[*planned].after = std::move(after);
+            return;
+        }
+        m_placeOf.insert(uid, changes.size());
+        changes.push_back({uid, stored, std::move(after)});
+    }
+
+    const ABAddressBook &m_book;
+    const OnOtherContent m_onOtherContent;
+    QHash<QString, std::size_t> m_placeOf; // by uid, in the changes
+    QHash<QByteArray, quint64> m_timesSeen; // by content hash
 };
 
 } // namespace
 
-ImportReport importWhole(ABAddressBook &book, const QByteArray &content, const RecordImporter::Progress &progress)
+ImportReport importFile(ABAddressBook &book, RecordSource &source, const QString &fileName,
+    const ImportProgress &progress, OnOtherContent onOtherContent)
 {
     ImportReport report;
-    const auto source = recordSource(content, formatOfContent(content));
-    ReadRecords records;
-    for (ImportedRecord record = source->next(); record.record; record = source->next()) {
-        records.append(std::move(record));
-        if (records.count() % kRecordsPerProgress == 0 && !progress(source->bytesRead(), source->totalBytes())) {
+    std::vector<ImportedRecord> records;
+    for (ImportedRecord record = source.next(); record.record; record = source.next()) {
+        records.push_back(std::move(record));
+        if (progress && records.size() % kRecordsPerProgress == 0
+            && !progress(source.bytesRead(), source.totalBytes())) {
             report.cancelled = true;
             return report;
         }
     }
-    report.problems = source->takeProblems();
-    RecordImporter importer(book, RecordImporter::OnOtherContent::AddUnderNewUid);
-    importer.addAll(records, [](qint64, qint64) { return true; });
-    Error error;
-    if (!book.save(&error)) {
-        book.withdraw(importer.addedPeople());
-        report.error = error;
-        return report;
+    report.problems = source.takeProblems();
+    const ChangeCausePtr cause = makeCause(ChangeCause::Kind::Import, fileName);
+    for (int attempt = 1;; ++attempt) {
+        ImportPlan plan(book, onOtherContent);
+        for (const ImportedRecord &record : records)
+            plan.add(record);
+        const auto applied = book.apply(std::move(plan.changes), cause);
+        if (applied) {
+            report.imported = plan.imported;
+            report.alreadyThere = plan.alreadyThere;
+            return report;
+        }
+        // Where others were faster, what they saved is looked at, too.
+        if (attempt == kAttempts || applied.error().kind != ErrorKind::Conflict || !book.catchUp()) {
+            report.error = applied.error();
+            return report;
+        }
     }
-    report.imported = importer.importedCount();
-    report.alreadyThere = importer.alreadyThereCount();
-    return report;
 }

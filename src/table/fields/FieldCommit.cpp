@@ -197,7 +197,7 @@ namespace FieldCommit {
 Result<void> commitContactsToAddressBook(
     const QString &fieldLabel, const FieldValue &commitValue, const ABPersonPtr &withPerson)
 {
-    const CauseScope cause(ChangeCause::Kind::Edit, withReadableName(fieldLabel, *withPerson->record()));
+    const auto cause = makeCause(ChangeCause::Kind::Edit, withReadableName(fieldLabel, *withPerson->record()));
     const auto book = ABAddressBook::sharedAddressBook();
     const auto field = fieldLabelled(fieldLabel);
     Error refused;
@@ -215,7 +215,7 @@ Result<void> commitContactsToAddressBook(
         qCDebug(lcTable).noquote() << QStringLiteral("保存出错原因: ") + error.description();
         return error;
     }
-    if (!book->save(&error))
+    if (!book->save(&error, cause))
         return error;
     qCDebug(lcTableOut, "提交成功\n");
     return isWrittenWell ? Result<void>() : refused;

@@ -195,18 +195,19 @@ void LoadContactsViewController::deleteItem(std::vector<int> selectedRows)
     qCDebug(lcTable, "确认删除");
     const auto book = ABAddressBook::sharedAddressBook();
     if (book) {
-        const CauseScope cause(ChangeCause::Kind::Deletion,
+        const auto cause = makeCause(ChangeCause::Kind::Deletion,
             selected.size() == 1 ? readableName(*selected.front()->person()->record())
                                  : QString(QString::number(selected.size()) % QStringLiteral(" contacts")));
         for (std::size_t i = 0; i < selected.size(); ++i)
-            deletePerson(*book, selected[i]->person(), selectedRows[i]);
+            deletePerson(*book, selected[i]->person(), selectedRows[i], cause);
     }
     tableViewReloadData();
     if (m_isLoading) // it may have read the people while they were there
         loadPersonInAddressBook();
 }
 
-void LoadContactsViewController::deletePerson(ABAddressBook &book, const ABPersonPtr &person, int rowBefore)
+void LoadContactsViewController::deletePerson(
+    ABAddressBook &book, const ABPersonPtr &person, int rowBefore, const ChangeCausePtr &cause)
 {
     Error error;
     if (!book.removeRecord(person, &error)) {
@@ -214,7 +215,7 @@ void LoadContactsViewController::deletePerson(ABAddressBook &book, const ABPerso
         Q_EMIT failed(error.description());
         return;
     }
-    if (!book.save(&error)) {
+    if (!book.save(&error, cause)) {
         // The row stays, so the person must: else the next save of anything would delete somebody who is shown.
         book.addRecord(person);
         Q_EMIT failed(error.description());

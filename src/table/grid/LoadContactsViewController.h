@@ -92,7 +92,7 @@ private:
     Result<void> commit(const QString &fieldLabel, const FieldValue &value, const ABPersonPtr &person);
     PersonRows load(const std::stop_token &isSuperseded);
     void installLoad(const PersonRows &rows);
-    void deletePerson(ABAddressBook &book, const ABPersonPtr &person, int rowBefore);
+    void deletePerson(ABAddressBook &book, const ABPersonPtr &person, int rowBefore, const ChangeCausePtr &cause);
 
     ContactTableDelegate &m_delegate;
     ContactTableModel m_table;

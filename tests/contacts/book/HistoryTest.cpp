@@ -69,29 +69,27 @@ private:
 
     static void addPeople(ABAddressBook &book, const std::vector<StoredRecord> &people)
     {
-        const CauseScope cause(Kind::Import, u("people.vcf"));
         for (const auto &[uid, each] : people)
             QVERIFY(book.addRecord(std::make_shared<ABPerson>(uid, each)));
-        QVERIFY(book.save());
+        QVERIFY(book.save(nullptr, makeCause(Kind::Import, u("people.vcf"))));
     }
 
     static void setName(ABAddressBook &book, const QString &uid, const QString &name)
     {
-        const CauseScope cause(Kind::Edit, u("First Name"));
         QVERIFY(book.personWithUniqueId(uid)->setValue(name, kABFirstNameProperty));
-        QVERIFY(book.save());
+        QVERIFY(book.save(nullptr, makeCause(Kind::Edit, u("First Name"))));
     }
 
     /// What a merge does: a save for each removal, one for the addition.
     static void merge(ABAddressBook &book, const QStringList &uids, const StoredRecord &merged)
     {
-        const CauseScope cause(Kind::Repair, u("Duplicate contacts: Merge contacts"));
+        const auto cause = makeCause(Kind::Repair, u("Duplicate contacts: Merge contacts"));
         for (const QString &uid : uids) {
             QVERIFY(book.removeRecord(book.personWithUniqueId(uid)));
-            QVERIFY(book.save());
+            QVERIFY(book.save(nullptr, cause));
         }
         QVERIFY(book.addRecord(std::make_shared<ABPerson>(merged.uid, merged.record)));
-        QVERIFY(book.save());
+        QVERIFY(book.save(nullptr, cause));
     }
 
     /// A step a line, newest first: what it was and what it did.
@@ -218,12 +216,9 @@ private Q_SLOTS:
         const auto open = openerOf(kind);
         const auto book = bookOf(open());
         addPeople(*book, {{u("a"), record("{'firstName':'A'}")}, {u("b"), record("{'firstName':'B'}")}});
-        {
-            const CauseScope cause(Kind::Repair, u("both"));
-            book->personWithUniqueId(u("a"))->setValue(u("A2"), kABFirstNameProperty);
-            book->personWithUniqueId(u("b"))->setValue(u("B2"), kABFirstNameProperty);
-            QVERIFY(book->save());
-        }
+        book->personWithUniqueId(u("a"))->setValue(u("A2"), kABFirstNameProperty);
+        book->personWithUniqueId(u("b"))->setValue(u("B2"), kABFirstNameProperty);
+        QVERIFY(book->save(nullptr, makeCause(Kind::Repair, u("both"))));
         const QString id = idOf(*book, 0);
         const auto other = deed == u("own") || deed == u("unsaved") ? book : bookOf(open());
         if (deed == u("remove"))
@@ -272,28 +267,13 @@ private Q_SLOTS:
         FailingStore &store = *failing;
         const auto book = bookOf(std::move(failing));
         addPeople(*book, {{u("a"), record("{'firstName':'A'}")}, {u("b"), record("{'firstName':'B'}")}});
-        {
-            const CauseScope cause(Kind::Deletion, u("A"));
-            store.failAtCall(store.callCount() + 1);
-            QVERIFY(book->removeRecord(book->personWithUniqueId(u("a"))));
-            QVERIFY(!book->save());
-        }
+        store.failAtCall(store.callCount() + 1);
+        QVERIFY(book->removeRecord(book->personWithUniqueId(u("a"))));
+        QVERIFY(!book->save(nullptr, makeCause(Kind::Deletion, u("A"))));
         setName(*book, u("b"), u("B2"));
         QStringList lines = linesOf(*book).split(u'\n').mid(0, 2);
         lines.sort();
         QCOMPARE(lines, (QStringList{u("deletion: A +0 ~0 -1"), u("edit: First Name +0 ~1 -0")}));
-    }
-
-    void scopesNest()
-    {
-        const CauseScope outer(Kind::Repair, u("outer"));
-        const ChangeCausePtr cause = CauseScope::current();
-        {
-            const CauseScope inner(Kind::Edit, u("inner"));
-            QCOMPARE(CauseScope::current(), cause);
-        }
-        QCOMPARE(CauseScope::current(), cause);
-        QCOMPARE(CauseScope::current()->description, u("outer"));
     }
 
     void oldStepsAreForgotten_data()
