@@ -58,7 +58,7 @@ ExitStatus applyAndReport(ABAddressBook &book, const Result<RestorePlan> &plan, 
 {
     if (!plan)
         return refuse(plan.error(), context);
-    if (const auto applied = book.apply(*plan); !applied)
+    if (const auto applied = restore(book, *plan); !applied)
         return refuse(applied.error(), context);
     context.console.out << "Restored: " << countsText(plan->added, plan->changed, plan->removed).toStdString() << ".\n";
     return ExitStatus::Done;

@@ -118,6 +118,6 @@ ExitStatus runHistoryRestore(const HistoryRestoreOptions &options, const Command
     QStringList ids;
     for (const auto &id : options.ids)
         ids += QString::fromStdString(id);
-    const auto plan = book->planRestore(ids);
+    const auto plan = planRestore(*book, ids);
     return applyAndReport(*book, plan, context);
 }

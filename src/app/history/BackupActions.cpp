@@ -45,7 +45,7 @@ Result<QString> backedUp(const QString &path, bool replaces)
 Result<QString> applied(const RestorePlan &plan)
 {
     const auto book = ABAddressBook::sharedAddressBook();
-    const auto done = book ? book->apply(plan) : Result<void>(noAddressBook());
+    const auto done = book ? restore(*book, plan) : Result<void>(noAddressBook());
     if (!done)
         return done.error();
     return BackupActions::tr("Restored %1: %2")

@@ -3,7 +3,7 @@
 #include "app/history/HistoryWindow.h"
 
 #include "app/look/Controls.h"
-#include "contacts/book/ABAddressBook.h"
+#include "contacts/book/RestorePlan.h"
 #include "contacts/model/RecordDifferences.h"
 
 #include <QBoxLayout>
@@ -31,15 +31,15 @@ Error noAddressBook()
     return {ErrorKind::Unavailable, HistoryWindow::tr("no address book is open")};
 }
 
-Result<QString> restore(const QStringList &ids)
+Result<QString> restored(const QStringList &ids)
 {
     const auto book = ABAddressBook::sharedAddressBook();
     if (!book)
         return noAddressBook();
-    const auto plan = book->planRestore(ids);
+    const auto plan = planRestore(*book, ids);
     if (!plan)
         return plan.error();
-    if (const auto applied = book->apply(*plan); !applied)
+    if (const auto applied = restore(*book, *plan); !applied)
         return applied.error();
     return countsText(plan->added, plan->changed, plan->removed);
 }
@@ -233,7 +233,7 @@ void HistoryWindow::restoreSelected()
     if (ids.isEmpty())
         return;
     setEnabled(false); // what is asked for next is about the history as it is then
-    m_restorer.start([ids] { return restore(ids); }, [this](const Result<QString> &done) { finishRestore(done); });
+    m_restorer.start([ids] { return restored(ids); }, [this](const Result<QString> &done) { finishRestore(done); });
 }
 
 void HistoryWindow::finishRestore(const Result<QString> &done)

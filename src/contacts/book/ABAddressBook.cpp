@@ -28,23 +28,6 @@ bool fail(Error *error, ErrorKind kind, const QString &text)
     return false;
 }
 
-/// Tells the processor to fetch the person some places behind @p place. People lie all over the memory, and walking
-/// over them all would mostly be waiting.
-void fetchAhead(const std::vector<ABPersonPtr> &people, std::size_t place)
-{
-    constexpr std::size_t kDistance = 16;
-    if (place + kDistance < people.size())
-        __builtin_prefetch(people[place + kDistance].get());
-}
-
-void fetchUidAhead(const std::vector<ABPersonPtr> &people, std::size_t place)
-{
-    constexpr std::size_t kDistance = 8; // the person itself is there by then
-    fetchAhead(people, place);
-    if (place + kDistance < people.size())
-        __builtin_prefetch(people[place + kDistance]->uniqueId().constData());
-}
-
 /// How often a save takes in what others changed before it gives up; each round means that somebody saved in between.
 constexpr int kSaveAttempts = 5;
 
@@ -124,18 +107,13 @@ PeopleSnapshot ABAddressBook::snapshot() const
         const std::scoped_lock lock(m_mutex);
         if (m_snapshot && m_snapshotVersion == version)
             return m_snapshot;
-        everybody.reserve(m_people.size());
-        for (std::size_t i = 0; i < m_people.size(); ++i) {
-            fetchAhead(m_people, i);
-            everybody.push_back(m_people[i]);
-        }
+        everybody = m_people;
     }
     auto people = std::make_shared<std::vector<PersonSnapshot>>();
     people->reserve(everybody.size());
-    for (std::size_t i = 0; i < everybody.size(); ++i) {
-        fetchAhead(everybody, i);
-        PersonRecordPtr record = everybody[i]->record();
-        people->push_back({std::move(everybody[i]), std::move(record)});
+    for (ABPersonPtr &person : everybody) {
+        PersonRecordPtr record = person->record();
+        people->push_back({std::move(person), std::move(record)});
     }
     const std::scoped_lock lock(m_mutex);
     m_snapshot = std::move(people);
@@ -185,7 +163,8 @@ bool ABAddressBook::addRecord(const ABPersonPtr &person, Error *error)
     if (owner && !(pending && pending->removed))
         return true;
     const auto removed = m_removedPeople.find(person->uniqueId());
-    const bool uidIsTaken = removed == m_removedPeople.end() ? hasUid(person->uniqueId()) : removed->second != person;
+    const bool uidIsTaken =
+        removed == m_removedPeople.end() ? uidIndex().contains(person->uniqueId()) : removed->second != person;
     if (uidIsTaken)
         return fail(error, ErrorKind::Conflict, person->uniqueId() % QStringLiteral(": another contact has this uid"));
     m_removedPeople.erase(person->uniqueId());
@@ -208,7 +187,10 @@ bool ABAddressBook::removeRecord(const ABPersonPtr &person, Error *error)
     m_pending->noteRemoval(person, person->record());
     m_removedPeople.emplace(person->uniqueId(), person);
     person->m_isRemoved = true;
-    erase(person);
+    m_pending->touch();
+    std::erase(m_people, person);
+    if (m_uidIndex)
+        m_uidIndex->erase(person->uniqueId());
     return true;
 }
 
@@ -274,8 +256,6 @@ Result<void> ABAddressBook::commitPending()
         if (!written[i])
             forgetRemoved(entries[i].person);
     }
-    const std::scoped_lock lock(m_mutex);
-    m_searchesSinceSave = 0;
     return {};
 }
 
@@ -286,10 +266,152 @@ void ABAddressBook::forgetRemoved(const ABPersonPtr &person)
     person->setPendingChanges(nullptr);
 }
 
+Result<std::vector<QString>> ABAddressBook::refresh()
+{
+    const std::scoped_lock lock(m_storeMutex);
+    if (const auto takenIn = takeInOutsideChanges(); !takenIn)
+        return takenIn.error();
+    return std::exchange(m_untold, {});
+}
+
+Result<void> ABAddressBook::catchUp()
+{
+    const std::scoped_lock lock(m_storeMutex);
+    const auto takenIn = takeInOutsideChanges();
+    return takenIn ? Result<void>() : takenIn.error();
+}
+
+void ABAddressBook::setChangeListener(std::function<void()> listener)
+{
+    if (!listener)
+        m_store->giveUpLooking();
+    const std::scoped_lock storeLock(m_storeMutex);
+    m_store->setChangeListener(std::move(listener));
+}
+
+Result<std::size_t> ABAddressBook::takeInOutsideChanges()
+{
+    const auto outside = m_store->takeChangesFromOutside();
+    if (!outside)
+        return outside.error();
+    const std::vector<QString> uids = takeIn(*outside);
+    const std::unordered_set<QString> told(m_untold.begin(), m_untold.end());
+    std::ranges::copy_if(
+        uids, std::back_inserter(m_untold), [&told](const QString &uid) { return !told.contains(uid); });
+    return uids.size();
+}
+
+std::vector<QString> ABAddressBook::takeIn(const std::vector<OutsideChange> &changes)
+{
+    const std::scoped_lock lock(m_mutex);
+    std::vector<QString> uids;
+    bool wasRemoved = false;
+    for (const OutsideChange &change : changes) {
+        if (!takeIn(change))
+            continue;
+        uids.push_back(change.uid);
+        wasRemoved = wasRemoved || !change.now;
+    }
+    if (wasRemoved)
+        takeOutRemoved();
+    return uids;
+}
+
+bool ABAddressBook::takeIn(const OutsideChange &change)
+{
+    const auto &[uid, now] = change;
+    const auto removed = m_removedPeople.find(uid);
+    const auto found = uidIndex().find(uid);
+    if (removed == m_removedPeople.end() && found == uidIndex().end()) {
+        if (!now)
+            return false;
+        const auto person = std::make_shared<ABPerson>(uid, now);
+        person->setPendingChanges(m_pending);
+        insert(person);
+        return true;
+    }
+    const ABPersonPtr person = removed != m_removedPeople.end() ? removed->second : found->second;
+    const auto pending = m_pending->entryOf(person);
+    const PersonRecordPtr known = pending ? pending->before : person->record();
+    if (now && known && *now == *known)
+        return false; // an echo of what was saved or read here
+
+    const bool removedHere = pending && pending->removed;
+    const bool clashes =
+        pending && (removedHere ? now != nullptr : !(now && known) || changesClash(*known, *person->record(), *now));
+    if (clashes)
+        m_dropped.push_back(uid);
+    if (pending && !clashes && now) {
+        person->rebase(known, now);
+        return true;
+    }
+    settle(person, now);
+    return true;
+}
+
+void ABAddressBook::settle(const ABPersonPtr &person, const PersonRecordPtr &stored)
+{
+    const bool wasRemoved = m_removedPeople.erase(person->uniqueId()) > 0;
+    if (!stored) {
+        m_pending->settle(person.get(), nullptr, false);
+        uidIndex().erase(person->uniqueId());
+        person->setPendingChanges(nullptr);
+        person->m_isRemoved = true;
+        return;
+    }
+    if (wasRemoved) {
+        m_pending->noteReturn(person);
+        person->m_isRemoved = false;
+        insert(person);
+    }
+    person->setStoredRecord(stored);
+}
+
+void ABAddressBook::takeOutRemoved()
+{
+    m_pending->touch();
+    std::erase_if(m_people, [](const ABPersonPtr &person) { return person->isRemoved(); });
+}
+
+Result<std::vector<ChangeSummary>> ABAddressBook::history()
+{
+    const std::scoped_lock lock(m_storeMutex);
+    return m_store->history();
+}
+
+Result<ChangeStep> ABAddressBook::historyStep(const QString &causeId)
+{
+    const std::scoped_lock lock(m_storeMutex);
+    return m_store->historyStep(causeId);
+}
+
+Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const ChangeCausePtr &cause)
+{
+    const std::scoped_lock lock(m_storeMutex);
+    for (const auto &entry : m_pending->entries()) {
+        const QString &uid = entry.person->uniqueId();
+        if (std::ranges::find(changes, uid, &RecordChange::uid) != changes.end())
+            return Error{ErrorKind::Conflict,
+                uid % QStringLiteral(": has changes that are not saved yet; nothing was restored")};
+    }
+    if (changes.empty())
+        return {};
+    for (RecordChange &change : changes)
+        change.cause = cause;
+    if (auto committed = m_store->commit(changes); !committed)
+        return committed;
+    std::vector<OutsideChange> now;
+    now.reserve(changes.size());
+    for (const RecordChange &change : changes)
+        now.push_back({change.uid, change.after});
+    takeIn(now);
+    return {};
+}
+
 void ABAddressBook::insert(const ABPersonPtr &person)
 {
-    if (!m_uidIndex.empty() || m_people.empty())
-        m_uidIndex.emplace(person->uniqueId(), person);
+    if (m_uidIndex)
+        m_uidIndex->emplace(person->uniqueId(), person);
     m_pending->touch();
     if (person->m_order == 0)
         person->m_order = ++m_lastOrder;
@@ -297,35 +419,12 @@ void ABAddressBook::insert(const ABPersonPtr &person)
     m_people.insert(std::ranges::upper_bound(m_people, person->m_order, {}, order), person);
 }
 
-void ABAddressBook::erase(const ABPersonPtr &person)
+std::unordered_map<QString, ABPersonPtr> &ABAddressBook::uidIndex() const
 {
-    m_pending->touch();
-    std::erase(m_people, person);
-    m_uidIndex.erase(person->uniqueId());
-}
-
-bool ABAddressBook::hasUid(const QString &uid)
-{
-    // Whoever adds one person and saves, as a merge does, is served sooner by a search than by an index of everybody.
-    constexpr int kSearches = 4;
-    if (!m_uidIndex.empty() || ++m_searchesSinceSave > kSearches)
-        return uidIndex().contains(uid);
-    for (std::size_t i = 0; i < m_people.size(); ++i) {
-        fetchUidAhead(m_people, i);
-        if (m_people[i]->uniqueId() == uid)
-            return true;
+    if (!m_uidIndex) {
+        m_uidIndex.emplace().reserve(m_people.size());
+        for (const ABPersonPtr &person : m_people)
+            m_uidIndex->emplace(person->uniqueId(), person);
     }
-    return false;
-}
-
-const std::unordered_map<QString, ABPersonPtr> &ABAddressBook::uidIndex() const
-{
-    if (m_uidIndex.empty() && !m_people.empty()) {
-        m_uidIndex.reserve(m_people.size());
-        for (std::size_t i = 0; i < m_people.size(); ++i) {
-            fetchUidAhead(m_people, i);
-            m_uidIndex.emplace(m_people[i]->uniqueId(), m_people[i]);
-        }
-    }
-    return m_uidIndex;
+    return *m_uidIndex;
 }

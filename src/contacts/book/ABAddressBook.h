@@ -4,7 +4,6 @@
 
 #include "contacts/book/ABPerson.h"
 #include "contacts/book/AddressBookStore.h"
-#include "contacts/book/RestorePlan.h"
 
 #include <QList>
 
@@ -81,21 +80,17 @@ public:
     /// refresh() that waits.
     void setChangeListener(std::function<void()> listener);
 
-    // The history, as the store keeps it. These four may take as long as the store; none belongs on a main thread.
+    // These three may take as long as the store; none belongs on a main thread.
+    /// As the store keeps it.
     Result<std::vector<ChangeSummary>> history();
     Result<ChangeStep> historyStep(const QString &causeId);
-    /// What apply() has to do so that everybody is as before these causes' changes; in any order, repeated ids count
-    /// once. Takes in what others changed first. Errors as those of planRestore(), and NotFound.
-    Result<RestorePlan> planRestore(const QStringList &causeIds);
-    /// The same for holding exactly @p wanted.
-    Result<RestorePlan> planReplacement(const std::vector<StoredRecord> &wanted);
     /// Writes the changes to the store and makes the people agree with it. People who are added are new objects. On any
     /// error (Conflict: somebody was faster, or changed a person here without saving it) nothing is changed, neither
     /// here nor there.
     Result<void> apply(std::vector<RecordChange> changes, const ChangeCausePtr &cause);
-    /// The same for a plan; a restore is a cause of its own.
-    Result<void> apply(const RestorePlan &plan);
 
+    /// As AddressBookStore::comparesKeptLines().
+    bool comparesKeptLines() const { return m_store->comparesKeptLines(); }
     bool canWrite() const { return m_store->canWrite(); }
     Error readOnlyReason() const { return m_store->readOnlyReason(); }
     /// Whether there is a shared address book that cannot be written.
@@ -113,15 +108,16 @@ private:
     Result<void> commitPending();
     /// Refreshes with m_storeMutex held; says how many people were changed by it.
     Result<std::size_t> takeInOutsideChanges();
+    /// Makes the people agree with the store; returns the uids of those for whom that was news.
+    std::vector<QString> takeIn(const std::vector<OutsideChange> &changes);
     bool takeIn(const OutsideChange &change);
+    /// Gives up what is pending of the person; null: it is stored no longer.
+    void settle(const ABPersonPtr &person, const PersonRecordPtr &stored);
+    /// All at once: each by itself would be a walk over everybody.
+    void takeOutRemoved();
     void forgetRemoved(const ABPersonPtr &person);
-    Result<void> checkNothingPending(const std::vector<RecordChange> &changes) const;
-    void takeOut(const std::vector<QString> &uids);
-    SameRecord sameRecord() const;
     void insert(const ABPersonPtr &person);
-    void erase(const ABPersonPtr &person);
-    const std::unordered_map<QString, ABPersonPtr> &uidIndex() const;
-    bool hasUid(const QString &uid);
+    std::unordered_map<QString, ABPersonPtr> &uidIndex() const;
 
     std::unique_ptr<AddressBookStore> m_store; // null after close()
     const std::shared_ptr<PendingChanges> m_pending;
@@ -135,6 +131,6 @@ private:
     std::unordered_map<QString, ABPersonPtr> m_removedPeople; // by uid, until their removal is saved
     mutable PeopleSnapshot m_snapshot; // null, or of the version below
     mutable quint64 m_snapshotVersion = 0;
-    mutable std::unordered_map<QString, ABPersonPtr> m_uidIndex; // made when first asked for: most runs never do
-    int m_searchesSinceSave = 0; // by uid, while there is no index
+    mutable std::optional<std::unordered_map<QString, ABPersonPtr>>
+        m_uidIndex; // made when first asked for: most runs never do
 };

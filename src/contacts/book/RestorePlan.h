@@ -2,10 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/book/AddressBookStore.h"
-#include "contacts/book/ChangeHistory.h"
-
-#include <functional>
+#include "contacts/book/ABAddressBook.h"
 
 /// What a restore is going to do, decided before anything is changed.
 struct RestorePlan
@@ -17,19 +14,17 @@ struct RestorePlan
     qint64 removed = 0;
 };
 
-/// The record that the address book holds of a uid; null for none.
-using CurrentRecord = std::function<PersonRecordPtr(const QString &uid)>;
-/// Whether two records count as the same.
-using SameRecord = std::function<bool(const PersonRecord &a, const PersonRecord &b)>;
+/// What has to be done so that everybody is as before these causes' changes; in any order, repeated ids count once.
+/// Every person is put back as it was before the step, with the lines kept from its card. Takes in what others changed
+/// first.
+/// Conflict: a person is not as its step left it, whoever changed it; the text names the first such person and says
+/// how. Invalid: there is nothing to put back. NotFound: the history knows no such cause.
+Result<RestorePlan> planRestore(ABAddressBook &book, const QStringList &causeIds);
 
-/// Takes @p steps back, the first one first: newest first is the order that works. Every person is put back as it was
-/// before the step, with the lines kept from its card.
-/// Conflict: a person is not as its step left it, by whosever deed; the text names the first such person and says how.
-/// Invalid: there is nothing to put back.
-Result<RestorePlan> planRestore(
-    const std::vector<ChangeStep> &steps, const CurrentRecord &current, const SameRecord &same);
+/// The same for holding exactly @p wanted, which has each uid once. No changes where that is so already. Additions come
+/// in the order of @p wanted.
+Result<RestorePlan> planReplacement(ABAddressBook &book, const std::vector<StoredRecord> &wanted);
 
-/// Makes @p current what @p wanted is; both hold each uid once. No changes where they are the same already.
-/// Additions come in the order of @p wanted.
-RestorePlan planReplacement(
-    const std::vector<StoredRecord> &current, const std::vector<StoredRecord> &wanted, const SameRecord &same);
+/// Carries a plan out as a cause of its own; errors as those of ABAddressBook::apply(). All three may take as long as
+/// the store; none belongs on a main thread.
+Result<void> restore(ABAddressBook &book, const RestorePlan &plan);

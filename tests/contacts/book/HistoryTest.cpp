@@ -120,8 +120,8 @@ private:
 
     static Result<void> restore(ABAddressBook &book, const QStringList &ids)
     {
-        const auto plan = book.planRestore(ids);
-        return plan ? book.apply(*plan) : plan.error();
+        const auto plan = planRestore(book, ids);
+        return plan ? ::restore(book, *plan) : plan.error();
     }
 
 private Q_SLOTS:
@@ -250,13 +250,13 @@ private Q_SLOTS:
         const auto book = bookOf(std::move(failing));
         addPeople(*book, {{u("a"), record("{'firstName':'A'}")}, {u("b"), record("{'firstName':'B'}")}});
         merge(*book, {u("a"), u("b")}, {u("m"), record("{'firstName':'M'}")});
-        const auto plan = book->planRestore({idOf(*book, 0)});
+        const auto plan = planRestore(*book, {idOf(*book, 0)});
         QVERIFY(plan);
         store.failAtCall(store.callCount() + 1);
-        QVERIFY(!book->apply(*plan));
+        QVERIFY(!::restore(*book, *plan));
         QCOMPARE(peopleIn(*book), u("m=M"));
         QVERIFY(!book->hasUnsavedChanges());
-        QVERIFY(book->apply(*plan));
+        QVERIFY(::restore(*book, *plan));
         QCOMPARE(peopleIn(*bookOf(std::make_unique<MemoryStore>(shared))), u("a=A b=B"));
     }
 

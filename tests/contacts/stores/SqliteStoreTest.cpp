@@ -280,7 +280,7 @@ private Q_SLOTS:
         const auto later = store->historyStep(steps[0].cause.id);
         QVERIFY(later->changes[0].afterIsLost && !later->changes[0].after);
         QVERIFY(!store->historyStep(steps[1].cause.id)->changes[0].afterIsLost);
-        const auto plan = (*ABAddressBook::open(open(path)))->planRestore({steps[0].cause.id});
+        const auto plan = planRestore(**ABAddressBook::open(open(path)), {steps[0].cause.id});
         QCOMPARE(plan.error().text, u("a (A2 by hand): was changed since; nothing was restored"));
     }
 

@@ -75,7 +75,7 @@ Result<RestorePlan> planRestoreOfBackup(ABAddressBook &book, const QString &path
     const auto people = peopleInFile(path);
     if (!people)
         return people.error();
-    auto plan = book.planReplacement(*people);
+    auto plan = planReplacement(book, *people);
     if (plan)
         plan->description = QFileInfo(path).fileName();
     return plan;
