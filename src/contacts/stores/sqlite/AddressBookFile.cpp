@@ -32,6 +32,17 @@ constexpr qint64 kHeaderSize = 100;
 constexpr qsizetype kUserVersionOffset = 60;
 constexpr qsizetype kApplicationIdOffset = 68;
 
+/// A new name is only on the disk when its folder is synced. Until then a power cut takes everything that is saved
+/// there.
+void syncFolder(const QString &path)
+{
+    const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    ::fsync(folder);
+    ::close(folder);
+}
+
 QString lastSystemError()
 {
     return QString::fromLocal8Bit(std::strerror(errno));
@@ -150,7 +161,11 @@ bool makeFolder(const QString &path)
     if (folder.isDir())
         return true;
     const QString parent = folder.absolutePath();
-    return parent != path && makeFolder(parent) && ::mkdir(QFile::encodeName(path).constData(), 0700) == 0;
+    const bool isThere =
+        parent != path && makeFolder(parent) && ::mkdir(QFile::encodeName(path).constData(), 0700) == 0;
+    if (isThere)
+        syncFolder(parent);
+    return isThere;
 }
 
 QString companionOf(const QString &path)
@@ -226,12 +241,7 @@ Result<bool> moveIntoPlace(const QByteArray &temporaryName, const QString &path,
     if (result != 0)
         return Error{
             ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % lastSystemError()};
-    const int folder =
-        ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        ::fsync(folder); // or a power cut could take the file's name, and with it every save that follows
-        ::close(folder);
-    }
+    syncFolder(QFileInfo(path).absolutePath());
     return true;
 }
 
