@@ -161,8 +161,9 @@ bool makeFolder(const QString &path)
     if (folder.isDir())
         return true;
     const QString parent = folder.absolutePath();
-    const bool isThere =
-        parent != path && makeFolder(parent) && ::mkdir(QFile::encodeName(path).constData(), 0700) == 0;
+    const bool isThere = parent != path && makeFolder(parent)
+        && (::mkdir(QFile::encodeName(path).constData(), 0700) == 0
+            || (errno == EEXIST && QFileInfo(path).isDir())); // another program was faster
     if (isThere)
         syncFolder(parent);
     return isThere;
@@ -189,8 +190,9 @@ Result<void> create(const QString &path)
     const auto failed = [&](const QString &reason) {
         return Error{ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % reason};
     };
-    // SQLite would take what it finds beside the new file for its own.
-    if (const QString companion = companionOf(path); !companion.isEmpty())
+    // SQLite would take what it finds beside the new file for its own. If another program is faster, its file is there
+    // before anything is beside it.
+    if (const QString companion = companionOf(path); !companion.isEmpty() && QFileInfo(path).size() == 0)
         return Error{ErrorKind::Invalid,
             path % QStringLiteral(": the address book is gone, but ") % companion
                 % QStringLiteral(" belongs to it and may hold changes; put the address book back or move that away")};
