@@ -14,9 +14,13 @@
 //   PEOPLENOOK_FAULT_WHILE  only while this file exists; without it, always
 //   PEOPLENOOK_FAULT_CLOCK  seconds by which the clock is ahead; may be negative
 //   PEOPLENOOK_FAULT_MARK   a file that is made when the call is reached
+//   PEOPLENOOK_FAULT_RECORD a file to which every call that succeeds is appended (faults/DiskCall.h), and what the
+//                           program writes on standard output; without streams
 //
 // Calls that open, write, sync, cut, name or unname files count. A disk that is full (ENOSPC) refuses only what needs
 // room. SQLite's shared index is written through memory and cannot fail here.
+
+#include "faults/DiskCall.h"
 
 #include <cerrno>
 #include <csignal>
@@ -29,10 +33,12 @@
 #include <string>
 #include <sys/stat.h>
 #include <sys/time.h>
+#include <sys/uio.h>
 #include <time.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <mutex>
 
 namespace {
 
@@ -68,21 +74,72 @@ template <typename Function> Function *real(const char *name)
     return reinterpret_cast<Function *>(::dlsym(RTLD_NEXT, name));
 }
 
-bool counts(const char *path)
+bool isWatched(const char *path)
 {
     const std::string &folder = plan().folder;
-    return plan().at > 0 && !folder.empty() && path && std::strncmp(path, folder.c_str(), folder.size()) == 0;
+    return !folder.empty() && path && std::strncmp(path, folder.c_str(), folder.size()) == 0;
+}
+
+std::string pathOf(int descriptor)
+{
+    char target[4096];
+    const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
+    const ssize_t length = ::readlink(link.c_str(), target, sizeof target);
+    return {target, length > 0 ? std::size_t(length) : 0};
+}
+
+bool counts(const char *path)
+{
+    return plan().at > 0 && isWatched(path);
 }
 
 bool counts(int descriptor)
 {
-    if (plan().at <= 0)
-        return false;
-    char target[4096];
-    const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
-    const ssize_t length = ::readlink(link.c_str(), target, sizeof target - 1);
-    target[length > 0 ? length : 0] = '\0';
-    return counts(target);
+    return plan().at > 0 && isWatched(pathOf(descriptor).c_str());
+}
+
+int recordFile()
+{
+    static const int file = real<int(const char *, int, ...)>("open")(
+        setting("PEOPLENOOK_FAULT_RECORD"), O_CREAT | O_WRONLY | O_APPEND | O_CLOEXEC, 0600);
+    return file;
+}
+
+struct Note
+{
+    DiskCall::Kind kind;
+    int descriptor; ///< used without a path
+    const char *path = nullptr;
+    std::string_view data = {};
+    off_t offset = -1; ///< none: where the descriptor stands
+};
+
+/// Makes a call, and writes it down if it succeeds, with no other between.
+template <typename Call> auto noted(const Note &note, Call call)
+{
+    if (recordFile() < 0)
+        return call();
+    static std::mutex mutex;
+    const std::scoped_lock lock(mutex);
+    const auto result = call();
+    const int errnoBefore = errno;
+    const std::string path = note.path ? note.path : pathOf(note.descriptor);
+    const bool isTold = note.kind == DiskCall::Kind::Write && note.descriptor == STDOUT_FILENO;
+    if (result >= 0 && (isTold || isWatched(path.c_str()))) {
+        struct stat status = {};
+        note.path ? ::stat(note.path, &status) : ::fstat(note.descriptor, &status);
+        const bool isWrite = note.kind == DiskCall::Kind::Write;
+        const std::size_t size = isWrite ? std::size_t(result) : note.data.size();
+        const off_t end = isWrite && note.offset < 0 ? ::lseek(note.descriptor, 0, SEEK_CUR) : 0;
+        DiskCall disk{isTold ? DiskCall::Kind::Tell : note.kind, status.st_ino,
+            note.offset < 0 ? end - off_t(size) : note.offset, path.size(), size};
+        const iovec parts[] = {{&disk, sizeof disk}, {const_cast<char *>(path.data()), path.size()},
+            {const_cast<char *>(note.data.data()), size}};
+        if (::writev(recordFile(), parts, 3) != ssize_t(sizeof disk + path.size() + size))
+            std::abort();
+    }
+    errno = errnoBefore;
+    return result;
 }
 
 std::atomic<int> callCount = 0;
@@ -157,11 +214,13 @@ bool opens(int flags)
     return plan().error == EROFS && (flags & O_ACCMODE) != O_RDONLY;
 }
 
-template <typename Write> ssize_t spoiledWrite(int descriptor, std::size_t size, Write write)
+template <typename Write>
+ssize_t spoiledWrite(int descriptor, const void *data, std::size_t size, off_t offset, Write write)
 {
     if (counts(descriptor) && isSpoiled(Need::Room, [&] { write(size / 2); }))
         return -1;
-    return write(size);
+    const std::string_view text(static_cast<const char *>(data), size);
+    return noted({DiskCall::Kind::Write, descriptor, nullptr, text, offset}, [&] { return write(size); });
 }
 
 } // namespace
@@ -182,19 +241,21 @@ extern "C" {
 ssize_t write(int descriptor, const void *data, size_t size)
 {
     static const auto call = real<ssize_t(int, const void *, size_t)>("write");
-    return spoiledWrite(descriptor, size, [&](size_t part) { return call(descriptor, data, part); });
+    return spoiledWrite(descriptor, data, size, -1, [&](size_t part) { return call(descriptor, data, part); });
 }
 
 ssize_t pwrite(int descriptor, const void *data, size_t size, off_t offset)
 {
     static const auto call = real<ssize_t(int, const void *, size_t, off_t)>("pwrite");
-    return spoiledWrite(descriptor, size, [&](size_t part) { return call(descriptor, data, part, offset); });
+    return spoiledWrite(
+        descriptor, data, size, offset, [&](size_t part) { return call(descriptor, data, part, offset); });
 }
 
 ssize_t pwrite64(int descriptor, const void *data, size_t size, off64_t offset)
 {
     static const auto call = real<ssize_t(int, const void *, size_t, off64_t)>("pwrite64");
-    return spoiledWrite(descriptor, size, [&](size_t part) { return call(descriptor, data, part, offset); });
+    return spoiledWrite(
+        descriptor, data, size, offset, [&](size_t part) { return call(descriptor, data, part, offset); });
 }
 
 /// Libraries write documents through streams, whose own writes cannot be seen from outside.
@@ -223,35 +284,39 @@ int clock_gettime(clockid_t clock, timespec *time) noexcept
     return result;
 }
 
-#define PEOPLENOOK_ON_DESCRIPTOR(NAME, NEED, PARAMETERS, ARGUMENTS)                                                    \
+#define PEOPLENOOK_ON_DESCRIPTOR(NAME, NEED, KIND, OFFSET, PARAMETERS, ARGUMENTS)                                      \
     int NAME PARAMETERS                                                                                                \
     {                                                                                                                  \
         static const auto call = real<int PARAMETERS>(#NAME);                                                          \
-        return counts(descriptor) && isSpoiled(NEED) ? -1 : call ARGUMENTS;                                            \
+        return counts(descriptor) && isSpoiled(NEED)                                                                   \
+            ? -1                                                                                                       \
+            : noted({DiskCall::Kind::KIND, descriptor, nullptr, {}, OFFSET}, [&] { return call ARGUMENTS; });          \
     }
 
-PEOPLENOOK_ON_DESCRIPTOR(fsync, Need::Room, (int descriptor), (descriptor))
-PEOPLENOOK_ON_DESCRIPTOR(fdatasync, Need::Room, (int descriptor), (descriptor))
-PEOPLENOOK_ON_DESCRIPTOR(ftruncate, Need::NoRoom, (int descriptor, off_t size), (descriptor, size))
-PEOPLENOOK_ON_DESCRIPTOR(ftruncate64, Need::NoRoom, (int descriptor, off64_t size), (descriptor, size))
+PEOPLENOOK_ON_DESCRIPTOR(fsync, Need::Room, Sync, 0, (int descriptor), (descriptor))
+PEOPLENOOK_ON_DESCRIPTOR(fdatasync, Need::Room, Sync, 0, (int descriptor), (descriptor))
+PEOPLENOOK_ON_DESCRIPTOR(ftruncate, Need::NoRoom, Cut, size, (int descriptor, off_t size), (descriptor, size))
+PEOPLENOOK_ON_DESCRIPTOR(ftruncate64, Need::NoRoom, Cut, size, (int descriptor, off64_t size), (descriptor, size))
 
-#define PEOPLENOOK_ON_PATH(NAME, NEED, PARAMETERS, ARGUMENTS)                                                          \
+#define PEOPLENOOK_ON_PATH(NAME, NEED, KIND, FROM, PARAMETERS, ARGUMENTS)                                              \
     int NAME PARAMETERS                                                                                                \
     {                                                                                                                  \
         static const auto call = real<int PARAMETERS>(#NAME);                                                          \
-        return counts(path) && isSpoiled(NEED) ? -1 : call ARGUMENTS;                                                  \
+        return counts(path) && isSpoiled(NEED)                                                                         \
+            ? -1                                                                                                       \
+            : noted({DiskCall::Kind::KIND, -1, path, FROM}, [&] { return call ARGUMENTS; });                           \
     }
 
-PEOPLENOOK_ON_PATH(unlink, Need::NoRoom, (const char *path), (path))
-PEOPLENOOK_ON_PATH(rename, Need::Room, (const char *from, const char *path), (from, path))
-PEOPLENOOK_ON_PATH(renameat2, Need::Room, (int a, const char *from, int b, const char *path, unsigned flags),
+PEOPLENOOK_ON_PATH(unlink, Need::NoRoom, Unlink, "", (const char *path), (path))
+PEOPLENOOK_ON_PATH(rename, Need::Room, Rename, from, (const char *from, const char *path), (from, path))
+PEOPLENOOK_ON_PATH(renameat2, Need::Room, Rename, from,
+    (int a, const char *from, int b, const char *path, unsigned flags), (a, from, b, path, flags))
+PEOPLENOOK_ON_PATH(link, Need::Room, Link, "", (const char *from, const char *path), (from, path))
+PEOPLENOOK_ON_PATH(linkat, Need::Room, Link, "", (int a, const char *from, int b, const char *path, int flags),
     (a, from, b, path, flags))
-PEOPLENOOK_ON_PATH(link, Need::Room, (const char *from, const char *path), (from, path))
-PEOPLENOOK_ON_PATH(
-    linkat, Need::Room, (int a, const char *from, int b, const char *path, int flags), (a, from, b, path, flags))
-PEOPLENOOK_ON_PATH(mkdir, Need::Room, (const char *path, mode_t mode), (path, mode))
-PEOPLENOOK_ON_PATH(mkstemp, Need::Room, (char *path), (path))
-PEOPLENOOK_ON_PATH(mkstemp64, Need::Room, (char *path), (path))
+PEOPLENOOK_ON_PATH(mkdir, Need::Room, MakeFolder, "", (const char *path, mode_t mode), (path, mode))
+PEOPLENOOK_ON_PATH(mkstemp, Need::Room, Make, "", (char *path), (path))
+PEOPLENOOK_ON_PATH(mkstemp64, Need::Room, Make, "", (char *path), (path))
 
 #define PEOPLENOOK_ON_OPEN(NAME)                                                                                       \
     int NAME(const char *path, int flags, ...)                                                                         \
@@ -262,7 +327,14 @@ PEOPLENOOK_ON_PATH(mkstemp64, Need::Room, (char *path), (path))
         const mode_t mode = changesFiles(flags) ? va_arg(list, mode_t) : 0;                                            \
         va_end(list);                                                                                                  \
         const bool matters = (changesFiles(flags) || opens(flags)) && counts(path);                                    \
-        return matters && isSpoiled(Need::Room) ? -1 : call(path, flags, mode);                                        \
+        if (matters && isSpoiled(Need::Room))                                                                          \
+            return -1;                                                                                                 \
+        const bool makes = (flags & O_CREAT) != 0 && ::access(path, F_OK) != 0;                                        \
+        const auto opened = [&] { return call(path, flags, mode); };                                                   \
+        const int file = makes ? noted({DiskCall::Kind::Make, -1, path}, opened) : opened();                           \
+        if (file >= 0 && (flags & O_TRUNC) != 0)                                                                       \
+            noted({DiskCall::Kind::Cut, file, nullptr, {}, 0}, [] { return 0; });                                      \
+        return file;                                                                                                   \
     }
 
 PEOPLENOOK_ON_OPEN(open)

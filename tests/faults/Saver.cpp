@@ -4,7 +4,19 @@
 #include "faults/SavedStates.h"
 
 #include <cstdlib>
+#include <sqlite3.h>
 #include <unistd.h>
+
+namespace {
+
+/// So that a few saves fill the log, and it is moved into the file and begun again between them.
+int makeLogsShort(sqlite3 *database, char ** /*error*/, const void * /*api*/)
+{
+    constexpr int kPages = 10;
+    return sqlite3_wal_autocheckpoint(database, kPages);
+}
+
+} // namespace
 
 /// Saver ADDRESS_BOOK SEED DONE SAVES: goes on where DONE saves ended and makes SAVES more; a byte on standard output
 /// for each that was acknowledged. Ends with 1 at the first that is refused.
@@ -12,6 +24,7 @@ int main(int argc, char *argv[])
 {
     if (argc != 5)
         return 2;
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(&makeLogsShort));
     SavedStates states(unsigned(std::atoi(argv[2])));
     for (int i = std::atoi(argv[3]); i > 0; --i)
         states.next();
