@@ -26,20 +26,6 @@ using CellForm = std::array<char, kCellSize>;
 constexpr CellForm kOldCell{3, 0, 3, 0, 0x10};
 constexpr CellForm kNewCell{5, 3, 0, 0, 0, 0, 0, 0, 8};
 
-qsizetype varintSize(quint64 value)
-{
-    qsizetype size = 1;
-    for (; value >= 0x80; value >>= 7)
-        ++size;
-    return size;
-}
-
-/// The field's number takes one byte, as those below 16 do.
-qsizetype sizeWithHeader(qsizetype length)
-{
-    return 1 + varintSize(quint64(length)) + length;
-}
-
 void appendCell(QByteArray &cells, const CellForm &form, quint32 key)
 {
     const quint32 bytes = qToLittleEndian(key);
@@ -134,9 +120,7 @@ void NumbersTable::addIdentities(quint64 id, const QUuid &seed)
             }
         }
     };
-    qint64 length = 0;
-    walk([&length](QByteArrayView part) { length += part.size(); });
-    m_package.addLarge(id, UuidMap, length, {}, walk);
+    m_package.addLarge(id, UuidMap, {}, walk);
 }
 
 void NumbersTable::writeComponents(TextRepairs &repairs)
@@ -200,9 +184,7 @@ ProtobufMessage NumbersTable::row(quint32 index, quint32 indexInTile, TextRepair
         ++m_cellsInColumn[column];
         appendCell(oldCells, kOldCell, ++m_lastKey);
         appendCell(newCells, kNewCell, m_lastKey);
-        m_textsSize += sizeWithHeader(textEntry(m_lastKey).data().size() + sizeWithHeader(utf8Length(text)));
     }
-    m_rowHeadersSize += sizeWithHeader(header(index, cells).data().size());
     if (cells == 0)
         return {};
     return ProtobufMessage()
@@ -220,7 +202,7 @@ void NumbersTable::writeTexts(quint64 id)
 {
     const QByteArray head =
         ProtobufMessage().number(1, quint64(ListType::Texts)).number(2, quint64(m_lastKey) + 1).data();
-    m_package.addLarge(id, DataList, head.size() + m_textsSize, {}, [this, &head](const IwaPackage::Sink &sink) {
+    m_package.addLarge(id, DataList, {}, [this, &head](const IwaPackage::Sink &sink) {
         sink(head);
         quint32 key = 0;
         for (quint32 row = 0; row < rowCount(); ++row) {
@@ -235,16 +217,14 @@ void NumbersTable::writeTexts(quint64 id)
 void NumbersTable::writeRowHeaders()
 {
     const QByteArray head = ProtobufMessage().number(1, 1).data();
-    m_package.addLarge(
-        m_rowHeaders, HeaderBucket, head.size() + m_rowHeadersSize, {}, [this, &head](const IwaPackage::Sink &sink) {
-            sink(head);
-            for (quint32 row = 0; row < rowCount(); ++row) {
-                const auto &texts = textsOf(row);
-                const auto empty =
-                    std::count_if(texts.begin(), texts.end(), [](const QString &t) { return t.isEmpty(); });
-                sink(ProtobufMessage().message(2, header(row, columnCount() - quint32(empty))).data());
-            }
-        });
+    m_package.addLarge(m_rowHeaders, HeaderBucket, {}, [this, &head](const IwaPackage::Sink &sink) {
+        sink(head);
+        for (quint32 row = 0; row < rowCount(); ++row) {
+            const auto &texts = textsOf(row);
+            const auto empty = std::count_if(texts.begin(), texts.end(), [](const QString &t) { return t.isEmpty(); });
+            sink(ProtobufMessage().message(2, header(row, columnCount() - quint32(empty))).data());
+        }
+    });
 }
 
 void NumbersTable::writeColumnHeaders()

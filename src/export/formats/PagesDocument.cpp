@@ -107,7 +107,7 @@ Result<void> PagesDocument::writeTo(QIODevice &target, TextRepairs &repairs)
 void PagesDocument::writeBody(quint64 body, quint64 section, TextRepairs &repairs)
 {
     qint64 textLength = 0;
-    walk([&textLength](const QString &text, bool) { textLength += utf8Length(text); }, &repairs);
+    walk([&textLength](const QString &text, bool) { textLength += text.toUtf8().size(); }, &repairs);
     qint64 runsLength = 0;
     walkRuns([&runsLength](QByteArrayView part) { runsLength += part.size(); });
 
@@ -117,9 +117,8 @@ void PagesDocument::writeBody(quint64 body, quint64 section, TextRepairs &repair
     ProtobufMessage::appendBytesHeader(beforeRuns, ParagraphStyles, runsLength);
     const QByteArray end = ProtobufMessage().number(InDocument, true).message(Sections, run(0, section)).data();
 
-    const qint64 length = beforeText.size() + textLength + beforeRuns.size() + runsLength + end.size();
     m_package.addLarge(
-        body, Storage, length, {m_styles.stylesheet(), m_heading, m_line, section}, [&](const IwaPackage::Sink &sink) {
+        body, Storage, {m_styles.stylesheet(), m_heading, m_line, section}, [&](const IwaPackage::Sink &sink) {
             sink(beforeText);
             walk([&sink](const QString &text, bool) { sink(text.toUtf8()); });
             sink(beforeRuns);

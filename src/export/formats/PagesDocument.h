@@ -10,8 +10,8 @@
 /// A Pages document: a heading and lines a contact, in one flow of text. Made from nothing, without a template;
 /// docs/office-formats.md says what is in it and why.
 ///
-/// Memory does not grow with the rows: the text is one message of the format, so the rows are walked once to measure
-/// it, once for the text and once for where each style begins.
+/// Memory does not grow with the rows: the text is one message of the format, so the rows are walked to measure it, for
+/// the text and for where each style begins.
 class PagesDocument
 {
 public:

@@ -87,13 +87,3 @@ QString withoutInsertions(QString safe, TextRepairs *repairs)
         repairs->characters += safe.count(QChar::ObjectReplacementCharacter);
     return safe.replace(QChar::ObjectReplacementCharacter, QChar::ReplacementCharacter);
 }
-
-qsizetype utf8Length(QStringView safe)
-{
-    qsizetype length = 0;
-    for (const QChar unit : safe) {
-        const char16_t code = unit.unicode();
-        length += code < 0x80 ? 1 : code < 0x800 || unit.isSurrogate() ? 2 : 3; // a pair of surrogates: four
-    }
-    return length;
-}

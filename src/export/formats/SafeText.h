@@ -31,6 +31,3 @@ QString safeCell(const QString &text, qsizetype maximum, TextRepairs *repairs = 
 
 /// For formats in whose texts U+FFFC stands for something inserted, which it must not where nothing is: U+FFFD too.
 QString withoutInsertions(QString safe, TextRepairs *repairs = nullptr);
-
-/// How many bytes a safe text takes in UTF-8.
-qsizetype utf8Length(QStringView safe);

@@ -81,9 +81,10 @@ void IwaPackage::add(quint64 id, quint32 type, const ProtobufMessage &message)
     m_stream->write(message.data());
 }
 
-void IwaPackage::addLarge(
-    quint64 id, quint32 type, qint64 length, const std::vector<quint64> &references, const Content &content)
+void IwaPackage::addLarge(quint64 id, quint32 type, const std::vector<quint64> &references, const Content &content)
 {
+    qint64 length = 0;
+    content([&length](QByteArrayView part) { length += part.size(); });
     if (length > kLongestMessage)
         m_error = Error{ErrorKind::Invalid, QStringLiteral("there is more to write than the format holds (2 GB)")};
     if (m_error)
@@ -93,7 +94,7 @@ void IwaPackage::addLarge(
         length -= part.size();
         m_stream->write(part);
     });
-    if (length != 0) // the values changed meanwhile: whatever follows would be read at the wrong place
+    if (length != 0) // the values changed in between: whatever follows would be read at the wrong place
         m_error = Error{ErrorKind::Conflict, QStringLiteral("contacts changed while they were written")};
 }
 

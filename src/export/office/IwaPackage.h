@@ -41,10 +41,9 @@ public:
     void beginComponent(quint64 rootId, const QByteArray &locator, Naming naming = Naming::ByLocator);
     /// An object of the component begun.
     void add(quint64 id, quint32 type, const ProtobufMessage &message);
-    /// The same for a message that is not to be in memory as a whole: @p content is to hand over @p length bytes, and
-    /// @p references are the objects that they point to.
-    void addLarge(
-        quint64 id, quint32 type, qint64 length, const std::vector<quint64> &references, const Content &content);
+    /// The same for a message that is not to be in memory as a whole: @p content is called twice, to measure and to
+    /// write it, and @p references are the objects that it points to.
+    void addLarge(quint64 id, quint32 type, const std::vector<quint64> &references, const Content &content);
 
     /// Ends the package and writes it; like ZipPackage::writeTo(). Once only.
     Result<void> writeTo(QIODevice &target);

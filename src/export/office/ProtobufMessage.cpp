@@ -81,11 +81,6 @@ ProtobufMessage &ProtobufMessage::message(int field, const ProtobufMessage &valu
     return bytes(field, value.m_data);
 }
 
-ProtobufMessage &ProtobufMessage::packed(int field, std::initializer_list<quint64> values)
-{
-    return packed(field, std::vector<quint64>(values));
-}
-
 ProtobufMessage &ProtobufMessage::packed(int field, const std::vector<quint64> &values)
 {
     QByteArray list;

@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QStringView>
 
-#include <initializer_list>
 #include <vector>
 
 /// A message in the binary form of Protocol Buffers, field after field as they are added
@@ -22,7 +21,6 @@ public:
     ProtobufMessage &bytes(int field, QByteArrayView value);
     /// Takes over the references of @p value too.
     ProtobufMessage &message(int field, const ProtobufMessage &value);
-    ProtobufMessage &packed(int field, std::initializer_list<quint64> values);
     ProtobufMessage &packed(int field, const std::vector<quint64> &values);
     /// A message {1: id}, the form in which one object of an archive points to another; the id is noted.
     ProtobufMessage &reference(int field, quint64 objectId);

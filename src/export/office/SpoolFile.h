@@ -27,10 +27,7 @@ protected:
     qint64 writeData(const char *data, qint64 length) override;
 
 private:
-    bool flush();
-
     QTemporaryFile m_file;
-    QByteArray m_pending;
     qint64 m_length = 0;
-    bool m_hasFailed = false;
+    bool m_hasFailed;
 };
