@@ -104,12 +104,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("all");
         QTest::addColumn<QString>("table");
-        QTest::newRow("excel") << u("Save to Excel") << u("Multi-Contacts.xlsx") << u("Multi-Contacts(0).xlsx");
-        QTest::newRow("html") << u("Save to HTML") << u("Multi-Contacts.html") << u("Multi-Contacts(0).html");
-        QTest::newRow("pages") << u("Save to Pages") << u("Multi-Contacts.pages") << u("Multi-Contacts(0).pages");
-        QTest::newRow("numbers") << u("Save to Numbers") << u("Multi-Contacts.numbers")
-                                 << u("Multi-Contacts(0).numbers");
-        QTest::newRow("docx") << u("Save to Docx") << u("Multi-Contacts.docx") << u("Multi-Contacts(0).docx");
+        for (const auto &[kind, extension] : {std::pair("Excel", "xlsx"), std::pair("HTML", "html"),
+                 std::pair("Pages", "pages"), std::pair("Numbers", "numbers"), std::pair("Docx", "docx")})
+            QTest::newRow(kind) << u("Save to ") + u(kind) << u("Multi-Contacts.") + u(extension)
+                                << u("Multi-Contacts(0).") + u(extension);
         QTest::newRow("csv") << u("Save to CSV") << u("Multi-Contacts.csv") << u("allPeople.csv");
         QTest::newRow("vcard") << u("Save to vCard") << u("export_2.vcf") << u("export_2.vcf");
         QTest::newRow("txt") << u("Save to TXT") << u("Multi-Contacts.txt") << u("allPeople.txt");

@@ -7,7 +7,6 @@
 #include "export/formats/ExportToHtml.h"
 #include "export/formats/ExportVCard.h"
 #include "export/formats/OutputFile.h"
-#include "export/formats/RowBlocks.h"
 #include "export/formats/TextTable.h"
 #include "export/formats/XlsxCreater.h"
 #include "support/FailingBuffer.h"
@@ -44,17 +43,6 @@ void put(const QString &path, const QByteArray &content)
 QStringList namesIn(const QString &folder)
 {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
-}
-
-/// What a table of these columns holds, as the readers print it: null where a value is absent or empty.
-QJsonArray cellsOf(const PersonDictionary &row, const ExportColumns &columns)
-{
-    QJsonArray cells;
-    for (const ExportColumn &column : columns) {
-        const QString text = column.field ? row.text(*column.field) : QString();
-        cells.append(text.isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(text));
-    }
-    return cells;
 }
 
 } // namespace
@@ -178,7 +166,6 @@ private Q_SLOTS:
             QVERIFY(!written);
             QCOMPARE(written.error().text, folder + u("/a.txt: cannot be written: disk on fire"));
         }
-        QVERIFY(OutputFile::create(folder + u("/b.txt"), OutputFile::IfTaken::Replace)); // and given up at once
         QCOMPARE(namesIn(folder), QStringList());
         QDir(folder).mkdir(u("c.txt"));
         const auto fill = [](QIODevice &) { return Result<void>(); };
@@ -203,18 +190,6 @@ private Q_SLOTS:
         QVERIFY(ExportCSV().writeCSVFileWithArray({}, folder, true, &report));
         QCOMPARE(namesIn(other.path()), QStringList(u("Multi-Contacts(0).csv")));
         QCOMPARE(contentOf(other.filePath(u("Multi-Contacts(0).csv"))), contentOf(folder + u("/Multi-Contacts.csv")));
-    }
-
-    void fixedColumns()
-    {
-        QCOMPARE(allFieldsColumns().size(), 92U);
-        QCOMPARE(allFieldsColumnsWithoutPhonetic().size(), 90U);
-        QStringList unknown;
-        for (const ExportColumn &column : allFieldsColumns()) {
-            if (!column.field)
-                unknown += column.label;
-        }
-        QCOMPARE(unknown, QStringList({u("Home Stat"), u("Birthady")}));
     }
 
     void texts_data()
@@ -254,13 +229,15 @@ private Q_SLOTS:
     void onePersonsFiles()
     {
         const QString folder = freshFolder();
-        const PersonRow ann = rowOf({{Field::LastName, u("Lee")}, {Field::Birthday, u("2001-02-03")}});
+        const PersonRow ann = rowOf(
+            {{Field::LastName, u("Lee")}, {Field::Birthday, u("2001-02-03")}, {Field::Note, QString(QChar(0xD800))}});
         QVERIFY(ExportCSV().writeCSVFileWithDictionary(*ann, folder));
         QVERIFY(ExportTXT().writeTXTFileWithDictionary(*ann, folder));
         QVERIFY(ExportTXT().writeTXTFileWithDictionary(PersonDictionary(), folder));
-        QCOMPARE(contentOf(folder + u("/(null)Lee.csv")), QByteArray("Last Name,Birthday,\nLee,2001-02-03,"));
+        QCOMPARE(
+            contentOf(folder + u("/(null)Lee.csv")), QByteArray("Last Name,Birthday,Note,\nLee,2001-02-03,\uFFFD,"));
         QCOMPARE(contentOf(folder + u("/(null)Lee.txt")),
-            QByteArray("\"Last Name\"     \"Birthday\"     \n\"Lee\"   \"2001-02-03\"   "));
+            QByteArray("\"Last Name\"     \"Birthday\"     \"Note\"     \n\"Lee\"   \"2001-02-03\"   \"\uFFFD\"   "));
         QCOMPARE(contentOf(folder + u("/(null)(null).txt")), QByteArray("\n"));
         ExportReport report;
         const PersonRow traveller = rowOf({{Field::FirstName, u("../../up")}, {Field::LastName, u("x")}});
@@ -281,109 +258,31 @@ private Q_SLOTS:
         QCOMPARE(namesIn(folder), QStringList({u("allPeople.csv"), u("page.html"), u("sheet.xlsx")}));
     }
 
+    void devicesMayFailAtAnyByte_data()
+    {
+        QTest::addColumn<bool>("isPage");
+        QTest::newRow("page") << true;
+        QTest::newRow("text") << false;
+    }
     void devicesMayFailAtAnyByte()
     {
-        const PersonRows rows = hardRows();
-        TextRepairs repairs;
+        QFETCH(bool, isPage);
+        PersonRows rows = hardRows();
+        rows.insert(rows.end(), 20, rows.front()); // more than is handed on at once
+        const auto writtenTo = [&](QIODevice &target) {
+            TextRepairs repairs;
+            return isPage ? ExportToHtml(rows, {}, true).writePage(target, repairs)
+                          : writeTextTable(target, rows, allFieldsColumns(), {{}, "<", ">", "<", ">", "-"});
+        };
         QBuffer whole;
         whole.open(QIODevice::WriteOnly);
-        QVERIFY(ExportToHtml(rows, {}, true).writePage(whole, repairs));
-        for (qint64 capacity = 0; capacity <= whole.size(); capacity += capacity < 10 ? 1 : 9973) {
+        QVERIFY(writtenTo(whole));
+        for (qint64 capacity = 0; capacity <= whole.size(); capacity += capacity < 10 ? 1 : 19'973) {
             FailingBuffer target(std::min(capacity, whole.size() - 1));
-            const auto written = ExportToHtml(rows, {}, true).writePage(target, repairs);
+            const auto written = writtenTo(target);
             QVERIFY(!written);
             QCOMPARE(written.error().text, u("No space left on device"));
         }
-    }
-
-    void textsOfAnyLengthBecomeUtf8()
-    {
-        for (qsizetype size = 0; size < 44; ++size) {
-            for (qsizetype at = 0; at <= size; ++at) {
-                QString text;
-                for (qsizetype i = 0; i < size; ++i)
-                    text += QChar(char16_t(0x7f - i));
-                if (at < size)
-                    text[at] = QChar(0x80 << at % 8);
-                FailingBuffer target(200);
-                Utf8Output output(target);
-                output.write(text);
-                QVERIFY(output.finish());
-                QCOMPARE(target.data(), text.toUtf8());
-            }
-        }
-    }
-
-    void fullNamesAreWrittenAsTheyAreMade()
-    {
-        constexpr TextTableStyle kStyle{"<", ">", "<", ">", "-"};
-        const ExportColumns columns{{u("N"), Field::Note}, {u("F"), Field::FullName}, {u("L"), Field::LastName}};
-        const QString face = u("😀");
-        PersonRows rows;
-        QByteArray expected = "<N><F><L>\n";
-        const auto add = [&](const QString &first, const QString &last, const QByteArray &line) {
-            PersonRecord record;
-            if (!first.isNull())
-                record.setText(kABFirstNameProperty, first);
-            if (!last.isNull())
-                record.setText(kABLastNameProperty, last);
-            const auto person =
-                std::make_shared<ABPerson>(QString::number(rows.size()), std::make_shared<PersonRecord>(record));
-            rows.push_back(std::make_shared<PersonDictionary>(prasePerson(person, DictionaryForm::Table)));
-            expected += line;
-        };
-        add(u("Åsa"), u("Öst"), "-<ÅsaÖst><Öst>\n");
-        add({}, u("Öst"), "-<(null)Öst><Öst>\n");
-        add(u("Bo"), {}, "-<Bo(null)>-\n");
-        add(u(""), u(""), "-<><>\n");
-        add(face.first(1), face.last(1), "-<😀><\uFFFD>\n"); // joined, two halves are one
-        auto edited = *rows.front();
-        edited.setValue(u("New"), Field::FullName);
-        rows.push_back(std::make_shared<PersonDictionary>(edited));
-        expected += "-<New><Öst>\n";
-        rows.push_back(rows[1]);
-        expected += "-<(null)Öst><Öst>\n";
-        FailingBuffer target(1000);
-        QVERIFY(writeTextTable(target, rows, columns, kStyle));
-        QCOMPARE(target.data(), expected);
-    }
-
-    void rowsAreMadeInBlocksAndWrittenInOrder_data()
-    {
-        QTest::addColumn<int>("count");
-        for (const int count : {0, 1, 512, 513, 2'100, 20'000})
-            QTest::addRow("%d", count) << count;
-    }
-    void rowsAreMadeInBlocksAndWrittenInOrder()
-    {
-        QFETCH(int, count);
-        constexpr TextTableStyle kStyle{"", ",", "", ",", " ,"};
-        const ExportColumns columns{{u("A"), Field::FirstName}, {u("B"), Field::LastName}, {u("C"), Field::Note}};
-        PersonRows rows;
-        QByteArray expected = "A,B,C,\n";
-        for (int i = 0; i < count; ++i) {
-            QByteArrayList cells(3, " ");
-            cells[i % 3] = QByteArray::number(i);
-            expected += cells.join(',') + ",\n";
-            rows.push_back(rowOf({{columns[std::size_t(i % 3)].field.value(), u(cells[i % 3])}}));
-        }
-        FailingBuffer whole(expected.size());
-        QVERIFY(writeTextTable(whole, rows, columns, kStyle));
-        QVERIFY(whole.data() == expected);
-        for (const qint64 capacity : {expected.size() / 2, expected.size() - 1}) {
-            FailingBuffer full(capacity);
-            const auto written = writeTextTable(full, rows, columns, kStyle);
-            QCOMPARE(written ? QString() : written.error().text, u("No space left on device"));
-            QVERIFY(full.data() == expected.first(capacity));
-        }
-        std::atomic<int> made = 0;
-        FailingBuffer full(0);
-        const auto written = writeRowBlocks(full, rows, [&made](Utf8Buffer &text, std::span<const PersonRow> block) {
-            made += int(block.size());
-            text.write('x');
-        });
-        QCOMPARE(bool(written), rows.empty());
-        QVERIFY2(made <= 10'000, qPrintable(QString::number(made)));
     }
 
     void pagesAsOthersReadThem()
@@ -481,13 +380,11 @@ private Q_SLOTS:
         SKIP_WITHOUT(reading);
         const QJsonArray lines = reading.lines();
         const ExportColumns columns = allFields ? allFieldsColumns() : columnsOf(rows);
-        QVERIFY2(lines.size() >= 2, reading.output.constData());
         const QString filter = (allFields ? u("A1:CN") : u("A1:E")) + QString::number(rows.size() + 1);
         QCOMPARE(lines.at(0).toArray(), QJsonArray({u("Contacts"), u("A2"), filter}));
-        QCOMPARE(lines.at(1).toArray(), QJsonArray::fromStringList(labelsOf(columns)));
-        for (std::size_t r = 0; r < rows.size(); ++r) {
-            QCOMPARE(lines.at(qsizetype(r) + 2).toArray(), cellsOf(*rows[r], columns));
-        }
+        QJsonArray found = lines;
+        found.removeFirst();
+        QCOMPARE(found, gridOf(columns, rows));
     }
 
     void workbooksCutWhatCannotBeHeld()

@@ -148,15 +148,6 @@ private:
     }
 
 private Q_SLOTS:
-    void theCheckFindsWhatIsActive()
-    {
-        QStringList texts;
-        QCOMPARE(faultsIn("<r><c><f>1+1</f></c><td onclick='x'>t</td><R TargetMode='External'/></r>", texts),
-            QStringList({u("f"), u("onclick"), u("TargetMode")}));
-        QCOMPARE(texts, QStringList({u("1+1"), u("t")}));
-        QCOMPARE(faultsIn("<r>&xxe;</r>", texts).size(), 1);
-    }
-
     void nothingInADocumentIsActive_data()
     {
         QTest::addColumn<QString>("format");
@@ -180,19 +171,6 @@ private Q_SLOTS:
         const QStringList harmless(hostileTexts().size(), u("x"));
         QCOMPARE(hostile, activeIn(exported(format, rowsOf(harmless), allFields), texts));
         QVERIFY2(hostile.size() < 3, qPrintable(hostile.join(u'\n')));
-    }
-
-    /// CSV and TXT are what they are, byte for byte: no text is escaped, none is changed.
-    void plainTextsStayAsTheyAre()
-    {
-        const QString folder = m_folder.filePath(u("plain"));
-        QDir().mkpath(folder);
-        const PersonRow row = rowOf({{Field::Note, u("=cmd|' /C calc'!A0")}, {Field::FirstName, u("@SUM(1)")}});
-        ExportReport report;
-        QVERIFY(ExportCSV().writeCSVFileWithDictionary(*row, folder, &report));
-        QFile file(report.paths.front());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("Note,First Name,\n=cmd|' /C calc'!A0,@SUM(1),"));
     }
 
     void namesOfFilesStayInTheFolder_data()

@@ -47,36 +47,15 @@ PersonRows numberedRows(int count)
     return rows;
 }
 
-/// What a table is to hold: labels, then a list of texts a row; null for a cell without text.
-QJsonArray gridOf(std::span<const ExportColumn> columns, std::span<const PersonRow> rows)
-{
-    QJsonArray labels;
-    for (const ExportColumn &column : columns)
-        labels.append(column.label);
-    QJsonArray grid;
-    grid.append(labels);
-    for (const PersonRow &row : rows) {
-        QJsonArray cells;
-        for (const ExportColumn &column : columns) {
-            const QString text = column.field ? row->text(*column.field) : QString();
-            cells.append(text.isEmpty() ? QJsonValue() : QJsonValue(text));
-        }
-        grid.append(cells);
-    }
-    return grid;
-}
-
-/// The same as a csv file.
-QByteArray csvOf(const QJsonArray &grid, bool quoteAll)
+/// A grid as a csv file.
+QByteArray csvOf(const QJsonArray &grid)
 {
     QByteArray csv;
     for (const auto &row : grid) {
         QByteArrayList cells;
         for (const auto &cell : row.toArray()) {
             QByteArray text = cell.toString().toUtf8();
-            const bool quote = quoteAll || text.contains('"') || text.contains(',') || text.contains('\n');
-            text.replace('"', "\"\"");
-            cells += quote ? '"' + text + '"' : text;
+            cells += '"' + text.replace('"', "\"\"") + '"';
         }
         csv += cells.join(',') + '\n';
     }
@@ -127,7 +106,7 @@ private Q_SLOTS:
     void numbersHoldsEveryCell_data()
     {
         QTest::addColumn<int>("rows");
-        for (const int rows : {0, 1, 255, 256, 511, 700}) // with the header row, around tiles of 256
+        for (const int rows : {0, 255, 256, 700}) // with the header row, around tiles of 256
             QTest::addRow("%d", rows) << rows;
     }
     void numbersHoldsEveryCell()
@@ -169,18 +148,10 @@ private Q_SLOTS:
         SKIP_WITHOUT(read);
         // It begins with a row of names of its own, and ends with an empty line.
         const QByteArrayList found = read.output.trimmed().split('\n').mid(1);
-        const QByteArrayList expected = csvOf(gridOf(allFieldsColumns(), rows), true).trimmed().split('\n');
+        const QByteArrayList expected = csvOf(gridOf(allFieldsColumns(), rows)).trimmed().split('\n');
         for (qsizetype i = 0; i < qMin(found.size(), expected.size()); ++i)
             QCOMPARE(found.at(i), expected.at(i));
         QCOMPARE(found.size(), expected.size());
-    }
-
-    void numbersInLibreOffice()
-    {
-        const PersonRows rows = hardRows(); // it breaks a text of more than 16,383 characters in two
-        const QByteArray csv = convertedByOffice(written(QStringLiteral("numbers"), rows), QStringLiteral("csv"));
-        SKIP_WITHOUT_OFFICE(csv);
-        QCOMPARE(csv.split('\n'), csvOf(gridOf(allFieldsColumns(), rows), false).split('\n'));
     }
 
     void pagesHoldsEveryParagraph()
@@ -203,7 +174,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<bool>("office");
         QTest::newRow("libetonyek") << QStringLiteral("pages") << false;
-        QTest::newRow("LibreOffice, pages") << QStringLiteral("pages") << true;
         QTest::newRow("docx2txt") << QStringLiteral("docx") << false;
         QTest::newRow("LibreOffice, docx") << QStringLiteral("docx") << true;
     }

@@ -91,19 +91,6 @@ class OfficeExportTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void secondExportTakesAnotherName_data() { addKinds(); }
-    void secondExportTakesAnotherName()
-    {
-        QFETCH(QString, kind);
-        const QTemporaryDir folder;
-        const QString base = folder.filePath(QStringLiteral("Multi-Contacts"));
-        for (const char *name : {"", "(0)", "(1)"}) {
-            const ExportReport report = exportAs(kind, base, rowsWith(QStringLiteral("x")));
-            QCOMPARE(report.paths, QStringList{QString(base + QString::fromLatin1(name) + u'.' + kind)});
-        }
-        QCOMPARE(filesIn(folder).size(), 3);
-    }
-
     void fullDiskLeavesNothing_data() { addKinds(); }
     void fullDiskLeavesNothing()
     {
@@ -161,15 +148,13 @@ private Q_SLOTS:
             const auto read = readBy(QStringLiteral("iwa_decode.py"), {QStringLiteral("cells"), path});
             SKIP_WITHOUT(read);
             const QJsonArray grid = read.lines().at(0).toArray().at(1).toArray();
-            const QJsonArray labels = grid.at(0).toArray();
-            QCOMPARE(labels.size(), allFields ? 92 : 3);
-            QCOMPARE(labels.at(allFields ? 1 : 0).toString(), QStringLiteral("Last Name"));
+            QCOMPARE(grid.at(0).toArray().size(), allFields ? 92 : 3);
             // In the list of all fields the birthday's column has another label, and stays blank.
             const int birthday = allFields ? 70 : 2;
+            QCOMPARE(grid.at(0).toArray().at(birthday).toString(),
+                allFields ? QStringLiteral("Birthady") : QStringLiteral("Birthday"));
             QCOMPARE(
-                labels.at(birthday).toString(), allFields ? QStringLiteral("Birthady") : QStringLiteral("Birthday"));
-            const QJsonValue cell = grid.at(1).toArray().at(birthday);
-            QCOMPARE(cell, allFields ? QJsonValue() : QJsonValue(QStringLiteral("1990-02-03")));
+                grid.at(1).toArray().at(birthday), allFields ? QJsonValue() : QJsonValue(QStringLiteral("1990-02-03")));
         }
     }
 

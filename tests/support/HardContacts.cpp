@@ -49,3 +49,21 @@ PersonRow unholdableRow()
         + QStringLiteral("e\r\nf\rg");
     return rowOf({{Field::FirstName, controls}, {Field::Note, note}});
 }
+
+QJsonArray gridOf(std::span<const ExportColumn> columns, std::span<const PersonRow> rows)
+{
+    QJsonArray labels;
+    for (const ExportColumn &column : columns)
+        labels.append(column.label);
+    QJsonArray grid;
+    grid.append(labels);
+    for (const PersonRow &row : rows) {
+        QJsonArray cells;
+        for (const ExportColumn &column : columns) {
+            const QString text = column.field ? row->text(*column.field) : QString();
+            cells.append(text.isEmpty() ? QJsonValue() : QJsonValue(text));
+        }
+        grid.append(cells);
+    }
+    return grid;
+}

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "table/grid/PersonRows.h"
+#include "export/formats/ExportColumns.h"
+
+#include <QJsonArray>
 
 // Contacts that break exports.
 
@@ -20,3 +22,7 @@ PersonRows hardRows();
 
 /// One person with a note of 40,000 characters, control characters and lone surrogates, which not every format holds.
 PersonRow unholdableRow();
+
+/// What a table is to hold, as the readers print it: labels, then a list of texts per row; null for a cell without
+/// text.
+QJsonArray gridOf(std::span<const ExportColumn> columns, std::span<const PersonRow> rows);

@@ -4,16 +4,10 @@
 
 #include "export/formats/DocxDocument.h"
 
-void DocxCreator::initWithDictionary(PersonRows rows, const QString &SavePath)
-{
-    m_rows = std::move(rows);
-    m_savePath = SavePath;
-}
-
 ExportReport DocxCreator::startConvert() const
 {
     const auto write = [this](QIODevice &target, TextRepairs &repairs) {
         return DocxDocument(m_clock(), m_rows).writeTo(target, repairs);
     };
-    return exportOffice(m_savePath, QStringLiteral("docx"), write);
+    return exportDocument(m_savePath, QLatin1StringView("docx"), write);
 }

@@ -2,22 +2,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "export/formats/OfficeExport.h"
+#include "export/formats/DocumentExport.h"
 
 /// Writes rows as a word-processing document, see DocxDocument. For one thread, any.
-class DocxCreator
+class DocxCreator : public DocumentCreator
 {
 public:
-    explicit DocxCreator(ExportClock clock = QDateTime::currentDateTimeUtc) : m_clock(std::move(clock)) { }
+    using DocumentCreator::DocumentCreator;
 
-    /// @p SavePath is without the extension, which startConvert() adds.
-    /// Each contact shows the fields it has, in the fixed order of the columns of all fields.
-    void initWithDictionary(PersonRows rows, const QString &SavePath);
+    /// Always in the fixed order.
+    void initWithDictionary(PersonRows rows, const QString &SavePath)
+    {
+        DocumentCreator::initWithDictionary(std::move(rows), SavePath, true);
+    }
     /// Names the one file, which is a new one. Where it fails there is none.
     ExportReport startConvert() const;
-
-private:
-    ExportClock m_clock;
-    PersonRows m_rows;
-    QString m_savePath;
 };

@@ -88,43 +88,26 @@ QByteArray coreProperties(const QDateTime &time)
         + "</dcterms:modified></cp:coreProperties>";
 }
 
-/// Names in the form that the writer takes; it puts them out without looking at them further.
-struct Names
+void writeParagraph(QXmlStreamWriter &xml, const QString &style, QStringView text)
 {
-    QString paragraph = QStringLiteral("w:p");
-    QString properties = QStringLiteral("w:pPr");
-    QString style = QStringLiteral("w:pStyle");
-    QString value = QStringLiteral("w:val");
-    QString run = QStringLiteral("w:r");
-    QString text = QStringLiteral("w:t");
-    QString lineBreak = QStringLiteral("w:br");
-    QString tab = QStringLiteral("w:tab");
-    QString space = QStringLiteral("xml:space");
-    QString preserve = QStringLiteral("preserve");
-    QString heading = QStringLiteral("Heading1");
-    QString field = QStringLiteral("Field");
-};
-
-void writeParagraph(QXmlStreamWriter &xml, const Names &names, const QString &style, QStringView text)
-{
-    xml.writeStartElement(names.paragraph);
-    xml.writeStartElement(names.properties);
-    xml.writeEmptyElement(names.style);
-    xml.writeAttribute(names.value, style);
+    xml.writeStartElement(QStringLiteral("w:p"));
+    xml.writeStartElement(QStringLiteral("w:pPr"));
+    xml.writeEmptyElement(QStringLiteral("w:pStyle"));
+    xml.writeAttribute(QStringLiteral("w:val"), style);
     xml.writeEndElement();
-    xml.writeStartElement(names.run);
+    xml.writeStartElement(QStringLiteral("w:r"));
     for (qsizetype begin = 0; begin <= text.size();) {
         qsizetype end = begin;
         while (end < text.size() && text[end] != u'\n' && text[end] != u'\t')
             ++end;
         const QStringView piece = text.sliced(begin, end - begin);
-        xml.writeStartElement(names.text);
+        xml.writeStartElement(QStringLiteral("w:t"));
         if (!piece.isEmpty() && (piece.front().isSpace() || piece.back().isSpace()))
-            xml.writeAttribute(names.space, names.preserve);
+            xml.writeAttribute(QStringLiteral("xml:space"), QStringLiteral("preserve"));
         xml.writeCharacters(piece.toString());
         xml.writeEndElement();
         if (end < text.size())
-            xml.writeEmptyElement(text[end] == u'\n' ? names.lineBreak : names.tab);
+            xml.writeEmptyElement(text[end] == u'\n' ? QStringLiteral("w:br") : QStringLiteral("w:tab"));
         begin = end + 1;
     }
     xml.writeEndElement();
@@ -154,16 +137,15 @@ void writeSection(QXmlStreamWriter &xml)
 
 void DocxDocument::writeBody(QXmlStreamWriter &xml, TextRepairs &repairs) const
 {
-    const Names names;
     xml.writeStartDocument(QStringLiteral("1.0"), true);
     xml.writeNamespace(kWord, QStringLiteral("w"));
     xml.writeNamespace(kRelations, QStringLiteral("r"));
     xml.writeStartElement(kWord, QStringLiteral("document"));
     xml.writeStartElement(kWord, QStringLiteral("body"));
     for (const PersonRow &row : m_rows) {
-        writeParagraph(xml, names, names.heading, contactHeading(*row));
+        writeParagraph(xml, QStringLiteral("Heading1"), contactHeading(*row));
         for (const Field field : shownFields(*row, LineOrder::Fixed))
-            writeParagraph(xml, names, names.field, contactLine(*row, field, &repairs));
+            writeParagraph(xml, QStringLiteral("Field"), contactLine(*row, field, &repairs));
         noteFirst(repairs, *row);
     }
     writeSection(xml);

@@ -5,25 +5,18 @@
 #include "export/formats/TextTable.h"
 
 namespace {
-
-constexpr TextTableStyle kStyle{"", ",", "", ",", "     ,"};
-
-QString extension()
-{
-    return QStringLiteral("csv");
-}
-
+constexpr TextTableStyle kStyle{QLatin1StringView("csv"), "", ",", "", ",", "     ,"};
 } // namespace
 
 bool ExportCSV::writeCSVFileWithArray(
     const PersonRows &rows, const QString &exportDesPath, bool isShowAllInfo, ExportReport *report) const
 {
-    const ExportColumns columns = isShowAllInfo ? allFieldsColumns() : columnsOf(rows);
-    return writeTextTableFile({exportDesPath, extension(), isShowAllInfo}, rows, columns, kStyle, report);
+    return isShowAllInfo ? writeTextTableFile(exportDesPath, kAllFieldsName, rows, allFieldsColumns(), kStyle, report)
+                         : writeTextTableFile(exportDesPath, kShownFieldsName, rows, columnsOf(rows), kStyle, report);
 }
 
 bool ExportCSV::writeCSVFileWithDictionary(
     const PersonDictionary &row, const QString &exportDesPath, ExportReport *report) const
 {
-    return writePersonFile(exportDesPath, extension(), row, kStyle, report);
+    return writePersonFile(exportDesPath, row, kStyle, report);
 }

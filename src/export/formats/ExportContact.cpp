@@ -4,7 +4,6 @@
 
 #include "export/formats/DocxCreator.h"
 #include "export/formats/ExportCSV.h"
-#include "export/formats/ExportLog.h"
 #include "export/formats/ExportTXT.h"
 #include "export/formats/ExportToHtml.h"
 #include "export/formats/ExportVCard.h"
@@ -14,11 +13,14 @@
 #include "table/grid/LoadContactsViewController.h"
 
 #include <QElapsedTimer>
+#include <QLoggingCategory>
 #include <QPointer>
 
 #include <array>
 
 namespace {
+
+Q_LOGGING_CATEGORY(lcExport, "peoplenook.export")
 
 const QString kBaseName = QStringLiteral("/Multi-Contacts");
 
@@ -31,41 +33,37 @@ PersonRows shownFieldsOf(const PersonRows &rows, const std::vector<Field> &colum
     return copies;
 }
 
-/// The rows for a writer, and whether it shows all fields; nothing for a tag that is none.
-struct Scope
+bool isAllFields(const ExportSource &source)
 {
-    explicit Scope(const ExportSource &source)
-    {
-        isAllFields = source.matrix == ExportContact::kAllFieldsTag;
-        isKnown = isAllFields || source.matrix == ExportContact::kTableFieldsTag;
-        if (isKnown)
-            rows = isAllFields ? source.exportArray : shownFieldsOf(source.tableRows, source.columns);
-    }
+    return source.matrix == ExportContact::kAllFieldsTag;
+}
 
-    bool isKnown;
-    bool isAllFields;
-    PersonRows rows;
-};
+PersonRows rowsOf(const ExportSource &source)
+{
+    return isAllFields(source) ? source.exportArray : shownFieldsOf(source.tableRows, source.columns);
+}
 
-/// Writes the rows of an export of the shown fields to the log, many in one message: a message each would push all
-/// others out of the list of activities.
-void traceRows(const Scope &scope)
+/// The same; the rows of an export of the shown fields are also written to the log, many in one message: a message for
+/// each would push all others out of the list of activities.
+PersonRows tracedRowsOf(const ExportSource &source)
 {
     constexpr qsizetype kRowsInMessage = 1000;
-    if (scope.isAllFields || !lcExport().isDebugEnabled())
-        return;
+    PersonRows rows = rowsOf(source);
+    if (isAllFields(source) || !lcExport().isDebugEnabled())
+        return rows;
     QStringList lines;
-    for (const PersonRow &row : scope.rows) {
+    for (const PersonRow &row : rows) {
         QStringList texts;
         for (const auto &entry : row->entries())
-            texts += fieldInfo(entry.field()).label % QStringLiteral(" = ") % row->text(entry.field());
+            texts += fieldInfo(entry.field()).label % QStringLiteral(" = ") % row->text(entry);
         QString line = texts.join(QStringLiteral("; "));
         std::ranges::replace_if(
             line, [](QChar c) { return c.category() == QChar::Other_Control; }, QChar(u' '));
         lines += line;
-        if (lines.size() == kRowsInMessage || &row == &scope.rows.back())
+        if (lines.size() == kRowsInMessage || &row == &rows.back())
             qCDebug(lcExport, "%s", qUtf8Printable(std::exchange(lines, {}).join(u'\n')));
     }
+    return rows;
 }
 
 void logOutcome(const ExportOutcome &outcome, const QString &folder)
@@ -141,7 +139,7 @@ ExportSource ExportContact::source(int matrix) const
 
 void ExportContact::panelDidEnd(const std::optional<ExportChoice> &choice)
 {
-    if (!choice)
+    if (!choice || (choice->matrix != kAllFieldsTag && choice->matrix != kTableFieldsTag))
         return;
     const auto format = std::ranges::find(formats(), choice->selectedButton, &Format::title);
     if (format == formats().end())
@@ -176,72 +174,52 @@ void ExportContact::waitForFinished()
 
 ExportReport ExportContact::exportExcelToDesPath(const QString &toDesPath, const ExportSource &source) const
 {
-    Scope scope(source);
-    if (!scope.isKnown)
-        return {};
-    traceRows(scope);
-    return XlsxCreater(std::move(scope.rows), toDesPath, scope.isAllFields).startConvert();
+    return XlsxCreater(tracedRowsOf(source), toDesPath, isAllFields(source)).startConvert();
 }
 
 ExportReport ExportContact::exportHtmlToDesPath(const QString &toDesPath, const ExportSource &source) const
 {
-    Scope scope(source);
-    if (!scope.isKnown)
-        return {};
-    return ExportToHtml(std::move(scope.rows), toDesPath, scope.isAllFields).writeHtml();
+    return ExportToHtml(rowsOf(source), toDesPath, isAllFields(source)).writeHtml();
 }
 
 ExportReport ExportContact::exportPagesToDesPath(const QString &toDesPath, const ExportSource &source) const
 {
-    Scope scope(source);
-    if (!scope.isKnown)
-        return {};
     PagesCreator creator;
-    creator.initWithDictionary(std::move(scope.rows), toDesPath, scope.isAllFields);
+    creator.initWithDictionary(rowsOf(source), toDesPath, isAllFields(source));
     return creator.startConvert();
 }
 
 ExportReport ExportContact::exportNumbersToDesPath(const QString &toDesPath, const ExportSource &source) const
 {
-    Scope scope(source);
-    if (!scope.isKnown)
-        return {};
-    traceRows(scope);
     NumbersCreator creator;
-    creator.initWithDictionary(std::move(scope.rows), toDesPath, scope.isAllFields);
+    creator.initWithDictionary(tracedRowsOf(source), toDesPath, isAllFields(source));
     return creator.startConvert();
 }
 
 ExportReport ExportContact::exportCsvToDesPath(const QString &toDesPath, const ExportSource &source) const
 {
     ExportReport report;
-    if (const Scope scope(source); scope.isKnown)
-        ExportCSV().writeCSVFileWithArray(scope.rows, toDesPath, scope.isAllFields, &report);
+    ExportCSV().writeCSVFileWithArray(rowsOf(source), toDesPath, isAllFields(source), &report);
     return report;
 }
 
 ExportReport ExportContact::exportDocxToDesPath(const QString &toDesPath, const ExportSource &source) const
 {
-    Scope scope(source);
-    if (!scope.isKnown)
-        return {};
     DocxCreator creator;
-    creator.initWithDictionary(std::move(scope.rows), toDesPath);
+    creator.initWithDictionary(rowsOf(source), toDesPath);
     return creator.startConvert();
 }
 
 ExportReport ExportContact::exportVcfToDesPath(const QString &toDesPath, const ExportSource &source) const
 {
     ExportReport report;
-    if (const Scope scope(source); scope.isKnown)
-        ExportVCard().exportVcardWithArray(scope.rows, toDesPath, &report);
+    ExportVCard().exportVcardWithArray(rowsOf(source), toDesPath, &report);
     return report;
 }
 
 ExportReport ExportContact::exportTxtToDesPath(const QString &toDesPath, const ExportSource &source) const
 {
     ExportReport report;
-    if (const Scope scope(source); scope.isKnown)
-        ExportTXT().writeTXTFileWithArray(scope.rows, toDesPath, scope.isAllFields, &report);
+    ExportTXT().writeTXTFileWithArray(rowsOf(source), toDesPath, isAllFields(source), &report);
     return report;
 }

@@ -6,28 +6,24 @@
 
 namespace {
 
-constexpr TextTableStyle kAllFieldsStyle{"\"", "\"   ", "\"", "\" ", " \"\""};
-constexpr TextTableStyle kShownFieldsStyle{"\"", "\" ", "\"", "\" ", " \"\""};
-constexpr TextTableStyle kPersonStyle{"\"", "\"     ", "\"", "\"   ", " \"\""};
-
-QString extension()
-{
-    return QStringLiteral("txt");
-}
+constexpr QLatin1StringView kExtension("txt");
+constexpr TextTableStyle kAllFieldsStyle{kExtension, "\"", "\"   ", "\"", "\" ", " \"\""};
+constexpr TextTableStyle kShownFieldsStyle{kExtension, "\"", "\" ", "\"", "\" ", " \"\""};
+constexpr TextTableStyle kPersonStyle{kExtension, "\"", "\"     ", "\"", "\"   ", " \"\""};
 
 } // namespace
 
 bool ExportTXT::writeTXTFileWithArray(
     const PersonRows &rows, const QString &exportDesPath, bool isShowAllInfo, ExportReport *report) const
 {
-    const TextTableFile file{exportDesPath, extension(), isShowAllInfo};
-    if (isShowAllInfo)
-        return writeTextTableFile(file, rows, allFieldsColumnsWithoutPhonetic(), kAllFieldsStyle, report);
-    return writeTextTableFile(file, rows, columnsOf(rows), kShownFieldsStyle, report);
+    return isShowAllInfo
+        ? writeTextTableFile(
+            exportDesPath, kAllFieldsName, rows, allFieldsColumnsWithoutPhonetic(), kAllFieldsStyle, report)
+        : writeTextTableFile(exportDesPath, kShownFieldsName, rows, columnsOf(rows), kShownFieldsStyle, report);
 }
 
 bool ExportTXT::writeTXTFileWithDictionary(
     const PersonDictionary &row, const QString &exportDesPath, ExportReport *report) const
 {
-    return writePersonFile(exportDesPath, extension(), row, kPersonStyle, report);
+    return writePersonFile(exportDesPath, row, kPersonStyle, report);
 }

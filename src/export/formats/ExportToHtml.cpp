@@ -3,13 +3,21 @@
 #include "export/formats/ExportToHtml.h"
 
 #include "export/formats/ContactText.h"
+#include "export/formats/DocumentExport.h"
 #include "export/formats/OutputFile.h"
 
 namespace {
 
-const QString kHeaderStyle =
-    QStringLiteral("background-color:#6699cc;color:#ffffff;font-size:13px;text-align:left;padding:3px 5px 3px 5px;");
-const QString kCellStyle = QStringLiteral("background-color:#ffffff;font-size:12px;padding:3px 5px 3px 5px;");
+constexpr std::string_view kDocumentType = "\xEF\xBB\xBF" // for programs that heed nothing else about the encoding
+                                           "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
+                                           "<!DOCTYPE html PUBLIC \"-//W3C//DTD XHTML 1.0 Transitional//EN\""
+                                           " \"http://www.w3.org/TR/xhtml1/DTD/xhtml1-transitional.dtd\">\n";
+constexpr std::string_view kHeaderStyle =
+    "background-color:#6699cc;color:#ffffff;font-size:13px;text-align:left;padding:3px 5px 3px 5px;";
+constexpr std::string_view kCellStyle = "background-color:#ffffff;font-size:12px;padding:3px 5px 3px 5px;";
+constexpr std::string_view kRowStart = "            <tr>\n";
+constexpr std::string_view kRowEnd = "            </tr>\n";
+constexpr std::string_view kCellIndent = "                ";
 
 /// The first name leads, and the last name, if another field came before it, is second.
 ExportColumns nameFirst(const ExportColumns &columns)
@@ -26,33 +34,14 @@ ExportColumns nameFirst(const ExportColumns &columns)
     return ordered;
 }
 
-/// The data cells of rows under the same header.
-class DataCells
+/// A carriage return would be read as a line feed.
+QString escaped(QString text)
 {
-public:
-    DataCells(XmlOutput &xml, const ExportColumns &columns)
-    {
-        for (const ExportColumn &column : columns) {
-            const XmlOutput::Attributes attributes{
-                {QStringLiteral("style"), kCellStyle}, {QStringLiteral("class"), column.label.toLower()}};
-            m_cells.emplace_back(xml.elementStart(QStringLiteral("td"), attributes), column.field);
-        }
-    }
-
-    void write(XmlOutput &xml, const PersonDictionary &row)
-    {
-        m_texts.read(row);
-        xml.startElement(QStringLiteral("tr"));
-        for (const auto &[start, field] : m_cells)
-            xml.textElement(start, m_texts.at(field));
-        xml.endElement();
-        noteFirst(xml.repairs(), row);
-    }
-
-private:
-    std::vector<std::pair<XmlOutput::ElementStart, std::optional<Field>>> m_cells;
-    RowTexts m_texts;
-};
+    return text.replace(u'&', QStringLiteral("&amp;"))
+        .replace(u'<', QStringLiteral("&lt;"))
+        .replace(u'>', QStringLiteral("&gt;"))
+        .replace(u'\r', QStringLiteral("&#13;"));
+}
 
 } // namespace
 
@@ -67,84 +56,100 @@ QString ExportToHtml::GetOutPutFile(const QString &path)
 
 ExportReport ExportToHtml::writeHtml()
 {
-    ExportReport report;
-    report.take(OutputFile::write(m_savePath % QStringLiteral(".html"),
-        [this, &report](QIODevice &target) { return writePage(target, report.repairs); }));
-    return report;
+    return exportDocument(m_savePath, QLatin1StringView("html"),
+        [this](QIODevice &target, TextRepairs &repairs) { return writePage(target, repairs); });
 }
 
 Result<void> ExportToHtml::writePage(QIODevice &target, TextRepairs &repairs)
 {
-    XmlOutput xml(target, repairs);
-    xml.startDocument(QStringLiteral("html"), QStringLiteral("-//W3C//DTD XHTML 1.0 Transitional//EN"),
-        QStringLiteral("http://www.w3.org/TR/xhtml1/DTD/xhtml1-transitional.dtd"));
-    xml.startElement(
-        QStringLiteral("html"), {{QStringLiteral("xmlns"), QStringLiteral("http://www.w3.org/1999/xhtml")}});
-    xml.startElement(QStringLiteral("head"));
-    headNode(xml);
-    xml.endElement();
-    xml.startElement(QStringLiteral("body"), {{QStringLiteral("bgcolor"), QStringLiteral("#FFFFFF")}});
-    getTableNode(xml);
-    xml.endElement();
-    xml.endElement();
-    return xml.finish();
+    Utf8Output page(target);
+    page.write(kDocumentType);
+    page.write("<html xmlns=\"http://www.w3.org/1999/xhtml\">\n");
+    headNode(page);
+    page.write("    <body bgcolor=\"#FFFFFF\">\n");
+    getTableNode(page, repairs);
+    page.write("    </body>\n</html>\n");
+    return page.finish();
 }
 
-void ExportToHtml::headNode(XmlOutput &head)
+void ExportToHtml::headNode(Utf8Output &page)
 {
-    head.emptyElement(QStringLiteral("meta"),
-        {{QStringLiteral("http-equiv"), QStringLiteral("Content-Type")},
-            {QStringLiteral("content"), QStringLiteral("text/html")},
-            {QStringLiteral("charset"), QStringLiteral("utf-8")}});
-    const QString title = QStringLiteral("Address Book Contacts");
-    head.textElement(head.elementStart(QStringLiteral("title")), &title);
+    page.write("    <head>\n"
+               "        <meta http-equiv=\"Content-Type\" content=\"text/html\" charset=\"utf-8\"/>\n"
+               "        <title>Address Book Contacts</title>\n"
+               "    </head>\n");
 }
 
-void ExportToHtml::getTableNode(XmlOutput &body)
+void ExportToHtml::getTableNode(Utf8Output &page, TextRepairs &repairs)
 {
     if (m_dictionArr.empty())
         return;
-    body.startElement(QStringLiteral("table"),
-        {{QStringLiteral("cellspacing"), QStringLiteral("0")}, {QStringLiteral("border"), QStringLiteral("1")}});
+    page.write("        <table cellspacing=\"0\" border=\"1\">\n");
     if (m_dictionArr.size() == 1)
-        SetTableOne(body, 1);
+        SetTableOne(page, repairs);
     else
-        SetTable(body, m_dictionArr.size());
-    body.endElement();
+        SetTable(page, repairs);
+    page.write("        </table>\n");
 }
 
-void ExportToHtml::SetTableOne(XmlOutput &table, std::size_t dicCount)
+void ExportToHtml::SetTableOne(Utf8Output &page, TextRepairs &repairs)
 {
     m_dicKeyArr = nameFirst(columnsOf(*m_dictionArr.front()));
-    table.startElement(QStringLiteral("tr"));
-    writeHeaderCells(table);
-    table.endElement();
-    DataCells cells(table, m_dicKeyArr);
-    for (std::size_t i = 0; i < dicCount; ++i)
-        cells.write(table, *m_dictionArr[i]);
+    writeHeaderCells(page);
+    writeDataRows(page, repairs);
 }
 
-void ExportToHtml::SetTable(XmlOutput &table, std::size_t dicCount)
+void ExportToHtml::SetTable(Utf8Output &page, TextRepairs &repairs)
 {
-    table.startElement(QStringLiteral("tr"));
-    setThNode(table);
-    table.endElement();
-    DataCells cells(table, m_dicKeyArr);
-    for (std::size_t i = 0; i < dicCount && !table.hasFailed(); ++i)
-        cells.write(table, *m_dictionArr[i]);
+    setThNode(page);
+    writeDataRows(page, repairs);
 }
 
-void ExportToHtml::setThNode(XmlOutput &row)
+void ExportToHtml::setThNode(Utf8Output &page)
 {
     m_dicKeyArr = m_isShowAllInfo ? allFieldsColumnsWithoutPhonetic() : nameFirst(columnsOf(m_dictionArr));
-    writeHeaderCells(row);
+    writeHeaderCells(page);
 }
 
-void ExportToHtml::writeHeaderCells(XmlOutput &row) const
+void ExportToHtml::writeHeaderCells(Utf8Output &page) const
 {
+    page.write(kRowStart);
     for (const ExportColumn &column : m_dicKeyArr) {
-        const XmlOutput::Attributes attributes{
-            {QStringLiteral("class"), column.label.toLower()}, {QStringLiteral("style"), kHeaderStyle}};
-        row.textElement(row.elementStart(QStringLiteral("th"), attributes), &column.label);
+        page.write(kCellIndent);
+        page.write("<th class=\"");
+        page.write(column.label.toLower());
+        page.write("\" style=\"");
+        page.write(kHeaderStyle);
+        page.write("\">");
+        page.write(column.label);
+        page.write("</th>\n");
+    }
+    page.write(kRowEnd);
+}
+
+void ExportToHtml::writeDataRows(Utf8Output &page, TextRepairs &repairs) const
+{
+    std::vector<std::string> cellStarts;
+    for (const ExportColumn &column : m_dicKeyArr)
+        cellStarts.push_back(std::string(kCellIndent)
+                                 .append("<td style=\"")
+                                 .append(kCellStyle)
+                                 .append("\" class=\"")
+                                 .append(column.label.toLower().toStdString())
+                                 .append("\">"));
+    RowTexts texts;
+    for (const PersonRow &row : m_dictionArr) {
+        if (page.hasFailed())
+            return;
+        texts.read(*row);
+        page.write(kRowStart);
+        for (std::size_t i = 0; i < m_dicKeyArr.size(); ++i) {
+            page.write(cellStarts[i]);
+            if (const QString *text = texts.at(m_dicKeyArr[i].field))
+                page.write(escaped(safeText(*text, &repairs, LineEnds::AsTheyAre)));
+            page.write("</td>\n");
+        }
+        page.write(kRowEnd);
+        noteFirst(repairs, *row);
     }
 }

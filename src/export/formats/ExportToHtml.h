@@ -4,10 +4,11 @@
 
 #include "export/formats/ExportColumns.h"
 #include "export/formats/ExportReport.h"
-#include "export/formats/XmlOutput.h"
+#include "export/formats/Utf8Output.h"
 
-/// One XHTML page with one table: a header row and a row a person. Without people the page has no table. Written as it
-/// goes, so the methods that make elements write them. For one thread.
+/// One XHTML page with one table: a header row and a row per person. Without people the page has no table. Written
+/// directly, pretty-printed as an XML writer would do it: QXmlStreamWriter takes several times as long for so many
+/// small elements with long attributes. For one thread.
 class ExportToHtml
 {
 public:
@@ -24,12 +25,13 @@ public:
     static QString GetOutPutFile(const QString &path);
 
 private:
-    static void headNode(XmlOutput &head);
-    void getTableNode(XmlOutput &body);
-    void SetTableOne(XmlOutput &table, std::size_t dicCount);
-    void SetTable(XmlOutput &table, std::size_t dicCount);
-    void setThNode(XmlOutput &row);
-    void writeHeaderCells(XmlOutput &row) const;
+    static void headNode(Utf8Output &page);
+    void getTableNode(Utf8Output &page, TextRepairs &repairs);
+    void SetTableOne(Utf8Output &page, TextRepairs &repairs);
+    void SetTable(Utf8Output &page, TextRepairs &repairs);
+    void setThNode(Utf8Output &page);
+    void writeHeaderCells(Utf8Output &page) const;
+    void writeDataRows(Utf8Output &page, TextRepairs &repairs) const;
 
     const PersonRows m_dictionArr;
     const QString m_savePath;

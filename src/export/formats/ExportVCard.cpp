@@ -7,9 +7,7 @@
 #include "export/formats/OutputFile.h"
 #include "export/office/WriteAll.h"
 
-#include <algorithm>
 #include <array>
-#include <future>
 
 namespace {
 
@@ -145,18 +143,6 @@ PersonRecord recordOf(const PersonDictionary &row)
     return record;
 }
 
-/// How many cards are made while as many others are written.
-constexpr std::size_t kCardsAhead = 256;
-
-std::vector<QByteArray> cardsOf(const ExportVCard &writer, std::span<const PersonRow> rows)
-{
-    std::vector<QByteArray> cards;
-    cards.reserve(rows.size());
-    for (const PersonRow &row : rows)
-        cards.push_back(writer.creatPersonWithDictionary(*row)->vCardRepresentation());
-    return cards;
-}
-
 bool writeCard(const QByteArray &card, const QString &path, ExportReport &report)
 {
     const auto fill = [&card](QIODevice &target) { return writeAll(target, card); };
@@ -168,21 +154,11 @@ bool writeCard(const QByteArray &card, const QString &path, ExportReport &report
 bool ExportVCard::exportVcardWithArray(const PersonRows &rows, const QString &toPath, ExportReport *report) const
 {
     ExportReport unwanted;
-    ExportReport &outcome = report ? *report : unwanted;
     bool isLastWritten = false;
-    auto begin = [this, left = std::span(rows)]() mutable {
-        const auto block = left.first(std::min(kCardsAhead, left.size()));
-        left = left.subspan(block.size());
-        return std::async(std::launch::async, [this, block] { return cardsOf(*this, block); });
-    };
-    auto next = begin();
-    for (std::size_t i = 0; i < rows.size();) {
-        const std::vector<QByteArray> cards = next.get();
-        next = begin();
-        for (const QByteArray &card : cards) {
-            const QString path = toPath % QStringLiteral("/export_") % QString::number(i++) % QStringLiteral(".vcf");
-            isLastWritten = writeCard(card, path, outcome);
-        }
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const QString path = toPath % QStringLiteral("/export_") % QString::number(i) % QStringLiteral(".vcf");
+        const QByteArray card = creatPersonWithDictionary(*rows[i])->vCardRepresentation();
+        isLastWritten = writeCard(card, path, report ? *report : unwanted);
     }
     return isLastWritten;
 }

@@ -4,13 +4,6 @@
 
 #include "export/formats/NumbersDocument.h"
 
-void NumbersCreator::initWithDictionary(PersonRows rows, const QString &SavePath, bool isShowAllInfo)
-{
-    m_rows = std::move(rows);
-    m_savePath = SavePath;
-    m_isShowAllInfo = isShowAllInfo;
-}
-
 ExportReport NumbersCreator::startConvert() const
 {
     ExportColumns columns = m_isShowAllInfo ? allFieldsColumns() : columnsOf(m_rows);
@@ -19,7 +12,7 @@ ExportReport NumbersCreator::startConvert() const
     const auto write = [this, &columns](QIODevice &target, TextRepairs &repairs) {
         return NumbersDocument(m_clock(), m_savePath, columns, m_rows).writeTo(target, repairs);
     };
-    ExportReport report = exportOffice(m_savePath, QStringLiteral("numbers"), write);
+    ExportReport report = exportDocument(m_savePath, QLatin1StringView("numbers"), write);
     if (!report.error)
         report.remark = furtherSheetsRemark(m_rows, NumbersDocument::kRowsInTable);
     return report;

@@ -62,14 +62,6 @@ QString Function::GetOutPutFile(const QString &path, const PathTest &exists)
     return freeName(path, exists);
 }
 
-Result<std::unique_ptr<OutputFile>> OutputFile::create(const QString &path, IfTaken ifTaken)
-{
-    std::unique_ptr<OutputFile> file(new OutputFile(path, ifTaken));
-    if (const int refusal = file->openTemporary(); refusal != 0)
-        return file->failure(refusal);
-    return file;
-}
-
 OutputFile::~OutputFile()
 {
     m_file.close();
@@ -185,10 +177,10 @@ Result<QString> OutputFile::replace()
 Result<QString> OutputFile::write(
     const QString &path, const std::function<Result<void>(QIODevice &)> &fill, IfTaken ifTaken)
 {
-    auto file = create(path, ifTaken);
-    if (!file)
-        return file.error();
-    if (const auto filled = fill((*file)->device()); !filled)
+    OutputFile file(path, ifTaken);
+    if (const int refusal = file.openTemporary(); refusal != 0)
+        return file.failure(refusal);
+    if (const auto filled = fill(file.m_file); !filled)
         return Error{filled.error().kind, path % QStringLiteral(": cannot be written: ") % filled.error().text};
-    return (*file)->commit();
+    return file.commit();
 }

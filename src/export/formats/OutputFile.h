@@ -7,7 +7,6 @@
 #include <QFile>
 
 #include <functional>
-#include <memory>
 
 /// Whether anything, a dangling link too, stands at a path.
 using PathTest = std::function<bool(const QString &path)>;
@@ -21,43 +20,36 @@ public:
     static QString GetOutPutFile(const QString &path, const PathTest &exists);
 };
 
-/// A file that appears under its name whole or not at all. Until commit() its content is in a temporary file of the
-/// same folder (without a name, where the file system can do that: then not even a kill leaves anything behind); what
-/// is not committed is gone with the object. Content survives a crash of the program, not a power cut: nothing waits
-/// for the disk. For one thread.
+/// A file that appears under its name whole or not at all. Until it is complete, its content is in a temporary file of
+/// the same folder, without a name where the file system can do that: then not even a kill leaves anything behind.
+/// Content survives a crash of the program, not a power cut: nothing waits for the disk. For one thread.
 class OutputFile
 {
 public:
-    /// What commit() does where something stands at the path.
+    /// What to do where something stands at the path.
     enum class IfTaken {
         TakeFreeName, ///< that of Function::GetOutPutFile; never replaces anything, nor follows a link
         Replace, ///< a file or link; a folder is an error
     };
 
-    /// Null members never come out: fails when the folder is missing or cannot be written to.
-    static Result<std::unique_ptr<OutputFile>> create(const QString &path, IfTaken ifTaken = IfTaken::TakeFreeName);
-    ~OutputFile();
-    OutputFile(const OutputFile &) = delete;
-    OutputFile &operator=(const OutputFile &) = delete;
-
-    /// Unbuffered, at its begin.
-    QIODevice &device() { return m_file; }
-    /// Puts the content in place and returns the path it got. On failure nothing is in place, and the object is spent
-    /// either way.
-    Result<QString> commit();
-
-    /// Runs @p fill, which says why it failed, on a file's device and commits it.
+    /// Runs @p fill, which says why it failed, on an unbuffered device and puts the content in place. Returns the path
+    /// it got; on failure nothing is in place.
     static Result<QString> write(const QString &path, const std::function<Result<void>(QIODevice &)> &fill,
         IfTaken ifTaken = IfTaken::TakeFreeName);
 
+    OutputFile(const OutputFile &) = delete;
+    OutputFile &operator=(const OutputFile &) = delete;
+
 private:
     OutputFile(QString path, IfTaken ifTaken) : m_path(std::move(path)), m_ifTaken(ifTaken) { }
+    ~OutputFile();
 
     int openTemporary(); // 0 or errno
     Error failure(int errorNumber) const;
     int claim(const QString &path) const; // 0 or errno
     int claimCopy(const QString &path); // of a folder on another file system; 0 or errno
     int claimAnyName(); // to rename from; 0 or errno
+    Result<QString> commit();
     Result<QString> replace();
 
     const QString m_path; // asked for

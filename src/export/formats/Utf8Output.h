@@ -3,12 +3,16 @@
 #pragma once
 
 #include "base/Result.h"
-#include "export/formats/Utf8Buffer.h"
+
+#include <QStringEncoder>
+
+#include <string>
+#include <string_view>
 
 class QIODevice;
 
-/// Text on its way to a device: made UTF-8 and handed on in large pieces. After a write that failed nothing more is
-/// written, and finish() says why. For one thread.
+/// Text on its way to a device: made UTF-8, without a byte-order mark, and handed on in large pieces. After a write
+/// that failed nothing more is written, and finish() says why. For one thread.
 class Utf8Output
 {
 public:
@@ -17,13 +21,13 @@ public:
     Utf8Output(const Utf8Output &) = delete;
     Utf8Output &operator=(const Utf8Output &) = delete;
 
-    /// As Utf8Buffer::write().
-    template <typename Text> void write(const Text &text)
+    /// A lone surrogate becomes U+FFFD.
+    void write(QStringView text);
+    /// Bytes that are UTF-8 already.
+    void write(std::string_view utf8)
     {
-        constexpr std::size_t kPiece = std::size_t{256} * 1024; // stays in the processor's cache
-        m_text.write(text);
-        if (m_text.size() >= kPiece)
-            flush();
+        m_bytes += utf8;
+        flushLargePiece();
     }
 
     /// Nothing more need be written.
@@ -32,9 +36,16 @@ public:
     Result<void> finish();
 
 private:
+    void flushLargePiece()
+    {
+        constexpr std::size_t kPiece = std::size_t{256} * 1024;
+        if (m_bytes.size() >= kPiece)
+            flush();
+    }
     void flush();
 
     QIODevice &m_target;
-    Utf8Buffer m_text;
+    std::string m_bytes;
+    QStringEncoder m_encoder{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
     Result<void> m_written; // or why not
 };

@@ -3,14 +3,12 @@
 #include "export/formats/XlsxCreater.h"
 
 #include "export/formats/ContactText.h"
-#include "export/formats/OfficeExport.h"
-#include "export/formats/OutputFile.h"
+#include "export/formats/DocumentExport.h"
 #include "export/formats/WholePackage.h"
 #include "export/office/WriteAll.h"
 
 #include <QDir>
 #include <QRegularExpression>
-#include <QStringEncoder>
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -48,45 +46,31 @@ std::vector<double> columnWidths(std::span<const PersonRow> rows, const ExportCo
     return widths;
 }
 
-/// A cell's text, as the library wants it.
-class CellText
+/// In a cell "_x0041_" stands for the character with that number (ECMA-376 part 1, 22.9.2.19): for people who wrote
+/// just that, the underscore is given by its own number. Whether that made the text too long, and it was cut: the
+/// library measures what is written, not what is meant.
+bool escapeNumbers(QString &text)
 {
-public:
-    explicit CellText(TextRepairs &repairs) : m_repairs(repairs) { }
+    static const QRegularExpression number(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
+    static const QString underscore = QStringLiteral("_x005F_");
+    text.replace(number, underscore);
+    if (text.size() <= kMaxCellLength)
+        return false;
+    const qsizetype last = text.lastIndexOf(underscore, kMaxCellLength - 1);
+    const bool isHalf = last >= 0 && last + underscore.size() > kMaxCellLength;
+    text = safeCell(text, isHalf ? last : kMaxCellLength);
+    return true;
+}
 
-    /// Valid until the next call.
-    const char *utf8(const QString &text)
-    {
-        const qint64 cutBefore = m_repairs.cutTexts;
-        QString safe = safeCell(text, kMaxCellLength, &m_repairs);
-        if (safe.contains(QStringLiteral("_x")) && escapeNumbers(safe))
-            m_repairs.cutTexts = cutBefore + 1;
-        m_buffer.resize(static_cast<std::size_t>(m_encoder.requiredSpace(safe.size())) + 1);
-        *m_encoder.appendToBuffer(m_buffer.data(), safe) = '\0';
-        return m_buffer.data();
-    }
-
-private:
-    /// In a cell "_x0041_" stands for the character with that number (ECMA-376 part 1, 22.9.2.19): for people who wrote
-    /// just that, the underscore is given by its own number. Whether that made the text too long, and it was cut: the
-    /// library measures what is written, not what is meant.
-    static bool escapeNumbers(QString &text)
-    {
-        static const QRegularExpression number(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
-        static const QString underscore = QStringLiteral("_x005F_");
-        text.replace(number, underscore);
-        if (text.size() <= kMaxCellLength)
-            return false;
-        const qsizetype last = text.lastIndexOf(underscore, kMaxCellLength - 1);
-        const bool isHalf = last >= 0 && last + underscore.size() > kMaxCellLength;
-        text = safeCell(text, isHalf ? last : kMaxCellLength);
-        return true;
-    }
-
-    TextRepairs &m_repairs;
-    QStringEncoder m_encoder{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
-    std::vector<char> m_buffer;
-};
+/// As the library wants it.
+QByteArray cellText(const QString &text, TextRepairs &repairs)
+{
+    const qint64 cutBefore = repairs.cutTexts;
+    QString safe = safeCell(text, kMaxCellLength, &repairs);
+    if (safe.contains(QStringLiteral("_x")) && escapeNumbers(safe))
+        repairs.cutTexts = cutBefore + 1;
+    return safe.toUtf8();
+}
 
 /// What the library takes for a file on a disk. It would print a disk's failures on standard error and not say why.
 class MemoryFile
@@ -126,7 +110,7 @@ Error libraryError(lxw_error code)
 class Workbook
 {
 public:
-    Workbook(const QByteArray &path, bool isInMemory, TextRepairs &repairs) : m_repairs(repairs), m_texts(repairs)
+    Workbook(const QByteArray &path, bool isInMemory, TextRepairs &repairs) : m_repairs(repairs)
     {
         lxw_workbook_options options{};
         options.constant_memory = isInMemory ? LXW_FALSE : LXW_TRUE;
@@ -188,8 +172,8 @@ public:
 private:
     void write(lxw_worksheet *sheet, std::size_t row, std::size_t column, const QString &text, lxw_format *format)
     {
-        const lxw_error error = worksheet_write_string(
-            sheet, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column), m_texts.utf8(text), format);
+        const lxw_error error = worksheet_write_string(sheet, static_cast<lxw_row_t>(row),
+            static_cast<lxw_col_t>(column), cellText(text, m_repairs).constData(), format);
         if (m_error == LXW_NO_ERROR)
             m_error = error;
     }
@@ -198,7 +182,6 @@ private:
     lxw_format *m_header;
     lxw_format *m_text;
     TextRepairs &m_repairs;
-    CellText m_texts;
     RowTexts m_row;
     int m_sheets = 0;
     lxw_error m_error = LXW_NO_ERROR; // the first one
@@ -214,18 +197,10 @@ XlsxCreater::XlsxCreater(PersonRows dictionary, QString savePath, bool isShowAll
 
 ExportReport XlsxCreater::startConvert()
 {
-    ExportReport report;
-    const QString path = m_savePath % QStringLiteral(".xlsx");
-    const auto file = OutputFile::create(path);
-    if (!file) {
-        report.take(file.error());
-        return report;
-    }
-    const auto written = writeWorkbook((*file)->device(), report.repairs);
-    if (written && report.take((*file)->commit()))
+    ExportReport report = exportDocument(m_savePath, QLatin1StringView("xlsx"),
+        [this](QIODevice &target, TextRepairs &repairs) { return writeWorkbook(target, repairs); });
+    if (!report.error)
         report.remark = furtherSheetsRemark(m_rows, m_rowsPerSheet - 1);
-    else if (!written)
-        report.take(Error{written.error().kind, path % QStringLiteral(": cannot be written: ") % written.error().text});
     return report;
 }
 

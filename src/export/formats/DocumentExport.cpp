@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "export/formats/OfficeExport.h"
+#include "export/formats/DocumentExport.h"
 
 #include "export/formats/ContactText.h"
 #include "export/formats/OutputFile.h"
@@ -15,11 +15,18 @@ QString furtherSheetsRemark(std::span<const PersonRow> rows, std::size_t rowsInS
         .arg(shortHeading(*rows[rowsInSheet]));
 }
 
-ExportReport exportOffice(const QString &basePath, const QString &extension,
+ExportReport exportDocument(const QString &basePath, QLatin1StringView extension,
     const std::function<Result<void>(QIODevice &, TextRepairs &)> &write)
 {
     ExportReport report;
     const auto fill = [&write, &report](QIODevice &target) { return write(target, report.repairs); };
-    report.take(OutputFile::write(basePath + u'.' + extension, fill));
+    report.take(OutputFile::write(basePath % u'.' % extension, fill));
     return report;
+}
+
+void DocumentCreator::initWithDictionary(PersonRows rows, const QString &SavePath, bool isShowAllInfo)
+{
+    m_rows = std::move(rows);
+    m_savePath = SavePath;
+    m_isShowAllInfo = isShowAllInfo;
 }

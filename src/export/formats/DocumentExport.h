@@ -12,7 +12,7 @@
 
 class QIODevice;
 
-// What the writers of office documents have in common.
+// What the writers of documents have in common.
 
 /// Gives the moment that documents carry.
 using ExportClock = std::function<QDateTime()>;
@@ -22,5 +22,22 @@ QString furtherSheetsRemark(std::span<const PersonRow> rows, std::size_t rowsInS
 
 /// Adds @p extension to the base path and writes a new file there with @p write, whole or not at all.
 /// @p write counts what it changes to make texts safe.
-ExportReport exportOffice(const QString &basePath, const QString &extension,
+ExportReport exportDocument(const QString &basePath, QLatin1StringView extension,
     const std::function<Result<void>(QIODevice &, TextRepairs &)> &write);
+
+/// What the creators of Pages, Numbers and Word documents are made of.
+class DocumentCreator
+{
+public:
+    explicit DocumentCreator(ExportClock clock = QDateTime::currentDateTimeUtc) : m_clock(std::move(clock)) { }
+
+    /// @p SavePath is without the extension. Both show the fields that a contact has: with @p isShowAllInfo by the
+    /// fixed columns of all fields, without by those that the rows have, in their order.
+    void initWithDictionary(PersonRows rows, const QString &SavePath, bool isShowAllInfo);
+
+protected:
+    ExportClock m_clock;
+    PersonRows m_rows;
+    QString m_savePath;
+    bool m_isShowAllInfo = false;
+};
