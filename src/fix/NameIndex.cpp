@@ -14,10 +14,7 @@ QList<ABPersonPtr> peopleNamedLike(const ABPerson &person)
     const QString name = nameKey(*person.record());
     // Only one name is asked for, so no other is entered: an index of everybody takes longer than the whole repair.
     NameIndex index;
-    constexpr std::size_t kDistance = 16; // records are fetched ahead: they lie all over the memory
     for (std::size_t i = 0; i < people->size(); ++i) {
-        if (i + kDistance < people->size())
-            __builtin_prefetch((*people)[i + kDistance].record.get());
         if (hasNameKey(*(*people)[i].record, name))
             index.setIndex(qsizetype(i), name);
     }

@@ -57,15 +57,8 @@ PersonItemPtr OutlineViewController::creatFatherNode(
         return nullptr;
     auto group = PersonItem::initFatherNodeWithName(name);
     group->reserveChildren(qsizetype(withChildArray.size()));
-    constexpr std::size_t kDistance = 16; // people are fetched ahead: they lie all over the memory
-    constexpr std::size_t kTextDistance = 8;
-    for (std::size_t i = 0; i < withChildArray.size(); ++i) {
-        if (i + kDistance < withChildArray.size())
-            __builtin_prefetch(withChildArray[i + kDistance].get());
-        if (i + kTextDistance < withChildArray.size())
-            __builtin_prefetch(withChildArray[i + kTextDistance]->uniqueId().constData()); // for the tree's index
-        addFinding(group, withChildArray[i]);
-    }
+    for (const ABPersonPtr &person : withChildArray)
+        addFinding(group, person);
     return group;
 }
 

@@ -7,7 +7,6 @@
 #include "table/grid/BirthdayText.h"
 #include "table/grid/ColumnMenus.h"
 #include "table/grid/LoadContactsViewController.h"
-#include "table/grid/RowExporter.h"
 #include "table/grid/SearchTexts.h"
 
 #include <QAbstractItemModelTester>
@@ -15,19 +14,17 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include <numeric>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
 /// Answers questions as told and notes what it was asked for.
-class TestDelegate : public ContactTableDelegate, public AlertPanel, public RowExporter
+class TestDelegate : public ContactTableDelegate, public AlertPanel
 {
 public:
     void makeFreshButtonEnable() override { ++loadCount; }
     AlertPanel &alertPanel() override { return *this; }
-    RowExporter *rowExporter() override { return this; }
+    RowExporter *rowExporter() override { return nullptr; }
     Answer runAlertPanel(
         const QString &title, const QString &message, const QString &defaultButton, const QString &other) override
     {
@@ -36,18 +33,10 @@ public:
             whileAsking();
         return answer;
     }
-    void setLoadContactsViewController(const LoadContactsViewController *) override { }
-    void setIsExportAllPeople(bool all) override { isExportAll = all; }
-    void setExportArray(PersonRows rows) override { exported = std::move(rows); }
-    void startExport() override { ++exportCount; }
-
     Answer answer = Answer::Default;
     std::function<void()> whileAsking;
     QString question;
     int loadCount = 0;
-    PersonRows exported;
-    bool isExportAll = true;
-    int exportCount = 0;
 };
 
 QString columnText(const LoadContactsViewController &controller, Field field)
@@ -110,7 +99,6 @@ private Q_SLOTS:
             "{'firstName':'Όλγα','phone':[{'label':'_$!<Mobile>!$_','value':'+1 (555) 0123'}]}"});
         const SearchTexts texts(rows);
         QTEST(texts.rowsWith(text), "rows");
-        QCOMPARE(texts.samples(), (QStringList{u"𐐨"_s, u"Όλγα"_s}));
     }
 
     void findsWordsInRowsThatChanged()
@@ -345,22 +333,6 @@ private Q_SLOTS:
         QCOMPARE(failures.count(), 1);
         QVERIFY(book->save());
         QCOMPARE(uidsOf(book->people()), QStringList(u"1"_s));
-    }
-
-    void handsTheSelectionToTheExporter()
-    {
-        const auto book = sharedBookOf(peopleNamed({u"A"_s, u"B"_s, u"C"_s}));
-        TestDelegate delegate;
-        LoadContactsViewController controller(delegate);
-        controller.updateTableView(controller.loadPeople(book));
-        controller.exportItem({0, 2, 1});
-        QCOMPARE(delegate.exported.size(), std::size_t(3));
-        QCOMPARE(delegate.exported.front()->text(Field::LastName), u"C"_s);
-        QVERIFY(!delegate.exported.front()->person() && !delegate.isExportAll);
-        QVERIFY(controller.getTableViewDataArray().back()->person());
-        controller.exportItem({});
-        QVERIFY(delegate.exported.empty());
-        QCOMPARE(delegate.exportCount, 2);
     }
 };
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/look/Appearance.h"
 #include "app/look/CalmStyle.h"
-#include "app/look/RestingCursor.h"
 #include "app/start/AppDelegate.h"
 #include "app/start/SingleInstance.h"
 #include "contacts/model/Utf8Text.h"
@@ -101,7 +100,6 @@ int main(int argc, char *argv[])
     if (instance.handOver(named->files))
         return 0;
 
-    const RestingCursor cursor;
     Appearance appearance;
     if (arguments.isSet(scheme)) {
         const bool isDark = arguments.value(scheme) == QStringLiteral("dark");

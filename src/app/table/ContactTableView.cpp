@@ -4,7 +4,6 @@
 
 #include "app/look/Counted.h"
 #include "app/look/EmptyPage.h"
-#include "app/look/GlyphsAhead.h"
 #include "app/table/CellDelegate.h"
 #include "app/table/CellMessage.h"
 #include "table/grid/ColumnMenus.h"
@@ -81,7 +80,6 @@ void ContactTableView::setUpTable()
 {
     m_table->setAccessibleName(tr("Contacts"));
     m_table->setModel(&m_rows);
-    connect(&m_rows, &FilteredRows::samplesCollected, new GlyphsAhead(*m_table), &GlyphsAhead::load);
     connect(&m_rows, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] {
         m_isCurrentSeen = m_table->viewport()->rect().intersects(m_table->visualRect(m_table->currentIndex()));
     });

@@ -117,7 +117,6 @@ void FilteredRows::collectTexts()
             const std::stop_token &isSuperseded) { return std::make_shared<SearchTexts>(rows, isSuperseded); },
         [this](const std::shared_ptr<SearchTexts> &texts) {
             m_texts = texts;
-            Q_EMIT samplesCollected(texts->samples());
             if (m_text.isEmpty())
                 return;
             beginRows();

@@ -31,10 +31,6 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
 
-Q_SIGNALS:
-    /// When the texts of new rows are collected: some that need other letters than most (SearchTexts::samples).
-    void samplesCollected(const QStringList &samples);
-
 private:
     void followRemovals();
     void followColumns();

@@ -47,25 +47,6 @@ void ContactTableModel::takeRow(int row)
     endRemoveRows();
 }
 
-void ContactTableModel::reorderRows(const std::vector<int> &order)
-{
-    Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
-    PersonRows rows;
-    rows.reserve(order.size());
-    std::vector<int> newRowOf(order.size());
-    for (const int old : order) {
-        newRowOf[static_cast<std::size_t>(old)] = static_cast<int>(rows.size());
-        rows.push_back(std::move(m_rows[static_cast<std::size_t>(old)]));
-    }
-    m_rows = std::move(rows);
-    const QModelIndexList before = persistentIndexList();
-    QModelIndexList after;
-    for (const QModelIndex &old : before)
-        after += index(newRowOf[static_cast<std::size_t>(old.row())], old.column());
-    changePersistentIndexList(before, after);
-    Q_EMIT layoutChanged({}, VerticalSortHint);
-}
-
 void ContactTableModel::setColumns(const std::vector<Field> &columns)
 {
     beginResetModel();

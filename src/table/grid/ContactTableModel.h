@@ -33,8 +33,6 @@ public:
     void setRows(PersonRows rows);
     void setRow(int row, PersonRow value);
     void takeRow(int row);
-    /// New row i is old row order[i]; selections follow their people.
-    void reorderRows(const std::vector<int> &order);
 
     const std::vector<Field> &columns() const { return m_columns; }
     void setColumns(const std::vector<Field> &columns);

@@ -156,7 +156,7 @@ Result<void> LoadContactsViewController::commit(
 void LoadContactsViewController::sortDescriptorsDidChange(const std::vector<SortDescriptor> &descriptors)
 {
     m_descriptors = descriptors;
-    m_table.reorderRows(sortedOrder(m_table.rows(), m_descriptors, QLocale().collation()));
+    m_table.setRows(sortedRows(m_table.rows(), m_descriptors, QLocale().collation()));
 }
 
 void LoadContactsViewController::menuDidChange(const QString &itemTitle)

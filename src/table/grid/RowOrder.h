@@ -14,9 +14,7 @@ struct SortDescriptor
     friend bool operator==(const SortDescriptor &, const SortDescriptor &) = default;
 };
 
-/// Where each row comes from when @p rows are sorted: result[i] is the old index of the new row i.
-/// Texts are compared as the locale does, capitals and small letters alike, runs of digits by their value. Rows without
-/// the value come last in both orders; rows that compare equal keep their order. The first descriptor decides, the next
-/// ones where it finds rows equal.
-std::vector<int> sortedOrder(
-    const PersonRows &rows, const std::vector<SortDescriptor> &descriptors, const QLocale &locale);
+/// The rows in another order. Texts are compared as the locale does, capitals and small letters alike, runs of digits
+/// by their value. Rows without the value come last in both orders; rows that compare equal keep their order. The first
+/// descriptor decides, the next ones where it finds rows equal.
+PersonRows sortedRows(const PersonRows &rows, const std::vector<SortDescriptor> &descriptors, const QLocale &locale);

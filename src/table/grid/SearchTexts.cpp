@@ -9,23 +9,20 @@ namespace {
 
 constexpr std::size_t kRowsBetweenLooks = 1024; // whether the work is still wanted
 
-/// Most texts are ASCII, for which folding is one addition. Whether this one is.
-bool appendFolded(std::string &texts, const QString &text)
+/// Most texts are ASCII, for which folding is one addition.
+void appendFolded(std::string &texts, const QString &text)
 {
-    bool isAscii = true;
     const std::size_t begin = texts.size();
     for (const QChar character : text) {
         const char16_t unit = character.unicode();
         if (unit >= 0x80) {
             texts.resize(begin);
             texts += text.toCaseFolded().toUtf8().toStdString();
-            isAscii = false;
             break;
         }
         texts += static_cast<char>(unit >= u'A' && unit <= u'Z' ? unit - u'A' + u'a' : unit);
     }
     texts += '\n';
-    return isAscii;
 }
 
 /// A phone number without what people set between its digits.
@@ -59,7 +56,6 @@ SearchTexts::SearchTexts(const PersonRows &rows, const std::stop_token &isSupers
     for (std::size_t i = 0; i < rows.size(); ++i) {
         if (i % kRowsBetweenLooks == 0 && isSuperseded.stop_requested())
             return;
-        fetchAhead(rows, i);
         m_slices.push_back(add(*rows[i]));
     }
 }
@@ -70,28 +66,13 @@ SearchTexts::Slice SearchTexts::add(const PersonDictionary &row)
     for (const auto &entry : row.entries()) {
         const QString *kept = row.keptText(entry);
         const QString text = kept ? *kept : row.text(entry.field());
-        if (!appendFolded(m_texts, text))
-            takeSample(text);
+        appendFolded(m_texts, text);
         if (fieldInfo(entry.field()).property != kABPhoneProperty)
             continue;
         if (const QString digits = digitsOf(text); digits != text)
             appendFolded(m_texts, digits);
     }
     return {begin, m_texts.size() - begin};
-}
-
-void SearchTexts::takeSample(const QString &text)
-{
-    constexpr std::size_t stretch = 128;
-    bool isNeeded = false;
-    for (const QChar character : text) {
-        if (character.unicode() < stretch || m_stretches.test(character.unicode() / stretch))
-            continue;
-        m_stretches.set(character.unicode() / stretch);
-        isNeeded = true;
-    }
-    if (isNeeded)
-        m_samples += text;
 }
 
 void SearchTexts::follow(const PersonRows &rows)

@@ -4,9 +4,6 @@
 
 #include "table/grid/PersonRows.h"
 
-#include <QStringList>
-
-#include <bitset>
 #include <stop_token>
 #include <unordered_map>
 
@@ -23,9 +20,6 @@ public:
 
     std::size_t rowCount() const { return m_slices.size(); }
 
-    /// For each stretch of 128 characters beyond ASCII that the rows use, a text that needs it.
-    const QStringList &samples() const { return m_samples; }
-
     /// Which rows have each word of @p text in some field, in their order: all of them where it has no words. Capital
     /// and small letters are the same, by Unicode's simple case folding. A phone number is also found by its digits,
     /// whatever stands between them.
@@ -39,13 +33,10 @@ private:
     };
 
     Slice add(const PersonDictionary &row);
-    void takeSample(const QString &text);
     Slice sliceOf(const PersonRow &row, std::size_t place);
 
     std::string m_texts; // UTF-8, folded, the fields of a row separated by line feeds
     std::vector<Slice> m_slices; // by row
     PersonRows m_rows;
     std::unordered_map<const PersonRecord *, Slice> m_known; // of m_rows; empty until somebody asks
-    std::bitset<512> m_stretches; // of UTF-16, that m_samples are for
-    QStringList m_samples;
 };
