@@ -6,7 +6,6 @@
 #include "app/look/EmptyPage.h"
 #include "app/results/PreviewView.h"
 #include "app/results/ResultsView.h"
-#include "app/table/CellDelegate.h"
 #include "app/table/CellMessage.h"
 #include "app/table/ContactTableView.h"
 #include "base/Job.h"
@@ -21,10 +20,8 @@
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QMenu>
-#include <QPainter>
 #include <QRadioButton>
 #include <QSignalSpy>
-#include <QStandardItemModel>
 #include <QStandardPaths>
 #include <QTableView>
 #include <QTest>
@@ -380,42 +377,6 @@ private Q_SLOTS:
         table->selectRow(0);
         QTest::keyClick(table, Qt::Key_O, Qt::ControlModifier);
         QVERIFY(window().findChild<ContactCard *>());
-    }
-
-    void cellsAreCutWhereTheyEnd_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("letters") << QString(40, u'W');
-        QTest::newRow("narrow letters") << QString(40'000, u'i');
-        QTest::newRow("right to left") << QString(40, QChar(0x05E9));
-        QTest::newRow("both ways") << QString(20, u'W') + QString(40, QChar(0x05E9));
-        QTest::newRow("pictures") << u"\U0001F600"_s.repeated(40);
-        QTest::newRow("lines") << QString(40, u'W') + u'\n' + QString(40, u'W');
-    }
-    void cellsAreCutWhereTheyEnd()
-    {
-        QFETCH(const QString, text);
-        QStandardItemModel model(1, 1);
-        model.setData(model.index(0, 0), text);
-        for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
-            QStyleOptionViewItem cell;
-            cell.rect = {60, 20, 120, 30};
-            cell.state = QStyle::State_Enabled | QStyle::State_Active;
-            cell.font = QApplication::font();
-            cell.direction = direction;
-            QImage image(QSize(300, 70), QImage::Format_RGB32);
-            image.fill(Qt::white);
-            QPainter painter(&image);
-            CellDelegate().paint(&painter, cell, model.index(0, 0));
-            painter.end();
-            QRegion painted;
-            for (int x = 0; x < image.width(); ++x) {
-                for (int y = 0; y < image.height(); ++y)
-                    painted += image.pixelColor(x, y) == Qt::white ? QRegion() : QRegion(x, y, 1, 1);
-            }
-            QVERIFY(painted.boundingRect().width() > cell.rect.width() / 2);
-            QVERIFY2(painted.subtracted(cell.rect).isEmpty(), qPrintable(QDebug::toString(painted.boundingRect())));
-        }
     }
 
     void widthsAndArrowFollowTheirColumn_data()

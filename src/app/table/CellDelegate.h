@@ -6,8 +6,7 @@
 
 #include <functional>
 
-/// Cells that are one line of text, and their editors. Shaping the text is nearly all that costs, and the style does it
-/// twice: to see how wide it is, and to draw it. Here it is drawn as it was shaped when it fits.
+/// The cells of the contact table and their editors.
 class CellDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -18,7 +17,7 @@ public:
 
     explicit CellDelegate(QObject *parent = nullptr, Refusal refusal = {});
 
-    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QString displayText(const QVariant &value, const QLocale &locale) const override;
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     /// An editor that shows what it was opened with changes nothing.
