@@ -3,7 +3,6 @@
 #include "scan/DuplicateRules.h"
 
 #include "contacts/model/NameTexts.h"
-#include "scan/RepeatCandidates.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -32,16 +31,11 @@ bool hasBothNames(const PersonRecord &record)
 }
 
 /// First and last name, apart; for people who have both.
-struct NamePair
-{
-    QStringView first;
-    QStringView last;
-    friend bool operator==(const NamePair &, const NamePair &) = default;
-};
+using NamePair = std::pair<QStringView, QStringView>;
 
 struct NamePairHash
 {
-    std::size_t operator()(const NamePair &name) const { return qHashMulti(0, name.first, name.last); }
+    std::size_t operator()(const NamePair &name) const { return qHashMulti(0, name.first, name.second); }
 };
 
 NamePair namePairOf(const PersonRecord &record)
@@ -50,6 +44,33 @@ NamePair namePairOf(const PersonRecord &record)
 }
 
 using Group = std::vector<const PersonSnapshot *>;
+
+/// Sorts out, ahead of an exact comparison, the values that occur only once among many: nearly all of them.
+class RepeatCandidates
+{
+public:
+    void add(std::size_t hash, const PersonSnapshot &owner) { m_values.push_back({hash, &owner}); }
+
+    /// The owner of every value that was added more than once, as often as it was and in that order. A value that only
+    /// has the hash of another is among them. Once, after the last add().
+    Group takeRepeated()
+    {
+        // People lie in one array, so the order of their addresses is that of the address book.
+        std::ranges::sort(m_values);
+        Group owners;
+        for (std::size_t i = 0; i < m_values.size(); ++i) {
+            const bool likeBefore = i > 0 && m_values[i - 1].first == m_values[i].first;
+            const bool likeNext = i + 1 < m_values.size() && m_values[i + 1].first == m_values[i].first;
+            if (likeBefore || likeNext)
+                owners.push_back(m_values[i].second);
+        }
+        std::ranges::sort(owners);
+        return owners;
+    }
+
+private:
+    std::vector<std::pair<std::size_t, const PersonSnapshot *>> m_values;
+};
 
 /// Groups people by key. @return the groups of two or more, in the order of their first member
 template <typename Key, typename Hash, typename KeyOf>
@@ -67,125 +88,43 @@ std::vector<Group> groupsOfSameKey(const std::vector<const PersonSnapshot *> &pe
     return groups;
 }
 
-/// What the two finders of repeated names have in common: the people whose joined name occurs again.
-class NameFinder : public Finder
+/// The people whose joined name occurs again.
+Group candidatesOfSameName(People people)
 {
-public:
-    explicit NameFinder(std::size_t peopleCount) : m_values(peopleCount) { }
+    RepeatCandidates names;
+    for (const auto &person : people)
+        names.add(qHash(nameKey(*person.record)), person);
+    return names.takeRepeated();
+}
 
-    void look(People block) override
-    {
-        for (const auto &person : block) {
-            TextHash hash;
-            hash.add(textOrNull(*person.record, kABFirstNameProperty));
-            hash.add(textOrNull(*person.record, kABLastNameProperty));
-            m_values.add(hash.value(), &person);
-        }
-    }
-
-protected:
-    std::vector<const PersonSnapshot *> candidates() { return m_values.takeRepeated(); }
-
-private:
-    RepeatCandidates<const PersonSnapshot *> m_values;
-};
-
-class RepeatedNameFinder : public NameFinder
+std::span<const ABMultiValue::Entry> emailsOf(const PersonSnapshot &person)
 {
-public:
-    using NameFinder::NameFinder;
+    const ABMultiValue *emails = person.record->multiValue(kABEmailProperty);
+    return emails ? emails->entries() : std::span<const ABMultiValue::Entry>();
+}
 
-    Findings takeFindings() override
-    {
-        std::vector<ABPersonPtr> found;
-        for (const auto &group : groupsOfSameKey<QString, ViewHash>(candidates(), nameKey))
-            found.push_back(group.front()->person);
-        return found;
-    }
-};
-
-class SameNameFinder : public NameFinder
+/// The people with an address that occurs again, once each.
+Group candidatesOfSharedEmail(People people)
 {
-public:
-    using NameFinder::NameFinder;
-
-    Findings takeFindings() override
-    {
-        auto people = candidates();
-        std::erase_if(people, [](const PersonSnapshot *person) { return !hasBothNames(*person->record); });
-        std::vector<ABPersonPtr> found;
-        for (const auto &group : groupsOfSameKey<NamePair, NamePairHash>(people, namePairOf)) {
-            for (const PersonSnapshot *person : group)
-                found.push_back(person->person);
-        }
-        return found;
+    RepeatCandidates addresses;
+    for (const auto &person : people) {
+        for (const auto &entry : emailsOf(person))
+            addresses.add(qHash(entry.text()), person);
     }
-};
+    Group candidates = addresses.takeRepeated();
+    candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
+    return candidates;
+}
 
-class SharedEmailFinder : public Finder
+std::vector<ABPersonPtr> everybodyBut(const PersonSnapshot *left, const Group &group)
 {
-public:
-    explicit SharedEmailFinder(std::size_t peopleCount) : m_values(2 * peopleCount) { }
-
-    void look(People block) override
-    {
-        for (const auto &person : block) {
-            for (const auto &entry : emailsOf(person)) {
-                TextHash hash;
-                hash.add(entry.text());
-                m_values.add(hash.value(), &person);
-            }
-        }
+    std::vector<ABPersonPtr> people;
+    for (const PersonSnapshot *person : group) {
+        if (person != left)
+            people.push_back(person->person);
     }
-
-    Findings takeFindings() override
-    {
-        auto people = m_values.takeRepeated();
-        people.erase(std::unique(people.begin(), people.end()), people.end());
-
-        std::unordered_map<QStringView, std::vector<const PersonSnapshot *>, ViewHash> holders;
-        for (const PersonSnapshot *person : people) {
-            for (const auto &entry : emailsOf(*person)) {
-                auto &list = holders[entry.text()];
-                if (list.empty() || list.back() != person)
-                    list.push_back(person);
-            }
-        }
-        std::unordered_set<const PersonSnapshot *> reported;
-        std::vector<EmailMatch> found;
-        for (const PersonSnapshot *person : people) {
-            if (reported.contains(person))
-                continue;
-            for (const auto &entry : emailsOf(*person)) {
-                const auto &others = holders[entry.text()];
-                if (others.size() < 2)
-                    continue;
-                reported.insert(others.begin(), others.end());
-                found.push_back({person->person, everybodyBut(person, others), entry.label, entry.text()});
-            }
-        }
-        return found;
-    }
-
-private:
-    static std::span<const ABMultiValue::Entry> emailsOf(const PersonSnapshot &person)
-    {
-        const ABMultiValue *emails = person.record->multiValue(kABEmailProperty);
-        return emails ? emails->entries() : std::span<const ABMultiValue::Entry>();
-    }
-
-    static std::vector<ABPersonPtr> everybodyBut(const PersonSnapshot *left, const Group &group)
-    {
-        std::vector<ABPersonPtr> people;
-        for (const PersonSnapshot *person : group) {
-            if (person != left)
-                people.push_back(person->person);
-        }
-        return people;
-    }
-
-    RepeatCandidates<const PersonSnapshot *> m_values;
-};
+    return people;
+}
 
 bool repeatsItself(const ABMultiValue &values)
 {
@@ -206,24 +145,56 @@ bool repeatsItself(const ABMultiValue &values)
 
 } // namespace
 
-FinderPtr repeatedNameFinder(std::size_t peopleCount)
+Findings peopleOfRepeatedName(People people)
 {
-    return std::make_unique<RepeatedNameFinder>(peopleCount);
+    std::vector<ABPersonPtr> found;
+    for (const auto &group : groupsOfSameKey<QString, ViewHash>(candidatesOfSameName(people), nameKey))
+        found.push_back(group.front()->person);
+    return found;
 }
 
-FinderPtr sameNameFinder(std::size_t peopleCount)
+Findings peopleOfSameName(People people)
 {
-    return std::make_unique<SameNameFinder>(peopleCount);
+    Group candidates = candidatesOfSameName(people);
+    std::erase_if(candidates, [](const PersonSnapshot *person) { return !hasBothNames(*person->record); });
+    std::vector<ABPersonPtr> found;
+    for (const auto &group : groupsOfSameKey<NamePair, NamePairHash>(candidates, namePairOf)) {
+        for (const PersonSnapshot *person : group)
+            found.push_back(person->person);
+    }
+    return found;
 }
 
-FinderPtr sharedEmailFinder(std::size_t peopleCount)
+Findings sharedEmails(People people)
 {
-    return std::make_unique<SharedEmailFinder>(peopleCount);
+    const Group candidates = candidatesOfSharedEmail(people);
+    std::unordered_map<QStringView, Group, ViewHash> holders;
+    for (const PersonSnapshot *person : candidates) {
+        for (const auto &entry : emailsOf(*person)) {
+            auto &list = holders[entry.text()];
+            if (list.empty() || list.back() != person)
+                list.push_back(person);
+        }
+    }
+    std::unordered_set<const PersonSnapshot *> reported;
+    std::vector<EmailMatch> found;
+    for (const PersonSnapshot *person : candidates) {
+        if (reported.contains(person))
+            continue;
+        for (const auto &entry : emailsOf(*person)) {
+            const auto &others = holders[entry.text()];
+            if (others.size() < 2)
+                continue;
+            reported.insert(others.begin(), others.end());
+            found.push_back({person->person, everybodyBut(person, others), entry.label, entry.text()});
+        }
+    }
+    return found;
 }
 
-FinderPtr repeatedValueFinder(ABProperty multiValue)
+Findings peopleWithRepeatedValue(People people, ABProperty multiValue)
 {
-    return finderOfPeopleWhere([multiValue](const PersonRecord &record) {
+    return peopleWhere(people, [multiValue](const PersonRecord &record) {
         const ABMultiValue *values = record.multiValue(multiValue);
         return values && repeatsItself(*values);
     });

@@ -8,12 +8,12 @@
 // everywhere here.
 
 /// Exactly one of first and last name is present, and the record is not a company: its whole flags value is not 1.
-FinderPtr incompleteNameFinder();
+Findings peopleWithIncompleteName(People people);
 /// The first name holds U+0020; other blanks do not count.
-FinderPtr spaceInFirstNameFinder();
+Findings peopleWithSpaceInFirstName(People people);
 /// The title is present and not in the list of usual ones, compared exactly.
-FinderPtr unusualTitleFinder();
+Findings peopleWithUnusualTitle(People people);
 /// The same for the suffix.
-FinderPtr unusualSuffixFinder();
+Findings peopleWithUnusualSuffix(People people);
 /// Neither first nor last name is present, whatever else there is.
-FinderPtr blankNameFinder();
+Findings peopleWithBlankName(People people);

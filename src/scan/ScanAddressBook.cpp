@@ -3,7 +3,6 @@
 #include "scan/ScanAddressBook.h"
 
 #include "scan/DuplicateRules.h"
-#include "scan/FetchAhead.h"
 #include "scan/NameRules.h"
 #include "scan/ScanLog.h"
 #include "scan/TextRules.h"
@@ -13,6 +12,9 @@
 #include <algorithm>
 #include <array>
 
+Q_LOGGING_CATEGORY(lcScan, "peoplenook.scan")
+Q_LOGGING_CATEGORY(lcScanTrace, "peoplenook.scan.trace", QtWarningMsg)
+
 namespace {
 
 PeopleSnapshot currentPeople()
@@ -21,98 +23,41 @@ PeopleSnapshot currentPeople()
     return book ? book->snapshot() : std::make_shared<const std::vector<PersonSnapshot>>();
 }
 
-/// Few enough that what one finder fetched is still in the cache for the next.
-constexpr std::size_t kBlockSize = 64;
-
-/// Empty behind the last block.
-People blockOf(People people, std::size_t number)
-{
-    const std::size_t begin = std::min(number * kBlockSize, people.size());
-    return people.subspan(begin, std::min(kBlockSize, people.size() - begin));
-}
-
 struct FinderRow
 {
     Condition condition;
-    FinderPtr (*make)(std::size_t peopleCount);
+    Finder find;
 };
 
-template <auto make> FinderPtr ofOnePerson(std::size_t)
+template <ABProperty property> Findings repeatedValues(People people)
 {
-    return make();
-}
-
-template <ABProperty property> FinderPtr ofValues(std::size_t)
-{
-    return repeatedValueFinder(property);
+    return peopleWithRepeatedValue(people, property);
 }
 
 constexpr std::array kFinders{
-    FinderRow{Condition::SingleName, ofOnePerson<incompleteNameFinder>},
-    FinderRow{Condition::DupAddress, ofValues<kABAddressProperty>},
-    FinderRow{Condition::InvalidChar, ofOnePerson<invalidCharacterFinder>},
-    FinderRow{Condition::SpaceInFirstName, ofOnePerson<spaceInFirstNameFinder>},
-    FinderRow{Condition::ShareEmail, sharedEmailFinder},
-    FinderRow{Condition::DuplicateContacts, repeatedNameFinder},
-    FinderRow{Condition::EmptyNotes, ofOnePerson<noteOfSpacesFinder>},
-    FinderRow{Condition::EmptyNickname, ofOnePerson<nicknameOfSpacesFinder>},
-    FinderRow{Condition::DupPhone, ofValues<kABPhoneProperty>},
-    FinderRow{Condition::DupEmail, ofValues<kABEmailProperty>},
-    FinderRow{Condition::UnusualTitle, ofOnePerson<unusualTitleFinder>},
-    FinderRow{Condition::UnusualSuffix, ofOnePerson<unusualSuffixFinder>},
-    FinderRow{Condition::BlankName, ofOnePerson<blankNameFinder>},
+    FinderRow{Condition::SingleName, peopleWithIncompleteName},
+    FinderRow{Condition::DupAddress, repeatedValues<kABAddressProperty>},
+    FinderRow{Condition::InvalidChar, peopleWithInvalidCharacters},
+    FinderRow{Condition::SpaceInFirstName, peopleWithSpaceInFirstName},
+    FinderRow{Condition::ShareEmail, sharedEmails},
+    FinderRow{Condition::DuplicateContacts, peopleOfRepeatedName},
+    FinderRow{Condition::EmptyNotes, peopleWithNoteOfSpaces},
+    FinderRow{Condition::EmptyNickname, peopleWithNicknameOfSpaces},
+    FinderRow{Condition::DupPhone, repeatedValues<kABPhoneProperty>},
+    FinderRow{Condition::DupEmail, repeatedValues<kABEmailProperty>},
+    FinderRow{Condition::UnusualTitle, peopleWithUnusualTitle},
+    FinderRow{Condition::UnusualSuffix, peopleWithUnusualSuffix},
+    FinderRow{Condition::BlankName, peopleWithBlankName},
 };
 
-auto makerOf(Condition condition)
+Findings findingsOf(Condition condition, People people)
 {
-    return std::ranges::find(kFinders, condition, &FinderRow::condition)->make;
-}
-
-/// Adds the time of its life to a sum.
-class Stopwatch
-{
-public:
-    explicit Stopwatch(qint64 &nanoseconds) : m_nanoseconds(nanoseconds) { m_timer.start(); }
-    ~Stopwatch() { m_nanoseconds += m_timer.nsecsElapsed(); }
-    Stopwatch(const Stopwatch &) = delete;
-    Stopwatch &operator=(const Stopwatch &) = delete;
-
-private:
-    qint64 &m_nanoseconds;
-    QElapsedTimer m_timer;
-};
-
-/// A finder at work in a scan, and how long it took so far.
-struct Run
-{
-    Condition condition;
-    FinderPtr finder;
-    qint64 nanoseconds = 0;
-};
-
-/// The conditions with these titles, in their order; other texts are passed over.
-std::vector<Run> runsFor(const QStringList &titles, std::size_t peopleCount)
-{
-    std::vector<Run> runs;
-    for (const QString &title : titles) {
-        if (const auto condition = conditionTitled(title))
-            runs.push_back({*condition, makerOf(*condition)(peopleCount)});
-    }
-    return runs;
-}
-
-/// What a finder finds among the current people.
-template <typename Found> Found findingsOf(FinderPtr (*make)(std::size_t))
-{
-    const PeopleSnapshot people = currentPeople();
-    const FinderPtr finder = make(people->size());
-    finder->look(*people);
-    return std::get<Found>(finder->takeFindings());
+    return std::ranges::find(kFinders, condition, &FinderRow::condition)->find(people);
 }
 
 std::vector<ABPersonPtr> peopleFor(Condition condition)
 {
-    return findingsOf<std::vector<ABPersonPtr>>(makerOf(condition));
+    return std::get<std::vector<ABPersonPtr>>(findingsOf(condition, *currentPeople()));
 }
 
 } // namespace
@@ -124,28 +69,17 @@ ScanAddressBook::ScanAddressBook(ScanDelegate &delegate, QObject *parent) : QObj
 
 ScanResult ScanAddressBook::examine(const QStringList &selectedTitles)
 {
-    const PeopleSnapshot snapshot = currentPeople();
-    const People people = *snapshot;
-    std::vector<Run> runs = runsFor(selectedTitles, people.size());
-    for (std::size_t block = 0; block * kBlockSize < people.size(); ++block) {
-        FetchAhead::records(blockOf(people, block + 3));
-        FetchAhead::values(blockOf(people, block + 2));
-        FetchAhead::entries(blockOf(people, block + 1));
-        for (Run &run : runs) {
-            const Stopwatch stopwatch(run.nanoseconds);
-            run.finder->look(blockOf(people, block));
-        }
-    }
+    const PeopleSnapshot people = currentPeople();
     ScanResult result;
-    for (Run &run : runs) {
-        Findings findings;
-        {
-            const Stopwatch stopwatch(run.nanoseconds);
-            findings = run.finder->takeFindings();
-        }
-        if (run.condition == Condition::DuplicateContacts)
-            qCDebug(lcScan, "扫描花费的时间：%f", double(run.nanoseconds) / 1e9);
-        result.insert(run.condition, std::move(findings));
+    for (const QString &title : selectedTitles) {
+        const auto condition = conditionTitled(title);
+        if (!condition)
+            continue;
+        QElapsedTimer timer;
+        timer.start();
+        result.insert(*condition, findingsOf(*condition, *people));
+        if (condition == Condition::DuplicateContacts)
+            qCDebug(lcScan, "扫描花费的时间：%f", double(timer.nsecsElapsed()) / 1e9);
     }
     return result;
 }
@@ -185,7 +119,7 @@ std::vector<ABPersonPtr> ScanAddressBook::scanAllAddressBookFirstNameHaveSpace()
 
 std::vector<EmailMatch> ScanAddressBook::findDuplicateEmailInContacts() const
 {
-    return findingsOf<std::vector<EmailMatch>>(sharedEmailFinder);
+    return std::get<std::vector<EmailMatch>>(sharedEmails(*currentPeople()));
 }
 
 std::vector<ABPersonPtr> ScanAddressBook::test() const
@@ -195,7 +129,7 @@ std::vector<ABPersonPtr> ScanAddressBook::test() const
 
 std::vector<ABPersonPtr> ScanAddressBook::findDuplicatesContacts() const
 {
-    return findingsOf<std::vector<ABPersonPtr>>(sameNameFinder);
+    return std::get<std::vector<ABPersonPtr>>(peopleOfSameName(*currentPeople()));
 }
 
 std::vector<ABPersonPtr> ScanAddressBook::findEmptyNotes() const

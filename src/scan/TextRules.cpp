@@ -3,7 +3,6 @@
 #include "scan/TextRules.h"
 
 #include "scan/ScanLog.h"
-#include "scan/Utf16View.h"
 
 #include <algorithm>
 
@@ -19,9 +18,9 @@ bool consistsOfSpaces(const QString &text)
     return !text.isEmpty() && std::ranges::all_of(text, [](QChar c) { return c == u' '; });
 }
 
-FinderPtr textOfSpacesFinder(ABProperty property)
+Findings peopleWithTextOfSpaces(People people, ABProperty property)
 {
-    return finderOfPeopleWhere([property](const PersonRecord &record) {
+    return peopleWhere(people, [property](const PersonRecord &record) {
         const QString *text = record.text(property);
         return text && consistsOfSpaces(*text);
     });
@@ -36,8 +35,7 @@ bool hasInvalidEmail(const PersonRecord &record)
 {
     const ABMultiValue *emails = record.multiValue(kABEmailProperty);
     return emails && std::ranges::any_of(emails->entries(), [](const ABMultiValue::Entry &entry) {
-        const std::u16string_view email = utf16View(entry.text());
-        return email.find(u'@') == email.npos || email.find(u".com") == email.npos;
+        return !entry.text().contains(u'@') || !entry.text().contains(QLatin1StringView(".com"));
     });
 }
 
@@ -51,19 +49,19 @@ bool hasInvalidPhone(const PersonRecord &record)
 
 } // namespace
 
-FinderPtr noteOfSpacesFinder()
+Findings peopleWithNoteOfSpaces(People people)
 {
-    return textOfSpacesFinder(kABNoteProperty);
+    return peopleWithTextOfSpaces(people, kABNoteProperty);
 }
 
-FinderPtr nicknameOfSpacesFinder()
+Findings peopleWithNicknameOfSpaces(People people)
 {
-    return textOfSpacesFinder(kABNicknameProperty);
+    return peopleWithTextOfSpaces(people, kABNicknameProperty);
 }
 
-FinderPtr invalidCharacterFinder()
+Findings peopleWithInvalidCharacters(People people)
 {
-    return finderOfPeopleWhere([](const PersonRecord &record) {
+    return peopleWhere(people, [](const PersonRecord &record) {
         if (hasInvalidEmail(record))
             return true;
         if (!hasInvalidPhone(record))

@@ -7,9 +7,9 @@
 // Each finds the people it objects to, once each, in the order of the address book. "Space" is U+0020 only.
 
 /// The note consists of one or more spaces and nothing else.
-FinderPtr noteOfSpacesFinder();
+Findings peopleWithNoteOfSpaces(People people);
 /// The same for the nickname.
-FinderPtr nicknameOfSpacesFinder();
+Findings peopleWithNicknameOfSpaces(People people);
 /// An e-mail address without "@" or without ".com" (compared exactly, so an address in ".org" is objected to), or a
 /// phone number that holds an ASCII letter.
-FinderPtr invalidCharacterFinder();
+Findings peopleWithInvalidCharacters(People people);

@@ -3,10 +3,10 @@
 #include "base/Job.h"
 #include "contacts/model/ABLabels.h"
 #include "generator/ContactGenerator.h"
-#include "scan/ScanLog.h"
+#include "scan/ScanAddressBook.h"
+#include "support/LogCapture.h"
 #include "support/TestPeople.h"
 
-#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -74,54 +74,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title");
         QTest::addColumn<QByteArray>("person");
         QTest::addColumn<bool>("found");
-        const auto row = [](const char *title, const char *person, bool found) {
-            QTest::addRow("%s %s", title, person) << u(title) << QByteArray(person) << found;
-        };
-        row("Incomplete name", "{'firstName':'Ann'}", true);
-        row("Incomplete name", "{'lastName':'Lee','flags':0}", true);
-        row("Incomplete name", "{'firstName':'Ann','flags':1}", false);
-        row("Incomplete name", "{'firstName':'Ann','flags':17}", true);
-        row("Incomplete name", "{'firstName':'','lastName':'Lee'}", false);
-        row("Incomplete name", "{}", false);
-        row("Blank name", "{}", true);
-        row("Blank name", "{'flags':1,'organization':'Acme','nickname':'A'}", true);
-        row("Blank name", "{'firstName':''}", false);
-        row("Spacing in the first name", "{'firstName':'Mary Ann'}", true);
-        row("Spacing in the first name", "{'firstName':' Ann'}", true);
-        row("Spacing in the first name", "{'firstName':' '}", true);
-        row("Spacing in the first name", "{'firstName':'Mary\\tAnn\\u00a0'}", false);
-        row("Spacing in the first name", "{'lastName':'van Dam'}", false);
-        for (const char *title : {"Mr", "mr", "2lt2ND", "gerneral", "LTJG"})
-            row("Unusual title", qPrintable(u("{'title':'%1'}").arg(u(title))), false);
-        for (const char *title : {"Mr.", "MR", " Mr", "", "2lt", "2ND", "General", "1st "})
-            row("Unusual title", qPrintable(u("{'title':'%1'}").arg(u(title))), true);
-        row("Unusual title", "{}", false);
-        for (const char *suffix : {"Jr", "jr", "ESQ", "MS", "ms", "I", "2ND"})
-            row("Unusual suffix", qPrintable(u("{'suffix':'%1'}").arg(u(suffix))), false);
-        for (const char *suffix : {"Jr.", "JR", "Esq", "Ph.D.", "Ms", "i", ""})
-            row("Unusual suffix", qPrintable(u("{'suffix':'%1'}").arg(u(suffix))), true);
-        for (const char *text : {" ", "   "})
-            row("Note with spacing only", qPrintable(u("{'note':'%1'}").arg(u(text))), true);
-        for (const char *text : {"", " \\t ", " x", "x", "\\u00a0", "\\n"})
-            row("Note with spacing only", qPrintable(u("{'note':'%1'}").arg(u(text))), false);
-        row("Nickname with spacing only", "{'nickname':'  '}", true);
-        row("Nickname with spacing only", "{'note':'  '}", false);
-        row("Invalid characters", "{'email':[{'value':'a@b.com'},{'value':'a@b.org'}]}", true);
-        row("Invalid characters", "{'email':[{'value':'a@b.COM'}]}", true);
-        row("Invalid characters", "{'email':[{'value':'ab.com'}]}", true);
-        row("Invalid characters", "{'email':[{'value':'.com@'}]}", false);
-        row("Invalid characters", "{'email':[{'value':''}]}", true);
-        row("Invalid characters", "{'phone':[{'value':'555 0100'},{'value':'1-800-FLOWERS'}]}", true);
-        row("Invalid characters", "{'phone':[{'value':'+49 (0) 30.1 é я'}]}", false);
-        row("Invalid characters", "{'phone':[],'note':'abc'}", false);
-        row("Duplicate email address", "{'email':[{'label':'x','value':'a'},{'value':'b'},{'value':'a'}]}", true);
-        row("Duplicate email address", "{'email':[{'value':'a'},{'value':'A'},{'value':'a '}]}", false);
-        row("Duplicate phone number", "{'phone':[{'value':'1'},{'value':'1'},{'value':'1'}]}", true);
-        row("Duplicate phone number", "{'phone':[{'value':'555-1234'},{'value':'5551234'}]}", false);
-        row("Duplicate address",
-            "{'address':[{'value':{'city':'U','zip':'1'}},{'label':'b','value':{'zip':'1','city':'U'}}]}", true);
-        row("Duplicate address", "{'address':[{'value':{'city':'U'}},{'value':{'city':'U','zip':''}}]}", false);
-        row("Duplicate address", "{'address':[{'value':{}},{'value':{}}]}", true);
+        for (const QStringList &lines : blocksOf(u("tests/data/scan/rules.txt"))) {
+            for (const QString &line : lines.mid(1))
+                QTest::addRow("%s %s", qUtf8Printable(lines.front()), qUtf8Printable(line))
+                    << lines.front() << line.mid(line.indexOf(u'{')).toUtf8() << line.startsWith(u"found");
+        }
     }
     void ruleFindsPerson()
     {
@@ -230,38 +187,23 @@ private Q_SLOTS:
     {
         sharedBookOf({"{'uid':'a','phone':[{'value':'a'},{'value':'b'}]}", "{'uid':'b','note':' x '}",
             "{'uid':'c','note':' '}"});
-        static QStringList lines;
-        lines.clear();
-        const auto previous =
-            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &context, const QString &text) {
-                lines += u(context.category) + u' ' + text;
-            });
-        QLoggingCategory::setFilterRules(u("peoplenook.*.debug=true"));
+        const LogCapture log;
+        QLoggingCategory::setFilterRules(u("peoplenook.*.debug=true")); // traces too
         scan({u("Invalid characters"), u("Note with spacing only"), u("Duplicate contacts")});
-        QLoggingCategory::setFilterRules(QString());
-        qInstallMessageHandler(previous);
-        QCOMPARE(lines.filter(u("peoplenook.scan 电话号码非法")).size(), 1);
-        QCOMPARE(lines.filter(u("peoplenook.scan.trace 字符是空空格")).size(), 2);
-        QCOMPARE(lines.filter(u("peoplenook.scan 扫描花费的时间：0.")).size(), 1);
-        QVERIFY(!lcScanTrace().isDebugEnabled());
+        const QStringList lines = log.of(u("peoplenook.scan"));
+        QCOMPARE(lines.filter(u("电话号码非法")).size(), 1);
+        QCOMPARE(lines.filter(u("扫描花费的时间：0.")).size(), 1);
+        QCOMPARE(log.of(u("peoplenook.scan.trace")).filter(u("字符是空空格")).size(), 2);
     }
 
-    void generatedContactsHaveTheirKnownFindings_data()
-    {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<quint32>("seed");
-        QTest::newRow("1000") << 1000 << 1U;
-        QTest::newRow("5000") << 5000 << 42U;
-    }
     void generatedContactsHaveTheirKnownFindings()
     {
-        QFETCH(int, count);
-        QFETCH(quint32, seed);
-        ContactGenerator generator(count, seed);
+        constexpr int kCount = 5000;
+        ContactGenerator generator(kCount, 42);
         std::vector<StoredRecord> people;
         for (StoredRecord person = generator.next(); person.record; person = generator.next())
             people.push_back(person);
-        QCOMPARE(int(people.size()), count);
+        QCOMPARE(int(people.size()), kCount);
         sharedBookOf(people);
         const ScanResult result = scan(allTitles());
         for (const auto &[key, expected] : generator.expected().counts) {
@@ -272,115 +214,6 @@ private Q_SLOTS:
             }
             QVERIFY2(found == expected, qPrintable(u("%1: %2, not %3").arg(QString(key)).arg(found).arg(expected)));
         }
-    }
-
-    /// The finders work with hashes; here they meet the plain reading of the same rules on people who collide a lot.
-    void hashedFindersAgreeWithPlainOnes()
-    {
-        QRandomGenerator random(20261121);
-        const QStringList names{u("A"), u("An"), u("nB"), u("B"), u(""), u("(null)")};
-        const QStringList emails{u("x"), u("y"), u("z"), u("w"), u("v"), u("t")};
-        for (int round = 0; round < 200; ++round) {
-            std::vector<StoredRecord> people;
-            for (int i = 0; i < 12; ++i) {
-                PersonRecord record;
-                if (random.bounded(4))
-                    record.setText(kABFirstNameProperty, names[random.bounded(int(names.size()))]);
-                if (random.bounded(4))
-                    record.setText(kABLastNameProperty, names[random.bounded(int(names.size()))]);
-                ABMutableMultiValue values;
-                for (int n = random.bounded(12) == 0 ? 10 : random.bounded(3); n > 0; --n)
-                    values.addValue(emails[random.bounded(int(emails.size()))], QString::number(n));
-                record.setMultiValue(kABEmailProperty, values);
-                people.push_back({QString::number(i), std::make_shared<const PersonRecord>(record)});
-            }
-            const auto book = sharedBookOf(people);
-            const ScanAddressBook scanner(m_delegate);
-            QCOMPARE(uidsOf(scanner.test()), plainRepeatedNames(*book));
-            QCOMPARE(uidsOf(scanner.findDuplicatesContacts()), plainPeopleOfSameName(*book));
-            QCOMPARE(matchesAsText(scanner.findDuplicateEmailInContacts()), plainSharedEmails(*book));
-            QCOMPARE(uidsOf(scanner.findDuplicateEmailInOnePerson()), plainRepeatedEmails(*book));
-        }
-    }
-
-private:
-    static QString nameOf(const ABPersonPtr &person, ABProperty property)
-    {
-        const ABValue value = person->valueForProperty(property);
-        return std::holds_alternative<QString>(value) ? std::get<QString>(value) : QString();
-    }
-
-    static QStringList plainRepeatedNames(const ABAddressBook &book)
-    {
-        const auto key = [](const ABPersonPtr &person) {
-            const QString first = nameOf(person, kABFirstNameProperty);
-            const QString last = nameOf(person, kABLastNameProperty);
-            return (first.isNull() ? u("(null)") : first) + (last.isNull() ? u("(null)") : last);
-        };
-        QStringList keys;
-        for (const auto &person : book.people())
-            keys += key(person);
-        QStringList found;
-        for (qsizetype i = 0; i < keys.size(); ++i) {
-            if (keys.indexOf(keys[i]) == i && keys.count(keys[i]) > 1)
-                found += book.people().at(i)->uniqueId();
-        }
-        return found;
-    }
-
-    static QStringList plainPeopleOfSameName(const ABAddressBook &book)
-    {
-        const auto people = book.people();
-        QStringList found;
-        for (qsizetype i = 0; i < people.size(); ++i) {
-            const QString first = nameOf(people[i], kABFirstNameProperty);
-            const QString last = nameOf(people[i], kABLastNameProperty);
-            QStringList group{people[i]->uniqueId()};
-            for (qsizetype j = i + 1; j < people.size() && !first.isNull() && !last.isNull(); ++j) {
-                const QString otherFirst = nameOf(people[j], kABFirstNameProperty);
-                const QString otherLast = nameOf(people[j], kABLastNameProperty);
-                if (!otherFirst.isNull() && !otherLast.isNull() && otherFirst == first && otherLast == last)
-                    group += people[j]->uniqueId();
-            }
-            if (group.size() > 1 && !found.contains(group.first()))
-                found += group;
-        }
-        return found;
-    }
-
-    static QString plainSharedEmails(const ABAddressBook &book)
-    {
-        QStringList reported;
-        std::vector<EmailMatch> matches;
-        for (const auto &person : book.people()) {
-            if (reported.contains(person->uniqueId()))
-                continue;
-            const auto record = person->record();
-            for (const auto &entry : record->multiValue(kABEmailProperty)->entries()) {
-                auto holders = book.recordsMatchingSearchElement(
-                    ABPerson::searchElementForProperty(kABEmailProperty, {}, {}, entry.text(), kABEqual));
-                if (holders.size() < 2)
-                    continue;
-                reported += uidsOf(holders);
-                holders.removeOne(person);
-                matches.push_back({person, {holders.begin(), holders.end()}, entry.label});
-            }
-        }
-        return matchesAsText(matches);
-    }
-
-    static QStringList plainRepeatedEmails(const ABAddressBook &book)
-    {
-        QStringList found;
-        for (const auto &person : book.people()) {
-            QStringList values;
-            const auto record = person->record();
-            for (const auto &entry : record->multiValue(kABEmailProperty)->entries())
-                values += entry.text();
-            if (values.removeDuplicates() > 0)
-                found += person->uniqueId();
-        }
-        return found;
     }
 };
 

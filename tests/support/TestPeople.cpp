@@ -5,6 +5,8 @@
 #include "contacts/cards/RecordJson.h"
 #include "support/MemoryStore.h"
 
+#include <QFile>
+
 StoredRecord recordFromText(QByteArray json)
 {
     json.replace('\'', '"');
@@ -53,4 +55,21 @@ QByteArray textOf(const ABAddressBook &book)
     for (const auto &[person, record] : *everybody)
         text += recordToJson(person->uniqueId(), *record) + '\n';
     return text;
+}
+
+QList<QStringList> blocksOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s: %s", qUtf8Printable(path), qUtf8Printable(file.errorString()));
+    QList<QStringList> blocks{{}};
+    for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n')) {
+        if (const QString text = line.trimmed(); !text.isEmpty() && !text.startsWith(u'#'))
+            blocks.back() += text;
+        else if (!blocks.back().isEmpty())
+            blocks.push_back({});
+    }
+    if (blocks.back().isEmpty())
+        blocks.removeLast();
+    return blocks;
 }

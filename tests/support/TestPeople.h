@@ -24,3 +24,6 @@ QStringList uidsOf(const std::vector<ABPersonPtr> &people);
 
 /// The whole address book in JSON, a person a line.
 QByteArray textOf(const ABAddressBook &book);
+
+/// The cases in a file of tests/data: lines between empty ones, without their indentation; a line with # is a comment.
+QList<QStringList> blocksOf(const QString &path);
