@@ -11,6 +11,10 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+
+Q_LOGGING_CATEGORY(lcTable, "peoplenook.table")
+Q_LOGGING_CATEGORY(lcTableOut, "peoplenook.table.stdout")
 
 namespace {
 
@@ -61,46 +65,24 @@ ABMultiValue withLabelledText(const OldValue &old, const FieldInfo &field, const
     return edited;
 }
 
-/// A service and its word in diagnostic lines.
-struct Service
+bool isServiceOfProperty(const QString &service, ABProperty property)
 {
-    const QString &text;
-    const char *word;
-};
-
-const std::array<Service, 5> &profileServices()
-{
-    static const std::array<Service, 5> services{{
-        {kABSocialProfileServiceTwitter, "twitter"},
-        {kABSocialProfileServiceFacebook, "facebook"},
-        {kABSocialProfileServiceLinkedIn, "linkIn"},
-        {kABSocialProfileServiceFlickr, "flickr"},
-        {kABSocialProfileServiceMySpace, "myspace"},
-    }};
-    return services;
+    const auto fields = fieldsOfProperty(property);
+    return std::ranges::find(fields, service, &FieldInfo::service) != fields.end();
 }
 
-const std::array<Service, kMessagingServiceCount> &messagingServices()
+/// A known service's word in diagnostic lines.
+const char *wordOf(const QString &service)
 {
-    static const std::array<Service, kMessagingServiceCount> services{{
-        {kABInstantMessageServiceAIM, "AIM"},
-        {kABInstantMessageServiceFacebook, "Facebook"},
-        {kABInstantMessageServiceGaduGadu, "Gadu"},
-        {kABInstantMessageServiceGoogleTalk, "GoogleTalk"},
-        {kABInstantMessageServiceICQ, "ICQ"},
-        {kABInstantMessageServiceJabber, "Jabber"},
-        {kABInstantMessageServiceMSN, "MSN"},
-        {kABInstantMessageServiceQQ, "QQ"},
-        {kABInstantMessageServiceSkype, "Skype"},
-        {kABInstantMessageServiceYahoo, "Yahoo"},
-    }};
-    return services;
-}
-
-const Service *serviceOf(std::span<const Service> services, const QString &text)
-{
-    const auto found = std::ranges::find_if(services, [&](const Service &service) { return service.text == text; });
-    return found == services.end() ? nullptr : &*found;
+    static const std::map<QString, const char *> words{{kABSocialProfileServiceTwitter, "twitter"},
+        {kABSocialProfileServiceFacebook, "facebook"}, {kABSocialProfileServiceLinkedIn, "linkIn"},
+        {kABSocialProfileServiceFlickr, "flickr"}, {kABSocialProfileServiceMySpace, "myspace"},
+        {kABInstantMessageServiceAIM, "AIM"}, {kABInstantMessageServiceFacebook, "Facebook"},
+        {kABInstantMessageServiceGaduGadu, "Gadu"}, {kABInstantMessageServiceGoogleTalk, "GoogleTalk"},
+        {kABInstantMessageServiceICQ, "ICQ"}, {kABInstantMessageServiceJabber, "Jabber"},
+        {kABInstantMessageServiceMSN, "MSN"}, {kABInstantMessageServiceQQ, "QQ"},
+        {kABInstantMessageServiceSkype, "Skype"}, {kABInstantMessageServiceYahoo, "Yahoo"}};
+    return words.at(service);
 }
 
 QString textOf(const ABDictionary &dictionary, ABKey key)
@@ -137,9 +119,8 @@ void copyParts(const ABDictionary &address, ABDictionary &into)
 
 void copyAccount(const ABDictionary &from, ABMutableMultiValue &to, const QString &service, FieldGroup group)
 {
-    if (serviceOf(messagingServices(), service)) {
+    if (isServiceOfProperty(service, kABInstantMessageProperty))
         to.addValue(messagingAccount(service, textOf(from, kABInstantMessageUsernameKey)), labelOfGroup(group));
-    }
 }
 
 /// An edit's own line for an account of the edited group.
@@ -276,10 +257,9 @@ void commitSocailProfile(const QString &fieldLabel, const QString &commitValue, 
         qCDebug(lcTable, "标签%s", entry.label.isNull() ? "(null)" : qUtf8Printable(entry.label));
         const QString text = textOf(entry.dictionary(), kABSocialProfileServiceKey);
         seenServices += text;
-        const Service *service = serviceOf(profileServices(), text);
-        if (!service)
+        if (!isServiceOfProperty(text, kABSocialProfileProperty))
             continue;
-        qCDebug(lcTable, "exsit %s", service->word);
+        qCDebug(lcTable, "exsit %s", wordOf(text));
         const QString user = textOf(entry.dictionary(), kABSocialProfileUsernameKey);
         if (user.isNull() && text != kABSocialProfileServiceTwitter)
             continue;
@@ -330,10 +310,9 @@ void commitInstantMassage(const QString &fieldLabel, const QString &commitValue,
             continue;
         }
         seenServices += text;
-        const Service *service = serviceOf(messagingServices(), text);
-        if (!service)
+        if (!isServiceOfProperty(text, kABInstantMessageProperty))
             continue;
-        logEditedGroup(group, service->word);
+        logEditedGroup(group, wordOf(text));
         const QString user = textOf(entry.dictionary(), kABInstantMessageUsernameKey);
         edited.addValue(messagingAccount(text, text == field.service ? commitValue : user), field.storeLabel);
     }
@@ -349,19 +328,18 @@ void copyHomeIM(
     static const QStringList silent{kABInstantMessageServiceICQ, kABInstantMessageServiceJabber,
         kABInstantMessageServiceMSN, kABInstantMessageServiceQQ, kABInstantMessageServiceSkype,
         kABInstantMessageServiceYahoo};
-    const Service *service = serviceOf(messagingServices(), withServiceKey);
-    if (service && !silent.contains(withServiceKey))
-        qCDebug(lcTable, "exsit home %s", service->word);
+    if (isServiceOfProperty(withServiceKey, kABInstantMessageProperty) && !silent.contains(withServiceKey))
+        qCDebug(lcTable, "exsit home %s", wordOf(withServiceKey));
     copyAccount(account, toNewInstantMassageValue, withServiceKey, FieldGroup::Home);
 }
 
 void copyWorkIM(
     const ABDictionary &account, ABMutableMultiValue &toNewInstantMassageValue, const QString &withServiceKey)
 {
-    if (const Service *service = serviceOf(messagingServices(), withServiceKey)) {
+    if (isServiceOfProperty(withServiceKey, kABInstantMessageProperty)) {
         const bool isCapital =
             withServiceKey == kABInstantMessageServiceAIM || withServiceKey == kABInstantMessageServiceFacebook;
-        qCDebug(lcTable, "exsit %s %s", isCapital ? "Work" : "work", service->word);
+        qCDebug(lcTable, "exsit %s %s", isCapital ? "Work" : "work", wordOf(withServiceKey));
     }
     copyAccount(account, toNewInstantMassageValue, withServiceKey, FieldGroup::Work);
 }
@@ -369,8 +347,8 @@ void copyWorkIM(
 void copyOtherIM(
     const ABDictionary &account, ABMutableMultiValue &toNewInstantMassageValue, const QString &withServiceKey)
 {
-    if (const Service *service = serviceOf(messagingServices(), withServiceKey))
-        qCDebug(lcTable, "exsit other %s", service->word);
+    if (isServiceOfProperty(withServiceKey, kABInstantMessageProperty))
+        qCDebug(lcTable, "exsit other %s", wordOf(withServiceKey));
     copyAccount(account, toNewInstantMassageValue, withServiceKey, FieldGroup::Other);
 }
 

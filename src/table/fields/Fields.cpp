@@ -6,6 +6,7 @@
 
 #include <QHash>
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -92,10 +93,22 @@ public:
         Q_ASSERT(m_rows.size() == kFieldCount);
         for (const auto &row : m_rows)
             m_byLabel.insert(row.label, row.field);
+        const auto propertyOf = [](const FieldInfo &row) { return static_cast<std::size_t>(row.property); };
+        for (auto first = m_rows.cbegin(); first != m_rows.cend();) {
+            const auto last = std::ranges::find_if(
+                first, m_rows.cend(), [&](const FieldInfo &row) { return row.property != first->property; });
+            if (m_byProperty[propertyOf(*first)].empty()) // the full name follows under the first name's property
+                m_byProperty[propertyOf(*first)] = {first, last};
+            first = last;
+        }
     }
 
     std::span<const FieldInfo> rows() const { return m_rows; }
     const QHash<QString, Field> &byLabel() const { return m_byLabel; }
+    std::span<const FieldInfo> byProperty(ABProperty property) const
+    {
+        return m_byProperty[static_cast<std::size_t>(property)];
+    }
 
 private:
     FieldInfo &add(const QString &label, FieldFamily family, ABProperty property)
@@ -139,6 +152,7 @@ private:
 
     std::vector<FieldInfo> m_rows;
     QHash<QString, Field> m_byLabel;
+    std::array<std::span<const FieldInfo>, static_cast<std::size_t>(ABProperty::Uid) + 1> m_byProperty{};
 };
 
 const FieldTable &fieldTable()
@@ -161,10 +175,7 @@ const FieldInfo &fieldInfo(Field field)
 
 std::span<const FieldInfo> fieldsOfProperty(ABProperty property)
 {
-    const auto rows = allFields();
-    const auto isOfProperty = [property](const FieldInfo &row) { return row.property == property; };
-    const auto first = std::find_if(rows.begin(), rows.end(), isOfProperty);
-    return {first, std::find_if_not(first, rows.end(), isOfProperty)};
+    return fieldTable().byProperty(property);
 }
 
 std::optional<Field> fieldLabelled(QStringView label)

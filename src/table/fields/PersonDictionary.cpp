@@ -14,60 +14,18 @@ Field operator+(Field field, int offset)
     return static_cast<Field>(static_cast<int>(field) + offset);
 }
 
-/// The field of a label, or nothing; the text of a label is mostly the table's own, so pointers are compared first.
-const FieldInfo *fieldOfLabel(std::span<const FieldInfo> fields, const QString &label)
+/// Null where none of the fields of @p property has this text.
+const FieldInfo *fieldOf(ABProperty property, QString FieldInfo::*column, const QString &text)
 {
-    for (const FieldInfo &field : fields) {
-        if (label.size() == field.storeLabel.size()
-            && (label.constData() == field.storeLabel.constData() || label == field.storeLabel))
-            return &field;
-    }
-    return nullptr;
-}
-
-const FieldInfo *fieldOfService(std::span<const FieldInfo> fields, const QString &service)
-{
-    const auto found = std::ranges::find(fields, service, &FieldInfo::service);
+    const auto fields = fieldsOfProperty(property);
+    const auto found = std::ranges::find(fields, text, column);
     return found == fields.end() ? nullptr : &*found;
 }
 
-/// The same as toString(Qt::ISODate), which takes a good part of the time of an export.
-QString isoText(QDate date)
+std::span<const ABMultiValue::Entry> entriesOf(const PersonRecord &record, ABProperty property)
 {
-    int year = 0;
-    int month = 0;
-    int day = 0;
-    date.getDate(&year, &month, &day);
-    if (year < 1 || year > 9999)
-        return date.toString(Qt::ISODate);
-    QString text = QStringLiteral("0000-00-00");
-    QChar *digits = text.data();
-    const auto put = [digits](qsizetype end, int number) {
-        for (; number > 0; number /= 10)
-            digits[--end] = QChar(u'0' + number % 10);
-    };
-    put(4, year);
-    put(7, month);
-    put(10, day);
-    return text;
-}
-
-struct MultiFields
-{
-    std::span<const FieldInfo> emails = fieldsOfProperty(kABEmailProperty);
-    std::span<const FieldInfo> urls = fieldsOfProperty(kABURLsProperty);
-    std::span<const FieldInfo> phones = fieldsOfProperty(kABPhoneProperty);
-    std::span<const FieldInfo> relatedNames = fieldsOfProperty(kABRelatedNamesProperty);
-    std::span<const FieldInfo> profiles = fieldsOfProperty(kABSocialProfileProperty);
-    // Of the home group; the others follow in the same order.
-    std::span<const FieldInfo> accounts = fieldsOfProperty(kABInstantMessageProperty).first(kMessagingServiceCount);
-    std::span<const FieldInfo> singles = allFields().first(static_cast<std::size_t>(Field::FullName));
-};
-
-const MultiFields &multiFields()
-{
-    static const MultiFields fields;
-    return fields;
+    const ABMultiValue *value = record.multiValue(property);
+    return value ? value->entries() : std::span<const ABMultiValue::Entry>();
 }
 
 } // namespace
@@ -97,7 +55,7 @@ QString PersonDictionary::text(const Entry &entry) const
 {
     if (entry.m_text)
         return *entry.m_text;
-    return entry.m_field == Field::Birthday ? isoText(m_birthday) : nameKey(*m_record);
+    return entry.m_field == Field::Birthday ? m_birthday.toString(Qt::ISODate) : nameKey(*m_record);
 }
 
 const QString *PersonDictionary::keptText(Field field) const
@@ -144,16 +102,8 @@ const PersonDictionary::Entry *PersonDictionary::find(Field field) const
 
 void PersonDictionary::setText(Field field, const QString *text)
 {
-    if (const auto found = std::ranges::find(m_entries, field, &Entry::m_field); found != m_entries.end()) {
-        found->m_text = text;
-        return;
-    }
-    append(field, text);
-}
-
-void PersonDictionary::append(Field field, const QString *text)
-{
-    Entry &entry = m_entries.emplace_back();
+    const auto found = std::ranges::find(m_entries, field, &Entry::m_field);
+    Entry &entry = found == m_entries.end() ? m_entries.emplace_back() : *found;
     entry.m_field = field;
     entry.m_text = text;
 }
@@ -169,9 +119,10 @@ class DictionaryMaker
 public:
     DictionaryMaker(const ABPersonPtr &person, const PersonRecordPtr &record)
     {
+        constexpr std::size_t kUsualFields = 16;
         m_dictionary.m_person = person;
         m_dictionary.m_record = record;
-        m_dictionary.m_entries.reserve(entryCount(*record));
+        m_dictionary.m_entries.reserve(kUsualFields);
     }
 
     PersonDictionary make(DictionaryForm form)
@@ -180,62 +131,28 @@ public:
         addSingles(record, form);
         if (form == DictionaryForm::Table)
             set(Field::FullName, nullptr);
-        const auto entriesOf = [&record](ABProperty property) {
-            const ABMultiValue *value = record.multiValue(property);
-            return value ? value->entries() : std::span<const ABMultiValue::Entry>();
-        };
-        for (const auto &entry : entriesOf(kABEmailProperty)) {
-            const FieldInfo *field = fieldOfLabel(m_fields.emails, entry.label);
+        for (const auto &entry : entriesOf(record, kABEmailProperty)) {
+            const FieldInfo *field = fieldOf(kABEmailProperty, &FieldInfo::storeLabel, entry.label);
             set(field ? field->field : Field::OtherEmail, &entry.text());
         }
-        for (const auto &entry : entriesOf(kABURLsProperty))
-            addLabelled(m_fields.urls, entry);
-        for (const auto &entry : entriesOf(kABPhoneProperty))
-            addLabelled(m_fields.phones, entry);
-        for (const auto &entry : entriesOf(kABAddressProperty))
+        addLabelled(record, kABURLsProperty);
+        addLabelled(record, kABPhoneProperty);
+        for (const auto &entry : entriesOf(record, kABAddressProperty))
             addAddress(entry);
-        for (const auto &entry : entriesOf(kABRelatedNamesProperty))
-            addLabelled(m_fields.relatedNames, entry);
-        for (const auto &entry : entriesOf(kABSocialProfileProperty))
+        addLabelled(record, kABRelatedNamesProperty);
+        for (const auto &entry : entriesOf(record, kABSocialProfileProperty))
             addProfile(entry);
-        for (const auto &entry : entriesOf(kABInstantMessageProperty))
+        for (const auto &entry : entriesOf(record, kABInstantMessageProperty))
             addAccount(entry);
         return std::move(m_dictionary);
     }
 
 private:
-    /// As many as there can be at most, so that the list is allocated once.
-    static std::size_t entryCount(const PersonRecord &record)
-    {
-        std::size_t count = 2; // birthday, full name
-        for (const FieldInfo &field : multiFields().singles)
-            count += field.family == FieldFamily::Text && record.text(field.property);
-        for (const ABProperty property : {kABEmailProperty, kABURLsProperty, kABPhoneProperty, kABAddressProperty,
-                 kABRelatedNamesProperty, kABSocialProfileProperty, kABInstantMessageProperty}) {
-            const ABMultiValue *value = record.multiValue(property);
-            if (!value)
-                continue;
-            count += static_cast<std::size_t>(value->count());
-            if (property == kABAddressProperty)
-                count += static_cast<std::size_t>(value->count()) * (kAddressPartCount - 1);
-        }
-        return count;
-    }
-
-    void set(Field field, const QString *text)
-    {
-        const auto bit = static_cast<std::size_t>(field);
-        if (m_present.test(bit)) {
-            m_dictionary.setText(field, text);
-            return;
-        }
-        m_present.set(bit);
-        m_dictionary.append(field, text);
-    }
+    void set(Field field, const QString *text) { m_dictionary.setText(field, text); }
 
     void addSingles(const PersonRecord &record, DictionaryForm form)
     {
-        for (const FieldInfo &field : m_fields.singles) {
+        for (const FieldInfo &field : allFields().first(static_cast<std::size_t>(Field::FullName))) {
             if (field.field == Field::Preffix && form == DictionaryForm::Merge)
                 continue;
             if (field.family == FieldFamily::Text) {
@@ -248,10 +165,12 @@ private:
         }
     }
 
-    void addLabelled(std::span<const FieldInfo> fields, const ABMultiValue::Entry &entry)
+    void addLabelled(const PersonRecord &record, ABProperty property)
     {
-        if (const FieldInfo *field = fieldOfLabel(fields, entry.label))
-            set(field->field, &entry.text());
+        for (const auto &entry : entriesOf(record, property)) {
+            if (const FieldInfo *field = fieldOf(property, &FieldInfo::storeLabel, entry.label))
+                set(field->field, &entry.text());
+        }
     }
 
     void addAddress(const ABMultiValue::Entry &entry)
@@ -263,34 +182,29 @@ private:
 
     void addProfile(const ABMultiValue::Entry &entry)
     {
-        if (entry.label != kABHomeLabel)
-            return;
         const QString *service = entry.dictionary().valueForKey(kABSocialProfileServiceKey);
-        const FieldInfo *field = service ? fieldOfService(m_fields.profiles, *service) : nullptr;
         const QString *user = entry.dictionary().valueForKey(kABSocialProfileUsernameKey);
-        if (field && user)
+        if (entry.label != kABHomeLabel || !service || !user)
+            return;
+        if (const FieldInfo *field = fieldOf(kABSocialProfileProperty, &FieldInfo::service, *service))
             set(field->field, user);
     }
 
     void addAccount(const ABMultiValue::Entry &entry)
     {
         const QString *service = entry.dictionary().valueForKey(kABInstantMessageServiceKey);
-        const FieldInfo *homeField = service ? fieldOfService(m_fields.accounts, *service) : nullptr;
-        if (!homeField)
+        // Of the home group; the others follow in the same order.
+        const FieldInfo *home = service ? fieldOf(kABInstantMessageProperty, &FieldInfo::service, *service) : nullptr;
+        if (!home)
             return;
-        const Field field = homeField->field + kMessagingServiceCount * static_cast<int>(groupOfLabel(entry.label));
-        const QString *user = entry.dictionary().valueForKey(kABInstantMessageUsernameKey);
-        if (user) {
+        const Field field = home->field + kMessagingServiceCount * static_cast<int>(groupOfLabel(entry.label));
+        if (const QString *user = entry.dictionary().valueForKey(kABInstantMessageUsernameKey))
             set(field, user);
-        } else { // the last account counts here too: one without a user name leaves none of an earlier one
+        else // the last account counts here too: one without a user name leaves none of an earlier one
             m_dictionary.remove(field);
-            m_present.reset(static_cast<std::size_t>(field));
-        }
     }
 
     PersonDictionary m_dictionary;
-    std::bitset<kFieldCount> m_present;
-    const MultiFields &m_fields = multiFields();
 };
 
 PersonDictionary prasePerson(const ABPersonPtr &person, const PersonRecordPtr &record, DictionaryForm form)

@@ -39,9 +39,6 @@ public:
     /// What it was made of; null once a value was set, and for a copy of some fields.
     const PersonRecord *unchangedRecord() const { return m_isChanged ? nullptr : m_record.get(); }
 
-    /// The record whose names text() makes a full name of; null in a dictionary of nobody.
-    const PersonRecord *names() const { return m_record.get(); }
-
     std::span<const Entry> entries() const { return m_entries; }
     FieldValue value(const Entry &entry) const;
     FieldValue value(Field field) const;
@@ -65,7 +62,6 @@ private:
 
     const Entry *find(Field field) const;
     void setText(Field field, const QString *text);
-    void append(Field field, const QString *text); // only a field that has no entry yet
     void remove(Field field);
 
     ABPersonPtr m_person;
