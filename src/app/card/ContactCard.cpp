@@ -33,36 +33,12 @@ namespace {
 
 constexpr int kPictureSize = 96;
 
-struct Title
-{
-    ABProperty property;
-    const char *text;
-};
+constexpr std::array kTexts{kABTitleProperty, kABFirstNameProperty, kABMiddleNameProperty, kABLastNameProperty,
+    kABSuffixProperty, kABFirstNamePhoneticProperty, kABLastNamePhoneticProperty, kABMaidenNameProperty,
+    kABNicknameProperty, kABOrganizationProperty, kABDepartmentProperty, kABJobTitleProperty};
 
-constexpr auto kTextTitles = std::to_array<Title>({
-    {kABTitleProperty, QT_TRANSLATE_NOOP("ContactCard", "Title")},
-    {kABFirstNameProperty, QT_TRANSLATE_NOOP("ContactCard", "First name")},
-    {kABMiddleNameProperty, QT_TRANSLATE_NOOP("ContactCard", "Middle name")},
-    {kABLastNameProperty, QT_TRANSLATE_NOOP("ContactCard", "Last name")},
-    {kABSuffixProperty, QT_TRANSLATE_NOOP("ContactCard", "Suffix")},
-    {kABFirstNamePhoneticProperty, QT_TRANSLATE_NOOP("ContactCard", "Phonetic first name")},
-    {kABLastNamePhoneticProperty, QT_TRANSLATE_NOOP("ContactCard", "Phonetic last name")},
-    {kABMaidenNameProperty, QT_TRANSLATE_NOOP("ContactCard", "Maiden name")},
-    {kABNicknameProperty, QT_TRANSLATE_NOOP("ContactCard", "Nickname")},
-    {kABOrganizationProperty, QT_TRANSLATE_NOOP("ContactCard", "Company")},
-    {kABDepartmentProperty, QT_TRANSLATE_NOOP("ContactCard", "Department")},
-    {kABJobTitleProperty, QT_TRANSLATE_NOOP("ContactCard", "Job title")},
-});
-
-constexpr auto kMultiTitles = std::to_array<Title>({
-    {kABEmailProperty, QT_TRANSLATE_NOOP("ContactCard", "E-mail")},
-    {kABPhoneProperty, QT_TRANSLATE_NOOP("ContactCard", "Phone")},
-    {kABAddressProperty, QT_TRANSLATE_NOOP("ContactCard", "Addresses")},
-    {kABURLsProperty, QT_TRANSLATE_NOOP("ContactCard", "Web pages")},
-    {kABInstantMessageProperty, QT_TRANSLATE_NOOP("ContactCard", "Messaging")},
-    {kABSocialProfileProperty, QT_TRANSLATE_NOOP("ContactCard", "Social profiles")},
-    {kABRelatedNamesProperty, QT_TRANSLATE_NOOP("ContactCard", "Related names")},
-});
+constexpr std::array kMultiValues{kABEmailProperty, kABPhoneProperty, kABAddressProperty, kABURLsProperty,
+    kABInstantMessageProperty, kABSocialProfileProperty, kABRelatedNamesProperty};
 
 /// A text that was cleared becomes absent; an empty one would be a value that scans find.
 void setText(PersonRecord &record, ABProperty property, const QString &text)
@@ -105,7 +81,7 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     setUpHead(form);
     setUpTexts(form);
     form->addRow(makeMultiValues());
-    form->addRow(tr("Note"), m_note);
+    form->addRow(propertyTitle(kABNoteProperty), m_note);
     auto *scroll = new QScrollArea;
     scroll->setWidget(content);
     scroll->setWidgetResizable(true);
@@ -155,22 +131,22 @@ void ContactCard::setUpHead(QFormLayout *form)
 
 void ContactCard::setUpTexts(QFormLayout *form)
 {
-    for (const auto &[property, title] : kTextTitles) {
+    for (const ABProperty property : kTexts) {
         const QString *text = m_before->text(property);
         auto *edit = new QLineEdit(text ? *text : QString());
-        form->addRow(tr(title), edit);
+        form->addRow(propertyTitle(property), edit);
         m_texts.push_back({property, edit});
     }
     const auto birthday = m_before->birthday();
     m_birthday->setText(birthday ? birthdayText(*birthday) : QString());
     m_birthday->setPlaceholderText(QStringLiteral("1990-12-31"));
-    form->addRow(tr("Birthday"), m_birthday);
+    form->addRow(propertyTitle(kABBirthdayProperty), m_birthday);
     m_isCompany->setChecked(m_before->flags().value_or(0) & kABShowAsCompany);
     form->addRow(QString(), m_isCompany);
     const QString *note = m_before->text(kABNoteProperty);
     m_note->setPlainText(note ? *note : QString());
     m_note->setTabChangesFocus(true);
-    m_note->setAccessibleName(tr("Note"));
+    m_note->setAccessibleName(propertyTitle(kABNoteProperty));
     m_note->setMinimumHeight(80);
 }
 
@@ -179,8 +155,8 @@ QWidget *ContactCard::makeMultiValues()
     auto *all = new QWidget;
     auto *layout = new QVBoxLayout(all);
     layout->setContentsMargins(0, 0, 0, 0);
-    for (const auto &[property, title] : kMultiTitles) {
-        m_multiValues.push_back(new MultiValueEditor(property, tr(title), m_before->multiValue(property)));
+    for (const ABProperty property : kMultiValues) {
+        m_multiValues.push_back(new MultiValueEditor(property, m_before->multiValue(property)));
         layout->addWidget(m_multiValues.back());
     }
     return all;

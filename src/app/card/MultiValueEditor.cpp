@@ -31,16 +31,6 @@ QStringList standardLabels(ABProperty property)
     }
 }
 
-/// "_$!<Home>!$_" reads "Home"; other labels read as they are.
-QString shown(const QString &label)
-{
-    const QString before = QStringLiteral("_$!<");
-    const QString after = QStringLiteral(">!$_");
-    return label.startsWith(before) && label.endsWith(after)
-        ? label.mid(before.size(), label.size() - before.size() - after.size())
-        : label;
-}
-
 /// The words of a key: "countryCode" reads "Country code".
 QString titleOf(const ABKeyInfo &key)
 {
@@ -56,12 +46,14 @@ QString titleOf(const ABKeyInfo &key)
 
 } // namespace
 
-MultiValueEditor::MultiValueEditor(
-    ABProperty property, const QString &title, const ABMultiValue *value, QWidget *parent)
-    : QGroupBox(title, parent), m_property(property), m_wasPresent(value != nullptr), m_layout(new QVBoxLayout(this))
+MultiValueEditor::MultiValueEditor(ABProperty property, const ABMultiValue *value, QWidget *parent)
+    : QGroupBox(propertyTitle(property), parent)
+    , m_property(property)
+    , m_wasPresent(value != nullptr)
+    , m_layout(new QVBoxLayout(this))
 {
     auto *add = new QPushButton(tr("Add"));
-    add->setAccessibleName(tr("Add to %1").arg(title));
+    add->setAccessibleName(tr("Add to %1").arg(title()));
     m_layout->addWidget(add, 0, Qt::AlignLeft);
     connect(add, &QPushButton::clicked, this, [this] { addRow(newEntry(), true); });
     if (!value)
@@ -82,12 +74,12 @@ void MultiValueEditor::addRow(const ABMultiValue::Entry &entry, bool isNew)
     auto *widget = new QWidget(this);
     auto *columns = new QHBoxLayout(widget);
     columns->setContentsMargins(0, 0, 0, 0);
-    Row row{widget, new QComboBox(widget), entry.label, shown(entry.label), {}, {}};
+    Row row{widget, new QComboBox(widget), entry.label, readableLabel(entry.label), {}, {}};
     row.label->setEditable(true);
     row.label->setAccessibleName(tr("Label"));
     row.label->lineEdit()->setAccessibleName(tr("Label"));
     for (const QString &label : standardLabels(m_property))
-        row.label->addItem(shown(label), label);
+        row.label->addItem(readableLabel(label), label);
     row.label->setEditText(row.shownLabel);
     columns->addWidget(row.label, 0, Qt::AlignTop);
     auto *texts = new QGridLayout;
@@ -135,7 +127,7 @@ QString MultiValueEditor::labelOf(const Row &row) const
     if (text == row.shownLabel)
         return row.storedLabel;
     for (const QString &label : standardLabels(m_property)) {
-        if (shown(label) == text)
+        if (readableLabel(label) == text)
             return label;
     }
     return text.isEmpty() ? QString() : text;

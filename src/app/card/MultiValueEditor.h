@@ -17,7 +17,7 @@ class MultiValueEditor : public QGroupBox
 
 public:
     /// @p value may be null: the property is absent.
-    MultiValueEditor(ABProperty property, const QString &title, const ABMultiValue *value, QWidget *parent = nullptr);
+    MultiValueEditor(ABProperty property, const ABMultiValue *value, QWidget *parent = nullptr);
 
     ABProperty property() const { return m_property; }
     /// What is in the rows. std::monostate when the property was absent and has no row now. A label that nobody

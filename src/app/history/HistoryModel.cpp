@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 #include <QLocale>
 
-#include <algorithm>
 #include <array>
 
 namespace {
@@ -21,40 +20,6 @@ constexpr std::array kKindTitles{QT_TRANSLATE_NOOP("HistoryModel", "Change"),
 constexpr std::array kColumnTitles{QT_TRANSLATE_NOOP("HistoryModel", "When"), QT_TRANSLATE_NOOP("HistoryModel", "What"),
     QT_TRANSLATE_NOOP("HistoryModel", "Contacts")};
 
-struct PropertyTitle
-{
-    QLatin1StringView name;
-    const char *title;
-};
-
-/// What RecordDifference::name may be.
-constexpr auto kPropertyTitles = std::to_array<PropertyTitle>({
-    {QLatin1StringView("firstName"), QT_TRANSLATE_NOOP("HistoryModel", "First name")},
-    {QLatin1StringView("lastName"), QT_TRANSLATE_NOOP("HistoryModel", "Last name")},
-    {QLatin1StringView("middleName"), QT_TRANSLATE_NOOP("HistoryModel", "Middle name")},
-    {QLatin1StringView("phoneticFirstName"), QT_TRANSLATE_NOOP("HistoryModel", "Phonetic first name")},
-    {QLatin1StringView("phoneticLastName"), QT_TRANSLATE_NOOP("HistoryModel", "Phonetic last name")},
-    {QLatin1StringView("maidenName"), QT_TRANSLATE_NOOP("HistoryModel", "Maiden name")},
-    {QLatin1StringView("nickname"), QT_TRANSLATE_NOOP("HistoryModel", "Nickname")},
-    {QLatin1StringView("title"), QT_TRANSLATE_NOOP("HistoryModel", "Title")},
-    {QLatin1StringView("suffix"), QT_TRANSLATE_NOOP("HistoryModel", "Suffix")},
-    {QLatin1StringView("organization"), QT_TRANSLATE_NOOP("HistoryModel", "Company")},
-    {QLatin1StringView("department"), QT_TRANSLATE_NOOP("HistoryModel", "Department")},
-    {QLatin1StringView("jobTitle"), QT_TRANSLATE_NOOP("HistoryModel", "Job title")},
-    {QLatin1StringView("note"), QT_TRANSLATE_NOOP("HistoryModel", "Note")},
-    {QLatin1StringView("birthday"), QT_TRANSLATE_NOOP("HistoryModel", "Birthday")},
-    {QLatin1StringView("flags"), QT_TRANSLATE_NOOP("HistoryModel", "Flags")},
-    {QLatin1StringView("email"), QT_TRANSLATE_NOOP("HistoryModel", "E-mail")},
-    {QLatin1StringView("phone"), QT_TRANSLATE_NOOP("HistoryModel", "Phone")},
-    {QLatin1StringView("urls"), QT_TRANSLATE_NOOP("HistoryModel", "Web pages")},
-    {QLatin1StringView("relatedNames"), QT_TRANSLATE_NOOP("HistoryModel", "Related names")},
-    {QLatin1StringView("address"), QT_TRANSLATE_NOOP("HistoryModel", "Addresses")},
-    {QLatin1StringView("instantMessage"), QT_TRANSLATE_NOOP("HistoryModel", "Messaging")},
-    {QLatin1StringView("socialProfile"), QT_TRANSLATE_NOOP("HistoryModel", "Social profiles")},
-    {QLatin1StringView("image"), QT_TRANSLATE_NOOP("HistoryModel", "Picture")},
-    {QLatin1StringView("card lines"), QT_TRANSLATE_NOOP("HistoryModel", "More from the card")},
-});
-
 QString causeText(const ChangeCause &cause)
 {
     const QString kind = HistoryModel::tr(kKindTitles[std::size_t(cause.kind)]);
@@ -65,8 +30,9 @@ QString causeText(const ChangeCause &cause)
 
 QString propertyTitle(QLatin1StringView name)
 {
-    const auto row = std::ranges::find(kPropertyTitles, name, &PropertyTitle::name);
-    return row == kPropertyTitles.end() ? QString(name) : HistoryModel::tr(row->title);
+    if (const auto property = propertyNamed(QString(name)))
+        return propertyTitle(*property);
+    return name == QLatin1StringView("image") ? HistoryModel::tr("Picture") : HistoryModel::tr("More from the card");
 }
 
 QString countsText(qint64 added, qint64 changed, qint64 removed)

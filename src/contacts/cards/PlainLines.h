@@ -44,6 +44,3 @@ struct PlainUnit
 
 /// All units of a person but the picture, in the order in which a card has them.
 std::vector<PlainUnit> plainUnits(const QString &uid, const PersonRecord &record);
-
-/// Stands for the year of a birthday whose year is not known.
-inline constexpr int kNoYear = 1604;

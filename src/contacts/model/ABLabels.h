@@ -10,6 +10,15 @@ inline const QString kABWorkLabel = QStringLiteral("_$!<Work>!$_");
 inline const QString kABOtherLabel = QStringLiteral("_$!<Other>!$_");
 inline const QString kABHomePageLabel = QStringLiteral("_$!<HomePage>!$_");
 
+/// "_$!<Home>!$_" reads "Home"; other labels read as they are.
+inline QString readableLabel(const QString &label)
+{
+    constexpr QLatin1StringView begin("_$!<");
+    constexpr QLatin1StringView end(">!$_");
+    const bool isStandard = label.startsWith(begin) && label.endsWith(end) && label.size() > begin.size() + end.size();
+    return isStandard ? label.sliced(begin.size()).chopped(end.size()) : label;
+}
+
 inline const QString kABEmailHomeLabel = kABHomeLabel;
 inline const QString kABEmailWorkLabel = kABWorkLabel;
 inline const QString kABAddressHomeLabel = kABHomeLabel;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/model/ABProperties.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace {
@@ -9,29 +11,33 @@ namespace {
 using Kind = ABPropertyKind;
 
 constexpr std::array kProperties{
-    ABPropertyInfo{ABProperty::FirstName, 0, Kind::Text, QLatin1StringView("firstName")},
-    ABPropertyInfo{ABProperty::LastName, 1, Kind::Text, QLatin1StringView("lastName")},
-    ABPropertyInfo{ABProperty::MiddleName, 2, Kind::Text, QLatin1StringView("middleName")},
-    ABPropertyInfo{ABProperty::PhoneticFirstName, 3, Kind::Text, QLatin1StringView("phoneticFirstName")},
-    ABPropertyInfo{ABProperty::PhoneticLastName, 4, Kind::Text, QLatin1StringView("phoneticLastName")},
-    ABPropertyInfo{ABProperty::MaidenName, 5, Kind::Text, QLatin1StringView("maidenName")},
-    ABPropertyInfo{ABProperty::Nickname, 6, Kind::Text, QLatin1StringView("nickname")},
-    ABPropertyInfo{ABProperty::Title, 7, Kind::Text, QLatin1StringView("title")},
-    ABPropertyInfo{ABProperty::Suffix, 8, Kind::Text, QLatin1StringView("suffix")},
-    ABPropertyInfo{ABProperty::Organization, 9, Kind::Text, QLatin1StringView("organization")},
-    ABPropertyInfo{ABProperty::Department, 10, Kind::Text, QLatin1StringView("department")},
-    ABPropertyInfo{ABProperty::JobTitle, 11, Kind::Text, QLatin1StringView("jobTitle")},
-    ABPropertyInfo{ABProperty::Note, 12, Kind::Text, QLatin1StringView("note")},
-    ABPropertyInfo{ABProperty::Birthday, 13, Kind::Date, QLatin1StringView("birthday")},
-    ABPropertyInfo{ABProperty::Flags, 14, Kind::Integer, QLatin1StringView("flags")},
-    ABPropertyInfo{ABProperty::Email, 15, Kind::MultiText, QLatin1StringView("email")},
-    ABPropertyInfo{ABProperty::Phone, 16, Kind::MultiText, QLatin1StringView("phone")},
-    ABPropertyInfo{ABProperty::Urls, 17, Kind::MultiText, QLatin1StringView("urls")},
-    ABPropertyInfo{ABProperty::RelatedNames, 18, Kind::MultiText, QLatin1StringView("relatedNames")},
-    ABPropertyInfo{ABProperty::Address, 19, Kind::MultiDictionary, QLatin1StringView("address")},
-    ABPropertyInfo{ABProperty::InstantMessage, 20, Kind::MultiDictionary, QLatin1StringView("instantMessage")},
-    ABPropertyInfo{ABProperty::SocialProfile, 21, Kind::MultiDictionary, QLatin1StringView("socialProfile")},
-    ABPropertyInfo{ABProperty::Uid, 22, Kind::ReadOnlyText, QLatin1StringView("uid")},
+    ABPropertyInfo{ABProperty::FirstName, 0, Kind::Text, QLatin1StringView("firstName"), "First name"},
+    ABPropertyInfo{ABProperty::LastName, 1, Kind::Text, QLatin1StringView("lastName"), "Last name"},
+    ABPropertyInfo{ABProperty::MiddleName, 2, Kind::Text, QLatin1StringView("middleName"), "Middle name"},
+    ABPropertyInfo{
+        ABProperty::PhoneticFirstName, 3, Kind::Text, QLatin1StringView("phoneticFirstName"), "Phonetic first name"},
+    ABPropertyInfo{
+        ABProperty::PhoneticLastName, 4, Kind::Text, QLatin1StringView("phoneticLastName"), "Phonetic last name"},
+    ABPropertyInfo{ABProperty::MaidenName, 5, Kind::Text, QLatin1StringView("maidenName"), "Maiden name"},
+    ABPropertyInfo{ABProperty::Nickname, 6, Kind::Text, QLatin1StringView("nickname"), "Nickname"},
+    ABPropertyInfo{ABProperty::Title, 7, Kind::Text, QLatin1StringView("title"), "Title"},
+    ABPropertyInfo{ABProperty::Suffix, 8, Kind::Text, QLatin1StringView("suffix"), "Suffix"},
+    ABPropertyInfo{ABProperty::Organization, 9, Kind::Text, QLatin1StringView("organization"), "Company"},
+    ABPropertyInfo{ABProperty::Department, 10, Kind::Text, QLatin1StringView("department"), "Department"},
+    ABPropertyInfo{ABProperty::JobTitle, 11, Kind::Text, QLatin1StringView("jobTitle"), "Job title"},
+    ABPropertyInfo{ABProperty::Note, 12, Kind::Text, QLatin1StringView("note"), "Note"},
+    ABPropertyInfo{ABProperty::Birthday, 13, Kind::Date, QLatin1StringView("birthday"), "Birthday"},
+    ABPropertyInfo{ABProperty::Flags, 14, Kind::Integer, QLatin1StringView("flags"), "Flags"},
+    ABPropertyInfo{ABProperty::Email, 15, Kind::MultiText, QLatin1StringView("email"), "E-mail"},
+    ABPropertyInfo{ABProperty::Phone, 16, Kind::MultiText, QLatin1StringView("phone"), "Phone"},
+    ABPropertyInfo{ABProperty::Urls, 17, Kind::MultiText, QLatin1StringView("urls"), "Web pages"},
+    ABPropertyInfo{ABProperty::RelatedNames, 18, Kind::MultiText, QLatin1StringView("relatedNames"), "Related names"},
+    ABPropertyInfo{ABProperty::Address, 19, Kind::MultiDictionary, QLatin1StringView("address"), "Addresses"},
+    ABPropertyInfo{
+        ABProperty::InstantMessage, 20, Kind::MultiDictionary, QLatin1StringView("instantMessage"), "Messaging"},
+    ABPropertyInfo{
+        ABProperty::SocialProfile, 21, Kind::MultiDictionary, QLatin1StringView("socialProfile"), "Social profiles"},
+    ABPropertyInfo{ABProperty::Uid, 22, Kind::ReadOnlyText, QLatin1StringView("uid"), "uid"},
 };
 
 constexpr std::array kKeys{
@@ -84,6 +90,11 @@ std::optional<ABProperty> propertyNamed(QStringView name)
     const auto found =
         std::ranges::find_if(kProperties, [name](const ABPropertyInfo &info) { return info.name == name; });
     return found == kProperties.end() ? std::nullopt : std::optional(found->property);
+}
+
+QString propertyTitle(ABProperty property)
+{
+    return QCoreApplication::translate("Property", propertyInfo(property).title);
 }
 
 const ABKeyInfo &keyInfo(ABKey key)

@@ -63,6 +63,8 @@ inline constexpr auto kABUIDProperty = ABProperty::Uid;
 
 /// The whole flags value of a record that is shown as a company.
 inline constexpr qint64 kABShowAsCompany = 1;
+/// Stands for the year of a birthday whose year is not known.
+inline constexpr int kNoYear = 1604;
 
 enum class ABPropertyKind : quint8 { Text, Date, Integer, MultiText, MultiDictionary, ReadOnlyText };
 
@@ -75,6 +77,7 @@ struct ABPropertyInfo
     quint8 id;
     ABPropertyKind kind;
     QLatin1StringView name;
+    const char *title; ///< see propertyTitle()
 };
 
 /// All properties in the order of ABProperty.
@@ -83,6 +86,8 @@ std::span<const ABPropertyInfo> allProperties();
 std::span<const ABPropertyInfo> propertiesOfKind(ABPropertyKind kind);
 const ABPropertyInfo &propertyInfo(ABProperty property);
 std::optional<ABProperty> propertyNamed(QStringView name);
+/// What windows call it.
+QString propertyTitle(ABProperty property);
 
 /// The keys inside the dictionaries of a multi-value, in the order in which a dictionary is written out.
 enum class ABKey : quint8 {

@@ -33,13 +33,7 @@ QString withReadableName(const QString &text, const PersonRecord &record)
 
 QString nameKey(const PersonRecord &record)
 {
-    const auto [first, last] = nameKeyParts(record);
-    return first % last;
-}
-
-std::array<QStringView, 2> nameKeyParts(const PersonRecord &record)
-{
-    return {textOrNull(record, kABFirstNameProperty), textOrNull(record, kABLastNameProperty)};
+    return textOrNull(record, kABFirstNameProperty) % textOrNull(record, kABLastNameProperty);
 }
 
 bool hasNameKey(const PersonRecord &record, const QString &key)

@@ -4,8 +4,6 @@
 
 #include "contacts/model/PersonRecord.h"
 
-#include <array>
-
 /// The text of a property as it is written where a text must stand: "(null)" when it is absent.
 const QString &textOrNull(const PersonRecord &record, ABProperty property);
 
@@ -16,7 +14,5 @@ QString withReadableName(const QString &text, const PersonRecord &record);
 
 /// First and last name back to back, without a blank, an absent one as "(null)": what duplicates are told by.
 QString nameKey(const PersonRecord &record);
-/// What it is made of, valid as long as the record is unchanged.
-std::array<QStringView, 2> nameKeyParts(const PersonRecord &record);
 /// The same as nameKey(record) == key, without making a text.
 bool hasNameKey(const PersonRecord &record, const QString &key);

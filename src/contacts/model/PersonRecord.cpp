@@ -154,12 +154,8 @@ bool operator==(const PersonRecord &a, const PersonRecord &b)
 bool changesClash(const PersonRecord &before, const PersonRecord &one, const PersonRecord &other)
 {
     const auto clash = [](const auto &old, const auto &a, const auto &b) { return a != b && a != old && b != old; };
-    const auto image = [](const PersonRecord &record) {
-        const QByteArray *bytes = record.imageData();
-        return bytes ? std::optional(*bytes) : std::nullopt;
-    };
     return clash(before.keptLines(), one.keptLines(), other.keptLines())
-        || clash(image(before), image(one), image(other))
+        || (!one.hasImageOf(other) && !one.hasImageOf(before) && !other.hasImageOf(before))
         || std::ranges::any_of(allProperties(), [&](const ABPropertyInfo &info) {
                return clash(before.value(info.property), one.value(info.property), other.value(info.property));
            });
@@ -176,10 +172,8 @@ PersonRecord withChanges(PersonRecord base, const PersonRecord &before, const Pe
         else
             base.setValue(info.property, value);
     }
-    const QByteArray *image = after.imageData();
-    const QByteArray *oldImage = before.imageData();
-    if (!image != !oldImage || (image && *image != *oldImage))
-        base.setImageData(image ? *image : QByteArray());
+    if (!after.hasImageOf(before))
+        base.setImageData(after.imageData() ? *after.imageData() : QByteArray());
     if (after.keptLines() != before.keptLines())
         base.setKeptLines(after.keptLines());
     return base;

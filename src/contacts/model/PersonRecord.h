@@ -53,6 +53,7 @@ public:
     std::optional<qint64> flags() const { return m_flags; }
     /// The picture as the bytes of an image file; nullptr when there is none.
     const QByteArray *imageData() const { return m_image.isNull() ? nullptr : &m_image; }
+    bool hasImageOf(const PersonRecord &other) const { return m_image == other.m_image; }
     const std::vector<KeptLine> &keptLines() const;
 
     /// A null text counts as an empty one.

@@ -2,17 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/model/RecordDifferences.h"
 
-namespace {
+#include "contacts/model/ABLabels.h"
 
-/// A standard label without its marks.
-QString plainLabel(QString label)
-{
-    constexpr QLatin1StringView begin("_$!<");
-    constexpr QLatin1StringView end(">!$_");
-    if (label.startsWith(begin) && label.endsWith(end) && label.size() > begin.size() + end.size())
-        label = label.sliced(begin.size()).chopped(end.size());
-    return label;
-}
+namespace {
 
 QString textOf(const ABMultiValue::Entry &entry)
 {
@@ -25,7 +17,7 @@ QString textOf(const ABMultiValue::Entry &entry)
             parts += part;
         value = parts.join(QStringLiteral(", "));
     }
-    return entry.label.isEmpty() ? value : QString(plainLabel(entry.label) % QStringLiteral(": ") % value);
+    return entry.label.isEmpty() ? value : QString(readableLabel(entry.label) % QStringLiteral(": ") % value);
 }
 
 struct ToText
@@ -57,13 +49,6 @@ QString cardLinesText(const PersonRecord &record)
     return lines.isEmpty() ? QString() : lines.join(QStringLiteral("; "));
 }
 
-bool isSameImage(const PersonRecord &a, const PersonRecord &b)
-{
-    const QByteArray *image = a.imageData();
-    const QByteArray *other = b.imageData();
-    return image && other ? *image == *other : image == other;
-}
-
 } // namespace
 
 std::vector<RecordDifference> recordDifferences(const PersonRecord *before, const PersonRecord *after)
@@ -78,7 +63,7 @@ std::vector<RecordDifference> recordDifferences(const PersonRecord *before, cons
         if (old != value)
             differences.push_back({info.name, std::visit(ToText(), old), std::visit(ToText(), value)});
     }
-    if (!isSameImage(was, is))
+    if (!was.hasImageOf(is))
         differences.push_back({QLatin1StringView("image"), pictureText(was), pictureText(is)});
     if (was.keptLines() != is.keptLines())
         differences.push_back({QLatin1StringView("card lines"), cardLinesText(was), cardLinesText(is)});

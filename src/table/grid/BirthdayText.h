@@ -3,12 +3,10 @@
 #pragma once
 
 #include "base/Result.h"
+#include "contacts/model/ABProperties.h"
 
 #include <QDate>
 #include <QLocale>
-
-/// A birthday without a year has this one.
-inline constexpr int kNoYear = 1604;
 
 /// What a cell shows: YYYY-MM-DD, or --MM-DD without a year (ISO 8601:2000, 5.2.1.3; also RFC 6350, 4.3.1).
 QString birthdayText(QDate birthday);
