@@ -13,13 +13,6 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-/// As many rows are made between two looks at whether the load is still wanted.
-constexpr std::size_t kRowsInBlock = 1024;
-
-} // namespace
-
 LoadContactsViewController::LoadContactsViewController(ContactTableDelegate &delegate, QObject *parent)
     : QObject(parent)
     , m_delegate(delegate)
@@ -75,17 +68,10 @@ PersonRows LoadContactsViewController::loadPeople(
         return rows;
     const PeopleSnapshot everybody = book->snapshot();
     rows.reserve(everybody->size());
-    std::shared_ptr<std::vector<PersonDictionary>> block;
     for (const auto &[person, record] : *everybody) {
-        if (rows.size() % kRowsInBlock == 0) {
-            if (isSuperseded.stop_requested())
-                return rows;
-            // The rows of a block share one allocation and one counter.
-            block = std::make_shared<std::vector<PersonDictionary>>();
-            block->reserve(std::min(kRowsInBlock, everybody->size() - rows.size()));
-        }
-        block->push_back(::prasePerson(person, record, DictionaryForm::Table));
-        rows.emplace_back(block, &block->back());
+        if (isSuperseded.stop_requested())
+            break;
+        rows.push_back(std::make_shared<const PersonDictionary>(::prasePerson(person, record, DictionaryForm::Table)));
     }
     return rows;
 }

@@ -26,53 +26,40 @@ struct Ranks
     int count = 0; ///< also the rank of rows that have no value
 };
 
-constexpr int kNone = -1;
-
 /// The same few thousand names make up most columns, so each different text is compared once, not each row.
 Ranks ranksOf(const PersonRows &rows, Field field, const QCollator &collator)
 {
-    std::unordered_map<QString, int> numbers; // in the order of first appearance
+    std::unordered_map<QString, int> rankOf;
+    for (const PersonRow &row : rows) {
+        if (const QString text = row->text(field); !text.isNull())
+            rankOf.try_emplace(text);
+    }
+    std::vector<std::pair<QCollatorSortKey, int *>> keys;
+    keys.reserve(rankOf.size());
+    for (auto &[text, rank] : rankOf)
+        keys.emplace_back(collator.sortKey(text), &rank);
+    std::ranges::sort(keys, [](const auto &a, const auto &b) { return a.first < b.first; });
     Ranks ranks;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (i == 0 || keys[i - 1].first < keys[i].first)
+            ++ranks.count;
+        *keys[i].second = ranks.count - 1;
+    }
     ranks.ofRow.reserve(rows.size());
     for (const PersonRow &row : rows) {
         const QString text = row->text(field);
-        ranks.ofRow.push_back(
-            text.isNull() ? kNone : numbers.try_emplace(text, static_cast<int>(numbers.size())).first->second);
+        ranks.ofRow.push_back(text.isNull() ? ranks.count : rankOf.at(text));
     }
-
-    std::vector<std::pair<QCollatorSortKey, int>> keys;
-    keys.reserve(numbers.size());
-    for (const auto &[text, number] : numbers)
-        keys.emplace_back(collator.sortKey(text), number);
-    std::ranges::sort(keys, [](const auto &a, const auto &b) { return a.first < b.first; });
-    std::vector<int> rankOfNumber(keys.size());
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        if (i > 0 && keys[i - 1].first < keys[i].first)
-            ++ranks.count;
-        rankOfNumber[static_cast<std::size_t>(keys[i].second)] = ranks.count;
-    }
-    ++ranks.count;
-    for (int &number : ranks.ofRow)
-        number = number == kNone ? ranks.count : rankOfNumber[static_cast<std::size_t>(number)];
     return ranks;
 }
 
-/// @p order, stably sorted by rank.
-std::vector<int> sortedByRank(const std::vector<int> &order, const Ranks &ranks, Qt::SortOrder direction)
+void sortByRank(std::vector<int> &order, const Ranks &ranks, Qt::SortOrder direction)
 {
-    const auto placeOf = [&](int row) {
+    std::ranges::stable_sort(order, {}, [&](int row) {
         const int rank = ranks.ofRow[static_cast<std::size_t>(row)];
         const bool isReversed = direction == Qt::DescendingOrder && rank != ranks.count;
-        return static_cast<std::size_t>(isReversed ? ranks.count - 1 - rank : rank);
-    };
-    std::vector<std::size_t> next(static_cast<std::size_t>(ranks.count) + 2);
-    for (const int row : order)
-        ++next[placeOf(row) + 1];
-    std::partial_sum(next.begin(), next.end(), next.begin());
-    std::vector<int> sorted(order.size());
-    for (const int row : order)
-        sorted[next[placeOf(row)]++] = row;
-    return sorted;
+        return isReversed ? ranks.count - 1 - rank : rank;
+    });
 }
 
 } // namespace
@@ -83,7 +70,7 @@ PersonRows sortedRows(const PersonRows &rows, const std::vector<SortDescriptor> 
     std::vector<int> order(rows.size());
     std::iota(order.begin(), order.end(), 0);
     std::for_each(descriptors.rbegin(), descriptors.rend(), [&](const SortDescriptor &descriptor) {
-        order = sortedByRank(order, ranksOf(rows, descriptor.field, collator), descriptor.order);
+        sortByRank(order, ranksOf(rows, descriptor.field, collator), descriptor.order);
     });
     PersonRows sorted;
     sorted.reserve(rows.size());

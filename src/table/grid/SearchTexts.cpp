@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr std::size_t kRowsBetweenLooks = 1024; // whether the work is still wanted
-
 /// Most texts are ASCII, for which folding is one addition.
 void appendFolded(std::string &texts, const QString &text)
 {
@@ -53,10 +51,10 @@ bool holds(std::string_view text, const std::string &word)
 SearchTexts::SearchTexts(const PersonRows &rows, const std::stop_token &isSuperseded) : m_rows(rows)
 {
     m_slices.reserve(rows.size());
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        if (i % kRowsBetweenLooks == 0 && isSuperseded.stop_requested())
+    for (const PersonRow &row : rows) {
+        if (isSuperseded.stop_requested())
             return;
-        m_slices.push_back(add(*rows[i]));
+        m_slices.push_back(add(*row));
     }
 }
 
