@@ -61,10 +61,13 @@ peoplenook_headers(program)
 peoplenook_headers(window DEFINITIONS ${library_definitions} LIBRARIES Qt6::DBus Qt6::Widgets
     HEADERS <QBoxLayout> <QLabel> <QMenu> <QPainter> <QPushButton> <QTableView> <QTimer> <QWidget>)
 
-# peoplenook_library(NAME SOURCES file... [PUBLIC lib...] [PRIVATE lib...]): one static library per folder of src/.
+# peoplenook_library(NAME [EXCEPT file...] [PUBLIC lib...] [PRIVATE lib...]): one static library per folder of src/, of
+# all its sources.
 function(peoplenook_library name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
-    add_library(${name} STATIC ${ARG_SOURCES})
+    cmake_parse_arguments(ARG "" "" "EXCEPT;PUBLIC;PRIVATE" ${ARGN})
+    file(GLOB sources RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} CONFIGURE_DEPENDS *.cpp)
+    list(REMOVE_ITEM sources ${ARG_EXCEPT})
+    add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC Qt6::Core ${ARG_PUBLIC} PRIVATE peoplenook_settings ${ARG_PRIVATE})
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
     target_compile_definitions(${name} PRIVATE ${library_definitions})
