@@ -74,10 +74,7 @@ ScanResult scanned(Surroundings &surroundings)
     ScanResult result;
     QObject::connect(
         &scanner, &ScanAddressBook::scanOver, &scanner, [&result](const ScanResult &found) { result = found; });
-    QStringList titles;
-    for (const Condition condition : preferredOrder())
-        titles += conditionInfo(condition).title;
-    scanner.scanEntireAddressBook(titles);
+    scanner.scanEntireAddressBook(conditionTitles());
     return result;
 }
 

@@ -51,11 +51,8 @@ void scanInMemory(benchmark::State &state)
     ABAddressBook::setSharedAddressBook(book);
     SilentDelegate delegate;
     ScanAddressBook scanner(delegate);
-    QStringList titles;
-    for (const Condition condition : preferredOrder())
-        titles += conditionInfo(condition).title;
     for (auto _ : state)
-        scanner.scanEntireAddressBook(titles);
+        scanner.scanEntireAddressBook(conditionTitles());
     state.SetItemsProcessed(state.iterations() * state.range(0));
     ABAddressBook::setSharedAddressBook(nullptr);
 }

@@ -47,11 +47,8 @@ void scanForAll(benchmark::State &state)
     const auto book = openBook(state);
     SilentDelegate delegate;
     ScanAddressBook scanner(delegate);
-    QStringList titles;
-    for (const Condition condition : preferredOrder())
-        titles += conditionInfo(condition).title;
     for (auto _ : state)
-        scanner.scanEntireAddressBook(titles);
+        scanner.scanEntireAddressBook(conditionTitles());
 }
 
 void makeRows(benchmark::State &state)

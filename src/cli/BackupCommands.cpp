@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/CountTexts.h"
+#include "cli/Commands.h"
 #include "contacts/stores/open/Backups.h"
 #include "contacts/stores/open/OpenStore.h"
 #include "contacts/stores/open/Rescue.h"
@@ -10,12 +10,6 @@
 #include <optional>
 
 namespace {
-
-ExitStatus refuse(const Error &error, const CommandContext &context)
-{
-    context.report(error.text);
-    return ExitStatus::Refused;
-}
 
 /// Refuses the desktop's books.
 std::optional<QString> fileFor(const char *verb, const CommandContext &context)
@@ -32,10 +26,9 @@ ExitStatus salvage(const QString &newFile, const CommandContext &context)
     const auto file = fileFor("salvaged", context);
     if (!file)
         return ExitStatus::Refused;
-    const QString &damaged = *file;
-    const auto report = Rescue::salvage(damaged, newFile);
+    const auto report = Rescue::salvage(*file, newFile);
     if (!report)
-        return refuse(report.error(), context);
+        return context.refuse(report.error().text);
     context.console.out << newFile.toStdString() << ": " << report->people << " contacts, " << report->incomplete
                         << " of them incomplete or not as they were saved; at least " << report->lost
                         << " could not be read\n";
@@ -57,9 +50,9 @@ QString countsText(qint64 added, qint64 changed, qint64 removed)
 ExitStatus applyAndReport(ABAddressBook &book, const Result<RestorePlan> &plan, const CommandContext &context)
 {
     if (!plan)
-        return refuse(plan.error(), context);
+        return context.refuse(plan.error().text);
     if (const auto applied = restore(book, *plan); !applied)
-        return refuse(applied.error(), context);
+        return context.refuse(applied.error().text);
     context.console.out << "Restored: " << countsText(plan->added, plan->changed, plan->removed).toStdString() << ".\n";
     return ExitStatus::Done;
 }
@@ -72,7 +65,7 @@ ExitStatus runBackup(const BackupOptions &options, const CommandContext &context
         return ExitStatus::Refused;
     const auto people = backUp(*book, *file, options.replace);
     if (!people)
-        return refuse(people.error(), context);
+        return context.refuse(people.error().text);
     context.console.out << options.file << ": " << *people << " contacts\n";
     return ExitStatus::Done;
 }
@@ -87,9 +80,7 @@ ExitStatus runRestore(const RestoreOptions &options, const CommandContext &conte
     const auto book = options.dryRun ? context.openAddressBook() : context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
-    QStringList only;
-    for (const std::string &uid : options.only)
-        only += QString::fromStdString(uid);
+    const QStringList only = textsOf(options.only);
     const auto plan = only.isEmpty() ? planRestoreOfBackup(*book, *file) : planRestoreOfPeople(*book, *file, only);
     if (!options.dryRun || !plan)
         return applyAndReport(*book, plan, context);
@@ -104,20 +95,17 @@ ExitStatus runVerify(const CommandContext &context)
     if (!file)
         return ExitStatus::Refused;
     if (!QFileInfo::exists(*file)) // or it would be made
-        return refuse({ErrorKind::NotFound, *file % QStringLiteral(": does not exist")}, context);
+        return context.refuse(*file % QStringLiteral(": does not exist"));
     const auto verification = verify(*file);
     if (!verification)
-        return refuse(
-            {ErrorKind::Invalid, verification.error().text % Rescue::hintFor(*file, verification.error())}, context);
+        return context.refuse(verification.error().text % Rescue::hintFor(*file, verification.error()));
     for (const auto &[uid, fault, backup] : verification->people) {
         const QString where = backup.isEmpty() ? QStringLiteral("no backup of a day has it whole")
                                                : QString(QStringLiteral("whole in ") % backup);
         context.console.out << onOneLine(fault % QStringLiteral("; ") % where) << '\n';
     }
     if (!verification->file)
-        return refuse(
-            {ErrorKind::Invalid, verification->file.error().text % Rescue::hintFor(*file, verification->file.error())},
-            context);
+        return context.refuse(verification->file.error().text % Rescue::hintFor(*file, verification->file.error()));
     if (!verification->people.empty())
         return ExitStatus::Refused;
     context.console.out << verification->count << " contacts, none of them damaged";

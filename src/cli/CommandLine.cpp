@@ -22,69 +22,73 @@ namespace {
 /// What is left to do once the arguments are read: run the command that they named.
 using ChosenCommand = std::function<ExitStatus(const CommandContext &)>;
 
-void choose(CLI::App *command, ChosenCommand &chosen, const ChosenCommand &run)
+/// A command and where its options are put, which live as long as the command.
+template <typename Options>
+std::pair<CLI::App *, Options &> add(CLI::App &app, ChosenCommand &chosen, const char *name, const char *description,
+    ExitStatus (*run)(const Options &, const CommandContext &))
 {
-    command->callback([&chosen, run] { chosen = run; });
+    CLI::App *command = app.add_subcommand(name, description);
+    const auto options = std::make_shared<Options>();
+    command->callback([&chosen, options, run] {
+        if (!chosen) // not its subcommand
+            chosen = [options, run](const CommandContext &context) { return run(*options, context); };
+    });
+    return {command, *options};
 }
 
-void addImport(CLI::App &app, ImportOptions &options, ChosenCommand &chosen)
+void addImport(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command = app.add_subcommand("import", "Add the records of vCard or JSON Lines files");
+    auto [command, options] = add(app, chosen, "import", "Add the records of vCard or JSON Lines files", runImport);
     command->add_option("--format", options.format, "What the files hold; without it, what they look like")
         ->check(CLI::IsMember({"vcard", "jsonl"}));
     command->add_flag("--replace", options.replace, "Replace stored records that have the same uid and other content");
     command->add_option("FILE", options.files, "Files to read; - is standard input")->required();
-    choose(command, chosen, [&options](const CommandContext &context) { return runImport(options, context); });
 }
 
-void addPeople(CLI::App &app, PeopleOptions &options, ChosenCommand &chosen)
+void addPeople(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command = app.add_subcommand("people", "Print whole records");
+    auto [command, options] = add(app, chosen, "people", "Print whole records", runPeople);
     command->add_option("--format", options.format, "How to print them")
         ->check(CLI::IsMember({"vcard", "jsonl"}))
         ->capture_default_str();
     command->add_option("UID", options.uids, "Only these records");
-    choose(command, chosen, [&options](const CommandContext &context) { return runPeople(options, context); });
 }
 
-void addScan(CLI::App &app, ScanOptions &options, ChosenCommand &chosen)
+void addScan(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command = app.add_subcommand("scan", "Find contacts that are malformed, incomplete or duplicated");
+    auto [command, options] =
+        add(app, chosen, "scan", "Find contacts that are malformed, incomplete or duplicated", runScan);
     command->add_option("--condition", options.titles, "Look for this only; may be repeated, runs in the given order")
         ->type_name("TITLE");
     command->add_flag("--json", options.json, "Print one JSON object of uids instead of the tree");
     command->add_flag("--exit-code", options.exitCode, "Exit with status 1 when something was found");
     std::string titles = "\nTitles, in the order of a scan of everything:\n";
-    for (const Condition condition : preferredOrder())
-        titles += "  " + std::string(conditionInfo(condition).title.data()) + "\n";
+    for (const QString &title : conditionTitles())
+        titles += "  " + title.toStdString() + "\n";
     command->footer(titles);
-    choose(command, chosen, [&options](const CommandContext &context) { return runScan(options, context); });
 }
 
-void addTable(CLI::App &app, TableOptions &options, ChosenCommand &chosen)
+void addTable(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command =
-        app.add_subcommand("table", "Print people as rows of the contact table, one JSON object a line");
+    auto [command, options] =
+        add(app, chosen, "table", "Print people as rows of the contact table, one JSON object a line", runTable);
     command->add_option("UID", options.uids, "Only these people");
-    choose(command, chosen, [&options](const CommandContext &context) { return runTable(options, context); });
 }
 
-void addEdit(CLI::App &app, EditOptions &options, ChosenCommand &chosen)
+void addEdit(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command = app.add_subcommand("edit", "Edit one cell of the contact table");
+    auto [command, options] = add(app, chosen, "edit", "Edit one cell of the contact table", runEdit);
     command->add_option("UID", options.uid, "Whose row")->required();
     command->add_option("LABEL", options.label, "Which column, such as \"Home City\"")->required();
     command->add_option("VALUE", options.value, "The new value; put -- before one that begins with a hyphen")
         ->required();
-    choose(command, chosen, [&options](const CommandContext &context) { return runEdit(options, context); });
 }
 
-void addDelete(CLI::App &app, DeleteOptions &options, ChosenCommand &chosen)
+void addDelete(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command = app.add_subcommand("delete", "Delete people from the address book");
+    auto [command, options] = add(app, chosen, "delete", "Delete people from the address book", runDelete);
     command->add_option("UID", options.uids, "Whom")->required();
     command->add_flag("--yes", options.yes, "Do not ask");
-    choose(command, chosen, [&options](const CommandContext &context) { return runDelete(options, context); });
 }
 
 std::string optionTable()
@@ -106,36 +110,37 @@ void addGroupAndOption(CLI::App *command, std::string &group, std::string &optio
     command->add_option("--option", option, "The repair")->type_name("TITLE")->required();
 }
 
-void addFix(CLI::App &app, FixOptions &options, ChosenCommand &chosen)
+void addFix(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command = app.add_subcommand("fix",
+    auto [command, options] = add(app, chosen, "fix",
         "Repair what a scan finds, and save at once. Prints a line a finding: what was changed. It ends at the first "
-        "change that could not be saved");
+        "change that could not be saved",
+        runFix);
     addGroupAndOption(command, options.group, options.option);
     command->add_option("UID", options.uids, "The contacts whose first finding is repaired");
     command->add_flag("--all", options.all, "Repair every finding instead");
     command->add_flag("--yes", options.yes, "Answer the question before a deletion with Delete");
     command->footer(optionTable());
-    choose(command, chosen, [&options](const CommandContext &context) { return runFix(options, context); });
 }
 
-void addPreview(CLI::App &app, PreviewOptions &options, ChosenCommand &chosen)
+void addPreview(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command = app.add_subcommand("preview",
+    auto [command, options] = add(app, chosen, "preview",
         "Print what a repair would do, and change nothing. Lines from top to bottom, texts in columns from left to "
-        "right: first how it is, then how it would be");
+        "right: first how it is, then how it would be",
+        runPreview);
     addGroupAndOption(command, options.group, options.option);
     command->add_option("UID", options.uid, "The contact")->required();
     command->footer(optionTable());
-    choose(command, chosen, [&options](const CommandContext &context) { return runPreview(options, context); });
 }
 
-void addExport(CLI::App &app, ExportOptions &options, ChosenCommand &chosen)
+void addExport(CLI::App &app, ChosenCommand &chosen)
 {
     std::vector<std::string> names;
     for (const ExportContact::Format &format : ExportContact::formats())
         names.push_back(format.name.toStdString());
-    CLI::App *command = app.add_subcommand("export", "Write people to files, and print the files' paths");
+    auto [command, options] =
+        add(app, chosen, "export", "Write people to files, and print the files' paths", runExport);
     command->add_option("--format", options.format, "What to write")->required()->check(CLI::IsMember(names));
     command->add_option("--scope", options.scope, "Which fields: those of the table's columns, or all")
         ->check(CLI::IsMember({"table", "all"}))
@@ -145,48 +150,40 @@ void addExport(CLI::App &app, ExportOptions &options, ChosenCommand &chosen)
     command->add_option("--select", options.select, "Only these people, the lowest row first; may be repeated")
         ->type_name("UID,UID...");
     command->add_option("FOLDER", options.folder, "Where to; must be there")->required();
-    choose(command, chosen, [&options](const CommandContext &context) { return runExport(options, context); });
 }
 
-void addHistory(CLI::App &app, HistoryOptions &options, HistoryShowOptions &showOptions,
-    HistoryRestoreOptions &restoreOptions, ChosenCommand &chosen)
+void addHistory(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command = app.add_subcommand(
-        "history", "Print what was changed and saved, newest first: id, time, what was done to how many, and why");
+    auto [command, options] = add(app, chosen, "history",
+        "Print what was changed and saved, newest first: id, time, what was done to how many, and why", runHistory);
     command->require_subcommand(0, 1);
     command->add_option("--limit", options.limit, "Only so many")
         ->check(CLI::Range(1, std::numeric_limits<int>::max()));
     command->add_flag("--json", options.json, "Print one JSON object a line");
-    command->callback([&chosen, &options] {
-        if (!chosen) // show and restore were chosen before their parent
-            chosen = [&options](const CommandContext &context) { return runHistory(options, context); };
-    });
-    CLI::App *show = command->add_subcommand("show", "Print whom a change touched, before and after");
+    auto [show, showOptions] =
+        add(*command, chosen, "show", "Print whom a change touched, before and after", runHistoryShow);
     show->add_option("ID", showOptions.id, "Which change, as history prints it")->required();
     show->add_flag("--json", showOptions.json, "Print one JSON object a person");
-    choose(
-        show, chosen, [&showOptions](const CommandContext &context) { return runHistoryShow(showOptions, context); });
-    CLI::App *restore = command->add_subcommand("restore",
+    auto [restore, restoreOptions] = add(*command, chosen, "restore",
         "Put everybody whom these changes touched back as they were before, as one change that is in the history too. "
-        "Refused as a whole when one of them was changed since");
+        "Refused as a whole when one of them was changed since",
+        runHistoryRestore);
     restore->add_option("ID", restoreOptions.ids, "Which changes; in any order")->required();
-    choose(restore, chosen,
-        [&restoreOptions](const CommandContext &context) { return runHistoryRestore(restoreOptions, context); });
 }
 
-void addBackup(CLI::App &app, BackupOptions &options, ChosenCommand &chosen)
+void addBackup(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command =
-        app.add_subcommand("backup", "Write the address book into a new address book file, which is read back");
+    auto [command, options] = add(
+        app, chosen, "backup", "Write the address book into a new address book file, which is read back", runBackup);
     command->add_option("FILE", options.file, "The file to write")->required();
     command->add_flag("--replace", options.replace, "Replace a file of that name");
-    choose(command, chosen, [&options](const CommandContext &context) { return runBackup(options, context); });
 }
 
-void addRestore(CLI::App &app, RestoreOptions &options, ChosenCommand &chosen)
+void addRestore(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command = app.add_subcommand("restore",
-        "Make the address book hold exactly what a backup holds, as one change that history restore can take back");
+    auto [command, options] = add(app, chosen, "restore",
+        "Make the address book hold exactly what a backup holds, as one change that history restore can take back",
+        runRestore);
     command->add_option("FILE", options.file, "The backup; with --salvage, the new file to write")->required();
     CLI::Option *dryRun = command->add_flag("--dry-run", options.dryRun, "Only count what would be changed");
     CLI::Option *only =
@@ -196,15 +193,14 @@ void addRestore(CLI::App &app, RestoreOptions &options, ChosenCommand &chosen)
             "Put what can still be read of the address book, which is damaged, into the new file FILE instead")
         ->excludes(dryRun)
         ->excludes(only);
-    choose(command, chosen, [&options](const CommandContext &context) { return runRestore(options, context); });
 }
 
 void addVerify(CLI::App &app, ChosenCommand &chosen)
 {
-    CLI::App *command = app.add_subcommand("verify",
-        "Hold every person in an address book file against the digest of what was saved, and every picture too. Exit "
-        "status 1 when one does not fit");
-    choose(command, chosen, runVerify);
+    app.add_subcommand("verify",
+           "Hold every person in an address book file against the digest of what was saved, and every picture too. "
+           "Exit status 1 when one does not fit")
+        ->callback([&chosen] { chosen = runVerify; });
 }
 
 /// Sends diagnostic lines to the console's error stream while it lives. Where they are not wanted, only that a log was
@@ -288,49 +284,18 @@ ExitStatus end(const CLI::ParseError &error, const CLI::App &app, Console &conso
     return ExitStatus::Usage;
 }
 
-struct AllOptions
-{
-    std::string where;
-    bool verbose = false;
-    ImportOptions import;
-    PeopleOptions people;
-    ScanOptions scan;
-    TableOptions table;
-    EditOptions edit;
-    DeleteOptions deletion;
-    FixOptions fix;
-    PreviewOptions preview;
-    ExportOptions exporting;
-    HistoryOptions history;
-    HistoryShowOptions historyShow;
-    HistoryRestoreOptions historyRestore;
-    BackupOptions backup;
-    RestoreOptions restore;
-};
-
-void addEverything(CLI::App &app, AllOptions &options, ChosenCommand &chosen)
+void addEverything(CLI::App &app, std::string &where, bool &verbose, ChosenCommand &chosen)
 {
     app.set_version_flag("--version", "peoplenook-cli " PEOPLENOOK_VERSION);
     app.require_subcommand(1);
     app.fallthrough();
-    app.add_option(
-           "--address-book", options.where, "The address book: a file (made if missing). Without it: the user's own")
+    app.add_option("--address-book", where, "The address book: a file (made if missing). Without it: the user's own")
         ->type_name("WHERE")
-        ->check([](const std::string &where) { return std::string(where.empty() ? "is empty" : ""); });
-    app.add_flag("--verbose", options.verbose, "Show diagnostic lines on standard error");
-    addImport(app, options.import, chosen);
-    addPeople(app, options.people, chosen);
-    addScan(app, options.scan, chosen);
-    addTable(app, options.table, chosen);
-    addEdit(app, options.edit, chosen);
-    addDelete(app, options.deletion, chosen);
-    addFix(app, options.fix, chosen);
-    addPreview(app, options.preview, chosen);
-    addExport(app, options.exporting, chosen);
-    addHistory(app, options.history, options.historyShow, options.historyRestore, chosen);
-    addBackup(app, options.backup, chosen);
-    addRestore(app, options.restore, chosen);
-    addVerify(app, chosen);
+        ->check([](const std::string &name) { return std::string(name.empty() ? "is empty" : ""); });
+    app.add_flag("--verbose", verbose, "Show diagnostic lines on standard error");
+    for (const auto addCommand : {addImport, addPeople, addScan, addTable, addEdit, addDelete, addFix, addPreview,
+             addExport, addHistory, addBackup, addRestore, addVerify})
+        addCommand(app, chosen);
     takeLiterally(app);
 }
 
@@ -341,16 +306,17 @@ ExitStatus parseAndRun(const std::vector<std::string> &arguments, Console &conso
         return ExitStatus::Usage;
     }
     CLI::App app{"Finds and repairs malformed, incomplete and duplicated contacts.", "peoplenook-cli"};
-    AllOptions options;
+    std::string named;
+    bool verbose = false;
     ChosenCommand chosen;
-    addEverything(app, options, chosen);
+    addEverything(app, named, verbose, chosen);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError &error) {
         return end(error, app, console);
     }
-    const Diagnostics diagnostics(console, options.verbose);
-    const auto where = checkedWhere(textOfUtf8(options.where));
+    const Diagnostics diagnostics(console, verbose);
+    const auto where = checkedWhere(textOfUtf8(named));
     if (!where) {
         console.err << onOneLine(where.error().text) << '\n';
         return ExitStatus::Refused;

@@ -58,6 +58,14 @@ std::shared_ptr<ABAddressBook> CommandContext::openAddressBookForChange() const
     return made.error().kind == ErrorKind::Invalid ? nullptr : book;
 }
 
+QStringList textsOf(const std::vector<std::string> &arguments)
+{
+    QStringList texts;
+    for (const std::string &argument : arguments)
+        texts += textOfUtf8(argument);
+    return texts;
+}
+
 std::string onOneLine(QString text)
 {
     for (QChar &c : text) {

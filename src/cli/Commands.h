@@ -23,7 +23,15 @@ struct CommandContext
     std::optional<QString> path(const std::string &argument) const;
     /// One line on standard error.
     void report(const QString &line) const;
+    ExitStatus refuse(const QString &line) const
+    {
+        report(line);
+        return ExitStatus::Refused;
+    }
 };
+
+/// Arguments as they were given; their bytes are known to be UTF-8.
+QStringList textsOf(const std::vector<std::string> &arguments);
 
 /// A text as UTF-8 with blanks for all characters that would begin another line or move the cursor: names, labels and
 /// notes may hold anything.
@@ -137,3 +145,8 @@ struct RestoreOptions
 };
 ExitStatus runRestore(const RestoreOptions &options, const CommandContext &context);
 ExitStatus runVerify(const CommandContext &context);
+
+/// "1 added, 3 removed"; what is 0 is left out unless everything is.
+QString countsText(qint64 added, qint64 changed, qint64 removed);
+/// Carries the plan out and prints what it did, or why it could not be made or carried out.
+ExitStatus applyAndReport(ABAddressBook &book, const Result<RestorePlan> &plan, const CommandContext &context);

@@ -6,19 +6,6 @@
 
 namespace {
 
-/// A scan that finds nothing says so in a message; here that is no findings, and no message.
-class QuietDelegate : public ScanDelegate, public AlertPanel
-{
-public:
-    void closeProgress() override { }
-    void makeButtonEnable() override { }
-    AlertPanel &alertPanel() override { return *this; }
-    Answer runAlertPanel(const QString &, const QString &, const QString &, const QString &) override
-    {
-        return Answer::Default;
-    }
-};
-
 QString listOf(const QStringList &names)
 {
     return QLatin1Char('"') % names.join(QStringLiteral("\", \"")) % QLatin1Char('"');
@@ -55,11 +42,7 @@ FindingsOfCondition::FindingsOfCondition(
     const ConditionGroup &group, const std::string &option, Console &console, bool answeredInAdvance)
     : m_group(group), m_alertPanel(console, answeredInAdvance), m_controller(*this)
 {
-    QuietDelegate delegate;
-    ScanAddressBook scanner(delegate);
-    QObject::connect(&scanner, &ScanAddressBook::scanOver, &m_controller,
-        [this](const ScanResult &found) { m_controller.setOutlineViewDataSouce(found); });
-    scanner.scanEntireAddressBook({conditionInfo(group.condition).title});
+    m_controller.setOutlineViewDataSouce(ScanAddressBook::examine({conditionInfo(group.condition).title}));
     m_controller.chooseOption(group.optionGroup, QString::fromStdString(option));
 }
 

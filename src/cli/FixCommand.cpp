@@ -8,14 +8,6 @@
 
 namespace {
 
-/// What is left of a finding when it is its turn.
-struct Task
-{
-    PersonItemPtr node;
-    PersonRecordPtr before;
-    FixOutcome outcome;
-};
-
 QString shown(const ABValue &value)
 {
     if (const auto *text = std::get_if<QString>(&value))
@@ -50,10 +42,9 @@ QStringList uidsOf(const QList<ABPersonPtr> &people)
     return uids;
 }
 
-/// What was changed, as far as it is saved.
-QString changesOf(const Task &task)
+/// What became of a person who was @p before, as far as it is saved.
+QString changesOf(const FixOutcome &outcome, const PersonRecord &before, const ABPerson &person)
 {
-    const FixOutcome &outcome = task.outcome;
     if (outcome.cancelled)
         return QStringLiteral("cancelled, nothing changed");
     if (outcome.editsInContacts)
@@ -65,7 +56,7 @@ QString changesOf(const Task &task)
             % QStringLiteral(" into ") % outcome.added->uniqueId();
     if (!removed.isEmpty())
         return QStringLiteral("deleted ") % removed;
-    const QStringList changes = differences(*task.before, *task.node->person()->record());
+    const QStringList changes = differences(before, *person.record());
     return changes.isEmpty() ? QStringLiteral("nothing changed") : changes.join(QStringLiteral("; "));
 }
 
@@ -73,18 +64,6 @@ QString changesOf(const Task &task)
 QString headOf(const PersonItem &node)
 {
     return node.person()->uniqueId() % QStringLiteral("  ") % node.name() % QStringLiteral("  ");
-}
-
-void print(const Task &task, const CommandContext &context)
-{
-    if (!task.outcome.error) {
-        context.console.out << onOneLine(headOf(*task.node) % changesOf(task)) << '\n';
-        return;
-    }
-    context.report(task.node->person()->uniqueId() % QStringLiteral(": not saved: ") % task.outcome.error->text);
-    if (task.outcome.error->kind == ErrorKind::Conflict && task.outcome.added && !task.outcome.removed.isEmpty())
-        context.report(task.node->person()->uniqueId()
-            % QStringLiteral(": the merge is incomplete; the address book's history holds whoever was removed"));
 }
 
 class Repair
@@ -105,21 +84,26 @@ public:
             m_context.console.out << onOneLine(headOf(*node) % QStringLiteral("skipped: ") % kNoLongerThere) << '\n';
             return true;
         }
-        Task task{node, node->person()->record(), {}};
+        const PersonRecordPtr before = node->person()->record();
         m_findings.controller().selectItem(node);
         m_findings.controller().FixFounction();
-        task.outcome = std::move(m_outcome);
         if (m_findings.hasUnansweredQuestion()) {
             m_status = ExitStatus::Refused;
             return false;
         }
-        print(task, m_context);
-        if (!task.outcome.error)
+        if (!m_outcome.error) {
+            m_context.console.out << onOneLine(headOf(*node) % changesOf(m_outcome, *before, *node->person())) << '\n';
             return true;
-        m_status = ExitStatus::Refused;
+        }
+        const QString &uid = node->person()->uniqueId();
+        const bool isConflict = m_outcome.error->kind == ErrorKind::Conflict;
+        m_status = m_context.refuse(uid % QStringLiteral(": not saved: ") % m_outcome.error->text);
+        if (isConflict && m_outcome.added && !m_outcome.removed.isEmpty())
+            m_context.report(uid
+                % QStringLiteral(": the merge is incomplete; the address book's history holds whoever was removed"));
         // What this one could not save is pending, and the next save would write it after all. Only a conflict is
         // settled: what others wrote holds.
-        return task.outcome.error->kind == ErrorKind::Conflict;
+        return isConflict;
     }
 
     ExitStatus status() const { return m_status; }

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/CountTexts.h"
+#include "cli/Commands.h"
 #include "contacts/cards/RecordJson.h"
 #include "contacts/model/NameTexts.h"
 #include "contacts/model/RecordDifferences.h"
@@ -82,10 +82,8 @@ ExitStatus runHistory(const HistoryOptions &options, const CommandContext &conte
     if (!book)
         return ExitStatus::Refused;
     auto history = book->history();
-    if (!history) {
-        context.report(history.error().text);
-        return ExitStatus::Refused;
-    }
+    if (!history)
+        return context.refuse(history.error().text);
     if (options.limit > 0 && history->size() > std::size_t(options.limit))
         history->resize(std::size_t(options.limit));
     for (const ChangeSummary &step : *history)
@@ -99,10 +97,8 @@ ExitStatus runHistoryShow(const HistoryShowOptions &options, const CommandContex
     if (!book)
         return ExitStatus::Refused;
     const auto step = book->historyStep(QString::fromStdString(options.id));
-    if (!step) {
-        context.report(step.error().text);
-        return ExitStatus::Refused;
-    }
+    if (!step)
+        return context.refuse(step.error().text);
     if (!options.json)
         context.console.out << onOneLine(lineOf(step->summary)) << '\n';
     for (const RecordedChange &change : step->changes)
@@ -115,9 +111,6 @@ ExitStatus runHistoryRestore(const HistoryRestoreOptions &options, const Command
     const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
-    QStringList ids;
-    for (const auto &id : options.ids)
-        ids += QString::fromStdString(id);
-    const auto plan = planRestore(*book, ids);
+    const auto plan = planRestore(*book, textsOf(options.ids));
     return applyAndReport(*book, plan, context);
 }

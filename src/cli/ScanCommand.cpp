@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
-
+#include "contacts/model/NameTexts.h"
 #include "results/ConditionGroups.h"
 #include "scan/ScanAddressBook.h"
 
@@ -10,25 +10,6 @@
 using Json = nlohmann::ordered_json;
 
 namespace {
-
-/// A scan's surroundings on the command line: no progress display, no buttons; the message of an empty scan is kept.
-class CommandLineDelegate : public ScanDelegate, public AlertPanel
-{
-public:
-    void closeProgress() override { }
-    void makeButtonEnable() override { }
-    AlertPanel &alertPanel() override { return *this; }
-    Answer runAlertPanel(const QString &, const QString &message, const QString &, const QString &) override
-    {
-        m_message = message;
-        return Answer::Default;
-    }
-
-    const QString &message() const { return m_message; }
-
-private:
-    QString m_message;
-};
 
 std::string uidOf(const ABPersonPtr &person)
 {
@@ -69,46 +50,18 @@ Json toJson(const ScanResult &result)
     return json;
 }
 
-const ABPersonPtr &personOf(const ABPersonPtr &person)
-{
-    return person;
-}
-
-const ABPersonPtr &personOf(const EmailMatch &match)
-{
-    return match.searchedPerson;
-}
-
 void printTree(const ScanResult &result, std::ostream &out)
 {
     for (const ConditionGroup &group : conditionGroups()) {
-        const Findings *findings = result.find(group.condition);
-        if (!findings)
+        const std::vector<Finding> findings = findingsOf(result, group.condition);
+        if (findings.empty())
             continue;
-        std::visit(
-            [&](const auto &list) {
-                out << group.name.data() << " (" << list.size() << ")\n";
-                for (const auto &finding : list) {
-                    const ABPersonPtr &person = personOf(finding);
-                    out << "    "
-                        << onOneLine(person->uniqueId() % QStringLiteral("  ") % displayName(*person->record())) << "  "
-                        << group.rowDescription.data() << '\n';
-                }
-            },
-            *findings);
+        out << group.name.data() << " (" << findings.size() << ")\n";
+        for (const Finding &finding : findings)
+            out << "    "
+                << onOneLine(finding.person->uniqueId() % QStringLiteral("  ") % displayName(*finding.person->record()))
+                << "  " << group.rowDescription.data() << '\n';
     }
-}
-
-QStringList titlesOf(const ScanOptions &options)
-{
-    QStringList titles;
-    for (const auto &title : options.titles)
-        titles.push_back(QString::fromStdString(title));
-    if (options.titles.empty()) {
-        for (const Condition condition : preferredOrder())
-            titles.push_back(conditionInfo(condition).title);
-    }
-    return titles;
 }
 
 } // namespace
@@ -118,18 +71,13 @@ ExitStatus runScan(const ScanOptions &options, const CommandContext &context)
     const auto book = context.openAddressBook();
     if (!book)
         return ExitStatus::Refused;
-    CommandLineDelegate delegate;
-    ScanAddressBook scanner(delegate);
-    ScanResult result;
-    QObject::connect(
-        &scanner, &ScanAddressBook::scanOver, &scanner, [&result](const ScanResult &found) { result = found; });
-    scanner.scanEntireAddressBook(titlesOf(options));
-
+    const ScanResult result =
+        ScanAddressBook::examine(options.titles.empty() ? conditionTitles() : textsOf(options.titles));
     std::ostream &out = context.console.out;
     if (options.json)
         out << toJson(result).dump() << '\n';
     else if (result.isEmpty())
-        out << delegate.message().toStdString() << '\n';
+        out << kNothingFound.data() << '\n';
     else
         printTree(result, out);
     return options.exitCode && !result.isEmpty() ? ExitStatus::Refused : ExitStatus::Done;

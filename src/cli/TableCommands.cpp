@@ -48,12 +48,10 @@ ExitStatus runEdit(const EditOptions &options, const CommandContext &context)
     const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
-    const QString label = QString::fromStdString(options.label);
+    const QString label = textOfUtf8(options.label);
     const auto field = fieldLabelled(label);
-    if (!field) {
-        context.report(label % QStringLiteral(": the contact table has no such column"));
-        return ExitStatus::Refused;
-    }
+    if (!field)
+        return context.refuse(label % QStringLiteral(": the contact table has no such column"));
     ContactTable table(book, context, false);
     const std::vector<int> rows = table.rowsOf({options.uid});
     if (rows.empty())

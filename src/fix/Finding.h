@@ -4,21 +4,25 @@
 
 #include "contacts/book/ABPerson.h"
 #include "contacts/book/ChangeCause.h"
-#include "scan/Conditions.h"
+#include "scan/ScanResult.h"
 
 #include <QList>
 
-/// One thing that a scan objects to, as repairs and previews need it.
+/// One thing that a scan objects to.
 struct Finding
 {
-    Condition condition = Condition::SingleName;
-    ABPersonPtr person; ///< not null
+    Condition condition{};
+    ABPersonPtr person = {}; ///< not null
     // Only for ShareEmail; some of the others may have been removed since:
-    QList<ABPersonPtr> duplicateEmailArray; ///< the others who hold the address
-    QString duplicateEmailType; ///< the label of the address in person; null where it has none
+    QList<ABPersonPtr> duplicateEmailArray = {}; ///< the others who hold the address
+    QString duplicateEmailType = {}; ///< the label of the address in person; null where it has none
+    QString sharedAddress = {}; ///< a person may share several under one label
 
     ChangeCausePtr cause = {}; ///< what the history calls a repair of it
 };
+
+/// What a scan found for the condition, in its order.
+std::vector<Finding> findingsOf(const ScanResult &result, Condition condition);
 
 /// What a repair did, and what is to become of the tree that showed the finding.
 struct FixOutcome

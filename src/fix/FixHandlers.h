@@ -12,6 +12,9 @@
 
 using FixHandler = FixOutcome (*)(const Finding &finding, const QString &option, AlertPanel &alertPanel);
 
+/// Of the findings of a condition.
+FixHandler handlerFor(Condition condition);
+
 FixOutcome processOnlyOneNameContacts(const Finding &finding, const QString &option, AlertPanel &alertPanel);
 FixOutcome processBadSuffixContacts(const Finding &finding, const QString &option, AlertPanel &alertPanel);
 FixOutcome processUnusualTitleContacts(const Finding &finding, const QString &option, AlertPanel &alertPanel);

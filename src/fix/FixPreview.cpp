@@ -24,24 +24,13 @@ constexpr int kHeaderWidth = 110;
 constexpr int kSentenceWidth = 310;
 constexpr int kWidestSentence = 380; // from the left margin to the edge of the card
 
-QString shownName(const PersonRecord &record)
-{
-    const QString *first = record.text(kABFirstNameProperty);
-    const QString *last = record.text(kABLastNameProperty);
-    if (first && last)
-        return *first % QLatin1Char(' ') % *last;
-    if (first)
-        return *first;
-    return last ? *last : QString();
-}
-
 /// A name and as many fields as there is room for.
 void addPersonCard(PreviewDocument &document, const ABPerson &person)
 {
     constexpr int kNameY = 132;
     constexpr std::size_t kRoom = 6;
     document.add({kLeft, kNameY, 100, kHeight}, QStringLiteral("Name :"), kLabelInk);
-    document.add({114, kNameY, 210, kHeight}, shownName(*person.record()));
+    document.add({114, kNameY, 210, kHeight}, presentNames(*person.record()));
     const DisplayFields fields = analysePerson(person);
     for (std::size_t i = 0; i < std::min(fields.size(), kRoom); ++i) {
         const auto &[label, text] = fields[i];
@@ -197,10 +186,8 @@ void FixPreview::addSharersNames(PreviewDocument &document) const
         y -= kLineStep;
     };
     for (const auto &person :
-        m_finding.duplicateEmailArray.first(std::min(m_finding.duplicateEmailArray.size(), kRoom))) {
-        const PersonRecordPtr record = person->record();
-        addRow(textOrNull(*record, kABFirstNameProperty) % QLatin1Char(' ') % textOrNull(*record, kABLastNameProperty));
-    }
+        m_finding.duplicateEmailArray.first(std::min(m_finding.duplicateEmailArray.size(), kRoom)))
+        addRow(displayName(*person->record()));
     addRow(m_finding.duplicateEmailArray.size() < kRoom ? QStringLiteral("will be deleted from Contacts")
                                                         : QStringLiteral(" and others will be deleted from Contacts"));
 }

@@ -7,9 +7,10 @@
 #include "fix/NameIndex.h"
 #include "table/fields/PersonDictionary.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <array>
-#include <map>
 
 namespace {
 
@@ -18,53 +19,33 @@ struct Kind
 {
     ABProperty property;
     const QString &label;
-    std::span<const Field> fields;
+    std::vector<Field> fields;
 };
-
-constexpr std::array kWorkPhone{Field::WorkPhone};
-constexpr std::array kHomePhone{Field::HomePhone};
-constexpr std::array kMobile{Field::Mobile, Field::Mother};
-constexpr std::array kHomeFax{Field::HomeFax};
-constexpr std::array kWorkFax{Field::WorkFax};
-constexpr std::array kPager{Field::Pager};
-constexpr std::array kFather{Field::Father};
-constexpr std::array kParent{Field::Parent};
-constexpr std::array kBrother{Field::Brother};
-constexpr std::array kSister{Field::Sister};
-constexpr std::array kChild{Field::Child};
-constexpr std::array kFriend{Field::Friend};
-constexpr std::array kPartner{Field::Partner};
-constexpr std::array kSpouse{Field::Spouse};
-constexpr std::array kAssistant{Field::Assistant};
-constexpr std::array kManager{Field::Manager};
-constexpr std::array kHomeEmail{Field::HomeEmail};
-constexpr std::array kWorkEmail{Field::WorkEmail};
-constexpr std::array kOtherEmail{Field::OtherEmail};
 
 /// In the order in which the values are written. No field feeds the main number or the mother: a dictionary has no
 /// field "Main", and mothers go to the mobile numbers.
 const std::array kKinds{
-    Kind{kABPhoneProperty, kABPhoneWorkLabel, kWorkPhone},
-    Kind{kABPhoneProperty, kABPhoneHomeLabel, kHomePhone},
-    Kind{kABPhoneProperty, kABPhoneMobileLabel, kMobile},
+    Kind{kABPhoneProperty, kABPhoneWorkLabel, {Field::WorkPhone}},
+    Kind{kABPhoneProperty, kABPhoneHomeLabel, {Field::HomePhone}},
+    Kind{kABPhoneProperty, kABPhoneMobileLabel, {Field::Mobile, Field::Mother}},
     Kind{kABPhoneProperty, kABPhoneMainLabel, {}},
-    Kind{kABPhoneProperty, kABPhoneHomeFAXLabel, kHomeFax},
-    Kind{kABPhoneProperty, kABPhoneWorkFAXLabel, kWorkFax},
-    Kind{kABPhoneProperty, kABPhonePagerLabel, kPager},
-    Kind{kABRelatedNamesProperty, kABFatherLabel, kFather},
+    Kind{kABPhoneProperty, kABPhoneHomeFAXLabel, {Field::HomeFax}},
+    Kind{kABPhoneProperty, kABPhoneWorkFAXLabel, {Field::WorkFax}},
+    Kind{kABPhoneProperty, kABPhonePagerLabel, {Field::Pager}},
+    Kind{kABRelatedNamesProperty, kABFatherLabel, {Field::Father}},
     Kind{kABRelatedNamesProperty, kABMotherLabel, {}},
-    Kind{kABRelatedNamesProperty, kABParentLabel, kParent},
-    Kind{kABRelatedNamesProperty, kABBrotherLabel, kBrother},
-    Kind{kABRelatedNamesProperty, kABSisterLabel, kSister},
-    Kind{kABRelatedNamesProperty, kABChildLabel, kChild},
-    Kind{kABRelatedNamesProperty, kABFriendLabel, kFriend},
-    Kind{kABRelatedNamesProperty, kABPartnerLabel, kPartner},
-    Kind{kABRelatedNamesProperty, kABSpouseLabel, kSpouse},
-    Kind{kABRelatedNamesProperty, kABAssistantLabel, kAssistant},
-    Kind{kABRelatedNamesProperty, kABManagerLabel, kManager},
-    Kind{kABEmailProperty, kABEmailHomeLabel, kHomeEmail},
-    Kind{kABEmailProperty, kABEmailWorkLabel, kWorkEmail},
-    Kind{kABEmailProperty, kABOtherLabel, kOtherEmail},
+    Kind{kABRelatedNamesProperty, kABParentLabel, {Field::Parent}},
+    Kind{kABRelatedNamesProperty, kABBrotherLabel, {Field::Brother}},
+    Kind{kABRelatedNamesProperty, kABSisterLabel, {Field::Sister}},
+    Kind{kABRelatedNamesProperty, kABChildLabel, {Field::Child}},
+    Kind{kABRelatedNamesProperty, kABFriendLabel, {Field::Friend}},
+    Kind{kABRelatedNamesProperty, kABPartnerLabel, {Field::Partner}},
+    Kind{kABRelatedNamesProperty, kABSpouseLabel, {Field::Spouse}},
+    Kind{kABRelatedNamesProperty, kABAssistantLabel, {Field::Assistant}},
+    Kind{kABRelatedNamesProperty, kABManagerLabel, {Field::Manager}},
+    Kind{kABEmailProperty, kABEmailHomeLabel, {Field::HomeEmail}},
+    Kind{kABEmailProperty, kABEmailWorkLabel, {Field::WorkEmail}},
+    Kind{kABEmailProperty, kABOtherLabel, {Field::OtherEmail}},
 };
 
 /// The single values that a merge takes over; other text and date fields are left behind.
@@ -87,14 +68,16 @@ class TextSet
 public:
     void add(const QString &text)
     {
-        if (const auto [place, isNew] = m_known.try_emplace(text, m_texts.size()); isNew)
-            m_texts.push_back(text);
+        const qsizetype before = m_known.size();
+        m_known.insert(text);
+        if (m_known.size() > before)
+            m_texts += text;
     }
-    const std::vector<QString> &texts() const { return m_texts; }
+    const QStringList &texts() const { return m_texts; }
 
 private:
-    std::map<QString, std::size_t> m_known;
-    std::vector<QString> m_texts;
+    QSet<QString> m_known;
+    QStringList m_texts;
 };
 
 class Merge

@@ -240,3 +240,35 @@ FixOutcome processBlankNameContacts(const Finding &finding, const QString &optio
         return deleteContact(finding, alertPanel, {.notRemoved = {lcFix, "删除失败"}});
     return {};
 }
+
+namespace {
+
+struct HandlerRow
+{
+    Condition condition;
+    FixHandler handler;
+};
+
+constexpr std::array kHandlers{
+    HandlerRow{Condition::SingleName, processOnlyOneNameContacts},
+    HandlerRow{Condition::DupAddress, processDuplicateAddresslContacts},
+    HandlerRow{Condition::InvalidChar, processInvalidCharContacts},
+    HandlerRow{Condition::SpaceInFirstName, processSpaceInFirstNameContacts},
+    HandlerRow{Condition::ShareEmail, processShareEmailContacts},
+    HandlerRow{Condition::DuplicateContacts, processDuplicateContact},
+    HandlerRow{Condition::EmptyNotes, processEmptyNotesContacts},
+    HandlerRow{Condition::EmptyNickname, processEmptyNicknameContacts},
+    HandlerRow{Condition::DupPhone, processDuplicatePhoneContacts},
+    HandlerRow{Condition::DupEmail, processDuplicateEmailContacts},
+    HandlerRow{Condition::UnusualTitle, processUnusualTitleContacts},
+    HandlerRow{Condition::UnusualSuffix, processBadSuffixContacts},
+    HandlerRow{Condition::BlankName, processBlankNameContacts},
+};
+static_assert(coversConditions(kHandlers, &HandlerRow::condition));
+
+} // namespace
+
+FixHandler handlerFor(Condition condition)
+{
+    return std::ranges::find(kHandlers, condition, &HandlerRow::condition)->handler;
+}

@@ -5,6 +5,8 @@
 #include <QLatin1StringView>
 #include <QString>
 
+#include <algorithm>
+#include <array>
 #include <optional>
 #include <span>
 
@@ -36,7 +38,17 @@ enum class OptionGroup : quint8 {
     InvalidChar,
     BlankName,
 };
-inline constexpr std::size_t kOptionGroupCount = 10;
+
+inline constexpr std::array kOneName{kConvertToCompany, kUseQuestionMarks, kDeleteThisContact};
+inline constexpr std::array kDupContact{kMergeContacts, kDeleteDuplicateContacts, kDeleteThisContact};
+inline constexpr std::array kSpaceInName{kRemoveTheSpace, kHyphenateFirstName, kDeleteThisContact};
+inline constexpr std::array kEmptyNotes{kDeleteBlankProperty};
+inline constexpr std::array kShareEmail{kRemoveEmail, kDeleteDuplicateContacts, kMergeContacts, kDeleteThisContact};
+inline constexpr std::array kDuplicate{kDeleteDuplicateProperty};
+inline constexpr std::array kBadSuffix{kRemoveTheSuffix, kDeleteThisContact};
+inline constexpr std::array kBadTitle{kRemoveTheTitle, kDeleteThisContact};
+inline constexpr std::array kInvalidChar{kEditInContacts};
+inline constexpr std::array kBlankName{kEditInContacts, kDeleteThisContact};
 
 struct OptionGroupInfo
 {
@@ -46,7 +58,29 @@ struct OptionGroupInfo
 };
 
 /// In the order of OptionGroup.
-std::span<const OptionGroupInfo> allOptionGroups();
-const OptionGroupInfo &optionGroupInfo(OptionGroup group);
+inline constexpr std::array kOptionGroups{
+    OptionGroupInfo{OptionGroup::OneName, QLatin1StringView("matrixOneName"), kOneName},
+    OptionGroupInfo{OptionGroup::DupContact, QLatin1StringView("matrixDupContact"), kDupContact},
+    OptionGroupInfo{OptionGroup::SpaceInName, QLatin1StringView("matrixSpaceInName"), kSpaceInName},
+    OptionGroupInfo{OptionGroup::EmptyNotes, QLatin1StringView("matrixEmptyNotes"), kEmptyNotes},
+    OptionGroupInfo{OptionGroup::ShareEmail, QLatin1StringView("matrixShareEmail"), kShareEmail},
+    OptionGroupInfo{OptionGroup::Duplicate, QLatin1StringView("duplicateMatrix"), kDuplicate},
+    OptionGroupInfo{OptionGroup::BadSuffix, QLatin1StringView("matrixBadSuffix"), kBadSuffix},
+    OptionGroupInfo{OptionGroup::BadTitle, QLatin1StringView("matrixBadTitle"), kBadTitle},
+    OptionGroupInfo{OptionGroup::InvalidChar, QLatin1StringView("matrixInvalidChar"), kInvalidChar},
+    OptionGroupInfo{OptionGroup::BlankName, QLatin1StringView("matrixBlankName"), kBlankName},
+};
+
+constexpr const OptionGroupInfo &optionGroupInfo(OptionGroup group)
+{
+    return kOptionGroups.at(static_cast<std::size_t>(group));
+}
+static_assert(std::ranges::all_of(kOptionGroups, [](const auto &row) { return &optionGroupInfo(row.group) == &row; }));
+
 /// The place of @p title among the group's titles; nothing for any other text.
-std::optional<std::size_t> optionTitled(OptionGroup group, QStringView title);
+inline std::optional<std::size_t> optionTitled(OptionGroup group, QStringView title)
+{
+    const auto titles = optionGroupInfo(group).titles;
+    const auto found = std::ranges::find_if(titles, [title](QLatin1StringView offered) { return offered == title; });
+    return found == titles.end() ? std::nullopt : std::optional(std::size_t(found - titles.begin()));
+}

@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/model/PersonRecord.h"
-#include "fix/FixHandlers.h"
+#include "fix/Finding.h"
 #include "fix/RepairOptions.h"
 
 /// How the findings of a condition are shown and repaired. Names and titles of a condition differ in wording and
@@ -15,14 +14,15 @@ struct ConditionGroup
     QLatin1StringView rowDescription; ///< of each finding
     OptionGroup optionGroup;
     int optionGroupY; ///< where a window places the option group
-    FixHandler handler;
-    QString (*problemText)(const Finding &finding); ///< what is wrong, for the selected finding
+    QStringView problem; ///< what is wrong, for the selected finding; %1 is what `quoted` returns
+    QString (*quoted)(const Finding &finding) = nullptr;
 };
 
 /// All groups in the order in which they are shown, whatever order the conditions ran in.
 std::span<const ConditionGroup> conditionGroups();
+const ConditionGroup &conditionGroup(Condition condition);
 /// Exact comparison; nullptr for any other text.
 const ConditionGroup *conditionGroupNamed(QStringView name);
 
-/// First name, a blank, last name; an absent name is written "(null)".
-QString displayName(const PersonRecord &record);
+/// What is wrong with the finding's person, who is read now: a value that has gone since the scan shows as "(null)".
+QString problemText(const Finding &finding);

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "fix/Finding.h"
 #include "fix/RepairOptions.h"
 #include "results/PersonItem.h"
 
@@ -20,7 +19,5 @@ struct DetailPanel
     QPoint optionGroupOrigin; ///< in the box that holds it; y grows upwards
 };
 
-/// The finding of a node; its group must be one of the conditions' groups.
-Finding findingOf(const PersonItem &node);
 /// What the panel shows of a finding's node.
 DetailPanel detailPanelOf(const PersonItem &node);

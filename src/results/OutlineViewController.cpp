@@ -5,38 +5,36 @@
 #include "contacts/book/ChangeCause.h"
 #include "contacts/model/NameTexts.h"
 #include "fix/FixLog.h"
-#include "results/NoLongerFound.h"
 #include "results/ResultsLog.h"
+
+#include <QMultiHash>
 
 #include <algorithm>
 
 namespace {
 
-PersonItemPtr addFinding(const PersonItemPtr &group, const ABPersonPtr &person)
+/// Brings the findings of people with the uids @p changed up to date. @return those that are not among @p now
+QList<PersonItemPtr> noLongerFound(
+    const PersonItem &group, const std::vector<Finding> &now, const QSet<QString> &changed)
 {
-    auto child = PersonItem::initChildNodeWithPerson(person);
-    child->setParentNode(group);
-    group->addChild(child);
-    return child;
-}
-
-PersonItemPtr groupOf(const QString &name, const std::vector<EmailMatch> &matches)
-{
-    if (matches.empty())
-        return nullptr;
-    auto group = PersonItem::initFatherNodeWithName(name);
-    for (const EmailMatch &match : matches) {
-        const PersonItemPtr child = addFinding(group, match.searchedPerson);
-        child->setDuplicateEmailArray({match.matchPersonsArray.begin(), match.matchPersonsArray.end()});
-        child->setDuplicateEmailType(match.duplicateEmailType);
-        child->setSharedAddress(match.sharedAddress);
+    QMultiHash<QString, const Finding *> nowByUid;
+    for (const Finding &finding : now)
+        nowByUid.insert(finding.person->uniqueId(), &finding);
+    QList<PersonItemPtr> gone;
+    for (const auto &node : group.childrenArray()) {
+        const Finding &old = node->finding();
+        if (!changed.contains(old.person->uniqueId()))
+            continue;
+        const auto [begin, end] = std::as_const(nowByUid).equal_range(old.person->uniqueId());
+        const auto found = std::find_if(begin, end, [&old](const Finding *finding) {
+            return finding->sharedAddress == old.sharedAddress && finding->duplicateEmailType == old.duplicateEmailType;
+        });
+        if (found == end)
+            gone += node;
+        else
+            node->setFinding(**found);
     }
-    return group;
-}
-
-PersonItemPtr groupOf(const QString &name, const std::vector<ABPersonPtr> &people)
-{
-    return OutlineViewController::creatFatherNode(name, people);
+    return gone;
 }
 
 } // namespace
@@ -56,9 +54,11 @@ PersonItemPtr OutlineViewController::creatFatherNode(
     if (withChildArray.empty())
         return nullptr;
     auto group = PersonItem::initFatherNodeWithName(name);
-    group->reserveChildren(qsizetype(withChildArray.size()));
-    for (const ABPersonPtr &person : withChildArray)
-        addFinding(group, person);
+    for (const ABPersonPtr &person : withChildArray) {
+        const PersonItemPtr child = PersonItem::initChildNodeWithPerson(person);
+        child->setParentNode(group);
+        group->addChild(child);
+    }
     return group;
 }
 
@@ -66,12 +66,17 @@ void OutlineViewController::setOutlineViewDataSouce(const ScanResult &result)
 {
     QList<PersonItemPtr> groups;
     for (const ConditionGroup &row : conditionGroups()) {
-        const Findings *findings = result.find(row.condition);
-        if (!findings)
+        const std::vector<Finding> findings = findingsOf(result, row.condition);
+        std::vector<ABPersonPtr> people;
+        for (const Finding &finding : findings)
+            people.push_back(finding.person);
+        const PersonItemPtr group = creatFatherNode(row.name, people);
+        if (!group)
             continue;
-        const QString name = row.name;
-        if (auto group = std::visit([&name](const auto &list) { return groupOf(name, list); }, *findings))
-            groups.push_back(std::move(group));
+        group->setFinding({row.condition});
+        for (std::size_t i = 0; i < findings.size(); ++i)
+            group->childAtIndex(qsizetype(i))->setFinding(findings[i]);
+        groups += group;
     }
     m_collapsed.clear();
     m_tree.setRootNodes(std::move(groups));
@@ -84,9 +89,7 @@ void OutlineViewController::reexamine(const QStringList &uids, const ScanResult 
     const PersonItemPtr group = m_selected ? m_selected->parentNode() : nullptr;
     const QList<PersonItemPtr> groups = rootNodes();
     for (const auto &row : groups) {
-        const ConditionGroup *condition = conditionGroupNamed(row->name());
-        const Findings *findings = condition ? now.find(condition->condition) : nullptr;
-        const QList<PersonItemPtr> gone = noLongerFound(*row, findings, changed);
+        const QList<PersonItemPtr> gone = noLongerFound(*row, findingsOf(now, row->finding().condition), changed);
         for (const auto &finding : gone)
             m_tree.removeFinding(finding);
         if (row->childrenCount() == 0)
@@ -101,10 +104,8 @@ void OutlineViewController::reexamine(const QStringList &uids, const ScanResult 
 QStringList OutlineViewController::conditionTitles() const
 {
     QStringList titles;
-    for (const auto &row : rootNodes()) {
-        if (const ConditionGroup *group = conditionGroupNamed(row->name()))
-            titles += conditionInfo(group->condition).title;
-    }
+    for (const auto &group : rootNodes())
+        titles += conditionInfo(group->finding().condition).title;
     return titles;
 }
 
@@ -208,16 +209,12 @@ void OutlineViewController::setItemExpanded(const PersonItemPtr &group, bool exp
 
 void OutlineViewController::outlineViewItemDidCollapse()
 {
-    bool allClosed = true;
-    for (const auto &group : rootNodes()) {
-        if (!isItemExpanded(group) || group->childrenCount() == 0)
-            continue;
-        setSelected(group->childAtIndex(0));
-        allClosed = false;
-        break;
-    }
-    if (allClosed)
+    const auto open = std::ranges::find_if(
+        rootNodes(), [this](const auto &group) { return isItemExpanded(group) && group->childrenCount() > 0; });
+    if (open == rootNodes().end())
         showTips();
+    else
+        setSelected((*open)->childAtIndex(0));
     const qsizetype row = m_selected ? rowForItem(m_selected) : -1;
     qCDebug(lcResults, "选中的row：%s", row < 0 ? "" : qUtf8Printable(QString::number(row)));
 }
@@ -280,26 +277,25 @@ PreviewDocument OutlineViewController::preview() const
 {
     if (m_previewTitle.isNull() || !m_selected || m_selected->isRootNode())
         return {};
-    return FixPreview(findingOf(*m_selected)).creatScrollerViewWithTitle(m_previewTitle);
+    return FixPreview(m_selected->finding()).creatScrollerViewWithTitle(m_previewTitle);
 }
 
 void OutlineViewController::FixFounction()
 {
     const PersonItemPtr item = m_selected;
     const PersonItemPtr group = item ? item->parentNode() : nullptr;
-    if (const ConditionGroup *row = group ? conditionGroupNamed(group->name()) : nullptr)
-        run(row->handler, item);
+    if (group)
+        run(handlerFor(item->finding().condition), item);
     moveOn(group);
 }
 
 void OutlineViewController::run(FixHandler handler, const PersonItemPtr &item)
 {
     const PersonItemPtr group = item->parentNode();
-    const ConditionGroup *row = group ? conditionGroupNamed(group->name()) : nullptr;
-    if (!row)
+    if (!group)
         return;
-    const QString option = currentOption(row->optionGroup);
-    Finding finding = findingOf(*item);
+    Finding finding = item->finding(); // as a question is answered, the node may be brought up to date
+    const QString option = currentOption(conditionGroup(finding.condition).optionGroup);
     finding.cause = makeCause(ChangeCause::Kind::Repair,
         withReadableName(group->name() % QStringLiteral(": ") % option, *item->person()->record()));
     const FixOutcome outcome = handler(finding, option, m_delegate.alertPanel());

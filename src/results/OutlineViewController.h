@@ -3,6 +3,7 @@
 #pragma once
 
 #include "fix/AnalysePerson.h"
+#include "fix/FixHandlers.h"
 #include "fix/FixPreview.h"
 #include "fix/MergeContacts.h"
 #include "results/ConditionGroups.h"
@@ -28,13 +29,13 @@ public:
     explicit OutlineViewController(ResultsDelegate &delegate, QObject *parent = nullptr);
     ~OutlineViewController() override;
 
-    /// Makes the tree anew: nothing is selected, all groups are expanded.
+    /// Builds the tree: nothing is selected, all groups are expanded.
     void setOutlineViewDataSouce(const ScanResult &result);
     /// A group with one child a person; null for no people.
     static PersonItemPtr creatFatherNode(const QString &name, const std::vector<ABPersonPtr> &withChildArray);
 
-    /// Takes the findings of people with these uids away that are none any more, as @p now says, and shows the selected
-    /// one anew. For when somebody else changed them.
+    /// Removes those findings of people with these uids that are not in @p now, and updates the others and what is
+    /// shown. For changes from outside.
     void reexamine(const QStringList &uids, const ScanResult &now);
     /// What @p now is to be a scan for: the conditions whose findings are shown.
     QStringList conditionTitles() const;
@@ -124,6 +125,6 @@ private:
     DetailPanel m_panel;
     bool m_showsTips = false;
     bool m_buttonsEnabled = false;
-    std::array<std::size_t, kOptionGroupCount> m_currentOptions{};
+    std::array<std::size_t, kOptionGroups.size()> m_currentOptions{};
     QString m_previewTitle; // null: nothing is shown
 };

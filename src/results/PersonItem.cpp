@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "results/PersonItem.h"
 
-#include "results/ConditionGroups.h"
+#include "contacts/model/NameTexts.h"
 
 #include <algorithm>
 
@@ -17,20 +17,9 @@ PersonItemPtr PersonItem::initFatherNodeWithName(const QString &name)
 PersonItemPtr PersonItem::initChildNodeWithPerson(const ABPersonPtr &person)
 {
     auto child = std::make_shared<PersonItem>();
-    child->m_person = person;
-    child->m_recordOfName = person->record(); // nobody changes it any more
+    child->m_finding.person = person;
+    child->m_name = displayName(*person->record());
     return child;
-}
-
-QString PersonItem::name() const
-{
-    return m_recordOfName ? displayName(*m_recordOfName) : m_name;
-}
-
-void PersonItem::setName(const QString &name)
-{
-    m_recordOfName.reset();
-    m_name = name;
 }
 
 qsizetype PersonItem::indexOfChild(const PersonItem *child) const

@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/book/ABPerson.h"
-
-#include <QList>
+#include "fix/Finding.h"
 
 #include <memory>
 
@@ -25,8 +23,6 @@ public:
 
     /// Appends; does not set the child's parentNode.
     void addChild(const PersonItemPtr &child) { m_childrenArray.push_back(child); }
-    /// Makes room for that many, to add them faster.
-    void reserveChildren(qsizetype count) { m_childrenArray.reserve(count); }
     qsizetype childrenCount() const { return m_childrenArray.size(); }
     /// @p index must be in range.
     const PersonItemPtr &childAtIndex(qsizetype index) const { return m_childrenArray[index]; }
@@ -41,34 +37,28 @@ public:
 
     bool isRootNode() const { return m_isRootNode; }
     void setIsRootNode(bool isRootNode) { m_isRootNode = isRootNode; }
-    QString name() const;
-    void setName(const QString &name);
+    const QString &name() const { return m_name; }
+    void setName(const QString &name) { m_name = name; }
+    /// Of a group only the condition is set.
+    const Finding &finding() const { return m_finding; }
+    void setFinding(const Finding &finding) { m_finding = finding; }
     /// Null for a group.
-    const ABPersonPtr &person() const { return m_person; }
-    void setPerson(const ABPersonPtr &person) { m_person = person; }
+    const ABPersonPtr &person() const { return m_finding.person; }
+    void setPerson(const ABPersonPtr &person) { m_finding.person = person; }
     /// A finding whose person was removed by now, as a merge leaves them behind.
-    bool isGone() const { return m_person && m_person->isRemoved(); }
+    bool isGone() const { return person() && person()->isRemoved(); }
     /// Null for a group, and when the group is gone.
     PersonItemPtr parentNode() const { return m_parentNode.lock(); }
     void setParentNode(const PersonItemPtr &parent) { m_parentNode = parent; }
-    /// Only of shared e-mails: the others who hold the address.
-    const QList<ABPersonPtr> &duplicateEmailArray() const { return m_duplicateEmailArray; }
-    void setDuplicateEmailArray(const QList<ABPersonPtr> &people) { m_duplicateEmailArray = people; }
-    /// Only of shared e-mails: the label of the address in the person; null where it has none.
-    const QString &duplicateEmailType() const { return m_duplicateEmailType; }
-    void setDuplicateEmailType(const QString &label) { m_duplicateEmailType = label; }
-    /// Only of shared e-mails: the address. A person may share several under one label.
-    const QString &sharedAddress() const { return m_sharedAddress; }
-    void setSharedAddress(const QString &address) { m_sharedAddress = address; }
+    const QList<ABPersonPtr> &duplicateEmailArray() const { return m_finding.duplicateEmailArray; }
+    void setDuplicateEmailArray(const QList<ABPersonPtr> &people) { m_finding.duplicateEmailArray = people; }
+    const QString &duplicateEmailType() const { return m_finding.duplicateEmailType; }
+    void setDuplicateEmailType(const QString &label) { m_finding.duplicateEmailType = label; }
 
 private:
     bool m_isRootNode = false;
     QList<PersonItemPtr> m_childrenArray;
     QString m_name;
-    PersonRecordPtr m_recordOfName; // the name is made of it when it is asked for; null: the name is m_name
-    ABPersonPtr m_person;
+    Finding m_finding;
     std::weak_ptr<PersonItem> m_parentNode;
-    QList<ABPersonPtr> m_duplicateEmailArray;
-    QString m_duplicateEmailType;
-    QString m_sharedAddress;
 };

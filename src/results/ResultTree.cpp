@@ -13,11 +13,6 @@ PersonItem *itemOf(const QModelIndex &index)
     return static_cast<PersonItem *>(index.internalPointer());
 }
 
-std::size_t keyOf(const PersonItem &finding)
-{
-    return qHash(finding.person()->uniqueId());
-}
-
 } // namespace
 
 void ResultTree::setRootNodes(QList<PersonItemPtr> groups)
@@ -31,19 +26,20 @@ void ResultTree::setRootNodes(QList<PersonItemPtr> groups)
     m_nodesOfUid.reserve(count);
     for (const auto &group : std::as_const(m_rootNodes)) {
         for (const auto &child : std::as_const(*group).childrenArray())
-            m_nodesOfUid.insert(keyOf(*child), child.get());
+            m_nodesOfUid.insert(child->person()->uniqueId(), child.get());
     }
     endResetModel();
 }
 
 void ResultTree::forget(PersonItem &finding)
 {
-    m_nodesOfUid.remove(keyOf(finding), &finding);
+    m_nodesOfUid.remove(finding.person()->uniqueId(), &finding);
 }
 
 bool ResultTree::contains(const PersonItemPtr &node) const
 {
-    return node->isRootNode() ? m_rootNodes.contains(node) : m_nodesOfUid.contains(keyOf(*node), node.get());
+    return node->isRootNode() ? m_rootNodes.contains(node)
+                              : m_nodesOfUid.contains(node->person()->uniqueId(), node.get());
 }
 
 void ResultTree::removeFinding(const PersonItemPtr &finding)
@@ -72,9 +68,8 @@ void ResultTree::removeGroup(const PersonItemPtr &group)
 
 qsizetype ResultTree::sweep(const QString &uid)
 {
-    QList<PersonItem *> nodes = m_nodesOfUid.values(qHash(uid));
-    nodes.removeIf([&uid](const PersonItem *node) { return node->person()->uniqueId() != uid; });
-    for (PersonItem *node : std::as_const(nodes))
+    const QList<PersonItem *> nodes = m_nodesOfUid.values(uid);
+    for (PersonItem *node : nodes)
         removeFinding(node->shared_from_this());
     return nodes.size();
 }
@@ -93,9 +88,7 @@ RowView ResultTree::rowView(const PersonItem &node) const
 {
     if (node.isRootNode())
         return {QLatin1StringView("HeaderTextField"), QRectF(1, 5, 316, 17), node.name().toUpper(), {}, {}};
-    const PersonItemPtr parent = node.parentNode();
-    const ConditionGroup *group = parent ? conditionGroupNamed(parent->name()) : nullptr;
-    return {QLatin1StringView("MainCell"), {}, group ? QString(group->rowDescription) : QString(), node.name(),
+    return {QLatin1StringView("MainCell"), {}, conditionGroup(node.finding().condition).rowDescription, node.name(),
         node.person()->imageData().value_or(QByteArray())};
 }
 

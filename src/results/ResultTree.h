@@ -67,5 +67,5 @@ private:
     void forget(PersonItem &finding);
 
     QList<PersonItemPtr> m_rootNodes;
-    QMultiHash<std::size_t, PersonItem *> m_nodesOfUid; // by the hash of the uid: the uids themselves lie far apart
+    QMultiHash<QString, PersonItem *> m_nodesOfUid;
 };

@@ -92,8 +92,7 @@ void ScanAddressBook::scanEntireAddressBook(const QStringList &selectedTitles)
         return;
     }
     m_delegate.closeProgress();
-    m_delegate.alertPanel().runAlertPanel(QStringLiteral("Notes"),
-        QStringLiteral("Scan completed, no contact matches the condition!"), QStringLiteral("OK"), QString());
+    m_delegate.alertPanel().runAlertPanel(QStringLiteral("Notes"), kNothingFound, QStringLiteral("OK"), QString());
     m_delegate.makeButtonEnable();
 }
 

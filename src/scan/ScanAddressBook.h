@@ -24,6 +24,8 @@ public:
     virtual AlertPanel &alertPanel() = 0;
 };
 
+inline constexpr QLatin1StringView kNothingFound{"Scan completed, no contact matches the condition!"};
+
 /// Looks for contacts that are malformed, incomplete or duplicated, in the shared address book. Changes nothing.
 /// May run on any thread; each call works on the people as they are when it begins.
 class ScanAddressBook : public QObject

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/sqlite/SqliteStore.h"
 #include "faults/FaultyProgram.h"
+#include "support/Files.h"
 #include "support/TestPeople.h"
 
-#include <QDir>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -34,21 +34,6 @@ private:
         if (name == "read-only")
             return {QByteArray::number(EROFS), false, "Read-only file system"};
         return {name, true, {}};
-    }
-
-    static QByteArray contentOf(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    static void put(const QString &path, const QByteArray &content)
-    {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    }
-    static QStringList namesIn(const QString &folder)
-    {
-        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
     static QByteArray peopleIn(const QString &path)

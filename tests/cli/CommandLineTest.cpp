@@ -1,49 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/CommandLine.h"
+#include "support/CommandRun.h"
+#include "support/Files.h"
 
-#include <QDir>
 #include <QScopeGuard>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
 /// The command line, run in process on buffers.
-class CommandLineTest : public QObject
+class CommandLineTest : public QObject, private CommandFolder
 {
     Q_OBJECT
-
-private:
-    struct Outcome
-    {
-        int status;
-        QString out;
-        QString err;
-    };
-
-    QTemporaryDir m_folder;
-
-    static QString u(const char *text) { return QString::fromUtf8(text); }
-    QString path(const char *name) const { return m_folder.path() + u'/' + u(name); }
-
-    Outcome runOn(const char *book, std::vector<std::string> arguments, const std::string &input = {}) const
-    {
-        arguments.insert(arguments.begin(), {"--address-book", path(book).toStdString()});
-        return run(arguments, input);
-    }
-
-    static Outcome run(const std::vector<std::string> &arguments, const std::string &input = {})
-    {
-        std::istringstream in(input);
-        std::ostringstream out;
-        std::ostringstream err;
-        Console console{in, out, err};
-        const ExitStatus status = runCommandLine(arguments, console);
-        return {int(status), QString::fromStdString(out.str()), QString::fromStdString(err.str())};
-    }
 
 private Q_SLOTS:
     void wrongUsageEndsWithTwo_data()
@@ -73,7 +42,7 @@ private Q_SLOTS:
         std::vector<std::string> list;
         for (const QByteArray &argument : arguments)
             list.push_back(argument.toStdString());
-        const Outcome outcome = run(list);
+        const CommandRun outcome = runCommand(list);
         QCOMPARE(outcome.status, 2);
         QCOMPARE(outcome.out, QString());
         QTEST(QString(outcome.err).remove(u'\n'), "complaint");
@@ -89,7 +58,7 @@ private Q_SLOTS:
         QCOMPARE(runOn("literal", {"delete", "--yes", "[a,b]"}).status, 0);
         QVERIFY(
             runOn("literal", {"people"}).out.startsWith(u("{\"uid\":\"a\"}\n{\"uid\":\"b\"}\n{\"uid\":\"x,y\"}\n")));
-        const Outcome history = runOn("literal", {"history", "restore", "[1,2]"});
+        const CommandRun history = runOn("literal", {"history", "restore", "[1,2]"});
         QCOMPARE(history.err, u("[1,2]: the history holds no such change\n"));
         const std::string folder = m_folder.path().toStdString();
         QCOMPARE(runOn("literal", {"export", "--select", "x,y", "--format", "csv", folder}).err, QString());
@@ -109,20 +78,20 @@ private Q_SLOTS:
             ::rmdir("\xff");
             QDir::setCurrent(before);
         });
-        QCOMPARE(run({"--address-book", ":new/:book", "import", "-"}, "{\"uid\":\"a\"}").err, QString());
+        QCOMPARE(runCommand({"--address-book", ":new/:book", "import", "-"}, "{\"uid\":\"a\"}").err, QString());
         QVERIFY(QFile::exists(path(":new/:book")));
-        QCOMPARE(run({"--address-book", ":new/:book", "backup", ":copy"}).out, u(":copy: 1 contacts\n"));
+        QCOMPARE(runCommand({"--address-book", ":new/:book", "backup", ":copy"}).out, u(":copy: 1 contacts\n"));
 
         // What such names would turn into, if they were taken.
         const QString other = path("\uFFFD");
         QVERIFY(QFile::copy(path(":copy"), other));
         QVERIFY(::mkdir("\xff", 0700) == 0 && ::symlink("\xff", "link") == 0);
-        QCOMPARE(run({"--address-book", ":copy", "import", "-"}, "{\"uid\":\"b\"}").status, 0);
-        QCOMPARE(run({"--address-book", ":copy", "backup", "--replace", "\xff"}).status, 2);
-        QCOMPARE(run({"--address-book", "\xff", "delete", "--yes", "a"}).status, 2);
-        QCOMPARE(run({"--address-book", "link/book", "import", "-"}, "{\"uid\":\"b\"}").status, 1);
+        QCOMPARE(runCommand({"--address-book", ":copy", "import", "-"}, "{\"uid\":\"b\"}").status, 0);
+        QCOMPARE(runCommand({"--address-book", ":copy", "backup", "--replace", "\xff"}).status, 2);
+        QCOMPARE(runCommand({"--address-book", "\xff", "delete", "--yes", "a"}).status, 2);
+        QCOMPARE(runCommand({"--address-book", "link/book", "import", "-"}, "{\"uid\":\"b\"}").status, 1);
         QVERIFY(QDir::setCurrent(path("link")));
-        QCOMPARE(run({"--address-book", "book", "import", "-"}, "{\"uid\":\"b\"}").status, 1);
+        QCOMPARE(runCommand({"--address-book", "book", "import", "-"}, "{\"uid\":\"b\"}").status, 1);
         QCOMPARE(runOn("\uFFFD", {"people"}).out, u("{\"uid\":\"a\"}\n"));
         QVERIFY(!QFile::exists(other + u("/book")));
     }
@@ -131,17 +100,17 @@ private Q_SLOTS:
     {
         for (const std::vector<std::string> &arguments :
             {std::vector<std::string>{"--help"}, {"--version"}, {"scan", "--help"}, {"import", "--help"}}) {
-            const Outcome outcome = run(arguments);
+            const CommandRun outcome = runCommand(arguments);
             QCOMPARE(outcome.status, 0);
             QVERIFY(!outcome.out.isEmpty() && outcome.err.isEmpty());
         }
-        QVERIFY(run({"scan", "--help"}).out.contains(u("Emails duplicated among multiple contacts")));
+        QVERIFY(runCommand({"scan", "--help"}).out.contains(u("Emails duplicated among multiple contacts")));
     }
 
     void importReportsWhatItSkipsAndImportsTheRest()
     {
         const std::string file = "{\"uid\":\"a\",\"firstName\":\"Ann\"}\n{oops}\n{\"uid\":\"b\",\"email\":[]}\n";
-        Outcome outcome = runOn("skips", {"import", "-"}, file);
+        CommandRun outcome = runOn("skips", {"import", "-"}, file);
         QCOMPARE(outcome.status, 1);
         QVERIFY2(outcome.err.startsWith(u("-:2: not valid JSON")), qPrintable(outcome.err));
         QCOMPARE(outcome.err.count(u'\n'), 1);
@@ -160,7 +129,7 @@ private Q_SLOTS:
 
     void groupsAreReportedButNoFailure()
     {
-        const Outcome outcome = runOn("groups", {"import", "-"},
+        const CommandRun outcome = runOn("groups", {"import", "-"},
             "BEGIN:VCARD\nVERSION:3.0\nN:Friends;;;;\nFN:Friends\nX-ADDRESSBOOKSERVER-KIND:group\nEND:VCARD\n"
             "BEGIN:VCARD\nVERSION:3.0\nUID:a\nN:Lee;Ann;;;\nFN:Ann Lee\nEND:VCARD\n");
         QCOMPARE(outcome.status, 0);
@@ -171,7 +140,7 @@ private Q_SLOTS:
     void peopleArePrintedInTheOrderOfTheAddressBook()
     {
         runOn("people", {"import", "-"}, "{\"uid\":\"b\"}\n{\"uid\":\"a\",\"lastName\":\"Lee\"}\n{\"uid\":\"c\"}\n");
-        Outcome outcome = runOn("people", {"people", "c", "x", "b", "c"});
+        CommandRun outcome = runOn("people", {"people", "c", "x", "b", "c"});
         QCOMPARE(outcome.status, 1);
         QCOMPARE(outcome.out, u("{\"uid\":\"b\"}\n{\"uid\":\"c\"}\n"));
         QCOMPARE(outcome.err, u("x: no contact has this uid\n"));
@@ -194,7 +163,7 @@ private Q_SLOTS:
         QCOMPARE(runOn("scan", {"scan", "--json"}).out,
             u("{\"SingleName\":[\"a\"],\"UnusualSuffix\":[\"a\"],\"ShareEmail\":[{\"SearchedPerson\":\"a\","
               "\"MatchPersonsArray\":[\"b\"],\"DuplicateEmailType\":null}]}\n"));
-        Outcome outcome = runOn("scan",
+        CommandRun outcome = runOn("scan",
             {"scan", "--json", "--exit-code", "--condition", "Unusual suffix", "--condition", "Incomplete name"});
         QCOMPARE(outcome.out, u("{\"UnusualSuffix\":[\"a\"],\"SingleName\":[\"a\"]}\n"));
         QCOMPARE(outcome.status, 1);
@@ -207,8 +176,8 @@ private Q_SLOTS:
     void diagnosticsAreShownWhenAskedFor()
     {
         runOn("verbose", {"import", "-"}, "{\"uid\":\"a\",\"phone\":[{\"value\":\"x\"}],\"note\":\"  \"}\n");
-        const Outcome quiet = runOn("verbose", {"scan"});
-        const Outcome verbose = runOn("verbose", {"--verbose", "scan"});
+        const CommandRun quiet = runOn("verbose", {"scan"});
+        const CommandRun verbose = runOn("verbose", {"--verbose", "scan"});
         QCOMPARE(quiet.err, QString());
         QCOMPARE(verbose.out, quiet.out);
         QVERIFY(verbose.err.contains(u("peoplenook.scan: 电话号码非法\n")));
@@ -218,31 +187,23 @@ private Q_SLOTS:
 
     void theSampleHasItsFindings()
     {
-        const Outcome import = runOn("sample", {"import", "data/sample/people.vcf"});
+        const CommandRun import = runOn("sample", {"import", "data/sample/people.vcf"});
         QCOMPARE(import.err, QString());
         QCOMPARE(import.out, u("Imported 222 contacts.\n"));
-        QString tree = runOn("sample", {"scan"}).out;
+        const QString tree = runOn("sample", {"scan"}).out;
         const QString golden = u("tests/data/sample-scan.txt");
-        if (qEnvironmentVariableIsSet("UPDATE_GOLDEN")) {
-            QFile file(golden);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(tree.toUtf8());
-        }
-        QFile file(golden);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(tree, QString::fromUtf8(file.readAll()));
+        if (qEnvironmentVariableIsSet("UPDATE_GOLDEN"))
+            put(golden, tree.toUtf8());
+        QCOMPARE(tree, QString::fromUtf8(contentOf(golden)));
     }
 
     void addressBooksThatCannotBeOpenedAreRefused()
     {
-        QFile file(path("notes.txt"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("my notes");
-        file.close();
-        const Outcome outcome = runOn("notes.txt", {"scan"});
+        put(path("notes.txt"), "my notes");
+        const CommandRun outcome = runOn("notes.txt", {"scan"});
         QCOMPARE(outcome.status, 1);
         QCOMPARE(outcome.err, path("notes.txt") + u(": is no address book of this program\n"));
-        QCOMPARE(run({"--address-book", "eds:", "people"}).status, 1);
+        QCOMPARE(runCommand({"--address-book", "eds:", "people"}).status, 1);
     }
 };
 

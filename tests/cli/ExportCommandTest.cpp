@@ -1,63 +1,32 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/CommandLine.h"
+#include "support/CommandRun.h"
+#include "support/Files.h"
 
-#include <QDir>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <sstream>
 
 #include <sys/resource.h>
 
 /// `export` of the command line: run in process, and as a process of its own where the disk shall fail.
-class ExportCommandTest : public QObject
+class ExportCommandTest : public QObject, private CommandFolder
 {
     Q_OBJECT
 
 private:
-    struct Outcome
-    {
-        int status;
-        QString out;
-        QString err;
-    };
-
-    QTemporaryDir m_folder;
-
-    static QString u(const char *text) { return QString::fromUtf8(text); }
-
     QString freshFolder() const
     {
         QString path = m_folder.filePath(u(QTest::currentTestFunction()) + u(QTest::currentDataTag()));
         QDir().mkpath(path);
         return path;
     }
-    QString bookPath() const { return m_folder.filePath(u("book.sqlite")); }
 
-    Outcome run(const QStringList &words, const std::string &input = {}) const
+    CommandRun run(const QStringList &words, const std::string &input = {}) const
     {
-        std::vector<std::string> arguments{"--address-book", bookPath().toStdString()};
+        std::vector<std::string> arguments;
         for (const QString &word : words)
             arguments.push_back(word.toStdString());
-        std::istringstream in(input);
-        std::ostringstream out;
-        std::ostringstream err;
-        Console console{in, out, err};
-        const ExitStatus status = runCommandLine(arguments, console);
-        return {int(status), QString::fromStdString(out.str()), QString::fromStdString(err.str())};
-    }
-
-    static QByteArray contentOf(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    static QStringList namesIn(const QString &folder)
-    {
-        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return runOn("book.sqlite", arguments, input);
     }
 
 private Q_SLOTS:
@@ -83,7 +52,7 @@ private Q_SLOTS:
     void printsThePathsOfTheFiles()
     {
         const QString folder = freshFolder();
-        Outcome outcome = run({u("export"), u("--format"), u("csv"), u("--select"), u("a,c"), u("--select"), u("b"),
+        CommandRun outcome = run({u("export"), u("--format"), u("csv"), u("--select"), u("a,c"), u("--select"), u("b"),
             u("--scope"), u("table"), u("--columns"), u("Last Name,First Name"), folder});
         QCOMPARE(outcome.err, QString());
         QCOMPARE(outcome.status, 0);
@@ -101,7 +70,7 @@ private Q_SLOTS:
     void refusals()
     {
         const QString folder = freshFolder();
-        Outcome outcome = run({u("export"), u("--format"), u("csv"), u("--columns"), u("Note,Shoe Size"), folder});
+        CommandRun outcome = run({u("export"), u("--format"), u("csv"), u("--columns"), u("Note,Shoe Size"), folder});
         QCOMPARE(outcome.status, 2);
         QCOMPARE(outcome.err, u("--columns: Shoe Size: the contact table has no such column\n"));
         QCOMPARE(run({u("export"), u("--format"), u("gif"), folder}).status, 2);
@@ -123,7 +92,7 @@ private Q_SLOTS:
     void lossIsTold()
     {
         const QString folder = freshFolder();
-        const Outcome outcome = run({u("export"), u("--format"), u("excel"), u("--select"), u("a,big"), folder});
+        const CommandRun outcome = run({u("export"), u("--format"), u("excel"), u("--select"), u("a,big"), folder});
         QCOMPARE(outcome.status, 1);
         const QString path = folder + u("/Multi-Contacts.xlsx");
         QCOMPARE(outcome.out, path + u'\n');
@@ -142,15 +111,13 @@ private Q_SLOTS:
     {
         QFETCH(QString, format);
         const QString folder = freshFolder();
-        QFile precious(folder + u("/precious"));
-        QVERIFY(precious.open(QIODevice::WriteOnly) && precious.write("mine") == 4);
-        precious.close();
+        put(folder + u("/precious"), "mine");
         for (const char *target : {"/precious", "/nothing"}) {
-            const Outcome first = run({u("export"), u("--format"), format, u("--select"), u("a"), folder});
+            const CommandRun first = run({u("export"), u("--format"), format, u("--select"), u("a"), folder});
             QCOMPARE(first.status, 0);
             const QString path = first.out.trimmed();
             QVERIFY(QFile::remove(path) && QFile::link(folder + u(target), path));
-            const Outcome outcome = run({u("export"), u("--format"), format, u("--select"), u("a"), folder});
+            const CommandRun outcome = run({u("export"), u("--format"), format, u("--select"), u("a"), folder});
             QCOMPARE(outcome.status, 0);
             QVERIFY(!QFileInfo(outcome.out.trimmed()).isSymLink());
             QVERIFY(QFile::remove(outcome.out.trimmed()));
@@ -179,7 +146,7 @@ private Q_SLOTS:
             const rlimit most{rlim_t(limit), rlim_t(limit)};
             setrlimit(RLIMIT_FSIZE, &most);
         });
-        QStringList words{u("--address-book"), bookPath(), u("export"), u("--format"), format, folder};
+        QStringList words{u("--address-book"), path("book.sqlite"), u("export"), u("--format"), format, folder};
         if (format == u"vcard")
             words += {u("--select"), u("big")};
         program.start(QCoreApplication::applicationDirPath() + u("/../bin/peoplenook-cli"), words);

@@ -1,44 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/CommandLine.h"
+#include "support/CommandRun.h"
 
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <sstream>
-
 /// Repairs and previews from the command line, run in process on buffers.
-class FixCommandTest : public QObject
+class FixCommandTest : public QObject, private CommandFolder
 {
     Q_OBJECT
 
 private:
-    struct Outcome
-    {
-        int status;
-        QString out;
-        QString err;
-    };
-
-    QTemporaryDir m_folder;
-    QString m_book;
+    QByteArray m_book;
     int m_books = 0;
 
-    static QString u(const char *text) { return QString::fromUtf8(text); }
-
-    Outcome run(std::vector<std::string> arguments, const std::string &input = {}, bool terminal = false) const
+    CommandRun run(
+        const std::vector<std::string> &arguments, const std::string &input = {}, bool terminal = false) const
     {
-        arguments.insert(arguments.begin(), {"--address-book", m_book.toStdString()});
-        std::istringstream in(input);
-        std::ostringstream out;
-        std::ostringstream err;
-        Console console{in, out, err, terminal, terminal};
-        const ExitStatus status = runCommandLine(arguments, console);
-        return {int(status), QString::fromStdString(out.str()), QString::fromStdString(err.str())};
+        return runOn(m_book, arguments, input, terminal);
     }
 
-    Outcome fix(const char *group, const char *option, std::vector<std::string> rest, const std::string &input = {},
+    CommandRun fix(const char *group, const char *option, std::vector<std::string> rest, const std::string &input = {},
         bool terminal = false) const
     {
         rest.insert(rest.begin(), {"fix", "--group", group, "--option", option});
@@ -47,7 +29,7 @@ private:
 
     void import(const std::string &people)
     {
-        m_book = m_folder.filePath(QString::number(++m_books));
+        m_book.setNum(++m_books);
         QCOMPARE(run({"import", "-"}, people).status, 0);
     }
 
@@ -55,7 +37,7 @@ private Q_SLOTS:
     void wrongUsageNamesWhatThereIs()
     {
         import("{\"uid\":\"a\",\"suffix\":\"x\"}\n");
-        Outcome outcome = fix("Unusual suffix", "Remove the suffix", {"a"});
+        CommandRun outcome = fix("Unusual suffix", "Remove the suffix", {"a"});
         QCOMPARE(outcome.status, 2);
         QVERIFY(
             outcome.err.startsWith(u("--group: there is no group \"Unusual suffix\"; there are \"Unusual Suffix\"")));
@@ -73,7 +55,7 @@ private Q_SLOTS:
     void fixesThePeopleNamed()
     {
         import("{\"uid\":\"a\",\"suffix\":\"x\"}\n{\"uid\":\"b\",\"suffix\":\"y\"}\n{\"uid\":\"c\"}\n");
-        const Outcome outcome = fix("Unusual Suffix", "Remove the suffix", {"b", "c", "d", "b"});
+        const CommandRun outcome = fix("Unusual Suffix", "Remove the suffix", {"b", "c", "d", "b"});
         QCOMPARE(outcome.status, 1);
         QCOMPARE(outcome.out, u("b  (null) (null)  suffix: \"y\" -> nothing\n"));
         QCOMPARE(outcome.err, u("c: is not among the findings of \"Unusual Suffix\"\nd: no contact has this uid\n"));
@@ -85,7 +67,7 @@ private Q_SLOTS:
         // The first shares an address with the second and another with the third: two findings of one person.
         import("{\"uid\":\"a\",\"email\":[{\"value\":\"x\"},{\"value\":\"y\"}]}\n"
                "{\"uid\":\"b\",\"email\":[{\"value\":\"x\"}]}\n{\"uid\":\"c\",\"email\":[{\"value\":\"y\"}]}\n");
-        Outcome outcome = fix("Share Email address", "Delete the duplicate contact(s)", {"--all"});
+        CommandRun outcome = fix("Share Email address", "Delete the duplicate contact(s)", {"--all"});
         QCOMPARE(outcome.status, 0);
         QCOMPARE(outcome.out, u("a  (null) (null)  deleted b\na  (null) (null)  deleted c\n"));
         QCOMPARE(run({"people"}).out.count(u'\n'), 1);
@@ -108,7 +90,7 @@ private Q_SLOTS:
     void deletionNeedsAnAnswer()
     {
         import("{\"uid\":\"a\"}\n");
-        Outcome outcome = fix("Blank Name", "Delete this contact", {"a"});
+        CommandRun outcome = fix("Blank Name", "Delete this contact", {"a"});
         QCOMPARE(outcome.status, 1);
         QVERIFY(outcome.out.isEmpty() && outcome.err.contains(u("--yes")));
         outcome = fix("Blank Name", "Delete this contact", {"a"}, "cancel\n", true);
@@ -124,7 +106,7 @@ private Q_SLOTS:
     {
         import("{\"uid\":\"a\",\"firstName\":\"A\",\"lastName\":\"L\"}\n{\"uid\":\"b\",\"firstName\":\"A\","
                "\"lastName\":\"L\"}\n");
-        const Outcome outcome = fix("Duplicate contacts", "Merge contacts", {"--all"});
+        const CommandRun outcome = fix("Duplicate contacts", "Merge contacts", {"--all"});
         QVERIFY(outcome.out.startsWith(u("a  A L  merged a b into ")));
         const QString people = run({"people"}).out;
         QVERIFY(people.contains(outcome.out.trimmed().section(u' ', -1)) && people.count(u'\n') == 1);
@@ -135,10 +117,10 @@ private Q_SLOTS:
         import("{\"uid\":\"a\",\"suffix\":\"x\"}\n{\"uid\":\"b\",\"suffix\":\"y\"}\n");
         QCOMPARE(run({"edit", "b", "Note", "n"}).status, 0);
         // The file can be read but takes no further change.
-        QCOMPARE(QProcess::execute(
-                     u("sqlite3"), {m_book, u("CREATE UNIQUE INDEX one ON history(action) WHERE action = 'changed'")}),
+        QCOMPARE(QProcess::execute(u("sqlite3"),
+                     {path(m_book), u("CREATE UNIQUE INDEX one ON history(action) WHERE action = 'changed'")}),
             0);
-        const Outcome outcome = fix("Unusual Suffix", "Remove the suffix", {"--all"});
+        const CommandRun outcome = fix("Unusual Suffix", "Remove the suffix", {"--all"});
         QCOMPARE(outcome.status, 1);
         QCOMPARE(outcome.out, QString());
         QVERIFY2(outcome.err.startsWith(u("a: not saved: ")) && outcome.err.count(u'\n') == 1, qPrintable(outcome.err));

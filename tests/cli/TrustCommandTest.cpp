@@ -1,18 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/CommandLine.h"
-#include "contacts/book/ABAddressBook.h"
+#include "support/CommandRun.h"
+#include "support/Files.h"
 #include "support/SqlQuestion.h"
 
-#include <QDir>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
-#include <sstream>
 #include <sys/resource.h>
 
 /// Writes beyond a size fail while it lives, as on a full disk.
@@ -35,38 +31,14 @@ private:
 };
 
 /// The commands that take changes back: history, backup, restore.
-class TrustCommandTest : public QObject
+class TrustCommandTest : public QObject, private CommandFolder
 {
     Q_OBJECT
 
 private:
-    struct Outcome
-    {
-        int status;
-        QString out;
-        QString err;
-    };
-
-    QTemporaryDir m_folder;
     const std::string m_people = "{\"uid\":\"a\",\"firstName\":\"Ann\",\"lastName\":\"Lee\",\"suffix\":\"Jr.\"}\n"
                                  "{\"uid\":\"b\",\"firstName\":\"Ann\",\"lastName\":\"Lee\",\"note\":\"n\"}\n"
                                  "{\"uid\":\"c\",\"firstName\":\"Bo\",\"lastName\":\"Li\"}\n";
-
-    static QString u(const char *text) { return QString::fromUtf8(text); }
-    QString path(const char *name) const { return m_folder.filePath(u(name)); }
-    std::string file(const char *name) const { return path(name).toStdString(); }
-
-    Outcome runOn(const char *book, std::vector<std::string> arguments, const std::string &input = {}) const
-    {
-        arguments.insert(arguments.begin(), {"--address-book", file(book)});
-        std::istringstream in(input);
-        std::ostringstream out;
-        std::ostringstream err;
-        Console console{in, out, err};
-        const ExitStatus status = runCommandLine(arguments, console);
-        ABAddressBook::setSharedAddressBook(nullptr); // as the end of the program does: the file is closed
-        return {int(status), QString::fromStdString(out.str()), QString::fromStdString(err.str())};
-    }
 
     /// The id of a line of the history, the newest is 0.
     std::string idOf(const char *book, int line) const
@@ -79,12 +51,6 @@ private:
         QStringList lines = runOn(book, {"people"}).out.trimmed().split(u'\n');
         lines.sort();
         return lines;
-    }
-
-    static QByteArray read(const QString &name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     static void damage(const QString &name, qint64 from, const QByteArray &bytes)
@@ -134,13 +100,13 @@ private Q_SLOTS:
         runOn("show", {"import", "-"}, m_people);
         runOn("show", {"edit", "c", "Note", "two\nlines"});
         const std::string id = idOf("show", 0);
-        const Outcome shown = runOn("show", {"history", "show", id});
+        const CommandRun shown = runOn("show", {"history", "show", id});
         QCOMPARE(shown.out.section(u'\n', 1), u("changed  c  Bo Li\n    note: nothing -> \"two lines\"\n"));
         const auto json =
             QJsonDocument::fromJson(runOn("show", {"history", "show", id, "--json"}).out.toUtf8()).object();
         QCOMPARE(json[u"after"][u"note"].toString(), u("two\nlines"));
         QVERIFY(json[u"before"].isObject() && json[u"before"][u"note"].isUndefined());
-        const Outcome unknown = runOn("show", {"history", "show", "x"});
+        const CommandRun unknown = runOn("show", {"history", "show", "x"});
         QCOMPARE(unknown.status, 1);
         QCOMPARE(unknown.err, u("x: the history holds no such change\n"));
     }
@@ -151,7 +117,7 @@ private Q_SLOTS:
         const QStringList before = peopleIn("undo");
         runOn("undo", {"fix", "--group", "Duplicate contacts", "--option", "Merge contacts", "a"});
         QCOMPARE(peopleIn("undo").size(), 2);
-        const Outcome restored = runOn("undo", {"history", "restore", idOf("undo", 0)});
+        const CommandRun restored = runOn("undo", {"history", "restore", idOf("undo", 0)});
         QCOMPARE(restored.status, 0);
         QCOMPARE(restored.out, u("Restored: 2 added, 1 removed.\n"));
         QCOMPARE(peopleIn("undo"), before);
@@ -159,7 +125,7 @@ private Q_SLOTS:
         runOn("undo", {"edit", "c", "First Name", "Bob"});
         const std::string edit = idOf("undo", 0);
         runOn("undo", {"edit", "c", "First Name", "Rob"});
-        const Outcome refused = runOn("undo", {"history", "restore", edit});
+        const CommandRun refused = runOn("undo", {"history", "restore", edit});
         QCOMPARE(refused.status, 1);
         QCOMPARE(refused.err, u("c (Rob Li): was changed since; nothing was restored\n"));
         QCOMPARE(runOn("undo", {"history", "restore", edit, idOf("undo", 0)}).status, 0);
@@ -169,21 +135,21 @@ private Q_SLOTS:
     void aBackupHoldsEverythingAndRestores()
     {
         runOn("kept", {"import", "-"}, m_people);
-        const Outcome made = runOn("kept", {"backup", file("backup.sqlite")});
+        const CommandRun made = runOn("kept", {"backup", file("backup.sqlite")});
         QCOMPARE(made.out, path("backup.sqlite") + u(": 3 contacts\n"));
         QCOMPARE(QFile::permissions(path("backup.sqlite")) & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther),
             QFile::Permissions());
         QCOMPARE(runOn("backup.sqlite", {"history"}).out, runOn("kept", {"history"}).out);
-        const QByteArray content = read(path("backup.sqlite"));
+        const QByteArray content = contentOf(path("backup.sqlite"));
         const QStringList before = peopleIn("kept");
         runOn("kept", {"delete", "a", "--yes"});
         runOn("kept", {"edit", "c", "Note", "changed"});
         runOn("kept", {"import", "-"}, "{\"uid\":\"d\"}");
 
-        Outcome again = runOn("kept", {"backup", file("backup.sqlite")});
+        CommandRun again = runOn("kept", {"backup", file("backup.sqlite")});
         QCOMPARE(again.status, 1);
         QCOMPARE(again.err, path("backup.sqlite") + u(": there is a file of this name already\n"));
-        QCOMPARE(read(path("backup.sqlite")), content);
+        QCOMPARE(contentOf(path("backup.sqlite")), content);
         QCOMPARE(runOn("kept", {"backup", "--replace", file("kept")}).status, 1); // itself
         QCOMPARE(runOn("kept", {"restore", "--dry-run", file("backup.sqlite")}).out,
             u("Would restore: 1 added, 1 changed, 1 removed.\n"));
@@ -191,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(
             runOn("kept", {"restore", file("backup.sqlite")}).out, u("Restored: 1 added, 1 changed, 1 removed.\n"));
         QCOMPARE(peopleIn("kept"), before);
-        QCOMPARE(read(path("backup.sqlite")), content);
+        QCOMPARE(contentOf(path("backup.sqlite")), content);
         QVERIFY(runOn("kept", {"history"}).out.contains(u("  restore: backup.sqlite\n")));
         QCOMPARE(runOn("kept", {"history", "restore", idOf("kept", 0)}).status, 0);
         QVERIFY(peopleIn("kept").contains(u("{\"uid\":\"d\"}")));
@@ -202,14 +168,11 @@ private Q_SLOTS:
 
     void aBackupThatCannotBeWrittenLeavesNothing()
     {
-        std::string people;
-        for (int i = 0; i < 2000; ++i)
-            people += "{\"uid\":\"u" + std::to_string(i) + "\",\"note\":\"" + std::string(100, 'x') + "\"}\n";
-        runOn("large", {"import", "-"}, people);
+        makeLargeBook("large");
         QVERIFY(QDir().mkpath(path("full")));
         const std::string target = path("full/backup.sqlite").toStdString();
         const LimitedFileSize limit(65'536);
-        const Outcome refused = runOn("large", {"backup", target});
+        const CommandRun refused = runOn("large", {"backup", target});
         QCOMPARE(refused.status, 1);
         QVERIFY2(refused.err.startsWith(QString::fromStdString(target)), qPrintable(refused.err));
         QCOMPARE(refused.err.count(u'\n'), 1);
@@ -218,10 +181,7 @@ private Q_SLOTS:
 
     void aRestoreThatCannotBeWrittenChangesNothing()
     {
-        std::string people;
-        for (int i = 0; i < 2000; ++i)
-            people += "{\"uid\":\"u" + std::to_string(i) + "\",\"note\":\"" + std::string(100, 'x') + "\"}\n";
-        runOn("many", {"import", "-"}, people);
+        makeLargeBook("many");
         runOn("few", {"import", "-"}, m_people);
         QCOMPARE(runOn("many", {"edit", "u1", "Note", "n"}).status, 0); // the backup of the day is made
         const QStringList before = peopleIn("many");
@@ -229,7 +189,7 @@ private Q_SLOTS:
         {
             // Room for the private copy that is read, not for what it would make of the address book.
             const LimitedFileSize limit(QFileInfo(path("few")).size() + 4096);
-            const Outcome refused = runOn("many", {"restore", file("few")});
+            const CommandRun refused = runOn("many", {"restore", file("few")});
             QCOMPARE(refused.status, 1);
             QVERIFY2(refused.err.startsWith(path("many") + u(": ")), qPrintable(refused.err));
             QCOMPARE(refused.err.count(u'\n'), 1);
@@ -238,29 +198,18 @@ private Q_SLOTS:
         QCOMPARE(runOn("many", {"history"}).out, history);
     }
 
-    void otherFilesAreNoBackups_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("missing") << QByteArray() << u(": cannot be read: No such file or directory\n");
-        QTest::newRow("text") << QByteArray("hello") << u(": is no address book of this program\n");
-    }
     void otherFilesAreNoBackups()
     {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, reason);
-        const QString other = path(QTest::currentDataTag());
-        QFile fileOfTest(other);
-        if (!content.isEmpty())
-            QVERIFY(fileOfTest.open(QIODevice::WriteOnly) && fileOfTest.write(content) > 0);
-        fileOfTest.close();
         runOn("other", {"import", "-"}, m_people);
         const QString history = runOn("other", {"history"}).out;
-        const Outcome refused = runOn("other", {"restore", other.toStdString()});
+        put(path("text"), "hello");
+        QCOMPARE(
+            runOn("other", {"restore", file("text")}).err, path("text") + u(": is no address book of this program\n"));
+        const CommandRun refused = runOn("other", {"restore", file("missing")});
+        QCOMPARE(refused.err, path("missing") + u(": cannot be read: No such file or directory\n"));
         QCOMPARE(refused.status, 1);
-        QCOMPARE(refused.err, other + reason);
         QCOMPARE(runOn("other", {"history"}).out, history);
-        QCOMPARE(QFile::exists(other), !content.isEmpty());
+        QVERIFY(!QFile::exists(path("missing")));
     }
 
     void theFirstChangeOfADayIsPrecededByABackup()
@@ -305,25 +254,25 @@ private Q_SLOTS:
         const qint64 middle = QFileInfo(path("hurt.sqlite")).size() / 2 / 4096 * 4096;
         damage(path("hurt.sqlite"), middle, QByteArray(32'768, '\x55'));
         damage(path("hurt.sqlite"), 20 * 4096LL, QByteArray(4096, '\x55'));
-        const QByteArray damaged = read(path("hurt.sqlite"));
+        const QByteArray damaged = contentOf(path("hurt.sqlite"));
 
-        const Outcome refused = runOn("hurt.sqlite", {"people"});
+        const CommandRun refused = runOn("hurt.sqlite", {"people"});
         QCOMPARE(refused.status, 1);
         QVERIFY2(refused.err.contains(u("the address book is damaged")), qPrintable(refused.err));
         QVERIFY2(refused.err.contains(u("; its newest backup is ") + m_folder.path()), qPrintable(refused.err));
         QVERIFY(refused.err.endsWith(u("; restore --salvage NEWFILE puts what can still be read into a new file\n")));
         QCOMPARE(refused.err.count(u'\n'), 1);
 
-        const Outcome salvaged = runOn("hurt.sqlite", {"restore", "--salvage", file("saved.sqlite")});
+        const CommandRun salvaged = runOn("hurt.sqlite", {"restore", "--salvage", file("saved.sqlite")});
         QVERIFY2(salvaged.status == 0, qPrintable(salvaged.err));
         const qsizetype count = peopleIn("saved.sqlite").size();
         QVERIFY2(
             salvaged.out.startsWith(path("saved.sqlite") + u(": %1 contacts, ").arg(count)), qPrintable(salvaged.out));
         QVERIFY2(count > 2000 && count <= 3000, qPrintable(salvaged.out));
-        QCOMPARE(read(path("hurt.sqlite")), damaged);
-        const QByteArray saved = read(path("saved.sqlite"));
+        QCOMPARE(contentOf(path("hurt.sqlite")), damaged);
+        const QByteArray saved = contentOf(path("saved.sqlite"));
         QCOMPARE(runOn("hurt.sqlite", {"restore", "--salvage", file("saved.sqlite")}).status, 1); // it is there
-        QCOMPARE(read(path("saved.sqlite")), saved);
+        QCOMPARE(contentOf(path("saved.sqlite")), saved);
     }
 
     /// Damage that only a look at the whole file finds: a page that has fewer people than the index of uids.
@@ -334,22 +283,22 @@ private Q_SLOTS:
             "SELECT pageno FROM dbstat WHERE name = 'contact' AND pagetype = 'leaf' LIMIT 1 OFFSET 3")
                                  .value(0);
         damage(path("quiet.sqlite"), (leaf.toLongLong() - 1) * 4096 + 3, QByteArray("\0\3", 2)); // its number of cells
-        const QByteArray damaged = read(path("quiet.sqlite"));
+        const QByteArray damaged = contentOf(path("quiet.sqlite"));
         const qsizetype left = peopleIn("quiet.sqlite").size();
         QVERIFY(left < 3000);
 
-        const Outcome edited = runOn("quiet.sqlite", {"edit", "u2999", "Note", "n"});
+        const CommandRun edited = runOn("quiet.sqlite", {"edit", "u2999", "Note", "n"});
         QCOMPARE(edited.status, 1);
         QVERIFY2(
             edited.err.contains(path("quiet.sqlite") + u(": the address book is damaged")), qPrintable(edited.err));
         runOn("other.sqlite", {"import", "-"}, m_people);
-        const Outcome restored = runOn("other.sqlite", {"restore", file("quiet.sqlite")});
+        const CommandRun restored = runOn("other.sqlite", {"restore", file("quiet.sqlite")});
         QCOMPARE(restored.status, 1);
         QCOMPARE(peopleIn("other.sqlite").size(), 3);
-        const Outcome salvaged = runOn("quiet.sqlite", {"restore", "--salvage", file("quiet-saved.sqlite")});
+        const CommandRun salvaged = runOn("quiet.sqlite", {"restore", "--salvage", file("quiet-saved.sqlite")});
         QVERIFY2(
             salvaged.out.endsWith(u("at least %1 could not be read\n").arg(3000 - left)), qPrintable(salvaged.out));
-        QCOMPARE(read(path("quiet.sqlite")), damaged);
+        QCOMPARE(contentOf(path("quiet.sqlite")), damaged);
     }
 
     void aDamagedPersonComesBackFromTheNewestBackup()
@@ -358,17 +307,17 @@ private Q_SLOTS:
         runOn("one.sqlite", {"edit", "c", "Note", "n"}); // makes the backup of the day
         QCOMPARE(runOn("one.sqlite", {"verify"}).out, u("3 contacts, none of them damaged.\n"));
         const QStringList before = peopleIn("one.sqlite");
-        const QByteArray content = read(path("one.sqlite"));
+        const QByteArray content = contentOf(path("one.sqlite"));
         damage(path("one.sqlite"), content.indexOf("a{\"firstName\":\"Ann\"") + 15, QByteArray("E"));
 
         QVERIFY2(runOn("one.sqlite", {"people"}).err.startsWith(path("one.sqlite") + u(": a is damaged: ")), "silent");
-        const Outcome edited = runOn("one.sqlite", {"edit", "a", "Note", "n"});
+        const CommandRun edited = runOn("one.sqlite", {"edit", "a", "Note", "n"});
         QCOMPARE(edited.status, 1);
         QVERIFY2(edited.err.contains(u("a: is damaged: it is not as it was saved and cannot be changed")),
             qPrintable(edited.err));
         QCOMPARE(runOn("one.sqlite", {"edit", "b", "Note", "m"}).status, 0);
         QCOMPARE(runOn("one.sqlite", {"backup", file("one-backup")}).status, 1);
-        const Outcome verified = runOn("one.sqlite", {"verify"});
+        const CommandRun verified = runOn("one.sqlite", {"verify"});
         QCOMPARE(verified.status, 1);
         QVERIFY2(verified.out.startsWith(u("a: is damaged: it is not as it was saved; whole in ")),
             qPrintable(verified.out));
@@ -388,7 +337,7 @@ private Q_SLOTS:
         QVERIFY(peopleIn("cut-saved.sqlite").size() > 2000);
 
         QVERIFY(QFile::resize(path("cut.sqlite"), 0));
-        const Outcome emptied = runOn("cut.sqlite", {"people"});
+        const CommandRun emptied = runOn("cut.sqlite", {"people"});
         QCOMPARE(emptied.status, 1);
         QVERIFY2(emptied.err.contains(u("; its newest backup is ")), qPrintable(emptied.err));
         QVERIFY(QFile::link(path("cut.sqlite"), path("link.sqlite")));
@@ -403,7 +352,7 @@ private Q_SLOTS:
             QFile log(path("logged.sqlite") + u(suffix));
             QVERIFY(log.open(QIODevice::WriteOnly));
             runOn("plain.sqlite", {"import", "-"}, m_people);
-            for (const Outcome &refused : {runOn("plain.sqlite", {"backup", "--replace", file("logged.sqlite")}),
+            for (const CommandRun &refused : {runOn("plain.sqlite", {"backup", "--replace", file("logged.sqlite")}),
                      runOn("logged.sqlite", {"people"})}) {
                 QCOMPARE(refused.status, 1);
                 QVERIFY2(refused.err.contains(log.fileName()), qPrintable(refused.err));

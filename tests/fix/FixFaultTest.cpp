@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/cards/RecordJson.h"
 #include "contacts/stores/sqlite/SqliteStore.h"
+#include "fix/FixHandlers.h"
 #include "results/ConditionGroups.h"
 #include "support/Answers.h"
 #include "support/FailingStore.h"
@@ -68,9 +69,9 @@ private:
     {
         const auto people = book.people();
         const bool shares = group.condition == Condition::ShareEmail;
-        const Finding finding{group.condition, people.front(), shares ? people.mid(1) : QList<ABPersonPtr>(), {}};
+        const Finding finding{group.condition, people.front(), shares ? people.mid(1) : QList<ABPersonPtr>()};
         Answers answers(true);
-        return group.handler(finding, option, answers);
+        return handlerFor(group.condition)(finding, option, answers);
     }
 
     /// The repairs that take their finding out of the list although nothing was saved. It is pending then, and the
@@ -128,8 +129,7 @@ private Q_SLOTS:
             const People wanted = peopleIn(*book);
             const bool settled = !book->hasUnsavedChanges();
             const QByteArray where = title + " failing at " + QByteArray::number(failAt);
-            // Whoever is told that it is done finds it in the file; whoever is told an error has it pending, unless
-            // the other program's deed holds.
+            // Without an error it is in the file; with one it is pending, unless the other program's change won.
             if (!outcome.error)
                 QVERIFY2(settled && (disturbed || held == wanted), where);
             else if (outcome.error->kind != ErrorKind::Conflict)
@@ -154,7 +154,7 @@ private Q_SLOTS:
             // The store works again: nothing is lost, and both sides agree.
             Error error;
             if (!book->save(&error)) {
-                QCOMPARE(error.kind, ErrorKind::Conflict); // the other's deed holds, the rest goes through
+                QCOMPARE(error.kind, ErrorKind::Conflict); // the other change won, the rest goes through
                 QVERIFY2(book->save(&error), qPrintable(error.text));
             }
             QVERIFY2(book->refresh(), where);

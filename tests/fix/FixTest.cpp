@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "fix/FixHandlers.h"
 #include "results/ConditionGroups.h"
 #include "support/Answers.h"
 #include "support/FailingStore.h"
-#include "support/LogLines.h"
+#include "support/LogCapture.h"
 #include "support/MemoryStore.h"
 #include "support/TestPeople.h"
 
@@ -28,11 +29,7 @@ private:
     static FixOutcome fix(const Finding &finding, QLatin1StringView option, bool yes = true)
     {
         Answers answers(yes);
-        for (const ConditionGroup &group : conditionGroups()) {
-            if (group.condition == finding.condition)
-                return group.handler(finding, option, answers);
-        }
-        return {};
+        return handlerFor(finding.condition)(finding, option, answers);
     }
 
     /// The saved address book without the braces of its lines, single quotes for double ones.
@@ -127,7 +124,7 @@ private Q_SLOTS:
             "{'uid':'c','firstName':'Ann','lastName':'Lee','suffix':'2'}", "{'uid':'d','lastName':'AnnLee'}",
             "{'uid':'e','firstName':'Ann','lastName':'Lee'}"};
         auto book = sharedBookOf(people);
-        Finding finding{Condition::DuplicateContacts, book->personWithUniqueId(u("c")), {}, {}};
+        Finding finding{Condition::DuplicateContacts, book->personWithUniqueId(u("c"))};
         FixOutcome outcome = fix(finding, kDeleteDuplicateContacts);
         QVERIFY(outcome.removesNode && outcome.sweep == FixOutcome::Sweep::Pruning);
         QCOMPARE(outcome.sweptUids, QStringList({u("c"), u("e")}));
@@ -203,7 +200,7 @@ private Q_SLOTS:
                     if (isSaved)
                         QVERIFY(book->save());
                     Answers answers(true);
-                    group.handler({group.condition, people[0], {people[1]}, {}}, option, answers);
+                    handlerFor(group.condition)({group.condition, people[0], {people[1]}}, option, answers);
                     QVERIFY2(!book->personWithUniqueId(u("a")) && book->people().size() <= 1, option.data());
                 }
             }
@@ -262,7 +259,7 @@ private Q_SLOTS:
         auto store = std::make_unique<FailingStore>(std::make_unique<MemoryStore>(memory), fails ? 2 : 0);
         const auto book = *ABAddressBook::open(std::move(store));
         ABAddressBook::setSharedAddressBook(book);
-        LogLines log;
+        LogCapture log;
         const FixOutcome outcome = fix(findingIn(*book, condition), QLatin1StringView(option.toLatin1()));
         QCOMPARE(log.take(), lines);
         QCOMPARE(outcome.error.has_value(), fails);

@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "results/OutlineViewController.h"
-#include "results/ProblemTexts.h"
 #include "scan/ScanAddressBook.h"
 #include "support/Answers.h"
-#include "support/LogLines.h"
+#include "support/LogCapture.h"
 #include "support/TestPeople.h"
 
 #include <QAbstractItemModelTester>
@@ -133,7 +132,7 @@ private Q_SLOTS:
         s.show();
         s.controller.selectItem(s.controller.child(0, nullptr));
         QCOMPARE(treeOf(s.controller), u("UNUSUAL SUFFIX\n *a\n"));
-        LogLines log;
+        LogCapture log;
         s.controller.selectRow(0); // as the step after a fix may
         QCOMPARE(log.take(), QStringList(u("results: 不要选中根节点")));
         QVERIFY(s.controller.detailPanel().problemText.startsWith(u("\"x\" isn't")));
@@ -157,7 +156,7 @@ private Q_SLOTS:
               "names to get mangled."));
         QCOMPARE(s.controller.detailPanel().optionGroupOrigin, QPoint(16, 75));
         QVERIFY(s.controller.buttonsEnabled() && s.controller.preview().fields.size() > 10);
-        LogLines log;
+        LogCapture log;
         s.controller.selectRow(3);
         QCOMPARE(log.take(),
             QStringList({u("results: 视图控制器View的子视图个数：3"), u("fix: Remove the email from this contact")}));
@@ -180,7 +179,7 @@ private Q_SLOTS:
         s.find(Condition::UnusualSuffix, {u("a")});
         s.find(Condition::UnusualTitle, {u("b")});
         s.show();
-        LogLines log;
+        LogCapture log;
         s.controller.setItemExpanded(s.controller.child(0, nullptr), false);
         QCOMPARE(treeOf(s.controller), u("UNUSUAL SUFFIX\n a\nUNUSUAL TITLE\n *b\n"));
         QCOMPARE(log.take().last(), u("results: 选中的row：2"));
@@ -201,7 +200,7 @@ private Q_SLOTS:
         s.find(Condition::UnusualSuffix, {u("b"), u("a")});
         s.show();
         s.controller.selectRow(6);
-        LogLines log;
+        LogCapture log;
         s.fixWith(kDeleteThisContact);
         QCOMPARE(log.take().count(u("fix: 找到与那个人相同的")), 2);
         QCOMPARE(s.surroundings.questions(),
@@ -266,18 +265,13 @@ private Q_SLOTS:
 
     void nodesAreFreedAndForgotten()
     {
-        std::weak_ptr<PersonItem> node;
-        {
-            Setup s({"{'uid':'a'}"});
-            s.find(Condition::BlankName, {u("a")});
-            s.show();
-            node = s.controller.selectedItem();
-            QVERIFY(s.controller.model().contains(node.lock()));
-            s.controller.setOutlineViewDataSouce({});
-            QCOMPARE(s.controller.findingCount(), 0);
-            QVERIFY(node.expired());
-            LogLines log;
-        }
+        Setup s({"{'uid':'a'}"});
+        s.find(Condition::BlankName, {u("a")});
+        s.show();
+        const std::weak_ptr<PersonItem> node = s.controller.selectedItem();
+        QVERIFY(s.controller.model().contains(node.lock()));
+        s.controller.setOutlineViewDataSouce({});
+        QCOMPARE(s.controller.findingCount(), 0);
         QVERIFY(node.expired());
     }
 };

@@ -37,14 +37,6 @@ QString matchesAsText(const std::vector<EmailMatch> &matches)
     return texts.join(u' ');
 }
 
-QStringList allTitles()
-{
-    QStringList titles;
-    for (const Condition condition : preferredOrder())
-        titles += conditionInfo(condition).title;
-    return titles;
-}
-
 } // namespace
 
 /// The conditions, one by one and together.
@@ -134,14 +126,14 @@ private Q_SLOTS:
         QCOMPARE(keys({u("incomplete name"), u("Blank name "), u("nonsense"), u("Incomplete name"), u("Blank name"),
                      u("Incomplete name")}),
             u("SingleName BlankName"));
-        QCOMPARE(keys(allTitles()), u("SingleName EmptyNotes BlankName"));
+        QCOMPARE(keys(conditionTitles()), u("SingleName EmptyNotes BlankName"));
         QVERIFY(m_delegate.calls.isEmpty());
     }
 
     void anEmptyScanTellsTheUser_data()
     {
         QTest::addColumn<QStringList>("titles");
-        QTest::newRow("nothing found") << allTitles();
+        QTest::newRow("nothing found") << conditionTitles();
         QTest::newRow("nothing chosen") << QStringList();
         QTest::newRow("nothing known") << QStringList(u("x"));
     }
@@ -174,7 +166,7 @@ private Q_SLOTS:
         {
             Job job;
             for (int i = 0; i < 20; ++i) {
-                job.start([&scanner] { scanner.scanEntireAddressBook(allTitles()); });
+                job.start([&scanner] { scanner.scanEntireAddressBook(conditionTitles()); });
                 while (job.isRunning())
                     book->people().first()->setValue(QString::number(i), kABNoteProperty);
             }
@@ -205,7 +197,7 @@ private Q_SLOTS:
             people.push_back(person);
         QCOMPARE(int(people.size()), kCount);
         sharedBookOf(people);
-        const ScanResult result = scan(allTitles());
+        const ScanResult result = scan(conditionTitles());
         for (const auto &[key, expected] : generator.expected().counts) {
             qint64 found = 0;
             for (const auto &[condition, findings] : result) {

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QHash>
 #include <QLoggingCategory>
+#include <QRegularExpression>
 #include <QStringList>
 
 #include <mutex>
@@ -29,17 +29,25 @@ public:
     QStringList of(const QString &category) const
     {
         const std::scoped_lock lock(s_mutex);
-        return s_lines.value(category);
+        QStringList lines = s_lines.filter(QRegularExpression(u'^' + category + QStringLiteral(": ")));
+        return lines.replaceInStrings(QRegularExpression(QStringLiteral("^[^ ]*: ")), QString());
+    }
+    /// All so far, as "category: text" without "peoplenook.".
+    QStringList take()
+    {
+        const std::scoped_lock lock(s_mutex);
+        return std::exchange(s_lines, {})
+            .replaceInStrings(QRegularExpression(QStringLiteral("^peoplenook.")), QString());
     }
 
 private:
     static void take(QtMsgType, const QMessageLogContext &context, const QString &line)
     {
         const std::scoped_lock lock(s_mutex);
-        s_lines[QString::fromLatin1(context.category)] += line;
+        s_lines += QString::fromLatin1(context.category) + QStringLiteral(": ") + line;
     }
 
     static inline std::mutex s_mutex;
-    static inline QHash<QString, QStringList> s_lines;
+    static inline QStringList s_lines;
     QtMessageHandler m_previous;
 };

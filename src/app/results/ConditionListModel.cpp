@@ -4,20 +4,8 @@
 
 #include "scan/Conditions.h"
 
-namespace {
-
-QStringList preferredTitles()
-{
-    QStringList titles;
-    for (const Condition condition : preferredOrder())
-        titles += conditionInfo(condition).title;
-    return titles;
-}
-
-} // namespace
-
 ConditionListModel::ConditionListModel(QObject *parent)
-    : QAbstractListModel(parent), m_titles(preferredTitles()), m_selected(m_titles)
+    : QAbstractListModel(parent), m_titles(conditionTitles()), m_selected(m_titles)
 { }
 
 int ConditionListModel::rowCount(const QModelIndex &parent) const

@@ -9,6 +9,21 @@ const QString &textOrNull(const PersonRecord &record, ABProperty property)
     return text ? *text : null;
 }
 
+QString displayName(const PersonRecord &record)
+{
+    return textOrNull(record, kABFirstNameProperty) % u' ' % textOrNull(record, kABLastNameProperty);
+}
+
+QString presentNames(const PersonRecord &record)
+{
+    QStringList names;
+    for (const ABProperty property : {kABFirstNameProperty, kABLastNameProperty}) {
+        if (const QString *name = record.text(property))
+            names += *name;
+    }
+    return names.join(u' ');
+}
+
 QString readableName(const PersonRecord &record)
 {
     const auto textOf = [&record](ABProperty property) {

@@ -7,6 +7,11 @@
 /// The text of a property as it is written where a text must stand: "(null)" when it is absent.
 const QString &textOrNull(const PersonRecord &record, ABProperty property);
 
+/// First name, a blank, last name; an absent name is written "(null)".
+QString displayName(const PersonRecord &record);
+/// The same without the absent ones; empty where both are.
+QString presentNames(const PersonRecord &record);
+
 /// A name to tell a person by: first and last name, else the organization, else the first e-mail address; may be empty.
 QString readableName(const PersonRecord &record);
 /// @p text with that name behind it in brackets, where there is one.
