@@ -31,7 +31,7 @@ Error noAddressBook()
     return {ErrorKind::Unavailable, HistoryWindow::tr("no address book is open")};
 }
 
-Result<QString> restored(const QStringList &ids)
+Result<QString> restoreCauses(const QStringList &ids)
 {
     const auto book = ABAddressBook::sharedAddressBook();
     if (!book)
@@ -233,7 +233,7 @@ void HistoryWindow::restoreSelected()
     if (ids.isEmpty())
         return;
     setEnabled(false); // what is asked for next is about the history as it is then
-    m_restorer.start([ids] { return restored(ids); }, [this](const Result<QString> &done) { finishRestore(done); });
+    m_restorer.start([ids] { return restoreCauses(ids); }, [this](const Result<QString> &done) { finishRestore(done); });
 }
 
 void HistoryWindow::finishRestore(const Result<QString> &done)

@@ -78,15 +78,15 @@ public:
         : m_book(book), m_onOtherContent(onOtherContent)
     { }
 
-    void add(const ImportedRecord &imported)
+    void add(const ImportedRecord &read)
     {
-        if (!imported.uid.isNull()) {
-            add(imported.record, imported.uid);
+        if (!read.uid.isNull()) {
+            add(read.record, read.uid);
             return;
         }
         // Equal people without a uid are as many people as the file says.
-        const QByteArray hash = contentHash(*imported.record);
-        add(imported.record, uidFor(hash + QByteArray::number(m_timesSeen[hash]++)));
+        const QByteArray hash = contentHash(*read.record);
+        add(read.record, uidFor(hash + QByteArray::number(m_timesSeen[hash]++)));
     }
 
     std::vector<RecordChange> changes;

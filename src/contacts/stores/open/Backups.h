@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/book/ABAddressBook.h"
+#include "contacts/book/RestorePlan.h"
 
 #include <QDate>
 
