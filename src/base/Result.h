@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <utility>
 #include <variant>
@@ -23,6 +23,8 @@ struct Error
 {
     ErrorKind kind = ErrorKind::Io;
     QString text;
+    /// Of the people for whom this is, where only their part of a save was refused.
+    QStringList uids = {};
 
     const QString &description() const { return text; }
     friend bool operator==(const Error &, const Error &) = default;

@@ -42,6 +42,8 @@ bool RepairSteps::removeRecord(const ABPersonPtr &person, Error *error)
 
 bool RepairSteps::save(Error *error)
 {
+    if (m_outcome.error && !m_outcome.error->uids.isEmpty()) // the repair was taken back
+        return note(false, *m_outcome.error, error);
     const auto book = ABAddressBook::sharedAddressBook();
     Error failure = kNoAddressBook;
     const bool done = book && book->save(&failure, m_cause);

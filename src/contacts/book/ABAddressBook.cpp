@@ -13,19 +13,18 @@ struct SharedBook
 {
     std::mutex mutex;
     std::shared_ptr<ABAddressBook> book;
-};
+} s_shared;
 
-SharedBook &sharedBook()
-{
-    static SharedBook shared;
-    return shared;
-}
-
-bool fail(Error *error, ErrorKind kind, const QString &text)
+bool fail(Error *error, const Error &reason)
 {
     if (error)
-        *error = {kind, text};
+        *error = reason;
     return false;
+}
+
+bool refuse(Error *error, ErrorKind kind, const ABPersonPtr &person, const char *reason)
+{
+    return fail(error, {kind, person->uniqueId() % QStringLiteral(": ") % QLatin1StringView(reason)});
 }
 
 /// How often a save takes in what others changed before it gives up; each round means that somebody saved in between.
@@ -39,7 +38,7 @@ ABAddressBook::ABAddressBook(std::unique_ptr<AddressBookStore> store)
 
 ABAddressBook::~ABAddressBook()
 {
-    for (const auto &person : m_people)
+    for (const auto &person : m_people.all())
         person->setPendingChanges(nullptr);
     // People with unsaved changes and the list of them hold each other.
     for (const auto &entry : m_pending->entries()) {
@@ -60,30 +59,25 @@ Result<std::shared_ptr<ABAddressBook>> ABAddressBook::open(std::unique_ptr<Addre
     auto stored = book->m_store->loadAll();
     if (!stored)
         return stored.error();
-    auto snapshot = std::make_shared<std::vector<PersonSnapshot>>();
-    snapshot->reserve(stored->size());
     book->m_people.reserve(stored->size());
     for (auto &[uid, record] : *stored) {
-        auto person = std::make_shared<ABPerson>(std::move(uid), record);
+        auto person = std::make_shared<ABPerson>(std::move(uid), std::move(record));
         person->m_pendingChanges = book->m_pending; // nobody else knows the person yet: no lock
-        person->m_order = ++book->m_lastOrder;
-        book->m_people.push_back(person);
-        snapshot->push_back({std::move(person), std::move(record)});
+        book->m_people.insert(std::move(person));
     }
-    book->m_snapshot = std::move(snapshot);
     return book;
 }
 
 std::shared_ptr<ABAddressBook> ABAddressBook::sharedAddressBook()
 {
-    const std::scoped_lock lock(sharedBook().mutex);
-    return sharedBook().book;
+    const std::scoped_lock lock(s_shared.mutex);
+    return s_shared.book;
 }
 
 void ABAddressBook::setSharedAddressBook(std::shared_ptr<ABAddressBook> book)
 {
-    const std::scoped_lock lock(sharedBook().mutex);
-    sharedBook().book = std::move(book);
+    const std::scoped_lock lock(s_shared.mutex);
+    s_shared.book = std::move(book);
 }
 
 bool ABAddressBook::isSharedReadOnly()
@@ -95,7 +89,7 @@ bool ABAddressBook::isSharedReadOnly()
 QList<ABPersonPtr> ABAddressBook::people() const
 {
     const std::scoped_lock lock(m_mutex);
-    return {m_people.begin(), m_people.end()};
+    return {m_people.all().begin(), m_people.all().end()};
 }
 
 PeopleSnapshot ABAddressBook::snapshot() const
@@ -107,7 +101,7 @@ PeopleSnapshot ABAddressBook::snapshot() const
         const std::scoped_lock lock(m_mutex);
         if (m_snapshot && m_snapshotVersion == version)
             return m_snapshot;
-        everybody = m_people;
+        everybody = m_people.all();
     }
     auto people = std::make_shared<std::vector<PersonSnapshot>>();
     people->reserve(everybody.size());
@@ -124,28 +118,19 @@ PeopleSnapshot ABAddressBook::snapshot() const
 ABPersonPtr ABAddressBook::personWithUniqueId(const QString &uid) const
 {
     const std::scoped_lock lock(m_mutex);
-    const auto &index = uidIndex();
-    const auto found = index.find(uid);
-    return found == index.end() ? nullptr : found->second;
+    return m_people.withUid(uid);
 }
 
 bool ABAddressBook::containsRecord(const ABPersonPtr &person) const
 {
     const std::scoped_lock lock(m_mutex);
-    if (person->pendingChanges() != m_pending)
-        return false;
-    const auto pending = m_pending->entryOf(person);
-    return !(pending && pending->removed);
+    return isHere(person);
 }
 
 QList<ABPersonPtr> ABAddressBook::recordsMatchingSearchElement(const ABSearchElement &element) const
 {
-    QList<ABPersonPtr> matching;
-    const QList<ABPersonPtr> everybody = people();
-    for (const auto &person : everybody) {
-        if (element.matches(*person->record()))
-            matching.push_back(person);
-    }
+    QList<ABPersonPtr> matching = people();
+    matching.removeIf([&element](const ABPersonPtr &person) { return !element.matches(*person->record()); });
     return matching;
 }
 
@@ -154,23 +139,21 @@ bool ABAddressBook::addRecord(const ABPersonPtr &person, Error *error)
     const std::scoped_lock lock(m_mutex);
     const auto owner = person->pendingChanges();
     if (owner && owner != m_pending)
-        return fail(
-            error, ErrorKind::Conflict, person->uniqueId() % QStringLiteral(": belongs to another address book"));
+        return refuse(error, ErrorKind::Conflict, person, "belongs to another address book");
     if (!owner && person->isRemoved())
-        return fail(
-            error, ErrorKind::NotFound, person->uniqueId() % QStringLiteral(": was removed from the address book"));
-    const auto pending = m_pending->entryOf(person);
-    if (owner && !(pending && pending->removed))
+        return refuse(error, ErrorKind::NotFound, person, "was removed from the address book");
+    if (isHere(person))
         return true;
     const auto removed = m_removedPeople.find(person->uniqueId());
     const bool uidIsTaken =
-        removed == m_removedPeople.end() ? uidIndex().contains(person->uniqueId()) : removed->second != person;
+        removed == m_removedPeople.end() ? m_people.withUid(person->uniqueId()) != nullptr : removed->second != person;
     if (uidIsTaken)
-        return fail(error, ErrorKind::Conflict, person->uniqueId() % QStringLiteral(": another contact has this uid"));
+        return refuse(error, ErrorKind::Conflict, person, "another contact has this uid");
     m_removedPeople.erase(person->uniqueId());
-    insert(person);
+    m_pending->touch();
+    m_people.insert(person);
     person->m_isRemoved = false;
-    if (pending) {
+    if (owner) {
         m_pending->noteReturn(person);
     } else {
         m_pending->noteAddition(person);
@@ -182,15 +165,13 @@ bool ABAddressBook::addRecord(const ABPersonPtr &person, Error *error)
 bool ABAddressBook::removeRecord(const ABPersonPtr &person, Error *error)
 {
     const std::scoped_lock lock(m_mutex);
-    if (person->pendingChanges() != m_pending || std::ranges::find(m_people, person) == m_people.end())
-        return fail(error, ErrorKind::NotFound, person->uniqueId() % QStringLiteral(": not in the address book"));
+    if (!isHere(person))
+        return refuse(error, ErrorKind::NotFound, person, "not in the address book");
     m_pending->noteRemoval(person, person->record());
     m_removedPeople.emplace(person->uniqueId(), person);
     person->m_isRemoved = true;
     m_pending->touch();
-    std::erase(m_people, person);
-    if (m_uidIndex)
-        m_uidIndex->erase(person->uniqueId());
+    m_people.remove(person);
     return true;
 }
 
@@ -202,8 +183,6 @@ bool ABAddressBook::hasUnsavedChanges() const
 bool ABAddressBook::save(Error *error, const ChangeCausePtr &cause)
 {
     m_pending->setCause(cause);
-    if (!m_saveRunner)
-        return write(error);
     bool saved = false;
     m_saveRunner([this, &saved, error] { saved = write(error); });
     return saved;
@@ -212,25 +191,29 @@ bool ABAddressBook::save(Error *error, const ChangeCausePtr &cause)
 bool ABAddressBook::write(Error *error)
 {
     const std::scoped_lock lock(m_storeMutex);
-    const auto failForDropped = [this, error] {
-        const QString uid = std::exchange(m_dropped, {}).front();
-        return fail(error, ErrorKind::Conflict,
-            uid % QStringLiteral(": changed or removed by another program meanwhile; left as it is there"));
-    };
-    if (!m_dropped.empty())
-        return failForDropped();
-    Result<void> saved = commitPending();
-    for (int attempt = 1; !saved && saved.error().kind == ErrorKind::Conflict && attempt < kSaveAttempts; ++attempt) {
+    std::optional<Error> refusal; // of what was taken back
+    for (int attempt = 1; m_dropped.empty(); ++attempt) {
+        const auto saved = commitPending();
+        if (saved)
+            return !refusal || fail(error, *refusal);
+        if (!saved.error().uids.isEmpty() && takeBack(saved.error().uids)) {
+            if (!refusal)
+                refusal = Error{saved.error().kind, saved.error().text % QStringLiteral("; the change was taken back"),
+                    saved.error().uids};
+            continue;
+        }
+        if (saved.error().kind != ErrorKind::Conflict || attempt >= kSaveAttempts)
+            return fail(error, saved.error());
         const auto takenIn = takeInOutsideChanges();
         if (!takenIn)
-            return fail(error, takenIn.error().kind, takenIn.error().text);
-        if (!m_dropped.empty())
-            return failForDropped();
-        if (*takenIn == 0)
-            break; // the store does not yet know itself what it clashes with
-        saved = commitPending();
+            return fail(error, takenIn.error());
+        if (*takenIn == 0 && m_dropped.empty()) // the store does not yet know itself what it clashes with
+            return fail(error, saved.error());
     }
-    return saved || fail(error, saved.error().kind, saved.error().text);
+    const QString uid = std::exchange(m_dropped, {}).front();
+    return fail(error,
+        {ErrorKind::Conflict,
+            uid % QStringLiteral(": changed or removed by another program meanwhile; left as it is there")});
 }
 
 Result<void> ABAddressBook::commitPending()
@@ -251,19 +234,37 @@ Result<void> ABAddressBook::commitPending()
         if (auto committed = m_store->commit(changes); !committed)
             return committed;
     }
+    const std::scoped_lock lock(m_mutex);
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        entries[i].person->settle(written[i]);
-        if (!written[i])
-            forgetRemoved(entries[i].person);
+        const ABPersonPtr &person = entries[i].person;
+        person->settle(written[i]);
+        if (!written[i]) {
+            m_removedPeople.erase(person->uniqueId());
+            person->setPendingChanges(nullptr);
+        }
     }
     return {};
 }
 
-void ABAddressBook::forgetRemoved(const ABPersonPtr &person)
+bool ABAddressBook::takeBack(const QStringList &uids)
 {
+    const auto entries = m_pending->entries();
+    std::unordered_set<ChangeCausePtr> causes; // a repair is made as a whole or not at all
+    for (const auto &entry : entries) {
+        if (entry.cause && uids.contains(entry.person->uniqueId()))
+            causes.insert(entry.cause);
+    }
     const std::scoped_lock lock(m_mutex);
-    m_removedPeople.erase(person->uniqueId());
-    person->setPendingChanges(nullptr);
+    m_pending->touch();
+    bool isAny = false;
+    for (const auto &entry : entries) {
+        if (!causes.contains(entry.cause) && !uids.contains(entry.person->uniqueId()))
+            continue;
+        settle(entry.person, entry.before);
+        isAny = true;
+    }
+    m_people.takeOutRemoved();
+    return isAny;
 }
 
 Result<std::vector<QString>> ABAddressBook::refresh()
@@ -305,15 +306,14 @@ std::vector<QString> ABAddressBook::takeIn(const std::vector<OutsideChange> &cha
 {
     const std::scoped_lock lock(m_mutex);
     std::vector<QString> uids;
-    bool wasRemoved = false;
     for (const OutsideChange &change : changes) {
-        if (!takeIn(change))
-            continue;
-        uids.push_back(change.uid);
-        wasRemoved = wasRemoved || !change.now;
+        if (takeIn(change))
+            uids.push_back(change.uid);
     }
-    if (wasRemoved)
-        takeOutRemoved();
+    if (!uids.empty()) {
+        m_pending->touch();
+        m_people.takeOutRemoved();
+    }
     return uids;
 }
 
@@ -321,16 +321,15 @@ bool ABAddressBook::takeIn(const OutsideChange &change)
 {
     const auto &[uid, now] = change;
     const auto removed = m_removedPeople.find(uid);
-    const auto found = uidIndex().find(uid);
-    if (removed == m_removedPeople.end() && found == uidIndex().end()) {
+    ABPersonPtr person = removed == m_removedPeople.end() ? m_people.withUid(uid) : removed->second;
+    if (!person) {
         if (!now)
             return false;
-        const auto person = std::make_shared<ABPerson>(uid, now);
+        person = std::make_shared<ABPerson>(uid, now);
         person->setPendingChanges(m_pending);
-        insert(person);
+        m_people.insert(person);
         return true;
     }
-    const ABPersonPtr person = removed != m_removedPeople.end() ? removed->second : found->second;
     const auto pending = m_pending->entryOf(person);
     const PersonRecordPtr known = pending ? pending->before : person->record();
     if (now && known && *now == *known)
@@ -354,7 +353,6 @@ void ABAddressBook::settle(const ABPersonPtr &person, const PersonRecordPtr &sto
     const bool wasRemoved = m_removedPeople.erase(person->uniqueId()) > 0;
     if (!stored) {
         m_pending->settle(person.get(), nullptr, false);
-        uidIndex().erase(person->uniqueId());
         person->setPendingChanges(nullptr);
         person->m_isRemoved = true;
         return;
@@ -362,15 +360,9 @@ void ABAddressBook::settle(const ABPersonPtr &person, const PersonRecordPtr &sto
     if (wasRemoved) {
         m_pending->noteReturn(person);
         person->m_isRemoved = false;
-        insert(person);
+        m_people.insert(person);
     }
     person->setStoredRecord(stored);
-}
-
-void ABAddressBook::takeOutRemoved()
-{
-    m_pending->touch();
-    std::erase_if(m_people, [](const ABPersonPtr &person) { return person->isRemoved(); });
 }
 
 Result<std::vector<ChangeSummary>> ABAddressBook::history()
@@ -396,35 +388,14 @@ Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const Chang
     }
     if (changes.empty())
         return {};
-    for (RecordChange &change : changes)
-        change.cause = cause;
-    if (auto committed = m_store->commit(changes); !committed)
-        return committed;
     std::vector<OutsideChange> now;
     now.reserve(changes.size());
-    for (const RecordChange &change : changes)
+    for (RecordChange &change : changes) {
+        change.cause = cause;
         now.push_back({change.uid, change.after});
+    }
+    if (auto committed = m_store->commit(changes); !committed)
+        return committed;
     takeIn(now);
     return {};
-}
-
-void ABAddressBook::insert(const ABPersonPtr &person)
-{
-    if (m_uidIndex)
-        m_uidIndex->emplace(person->uniqueId(), person);
-    m_pending->touch();
-    if (person->m_order == 0)
-        person->m_order = ++m_lastOrder;
-    const auto order = [](const ABPersonPtr &somebody) { return somebody->m_order; };
-    m_people.insert(std::ranges::upper_bound(m_people, person->m_order, {}, order), person);
-}
-
-std::unordered_map<QString, ABPersonPtr> &ABAddressBook::uidIndex() const
-{
-    if (!m_uidIndex) {
-        m_uidIndex.emplace().reserve(m_people.size());
-        for (const ABPersonPtr &person : m_people)
-            m_uidIndex->emplace(person->uniqueId(), person);
-    }
-    return *m_uidIndex;
 }

@@ -4,6 +4,7 @@
 
 #include "contacts/book/ABPerson.h"
 #include "contacts/book/AddressBookStore.h"
+#include "contacts/book/PeopleList.h"
 
 #include <QList>
 
@@ -60,7 +61,8 @@ public:
     /// False: the store refused, nothing was written and everything stays pending; or (Conflict) somebody else gave a
     /// property that was changed here another value, removed a person that was changed here, or changed one that was
     /// removed here: then the other's deed holds, this person's changes are dropped, and another save() writes the
-    /// rest. That may have come to light in a refresh() before; the next save() tells it.
+    /// rest. That may have come to light in a refresh() before; the next save() tells it; or (an error with uids) the
+    /// store cannot change these people: then what the same cause changed is taken back, and all else is written.
     /// @p cause is that of everything that was changed since the last save; a save that fails does not change whose a
     /// change is. Saves of one cause are one step of the history; without a cause, a save is a step by itself.
     bool save(Error *error = nullptr, const ChangeCausePtr &cause = {});
@@ -106,6 +108,8 @@ private:
 
     bool write(Error *error);
     Result<void> commitPending();
+    /// The changes of these people, with everything that has the same cause. False: nothing is pending of them.
+    bool takeBack(const QStringList &uids);
     /// Refreshes with m_storeMutex held; says how many people were changed by it.
     Result<std::size_t> takeInOutsideChanges();
     /// Makes the people agree with the store; returns the uids of those for whom that was news.
@@ -113,24 +117,20 @@ private:
     bool takeIn(const OutsideChange &change);
     /// Gives up what is pending of the person; null: it is stored no longer.
     void settle(const ABPersonPtr &person, const PersonRecordPtr &stored);
-    /// All at once: each by itself would be a walk over everybody.
-    void takeOutRemoved();
-    void forgetRemoved(const ABPersonPtr &person);
-    void insert(const ABPersonPtr &person);
-    std::unordered_map<QString, ABPersonPtr> &uidIndex() const;
+    bool isHere(const ABPersonPtr &person) const
+    {
+        return person->pendingChanges() == m_pending && !person->isRemoved();
+    }
 
     std::unique_ptr<AddressBookStore> m_store; // null after close()
     const std::shared_ptr<PendingChanges> m_pending;
-    SaveRunner m_saveRunner; // empty: none
+    SaveRunner m_saveRunner = [](const std::function<void()> &write) { write(); };
     std::mutex m_storeMutex; // held around calls of the store, never while m_mutex is wanted by a reader
     std::vector<QString> m_untold; // whom others changed, until refresh() tells it; with m_storeMutex, as the next
     std::vector<QString> m_dropped; // whose pending changes were given up, until save() tells it
     mutable std::mutex m_mutex; // guards the members below
-    std::vector<ABPersonPtr> m_people; // by ABPerson::m_order
-    quint64 m_lastOrder = 0;
+    PeopleList m_people;
     std::unordered_map<QString, ABPersonPtr> m_removedPeople; // by uid, until their removal is saved
     mutable PeopleSnapshot m_snapshot; // null, or of the version below
     mutable quint64 m_snapshotVersion = 0;
-    mutable std::optional<std::unordered_map<QString, ABPersonPtr>>
-        m_uidIndex; // made when first asked for: most runs never do
 };

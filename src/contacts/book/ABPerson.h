@@ -59,6 +59,7 @@ public:
 
 private:
     friend class ABAddressBook;
+    friend class PeopleList;
 
     template <typename Edit> void change(Edit edit);
     // For the address book. The first three make the person agree with the store without noting a change.
@@ -72,7 +73,7 @@ private:
     // Both are guarded by one of a few mutexes that all people share: one mutex each would cost more than the record.
     PersonRecordPtr m_record;
     std::shared_ptr<PendingChanges> m_pendingChanges; // of the address book it belongs to; null otherwise
-    quint64 m_order = 0; // where it stands in its address book, whose mutex guards it; 0: it was in none yet
+    quint64 m_order = 0; // where it stands in its address book's PeopleList, with it; 0: it was in none yet
     std::atomic<bool> m_isRemoved = false;
 };
 

@@ -43,7 +43,8 @@ public:
 
     /// Makes all the changes, or none and says why. The changes of one set name each person once.
     /// Conflict: the store no longer holds a `before` (changed, removed or added by somebody else); the text names the
-    /// first such person. On any error the store holds what it held before.
+    /// first such person. On any error the store holds what it held before. An error that would stay as long as the
+    /// changes of some people are in the set (they are damaged, or a newer version wrote them) has their uids.
     /// The history tells of the changes under their causes, from the moment in which they are made.
     virtual Result<void> commit(const std::vector<RecordChange> &changes) = 0;
 

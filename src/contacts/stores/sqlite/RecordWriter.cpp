@@ -99,8 +99,12 @@ Result<void> RecordWriter::apply(const RecordChange &change)
     const RecordReader::Row stored = m_reader.rowOf(change.uid);
     if (stored.id == 0)
         return conflict(change);
-    if (auto checked = checkStored(change, stored); !checked)
-        return checked;
+    if (auto checked = checkStored(change, stored); !checked) {
+        Error refusal = checked.error();
+        if (refusal.kind != ErrorKind::Conflict)
+            refusal.uids = {change.uid};
+        return refusal;
+    }
     writeHistory(change, change.after ? "changed" : "removed", &stored.document);
     SQLite::Statement &statement = change.after ? m_updatePerson : m_removePerson;
     const std::string document = change.after ? documentOf(*change.after) : std::string();

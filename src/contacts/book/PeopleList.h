@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/book/ABPerson.h"
+
+#include <unordered_map>
+
+/// The people of an address book in their order, also found by uid. For one thread at a time.
+class PeopleList
+{
+public:
+    const std::vector<ABPersonPtr> &all() const { return m_people; }
+    /// Null when there is none.
+    ABPersonPtr withUid(const QString &uid) const;
+
+    void reserve(std::size_t count) { m_people.reserve(count); }
+    /// A person that was here before returns to its place; others come last.
+    void insert(ABPersonPtr person);
+    void remove(const ABPersonPtr &person);
+    /// Takes everybody out who is marked as removed: one by one, each would be a walk over everybody.
+    void takeOutRemoved();
+
+private:
+    using Index = std::unordered_map<QString, ABPersonPtr>;
+
+    std::vector<ABPersonPtr> m_people; // by ABPerson::m_order
+    quint64 m_lastOrder = 0;
+    mutable std::optional<Index> m_index; // by uid; made when first asked for: most runs never do
+};
