@@ -140,7 +140,7 @@ void waits(AppDelegate &app)
         waitUntil([&app] { return app.outlineViewController() && app.outlineViewController()->selectedItem(); });
         report("longest wait of an event: scan of all conditions", heartbeat.longest());
         report("    findings", double(app.outlineViewController()->findingCount()), "");
-        app.reloadUI();
+        app.scans().reloadUI();
         waitUntil([&app] { return !app.mainWindow().results(); });
     }
     const QTemporaryDir folder;

@@ -291,9 +291,10 @@ private Q_SLOTS:
     void offersAddressBooks()
     {
         start({});
-        disconnect(&window(), &MainWindow::addressBookChosen, m_app.get(), nullptr); // which starts a program
-        QSignalSpy chosen(&window(), &MainWindow::addressBookChosen);
-        window().setAddressBooks({{u"/a"_s, u"Family & friends"_s, true}, {u"eds:b"_s, u"Club"_s, false}}, u"eds:b"_s);
+        disconnect(window().bookMenu(), &BookMenu::chosen, m_app.get(), nullptr); // which starts a program
+        QSignalSpy chosen(window().bookMenu(), &BookMenu::chosen);
+        window().bookMenu()->setCurrent(u"eds:b"_s);
+        window().bookMenu()->setBooks({{u"/a"_s, u"Family & friends"_s, true}, {u"eds:b"_s, u"Club"_s, false}});
         QList<QAction *> items = window().findChildren<QAction *>();
         items.removeIf(
             [](const QAction *item) { return item->text() != u"Family && friends" && item->text() != u"Club"; });

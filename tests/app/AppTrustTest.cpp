@@ -242,7 +242,7 @@ private Q_SLOTS:
         asking->chooseOption(OptionGroup::OneName, kDeleteThisContact);
         bool isThere = false;
         QTimer::singleShot(0, this, [&] {
-            m_app->updateUI({}); // as another scan does that ends now
+            m_app->scans().updateUI({}); // as another scan does that ends now
             QCoreApplication::processEvents();
             isThere = !asking.isNull();
             qobject_cast<QMessageBox *>(QApplication::activeModalWidget())->buttons().front()->click();

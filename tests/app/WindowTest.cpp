@@ -450,8 +450,8 @@ private Q_SLOTS:
         QFile::remove(path);
         start({});
         QVERIFY(contacts()->emptyPage()->importButton()->hasFocus());
-        disconnect(&window(), &MainWindow::addressBookChosen, m_app.get(), nullptr); // which starts a program
-        QSignalSpy chosen(&window(), &MainWindow::addressBookChosen);
+        disconnect(window().bookMenu(), &BookMenu::chosen, m_app.get(), nullptr); // which starts a program
+        QSignalSpy chosen(window().bookMenu(), &BookMenu::chosen);
         for (int time = 1; time <= 2; ++time) {
             m_app->sampleClicked();
             QTRY_COMPARE(chosen.count(), time);

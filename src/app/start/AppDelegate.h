@@ -3,108 +3,85 @@
 #pragma once
 
 #include "app/activity/ActivityLog.h"
+#include "app/exchange/Exports.h"
+#include "app/history/BackupActions.h"
+#include "app/look/Alerts.h"
 #include "app/results/ConditionListModel.h"
-#include "app/results/Reexamination.h"
+#include "app/results/TableViewWindowController.h"
 #include "app/start/BookOpener.h"
 #include "app/start/MainWindow.h"
 #include "app/start/OutsideWatch.h"
+#include "app/start/Scans.h"
 #include "app/start/SideWindows.h"
-#include "base/Job.h"
-#include "export/formats/ExportContact.h"
-#include "results/OutlineViewController.h"
-#include "scan/ScanAddressBook.h"
 #include "table/grid/LoadContactsViewController.h"
 
-class Alerts;
-class BackupActions;
-class ExportWindow;
-class TableViewWindowController;
-
-/// Puts the application together: owns the address book, the controllers and the windows, and runs the flows between
-/// them. For the main thread; what is called on another one says so.
-class AppDelegate : public QObject, public ScanDelegate, public ContactTableDelegate, public ResultsDelegate
+/// Puts the application together: owns what does its work and the windows, and connects them. For the main thread.
+class AppDelegate : public QObject, public ContactTableDelegate
 {
     Q_OBJECT
 
 public:
     AppDelegate();
-    /// Waits for a running scan, load or export.
-    ~AppDelegate() override;
 
     /// Shows the main window and opens the address book; an empty @p where is the user's own.
     void applicationDidFinishLaunching(const QString &where);
     MainWindow &mainWindow() { return m_window; }
     LoadContactsViewController &loadContactsViewController() { return m_table; }
-    /// Null before the first scan that found something and after Back.
-    OutlineViewController *outlineViewController() { return m_results.get(); }
-    ExportWindow &exportWindow() { return *m_exportWindow; }
+    Scans &scans() { return m_scans; }
+    OutlineViewController *outlineViewController() { return m_scans.results(); }
+    ExportWindow &exportWindow() { return m_exports.panel(); }
     ActivityLog &activityLog() { return m_activity; }
     ConditionListModel &conditions() { return m_conditions; }
-    BackupActions &backupActions() { return *m_backupActions; }
+    BackupActions &backupActions() { return m_backupActions; }
 
     // Commands.
-    void scanClicled();
+    void scanClicled() { m_scans.scanClicled(); }
     void loadClicked();
-    void exportClicked();
-    void preferencesButtonClicled();
-    void aboutClicked();
-    void menuHelpClick();
+    void exportClicked() { m_exports.exportAll(); }
+    void preferencesButtonClicled() { m_preferences.showWindow(); }
+    void aboutClicked() { m_sideWindows.showAbout(); }
+    void menuHelpClick() { copyHelpFile(); }
     void menuSupportClick();
     void importClicked();
     void sampleClicked();
-    void importFiles(const QStringList &paths);
+    void importFiles(const QStringList &paths) { m_sideWindows.importFiles(paths); }
+    /// In the desktop's own program, or as a card.
+    void editInAddressBook(const ABPersonPtr &person);
 
-    // For the controllers. The first three may be called on any thread.
-    void closeProgress() override;
-    void makeButtonEnable() override;
-    AlertPanel &alertPanel() override;
+    // For the contact table.
+    AlertPanel &alertPanel() override { return m_alerts; }
     void makeFreshButtonEnable() override;
-    RowExporter *rowExporter() override;
-    void selectInAddressBook(const ABPersonPtr &person) override;
-    void editInAddressBook(const ABPersonPtr &person) override;
-    void reloadUI() override;
-    qsizetype subviewCount() const override;
-
-    /// Shows the results of a scan; called on the scanning thread, goes on on the main one.
-    void updateUI(const ScanResult &result);
-    void outLineViewRefrash();
+    RowExporter *rowExporter() override { return &m_exports.exporter(); }
 
 Q_SIGNALS:
     /// The address book is open, or could not be opened.
     void addressBookOpened(bool isOpen);
 
 private:
-    void setUpCommands();
-    void setUpFailures();
-    void setUpExports();
-    void setUpBackups();
-    /// After a restore.
-    void showRestored();
-    void noteExport(const ExportOutcome &outcome);
+    void connectCommands();
+    void connectChanges();
+    void connectFailures();
     void openAddressBook(const QString &where);
     void installAddressBook(
         const Result<std::shared_ptr<ABAddressBook>> &book, const std::optional<Rescue::Offer> &offer);
-    void showResults(const ScanResult &result);
-    void copyHelpFile();
-    void setUpAddressBooks();
-    void takeInOutsideChanges(const QStringList &uids);
+    /// People with these uids are not what the table and the findings show.
+    void showChanged(const QStringList &uids);
+    /// After a restore, everybody may be one of them.
+    void showRestored();
+    void noteFailure(const QString &reason) { m_activity.append(ActivityLog::Kind::Failure, reason); }
+    void copyHelpFile() { m_sideWindows.showHelp(); }
 
     ActivityLog m_activity;
-    std::unique_ptr<Alerts> m_alerts;
     ConditionListModel m_conditions;
     LoadContactsViewController m_table;
-    std::unique_ptr<OutlineViewController> m_results;
     MainWindow m_window;
+    Alerts m_alerts;
     SideWindows m_sideWindows;
-    std::unique_ptr<TableViewWindowController> m_preferences;
-    std::unique_ptr<ExportWindow> m_exportWindow;
-    std::unique_ptr<ExportContact> m_exportContact;
-    std::unique_ptr<BackupActions> m_backupActions;
-    std::unique_ptr<ScanAddressBook> m_scanner;
+    TableViewWindowController m_preferences;
+    Exports m_exports;
+    BackupActions m_backupActions;
+    Scans m_scans;
     OutsideWatch m_watch;
-    Job m_scan;
-    Job m_bookFinder;
     Job m_sampleMaker;
-    Reexamination m_reexamination;
-    BookOpener m_opener; // these last: their jobs use the members above
+    BookOpener m_opener;
 };

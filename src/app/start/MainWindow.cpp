@@ -12,11 +12,9 @@
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QDir>
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
@@ -24,9 +22,7 @@
 #include <QSettings>
 #include <QShortcut>
 #include <QStackedWidget>
-#include <QStatusBar>
 #include <QTableView>
-#include <QToolButton>
 #include <QWindow>
 
 #include <utility>
@@ -65,15 +61,14 @@ MainWindow::MainWindow(LoadContactsViewController &table)
     , m_contacts(new ContactTableView(table, m_allView))
     , m_areas(new QStackedWidget(this))
     , m_progress(new ProgressWindow(this))
-    , m_failureMark(new QToolButton(this))
-    , m_bookName(new ElidedLabel(this))
-    , m_giveUp(new QToolButton(this))
+    , m_status(new BookStatus(this))
+    , m_books(new BookMenu(this))
 {
     setWindowTitle(QApplication::applicationDisplayName());
     setAcceptDrops(true);
     setUpContactArea();
     setUpMenus();
-    setUpStatusBar();
+    setStatusBar(m_status);
     setCentralWidget(m_areas);
     restoreLayout();
 }
@@ -137,12 +132,7 @@ void MainWindow::setUpProgramMenu()
 void MainWindow::setUpFileMenu()
 {
     QMenu *file = menuBar()->addMenu(tr("&File"));
-    m_addressBooks = file->addMenu(tr("&Address Books"));
-    connect(m_addressBooks, &QMenu::aboutToShow, this, [this] {
-        if (m_addressBooks->isEmpty())
-            m_addressBooks->addAction(tr("Looking ..."))->setEnabled(false);
-        Q_EMIT addressBooksRequested();
-    });
+    file->addMenu(m_books);
     m_importAction = file->addAction(tr("&Import ..."), this, &MainWindow::importRequested);
     m_importAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_I));
     m_importAction->setEnabled(false); // until there is somewhere to import into
@@ -181,32 +171,9 @@ void MainWindow::setUpContactsMenus()
         m_tableActions += columns->addMenu(menu);
 }
 
-void MainWindow::setUpStatusBar()
-{
-    m_failureMark->setAutoRaise(true);
-    m_failureMark->setVisible(false);
-    m_failureMark->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
-    m_failureMark->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    connect(m_failureMark, &QToolButton::clicked, this, [this] {
-        m_failureMark->hide();
-        Q_EMIT activityRequested();
-    });
-    m_giveUp->setText(tr("Cancel"));
-    m_giveUp->setAccessibleName(tr("Cancel opening"));
-    m_giveUp->hide();
-    connect(m_giveUp, &QToolButton::clicked, this, &MainWindow::openingGivenUp);
-    m_bookName->setContentsMargins(8, 0, 8, 0); // in line with the table
-    statusBar()->addWidget(m_bookName);
-    statusBar()->addWidget(m_giveUp);
-    statusBar()->addPermanentWidget(m_failureMark);
-}
-
 void MainWindow::setAddressBookName(const QString &name, bool isDefault)
 {
-    const QString home = QDir::homePath() % u'/';
-    m_bookName->setText(name.startsWith(home) ? QStringLiteral("~/") % name.sliced(home.size()) : name);
-    m_bookName->setToolTip(name);
-    m_giveUp->hide();
+    m_status->setName(name);
     const QString title = isDefault || name.isEmpty() ? windowTitle() : titleOf(name);
     setAccessibleName(title);
     if (windowHandle())
@@ -216,9 +183,7 @@ void MainWindow::setAddressBookName(const QString &name, bool isDefault)
 void MainWindow::setReadOnly(const QString &reason)
 {
     m_isReadOnly = true;
-    m_bookName->setText(tr("%1 (read-only)").arg(m_bookName->text()));
-    m_bookName->setToolTip(reason);
-    m_bookName->setAccessibleDescription(reason);
+    m_status->setReadOnly(reason);
     m_contacts->setEditable(false);
     m_contacts->emptyPage()->importButton()->setEnabled(false);
     m_importAction->setEnabled(false);
@@ -245,27 +210,6 @@ void MainWindow::showNoAddressBook(const QString &reason)
 {
     m_contacts->emptyPage()->showNoAddressBook(reason);
     m_importAction->setEnabled(false);
-}
-
-void MainWindow::showOpening(qint64 done, qint64 total)
-{
-    m_bookName->setText(total > 0 ? tr("Opening: %L1 of %L2 contacts").arg(done).arg(total) : tr("Opening ..."));
-    m_giveUp->show();
-}
-
-void MainWindow::setAddressBooks(const std::vector<KnownBook> &books, const QString &current)
-{
-    m_addressBooks->clear();
-    for (const KnownBook &book : books) {
-        QAction *item = m_addressBooks->addAction(QString(book.name).replace(u'&', QStringLiteral("&&")));
-        item->setCheckable(true);
-        item->setChecked(current.isEmpty() ? book.isDefault : book.where == current);
-        connect(item, &QAction::triggered, this, [this, where = book.where, item, isCurrent = item->isChecked()] {
-            item->setChecked(isCurrent); // the other one gets a window of its own
-            if (!isCurrent)
-                Q_EMIT addressBookChosen(where);
-        });
-    }
 }
 
 void MainWindow::setButtonsEnabled(bool isEnabled)
@@ -301,18 +245,6 @@ void MainWindow::showContacts()
         action->setEnabled(true);
     delete m_results;
     m_results = nullptr;
-}
-
-void MainWindow::setFailureMark(const QString &newest)
-{
-    constexpr int kMostLetters = 60; // or the status bar would make the window wider
-    const QFontMetrics metrics = m_failureMark->fontMetrics();
-    const QString shown =
-        metrics.elidedText(newest.simplified(), Qt::ElideMiddle, kMostLetters * metrics.averageCharWidth());
-    m_failureMark->setText(QString(shown).replace(u'&', QStringLiteral("&&")));
-    m_failureMark->setToolTip(newest);
-    m_failureMark->setAccessibleName(tr("Failed: %1").arg(newest));
-    m_failureMark->show();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent *event)

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/stores/open/OpenStore.h"
+#include "app/start/BookMenu.h"
+#include "app/start/BookStatus.h"
 
 #include <QMainWindow>
 
@@ -12,10 +13,7 @@ class LoadContactsViewController;
 class MyButton;
 class OutlineViewController;
 class ProgressWindow;
-class QLabel;
-class QMenu;
 class QStackedWidget;
-class QToolButton;
 class ResultsView;
 
 /// The main window: the contact area, or the results of a scan in its place.
@@ -30,6 +28,8 @@ public:
     ContactTableView *contactTable() const { return m_contacts; }
     ResultsView *results() const { return m_results; }
     ProgressWindow *progressWindow() const { return m_progress; }
+    BookStatus *bookStatus() const { return m_status; }
+    BookMenu *bookMenu() const { return m_books; }
     MyButton *scanButton() const { return m_scanButton; }
     MyButton *freshButton() const { return m_freshButton; }
     MyButton *exportAllButton() const { return m_exportAllButton; }
@@ -43,8 +43,6 @@ public:
     void showResults(OutlineViewController &controller);
     /// And back; the results' view is gone then.
     void showContacts();
-    /// A quiet mark that says what failed last; pressing it asks for the activity window.
-    void setFailureMark(const QString &newest);
     /// Which address book this window shows. The title has the name too, unless it is the one of every start.
     void setAddressBookName(const QString &name, bool isDefault);
     /// The address book cannot be written: says so beside its name, and disables what would change it.
@@ -53,10 +51,6 @@ public:
     void standAside(int steps);
     /// The address book could not be opened; says why.
     void showNoAddressBook(const QString &reason);
-    /// How far the opening of a large address book is; can be given up. Gone once there is a name.
-    void showOpening(qint64 done, qint64 total);
-    /// What the menu of address books offers; @p current is checked.
-    void setAddressBooks(const std::vector<KnownBook> &books, const QString &current);
 
 Q_SIGNALS:
     void scanRequested();
@@ -73,10 +67,6 @@ Q_SIGNALS:
     void helpRequested();
     void supportRequested();
     void activityRequested();
-    /// The menu of address books opens.
-    void addressBooksRequested();
-    void addressBookChosen(const QString &where);
-    void openingGivenUp();
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
@@ -89,7 +79,6 @@ private:
     void setUpProgramMenu();
     void setUpFileMenu();
     void setUpContactsMenus();
-    void setUpStatusBar();
     void restoreLayout();
     void saveLayout() const;
     void focusNextPane();
@@ -105,10 +94,8 @@ private:
     ResultsView *m_results = nullptr;
     bool m_isFirstLoad = true; // after which the contacts get the focus
     ProgressWindow *m_progress;
-    QToolButton *m_failureMark;
-    QLabel *m_bookName;
-    QToolButton *m_giveUp;
-    QMenu *m_addressBooks = nullptr;
+    BookStatus *m_status;
+    BookMenu *m_books;
     bool m_standsAside = false;
     QList<QAction *> m_scanActions; // disabled during a scan
     QList<QAction *> m_tableActions; // disabled while results are shown

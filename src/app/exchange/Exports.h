@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/activity/ActivityLog.h"
+#include "app/exchange/ExportWindow.h"
+#include "export/formats/ExportContact.h"
+
+/// The exports of a main window: the panel that asks, the exporter, and what the activity log says of them.
+class Exports : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// All of them must outlive this; the panel belongs to @p window.
+    Exports(QWidget &window, const LoadContactsViewController &table, ActivityLog &log);
+
+    void exportAll();
+    ExportWindow &panel() { return *m_panel; }
+    ExportContact &exporter() { return m_exporter; }
+
+private:
+    void note(const ExportOutcome &outcome);
+
+    const LoadContactsViewController &m_table;
+    ActivityLog &m_log;
+    ExportWindow *const m_panel;
+    ExportContact m_exporter;
+};

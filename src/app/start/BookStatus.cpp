@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/start/BookStatus.h"
+
+#include "app/look/Controls.h"
+
+#include <QDir>
+#include <QStyle>
+#include <QToolButton>
+
+BookStatus::BookStatus(QWidget *parent)
+    : QStatusBar(parent)
+    , m_name(new ElidedLabel(this))
+    , m_giveUp(new QToolButton(this))
+    , m_failure(new QToolButton(this))
+{
+    m_failure->setAutoRaise(true);
+    m_failure->setVisible(false);
+    m_failure->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    m_failure->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    connect(m_failure, &QToolButton::clicked, this, [this] {
+        m_failure->hide();
+        Q_EMIT failurePressed();
+    });
+    m_giveUp->setText(tr("Cancel"));
+    m_giveUp->setAccessibleName(tr("Cancel opening"));
+    m_giveUp->hide();
+    connect(m_giveUp, &QToolButton::clicked, this, &BookStatus::openingGivenUp);
+    m_name->setContentsMargins(8, 0, 8, 0); // in line with the table
+    addWidget(m_name);
+    addWidget(m_giveUp);
+    addPermanentWidget(m_failure);
+}
+
+void BookStatus::setName(const QString &name)
+{
+    const QString home = QDir::homePath() % u'/';
+    m_name->setText(name.startsWith(home) ? QStringLiteral("~/") % name.sliced(home.size()) : name);
+    m_name->setToolTip(name);
+    m_giveUp->hide();
+}
+
+void BookStatus::setReadOnly(const QString &reason)
+{
+    m_name->setText(tr("%1 (read-only)").arg(m_name->text()));
+    m_name->setToolTip(reason);
+    m_name->setAccessibleDescription(reason);
+}
+
+void BookStatus::setOpening(qint64 done, qint64 total)
+{
+    m_name->setText(total > 0 ? tr("Opening: %L1 of %L2 contacts").arg(done).arg(total) : tr("Opening ..."));
+    m_giveUp->show();
+}
+
+void BookStatus::setFailure(const QString &newest)
+{
+    constexpr int kMostLetters = 60; // or the status bar would make the window wider
+    const QFontMetrics metrics = m_failure->fontMetrics();
+    const QString shown =
+        metrics.elidedText(newest.simplified(), Qt::ElideMiddle, kMostLetters * metrics.averageCharWidth());
+    m_failure->setText(QString(shown).replace(u'&', QStringLiteral("&&")));
+    m_failure->setToolTip(newest);
+    m_failure->setAccessibleName(tr("Failed: %1").arg(newest));
+    m_failure->show();
+}

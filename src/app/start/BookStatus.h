@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QStatusBar>
+
+class QLabel;
+class QToolButton;
+
+/// The lower edge of the main window: which address book it shows, or how far its opening is, and a quiet mark that
+/// says what failed last.
+class BookStatus : public QStatusBar
+{
+    Q_OBJECT
+
+public:
+    explicit BookStatus(QWidget *parent = nullptr);
+
+    void setName(const QString &name);
+    void setReadOnly(const QString &reason);
+    /// Can be given up; gone once there is a name.
+    void setOpening(qint64 done, qint64 total);
+    void setFailure(const QString &newest);
+
+Q_SIGNALS:
+    void openingGivenUp();
+    void failurePressed();
+
+private:
+    QLabel *m_name;
+    QToolButton *m_giveUp;
+    QToolButton *m_failure;
+};

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/look/Alerts.h"
+#include "app/results/ConditionListModel.h"
+#include "app/results/Reexamination.h"
+#include "app/start/MainWindow.h"
+#include "base/Job.h"
+#include "results/OutlineViewController.h"
+#include "scan/ScanAddressBook.h"
+
+/// The scans of the main window: runs them behind the progress window, shows what they find in place of the contacts,
+/// and has the findings of people looked at again who were changed since. For the main thread; what is called on
+/// another one says so.
+class Scans : public QObject, public ScanDelegate, public ResultsDelegate
+{
+    Q_OBJECT
+
+public:
+    /// All of them must outlive this.
+    Scans(MainWindow &window, Alerts &alerts, const ConditionListModel &conditions);
+    /// Waits for a running scan; the user is asked no more.
+    ~Scans() override;
+
+    bool isRunning() const { return m_job.isRunning(); }
+    /// Null before the first scan that found something and after Back.
+    OutlineViewController *results() { return m_results.get(); }
+    /// People with these uids were changed.
+    void reexamine(const QStringList &uids) { m_reexamination.reexamine(uids); }
+
+    void scanClicled();
+    /// Shows the results of a scan. Any thread.
+    void updateUI(const ScanResult &result);
+    void outLineViewRefrash();
+
+    // For the controllers. The first three may be called on any thread.
+    void closeProgress() override;
+    void makeButtonEnable() override;
+    AlertPanel &alertPanel() override { return m_alerts; }
+    void selectInAddressBook(const ABPersonPtr &person) override { Q_EMIT personRequested(person); }
+    void editInAddressBook(const ABPersonPtr &person) override { Q_EMIT personRequested(person); }
+    void reloadUI() override;
+    qsizetype subviewCount() const override;
+
+Q_SIGNALS:
+    void failed(const QString &reason); ///< a repair
+    void personRequested(const ABPersonPtr &person); ///< to be edited
+    void left(); ///< the results; the contacts are shown again
+
+private:
+    void showResults(const ScanResult &result);
+
+    MainWindow &m_window;
+    Alerts &m_alerts;
+    const ConditionListModel &m_conditions;
+    ScanAddressBook m_scanner;
+    std::unique_ptr<OutlineViewController> m_results;
+    Reexamination m_reexamination;
+    Job m_job;
+};
