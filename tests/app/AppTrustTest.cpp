@@ -1,13 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/card/ContactCard.h"
 #include "app/history/BackupActions.h"
 #include "app/history/HistoryWindow.h"
 #include "app/start/AppDelegate.h"
+#include "contacts/stores/open/Backups.h"
 #include "contacts/stores/sqlite/SqliteStore.h"
 #include "support/TestPeople.h"
 
 #include <QAbstractItemModelTester>
 #include <QCryptographicHash>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QListView>
 #include <QMessageBox>
@@ -277,6 +280,47 @@ private Q_SLOTS:
         QTRY_VERIFY(answer.said.contains(path + u" was moved, replaced or removed"_s));
         QTRY_COMPARE(ABAddressBook::sharedAddressBook()->file(), path);
         QVERIFY(savedBook().contains("\"Anna\"") && savedBook().contains("\"Bo\""));
+    }
+
+    void aDamagedContactIsShownAndPutBack()
+    {
+        const QString path = newPath();
+        add(path, {"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}", "{'uid':'2','firstName':'Bo'}"});
+        start(path);
+        const QByteArray whole = savedBook();
+        QTRY_VERIFY(!newestDailyBackup(path).isEmpty());
+        m_app.reset();
+        ABAddressBook::setSharedAddressBook(nullptr);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.seek(file.readAll().indexOf("{\"firstName\":\"Ann\"") + 14) && file.write("E") == 1);
+        file.close();
+
+        start(path);
+        const QAbstractItemModel *table = m_app->loadContactsViewController().getTableView();
+        QCOMPARE(table->index(0, 0).data().toString(), u"Enn"_s);
+        QVERIFY(table->index(0, 0).data(Qt::ToolTipRole).toString().startsWith(u"This contact is damaged"));
+        QVERIFY(!table->flags(table->index(0, 0)).testFlag(Qt::ItemIsEditable));
+        QVERIFY(table->flags(table->index(1, 0)).testFlag(Qt::ItemIsEditable));
+        // A repair that is refused is not in the way of other changes.
+        m_app->scanClicled();
+        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        m_app->outlineViewController()->chooseOption(OptionGroup::BadSuffix, kRemoveTheSuffix);
+        m_app->outlineViewController()->fixClick();
+        QVERIFY(savedBook().contains("XYZ"));
+        QVERIFY(m_app->loadContactsViewController().editCell(u"Bob"_s, Field::FirstName, 1));
+
+        m_app->editInAddressBook(ABAddressBook::sharedAddressBook()->personWithUniqueId(u"1"_s));
+        auto *card = m_app->mainWindow().findChild<ContactCard *>();
+        const auto buttons = card->findChild<QDialogButtonBox *>()->buttons();
+        const auto restore = std::ranges::find_if(
+            buttons, [](const QAbstractButton *button) { return button->text().startsWith(u"Restore"); });
+        QVERIFY(restore != buttons.end());
+        const Answer answer(u"Restore"_s);
+        (*restore)->click();
+        QTRY_VERIFY(table->flags(table->index(0, 0)).testFlag(Qt::ItemIsEditable));
+        QVERIFY(answer.said.startsWith(u"Restore this contact from "));
+        QCOMPARE(savedBook(), QByteArray(whole).replace("\"Bo\"", "\"Bob\""));
     }
 
     void aDamagedAddressBookIsNotTheEnd_data()

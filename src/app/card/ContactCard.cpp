@@ -92,9 +92,18 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     m_reason->setPalette(colours);
     refuse({});
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
-    if (ABAddressBook::isSharedReadOnly()) {
+    if (ABAddressBook::isSharedReadOnly() || person->isDamaged()) {
         buttons->button(QDialogButtonBox::Save)->setEnabled(false);
         makeReadOnly(*content);
+    }
+    if (person->isDamaged()) {
+        refuse(tr("This contact is damaged: it is not as it was saved, and cannot be edited."));
+        auto *restore = buttons->addButton(tr("Restore from Backup ..."), QDialogButtonBox::ActionRole);
+        restore->setEnabled(!ABAddressBook::isSharedReadOnly());
+        connect(restore, &QPushButton::clicked, this, [this] {
+            done(Rejected);
+            Q_EMIT restoreRequested(m_person->uniqueId());
+        });
     }
     connect(buttons, &QDialogButtonBox::accepted, this, &ContactCard::save);
     connect(buttons, &QDialogButtonBox::rejected, this, [this] { done(Rejected); }); // as deliberate as Save

@@ -34,6 +34,8 @@ public:
 Q_SIGNALS:
     void saved();
     void failed(const QString &reason);
+    /// The person is damaged and is to be put back as a backup has it; the card is closed.
+    void restoreRequested(const QString &uid);
 
 private:
     struct TextField

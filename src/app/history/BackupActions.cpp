@@ -125,10 +125,19 @@ void BackupActions::restoreFrom(const QString &path)
         [path, book = ABAddressBook::sharedAddressBook()] {
             return book ? planRestoreOfBackup(*book, path) : Result<RestorePlan>(noAddressBook());
         },
-        [this, path](const Result<RestorePlan> &plan) { confirm(plan, path); });
+        [this](const Result<RestorePlan> &plan) { confirm(plan, tr("Restore the address book from %1?")); });
 }
 
-void BackupActions::confirm(const Result<RestorePlan> &plan, const QString &path)
+void BackupActions::restorePerson(const QString &uid)
+{
+    m_job.start(
+        [uid, book = ABAddressBook::sharedAddressBook()] {
+            return book ? planRestoreOfPeople(*book, {uid}) : Result<RestorePlan>(noAddressBook());
+        },
+        [this](const Result<RestorePlan> &plan) { confirm(plan, tr("Restore this contact from %1?")); });
+}
+
+void BackupActions::confirm(const Result<RestorePlan> &plan, const QString &question)
 {
     if (!plan) {
         fail(tr("Nothing was changed."), plan.error());
@@ -137,11 +146,11 @@ void BackupActions::confirm(const Result<RestorePlan> &plan, const QString &path
     }
     if (plan->changes.empty()) {
         m_alerts.runAlertPanel(tr("There is nothing to restore."),
-            tr("The address book holds exactly what %1 holds.").arg(path), tr("OK"), {});
+            tr("The address book holds exactly what %1 holds.").arg(plan->description), tr("OK"), {});
         Q_EMIT finished(true);
         return;
     }
-    const auto answer = m_alerts.runAlertPanel(tr("Restore the address book from %1?").arg(QFileInfo(path).fileName()),
+    const auto answer = m_alerts.runAlertPanel(question.arg(plan->description),
         tr("Contacts: %1. Change History can take this back.")
             .arg(countsText(plan->added, plan->changed, plan->removed)),
         tr("Restore"), tr("Cancel"));

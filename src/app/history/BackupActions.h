@@ -30,6 +30,8 @@ public:
     void backUpTo(const QString &path);
     /// Asks before it changes anything.
     void restoreFrom(const QString &path);
+    /// The same for one person, from the newest backup that has it whole.
+    void restorePerson(const QString &uid);
 
     /// The address book cannot be opened for @p reason. What the user chooses is put into a new file.
     void offerRescue(const Rescue::Offer &offer, const QString &reason);
@@ -47,7 +49,8 @@ private:
     using Work = std::function<Result<QString>()>;
     /// @p then runs on the main thread after a success.
     void run(const Work &work, const QString &folder, const std::function<void()> &then);
-    void confirm(const Result<RestorePlan> &plan, const QString &path);
+    /// @p question has the place of the file's name.
+    void confirm(const Result<RestorePlan> &plan, const QString &question);
     void moveTo(const QString &path, bool replaces);
     void rescueInto(const QString &newFile, const Work &work);
     void fail(const QString &title, const Error &error);

@@ -53,6 +53,7 @@ void AppDelegate::connectCommands()
     connect(&m_window, &MainWindow::historyRequested, &m_sideWindows, &SideWindows::showHistory);
     connect(&m_window, &MainWindow::backUpRequested, &m_backupActions, &BackupActions::backUp);
     connect(&m_window, &MainWindow::restoreRequested, &m_backupActions, &BackupActions::restore);
+    connect(&m_sideWindows, &SideWindows::restoreRequested, &m_backupActions, &BackupActions::restorePerson);
     connect(m_window.bookStatus(), &BookStatus::failurePressed, &m_sideWindows, &SideWindows::showActivity);
     connect(m_window.contactTable(), &ContactTableView::cardRequested, &m_sideWindows, &SideWindows::showCard);
     connect(&m_scans, &Scans::personRequested, this, &AppDelegate::editInAddressBook);

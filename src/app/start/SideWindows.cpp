@@ -77,6 +77,7 @@ void SideWindows::showCard(const ABPersonPtr &person)
     card->setAttribute(Qt::WA_DeleteOnClose);
     connect(card, &ContactCard::saved, this, [this, uid = person->uniqueId()] { Q_EMIT peopleChanged({uid}); });
     connect(card, &ContactCard::failed, this, &SideWindows::noteFailure);
+    connect(card, &ContactCard::restoreRequested, this, &SideWindows::restoreRequested);
     card->show();
 }
 

@@ -30,6 +30,7 @@ public:
 
 Q_SIGNALS:
     void peopleChanged(const QStringList &uids); ///< edited; empty: people were added
+    void restoreRequested(const QString &uid); ///< of a damaged person
     void peopleRestored(); ///< findings and rows may be of people who are gone
 
 private:

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/table/CellDelegate.h"
 
+#include "table/grid/ContactTableModel.h"
+
 #include <QKeyEvent>
 #include <QLineEdit>
 
@@ -58,4 +60,11 @@ QString CellDelegate::displayText(const QVariant &value, const QLocale &locale) 
 {
     constexpr qsizetype mostShown = 4000; // wider than any screen, and shaped for each frame
     return QStyledItemDelegate::displayText(value, locale).left(mostShown);
+}
+
+void CellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.data(ContactTableModel::kIsDamagedRole).toBool())
+        option->state.setFlag(QStyle::State_Enabled, false);
 }

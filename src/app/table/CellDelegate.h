@@ -29,6 +29,7 @@ Q_SIGNALS:
     void refused(const QModelIndex &cell, const QString &reason);
 
 protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:

@@ -65,6 +65,10 @@ Result<std::shared_ptr<ABAddressBook>> ABAddressBook::open(std::unique_ptr<Addre
         person->m_pendingChanges = book->m_pending; // nobody else knows the person yet: no lock
         book->m_people.insert(std::move(person));
     }
+    for (const QString &uid : book->m_store->damagedPeople()) {
+        if (const ABPersonPtr person = book->m_people.withUid(uid))
+            person->m_isDamaged = true;
+    }
     return book;
 }
 
@@ -330,6 +334,7 @@ bool ABAddressBook::takeIn(const OutsideChange &change)
         m_people.insert(person);
         return true;
     }
+    person->m_isDamaged = false; // it was written since
     const auto pending = m_pending->entryOf(person);
     const PersonRecordPtr known = pending ? pending->before : person->record();
     if (now && known && *now == *known)

@@ -56,6 +56,8 @@ public:
     /// Taken out of its address book, by this program or another one. Only a removal that was not saved can be taken
     /// back; after that the person cannot be added again.
     bool isRemoved() const { return m_isRemoved; }
+    /// Not as it was saved; see AddressBookStore::damagedPeople().
+    bool isDamaged() const { return m_isDamaged; }
 
 private:
     friend class ABAddressBook;
@@ -75,6 +77,7 @@ private:
     std::shared_ptr<PendingChanges> m_pendingChanges; // of the address book it belongs to; null otherwise
     quint64 m_order = 0; // where it stands in its address book's PeopleList, with it; 0: it was in none yet
     std::atomic<bool> m_isRemoved = false;
+    std::atomic<bool> m_isDamaged = false;
 };
 
 using ABPersonPtr = std::shared_ptr<ABPerson>;

@@ -41,6 +41,9 @@ public:
     /// is the same in every load.
     virtual Result<std::vector<StoredRecord>> loadAll() = 0;
 
+    /// The uids of those whom loadAll() found not to be as they were saved. They can be put back, but not changed.
+    virtual std::vector<QString> damagedPeople() const { return {}; }
+
     /// Makes all the changes, or none and says why. The changes of one set name each person once.
     /// Conflict: the store no longer holds a `before` (changed, removed or added by somebody else); the text names the
     /// first such person. On any error the store holds what it held before. An error that would stay as long as the

@@ -2,11 +2,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "table/grid/ContactTableModel.h"
 
+#include "contacts/book/ABPerson.h"
 #include "table/grid/BirthdayText.h"
 #include "table/grid/ColumnMenus.h"
 
 #include <algorithm>
 #include <unordered_map>
+
+namespace {
+
+bool isDamaged(const PersonDictionary &row)
+{
+    const ABPersonPtr &person = row.person();
+    return person && person->isDamaged();
+}
+
+} // namespace
 
 ContactTableModel::ContactTableModel(CellEdit edit, QObject *parent)
     : QAbstractTableModel(parent), m_edit(std::move(edit)), m_columns(initialColumns().begin(), initialColumns().end())
@@ -102,9 +113,13 @@ QVariant ContactTableModel::data(const QModelIndex &index, int role) const
         const QString title = headerData(index.column(), Qt::Horizontal).toString();
         return text.isEmpty() ? tr("%1: empty").arg(title) : QStringLiteral("%1: %2").arg(title, text);
     }
+    const PersonDictionary &row = *m_rows[static_cast<std::size_t>(index.row())];
+    if (role == kIsDamagedRole)
+        return isDamaged(row);
+    if ((role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole) && isDamaged(row))
+        return tr("This contact is damaged: it is not as it was saved, and cannot be edited. Its card can restore it.");
     if (role != Qt::DisplayRole && role != Qt::EditRole)
         return {};
-    const PersonDictionary &row = *m_rows[static_cast<std::size_t>(index.row())];
     const Field field = m_columns[static_cast<std::size_t>(index.column())];
     const FieldValue value = row.value(field);
     if (const auto *text = std::get_if<QString>(&value))
@@ -140,6 +155,7 @@ Qt::ItemFlags ContactTableModel::flags(const QModelIndex &index) const
     Qt::ItemFlags flags = QAbstractTableModel::flags(index);
     if (index.isValid())
         flags |= Qt::ItemNeverHasChildren;
-    flags.setFlag(Qt::ItemIsEditable, index.isValid() && m_isEditable);
+    flags.setFlag(Qt::ItemIsEditable,
+        index.isValid() && m_isEditable && !isDamaged(*m_rows[static_cast<std::size_t>(index.row())]));
     return flags;
 }

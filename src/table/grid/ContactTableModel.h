@@ -17,6 +17,8 @@ class ContactTableModel : public QAbstractTableModel
 public:
     /// Of a column that the user adds, in points.
     static constexpr int kColumnWidth = 150;
+    /// Of every cell: whether its contact is damaged and cannot be edited; the tool tip says so, too.
+    static constexpr int kIsDamagedRole = Qt::UserRole;
 
     /// Carries out the edit of a cell; the model itself changes nothing.
     using CellEdit = std::function<Result<void>(const QString &text, Field field, int row)>;

@@ -9,6 +9,21 @@
 #include <atomic>
 #include <thread>
 
+/// Cannot change the person with the uid "bad".
+class RefusingStore : public MemoryStore
+{
+public:
+    using MemoryStore::MemoryStore;
+
+    Result<void> commit(const std::vector<RecordChange> &changes) override
+    {
+        const QString bad = QStringLiteral("bad");
+        if (std::ranges::find(changes, bad, &RecordChange::uid) != changes.end())
+            return Error{ErrorKind::Invalid, QStringLiteral("bad: is damaged"), {bad}};
+        return MemoryStore::commit(changes);
+    }
+};
+
 /// The address book: what is pending, what a save writes, and what happens when others write too.
 class AddressBookTest : public QObject
 {
@@ -99,6 +114,35 @@ private Q_SLOTS:
         QCOMPARE(textOf(*openBook(backing)), QByteArray("{\"uid\":\"a\",\"firstName\":\"A\"}\n{\"uid\":\"b\"}\n"));
         QVERIFY(book->save());
         QCOMPARE(textOf(*openBook(backing)), pending);
+    }
+
+    void whatTheStoreCannotChangeIsTakenBack()
+    {
+        const auto backing = std::make_shared<MemoryStore::Book>();
+        const auto before = openBook(backing);
+        for (const char *json : {"{'uid':'a'}", "{'uid':'bad','firstName':'B'}", "{'uid':'c'}"})
+            before->addRecord(person(json));
+        QVERIFY(before->save());
+        auto failing = std::make_unique<FailingStore>(std::make_unique<RefusingStore>(backing), 0);
+        FailingStore &store = *failing;
+        const auto book = *ABAddressBook::open(std::move(failing));
+        setName(book, "a", "A");
+        store.failAtCall(store.callCount() + 1);
+        QVERIFY(!book->save(nullptr, makeCause(ChangeCause::Kind::Edit)));
+
+        // A merge of the other two, of which one is refused.
+        setName(book, "bad", "B2");
+        book->removeRecord(book->personWithUniqueId(u("bad")));
+        book->removeRecord(book->personWithUniqueId(u("c")));
+        book->addRecord(person("{'uid':'merged'}"));
+        Error error;
+        QVERIFY(!book->save(&error, makeCause(ChangeCause::Kind::Repair)));
+        QCOMPARE(error.text, u("bad: is damaged; the change was taken back"));
+        QVERIFY(!book->hasUnsavedChanges());
+        QCOMPARE(textOf(*book),
+            QByteArray(
+                "{\"uid\":\"a\",\"firstName\":\"A\"}\n{\"uid\":\"bad\",\"firstName\":\"B\"}\n{\"uid\":\"c\"}\n"));
+        QCOMPARE(textOf(*openBook(backing)), textOf(*book));
     }
 
     void aRemovedPersonCanComeBackAndItsUidIsNotFreeBefore()

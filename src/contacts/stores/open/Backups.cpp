@@ -103,6 +103,16 @@ Result<RestorePlan> planRestoreOfPeople(ABAddressBook &book, const QString &path
     return plan;
 }
 
+Result<RestorePlan> planRestoreOfPeople(ABAddressBook &book, const QStringList &uids)
+{
+    const QString folder = folderOfDailyBackups(book.file());
+    for (const QString &name : newestFirst(folder, QDate::currentDate())) {
+        if (auto plan = planRestoreOfPeople(book, folder % u'/' % name, uids))
+            return plan;
+    }
+    return Error{ErrorKind::NotFound, uids.join(u' ') % QStringLiteral(": is whole in no backup")};
+}
+
 Result<Verification> verify(const QString &bookFile)
 {
     const auto faults = faultsInFile(bookFile);
@@ -133,12 +143,11 @@ Result<Verification> verify(const QString &bookFile)
 
 QString damageFoundIn(const AddressBookStore &store)
 {
-    const auto *file = dynamic_cast<const SqliteStore *>(&store);
-    if (!file || file->damagedPeople().empty())
+    const std::vector<QString> damaged = store.damagedPeople();
+    if (damaged.empty())
         return {};
-    const qsizetype others = qsizetype(file->damagedPeople().size()) - 1;
-    return file->name() % QStringLiteral(": ") % file->damagedPeople().front()
-        % (others > 0 ? QStringLiteral(" and %1 more are").arg(others) : QStringLiteral(" is"))
+    return store.name() % QStringLiteral(": ") % damaged.front()
+        % (damaged.size() > 1 ? QStringLiteral(" and %1 more are").arg(damaged.size() - 1) : QStringLiteral(" is"))
         % QStringLiteral(" damaged: not as saved, and cannot be changed; \"peoplenook-cli verify\" names the newest "
                          "backup that has each of them whole");
 }

@@ -30,6 +30,9 @@ inline constexpr qsizetype kDailyBackups = 10;
 
 QString folderOfDailyBackups(const QString &bookFile);
 
+/// planRestoreOfPeople() from the newest one that has them all whole. NotFound: none has.
+Result<RestorePlan> planRestoreOfPeople(ABAddressBook &book, const QStringList &uids);
+
 /// The path of the newest one; empty where there is none.
 QString newestDailyBackup(const QString &bookFile);
 
@@ -50,7 +53,7 @@ struct Verification
 /// Takes as long as reading everything, and more where somebody is looked for in backups.
 Result<Verification> verify(const QString &bookFile);
 
-/// One line about those whom the load of @p store found to be damaged, in a store that can tell; empty: nobody.
+/// One line about those whom the load of @p store found to be damaged; empty: nobody.
 QString damageFoundIn(const AddressBookStore &store);
 
 /// What is left to do of a backup that was begun; null: nothing. It checks the backup and puts it in place.

@@ -224,7 +224,7 @@ Result<std::vector<StoredRecord>> SqliteStore::loadAll()
     }
 }
 
-const std::vector<QString> &SqliteStore::damagedPeople() const
+std::vector<QString> SqliteStore::damagedPeople() const
 {
     return d->damagedPeople;
 }

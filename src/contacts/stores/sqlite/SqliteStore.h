@@ -26,7 +26,7 @@ public:
 
     Result<std::vector<StoredRecord>> loadAll() override;
     /// The people who, in the last load, were not as they were saved: they can be read, but not changed.
-    const std::vector<QString> &damagedPeople() const;
+    std::vector<QString> damagedPeople() const override;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
     void setChangeListener(std::function<void()> listener) override;
