@@ -3,10 +3,8 @@
 #include "app/card/ContactCard.h"
 #include "app/history/BackupActions.h"
 #include "app/history/HistoryWindow.h"
-#include "app/start/AppDelegate.h"
 #include "contacts/stores/open/Backups.h"
-#include "contacts/stores/sqlite/SqliteStore.h"
-#include "support/TestPeople.h"
+#include "support/AppFixture.h"
 
 #include <QAbstractItemModelTester>
 #include <QCryptographicHash>
@@ -20,81 +18,18 @@
 #include <QStandardPaths>
 #include <QTableView>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
-#include <QTimer>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Presses the button whose text begins like this in the next message, and keeps what the message said.
-class Answer : public QObject
-{
-public:
-    explicit Answer(const QString &button)
-    {
-        connect(&m_timer, &QTimer::timeout, this, [this, button] {
-            for (QWidget *widget : QApplication::topLevelWidgets()) {
-                auto *box = qobject_cast<QMessageBox *>(widget);
-                if (!box || !box->isVisible())
-                    continue;
-                m_timer.stop();
-                said = box->text() + u'|' + box->informativeText();
-                for (QAbstractButton *candidate : box->buttons()) {
-                    if (candidate->text().startsWith(button))
-                        return candidate->click();
-                }
-            }
-        });
-        m_timer.start(1);
-    }
-
-    QString said;
-
-private:
-    QTimer m_timer;
-};
-
-} // namespace
-
 /// The windows by which changes are taken back.
-class AppTrustTest : public QObject
+class AppTrustTest : public QObject, private AppFixture
 {
     Q_OBJECT
 
 private:
-    QTemporaryDir m_folder;
-    std::unique_ptr<AppDelegate> m_app;
-    int m_bookCount = 0;
-
-    QString newPath() { return m_folder.filePath(u"book%1.sqlite"_s.arg(++m_bookCount)); }
-
-    static void add(const QString &path, std::initializer_list<QByteArray> people)
-    {
-        const auto book = *ABAddressBook::open(std::move(*SqliteStore::open(path)));
-        for (const QByteArray &text : people) {
-            const auto [uid, record] = recordFromText(text);
-            QVERIFY(book->addRecord(std::make_shared<ABPerson>(uid, record)));
-        }
-        QVERIFY(book->save(nullptr, makeCause(ChangeCause::Kind::Import, u"people.vcf"_s)));
-    }
-
-    void start(const QString &path, bool opens = true)
-    {
-        m_app = std::make_unique<AppDelegate>();
-        QSignalSpy opened(m_app.get(), &AppDelegate::addressBookOpened);
-        m_app->applicationDidFinishLaunching(path);
-        QTRY_VERIFY(opened.count() >= 1); // what a rescue opens may be there already
-        QCOMPARE(opened.front().front().toBool(), opens);
-        if (opens)
-            QTRY_VERIFY(m_app->loadContactsViewController().numberOfRowsInTableView() > 0);
-    }
-
-    static QByteArray savedBook() { return textOf(*ABAddressBook::sharedAddressBook()); }
-
     HistoryWindow *openHistory()
     {
         Q_EMIT m_app->mainWindow().historyRequested();
@@ -106,17 +41,14 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        m_app.reset();
-        ABAddressBook::setSharedAddressBook(nullptr);
+        end();
         const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
         QDir(data + u"/peoplenook/backups"_s).removeRecursively();
     }
 
     void theHistoryShowsAndRestores()
     {
-        const QString path = newPath();
-        add(path, {"{'uid':'1','firstName':'Ann','lastName':'Lee'}", "{'uid':'2','firstName':'Bo'}"});
-        start(path);
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}", "{'uid':'2','firstName':'Bo'}"});
         LoadContactsViewController &table = m_app->loadContactsViewController();
         QVERIFY(table.editCell(u"Anna"_s, Field::FirstName, 0));
         const QByteArray edited = savedBook();
@@ -172,10 +104,8 @@ private Q_SLOTS:
 
     void helpNeedsNoOtherProgram()
     {
-        const QString path = newPath();
-        add(path, {"{'uid':'1','firstName':'Ann'}"});
-        start(path);
-        QCOMPARE(m_app->mainWindow().windowHandle()->title(), QFileInfo(path).fileName());
+        start({"{'uid':'1','firstName':'Ann'}"});
+        QCOMPARE(m_app->mainWindow().windowHandle()->title(), QFileInfo(m_path).fileName());
         QFile opener(m_folder.filePath(u"xdg-open"_s));
         QVERIFY(opener.open(QIODevice::WriteOnly) && opener.write("#!/bin/sh\nexit 3\n") > 0);
         QVERIFY(opener.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
@@ -188,12 +118,9 @@ private Q_SLOTS:
 
     void aRestoreKeepsTheFindings()
     {
-        const QString path = newPath();
-        add(path, {"{'uid':'1','firstName':'Ann','lastName':'Lee'}", "{'uid':'2','firstName':'Bo','suffix':'XYZ'}"});
-        start(path);
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}", "{'uid':'2','firstName':'Bo','suffix':'XYZ'}"});
         QVERIFY(m_app->loadContactsViewController().editCell(u"XYZ"_s, Field::Suffix, 0));
-        m_app->scanClicled();
-        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        scan();
         HistoryWindow *history = openHistory();
         QTRY_COMPARE(history->steps()->model()->rowCount(), 2);
         history->steps()->selectRow(0);
@@ -207,9 +134,7 @@ private Q_SLOTS:
 
     void aBackupIsMadeAndRestored()
     {
-        const QString path = newPath();
-        add(path, {"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo'}"});
-        start(path);
+        start({"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo'}"});
         const QByteArray before = savedBook();
         BackupActions &backups = m_app->backupActions();
         QSignalSpy finished(&backups, &BackupActions::finished);
@@ -236,11 +161,8 @@ private Q_SLOTS:
 
     void nothingIsDeliveredWhileAQuestionIsOpen()
     {
-        const QString path = newPath();
-        add(path, {"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo','lastName':'Ng'}"});
-        start(path);
-        m_app->scanClicled();
-        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        start({"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo','lastName':'Ng'}"});
+        scan();
         const QPointer<OutlineViewController> asking = m_app->outlineViewController();
         asking->chooseOption(OptionGroup::OneName, kDeleteThisContact);
         bool isThere = false;
@@ -258,9 +180,7 @@ private Q_SLOTS:
 
     void aFileThatIsNoBackupIsRefused()
     {
-        const QString path = newPath();
-        add(path, {"{'uid':'1','firstName':'Ann'}"});
-        start(path);
+        start({"{'uid':'1','firstName':'Ann'}"});
         QSignalSpy finished(&m_app->backupActions(), &BackupActions::finished);
         const Answer answer(u"OK"_s);
         m_app->backupActions().restoreFrom(u"tests/CMakeLists.txt"_s);
@@ -271,40 +191,34 @@ private Q_SLOTS:
 
     void anAddressBookThatIsGoneIsSavedAgain()
     {
-        const QString path = newPath();
-        add(path, {"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo'}"});
-        start(path);
-        QVERIFY(QFile::rename(path, path + u".away"_s));
+        start({"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo'}"});
+        QVERIFY(QFile::rename(m_path, m_path + u".away"_s));
         const Answer answer(u"Save Under the Old Name"_s);
         QVERIFY(!m_app->loadContactsViewController().editCell(u"Anna"_s, Field::FirstName, 0));
-        QTRY_VERIFY(answer.said.contains(path + u" was moved, replaced or removed"_s));
-        QTRY_COMPARE(ABAddressBook::sharedAddressBook()->file(), path);
+        QTRY_VERIFY(answer.said.contains(m_path + u" was moved, replaced or removed"_s));
+        QTRY_COMPARE(ABAddressBook::sharedAddressBook()->file(), m_path);
         QVERIFY(savedBook().contains("\"Anna\"") && savedBook().contains("\"Bo\""));
     }
 
     void aDamagedContactIsShownAndPutBack()
     {
-        const QString path = newPath();
-        add(path, {"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}", "{'uid':'2','firstName':'Bo'}"});
-        start(path);
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}", "{'uid':'2','firstName':'Bo'}"});
         const QByteArray whole = savedBook();
-        QTRY_VERIFY(!newestDailyBackup(path).isEmpty());
-        m_app.reset();
-        ABAddressBook::setSharedAddressBook(nullptr);
-        QFile file(path);
+        QTRY_VERIFY(!newestDailyBackup(m_path).isEmpty());
+        end();
+        QFile file(m_path);
         QVERIFY(file.open(QIODevice::ReadWrite));
         QVERIFY(file.seek(file.readAll().indexOf("{\"firstName\":\"Ann\"") + 14) && file.write("E") == 1);
         file.close();
 
-        start(path);
+        restart();
         const QAbstractItemModel *table = m_app->loadContactsViewController().getTableView();
         QCOMPARE(table->index(0, 0).data().toString(), u"Enn"_s);
         QVERIFY(table->index(0, 0).data(Qt::ToolTipRole).toString().startsWith(u"This contact is damaged"));
         QVERIFY(!table->flags(table->index(0, 0)).testFlag(Qt::ItemIsEditable));
         QVERIFY(table->flags(table->index(1, 0)).testFlag(Qt::ItemIsEditable));
         // A repair that is refused is not in the way of other changes.
-        m_app->scanClicled();
-        QTRY_VERIFY(m_app->outlineViewController() && m_app->outlineViewController()->selectedItem());
+        scan();
         m_app->outlineViewController()->chooseOption(OptionGroup::BadSuffix, kRemoveTheSuffix);
         m_app->outlineViewController()->fixClick();
         QVERIFY(savedBook().contains("XYZ"));
@@ -332,21 +246,11 @@ private Q_SLOTS:
     void aDamagedAddressBookIsNotTheEnd()
     {
         QFETCH(QString, choice);
-        const QString path = newPath();
-        add(path, {"{'uid':'1','firstName':'Ann','image':'AAEC'}"});
-        start(path);
-        const QDir backups(
-            QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/peoplenook/backups"_s);
-        const auto isBackedUp = [&backups] {
-            const QStringList folders = backups.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-            return !folders.isEmpty()
-                && !QDir(backups.filePath(folders.front())).entryList({u"*.sqlite"_s}, QDir::Files).isEmpty();
-        };
-        QTRY_VERIFY(isBackedUp());
-        m_app.reset();
-        ABAddressBook::setSharedAddressBook(nullptr);
+        start({"{'uid':'1','firstName':'Ann','image':'AAEC'}"});
+        QTRY_VERIFY(!newestDailyBackup(m_path).isEmpty());
+        end();
 
-        QFile file(path);
+        QFile file(m_path);
         QVERIFY(file.open(QIODevice::ReadWrite));
         QByteArray content = file.readAll();
         const QByteArray picture =
@@ -356,8 +260,8 @@ private Q_SLOTS:
         file.close();
 
         const Answer answer(choice);
-        start(path, false);
-        QTRY_VERIFY(answer.said.startsWith(u"The address book is damaged.|"_s + path));
+        restart(false);
+        QTRY_VERIFY(answer.said.startsWith(u"The address book is damaged.|"_s + m_path));
         const QString newFile = m_folder.filePath(
             u"book%1-recovered-%2.sqlite"_s.arg(m_bookCount).arg(QDate::currentDate().toString(Qt::ISODate)));
         QTRY_COMPARE(m_app->loadContactsViewController().numberOfRowsInTableView(), 1);

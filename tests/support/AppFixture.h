@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-/// Presses a button of the next message and keeps what it said.
+/// Presses the button whose text begins like this in the next message, and keeps what the message said.
 class Answer : public QObject
 {
 public:
@@ -23,8 +23,10 @@ private:
 class AppFixture
 {
 public:
-    /// Starts it on these people and waits for the table.
+    /// Starts it on these people, as imported from "people.vcf", and waits for the table.
     void start(std::initializer_list<QByteArray> people);
+    /// Starts it on the address book that is there.
+    void restart(bool opens = true);
     /// Starts a scan and waits until its first finding is selected.
     void scan();
     void end();
