@@ -202,7 +202,8 @@ private Q_SLOTS:
 
     void aDamagedContactIsShownAndPutBack()
     {
-        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}", "{'uid':'2','firstName':'Bo'}"});
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}",
+            "{'uid':'2','firstName':'Bo','lastName':'Ng'}"});
         const QByteArray whole = savedBook();
         QTRY_VERIFY(!newestDailyBackup(m_path).isEmpty());
         end();

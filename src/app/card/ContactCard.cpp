@@ -101,8 +101,8 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
         auto *restore = buttons->addButton(tr("Restore from Backup ..."), QDialogButtonBox::ActionRole);
         restore->setEnabled(!ABAddressBook::isSharedReadOnly());
         connect(restore, &QPushButton::clicked, this, [this] {
-            done(Rejected);
             Q_EMIT restoreRequested(m_person->uniqueId());
+            done(Rejected);
         });
     }
     connect(buttons, &QDialogButtonBox::accepted, this, &ContactCard::save);
