@@ -9,12 +9,12 @@
 
 enum class ErrorKind {
     NotFound, ///< the thing named does not exist (any more)
-    Conflict, ///< somebody else changed it since it was read
+    Conflict, ///< another program changed it since it was read
     ReadOnly, ///< it may be read but not changed
     Unavailable, ///< cannot be reached now; may work later (locked, no service)
     Invalid, ///< the input is not what it claims to be
     Io, ///< reading or writing failed
-    Cancelled, ///< whoever asked for it did not want it any more
+    Cancelled, ///< it was given up by the one who asked for it
 };
 
 /// Why something was refused. The text is one English line without a full stop that names the thing and the reason;
@@ -23,7 +23,7 @@ struct Error
 {
     ErrorKind kind = ErrorKind::Io;
     QString text;
-    /// Of the people for whom this is, where only their part of a save was refused.
+    /// Of the people concerned, where a save was refused because of their part only.
     QStringList uids = {};
 
     const QString &description() const { return text; }

@@ -33,7 +33,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Another program that is writing, and that ends only if this one handles events meanwhile.
+/// Another program that is writing, and that ends only if this one handles events.
 class Locker
 {
 public:
@@ -180,28 +180,28 @@ private Q_SLOTS:
 
     void windowsLiveWhileASaveWaits_data()
     {
-        QTest::addColumn<QString>("deed");
-        for (const char *deed : {"edit a cell", "save a card", "fix"})
-            QTest::newRow(deed) << QString::fromLatin1(deed);
+        QTest::addColumn<QString>("change");
+        for (const char *change : {"edit a cell", "save a card", "fix"})
+            QTest::newRow(change) << QString::fromLatin1(change);
     }
 
     void windowsLiveWhileASaveWaits()
     {
-        QFETCH(const QString, deed);
+        QFETCH(const QString, change);
         start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}"});
         QAbstractItemModel *model = contacts()->table()->model();
         const QModelIndex name = model->index(0, columnOf(u"First Name"_s));
         contacts()->table()->setCurrentIndex(name);
-        if (deed == u"fix")
+        if (change == u"fix")
             scan();
         QSignalSpy failed(&m_app->activityLog(), &ActivityLog::failed);
         QStringList events;
         Locker locker(m_path, [&events] { events += u"unlocked"_s; });
-        // What ends meanwhile must not pull the row or the finding away from under the deed.
+        // A result that is ready must not pull the row or the finding away from under the change.
         Job::deliver(m_app.get(), [&events] { events += u"delivered"_s; });
-        if (deed == u"edit a cell") {
+        if (change == u"edit a cell") {
             QVERIFY(model->setData(name, u"Bea"_s));
-        } else if (deed == u"fix") {
+        } else if (change == u"fix") {
             QTest::keyClick(window().results()->fixButton(), Qt::Key_Space);
         } else {
             QTest::keyClick(contacts()->table(), Qt::Key_O, Qt::ControlModifier);
@@ -215,7 +215,7 @@ private Q_SLOTS:
             card->save();
         }
         QCOMPARE(events, QStringList{u"unlocked"_s});
-        QVERIFY(savedBook().contains(deed == u"fix" ? "\"lastName\":\"Lee\"}" : "\"firstName\":\"Bea\""));
+        QVERIFY(savedBook().contains(change == u"fix" ? "\"lastName\":\"Lee\"}" : "\"firstName\":\"Bea\""));
         QTRY_COMPARE(events.back(), u"delivered"_s);
         QCOMPARE(failed.count(), 0);
     }
@@ -364,7 +364,7 @@ private Q_SLOTS:
         QVERIFY(action(u"&Find"_s)->isEnabled());
     }
 
-    void shortcutsOutliveADeletionOfNobody()
+    void shortcutsOutliveADeletionOfNoOne()
     {
         start({"{'uid':'1','firstName':'Ann'}"});
         QTableView *table = contacts()->table();

@@ -11,7 +11,7 @@
 #include <QWidget>
 
 /// Backups of the shared address book, restores from them, and what is offered when the address book is damaged. Asks
-/// on the main thread, works on one of its own, and tells the activity log how it ended.
+/// on the main thread, works in a job, and tells the activity log how it ended.
 class BackupActions : public QObject
 {
     Q_OBJECT

@@ -47,7 +47,7 @@ public:
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// Null: nobody.
+    /// Null: no one.
     void setStep(const Step &step);
     const RecordedChange &change(int row) const { return m_step->changes[std::size_t(row)]; }
 

@@ -166,7 +166,7 @@ void HistoryWindow::reload()
 void HistoryWindow::showHistory(const Result<std::vector<ChangeSummary>> &history)
 {
     m_history.setSteps(history ? *history : std::vector<ChangeSummary>());
-    selectionChanged(); // a reset tells nobody
+    selectionChanged(); // a reset emits no signal
     if (!history)
         say(history.error().description());
     else if (history->empty())
@@ -233,7 +233,8 @@ void HistoryWindow::restoreSelected()
     if (ids.isEmpty())
         return;
     setEnabled(false); // what is asked for next is about the history as it is then
-    m_restorer.start([ids] { return restoreCauses(ids); }, [this](const Result<QString> &done) { finishRestore(done); });
+    m_restorer.start(
+        [ids] { return restoreCauses(ids); }, [this](const Result<QString> &done) { finishRestore(done); });
 }
 
 void HistoryWindow::finishRestore(const Result<QString> &done)

@@ -15,7 +15,7 @@ class QTableView;
 class QTableWidget;
 
 /// What was changed in the shared address book, with everybody before and after, and a button that puts the people of
-/// the selected changes back. Reads and restores on threads of its own.
+/// the selected changes back. Reads and restores in jobs.
 class HistoryWindow : public QWidget
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     /// Waits for a running restore.
     ~HistoryWindow() override;
 
-    /// Reads the history anew; the selection goes.
+    /// Reads the history again and clears the selection.
     void reload();
     void restoreSelected();
 

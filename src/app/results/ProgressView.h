@@ -26,7 +26,7 @@ public:
     double endAngle() const { return m_endAngle; }
     void setEndAngle(double degrees);
 
-    /// Begins to turn an arc of 30 degrees anew.
+    /// Starts to turn an arc of 30 degrees.
     void start();
 
 protected:

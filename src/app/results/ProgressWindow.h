@@ -15,7 +15,7 @@ public:
     explicit ProgressWindow(QWidget *parent);
 
     ProgressView *animationView() const { return m_view; }
-    /// Shows it with an arc that starts anew.
+    /// Shows it with an arc that starts from the beginning.
     void begin();
 
 protected:

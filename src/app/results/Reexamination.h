@@ -24,6 +24,6 @@ public:
 private:
     QPointer<OutlineViewController> m_results;
     bool m_isScanning = false;
-    QStringList m_outstanding; // whose findings nobody has looked at yet
+    QStringList m_outstanding; // whose findings are still to be looked at
     Job m_job;
 };

@@ -34,7 +34,7 @@ public:
     /// Where F6 goes; null for what is not there.
     QList<QWidget *> panes() const;
 
-    /// Shows the tree anew, all groups open, the first finding selected.
+    /// Shows the tree again, all groups open, the first finding selected.
     void refresh();
 
 private:

@@ -44,7 +44,7 @@ void OutsideWatch::watch(std::shared_ptr<ABAddressBook> book)
 
 void OutsideWatch::look()
 {
-    if (m_reader.isRunning()) { // its answer counts, and need not hold the change that this is about
+    if (m_reader.isRunning()) { // it may have looked before this change came
         m_delay.start();
         return;
     }

@@ -21,7 +21,7 @@ public:
     void watch(std::shared_ptr<ABAddressBook> book);
 
 Q_SIGNALS:
-    /// The people with these uids were changed, added or removed by somebody else; never empty.
+    /// The people with these uids were changed, added or removed by another program; never empty.
     void changed(const QStringList &uids);
     /// The address book could not be read.
     void failed(const QString &reason);

@@ -67,7 +67,7 @@ void Scans::outLineViewRefrash()
 
 void Scans::reloadUI()
 {
-    // The view is in the middle of an event of its own, and the controller in the middle of a repair.
+    // The view is handling an event, and the controller is carrying out a repair.
     Job::deliver(this, [this] {
         m_window.showContacts();
         m_results.reset();

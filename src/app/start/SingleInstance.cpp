@@ -122,7 +122,7 @@ bool SingleInstance::send(const QByteArray &message, std::chrono::milliseconds p
 
 void SingleInstance::listen()
 {
-    QLocalServer::removeServer(m_socketPath); // a killed application's; the lock says that nobody listens there
+    QLocalServer::removeServer(m_socketPath); // a killed application's; the lock says that no one listens there
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     if (!m_server.listen(m_socketPath))
         qCWarning(lcApp, "%s: %s", qPrintable(m_socketPath), qPrintable(m_server.errorString()));

@@ -8,7 +8,7 @@
 #include <chrono>
 #include <memory>
 
-/// One running application a user and address book: whoever is started second hands its files to the first and ends.
+/// One running application per user and address book: one that is started later hands its files to it and ends.
 /// Lock and socket lie in a folder that only this user may enter; what a killed application left there is no obstacle.
 class SingleInstance : public QObject
 {

@@ -66,7 +66,7 @@ void introduce()
 
 int refuse(const Error &error)
 {
-    std::fprintf(stderr, "%s\n", qPrintable(error.text)); // for a terminal, where nobody may see the box
+    std::fprintf(stderr, "%s\n", qPrintable(error.text)); // for a terminal, where the box may not be seen
     QMessageBox::critical(nullptr, QApplication::applicationDisplayName(), error.text);
     return 2;
 }

@@ -27,7 +27,8 @@ bool refuse(Error *error, ErrorKind kind, const ABPersonPtr &person, const char 
     return fail(error, {kind, person->uniqueId() % QStringLiteral(": ") % QLatin1StringView(reason)});
 }
 
-/// How often a save takes in what others changed before it gives up; each round means that somebody saved in between.
+/// How often a save takes in what others changed before it gives up; each round means that another program saved in
+/// between.
 constexpr int kSaveAttempts = 5;
 
 } // namespace
@@ -62,7 +63,7 @@ Result<std::shared_ptr<ABAddressBook>> ABAddressBook::open(std::unique_ptr<Addre
     book->m_people.reserve(stored->size());
     for (auto &[uid, record] : *stored) {
         auto person = std::make_shared<ABPerson>(std::move(uid), std::move(record));
-        person->m_pendingChanges = book->m_pending; // nobody else knows the person yet: no lock
+        person->m_pendingChanges = book->m_pending; // no one else knows the person yet: no lock
         book->m_people.insert(std::move(person));
     }
     for (const QString &uid : book->m_store->damagedPeople()) {

@@ -18,7 +18,7 @@ struct PersonSnapshot
     PersonRecordPtr record;
 };
 
-/// Everybody at one moment; nobody changes it any more.
+/// Everybody at one moment; immutable.
 using PeopleSnapshot = std::shared_ptr<const std::vector<PersonSnapshot>>;
 
 /// The people of one address book, all in memory, with the changes that are not saved yet.
@@ -41,11 +41,11 @@ public:
 
     /// A copy; additions and removals that are not saved yet are in it.
     QList<ABPersonPtr> people() const;
-    /// The same with their records. Not null. Free of cost as long as nobody was changed.
+    /// The same with their records. Not null. Costs nothing as long as no one was changed.
     PeopleSnapshot snapshot() const;
     /// Null when there is none.
     ABPersonPtr personWithUniqueId(const QString &uid) const;
-    /// False as soon as the person was removed, by whomever.
+    /// False as soon as the person was removed, also by another program.
     bool containsRecord(const ABPersonPtr &person) const;
     /// Whoever matches, in the order of people().
     QList<ABPersonPtr> recordsMatchingSearchElement(const ABSearchElement &element) const;
@@ -56,13 +56,14 @@ public:
     /// False for a person that is not in the address book. Its uid is free again only after save().
     bool removeRecord(const ABPersonPtr &person, Error *error = nullptr);
 
-    /// Writes all pending changes, whole or not at all. Where somebody else changed other properties of a person
-    /// meanwhile, both changes are made.
-    /// False: the store refused, nothing was written and everything stays pending; or (Conflict) somebody else gave a
-    /// property that was changed here another value, removed a person that was changed here, or changed one that was
-    /// removed here: then the other's deed holds, this person's changes are dropped, and another save() writes the
-    /// rest. That may have come to light in a refresh() before; the next save() tells it; or (an error with uids) the
-    /// store cannot change these people: then what the same cause changed is taken back, and all else is written.
+    /// Writes all pending changes, or none. Where another program changed other properties of a person since, both
+    /// changes are made. False:
+    /// - the store refused; nothing was written and everything stays pending;
+    /// - Conflict: another program gave a property that was changed here another value, removed a person that was
+    ///   changed here, or changed one that was removed here. The other change wins, this person's are dropped, and the
+    ///   next save() writes the rest. A refresh() may have found this out before; the next save() tells it;
+    /// - an error with uids: the store cannot change these people. What the same cause changed is taken back, all else
+    ///   is written.
     /// @p cause is that of everything that was changed since the last save; a save that fails does not change whose a
     /// change is. Saves of one cause are one step of the history; without a cause, a save is a step by itself.
     bool save(Error *error = nullptr, const ChangeCausePtr &cause = {});
@@ -73,13 +74,13 @@ public:
     void setSaveRunner(SaveRunner runner) { m_saveRunner = std::move(runner); }
 
     /// Takes in what others changed in the store; pending changes stay, as in save().
-    /// @return the uids of everybody whom others changed, added or removed since the last call, whatever took it in
+    /// @return the uids of everybody whom others changed, added or removed since the last call
     Result<std::vector<QString>> refresh();
     /// The same for those who want the people of now; the next refresh() names the uids.
     Result<void> catchUp();
 
-    /// As AddressBookStore::setChangeListener(): whoever is called may want to refresh(). An empty one gives up a
-    /// refresh() that waits.
+    /// As AddressBookStore::setChangeListener(); the listener may refresh() later. An empty one gives up a refresh()
+    /// that waits.
     void setChangeListener(std::function<void()> listener);
 
     // These three may take as long as the store; none belongs on a main thread.
@@ -87,7 +88,7 @@ public:
     Result<std::vector<ChangeSummary>> history();
     Result<ChangeStep> historyStep(const QString &causeId);
     /// Writes the changes to the store and makes the people agree with it. People who are added are new objects. On any
-    /// error (Conflict: somebody was faster, or changed a person here without saving it) nothing is changed, neither
+    /// error (Conflict: another program was faster, or a person has unsaved changes here) nothing is changed, neither
     /// here nor there.
     Result<void> apply(std::vector<RecordChange> changes, const ChangeCausePtr &cause);
 

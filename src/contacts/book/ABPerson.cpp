@@ -133,7 +133,7 @@ QByteArray ABPerson::vCardRepresentation() const
 ABSearchElement ABPerson::searchElementForProperty(ABProperty property, const std::optional<QString> &label,
     const std::optional<QString> &key, const QString &value, int comparison)
 {
-    // The uid is no multi-value, so an element on it matches nobody.
+    // The uid is no multi-value, so an element on it matches no one.
     const bool supported = comparison == kABEqual && !key;
     return {supported ? property : kABUIDProperty, label, value};
 }

@@ -18,7 +18,7 @@ class PendingChanges;
 class ABPerson : public std::enable_shared_from_this<ABPerson>
 {
 public:
-    /// A new, empty person with a uid of its own, belonging to no address book yet.
+    /// A new, empty person with a new uid, in no address book yet.
     ABPerson();
     ABPerson(QString uid, PersonRecordPtr record);
     ABPerson(const ABPerson &) = delete;
@@ -49,7 +49,7 @@ public:
     /// Everything known of the person as one vCard 3.0.
     QByteArray vCardRepresentation() const;
 
-    /// Only the comparison kABEqual exists and keys are not searched; anything else matches nobody.
+    /// Only the comparison kABEqual exists and keys are not searched; anything else matches no one.
     static ABSearchElement searchElementForProperty(ABProperty property, const std::optional<QString> &label,
         const std::optional<QString> &key, const QString &value, int comparison);
 

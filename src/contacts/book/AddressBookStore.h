@@ -45,25 +45,25 @@ public:
     virtual std::vector<QString> damagedPeople() const { return {}; }
 
     /// Makes all the changes, or none and says why. The changes of one set name each person once.
-    /// Conflict: the store no longer holds a `before` (changed, removed or added by somebody else); the text names the
-    /// first such person. On any error the store holds what it held before. An error that would stay as long as the
+    /// Conflict: the store no longer holds a `before` (changed, removed or added by another program); the text names
+    /// the first such person. On any error the store holds what it held before. An error that would stay as long as the
     /// changes of some people are in the set (they are damaged, or a newer version wrote them) has their uids.
     /// The history tells of the changes under their causes, from the moment in which they are made.
     virtual Result<void> commit(const std::vector<RecordChange> &changes) = 0;
 
-    /// What somebody else changed since loadAll() or the last call, each person once. May include changes of one's own.
+    /// What others changed since loadAll() or the last call, each person once. May include this program's changes.
     virtual Result<std::vector<OutsideChange>> takeChangesFromOutside() = 0;
-    /// Lets nobody wait for takeChangesFromOutside() any more: one that waits for somebody else ends soon, with
-    /// Cancelled, and so do later ones, until a listener is set. May be called while another call runs.
+    /// Makes a takeChangesFromOutside() that waits end soon with Cancelled, and later ones too, until a listener is
+    /// set. May be called while another call runs.
     virtual void giveUpLooking() { }
 
-    /// Has @p listener called soon after somebody, perhaps oneself, may have changed the store: on any thread, also
+    /// Has @p listener called soon after the store may have changed, also by this program: on any thread, and perhaps
     /// once more after another listener was set. To be called on a thread with an event loop. A store that cannot tell
     /// never calls it.
     // NOLINTNEXTLINE(performance-unnecessary-value-param): those who override it keep it
     virtual void setChangeListener(std::function<void()> listener) { static_cast<void>(listener); }
 
-    /// What was saved, newest first, a line a cause.
+    /// What was saved, newest first, one line per cause.
     virtual Result<std::vector<ChangeSummary>> history() = 0;
     /// Everything that was saved for the cause with this id. NotFound: the history knows none, or not any more.
     virtual Result<ChangeStep> historyStep(const QString &causeId) = 0;

@@ -18,7 +18,7 @@ struct ChangeCause
 
 using ChangeCausePtr = std::shared_ptr<const ChangeCause>;
 
-/// A cause with an id of its own.
+/// A cause with a new id.
 ChangeCausePtr makeCause(ChangeCause::Kind kind, const QString &description = {});
 
 /// How a kind is called in a store ("repair"), and back; a name that is none counts as Other.

@@ -19,7 +19,7 @@ struct ChangeSummary
 {
     ChangeCause cause;
     QDateTime savedAt; ///< UTC, of its last save; invalid where the store does not know it
-    qint64 added = 0; ///< counted a save: a person that two saves of one cause changed counts twice
+    qint64 added = 0; ///< counted per save: a person whom two saves of one cause changed counts twice
     qint64 changed = 0;
     qint64 removed = 0;
 
@@ -32,7 +32,7 @@ struct RecordedChange
     QString uid;
     PersonRecordPtr before; ///< null: there was no such person
     PersonRecordPtr after; ///< null: the person was removed, or `afterIsLost`
-    /// What the change left cannot be told any more: somebody changed the person later, past the history.
+    /// What the change left is no longer known: the person was changed later without the history.
     bool afterIsLost = false;
 };
 
@@ -52,7 +52,7 @@ inline constexpr std::chrono::days kHistoryAge{90};
 inline constexpr std::size_t kHistoryCount = 1000;
 
 /// Decides which causes have outlived both. Age is counted from save to save, and a longer pause counts as a day: a
-/// clock that is years ahead for a while, or a book nobody changed for years, ages nothing else.
+/// clock that is years ahead for a while, or a book that did not change for years, ages nothing else.
 class Forgetting
 {
 public:

@@ -23,7 +23,7 @@ public:
     };
 
     /// Grows with every change of a person or of who is there. It is told before the change can be seen, by a thread
-    /// that holds the lock which whoever wants to see the change needs.
+    /// that holds the lock which is needed to see the change.
     quint64 version() const { return m_version; }
     void touch() { ++m_version; }
 

@@ -28,7 +28,7 @@ QString uidFor(const QByteArray &content)
     return QUuid::createUuidV5(kContentNamespace, content).toString(QUuid::WithoutBraces).toUpper();
 }
 
-/// Lines that every program writes anew, so they say nothing about the person.
+/// Lines that every program replaces, so they say nothing about the person.
 bool isStamp(const KeptLine &line)
 {
     const auto isNamed = [&line](QStringView name) {

@@ -25,6 +25,6 @@ Result<RestorePlan> planRestore(ABAddressBook &book, const QStringList &causeIds
 /// in the order of @p wanted.
 Result<RestorePlan> planReplacement(ABAddressBook &book, const std::vector<StoredRecord> &wanted);
 
-/// Carries a plan out as a cause of its own; errors as those of ABAddressBook::apply(). All three may take as long as
+/// Carries out a plan, as a new cause; errors as those of ABAddressBook::apply(). All three may take as long as
 /// the store; none belongs on a main thread.
 Result<void> restore(ABAddressBook &book, const RestorePlan &plan);

@@ -209,7 +209,7 @@ private Q_SLOTS:
             QVERIFY(!mine->hasUnsavedChanges() && mine->save());
             QCOMPARE(textOf(*mine), textOf(*theirs));
             QCOMPARE(textOf(*mine), textOf(*openBook(backing)));
-            // Whatever took it in, whoever watches is told, once.
+            // Those who watch are told once, whatever took it in.
             QCOMPARE(*mine->refresh(), std::vector<QString>{u("a")});
             QVERIFY(mine->refresh()->empty());
         }
