@@ -101,9 +101,9 @@ public:
         if (isConflict && m_outcome.added && !m_outcome.removed.isEmpty())
             m_context.report(uid
                 % QStringLiteral(": the merge is incomplete; the address book's history holds whoever was removed"));
-        // What this one could not save is pending, and the next save would write it after all. Only a conflict is
-        // settled: what others wrote holds.
-        return isConflict;
+        // What this one could not save is pending, and the next save would write it after all. Only a conflict, where
+        // the other change wins, and a repair that was taken back are settled.
+        return isConflict || !m_outcome.error->uids.isEmpty();
     }
 
     ExitStatus status() const { return m_status; }
