@@ -27,7 +27,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
@@ -112,27 +111,6 @@ private Q_SLOTS:
         scan();
         QCOMPARE(m_app->outlineViewController()->selectedItem()->name(), u"Ann  Lee"_s);
         QVERIFY(!window().results()->fixButton()->isEnabled());
-    }
-
-    void menusShowAndHideColumns()
-    {
-        start({"{'uid':'1','nickname':'Nan'}"});
-        const QAbstractItemModel *table = contacts()->table()->model();
-        const int before = table->columnCount();
-        for (const QMenu *menu : contacts()->columnMenus()) {
-            for (QAction *item : menu->actions()) {
-                if (item->text() != u"Nickname")
-                    continue;
-                QVERIFY(!item->isChecked());
-                item->trigger();
-                QVERIFY(item->isChecked());
-                QCOMPARE(table->index(0, before).data().toString(), u"Nan"_s);
-                item->trigger();
-                QCOMPARE(table->columnCount(), before);
-                return;
-            }
-        }
-        QFAIL("no such column");
     }
 
     /// The whole way by keys: scan, choose a repair, fix, see the next finding, and fix the last one.

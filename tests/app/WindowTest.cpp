@@ -403,9 +403,11 @@ private Q_SLOTS:
         if (change == u"drag") {
             header->moveSection(1, 3);
         } else if (change == u"hide another") {
-            m_app->loadContactsViewController().menuDidChange(u"First Name"_s);
+            action(u"First Name"_s)->trigger();
+            QVERIFY(!action(u"First Name"_s)->isChecked());
         } else if (change == u"show another") {
-            m_app->loadContactsViewController().menuDidChange(u"Department"_s);
+            action(u"Department"_s)->trigger();
+            QVERIFY(action(u"Department"_s)->isChecked() && columnOf(u"Department"_s) > 0);
         } else if (change == u"keys") {
             QTest::keyClick(table, Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier);
             QCOMPARE(table->currentIndex().column(), 0);
