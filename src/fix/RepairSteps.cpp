@@ -4,12 +4,6 @@
 
 #include "contacts/book/ABAddressBook.h"
 
-namespace {
-
-const Error kNoAddressBook{ErrorKind::Unavailable, QStringLiteral("no address book is open")};
-
-} // namespace
-
 bool RepairSteps::note(bool done, const Error &failure, Error *error)
 {
     if (!done && !m_outcome.error)
@@ -22,7 +16,7 @@ bool RepairSteps::note(bool done, const Error &failure, Error *error)
 bool RepairSteps::addRecord(const ABPersonPtr &person, Error *error)
 {
     const auto book = ABAddressBook::sharedAddressBook();
-    Error failure = kNoAddressBook;
+    Error failure = noAddressBook();
     if (person->isRemoved()) // a removal that is still to be saved must not be taken back by a repair either
         failure = {ErrorKind::NotFound, person->uniqueId() % QStringLiteral(": is no longer in the address book")};
     return note(book && !person->isRemoved() && book->addRecord(person, &failure), failure, error);
@@ -31,7 +25,7 @@ bool RepairSteps::addRecord(const ABPersonPtr &person, Error *error)
 bool RepairSteps::removeRecord(const ABPersonPtr &person, Error *error)
 {
     const auto book = ABAddressBook::sharedAddressBook();
-    Error failure = kNoAddressBook;
+    Error failure = noAddressBook();
     const bool done = book && book->removeRecord(person, &failure);
     if (done)
         m_outcome.removed.push_back(person);
@@ -45,7 +39,7 @@ bool RepairSteps::save(Error *error)
     if (m_outcome.error && !m_outcome.error->uids.isEmpty()) // the repair was taken back
         return note(false, *m_outcome.error, error);
     const auto book = ABAddressBook::sharedAddressBook();
-    Error failure = kNoAddressBook;
+    Error failure = noAddressBook();
     const bool done = book && book->save(&failure, m_cause);
     // Everything pending was written, what an earlier save could not write too; only a conflict was decided for good.
     if (done && m_outcome.error && m_outcome.error->kind != ErrorKind::Conflict)

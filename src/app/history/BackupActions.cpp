@@ -28,11 +28,6 @@ QString fileFilter()
     return BackupActions::tr("Address books (*.sqlite);;All files (*)");
 }
 
-Error noAddressBook()
-{
-    return {ErrorKind::Unavailable, BackupActions::tr("no address book is open")};
-}
-
 Result<QString> backedUp(const QString &path, bool replaces)
 {
     const auto book = ABAddressBook::sharedAddressBook();

@@ -26,11 +26,6 @@ namespace {
 constexpr std::array kDifferenceTitles{QT_TRANSLATE_NOOP("HistoryWindow", "What"),
     QT_TRANSLATE_NOOP("HistoryWindow", "Before"), QT_TRANSLATE_NOOP("HistoryWindow", "After")};
 
-Error noAddressBook()
-{
-    return {ErrorKind::Unavailable, HistoryWindow::tr("no address book is open")};
-}
-
 Result<QString> restoreCauses(const QStringList &ids)
 {
     const auto book = ABAddressBook::sharedAddressBook();

@@ -135,3 +135,9 @@ private:
     mutable PeopleSnapshot m_snapshot; // null, or of the version below
     mutable quint64 m_snapshotVersion = 0;
 };
+
+/// Why nothing can be done while ABAddressBook::sharedAddressBook() is null.
+inline Error noAddressBook()
+{
+    return {ErrorKind::Unavailable, QStringLiteral("no address book is open")};
+}
