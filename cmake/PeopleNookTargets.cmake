@@ -105,8 +105,8 @@ function(peoplenook_test path)
     cmake_parse_arguments(ARG "" "LABEL" "LIBRARIES" ${ARGN})
     get_filename_component(name ${path} NAME)
     set(headers test)
-    if(ARG_LIBRARIES MATCHES "app")
-        set(headers program) # Qt Test's are others where there are windows
+    if(ARG_LIBRARIES MATCHES "app|Qt6::Network")
+        set(headers program) # Qt Test's are others where there are windows or sockets
     endif()
     peoplenook_program(${name} SOURCES ${path}.cpp LIBRARIES Qt6::Test testsupport ${ARG_LIBRARIES} HEADERS ${headers})
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})

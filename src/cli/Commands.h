@@ -4,7 +4,7 @@
 
 #include "base/Result.h"
 #include "cli/CommandLine.h"
-#include "contacts/book/ABAddressBook.h"
+#include "contacts/book/RestorePlan.h"
 
 #include <optional>
 

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/book/RestorePlan.h"
 #include "contacts/stores/open/OpenStore.h"
 #include "contacts/stores/sqlite/SqliteStore.h"
 #include "support/FailingStore.h"
