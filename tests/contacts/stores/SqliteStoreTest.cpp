@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/sqlite/SqliteStore.h"
+#include "contacts/book/RestorePlan.h"
 #include "contacts/stores/sqlite/AddressBookFile.h"
 #include "contacts/stores/sqlite/BackupFile.h"
 #include "contacts/stores/sqlite/Salvage.h"
