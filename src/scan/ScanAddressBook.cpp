@@ -3,14 +3,12 @@
 #include "scan/ScanAddressBook.h"
 
 #include "scan/DuplicateRules.h"
-#include "scan/NameRules.h"
+#include "scan/Finders.h"
 #include "scan/ScanLog.h"
-#include "scan/TextRules.h"
 
 #include <QElapsedTimer>
 
 #include <algorithm>
-#include <array>
 
 Q_LOGGING_CATEGORY(lcScan, "peoplenook.scan")
 Q_LOGGING_CATEGORY(lcScanTrace, "peoplenook.scan.trace", QtWarningMsg)
@@ -23,41 +21,9 @@ PeopleSnapshot currentPeople()
     return book ? book->snapshot() : std::make_shared<const std::vector<PersonSnapshot>>();
 }
 
-struct FinderRow
-{
-    Condition condition;
-    Finder find;
-};
-
-template <ABProperty property> Findings repeatedValues(People people)
-{
-    return peopleWithRepeatedValue(people, property);
-}
-
-constexpr std::array kFinders{
-    FinderRow{Condition::SingleName, peopleWithIncompleteName},
-    FinderRow{Condition::DupAddress, repeatedValues<kABAddressProperty>},
-    FinderRow{Condition::InvalidChar, peopleWithInvalidCharacters},
-    FinderRow{Condition::SpaceInFirstName, peopleWithSpaceInFirstName},
-    FinderRow{Condition::ShareEmail, sharedEmails},
-    FinderRow{Condition::DuplicateContacts, peopleOfRepeatedName},
-    FinderRow{Condition::EmptyNotes, peopleWithNoteOfSpaces},
-    FinderRow{Condition::EmptyNickname, peopleWithNicknameOfSpaces},
-    FinderRow{Condition::DupPhone, repeatedValues<kABPhoneProperty>},
-    FinderRow{Condition::DupEmail, repeatedValues<kABEmailProperty>},
-    FinderRow{Condition::UnusualTitle, peopleWithUnusualTitle},
-    FinderRow{Condition::UnusualSuffix, peopleWithUnusualSuffix},
-    FinderRow{Condition::BlankName, peopleWithBlankName},
-};
-
-Findings findingsOf(Condition condition, People people)
-{
-    return std::ranges::find(kFinders, condition, &FinderRow::condition)->find(people);
-}
-
 std::vector<ABPersonPtr> peopleFor(Condition condition)
 {
-    return std::get<std::vector<ABPersonPtr>>(findingsOf(condition, *currentPeople()));
+    return std::get<std::vector<ABPersonPtr>>(find(condition, *currentPeople()));
 }
 
 } // namespace
@@ -77,7 +43,7 @@ ScanResult ScanAddressBook::examine(const QStringList &selectedTitles)
             continue;
         QElapsedTimer timer;
         timer.start();
-        result.insert(*condition, findingsOf(*condition, *people));
+        result.insert(*condition, find(*condition, *people));
         if (condition == Condition::DuplicateContacts)
             qCDebug(lcScan, "扫描花费的时间：%f", double(timer.nsecsElapsed()) / 1e9);
     }
