@@ -156,7 +156,7 @@ void ExportContact::run(const Format &format, const QString &folder, const Expor
     timer.start();
     ExportOutcome outcome;
     outcome.format = format.title;
-    outcome.report = (this->*format.write)(folder + format.fileName, source);
+    outcome.report = format.write(folder + format.fileName, source);
     const PersonRows &rows = source.matrix == kAllFieldsTag ? source.exportArray : source.tableRows;
     // A format of one file a row keeps those that came before the failure; the others keep nothing.
     outcome.rows = outcome.report.error ? outcome.report.paths.size() : static_cast<qint64>(rows.size());
@@ -172,52 +172,52 @@ void ExportContact::waitForFinished()
     m_running.clear();
 }
 
-ExportReport ExportContact::exportExcelToDesPath(const QString &toDesPath, const ExportSource &source) const
+ExportReport ExportContact::exportExcelToDesPath(const QString &toDesPath, const ExportSource &source)
 {
     return XlsxCreater(tracedRowsOf(source), toDesPath, isAllFields(source)).startConvert();
 }
 
-ExportReport ExportContact::exportHtmlToDesPath(const QString &toDesPath, const ExportSource &source) const
+ExportReport ExportContact::exportHtmlToDesPath(const QString &toDesPath, const ExportSource &source)
 {
     return ExportToHtml(rowsOf(source), toDesPath, isAllFields(source)).writeHtml();
 }
 
-ExportReport ExportContact::exportPagesToDesPath(const QString &toDesPath, const ExportSource &source) const
+ExportReport ExportContact::exportPagesToDesPath(const QString &toDesPath, const ExportSource &source)
 {
     PagesCreator creator;
     creator.initWithDictionary(rowsOf(source), toDesPath, isAllFields(source));
     return creator.startConvert();
 }
 
-ExportReport ExportContact::exportNumbersToDesPath(const QString &toDesPath, const ExportSource &source) const
+ExportReport ExportContact::exportNumbersToDesPath(const QString &toDesPath, const ExportSource &source)
 {
     NumbersCreator creator;
     creator.initWithDictionary(tracedRowsOf(source), toDesPath, isAllFields(source));
     return creator.startConvert();
 }
 
-ExportReport ExportContact::exportCsvToDesPath(const QString &toDesPath, const ExportSource &source) const
+ExportReport ExportContact::exportCsvToDesPath(const QString &toDesPath, const ExportSource &source)
 {
     ExportReport report;
     ExportCSV().writeCSVFileWithArray(rowsOf(source), toDesPath, isAllFields(source), &report);
     return report;
 }
 
-ExportReport ExportContact::exportDocxToDesPath(const QString &toDesPath, const ExportSource &source) const
+ExportReport ExportContact::exportDocxToDesPath(const QString &toDesPath, const ExportSource &source)
 {
     DocxCreator creator;
     creator.initWithDictionary(rowsOf(source), toDesPath);
     return creator.startConvert();
 }
 
-ExportReport ExportContact::exportVcfToDesPath(const QString &toDesPath, const ExportSource &source) const
+ExportReport ExportContact::exportVcfToDesPath(const QString &toDesPath, const ExportSource &source)
 {
     ExportReport report;
     ExportVCard().exportVcardWithArray(rowsOf(source), toDesPath, &report);
     return report;
 }
 
-ExportReport ExportContact::exportTxtToDesPath(const QString &toDesPath, const ExportSource &source) const
+ExportReport ExportContact::exportTxtToDesPath(const QString &toDesPath, const ExportSource &source)
 {
     ExportReport report;
     ExportTXT().writeTXTFileWithArray(rowsOf(source), toDesPath, isAllFields(source), &report);

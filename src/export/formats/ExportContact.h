@@ -65,7 +65,7 @@ public:
         QString title; ///< for the user, who chooses by it
         QString name; ///< for command lines
         QString fileName; ///< behind the folder, with its slash; empty where the writer names its files itself
-        ExportReport (ExportContact::*write)(const QString &toDesPath, const ExportSource &source) const;
+        ExportReport (*write)(const QString &toDesPath, const ExportSource &source);
     };
     /// In the order in which they are offered.
     static std::span<const Format> formats();
@@ -88,14 +88,14 @@ public:
     void waitForFinished();
 
     // Any thread. The path is the folder, or the folder and the file's name without extension.
-    ExportReport exportExcelToDesPath(const QString &toDesPath, const ExportSource &source) const;
-    ExportReport exportHtmlToDesPath(const QString &toDesPath, const ExportSource &source) const;
-    ExportReport exportPagesToDesPath(const QString &toDesPath, const ExportSource &source) const;
-    ExportReport exportNumbersToDesPath(const QString &toDesPath, const ExportSource &source) const;
-    ExportReport exportCsvToDesPath(const QString &toDesPath, const ExportSource &source) const;
-    ExportReport exportDocxToDesPath(const QString &toDesPath, const ExportSource &source) const;
-    ExportReport exportVcfToDesPath(const QString &toDesPath, const ExportSource &source) const;
-    ExportReport exportTxtToDesPath(const QString &toDesPath, const ExportSource &source) const;
+    static ExportReport exportExcelToDesPath(const QString &toDesPath, const ExportSource &source);
+    static ExportReport exportHtmlToDesPath(const QString &toDesPath, const ExportSource &source);
+    static ExportReport exportPagesToDesPath(const QString &toDesPath, const ExportSource &source);
+    static ExportReport exportNumbersToDesPath(const QString &toDesPath, const ExportSource &source);
+    static ExportReport exportCsvToDesPath(const QString &toDesPath, const ExportSource &source);
+    static ExportReport exportDocxToDesPath(const QString &toDesPath, const ExportSource &source);
+    static ExportReport exportVcfToDesPath(const QString &toDesPath, const ExportSource &source);
+    static ExportReport exportTxtToDesPath(const QString &toDesPath, const ExportSource &source);
 
 Q_SIGNALS:
     /// Emitted on the thread of the export.
