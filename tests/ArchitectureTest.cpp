@@ -21,8 +21,7 @@ private:
     /// Outside headers that only some folders or files may know.
     const std::map<QString, QStringList> m_onlyIn{
         {QStringLiteral("sqlite3.h"), {QStringLiteral("contacts/stores/sqlite")}},
-        {QStringLiteral("SQLiteCpp/"),
-            {QStringLiteral("contacts/stores/sqlite"), QStringLiteral("contacts/stores/eds")}},
+        {QStringLiteral("SQLiteCpp/"), {QStringLiteral("contacts/stores/sqlite")}},
         {QStringLiteral("libebook"), {QStringLiteral("contacts/stores/eds")}},
         {QStringLiteral("CLI/"), {QStringLiteral("cli")}},
         {QStringLiteral("simdjson.h"), {QStringLiteral("contacts/cards")}},

@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/eds/CallGuard.h"
 
-#include <gio/gio.h>
-
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -69,35 +68,25 @@ bool CallGuard::run(std::function<void()> job, const std::function<bool()> &isWa
     m_state->isGivenUp = false;
     m_state->job = std::move(job);
     g_main_context_invoke(m_state->context, &State::runJob, m_state.get()); // which lives as long as the thread
-    while (m_state->isBusy) {
-        if (!m_state->cancellable)
-            m_state->ended.wait(lock);
-        else if (!waitForCall(lock, isWanted))
+    State &state = *m_state;
+    while (!state.ended.wait_for(lock, kLook, [&state] { return !state.isBusy; })) {
+        if (isWanted && state.cancellable && !state.isGivenUp) {
+            lock.unlock();
+            const bool wanted = isWanted();
+            lock.lock();
+            if (!wanted) {
+                state.isGivenUp = true;
+                state.deadline = std::min(state.deadline, Clock::now());
+            }
+        }
+        const auto now = Clock::now();
+        if (!state.cancellable || now < state.deadline)
+            continue;
+        g_cancellable_cancel(state.cancellable);
+        if (now > state.deadline + kGrace)
             return false;
     }
     return true;
-}
-
-bool CallGuard::waitForCall(std::unique_lock<std::mutex> &lock, const std::function<bool()> &isWanted)
-{
-    const unsigned call = m_state->calls;
-    const auto isOver = [this, call] { return !m_state->isBusy || !m_state->cancellable || m_state->calls != call; };
-    while (isWanted && !m_state->isGivenUp && Clock::now() + kLook < m_state->deadline) {
-        if (m_state->ended.wait_for(lock, kLook, isOver))
-            return true;
-        lock.unlock();
-        const bool wanted = isWanted();
-        lock.lock();
-        m_state->isGivenUp = !wanted;
-        if (isOver())
-            return true;
-        if (!wanted)
-            break;
-    }
-    if (!m_state->isGivenUp && m_state->ended.wait_until(lock, m_state->deadline, isOver))
-        return true;
-    g_cancellable_cancel(m_state->cancellable);
-    return m_state->ended.wait_for(lock, kGrace, isOver);
 }
 
 bool CallGuard::isGivenUp() const
@@ -111,11 +100,11 @@ CallGuard::Call::Call(CallGuard &guard) : m_guard(guard), m_cancellable(g_cancel
     State &state = *m_guard.m_state;
     const std::scoped_lock lock(state.mutex);
     state.cancellable = m_cancellable;
-    state.deadline = Clock::now() + state.limit;
-    ++state.calls;
+    state.deadline = Clock::now();
     if (state.isGivenUp)
         g_cancellable_cancel(m_cancellable);
-    state.ended.notify_all();
+    else
+        state.deadline += state.limit;
 }
 
 CallGuard::Call::~Call()
@@ -124,5 +113,4 @@ CallGuard::Call::~Call()
     const std::scoped_lock lock(state.mutex);
     state.cancellable = nullptr;
     g_object_unref(m_cancellable);
-    state.ended.notify_all();
 }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <gio/gio.h>
+
 #include <chrono>
 #include <condition_variable>
 #include <functional>
@@ -9,15 +11,8 @@
 #include <mutex>
 #include <thread>
 
-// GLib's own declarations.
-// NOLINTBEGIN(bugprone-reserved-identifier)
-using GCancellable = struct _GCancellable;
-using GMainContext = struct _GMainContext;
-using GMainLoop = struct _GMainLoop;
-// NOLINTEND(bugprone-reserved-identifier)
-
-/// The thread that all of libebook's objects live on, with a main loop of its own: the program's may be of another kind
-/// or may not run. A call of libebook that takes longer than allowed is cancelled by whoever waits for it.
+/// The thread that all of libebook's objects live on, with its own main loop: the program's may be of another kind or
+/// may not run. A call of libebook that takes longer than allowed is cancelled by the thread that waits for it.
 class CallGuard
 {
 public:
@@ -27,11 +22,11 @@ public:
     CallGuard &operator=(const CallGuard &) = delete;
 
     /// Runs @p job on the thread and waits for it. False when a call inside could not even be cancelled: the job is
-    /// left to itself then and must own what it uses; later jobs are refused until it has ended.
-    /// @p isWanted is asked some times a second, on this thread and only while a call is under way; once it says no,
-    /// that call and all later ones of the job are cancelled.
+    /// then left behind and must own what it uses; later jobs are refused until it has ended.
+    /// @p isWanted is asked several times a second, on this thread and only during a call; once it says no, that call
+    /// and all later ones of the job are cancelled.
     bool run(std::function<void()> job, const std::function<bool()> &isWanted = {});
-    /// On the thread: whether the job is not wanted any more.
+    /// On the thread: whether the job is no longer wanted.
     bool isGivenUp() const;
 
     /// Lasts for one call of libebook; made in its arguments, where it becomes the pointer that the call wants.
@@ -48,7 +43,7 @@ public:
         CallGuard &m_guard;
         GCancellable *m_cancellable;
     };
-    /// On the thread. The limit counts from here; what is done between calls may take as long as it does.
+    /// On the thread. The limit counts from here; what is done between calls has none.
     Call beginCall() { return Call(*this); }
     std::chrono::milliseconds callLimit() const { return m_state->limit; }
 
@@ -57,11 +52,10 @@ private:
     struct State
     {
         std::mutex mutex;
-        std::condition_variable ended; // a job, a call; or a call has begun
+        std::condition_variable ended; // the job
         bool isBusy = false;
         bool isGivenUp = false;
         GCancellable *cancellable = nullptr; // of the current call; null between calls
-        unsigned calls = 0;
         Clock::time_point deadline; // of the current call
         std::chrono::milliseconds limit;
         GMainContext *context = nullptr;
@@ -70,10 +64,6 @@ private:
         ~State();
         static int runJob(void *self); // GLib's GSourceFunc
     };
-
-    /// With the lock: waits for an end of the call, and cancels it where that does not come. False: even that was to no
-    /// avail.
-    bool waitForCall(std::unique_lock<std::mutex> &lock, const std::function<bool()> &isWanted);
 
     std::shared_ptr<State> m_state; // shared with a thread that may be left behind
     std::thread m_thread;

@@ -3,35 +3,24 @@
 #include "contacts/stores/eds/EdsBook.h"
 
 #include "contacts/stores/eds/BookErrors.h"
-#include "contacts/stores/eds/BookPages.h"
-
-#include <QFile>
 
 #include <algorithm>
-#include <array>
-#include <deque>
+#include <string_view>
 
 namespace {
 
-/// Not to wait for a server that the book is a copy of.
+/// The daemon's parser of queries refuses 1000 uids.
+constexpr std::size_t kPageSize = 500;
+/// The daemon writes the cards of a server's book one by one, and goes on with them when nobody waits any more.
+constexpr std::size_t kCardsToServer = 5;
+/// As many halvings make a page of kPageSize a single card, which is then asked for once more.
+constexpr int kMostFailures = 10;
+/// Not to wait for the server of which the book is a copy.
 constexpr auto kNoWait = static_cast<guint32>(-1);
-/// What others changed on a server since the daemon last looked there is not written over.
+/// What others changed on a server since the daemon last looked there is not overwritten.
 constexpr auto kWriteFlags = E_BOOK_OPERATION_FLAG_CONFLICT_FAIL;
 
-template <typename T> class Owned
-{
-public:
-    explicit Owned(T *object) : m_object(object) { }
-    ~Owned() { g_clear_object(&m_object); }
-    Owned(const Owned &) = delete;
-    Owned &operator=(const Owned &) = delete;
-    T *get() const { return m_object; }
-
-private:
-    T *m_object;
-};
-
-/// A list of contacts made of texts, given back at the end.
+/// A list of contacts made of texts.
 class ContactList
 {
 public:
@@ -50,24 +39,29 @@ private:
     GSList *m_list = nullptr;
 };
 
-ESourceRegistry *registry(void *object)
+QByteArray queryFor(std::span<const QByteArray> uids)
 {
-    return static_cast<ESourceRegistry *>(object);
+    QByteArray query = "(or";
+    for (QByteArray uid : uids)
+        query += R"( (is "id" ")" + uid.replace('\\', "\\\\").replace('"', "\\\"") + "\")";
+    return query + ')';
 }
 
-EBookClient *client(void *object)
+/// The uid of a contact with this text. libebook parses the whole card to tell it, which costs more than the card's
+/// way over the bus, so it is asked only where the line is folded, escaped or has blanks that libebook drops.
+QByteArray uidOf(EContact *contact, std::string_view text)
 {
-    return static_cast<EBookClient *>(object);
+    constexpr std::string_view head = "\nUID:";
+    const std::size_t begin = text.find(head) + head.size();
+    const std::size_t end = text.find_first_of("\r\n \t\\", begin);
+    const bool isPlain = begin >= head.size() && end != std::string_view::npos && end > begin
+        && text.substr(end).starts_with("\r\n") && text.find_first_of(" \t", end) != end + 2;
+    if (isPlain)
+        return {text.data() + begin, qsizetype(end - begin)};
+    return static_cast<const char *>(e_contact_get_const(contact, E_CONTACT_UID));
 }
 
-/// Not a copy of a server's book.
-bool isKeptHere(ESource *source)
-{
-    auto *book = static_cast<ESourceBackend *>(e_source_get_extension(source, E_SOURCE_EXTENSION_ADDRESS_BOOK));
-    return qstrcmp(e_source_backend_get_backend_name(book), "local") == 0;
-}
-
-EdsSource described(ESource *source, ESource *defaultBook)
+EdsBookInfo described(ESource *source, ESource *defaultBook)
 {
     return {QString::fromUtf8(e_source_get_uid(source)), QString::fromUtf8(e_source_get_display_name(source)),
         defaultBook && e_source_equal(source, defaultBook)};
@@ -87,134 +81,112 @@ EdsBook::~EdsBook()
 void EdsBook::disconnect()
 {
     m_object.disconnect();
-    for (void **object : {&m_client, &m_registry, &m_connection}) {
-        if (*object)
-            g_object_unref(std::exchange(*object, nullptr));
-    }
+    g_clear_object(&m_client);
+    g_clear_object(&m_registry);
+    g_clear_object(&m_connection);
 }
 
-Error EdsBook::takeError(void *taken, const char *what)
+Error EdsBook::failure(const GError *error, const char *what)
 {
-    auto *error = static_cast<GError *>(taken);
-    const QString book = m_source.name.isEmpty() ? QStringLiteral("the desktop's address book") : m_source.name;
+    const QString book = m_info.name.isEmpty() ? QStringLiteral("the desktop's address book") : m_info.name;
     if (!error)
-        return {ErrorKind::Io, book + QStringLiteral(": ") + QString::fromLatin1(what) + QStringLiteral(" failed")};
+        return {ErrorKind::Io, QStringLiteral("%1: %2 failed").arg(book, QString::fromLatin1(what))};
     const auto refusal = refusalOf(error);
     m_hasTimedOut = isTimeout(error);
-    if (m_guard->isGivenUp() && m_hasTimedOut) {
-        g_error_free(error);
+    if (!refusal)
         disconnect();
-        return givenUp();
-    }
+    if (m_guard->isGivenUp() && m_hasTimedOut)
+        return {ErrorKind::Cancelled, book + QStringLiteral(": reading was given up")};
     QString reason = QString::fromUtf8(error->message).simplified();
     if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED))
         reason = QStringLiteral("no answer within %1 s").arg(double(m_guard->callLimit().count()) / 1000);
     while (reason.endsWith(u'.'))
         reason.chop(1);
-    g_error_free(error);
-    if (!refusal)
-        disconnect();
     return {refusal.value_or(ErrorKind::Unavailable),
         QStringLiteral("%1: %2: %3").arg(book, QString::fromLatin1(what), reason)};
 }
 
-Error EdsBook::givenUp() const
-{
-    return {ErrorKind::Cancelled, m_source.name + QStringLiteral(": reading was given up")};
-}
-
 bool EdsBook::isOffered(CallGuard &guard)
 {
-    GDBusConnection *connection = g_bus_get_sync(G_BUS_TYPE_SESSION, guard.beginCall(), nullptr);
+    g_autoptr(GDBusConnection) connection = g_bus_get_sync(G_BUS_TYPE_SESSION, guard.beginCall(), nullptr);
     if (!connection)
         return false;
     g_dbus_connection_set_exit_on_close(connection, FALSE);
-    if (g_dbus_connection_is_closed(connection)) {
-        g_object_unref(connection);
-        return false;
-    }
-    GVariant *names = g_dbus_connection_call_sync(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-        "org.freedesktop.DBus", "ListActivatableNames", nullptr, G_VARIANT_TYPE("(as)"), G_DBUS_CALL_FLAGS_NONE, -1,
-        guard.beginCall(), nullptr);
-    const bool isThere = names && !lastNameIn(names, kAddressBookBusName).isEmpty()
-        && !lastNameIn(names, "org.gnome.evolution.dataserver.Sources").isEmpty();
-    if (names)
-        g_variant_unref(names);
-    g_object_unref(connection);
-    return isThere;
+    return !g_dbus_connection_is_closed(connection) && BookObject::isOffered(connection, guard);
 }
 
 Result<void> EdsBook::ensureRegistry()
 {
     if (m_registry)
         return {};
-    GError *error = nullptr;
+    g_autoptr(GError) error = nullptr;
     if (!m_connection) {
         m_connection = g_bus_get_sync(G_BUS_TYPE_SESSION, m_guard->beginCall(), &error);
         if (!m_connection)
-            return takeError(error, "no session bus");
+            return failure(error, "no session bus");
         // GIO would otherwise end the program together with the bus.
-        g_dbus_connection_set_exit_on_close(static_cast<GDBusConnection *>(m_connection), FALSE);
+        g_dbus_connection_set_exit_on_close(m_connection, FALSE);
     }
-    // As long as anybody in the process holds the old connection, GIO hands it out again.
-    if (g_dbus_connection_is_closed(static_cast<GDBusConnection *>(m_connection))) {
+    // As long as anything in the process holds the old connection, GIO hands it out again.
+    if (g_dbus_connection_is_closed(m_connection)) {
         disconnect();
         return Error{ErrorKind::Unavailable, QStringLiteral("the session bus has ended")};
     }
     m_registry = e_source_registry_new_sync(m_guard->beginCall(), &error);
     if (!m_registry)
-        return takeError(error, "Evolution Data Server cannot be reached");
+        return failure(error, "Evolution Data Server cannot be reached");
     return {};
 }
 
-Result<std::vector<EdsSource>> EdsBook::sources()
+Result<std::vector<EdsBookInfo>> EdsBook::books()
 {
     if (auto ready = ensureRegistry(); !ready)
         return ready.error();
-    const Owned<ESource> standard(e_source_registry_ref_default_address_book(registry(m_registry)));
-    GList *all = e_source_registry_list_enabled(registry(m_registry), E_SOURCE_EXTENSION_ADDRESS_BOOK);
-    std::vector<EdsSource> books;
-    for (GList *at = all; at; at = at->next)
-        books.push_back(described(static_cast<ESource *>(at->data), standard.get()));
-    g_list_free_full(all, g_object_unref);
+    g_autoptr(ESource) standard = e_source_registry_ref_default_address_book(m_registry);
+    GList *sources = e_source_registry_list_enabled(m_registry, E_SOURCE_EXTENSION_ADDRESS_BOOK);
+    std::vector<EdsBookInfo> books;
+    for (GList *at = sources; at; at = at->next)
+        books.push_back(described(E_SOURCE(at->data), standard));
+    g_list_free_full(sources, g_object_unref);
     return books;
 }
 
 Result<void> EdsBook::connect()
 {
-    if (m_client && !g_dbus_connection_is_closed(static_cast<GDBusConnection *>(m_connection)))
+    if (m_client && !g_dbus_connection_is_closed(m_connection))
         return {};
     if (m_client)
         disconnect();
     if (auto ready = ensureRegistry(); !ready)
         return ready.error();
-    const Owned<ESource> source(m_sourceUid.isEmpty()
-            ? e_source_registry_ref_default_address_book(registry(m_registry))
-            : e_source_registry_ref_source(registry(m_registry), m_sourceUid.constData()));
-    const bool isBook = source.get() && e_source_has_extension(source.get(), E_SOURCE_EXTENSION_ADDRESS_BOOK);
-    if (!isBook)
+    g_autoptr(ESource) standard = e_source_registry_ref_default_address_book(m_registry);
+    g_autoptr(ESource) named = e_source_registry_ref_source(m_registry, m_sourceUid.constData());
+    ESource *source = m_sourceUid.isEmpty() ? standard : named;
+    const auto refused = [this](const char *why) {
         return Error{ErrorKind::NotFound,
-            QStringLiteral("eds:%1: the desktop has no such address book").arg(QString::fromUtf8(m_sourceUid))};
-    if (!e_source_registry_check_enabled(registry(m_registry), source.get()))
-        return Error{ErrorKind::NotFound,
-            QStringLiteral("eds:%1: this address book is switched off").arg(QString::fromUtf8(m_sourceUid))};
-    const Owned<ESource> standard(e_source_registry_ref_default_address_book(registry(m_registry)));
-    m_source = described(source.get(), standard.get());
-    m_sourceUid = m_source.uid.toUtf8(); // another book may become the default one meanwhile
-    GError *error = nullptr;
-    m_isLocal = isKeptHere(source.get());
-    // Not connect_direct, which has its price: see BookFile.
-    m_client = e_book_client_connect_sync(source.get(), kNoWait, m_guard->beginCall(), &error);
+            QStringLiteral("eds:%1: %2").arg(QString::fromUtf8(m_sourceUid), QString::fromLatin1(why))};
+    };
+    if (!source || !e_source_has_extension(source, E_SOURCE_EXTENSION_ADDRESS_BOOK))
+        return refused("the desktop has no such address book");
+    if (!e_source_registry_check_enabled(m_registry, source))
+        return refused("this address book is switched off");
+    m_info = described(source, standard);
+    m_sourceUid = m_info.uid.toUtf8(); // another book may become the default one
+    auto *kind = E_SOURCE_BACKEND(e_source_get_extension(source, E_SOURCE_EXTENSION_ADDRESS_BOOK));
+    m_isLocal = qstrcmp(e_source_backend_get_backend_name(kind), "local") == 0;
+    g_autoptr(GError) error = nullptr;
+    // Not connect_direct, which makes the daemon's file layer SQLite's default in the whole process.
+    m_client = e_book_client_connect_sync(source, kNoWait, m_guard->beginCall(), &error);
     if (!m_client)
-        return takeError(error, "cannot be opened");
-    m_object.connect(static_cast<GDBusConnection *>(m_connection), m_sourceUid);
+        return failure(error, "cannot be opened");
+    m_object.connect(m_connection, m_sourceUid);
     return {};
 }
 
 bool EdsBook::isReadOnly() const
 {
-    // The daemon is asked where libebook says so, which may be late in a book that was opened just now.
-    return m_client && e_client_is_readonly(E_CLIENT(m_client)) && !m_object.isWritable();
+    // libebook's answer may be late in a book that has just been opened.
+    return m_client && e_client_is_readonly(m_client) && !m_object.isWritable();
 }
 
 Result<QByteArray> EdsBook::revision()
@@ -222,120 +194,86 @@ Result<QByteArray> EdsBook::revision()
     for (int attempt = 0; attempt < 2; ++attempt) {
         if (auto ready = connect(); !ready)
             return ready.error();
-        GError *error = nullptr;
+        g_autoptr(GError) error = nullptr;
         QByteArray revision = m_object.revision(&error);
         if (!error)
             return revision;
         if (isTimeout(error))
-            return takeError(error, "cannot be read");
-        g_error_free(error);
-        // That daemon is gone; a new one may be asked.
+            return failure(error, "cannot be read");
         disconnect();
     }
     return QByteArray();
 }
 
-Result<std::vector<QByteArray>> EdsBook::uids()
+Result<void> EdsBook::readAll(const TakePage &take)
 {
     if (auto ready = connect(); !ready)
         return ready.error();
     GSList *list = nullptr;
-    GError *error = nullptr;
-    if (!e_book_client_get_contacts_uids_sync(client(m_client), "", &list, m_guard->beginCall(), &error))
-        return takeError(error, "cannot be read");
+    g_autoptr(GError) error = nullptr;
+    if (!e_book_client_get_contacts_uids_sync(client(), "", &list, m_guard->beginCall(), &error))
+        return failure(error, "cannot be read");
     std::vector<QByteArray> uids;
     for (GSList *at = list; at; at = at->next)
         uids.emplace_back(static_cast<const char *>(at->data));
     g_slist_free_full(list, g_free);
-    return uids;
+    std::ranges::sort(uids); // the daemon's own order changes with every card that is changed
+    return read(uids, take);
 }
 
-QString EdsBook::file() const
+Result<void> EdsBook::read(std::span<const QByteArray> uids, const TakePage &take)
 {
-    if (!m_isLocal)
-        return {};
-    constexpr auto builtIn = "system-address-book";
-    const QString folder = m_sourceUid == builtIn ? QStringLiteral("system") : QString::fromUtf8(m_sourceUid);
-    return QStringLiteral("%1/addressbook/%2/contacts.db").arg(QFile::decodeName(e_get_user_data_dir()), folder);
-}
-
-Result<std::vector<EdsBook::Card>> EdsBook::allCards()
-{
-    if (auto ready = connect(); !ready)
-        return ready.error();
-    GError *error = nullptr;
-    if (m_object.isThere()) {
-        const std::vector<QByteArray> texts = m_object.texts(&error);
-        if (!error)
-            return cardsOf(texts);
-        if (isTimeout(error))
-            return takeError(error, "cannot be read");
-        g_clear_error(&error); // libebook knows what it means
-    }
-    GSList *list = nullptr;
-    if (!e_book_client_get_contacts_sync(client(m_client), "", &list, m_guard->beginCall(), &error))
-        return takeError(error, "cannot be read");
-    return takeCards(list);
-}
-
-Result<std::vector<EdsBook::Card>> EdsBook::cards(const QByteArray *uids, std::size_t count)
-{
-    if (count == 0)
-        return std::vector<Card>();
-    if (auto ready = connect(); !ready)
-        return ready.error();
-    GSList *list = nullptr;
-    GError *error = nullptr;
-    const QByteArray query = queryFor({uids, count});
-    if (!e_book_client_get_contacts_sync(client(m_client), query.constData(), &list, m_guard->beginCall(), &error))
-        return takeError(error, "cannot be read");
-    return takeCards(list);
-}
-
-Result<void> EdsBook::cardsByPages(std::span<const QByteArray> uids, const TakeCards &take, std::size_t &taken)
-{
-    taken = 0;
-    if (auto ready = connect(); !ready)
-        return ready.error();
-    // The daemon puts one page together while another is on the bus.
-    constexpr std::size_t kUnderWay = 2;
-    std::deque<std::unique_ptr<PageRequest>> requests;
-    std::size_t asked = 0;
-    const auto ask = [&] {
-        while (asked < uids.size() && requests.size() < kUnderWay) {
-            const auto page = uids.subspan(asked, std::min(kPageSize, uids.size() - asked));
-            requests.push_back(std::make_unique<PageRequest>(client(m_client), queryFor(page), page.size()));
-            asked += page.size();
-        }
-    };
-    Result<void> result;
-    for (ask(); result && !requests.empty();) {
-        const auto first = std::move(requests.front());
-        requests.pop_front();
-        first->wait(*m_guard);
-        if (!first->list && first->error) {
-            result = takeError(std::exchange(first->error, nullptr), "cannot be read");
+    const std::size_t total = uids.size();
+    std::size_t most = kPageSize;
+    for (int failures = 0; !uids.empty();) {
+        const auto page = uids.first(std::min(most, uids.size()));
+        auto found = cards(page);
+        const bool isGone = !found && found.error().kind == ErrorKind::Unavailable && !m_hasTimedOut;
+        if (isGone && ++failures <= kMostFailures) { // ended, perhaps by a page too large for one message of the bus
+            most = std::max<std::size_t>(page.size() / 2, 1);
             continue;
         }
-        ask();
-        std::vector<Card> cards = takeCards(std::exchange(first->list, nullptr));
-        taken += first->size;
-        if (!take(cards))
-            result = givenUp();
+        if (!found)
+            return found.error();
+        if (!take(*found, total))
+            return Error{ErrorKind::Cancelled, m_info.name + QStringLiteral(": reading was given up")};
+        uids = uids.subspan(page.size());
     }
-    for (const auto &request : requests)
-        request->cancel(*m_guard);
-    return result;
+    return {};
 }
 
-Result<void> EdsBook::outcome(bool isDone, void *error)
+Result<std::vector<EdsBook::Card>> EdsBook::cards(std::span<const QByteArray> uids)
+{
+    if (auto ready = connect(); !ready)
+        return ready.error();
+    GSList *list = nullptr;
+    g_autoptr(GError) error = nullptr;
+    if (!e_book_client_get_contacts_sync(client(), queryFor(uids).constData(), &list, m_guard->beginCall(), &error))
+        return failure(error, "cannot be read");
+    std::vector<Card> cards;
+    cards.reserve(uids.size());
+    for (GSList *at = list; at; at = at->next) {
+        g_autofree char *text = e_vcard_to_string(E_VCARD(at->data), EVC_FORMAT_VCARD_30);
+        cards.push_back({uidOf(E_CONTACT(at->data), text), text});
+    }
+    g_slist_free_full(list, g_object_unref);
+    std::ranges::sort(cards, {}, &Card::uid);
+    return cards;
+}
+
+std::size_t EdsBook::cardsAtOnce() const
+{
+    return m_isLocal ? kPageSize : kCardsToServer;
+}
+
+Result<void> EdsBook::outcome(bool isDone, const GError *error)
 {
     if (isDone)
         return {};
-    Error refusal = takeError(error, "cannot be changed");
+    Error refusal = failure(error, "cannot be changed");
     // Else the daemon would go on to compare with what its copy of the server's book said before.
-    if (refusal.kind == ErrorKind::Conflict && !m_isLocal && e_client_check_refresh_supported(E_CLIENT(m_client)))
-        e_client_refresh_sync(E_CLIENT(m_client), m_guard->beginCall(), nullptr);
+    if (refusal.kind == ErrorKind::Conflict && !m_isLocal && e_client_check_refresh_supported(m_client))
+        e_client_refresh_sync(m_client, m_guard->beginCall(), nullptr);
     return refusal;
 }
 
@@ -345,11 +283,11 @@ Result<void> EdsBook::add(const std::vector<Card> &cards)
         return ready.error();
     const ContactList contacts(cards);
     GSList *uids = nullptr;
-    GError *error = nullptr;
-    const bool added = e_book_client_add_contacts_sync(
-        client(m_client), contacts.get(), kWriteFlags, &uids, m_guard->beginCall(), &error);
+    g_autoptr(GError) error = nullptr;
+    const bool isDone =
+        e_book_client_add_contacts_sync(client(), contacts.get(), kWriteFlags, &uids, m_guard->beginCall(), &error);
     g_slist_free_full(uids, g_free);
-    return outcome(added, error);
+    return outcome(isDone, error);
 }
 
 Result<void> EdsBook::modify(const std::vector<Card> &cards)
@@ -357,22 +295,21 @@ Result<void> EdsBook::modify(const std::vector<Card> &cards)
     if (auto ready = connect(); !ready)
         return ready.error();
     const ContactList contacts(cards);
-    GError *error = nullptr;
-    const bool modified =
-        e_book_client_modify_contacts_sync(client(m_client), contacts.get(), kWriteFlags, m_guard->beginCall(), &error);
-    return outcome(modified, error);
+    g_autoptr(GError) error = nullptr;
+    const bool isDone =
+        e_book_client_modify_contacts_sync(client(), contacts.get(), kWriteFlags, m_guard->beginCall(), &error);
+    return outcome(isDone, error);
 }
 
-Result<void> EdsBook::remove(const std::vector<QByteArray> &uids)
+Result<void> EdsBook::remove(const std::vector<Card> &cards)
 {
     if (auto ready = connect(); !ready)
         return ready.error();
-    GSList *list = nullptr;
-    for (auto uid = uids.rbegin(); uid != uids.rend(); ++uid)
-        list = g_slist_prepend(list, g_strdup(uid->constData()));
-    GError *error = nullptr;
-    const bool removed =
-        e_book_client_remove_contacts_sync(client(m_client), list, kWriteFlags, m_guard->beginCall(), &error);
-    g_slist_free_full(list, g_free);
-    return outcome(removed, error);
+    GSList *uids = nullptr;
+    for (auto card = cards.rbegin(); card != cards.rend(); ++card)
+        uids = g_slist_prepend(uids, g_strdup(card->uid.constData()));
+    g_autoptr(GError) error = nullptr;
+    const bool isDone = e_book_client_remove_contacts_sync(client(), uids, kWriteFlags, m_guard->beginCall(), &error);
+    g_slist_free_full(uids, g_free);
+    return outcome(isDone, error);
 }

@@ -13,13 +13,11 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
+#include <QSet>
 #include <QUuid>
-
-#include <algorithm>
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -39,17 +37,6 @@ QJsonValue textOrNull(const QByteArray &text)
     return text.isNull() ? QJsonValue() : QJsonValue(QString::fromUtf8(text));
 }
 
-/// The causes of the entries, each once.
-std::vector<ChangeCausePtr> causesOf(const std::vector<EdsJournal::Entry> &entries)
-{
-    std::vector<ChangeCausePtr> causes;
-    for (const auto &entry : entries) {
-        if (entry.cause && std::ranges::find(causes, entry.cause->id, &ChangeCause::id) == causes.end())
-            causes.push_back(entry.cause);
-    }
-    return causes;
-}
-
 ChangeCausePtr causeFrom(const QJsonValue &json)
 {
     const auto text = [&json](QLatin1StringView key) { return json[key].toString(); };
@@ -62,12 +49,14 @@ QByteArray bytesOf(const QJsonValue &value)
     return value.isString() ? value.toString().toUtf8() : QByteArray();
 }
 
-bool isSameFile(int file, const QString &path)
+/// A second handle of an open file, locked; null where another program has the lock.
+FileLock lockOf(int file)
 {
-    struct stat open = {};
-    struct stat named = {};
-    return ::fstat(file, &open) == 0 && ::stat(QFile::encodeName(path).constData(), &named) == 0
-        && open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+    auto lock = std::make_unique<QFile>();
+    const int copy = ::fcntl(file, F_DUPFD_CLOEXEC, 0);
+    const bool isLocked = copy >= 0 && lock->open(copy, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)
+        && ::flock(copy, LOCK_EX | LOCK_NB) == 0;
+    return isLocked ? std::move(lock) : nullptr;
 }
 
 /// Closed to other users, also one that an earlier version made.
@@ -87,38 +76,14 @@ QString folderOfBook(const QString &dataFolder, const QString &sourceUid)
     return dataFolder % QLatin1String("/eds-") % QString::fromLatin1(digest.first(digits));
 }
 
-FileLock &FileLock::operator=(FileLock &&other) noexcept
-{
-    if (this != &other) {
-        release();
-        m_file = std::exchange(other.m_file, -1);
-    }
-    return *this;
-}
-
-void FileLock::release()
-{
-    if (m_file >= 0)
-        ::close(std::exchange(m_file, -1));
-}
-
-bool FileLock::take(int file)
-{
-    release();
-    m_file = ::fcntl(file, F_DUPFD_CLOEXEC, 0);
-    if (m_file >= 0 && ::flock(m_file, LOCK_EX | LOCK_NB) != 0)
-        release();
-    return m_file >= 0;
-}
-
 Result<void> writeDurably(const QString &path, const QByteArray &text, FileLock *lock)
 {
     const QString folder = QFileInfo(path).path();
     QSaveFile file(path);
-    const bool written = makeFolder(folder) && file.open(QIODevice::WriteOnly)
+    const bool isWritten = makeFolder(folder) && file.open(QIODevice::WriteOnly)
         && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) && file.write(text) == text.size() && file.flush()
-        && ::fsync(file.handle()) == 0 && (!lock || lock->take(file.handle())) && file.commit();
-    if (!written)
+        && ::fsync(file.handle()) == 0 && (!lock || (*lock = lockOf(file.handle()))) && file.commit();
+    if (!isWritten)
         return Error{ErrorKind::Io, path % QStringLiteral(": cannot be written: ") % file.errorString()};
     const int directory = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (directory >= 0) {
@@ -141,13 +106,17 @@ EdsJournal::EdsJournal(QString folder) : m_folder(std::move(folder)) { }
 Result<void> EdsJournal::begin(const std::vector<Entry> &entries)
 {
     QJsonArray rows;
-    for (const Entry &entry : entries)
+    QJsonArray causes;
+    QSet<QString> named;
+    for (const Entry &entry : entries) {
         rows.append(QJsonObject{{kUidKey, QString::fromUtf8(entry.uid)}, {kBeforeKey, textOrNull(entry.before)},
             {kAfterKey, textOrNull(entry.after)}, {kCauseKey, entry.cause ? entry.cause->id : QString()}});
-    QJsonArray causes;
-    for (const ChangeCausePtr &cause : causesOf(entries))
-        causes.append(QJsonObject{
-            {kIdKey, cause->id}, {kKindKey, nameOfKind(cause->kind)}, {kDescriptionKey, cause->description}});
+        if (!entry.cause || named.contains(entry.cause->id))
+            continue;
+        named.insert(entry.cause->id);
+        causes.append(QJsonObject{{kIdKey, entry.cause->id}, {kKindKey, nameOfKind(entry.cause->kind)},
+            {kDescriptionKey, entry.cause->description}});
+    }
     const QJsonObject journal{{kCausesKey, causes}, {kChangesKey, rows}};
     const QString path =
         m_folder % QStringLiteral("/unfinished-%1.json").arg(QUuid::createUuid().toString(QUuid::WithoutBraces));
@@ -159,17 +128,15 @@ Result<void> EdsJournal::begin(const std::vector<Entry> &entries)
 
 bool EdsJournal::moveToHistory()
 {
-    const QString history = m_folder % QStringLiteral("/history");
-    makeFolder(history);
-    // Two saves in one millisecond must not push each other out.
     QDateTime now = currentTime();
-    bool isMoved = QFile::rename(m_current, EdsHistory::fileOf(history, now));
-    while (!isMoved && QFile::exists(EdsHistory::fileOf(history, now))) {
+    makeFolder(QFileInfo(EdsHistory::fileOf(m_folder, now)).path());
+    bool isMoved = QFile::rename(m_current, EdsHistory::fileOf(m_folder, now));
+    while (!isMoved && QFile::exists(EdsHistory::fileOf(m_folder, now))) { // two saves in one millisecond
         now = now.addMSecs(1);
-        isMoved = QFile::rename(m_current, EdsHistory::fileOf(history, now));
+        isMoved = QFile::rename(m_current, EdsHistory::fileOf(m_folder, now));
     }
     if (!m_isHistoryPruned)
-        EdsHistory::prune(history, now);
+        EdsHistory::prune(m_folder, now);
     m_isHistoryPruned = true;
     return isMoved;
 }
@@ -186,7 +153,7 @@ void EdsJournal::discard()
     if (!m_current.isEmpty())
         QFile::remove(m_current);
     m_current.clear();
-    m_lock.release();
+    m_lock.reset();
 }
 
 std::vector<EdsJournal::Entry> EdsJournal::unfinished()
@@ -196,18 +163,17 @@ std::vector<EdsJournal::Entry> EdsJournal::unfinished()
         QFile file(folder.filePath(name));
         if (!file.open(QIODevice::ReadOnly))
             continue;
-        // The journal of a save that is under way is locked, whoever is at it. Once it has ended, it is no such file.
-        FileLock lock;
         const bool isOwn = file.fileName() == m_current;
-        if (!isOwn && !(lock.take(file.handle()) && isSameFile(file.handle(), file.fileName())))
+        FileLock lock = isOwn ? std::move(m_lock) : lockOf(file.handle());
+        // The journal of a save that is under way is locked by its program. One that has just ended has lost its name.
+        if (!lock || !file.exists())
             continue;
         auto entries = journalEntries(file.readAll());
         if (!entries) {
             file.rename(folder.filePath(QStringLiteral("unreadable-") % name));
             continue;
         }
-        if (!isOwn)
-            m_lock = std::move(lock);
+        m_lock = std::move(lock);
         m_current = folder.filePath(name);
         return std::move(*entries);
     }

@@ -6,33 +6,18 @@
 #include "contacts/book/ChangeCause.h"
 
 #include <QByteArray>
+#include <QFile>
 
+#include <memory>
 #include <optional>
-#include <utility>
 #include <vector>
 
-/// Tells other programs that a file is in use, for as long as this program lives and does not release it.
-class FileLock
-{
-public:
-    FileLock() = default;
-    ~FileLock() { release(); }
-    FileLock(FileLock &&other) noexcept : m_file(std::exchange(other.m_file, -1)) { }
-    FileLock &operator=(FileLock &&other) noexcept;
-    FileLock(const FileLock &) = delete;
-    FileLock &operator=(const FileLock &) = delete;
+/// Tells other programs that a file is in use, for as long as it lives; null for none.
+using FileLock = std::unique_ptr<QFile>;
 
-    /// Of an open file, which may be closed then. False: somebody else has it.
-    bool take(int file);
-    void release();
-
-private:
-    int m_file = -1;
-};
-
-/// What a save is about to do to each card, on the disk before the daemon is asked. A journal that is still there tells
-/// that nobody knows how the save ended; one that ended well is kept as the history of the book.
-/// One folder a book. Each save of each program has a journal of its own, locked while it is under way.
+/// What a save is about to do to each card, on the disk before the daemon is asked. A journal that is still there means
+/// that it is not known how the save ended; one that ended well is kept as the history of the book.
+/// Each book has a folder, and each save of each program a journal, locked while the save is under way.
 class EdsJournal
 {
 public:
@@ -52,8 +37,8 @@ public:
     void finish();
     /// Nothing of the save is in the book.
     void discard();
-    /// A save whose end is not known, of this object or of one that is gone; empty where there is none. A journal that
-    /// cannot be read is put aside.
+    /// A save whose end is not known, of this object or of one that no longer exists; empty where there is none. A
+    /// journal that cannot be read is put aside.
     std::vector<Entry> unfinished();
 
 private:

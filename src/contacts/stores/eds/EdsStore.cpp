@@ -31,15 +31,15 @@ template <typename T, typename Job> Result<T> EdsStore::onThread(Job job, const 
     return std::move(**result);
 }
 
-Result<std::unique_ptr<EdsStore>> EdsStore::open(const EdsRequest &request)
+Result<std::unique_ptr<AddressBookStore>> EdsStore::open(const EdsRequest &request)
 {
     std::unique_ptr<EdsStore> store(new EdsStore(request));
-    const auto opened = store->onThread<void>([](EdsSession &session) { return session.open(); });
+    const auto opened = store->onThread<QByteArray>([](EdsSession &session) { return session.open(); });
     if (!opened)
         return opened.error();
-    store->m_name = store->m_session->source().name;
-    store->m_sourceUid = store->m_session->source().uid;
-    return store;
+    store->m_name = store->m_session->info().name;
+    store->m_sourceUid = store->m_session->info().uid;
+    return std::unique_ptr<AddressBookStore>(std::move(store));
 }
 
 bool EdsStore::isOffered()
@@ -52,20 +52,11 @@ bool EdsStore::isOffered()
 
 Result<std::vector<EdsBookInfo>> EdsStore::books(const EdsRequest &request)
 {
-    const EdsStore store(request);
-    const auto sources = store.onThread<std::vector<EdsSource>>([](EdsSession &session) { return session.sources(); });
-    if (!sources)
-        return sources.error();
-    std::vector<EdsBookInfo> books;
-    for (const EdsSource &source : *sources)
-        books.push_back({source.uid, source.name, source.isDefault});
-    return books;
+    return EdsStore(request).onThread<std::vector<EdsBookInfo>>([](EdsSession &session) { return session.books(); });
 }
 
 Result<std::vector<StoredRecord>> EdsStore::loadAll()
 {
-    if (!loadProgress())
-        return onThread<std::vector<StoredRecord>>([](EdsSession &session) { return session.loadAll({}); });
     // The listener is also asked, on this thread, while the daemon keeps the other one waiting.
     struct Listener
     {
@@ -75,7 +66,7 @@ Result<std::vector<StoredRecord>> EdsStore::loadAll()
         qint64 total = 0;
     };
     const auto listener = std::make_shared<Listener>();
-    listener->tell = loadProgress();
+    listener->tell = loadProgress() ? loadProgress() : [](qint64, qint64) { return true; };
     const auto progress = [listener](qint64 done, qint64 total) {
         const std::scoped_lock lock(listener->mutex);
         listener->done = done;

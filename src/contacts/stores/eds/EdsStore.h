@@ -20,7 +20,7 @@ class EdsSession;
 class EdsStore : public AddressBookStore
 {
 public:
-    static Result<std::unique_ptr<EdsStore>> open(const EdsRequest &request);
+    static Result<std::unique_ptr<AddressBookStore>> open(const EdsRequest &request);
     static Result<std::vector<EdsBookInfo>> books(const EdsRequest &request);
     /// Whether the session's bus could start the daemon. Starts nothing.
     static bool isOffered();
@@ -41,7 +41,7 @@ public:
 
 private:
     explicit EdsStore(const EdsRequest &request);
-    /// The result of @p job, run on the guard's thread, as long as @p isWanted says (CallGuard::run()).
+    /// The result of @p job, run on the guard's thread as long as it is wanted (CallGuard::run()).
     template <typename T, typename Job> Result<T> onThread(Job job, const std::function<bool()> &isWanted = {}) const;
 
     std::shared_ptr<CallGuard> m_guard;
