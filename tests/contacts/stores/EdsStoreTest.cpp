@@ -201,13 +201,11 @@ private Q_SLOTS:
         // A list of contacts is no person.
         QVERIFY(other.write("l", "FN:L|X-EVOLUTION-LIST:TRUE|EMAIL:a@b"));
         QVERIFY(mine->takeChangesFromOutside()->empty());
-        // The daemon's uid may be less than what stands in the card, and hold what its queries quote.
-        for (const auto &[written, uid] : {std::pair("b ", "b"), std::pair(R"(q"\\)", R"(q"\)")}) {
-            QVERIFY(other.write(written, "N:;Odd;;;"));
-            const PersonRecordPtr odd = personOf(*mine, u(uid));
-            QVERIFY2(odd, uid);
-            QVERIFY(mine->commit({{u(uid), odd, nullptr}}));
-        }
+        // The daemon's uid may be less than what stands in the card.
+        QVERIFY(other.write("b ", "N:;Blank;;;"));
+        const PersonRecordPtr blank = personOf(*mine, u("b"));
+        QVERIFY(blank);
+        QVERIFY(mine->commit({{u("b"), blank, nullptr}}));
         QCOMPARE(mine->loadAll()->size(), std::size_t(1));
     }
 
