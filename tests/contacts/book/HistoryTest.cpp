@@ -1,18 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/book/RestorePlan.h"
-#include "contacts/stores/open/OpenStore.h"
-#include "contacts/stores/sqlite/SqliteStore.h"
-#include "support/FailingStore.h"
-#include "support/MemoryStore.h"
-#include "support/PrivateDesktop.h"
+#include "support/EveryStore.h"
 #include "support/TestPeople.h"
 
-#include <QTemporaryDir>
-#include <QTest>
-
 using Kind = ChangeCause::Kind;
-using StorePtr = std::unique_ptr<AddressBookStore>;
 
 /// The history and what restores do with it, on every kind of store.
 class HistoryTest : public QObject
@@ -20,42 +12,18 @@ class HistoryTest : public QObject
     Q_OBJECT
 
 private:
-    static constexpr std::array kKinds{"memory", "sqlite", "failing", "eds"};
-    PrivateDesktop m_desktop{20};
-    int m_usedBooks = 0;
+    EveryStore m_stores;
     QDateTime m_now = currentTime();
 
-    using Opener = std::function<StorePtr()>;
-
-    Opener openerOf(const QString &kind)
+    EveryStore::Opener openerOf(const QString &kind)
     {
-        if (kind == u("eds")) {
-            const QString where = u("eds:book%1").arg(m_usedBooks++);
-            return [where]() -> StorePtr { return std::move(*openStore(where)); };
-        }
-        const Clock clock = [this] { return m_now; };
-        if (kind == u("sqlite")) {
-            const auto folder = std::make_shared<QTemporaryDir>();
-            return [folder, clock]() -> StorePtr {
-                return std::move(*SqliteStore::open(folder->filePath(QStringLiteral("book")), clock));
-            };
-        }
-        const auto book = std::make_shared<MemoryStore::Book>();
-        if (kind == u("memory"))
-            return [book, clock] { return std::make_unique<MemoryStore>(book, clock); };
-        return [book, clock] { return std::make_unique<FailingStore>(std::make_unique<MemoryStore>(book, clock), 0); };
+        return m_stores.openerOf(kind, [this] { return m_now; });
     }
 
-    static std::shared_ptr<ABAddressBook> bookOf(StorePtr store) { return *ABAddressBook::open(std::move(store)); }
-
-    static void addStores()
+    static std::shared_ptr<ABAddressBook> bookOf(std::unique_ptr<AddressBookStore> store)
     {
-        QTest::addColumn<QString>("kind");
-        for (const char *kind : kKinds)
-            QTest::newRow(kind) << u(kind);
+        return *ABAddressBook::open(std::move(store));
     }
-
-    bool isMissing(const QString &kind) const { return kind == u("eds") && !m_desktop.problem().isEmpty(); }
 
     static QString u(const char *text) { return QString::fromLatin1(text); }
 
@@ -126,19 +94,21 @@ private:
     }
 
 private Q_SLOTS:
-    void causesGroupTheirSaves_data() { addStores(); }
-    void causesGroupTheirSaves()
+    void aMergeIsOneStepAndRestoredAsOne_data() { EveryStore::addRows(); }
+    void aMergeIsOneStepAndRestoredAsOne()
     {
         QFETCH(QString, kind);
-        if (isMissing(kind))
-            QSKIP(qPrintable(m_desktop.problem()));
+        if (const QString problem = m_stores.problemOf(kind); !problem.isEmpty())
+            QSKIP(qPrintable(problem));
         const auto open = openerOf(kind);
+        const std::vector<StoredRecord> people{
+            {u("a"), withLine("{'firstName':'A','note':'','image':'AAE='}", "X-SHOE-SIZE:42")},
+            {u("b"), withLine("{'firstName':'B','email':[{'label':'own','value':'x'}]}", "KIND:individual")},
+            {u("c"), record("{'firstName':'C'}")}};
         {
             const auto book = bookOf(open());
-            addPeople(*book,
-                {{u("a"), record("{'firstName':'A'}")}, {u("b"), record("{'firstName':'B'}")},
-                    {u("c"), record("{'firstName':'C'}")}});
-            setName(*book, u("a"), u("A2"));
+            addPeople(*book, people);
+            setName(*book, u("c"), u("C2"));
             merge(*book, {u("a"), u("b"), u("c")}, {u("m"), record("{'firstName':'M'}")});
         }
         const auto book = bookOf(open()); // after a restart
@@ -146,46 +116,25 @@ private Q_SLOTS:
             u("repair: Duplicate contacts: Merge contacts +1 ~0 -3\nedit: First Name +0 ~1 -0\n"
               "import: people.vcf +3 ~0 -0"));
         const auto edit = book->historyStep(idOf(*book, 1));
-        QVERIFY(edit);
         QCOMPARE(edit->changes.size(), std::size_t(1));
-        QCOMPARE(*edit->changes[0].before->text(kABFirstNameProperty), u("A"));
-        QCOMPARE(*edit->changes[0].after->text(kABFirstNameProperty), u("A2"));
+        QCOMPARE(*edit->changes[0].before->text(kABFirstNameProperty), u("C"));
+        QCOMPARE(*edit->changes[0].after->text(kABFirstNameProperty), u("C2"));
         const auto repair = book->historyStep(idOf(*book, 0));
         QCOMPARE(repair->changes.size(), std::size_t(4));
         QVERIFY(!repair->changes[0].after && !repair->changes[0].afterIsLost);
         QVERIFY(!repair->changes[3].before);
         QCOMPARE(*repair->changes[3].after->text(kABFirstNameProperty), u("M"));
-        const auto unknown = book->historyStep(u("unknown"));
-        QVERIFY(!unknown);
-        QCOMPARE(unknown.error().kind, ErrorKind::NotFound);
-    }
+        QCOMPARE(book->historyStep(u("unknown")).error().kind, ErrorKind::NotFound);
 
-    void aMergeIsRestoredAsOneStep_data() { addStores(); }
-    void aMergeIsRestoredAsOneStep()
-    {
-        QFETCH(QString, kind);
-        if (isMissing(kind))
-            QSKIP(qPrintable(m_desktop.problem()));
-        const auto open = openerOf(kind);
-        const auto a = withLine("{'firstName':'A','note':'','image':'AAE='}", "X-SHOE-SIZE:42");
-        const auto b = withLine("{'firstName':'B','email':[{'label':'own','value':'x'}]}", "KIND:individual");
-        {
-            const auto book = bookOf(open());
-            addPeople(*book, {{u("a"), a}, {u("b"), b}, {u("c"), record("{'firstName':'C'}")}});
-            merge(*book, {u("a"), u("b"), u("c")}, {u("m"), record("{'firstName':'M'}")});
-        }
-        const auto book = bookOf(open());
         const auto restored = restore(*book, {idOf(*book, 0)});
         QVERIFY2(restored, qPrintable(restored ? QString() : restored.error().text));
-        QCOMPARE(peopleIn(*book), u("a=A b=B c=C"));
         for (const auto &each : {bookOf(open()), book}) {
-            QCOMPARE(peopleIn(*each), u("a=A b=B c=C"));
-            const auto nowA = each->personWithUniqueId(u("a"))->record();
-            QVERIFY(nowA->hasSameValues(*a));
-            QVERIFY(std::ranges::find(nowA->keptLines(), a->keptLines().front()) != nowA->keptLines().end());
-            const auto nowB = each->personWithUniqueId(u("b"))->record();
-            QVERIFY(nowB->hasSameValues(*b));
-            QVERIFY(std::ranges::find(nowB->keptLines(), b->keptLines().front()) != nowB->keptLines().end());
+            QCOMPARE(peopleIn(*each), u("a=A b=B c=C2"));
+            for (const StoredRecord &person : {people[0], people[1]}) {
+                const auto now = each->personWithUniqueId(person.uid)->record();
+                QVERIFY(now->hasSameValues(*person.record));
+                QVERIFY(std::ranges::count(now->keptLines(), person.record->keptLines().front()) == 1);
+            }
         }
         QVERIFY(!book->hasUnsavedChanges());
         QCOMPARE(
@@ -200,7 +149,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("deed");
         QTest::addColumn<QString>("reason");
-        for (const char *kind : kKinds) {
+        for (const char *kind : EveryStore::kKinds) {
             QTest::addRow("%s changed", kind) << u(kind) << u("change") << u("a (A3): was changed since");
             QTest::addRow("%s removed", kind) << u(kind) << u("remove") << u("a (A2): was removed since");
             QTest::addRow("%s own", kind) << u(kind) << u("own") << u("a (A3): was changed since");
@@ -210,8 +159,8 @@ private Q_SLOTS:
     void whoeverChangedSinceIsLeftAlone()
     {
         QFETCH(QString, kind);
-        if (isMissing(kind))
-            QSKIP(qPrintable(m_desktop.problem()));
+        if (const QString problem = m_stores.problemOf(kind); !problem.isEmpty())
+            QSKIP(qPrintable(problem));
         QFETCH(QString, deed);
         QFETCH(QString, reason);
         const auto open = openerOf(kind);
@@ -318,21 +267,6 @@ private Q_SLOTS:
         QCOMPARE(int(book->history()->size()), left);
         QVERIFY(restore(*book, {idOf(*book, 0)}));
         QCOMPARE(peopleIn(*book), u("a=%1").arg(steps + later - 2));
-    }
-
-    void aLargeImportIsTakenBack()
-    {
-        const auto open = openerOf(u("sqlite"));
-        const auto book = bookOf(open());
-        std::vector<StoredRecord> people;
-        for (int i = 0; i < 5000; ++i)
-            people.push_back({QString::number(i), record("{'firstName':'A'}")});
-        addPeople(*book, people);
-        QVERIFY(restore(*book, {idOf(*book, 0)}));
-        QVERIFY(book->snapshot()->empty());
-        QVERIFY(!book->personWithUniqueId(u("7")));
-        QVERIFY(restore(*book, {idOf(*book, 0)}));
-        QCOMPARE(bookOf(open())->snapshot()->size(), people.size());
     }
 };
 

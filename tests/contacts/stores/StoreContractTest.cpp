@@ -1,19 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "contacts/stores/open/OpenStore.h"
-#include "contacts/stores/sqlite/SqliteStore.h"
-#include "support/FailingStore.h"
-#include "support/MemoryStore.h"
-#include "support/PrivateDesktop.h"
+#include "support/EveryStore.h"
 #include "support/TestPeople.h"
 
-#include <QTemporaryDir>
-#include <QTest>
-
-#include <array>
 #include <atomic>
-
-using StorePtr = std::unique_ptr<AddressBookStore>;
 
 /// What every store promises, seen on each of them.
 class StoreContractTest : public QObject
@@ -21,45 +11,11 @@ class StoreContractTest : public QObject
     Q_OBJECT
 
 private:
-    static constexpr std::array kKinds{"memory", "sqlite", "failing", "eds"};
-    PrivateDesktop m_desktop{20};
-    int m_usedBooks = 0;
-
-    /// Opens another store on the same address book, like another program would.
-    using Opener = std::function<StorePtr()>;
-
-    Opener openerOf(const QString &kind)
-    {
-        if (kind == QStringLiteral("eds")) {
-            const QString where = QStringLiteral("eds:book%1").arg(m_usedBooks++);
-            return [where]() -> StorePtr { return std::move(*openStore(where)); };
-        }
-        if (kind == QStringLiteral("sqlite")) {
-            const auto folder = std::make_shared<QTemporaryDir>();
-            return [folder]() -> StorePtr {
-                return std::move(*SqliteStore::open(folder->filePath(QStringLiteral("book"))));
-            };
-        }
-        const auto book = std::make_shared<MemoryStore::Book>();
-        if (kind == QStringLiteral("memory"))
-            return [book] { return std::make_unique<MemoryStore>(book); };
-        return [book] { return std::make_unique<FailingStore>(std::make_unique<MemoryStore>(book), 0); };
-    }
-
-    static void addStores()
-    {
-        QTest::addColumn<QString>("kind");
-        for (const char *kind : kKinds)
-            QTest::newRow(kind) << QString::fromLatin1(kind);
-    }
-
-    /// The desktop's address books are cards: a line kept for a value that is not there has no place in one, and their
-    /// order is that of the uids.
-    static bool keepsCards(const QString &kind) { return kind == QStringLiteral("eds"); }
+    EveryStore m_stores;
 
     static bool isSame(const PersonRecord &a, const PersonRecord &b, const QString &kind)
     {
-        return keepsCards(kind) ? a.hasSameValues(b) : a == b;
+        return EveryStore::keepsCards(kind) ? a.hasSameValues(b) : a == b;
     }
 
     static PersonRecordPtr record(const char *json) { return recordFromText(json).record; }
@@ -77,15 +33,15 @@ private:
 
     static QString u(const char *text) { return QString::fromLatin1(text); }
 
-    bool isMissing(const QString &kind) const { return keepsCards(kind) && !m_desktop.problem().isEmpty(); }
+    EveryStore::Opener openerOf(const QString &kind) { return m_stores.openerOf(kind); }
 
 private Q_SLOTS:
-    void recordsComeBackAsTheyWere_data() { addStores(); }
+    void recordsComeBackAsTheyWere_data() { EveryStore::addRows(); }
     void recordsComeBackAsTheyWere()
     {
         QFETCH(QString, kind);
-        if (isMissing(kind))
-            QSKIP(qPrintable(m_desktop.problem()));
+        if (const QString problem = m_stores.problemOf(kind); !problem.isEmpty())
+            QSKIP(qPrintable(problem));
         const auto open = openerOf(kind);
         std::vector<PersonRecordPtr> records{
             record("{}"),
@@ -106,7 +62,7 @@ private Q_SLOTS:
         auto people = open()->loadAll();
         QVERIFY(people);
         QCOMPARE(people->size(), records.size());
-        if (keepsCards(kind))
+        if (EveryStore::keepsCards(kind))
             std::ranges::sort(*people, std::greater(), &StoredRecord::uid);
         for (std::size_t i = 0; i < records.size(); ++i) {
             QCOMPARE((*people)[i].uid, additions[i].uid);
@@ -114,12 +70,12 @@ private Q_SLOTS:
         }
     }
 
-    void changesReplaceExactlyWhatTheyName_data() { addStores(); }
+    void changesReplaceExactlyWhatTheyName_data() { EveryStore::addRows(); }
     void changesReplaceExactlyWhatTheyName()
     {
         QFETCH(QString, kind);
-        if (isMissing(kind))
-            QSKIP(qPrintable(m_desktop.problem()));
+        if (const QString problem = m_stores.problemOf(kind); !problem.isEmpty())
+            QSKIP(qPrintable(problem));
         const auto open = openerOf(kind);
         const auto a = record("{'firstName':'A','email':[{'value':'1'},{'value':'2'}],'phone':[],'image':'AAE='}");
         const auto a2 = record("{'firstName':'A2','email':[],'phone':[{'value':'3'}],'urls':[{'value':'4'}]}");
@@ -139,7 +95,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("kind");
         QTest::addColumn<int>("fault");
-        for (const char *kind : kKinds) {
+        for (const char *kind : EveryStore::kKinds) {
             for (int fault = 0; fault < 4; ++fault)
                 QTest::addRow("%s %d", kind, fault) << u(kind) << fault;
         }
@@ -147,8 +103,8 @@ private Q_SLOTS:
     void commitsAreWholeOrNotAtAll()
     {
         QFETCH(QString, kind);
-        if (isMissing(kind))
-            QSKIP(qPrintable(m_desktop.problem()));
+        if (const QString problem = m_stores.problemOf(kind); !problem.isEmpty())
+            QSKIP(qPrintable(problem));
         QFETCH(int, fault);
         const auto open = openerOf(kind);
         const auto store = open();
@@ -166,12 +122,12 @@ private Q_SLOTS:
         QCOMPARE(contentOf(*open()), u("a=A b=B"));
     }
 
-    void othersAreHeardOf_data() { addStores(); }
+    void othersAreHeardOf_data() { EveryStore::addRows(); }
     void othersAreHeardOf()
     {
         QFETCH(QString, kind);
-        if (isMissing(kind))
-            QSKIP(qPrintable(m_desktop.problem()));
+        if (const QString problem = m_stores.problemOf(kind); !problem.isEmpty())
+            QSKIP(qPrintable(problem));
         const auto open = openerOf(kind);
         const auto mine = open();
         const auto theirs = open();
@@ -215,8 +171,8 @@ private Q_SLOTS:
     void othersAreTold()
     {
         QFETCH(QString, kind);
-        if (isMissing(kind))
-            QSKIP(qPrintable(m_desktop.problem()));
+        if (const QString problem = m_stores.problemOf(kind); !problem.isEmpty())
+            QSKIP(qPrintable(problem));
         const auto open = openerOf(kind);
         const auto mine = open();
         const auto theirs = open();

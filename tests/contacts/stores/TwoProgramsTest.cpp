@@ -124,26 +124,6 @@ private Q_SLOTS:
         QCOMPARE(askSql(book, "PRAGMA integrity_check"), QStringList(u("ok")));
     }
 
-    void aSecondProgramOnTheSameFile()
-    {
-        const QTemporaryDir folder(quickFolder());
-        const QString path = folder.filePath(u("book"));
-        makeBook(path);
-        const auto book = open(path);
-        const ABPersonPtr person = book->personWithUniqueId(u("a"));
-        QVERIFY(edit(path, u("Note"), u("theirs")));
-        // This program has not heard of it and changes something else of the same person.
-        QVERIFY(person->setValue(u("ours"), kABNicknameProperty));
-        Error error;
-        QVERIFY2(book->save(&error), qPrintable(error.text));
-        QCOMPARE(*person->record()->text(kABNoteProperty), u("theirs"));
-        QCOMPARE(askSql(path, "SELECT note || nickname FROM person"), QStringList(u("theirsours")));
-        // And the other way about.
-        QVERIFY(edit(path, u("Nickname"), u("once more")));
-        QCOMPARE(*book->refresh(), std::vector<QString>{u("a")});
-        QCOMPARE(*person->record()->text(kABNicknameProperty), u("once more"));
-    }
-
     /// Closing a file that a connection has open takes its locks away, and the next program to end would clear away the
     /// log that is being written.
     void theLogOutlivesLooksAtTheOpenFile_data()
