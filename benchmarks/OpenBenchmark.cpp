@@ -6,6 +6,7 @@
 #include "version1/Tables.h"
 #include "version1/Version1Reader.h"
 
+#include <SQLiteCpp/Database.h>
 #include <benchmark/benchmark.h>
 
 #include <malloc.h>

@@ -19,6 +19,7 @@
 #include <array>
 #include <csignal>
 #include <future>
+#include <random>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -102,21 +103,28 @@ private Q_SLOTS:
 
     void otherFilesAreRefusedAndLeftAlone_data()
     {
-        QTest::addColumn<QByteArray>("preparation"); // run by the shell on an address book with one person
+        QTest::addColumn<QByteArray>("preparation"); // run by the shell on an address book
         QTest::addColumn<QByteArray>("content"); // or the file's whole content
         QTest::addColumn<QString>("reason");
+        const auto prepared = [](const char *name, const char *sql, const char *reason) {
+            QTest::newRow(name) << QByteArray(sql) << QByteArray() << u(reason);
+        };
         QTest::newRow("text") << QByteArray() << QByteArray(300, 'x') << u("is no address book");
         QTest::newRow("short") << QByteArray() << QByteArray("SQLite format 3") << u("is no address book");
-        QTest::newRow("other database") << QByteArray("PRAGMA application_id = 7") << QByteArray()
-                                        << u("is no address book");
-        QTest::newRow("newer") << QByteArray("PRAGMA user_version = 3") << QByteArray() << u("newer version");
-        QTest::newRow("no table") << QByteArray("DROP TABLE history") << QByteArray() << u("is damaged");
-        int number = 0;
-        for (const char *sql : {"CREATE TRIGGER t AFTER INSERT ON contact BEGIN DELETE FROM history; END",
-                 "CREATE VIRTUAL TABLE t USING fts5(a)",
-                 "DROP TABLE image; CREATE VIEW image AS WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM "
-                 "r) SELECT n AS hash, n AS bytes FROM r"})
-            QTest::addRow("strange %d", number++) << QByteArray(sql) << QByteArray() << u("is no address book as");
+        prepared("other database", "PRAGMA application_id = 7", "is no address book");
+        prepared("newer", "PRAGMA user_version = 3", "newer version");
+        prepared("no table", "DROP TABLE history", "is damaged");
+        prepared("trigger", "CREATE TRIGGER t AFTER INSERT ON contact BEGIN DELETE FROM history; END",
+            "is no address book as");
+        prepared("virtual table", "CREATE VIRTUAL TABLE t USING fts5(a)", "is no address book as");
+        prepared("view for a table",
+            "DROP TABLE image; CREATE VIEW image AS WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM r) "
+            "SELECT n AS hash, n AS bytes FROM r",
+            "is no address book as");
+        prepared(
+            "view in version 1", "CREATE VIEW strange AS SELECT 1; PRAGMA user_version = 1", "is no address book as");
+        prepared("cut off", "cut", "damaged");
+        prepared("written over", "overwrite", "damaged");
     }
     void otherFilesAreRefusedAndLeftAlone()
     {
@@ -125,62 +133,44 @@ private Q_SLOTS:
         QFETCH(QString, reason);
         const QString path = m_folder.filePath(u(QTest::currentDataTag()));
         if (content.isEmpty()) {
-            QVERIFY(open(path)->commit({{u("a"), nullptr, record("{'firstName':'A'}")}}));
-            QCOMPARE(shell(path, QByteArray(preparation + "; PRAGMA wal_checkpoint(TRUNCATE)")).right(5),
-                QByteArray("0|0|0"));
+            std::vector<RecordChange> people;
+            for (int i = 0; i < 500; ++i)
+                people.push_back({QString::number(i), nullptr, record("{'note':'0123456789012345678901234567890'}")});
+            QVERIFY(open(path)->commit(people));
+            if (preparation.contains(' ')) {
+                QVERIFY(shell(path, preparation + "; PRAGMA wal_checkpoint(TRUNCATE)").endsWith("0|0|0"));
+            } else {
+                const QByteArray whole = read(path);
+                const qsizetype half = whole.size() / 2;
+                write(path,
+                    preparation == "cut" ? whole.first(half)
+                                         : whole.first(half / 2) + QByteArray(half, 'U') + whole.sliced(half / 2 * 3));
+            }
         } else {
             write(path, content);
         }
         const QByteArray before = read(path);
         const auto store = SqliteStore::open(path);
-        QVERIFY(!store);
-        QCOMPARE(store.error().kind, ErrorKind::Invalid);
-        QVERIFY2(
-            store.error().text.startsWith(path) && store.error().text.contains(reason), qPrintable(store.error().text));
-        QCOMPARE(read(path), before);
-    }
-
-    void aDamagedFileIsRefused_data()
-    {
-        QTest::addColumn<bool>("cut");
-        QTest::newRow("cut off") << true;
-        QTest::newRow("written over") << false;
-    }
-    void aDamagedFileIsRefused()
-    {
-        QFETCH(bool, cut);
-        const QString path = newPath();
-        {
-            const auto store = open(path);
-            std::vector<RecordChange> people;
-            for (int i = 0; i < 500; ++i)
-                people.push_back(
-                    {QString::number(i), nullptr, record("{'note':'0123456789012345678901234567890123456789'}")});
-            QVERIFY(store->commit(people));
-        }
-        QByteArray content = read(path);
-        if (cut)
-            content.truncate(content.size() / 2);
-        else
-            content.replace(content.size() / 4, content.size() / 2, QByteArray(content.size() / 2, '\x55'));
-        write(path, content);
-        const auto store = SqliteStore::open(path);
         const auto people = store ? (*store)->loadAll() : Result<std::vector<StoredRecord>>(store.error());
         QVERIFY(!people);
         QCOMPARE(people.error().kind, ErrorKind::Invalid);
-        QVERIFY2(people.error().text.contains(u("damaged")), qPrintable(people.error().text));
-        QCOMPARE(read(path), content);
+        QVERIFY2(people.error().text.startsWith(path), qPrintable(people.error().text));
+        QVERIFY2(people.error().text.contains(reason), qPrintable(people.error().text));
+        QCOMPARE(read(path), before);
     }
 
-    void foldersAndPlacesOutOfReachAreRefused()
+    void placesThatHoldNoFileAreRefused()
     {
-        const auto folder = SqliteStore::open(m_folder.path());
-        QVERIFY(!folder);
-        QVERIFY2(folder.error().text.contains(u("is a folder")), qPrintable(folder.error().text));
+        const auto kindFor = [](const QString &path) { return SqliteStore::open(path).error().kind; };
+        QCOMPARE(kindFor(m_folder.path()), ErrorKind::Invalid);
+        QCOMPARE(::mkfifo(qPrintable(m_folder.filePath(u("pipe"))), 0600), 0);
+        QCOMPARE(kindFor(m_folder.filePath(u("pipe"))), ErrorKind::Invalid);
         write(m_folder.filePath(u("file")), "x");
-        const auto below = SqliteStore::open(m_folder.filePath(u("file/book")));
-        QVERIFY(!below);
-        QCOMPARE(below.error().kind, ErrorKind::Io);
+        QCOMPARE(kindFor(m_folder.filePath(u("file/book"))), ErrorKind::Io);
+        const QString path = newPath();
+        open(path);
+        QCOMPARE(::link(qPrintable(path), qPrintable(path + u("2"))), 0); // a file of several names
+        QCOMPARE(kindFor(path), ErrorKind::Invalid);
     }
 
     void noStatementRunsForEver()
@@ -219,26 +209,6 @@ private Q_SLOTS:
             }
             QCOMPARE(open(path)->loadAll()->size(), children.size());
         }
-    }
-
-    void aFileOfSeveralNamesIsRefused()
-    {
-        const QString path = newPath();
-        open(path);
-        QCOMPARE(::link(qPrintable(path), qPrintable(path + u("2"))), 0);
-        QVERIFY(SqliteStore::open(path).error().text.contains(u("2 names")));
-    }
-
-    void aFileThatCannotBeWrittenIsRefused()
-    {
-        if (::geteuid() == 0)
-            QSKIP("root may write any file");
-        const QString path = newPath();
-        open(path);
-        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
-        const auto store = SqliteStore::open(path);
-        QVERIFY(!store);
-        QCOMPARE(store.error().kind, ErrorKind::ReadOnly);
     }
 
     void aPersonCanReadTheTables()
@@ -412,15 +382,6 @@ private Q_SLOTS:
         QVERIFY(*open(path)->loadAll()->front().record == *second);
     }
 
-    void pipesAreRefusedAtOnce()
-    {
-        const QString path = m_folder.filePath(u("pipe"));
-        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-        const auto store = SqliteStore::open(path);
-        QVERIFY(!store);
-        QCOMPARE(store.error().kind, ErrorKind::Invalid);
-    }
-
     /// Neither takes what another program wrote for something else, nor loses any of it.
     void documentsOfOthers_data()
     {
@@ -520,13 +481,14 @@ private Q_SLOTS:
         });
     }
 
-    /// People reported as whole are as they were saved, none is made up, and none is missing without being counted.
+    /// People reported as whole are as they were saved, none is made up, and whoever is missing is counted.
     void salvageIsExact()
     {
         const QString path = newPath();
+        constexpr qint64 kPeople = 300;
         QHash<QString, PersonRecordPtr> saved;
         std::vector<RecordChange> people;
-        for (int i = 0; i < 300; ++i) {
+        for (int i = 0; i < kPeople + 50; ++i) {
             PersonRecord person;
             person.setText(kABNoteProperty, QString(i % 50 == 0 ? 9000 : 100, QChar(u'a' + i % 26)));
             if (i % 20 == 0)
@@ -535,43 +497,61 @@ private Q_SLOTS:
             saved.insert(people.back().uid, people.back().after);
         }
         QVERIFY(open(path)->commit(people));
+        std::vector<RecordChange> removals;
+        for (std::size_t i = 0; i < people.size(); i += 7) {
+            removals.push_back({people[i].uid, people[i].after, nullptr});
+            saved.remove(people[i].uid);
+        }
+        QVERIFY(open(path)->commit(removals));
+        QCOMPARE(saved.size(), kPeople);
         const QByteArray whole = read(path);
         constexpr qsizetype kPage = 4096;
-        const auto check = [&](const QByteArray &content, bool isAllThere, qsizetype which) {
+        QStringList miscounted;
+        const auto check = [&](const QByteArray &content, bool isAllThere, const QString &what) {
             write(path, content);
             const auto salvaged = salvagePeople(path);
-            QVERIFY2(salvaged || !isAllThere, qPrintable(QString::number(which)));
+            QVERIFY2(salvaged || !isAllThere, qPrintable(what));
             if (!salvaged)
                 return;
             qint64 different = 0;
             for (const auto &[uid, person] : salvaged->people) {
-                QVERIFY(saved.contains(uid));
+                QVERIFY2(saved.contains(uid), qPrintable(what + uid));
                 different += *saved[uid] == *person ? 0 : 1;
             }
-            const QString told = u("%1: %2, %3 incomplete, %4 lost, %5 different")
-                                     .arg(which)
-                                     .arg(salvaged->people.size())
-                                     .arg(salvaged->incomplete)
-                                     .arg(salvaged->lost)
-                                     .arg(different);
+            const QString told = what
+                + u(": %1, %2 incomplete, %3 lost, %4 different")
+                      .arg(salvaged->people.size())
+                      .arg(salvaged->incomplete)
+                      .arg(salvaged->lost)
+                      .arg(different);
             QVERIFY2(different <= salvaged->incomplete, qPrintable(told));
-            QVERIFY2(qint64(salvaged->people.size()) + salvaged->lost >= 300, qPrintable(told));
-            QVERIFY2(!isAllThere || (salvaged->people.size() == 300 && salvaged->incomplete == 0), qPrintable(told));
+            if (qint64(salvaged->people.size()) + salvaged->lost != kPeople)
+                miscounted += told + u'\n';
+            QVERIFY2(!isAllThere || (salvaged->lost == 0 && salvaged->incomplete == 0), qPrintable(told));
         };
         for (qsizetype bit = 0; bit < kPage * 8; bit += bit < 800 ? 7 : 509) {
             QByteArray content = whole;
             content[bit / 8] = char(content[bit / 8] ^ (1 << bit % 8));
-            check(content, true, bit);
+            check(content, true, u("bit %1").arg(bit));
         }
-        check(QByteArray(kPage, 'x') + whole.sliced(kPage), true, -1);
-        for (qsizetype page = kPage; page < whole.size() - kPage; page += kPage * 7) {
-            for (qsizetype other = page + kPage; other < whole.size(); other += kPage * 11) {
-                QByteArray content = whole;
-                content.replace(page, kPage, whole.sliced(other, kPage));
-                content.replace(other, kPage, whole.sliced(page, kPage));
-                check(content, false, page / kPage * 1000 + other / kPage);
-            }
+        check(QByteArray(kPage, 'x') + whole.sliced(kPage), true, u("first page"));
+        std::mt19937 random(1);
+        const int rounds = 100 * std::max(1, qEnvironmentVariableIntValue("PEOPLENOOK_FAULT_ROUNDS"));
+        for (int round = 0; round < rounds; ++round) {
+            const auto page = [&] { return qsizetype(1 + random() % std::size_t(whole.size() / kPage - 1)) * kPage; };
+            const qsizetype one = page();
+            const qsizetype other = page();
+            const qsizetype from = one + qsizetype(random() % kPage); // and up to ten pages on
+            const qsizetype size = std::min(whole.size() - from, qsizetype(1 + random() % (10 * kPage)));
+            QByteArray content = whole;
+            if (round % 3 == 0)
+                content.replace(one, kPage, whole.sliced(other, kPage)).replace(other, kPage, whole.sliced(one, kPage));
+            else
+                content.replace(from, size, QByteArray(size, char(random())));
+            check(content, false, u("round %1").arg(round));
         }
+        // Where table, index and history are destroyed at once, nothing can tell.
+        QVERIFY2(miscounted.size() <= rounds / 50, qPrintable(miscounted.join(QString())));
     }
 
     void picturesStandOnce()
@@ -597,53 +577,6 @@ private Q_SLOTS:
         QVERIFY(*open(path)->loadAll()->front().record == person);
     }
 
-    /// A child saves numbered states and tells each acknowledged one; it is killed in the middle of it, and the file
-    /// must hold the last state that was told, or the one after.
-    void aKilledProcessLeavesTheLastSavedState()
-    {
-        for (int round = 0; round < 15; ++round) {
-            const QString path = newPath();
-            std::array<int, 2> acknowledged{};
-            QCOMPARE(::pipe(acknowledged.data()), 0);
-            const pid_t child = ::fork();
-            if (child == 0) {
-                const auto store = open(path);
-                auto before = PersonRecordPtr();
-                for (int state = 1;; ++state) {
-                    auto after = std::make_shared<PersonRecord>();
-                    ABMutableMultiValue values;
-                    for (int i = 0; i < 20; ++i)
-                        values.addValue(QString::number(state), QString());
-                    after->setMultiValue(kABEmailProperty, values);
-                    after->setText(kABNoteProperty, QString::number(state));
-                    if (!store->commit({{u("a"), before, after}, {QString::number(state), nullptr, after}}))
-                        ::_exit(1);
-                    if (::write(acknowledged[1], &state, sizeof state) != sizeof state)
-                        ::_exit(1);
-                    before = after;
-                }
-            }
-            ::close(acknowledged[1]);
-            ::usleep(useconds_t(3000 + 2700 * round));
-            ::kill(child, SIGKILL);
-            ::waitpid(child, nullptr, 0);
-            int last = 0;
-            for (int state = 0; ::read(acknowledged[0], &state, sizeof state) == sizeof state;)
-                last = state;
-            ::close(acknowledged[0]);
-
-            const auto people = open(path)->loadAll();
-            QVERIFY2(people, people ? "" : qPrintable(people.error().text));
-            const int held = people->empty() ? 0 : people->front().record->text(kABNoteProperty)->toInt();
-            QVERIFY2(held == last || held == last + 1, qPrintable(u("%1 after %2").arg(held).arg(last)));
-            QCOMPARE(int(people->size()), held == 0 ? 0 : held + 1);
-            if (held > 0) {
-                for (const auto &entry : people->front().record->multiValue(kABEmailProperty)->entries())
-                    QCOMPARE(entry.text().toInt(), held);
-            }
-        }
-    }
-
     void whatIsSavedDuringALoadIsNoticed()
     {
         const QString path = newPath();
@@ -663,31 +596,6 @@ private Q_SLOTS:
             QVERIFY(*loaded->front().record == *after || (changed->size() == 1 && *changed->front().now == *after));
             before = after;
         }
-    }
-
-    void writersWaitForEachOther()
-    {
-        const QString path = newPath();
-        constexpr int kSaves = 40;
-        std::vector<pid_t> children;
-        open(path);
-        for (int writer = 0; writer < 3; ++writer) {
-            children.push_back(::fork());
-            if (children.back() == 0) {
-                const auto store = open(path);
-                for (int i = 0; i < kSaves; ++i) {
-                    if (!store->commit({{u("%1-%2").arg(writer).arg(i), nullptr, record("{}")}}))
-                        ::_exit(1);
-                }
-                ::_exit(0);
-            }
-        }
-        for (const pid_t child : children) {
-            int status = -1;
-            ::waitpid(child, &status, 0);
-            QCOMPARE(status, 0);
-        }
-        QCOMPARE(open(path)->loadAll()->size(), std::size_t(3 * kSaves));
     }
 };
 

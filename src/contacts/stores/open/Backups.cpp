@@ -3,7 +3,6 @@
 #include "contacts/stores/open/Backups.h"
 
 #include "contacts/stores/sqlite/AddressBookFile.h"
-#include "contacts/stores/sqlite/BackupFile.h"
 #include "contacts/stores/sqlite/SqliteStore.h"
 
 #include <QCryptographicHash>
@@ -113,15 +112,12 @@ Result<RestorePlan> planRestoreOfPeople(ABAddressBook &book, const QStringList &
     return Error{ErrorKind::NotFound, uids.join(u' ') % QStringLiteral(": is whole in no backup")};
 }
 
-Result<Verification> verify(const QString &bookFile)
+Result<FaultsInFile> verify(const QString &bookFile)
 {
-    const auto faults = faultsInFile(bookFile);
+    auto faults = faultsInFile(bookFile);
     if (!faults)
-        return faults.error();
-    Verification verification{{}, faults->count, faults->unchecked, faults->file};
-    for (const auto &[uid, error] : faults->people)
-        verification.people.push_back({uid, error.text, {}});
-    qsizetype missing = qsizetype(verification.people.size());
+        return faults;
+    auto missing = std::size(faults->people);
     const QString folder = folderOfDailyBackups(bookFile);
     for (const QString &name : newestFirst(folder, QDate::currentDate())) {
         const QString backup = folder % u'/' % name;
@@ -131,14 +127,14 @@ Result<Verification> verify(const QString &bookFile)
         QSet<QString> held;
         for (const StoredRecord &person : *people)
             held.insert(person.uid);
-        for (Verification::Person &person : verification.people) {
+        for (auto &person : faults->people) {
             if (!person.backup.isEmpty() || !held.contains(person.uid))
                 continue;
             person.backup = backup;
             --missing;
         }
     }
-    return verification;
+    return faults;
 }
 
 QString damageFoundIn(const AddressBookStore &store)

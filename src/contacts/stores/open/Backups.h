@@ -3,6 +3,7 @@
 #pragma once
 
 #include "contacts/book/RestorePlan.h"
+#include "contacts/stores/sqlite/BackupFile.h"
 
 #include <QDate>
 
@@ -36,22 +37,9 @@ Result<RestorePlan> planRestoreOfPeople(ABAddressBook &book, const QStringList &
 /// The path of the newest one; empty where there is none.
 QString newestDailyBackup(const QString &bookFile);
 
-/// Of an address book file, who is not as it was saved.
-struct Verification
-{
-    struct Person
-    {
-        QString uid;
-        QString fault;
-        QString backup; ///< the newest of the daily ones that holds the person whole; empty: none does
-    };
-    std::vector<Person> people;
-    qint64 count = 0; ///< of all people in the file
-    qint64 unchecked = 0; ///< of them, those without a digest
-    Result<void> file; ///< what is wrong with the file itself
-};
-/// Takes as long as reading everything, and more where somebody is looked for in backups.
-Result<Verification> verify(const QString &bookFile);
+/// Who in the file is not as it was saved, and the newest daily backup that holds the person whole. Takes as long as
+/// reading everything, and more where somebody is looked for in backups.
+Result<FaultsInFile> verify(const QString &bookFile);
 
 /// One line about those whom the load of @p store found to be damaged; empty: nobody.
 QString damageFoundIn(const AddressBookStore &store);

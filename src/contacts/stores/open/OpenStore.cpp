@@ -5,12 +5,12 @@
 #include "contacts/stores/open/Backups.h"
 #include "contacts/stores/open/DesktopModule.h"
 #include "contacts/stores/open/FilePath.h"
-#include "contacts/stores/open/ReadOnlyFile.h"
 #include "contacts/stores/sqlite/PrivateCopy.h"
 #include "contacts/stores/sqlite/SqliteStore.h"
 
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QStorageInfo>
 
 namespace {
 
@@ -40,6 +40,15 @@ Result<std::unique_ptr<AddressBookStore>> openDesktop(const QString &sourceUid)
     return (*module)->open(requestFor(sourceUid));
 }
 
+/// SQLite only says that something failed.
+Error reasonFor(const QString &file, const Error &error)
+{
+    constexpr qint64 kLeastSpace = 65'536; // what SQLite needs beside the file before it can work
+    const bool isFull = error.kind == ErrorKind::Io && QStorageInfo(file).bytesAvailable() < kLeastSpace;
+    return {ErrorKind::ReadOnly,
+        isFull ? file % QStringLiteral(": the address book cannot be written: the disk is full") : error.text};
+}
+
 } // namespace
 
 Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where)
@@ -62,13 +71,13 @@ Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where)
     if (const QFileInfo info(file); info.isFile() && info.size() == 0 && !newestDailyBackup(file).isEmpty())
         return Error{ErrorKind::Invalid, file % QStringLiteral(": is empty, but there are backups of what it held")};
     auto store = SqliteStore::open(file);
-    if (store)
-        return std::unique_ptr<AddressBookStore>(std::move(*store));
-    if (store.error().kind == ErrorKind::ReadOnly || store.error().kind == ErrorKind::Io) {
-        if (auto readOnly = ReadOnlyFile::open(file, store.error()))
-            return readOnly;
+    if (!store && (store.error().kind == ErrorKind::ReadOnly || store.error().kind == ErrorKind::Io)) {
+        if (auto readOnly = SqliteStore::openReadOnly(file, reasonFor(file, store.error())))
+            store = std::move(readOnly);
     }
-    return store.error();
+    if (!store)
+        return store.error();
+    return std::unique_ptr<AddressBookStore>(std::move(*store));
 }
 
 Result<QString> checkedWhere(const QString &given)

@@ -10,8 +10,11 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QScopeGuard>
 #include <QtEndian>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -26,6 +29,8 @@ namespace {
 
 /// How long one process waits for another one's save.
 constexpr int kBusyTimeoutMs = 10'000;
+
+constexpr std::array kCompanions{"-journal", "-wal", "-shm"};
 
 // The SQLite file format, section 1.3: the header's size and where its fields stand (big-endian).
 constexpr qint64 kHeaderSize = 100;
@@ -47,48 +52,6 @@ QString lastSystemError()
 {
     return QString::fromLocal8Bit(std::strerror(errno));
 }
-
-/// A temporary database that goes away with its guard, and what SQLite may have left beside it on a full disk.
-struct TemporaryFile
-{
-    QByteArray name;
-    ~TemporaryFile() { removeWithCompanions(name); }
-};
-
-/// An empty file, which no other program of ours replaces as long as this lives.
-class EmptyFile
-{
-public:
-    explicit EmptyFile(const QString &path)
-        : m_name(QFile::encodeName(path))
-        , m_file(QFileInfo(path).isFile() && QFileInfo(path).size() == 0
-                  ? ::open(m_name.constData(), O_RDWR | O_CLOEXEC)
-                  : -1)
-    {
-        if (m_file >= 0)
-            ::flock(m_file, LOCK_EX); // waits for one who is replacing it
-    }
-    ~EmptyFile()
-    {
-        if (m_file >= 0)
-            ::close(m_file);
-    }
-    EmptyFile(const EmptyFile &) = delete;
-    EmptyFile &operator=(const EmptyFile &) = delete;
-
-    /// Whether it still has its name.
-    bool isThere() const
-    {
-        struct stat own = {};
-        struct stat named = {};
-        return m_file >= 0 && ::fstat(m_file, &own) == 0 && ::stat(m_name.constData(), &named) == 0
-            && own.st_dev == named.st_dev && own.st_ino == named.st_ino && own.st_size == 0;
-    }
-
-private:
-    QByteArray m_name;
-    int m_file;
-};
 
 constexpr int kStepsPerRound = 1'000'000;
 thread_local qint64 roundsOfStatement = 0;
@@ -138,7 +101,7 @@ Error errorOf(const SQLite::Exception &exception, const QString &path)
     switch (exception.getErrorCode()) {
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
-    case SQLITE_INTERRUPT: // by distrust()
+    case SQLITE_INTERRUPT: // by hasRunTooLong()
     case SQLITE_ERROR: // a table or column of ours is missing
         return error(ErrorKind::Invalid, QStringLiteral("the address book is damaged"));
     case SQLITE_AUTH:
@@ -171,7 +134,7 @@ bool makeFolder(const QString &path)
 
 QString companionOf(const QString &path)
 {
-    for (const auto *suffix : {"-wal", "-shm", "-journal"}) {
+    for (const char *suffix : kCompanions) {
         QString companion = path % QLatin1StringView(suffix);
         if (QFileInfo(companion).isSymLink() || QFileInfo::exists(companion))
             return companion;
@@ -181,7 +144,8 @@ QString companionOf(const QString &path)
 
 void removeWithCompanions(const QByteArray &name)
 {
-    for (const char *suffix : {"", "-journal", "-wal", "-shm"})
+    ::unlink(name.constData());
+    for (const char *suffix : kCompanions)
         ::unlink(QByteArray(name + suffix).constData());
 }
 
@@ -202,9 +166,9 @@ Result<void> create(const QString &path)
     const auto name = temporaryBeside(path);
     if (!name)
         return name.error();
-    const TemporaryFile temporary{*name};
+    const auto removal = qScopeGuard([&name] { removeWithCompanions(*name); });
     try {
-        SQLite::Database database(temporary.name.constData(), SQLite::OPEN_READWRITE);
+        SQLite::Database database(name->constData(), SQLite::OPEN_READWRITE);
         // The header is complete on the disk before the journal mode is one that keeps newer pages elsewhere.
         SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
         database.exec("PRAGMA application_id = " + std::to_string(Schema::kApplicationId));
@@ -214,8 +178,13 @@ Result<void> create(const QString &path)
     } catch (const SQLite::Exception &exception) {
         return errorOf(exception, path);
     }
-    const EmptyFile empty(path);
-    const auto moved = moveIntoPlace(temporary.name, path, empty.isThere());
+    QFile empty(path);
+    bool isEmpty = false;
+    if (QFileInfo(path).isFile() && empty.size() == 0 && empty.open(QIODevice::ReadWrite | QIODevice::ExistingOnly)) {
+        ::flock(empty.handle(), LOCK_EX); // waits for a program that is replacing it
+        isEmpty = FileOnDisk::opened(empty.handle()) == FileOnDisk::named(path) && empty.size() == 0;
+    }
+    const auto moved = moveIntoPlace(*name, path, isEmpty);
     return moved ? Result<void>() : moved.error();
 }
 
@@ -299,31 +268,33 @@ Result<void> check(const QString &path)
     return {};
 }
 
-void distrust(SQLite::Database &database)
+SQLite::Database open(const QString &path)
 {
+    SQLite::Database database(
+        QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, kBusyTimeoutMs);
     sqlite3 *handle = database.getHandle();
     sqlite3_progress_handler(handle, kStepsPerRound, &hasRunTooLong, handle);
     sqlite3_trace_v2(handle, SQLITE_TRACE_STMT, &noteStatement, handle);
     // No functions with side effects, and a damaged page is noticed when it is read.
     database.exec("PRAGMA trusted_schema = OFF");
     database.exec("PRAGMA cell_size_check = ON");
-    // What a row of the schema makes is decided by its text, whatever its other columns say.
-    SQLite::Statement strange(database,
-        "SELECT name FROM (SELECT name, sql, iif(sql LIKE 'CREATE VIEW %', substr(sql, 13), '') AS view FROM "
-        "sqlite_schema) WHERE NOT (sql LIKE 'CREATE TABLE %' OR sql LIKE 'CREATE INDEX %' "
-        "OR sql LIKE 'CREATE UNIQUE INDEX %' OR ((SELECT user_version FROM pragma_user_version) > 1 AND view LIKE "
-        "'_% AS %' AND substr(view, instr(view, ' '), 4) LIKE ' AS ' AND substr(view, 1, instr(view, ' ') - 1) NOT "
-        "GLOB '*[^A-Za-z]*' AND lower(substr(view, 1, instr(view, ' ') - 1)) NOT IN ('contact', 'image', 'save', "
-        "'history')))");
-    if (strange.executeStep())
-        throw SQLite::Exception("unexpected object: " + strange.getColumn(0).getString(), SQLITE_AUTH);
+    // What a row of the schema makes is decided by its text, whatever its other columns say. Format 1 had no views.
+    static const QRegularExpression ours(
+        QStringLiteral("^CREATE (TABLE|INDEX|UNIQUE INDEX|(VIEW (?!(contact|image|save|history) )[a-z]+ AS)) "),
+        QRegularExpression::CaseInsensitiveOption);
+    const bool hasViews = database.execAndGet("PRAGMA user_version").getInt() > 1;
+    SQLite::Statement objects(database, "SELECT name, sql FROM sqlite_schema WHERE sql IS NOT NULL");
+    while (objects.executeStep()) {
+        const auto match = ours.match(QString::fromUtf8(objects.getColumn(1).getText()));
+        if (!match.hasMatch() || (match.hasCaptured(2) && !hasViews))
+            throw SQLite::Exception("unexpected object: " + objects.getColumn(0).getString(), SQLITE_AUTH);
+    }
+    return database;
 }
 
 SQLite::Database connect(const QString &path)
 {
-    SQLite::Database database(
-        QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, kBusyTimeoutMs);
-    distrust(database);
+    SQLite::Database database = open(path);
     database.exec("PRAGMA journal_mode = WAL");
     // FULL: a save that was acknowledged is on the disk, whatever happens to the machine afterwards.
     database.exec("PRAGMA synchronous = FULL");

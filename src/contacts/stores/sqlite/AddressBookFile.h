@@ -43,12 +43,12 @@ Result<QByteArray> temporaryBeside(const QString &path);
 /// replaced or (false) left alone. Io: neither.
 Result<bool> moveIntoPlace(const QByteArray &temporaryName, const QString &path, bool replaces);
 
-/// To be called first for each connection to a file that anybody may have made. Throws SQLite::Exception where it has
-/// what no address book has and what makes SQLite do more than read rows: triggers, virtual tables, views in the place
-/// of tables. No statement runs longer than a file of this size can need; it ends as if the file was damaged.
-void distrust(SQLite::Database &database);
+/// A connection to a file that anybody may have made. Throws SQLite::Exception, also where the file has what no address
+/// book has and what makes SQLite do more than read rows: triggers, virtual tables, views in the place of tables. No
+/// statement runs longer than a file of this size can need; it ends as if the file was damaged.
+SQLite::Database open(const QString &path);
 
-/// A connection with the settings that the store's promises rest on.
+/// The same with the settings that the store's promises rest on.
 SQLite::Database connect(const QString &path);
 
 } // namespace AddressBookFile

@@ -3,18 +3,14 @@
 #include "contacts/stores/sqlite/BackupFile.h"
 
 #include "contacts/stores/sqlite/AddressBookFile.h"
-#include "contacts/stores/sqlite/PrivateCopy.h"
 #include "contacts/stores/sqlite/RecordReader.h"
 #include "contacts/stores/sqlite/Schema.h"
 #include "contacts/stores/sqlite/SqliteStore.h"
-#include "contacts/stores/sqlite/Version1.h"
 
 #include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/Transaction.h>
 
 #include <QFileInfo>
-
-#include <optional>
 
 #include <fcntl.h>
 #include <sqlite3.h>
@@ -55,33 +51,37 @@ bool reachesDisk(const QByteArray &name)
     return isOnDisk;
 }
 
-/// Reads the whole file the way a store does and the way SQLite checks it.
-Result<qint64> checked(const QByteArray &name, const QString &path)
+/// Of the file @p file, for messages @p path.
+FaultsInFile faultsIn(const QString &file, const QString &path)
 {
-    SQLite::Database database(name.constData(), SQLite::OPEN_READWRITE);
-    AddressBookFile::distrust(database);
-    // One file without companions, which can be carried anywhere.
-    database.exec("PRAGMA journal_mode = DELETE");
-    if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
-        return failure(path, QStringLiteral("the address book is damaged"), ErrorKind::Invalid);
-    qint64 people = 0;
-    const auto named = [&path](const Error &error) { return failure(path, error.text, error.kind); };
-    if (database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion) {
-        Version1 reader(database, Damage::Refuse);
-        SQLite::Statement ids(database, "SELECT id FROM person");
-        for (; ids.executeStep(); ++people) {
-            if (const auto person = reader.person(ids.getColumn(0).getInt64()); !person)
-                return named(person.error());
+    FaultsInFile faults;
+    try {
+        SQLite::Database database = AddressBookFile::open(file);
+        SQLite::Transaction transaction(database);
+        if (database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion) {
+            faults.count = database.execAndGet("SELECT count(*) FROM person").getInt64(); // no digests to check by
+        } else {
+            faults.count = RecordReader(database).check([&faults](const QString &uid, const Error &error) {
+                faults.people.push_back({uid, error.text, {}});
+            });
+            faults.unchecked = database.execAndGet("SELECT count(*) FROM contact WHERE digest IS NULL").getInt64();
         }
-        return people;
+        if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
+            faults.file = failure(path, QStringLiteral("the address book is damaged"), ErrorKind::Invalid);
+    } catch (const SQLite::Exception &exception) {
+        faults.file = AddressBookFile::errorOf(exception, path);
     }
-    std::optional<Error> first;
-    people = RecordReader(database).check([&first](const QString &, const Error &error) {
-        if (!first)
-            first = error;
-    });
+    return faults;
+}
+
+/// How many people the file holds, if it is whole.
+Result<qint64> checked(const QString &file, const QString &path)
+{
+    const FaultsInFile faults = faultsIn(file, path);
+    if (!faults.file)
+        return faults.file.error();
     // The file is in order and the damaged people can be put back into it: not Invalid.
-    return first ? Result<qint64>(failure(path, first->text)) : people;
+    return faults.people.empty() ? Result<qint64>(faults.count) : failure(path, faults.people.front().fault);
 }
 
 } // namespace
@@ -155,61 +155,39 @@ Result<std::unique_ptr<BackupFile>> BackupFile::of(
 
 Result<qint64> BackupFile::finish()
 {
+    const QString temporary = QFile::decodeName(m_temporary);
     try {
-        auto people = checked(m_temporary, m_source);
-        if (!people)
-            return people;
-        if (!reachesDisk(m_temporary))
-            return failure(m_to, QStringLiteral("cannot be written"));
-        if (auto unused = checkUnused(m_to); !unused)
-            return unused.error();
-        const auto moved = AddressBookFile::moveIntoPlace(m_temporary, m_to, m_existing == Existing::Replace);
-        if (!moved)
-            return moved.error();
-        if (!*moved)
-            return failure(m_to, QStringLiteral("there is a file of this name already"), ErrorKind::Conflict);
-        return people;
+        // One file without companions, which can be carried anywhere.
+        AddressBookFile::open(temporary).exec("PRAGMA journal_mode = DELETE");
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, m_to);
     }
+    auto people = checked(temporary, m_source);
+    if (!people)
+        return people;
+    if (!reachesDisk(m_temporary))
+        return failure(m_to, QStringLiteral("cannot be written"));
+    if (auto unused = checkUnused(m_to); !unused)
+        return unused.error();
+    const auto moved = AddressBookFile::moveIntoPlace(m_temporary, m_to, m_existing == Existing::Replace);
+    if (!moved)
+        return moved.error();
+    return *moved ? people : failure(m_to, QStringLiteral("there is a file of this name already"), ErrorKind::Conflict);
 }
 
 Result<FaultsInFile> faultsInFile(const QString &path)
 {
     if (const auto store = SqliteStore::open(path); !store)
         return store.error();
-    FaultsInFile faults;
-    try {
-        SQLite::Database database = AddressBookFile::connect(path);
-        SQLite::Transaction transaction(database);
-        faults.count = RecordReader(database).check(
-            [&faults](const QString &uid, const Error &error) { faults.people.emplace_back(uid, error); });
-        faults.unchecked = database.execAndGet("SELECT count(*) FROM contact WHERE digest IS NULL").getInt64();
-        if (database.execAndGet("PRAGMA integrity_check(1)").getString() != "ok")
-            faults.file = failure(path, QStringLiteral("the address book is damaged"), ErrorKind::Invalid);
-    } catch (const SQLite::Exception &exception) {
-        faults.file = AddressBookFile::errorOf(exception, path);
-    }
-    return faults;
+    return faultsIn(path, path);
 }
 
 Result<std::vector<StoredRecord>> peopleInFile(const QString &path)
 {
-    if (auto isOurs = AddressBookFile::checkReadable(path); !isOurs)
-        return isOurs.error();
-    const auto copy = PrivateCopy::of(path);
-    if (!copy)
-        return copy.error();
-    const auto inCopy = [&](const Error &error) { return renamed(error, (*copy)->path(), path); };
-    try {
-        if (auto whole = checked(QFile::encodeName((*copy)->path()), path); !whole)
-            return whole.error();
-    } catch (const SQLite::Exception &exception) {
-        return AddressBookFile::errorOf(exception, path);
-    }
-    const auto store = SqliteStore::open((*copy)->path(), currentTime, Migration::Backup::None);
+    const auto store = SqliteStore::openReadOnly(path, Error());
     if (!store)
-        return inCopy(store.error());
-    auto people = (*store)->loadAll();
-    return people ? people : inCopy(people.error());
+        return store.error();
+    if (const auto whole = checked((*store)->file(), path); !whole)
+        return whole.error();
+    return (*store)->loadAll();
 }

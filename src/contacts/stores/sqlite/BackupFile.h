@@ -45,7 +45,13 @@ private:
 /// Who in the address book file at @p path is not as it was saved or cannot be read.
 struct FaultsInFile
 {
-    std::vector<std::pair<QString, Error>> people; ///< by uid
+    struct Person
+    {
+        QString uid;
+        QString fault;
+        QString backup; ///< the newest daily one that holds the person whole, where it was looked for; empty: none does
+    };
+    std::vector<Person> people;
     qint64 count = 0; ///< of people in the file, as far as it can be read
     qint64 unchecked = 0; ///< of them, those without a digest
     Result<void> file; ///< what is wrong with the file itself

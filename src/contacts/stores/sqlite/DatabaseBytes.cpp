@@ -8,25 +8,21 @@
 #include <algorithm>
 #include <cerrno>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-namespace {
-
-/// SQLite wants more around the name of a database than the name.
-struct FileName
+FileOnDisk FileOnDisk::named(const QString &path)
 {
-    explicit FileName(const QString &path)
-        : text(sqlite3_create_filename(
-            QFile::encodeName(QFileInfo(path).absoluteFilePath()).constData(), "", "", 0, nullptr))
-    { }
-    ~FileName() { sqlite3_free_filename(text); }
-    FileName(const FileName &) = delete;
-    FileName &operator=(const FileName &) = delete;
+    struct stat status = {};
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? FileOnDisk{status.st_dev, status.st_ino}
+                                                                     : FileOnDisk{};
+}
 
-    const char *text;
-};
-
-} // namespace
+FileOnDisk FileOnDisk::opened(int descriptor)
+{
+    struct stat status = {};
+    return ::fstat(descriptor, &status) == 0 ? FileOnDisk{status.st_dev, status.st_ino} : FileOnDisk{};
+}
 
 std::unique_ptr<DatabaseBytes> DatabaseBytes::open(const QString &path)
 {
@@ -48,14 +44,15 @@ std::unique_ptr<DatabaseBytes> DatabaseBytes::open(const QString &path, int acce
     errno = EINVAL;
     if (!QFileInfo(path).isFile()) // opening a pipe would wait for somebody at its other end
         return nullptr;
-    sqlite3_vfs *system = sqlite3_vfs_find(nullptr);
-    const FileName name(path);
-    if (!system || !name.text)
-        return nullptr;
     std::unique_ptr<DatabaseBytes> bytes(new DatabaseBytes);
+    const QByteArray name = QFile::encodeName(QFileInfo(path).absoluteFilePath());
+    bytes->m_name = {sqlite3_create_filename(name.constData(), "", "", 0, nullptr), &sqlite3_free_filename};
+    sqlite3_vfs *system = sqlite3_vfs_find(nullptr);
+    if (!system || !bytes->m_name)
+        return nullptr;
     bytes->m_memory.resize(static_cast<std::size_t>(system->szOsFile));
     auto *file = reinterpret_cast<sqlite3_file *>(bytes->m_memory.data());
-    const int opened = system->xOpen(system, name.text, file, access | SQLITE_OPEN_MAIN_DB, nullptr);
+    const int opened = system->xOpen(system, bytes->m_name.get(), file, access | SQLITE_OPEN_MAIN_DB, nullptr);
     if (file->pMethods)
         bytes->m_file = file; // to be closed, even after a failure
     return opened == SQLITE_OK ? std::move(bytes) : nullptr;

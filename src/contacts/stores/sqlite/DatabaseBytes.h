@@ -5,9 +5,21 @@
 #include <QString>
 
 #include <memory>
+#include <sys/types.h>
 #include <vector>
 
 struct sqlite3_file;
+
+/// Which file has a name, whatever happens to the name afterwards; none: all zero.
+struct FileOnDisk
+{
+    dev_t device = 0;
+    ino_t number = 0;
+
+    static FileOnDisk named(const QString &path);
+    static FileOnDisk opened(int descriptor);
+    friend bool operator==(const FileOnDisk &, const FileOnDisk &) = default;
+};
 
 /// The bytes of a database file, read without a connection, through SQLite's own file layer: a file that this program
 /// has open elsewhere must not be opened and closed in any other way, as a close takes back all locks that the process
@@ -25,8 +37,6 @@ public:
     DatabaseBytes(const DatabaseBytes &) = delete;
     DatabaseBytes &operator=(const DatabaseBytes &) = delete;
 
-    /// -1: it cannot be told.
-    qint64 size() const;
     /// Up to @p size bytes from @p offset on; fewer at the end of the file, null when reading failed.
     QByteArray read(qint64 offset, qint64 size) const;
     /// Writes all of it into a new file @p path that only the user may read. On failure what was written stays.
@@ -35,7 +45,9 @@ public:
 private:
     DatabaseBytes() = default;
     static std::unique_ptr<DatabaseBytes> open(const QString &path, int access);
+    qint64 size() const; // -1: it cannot be told
 
+    std::unique_ptr<const char, void (*)(const char *)> m_name{nullptr, nullptr}; // SQLite's form of it
     std::vector<char> m_memory; // of m_file, which SQLite makes in place
     sqlite3_file *m_file = nullptr; // null: not opened
 };

@@ -14,11 +14,8 @@ namespace HistoryTable {
 
 namespace {
 
-/// Saves of the first programs have no cause; each is a step by itself.
-const QString kSavePrefix = QStringLiteral("save-");
-
-/// What groups the rows of `save`.
-constexpr const char *kCauseKey = "coalesce(cause, revision)";
+/// What groups the rows of `save`. Those of the first programs have no cause; each is a step by itself.
+const std::string kCause = "coalesce(cause, 'save-' || revision)";
 
 QString textIn(const SQLite::Column &column)
 {
@@ -30,20 +27,18 @@ QDateTime timeIn(const SQLite::Column &column)
     return QDateTime::fromString(textIn(column), Qt::ISODateWithMs);
 }
 
-/// Of a row that begins with revision, cause, kind, description, savedAt.
+/// The columns of `save` for summaryIn(), of all saves of a cause: those of the last one.
+const std::string kSummaryColumns = kCause + ", kind, description, savedAt, max(revision)";
+
 ChangeSummary summaryIn(SQLite::Statement &row)
 {
     ChangeSummary summary;
-    const QString id = textIn(row.getColumn(1));
-    summary.cause.id = id.isNull() ? QString(kSavePrefix % QString::number(row.getColumn(0).getInt64())) : id;
-    summary.cause.kind = kindNamed(textIn(row.getColumn(2)));
-    summary.cause.description = textIn(row.getColumn(3));
-    summary.savedAt = timeIn(row.getColumn(4));
+    summary.cause.id = textIn(row.getColumn(0));
+    summary.cause.kind = kindNamed(textIn(row.getColumn(1)));
+    summary.cause.description = textIn(row.getColumn(2));
+    summary.savedAt = timeIn(row.getColumn(3));
     return summary;
 }
-
-/// The columns of `save` for summaryIn(), of all saves of a cause: those of the last one.
-constexpr const char *kSummaryColumns = "max(revision), cause, kind, description, savedAt";
 
 /// Null where @p document is NULL.
 Result<PersonRecordPtr> recordIn(RecordReader &reader, const QString &uid, const SQLite::Column &document)
@@ -51,11 +46,10 @@ Result<PersonRecordPtr> recordIn(RecordReader &reader, const QString &uid, const
     return document.isNull() ? PersonRecordPtr() : reader.wholeRecord(uid, document.getString());
 }
 
-/// The changes of the saves for which @p condition holds, with what each left: the next row's `before` or, without one,
-/// the present record.
-std::string changesSql(const std::string &condition)
+/// The changes of a cause, with what each left: the next row's `before` or, without one, the present record.
+std::string changesSql()
 {
-    const std::string ofStep = "revision IN (SELECT revision FROM save WHERE " + condition + ")";
+    const std::string ofStep = "revision IN (SELECT revision FROM save WHERE " + kCause + " = ?1)";
     return "WITH later AS (SELECT id, revision, uid, action, before, afterHash, lead(id) OVER ofPerson AS nextId, "
            "lead(before) OVER ofPerson AS nextBefore FROM history WHERE id >= (SELECT min(id) FROM history WHERE "
         + ofStep + ") WINDOW ofPerson AS (PARTITION BY uid ORDER BY id)) "
@@ -100,11 +94,11 @@ std::string timeText(const QDateTime &time)
 std::vector<ChangeSummary> summaries(SQLite::Database &database)
 {
     SQLite::Statement rows(database,
-        std::string("SELECT ") + kSummaryColumns
+        "SELECT " + kSummaryColumns
             + ", sum(added), sum(changed), sum(removed) FROM save JOIN (SELECT revision, sum(action = 'added') AS "
               "added, sum(action = 'changed') AS changed, sum(action = 'removed') AS removed FROM history GROUP BY "
               "revision) USING (revision) GROUP BY "
-            + kCauseKey + " ORDER BY max(revision) DESC");
+            + kCause + " ORDER BY max(revision) DESC");
     std::vector<ChangeSummary> summaries;
     while (rows.executeStep()) {
         summaries.push_back(summaryIn(rows));
@@ -117,24 +111,15 @@ std::vector<ChangeSummary> summaries(SQLite::Database &database)
 
 Result<ChangeStep> step(SQLite::Database &database, RecordReader &reader, const QString &causeId)
 {
-    const bool isEarly = causeId.startsWith(kSavePrefix);
-    const std::string condition = isEarly ? "cause IS NULL AND revision = ?1" : "cause = ?1";
-    const QString key = isEarly ? causeId.sliced(kSavePrefix.size()) : causeId;
-    const auto bindKey = [&](SQLite::Statement &statement) {
-        if (isEarly)
-            statement.bind(1, int64_t(key.toLongLong()));
-        else
-            statement.bind(1, key.toStdString());
-    };
     SQLite::Statement head(
-        database, std::string("SELECT ") + kSummaryColumns + " FROM save WHERE " + condition + " GROUP BY cause");
-    bindKey(head);
+        database, "SELECT " + kSummaryColumns + " FROM save WHERE " + kCause + " = ?1 GROUP BY cause");
+    head.bind(1, causeId.toStdString());
     if (!head.executeStep())
         return noSuchCause(causeId);
     ChangeStep step;
     step.summary = summaryIn(head);
-    SQLite::Statement changes(database, changesSql(condition));
-    bindKey(changes);
+    SQLite::Statement changes(database, changesSql());
+    changes.bind(1, causeId.toStdString());
     while (changes.executeStep()) {
         auto change = changeIn(changes, reader);
         if (!change)
@@ -151,7 +136,7 @@ void prune(SQLite::Database &database, const QDateTime &now)
     const std::string limit = timeText(now.addDuration(-kHistoryAge));
     if (database.execAndGet("SELECT coalesce(min(savedAt), 'none') FROM save").getString() >= limit)
         return;
-    const std::string ofCauses = std::string(" FROM save GROUP BY ") + kCauseKey;
+    const std::string ofCauses = " FROM save GROUP BY " + kCause;
     SQLite::Statement causes(database, "SELECT savedAt, max(revision) AS newest" + ofCauses + " ORDER BY newest DESC");
     Forgetting forgetting;
     bool isForgotten = false;
@@ -162,8 +147,8 @@ void prune(SQLite::Database &database, const QDateTime &now)
     const int64_t newest = causes.getColumn(1).getInt64();
     for (const char *table : {"history", "save"}) {
         SQLite::Statement removal(database,
-            std::string("DELETE FROM ") + table + " WHERE revision IN (SELECT revision FROM save WHERE " + kCauseKey
-                + " IN (SELECT " + kCauseKey + ofCauses + " HAVING max(revision) <= ?))");
+            std::string("DELETE FROM ") + table + " WHERE revision IN (SELECT revision FROM save WHERE " + kCause
+                + " IN (SELECT " + kCause + ofCauses + " HAVING max(revision) <= ?))");
         removal.bind(1, newest);
         removal.exec();
     }

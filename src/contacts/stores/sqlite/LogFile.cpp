@@ -3,11 +3,9 @@
 #include "contacts/stores/sqlite/LogFile.h"
 
 #include "contacts/stores/sqlite/AddressBookFile.h"
-#include "contacts/stores/sqlite/DatabaseBytes.h"
 #include "contacts/stores/sqlite/PrivateCopy.h"
 #include "contacts/stores/sqlite/Schema.h"
 
-#include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Exception.h>
 #include <SQLiteCpp/Statement.h>
 
@@ -17,8 +15,6 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <optional>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -48,63 +44,50 @@ bool isInUse(const QByteArray &indexName)
     return isLocked;
 }
 
-/// Where the history of a copy of the file ends.
-struct HistoryEnd
-{
-    int64_t revision = 0;
-    std::string savedAt;
-    int64_t row = 0;
-};
-
-/// Nothing: the file cannot be read without its log.
-std::optional<HistoryEnd> historyEnd(SQLite::Database &database)
+/// False also where the file is too damaged to tell.
+bool holds(SQLite::Database &database, const std::string &condition)
 {
     try {
-        AddressBookFile::distrust(database);
-        SQLite::Statement end(
-            database, "SELECT max(revision), savedAt, coalesce((SELECT max(id) FROM history), 0) FROM save");
-        return end.executeStep() ? HistoryEnd{end.getColumn(0), end.getColumn(1), end.getColumn(2)} : HistoryEnd();
+        return database.execAndGet("SELECT " + condition).getInt() == 1;
     } catch (const SQLite::Exception &) {
-        return std::nullopt;
+        return false;
     }
 }
 
 /// Pages of two files may fit each other as far as SQLite can tell, but not what the tables say of each other.
 bool isWhole(SQLite::Database &database)
 {
-    try {
-        AddressBookFile::distrust(database);
-        const bool isVersion1 = database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion;
-        const std::string people = isVersion1 ? "person" : "contact";
-        return database
-                   .execAndGet(
-                       "SELECT NOT EXISTS (SELECT 1 FROM sqlite_sequence WHERE seq <> CASE name "
-                       "WHEN 'save' THEN coalesce((SELECT max(revision) FROM save), seq) "
-                       "WHEN 'history' THEN coalesce((SELECT max(id) FROM history), seq) ELSE seq END) "
-                       "AND NOT EXISTS (SELECT 1 FROM history WHERE revision NOT IN (SELECT revision FROM save)) "
-                       "AND NOT EXISTS (SELECT 1 FROM (SELECT uid, action, max(id) FROM history GROUP BY uid) "
-                       "AS last WHERE (action = 'removed') = (uid IN (SELECT uid FROM "
-                       + people + ")))")
-                   .getInt()
-            == 1
-            && database.execAndGet("PRAGMA integrity_check(1)").getString() == "ok";
-    } catch (const SQLite::Exception &) {
-        return false;
-    }
+    const bool isVersion1 =
+        holds(database, "user_version < " + std::to_string(Schema::kVersion) + " FROM pragma_user_version");
+    const std::string people = isVersion1 ? "person" : "contact";
+    return holds(database,
+               "NOT EXISTS (SELECT 1 FROM main.sqlite_sequence WHERE seq <> CASE name "
+               "WHEN 'save' THEN coalesce((SELECT max(revision) FROM main.save), seq) "
+               "WHEN 'history' THEN coalesce((SELECT max(id) FROM main.history), seq) ELSE seq END) "
+               "AND NOT EXISTS (SELECT 1 FROM main.history WHERE revision NOT IN (SELECT revision FROM main.save)) "
+               "AND NOT EXISTS (SELECT 1 FROM (SELECT uid, action, max(id) FROM main.history GROUP BY uid) AS last "
+               "WHERE (action = 'removed') = (uid IN (SELECT uid FROM main."
+                   + people + ")))")
+        && holds(database, "integrity_check = 'ok' FROM pragma_integrity_check(1)");
 }
 
-/// Whether a history goes on, without a gap, where another one ends.
-bool continues(SQLite::Database &database, const HistoryEnd &end)
+/// Whether the file with its log is whole, and its history goes on, without a gap, where that of the file alone ends.
+bool goesOn(const QString &file, const QString &fileAlone)
 {
     try {
-        SQLite::Statement question(database,
-            "SELECT coalesce(max(revision), 0) - ?1 = count(*) FILTER (WHERE revision > ?1) "
-            "AND count(*) FILTER (WHERE revision = ?1 AND savedAt <> ?2) = 0 "
-            "AND (SELECT coalesce(max(id), 0) - ?3 = count(*) FILTER (WHERE id > ?3) FROM history) FROM save");
-        question.bind(1, end.revision);
-        question.bind(2, end.savedAt);
-        question.bind(3, end.row);
-        return question.executeStep() && question.getColumn(0).getInt() == 1;
+        SQLite::Database both = AddressBookFile::open(file);
+        SQLite::Statement attach(both, "ATTACH ? AS alone");
+        attach.bind(1, fileAlone.toStdString());
+        attach.exec();
+        return isWhole(both)
+            && holds(both,
+                "(SELECT coalesce(max(revision), 0) - old.revision = count(*) FILTER (WHERE save.revision > "
+                "old.revision) "
+                "AND count(*) FILTER (WHERE save.revision = old.revision AND save.savedAt <> old.savedAt) = 0 FROM "
+                "main.save) AND (SELECT coalesce(max(id), 0) - old.lastRow = count(*) FILTER (WHERE id > old.lastRow) "
+                "FROM "
+                "main.history) FROM (SELECT coalesce(max(revision), 0) AS revision, savedAt, "
+                "coalesce((SELECT max(id) FROM alone.history), 0) AS lastRow FROM alone.save) AS old");
     } catch (const SQLite::Exception &) {
         return false;
     }
@@ -118,23 +101,16 @@ Result<bool> belongs(const QString &path)
     if (!with)
         return with.error();
     try {
-        SQLite::Database alone(QFile::encodeName((*without)->path()).constData(), SQLite::OPEN_READWRITE);
-        SQLite::Database both(QFile::encodeName((*with)->path()).constData(), SQLite::OPEN_READWRITE);
-        const auto end = historyEnd(alone);
-        return !end || (isWhole(both) && continues(both, *end)) || !isWhole(alone);
+        SQLite::Database alone = AddressBookFile::open((*without)->path());
+        // Else it cannot be read without its log.
+        const bool hasHistory = holds(alone, "count(*) + (SELECT count(*) FROM history) >= 0 FROM save");
+        return !hasHistory || goesOn((*with)->path(), (*without)->path()) || !isWhole(alone);
     } catch (const SQLite::Exception &) {
         return true;
     }
 }
 
 } // namespace
-
-FileOnDisk FileOnDisk::named(const QString &path)
-{
-    struct stat status = {};
-    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? FileOnDisk{status.st_dev, status.st_ino}
-                                                                     : FileOnDisk{};
-}
 
 namespace LogFile {
 

@@ -3,18 +3,7 @@
 #pragma once
 
 #include "base/Result.h"
-
-#include <sys/types.h>
-
-/// Which file has a name, whatever happens to the name afterwards; none: all zero.
-struct FileOnDisk
-{
-    dev_t device = 0;
-    ino_t number = 0;
-
-    static FileOnDisk named(const QString &path);
-    friend bool operator==(const FileOnDisk &, const FileOnDisk &) = default;
-};
+#include "contacts/stores/sqlite/DatabaseBytes.h"
 
 /// The write-ahead log beside an address book file. SQLite finds it by its name alone and would write one that belongs
 /// to another file into this one.

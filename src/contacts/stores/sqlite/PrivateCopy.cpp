@@ -12,6 +12,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <tuple>
 #include <unistd.h>
 
 namespace {
@@ -36,6 +37,14 @@ bool copyLog(const QString &from, const QString &to)
     return QFile::copy(from, to) && QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner);
 }
 
+/// Differs after every save and after every move of the log into the file.
+auto stateOf(const QString &path)
+{
+    const QFileInfo file(path);
+    const QFileInfo log(path % QStringLiteral("-wal"));
+    return std::tuple(file.size(), file.lastModified(), log.size(), log.lastModified());
+}
+
 } // namespace
 
 PrivateCopy::PrivateCopy(const QString &folder)
@@ -51,8 +60,16 @@ PrivateCopy::~PrivateCopy()
 
 Result<std::unique_ptr<PrivateCopy>> PrivateCopy::of(const QString &path, Log log)
 {
-    auto copy = in(QDir::tempPath(), path, log);
-    return copy ? std::move(copy) : in(kMemory, path, log);
+    constexpr int kAttempts = 3;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        const auto before = stateOf(path);
+        auto copy = in(QDir::tempPath(), path, log);
+        if (!copy)
+            copy = in(kMemory, path, log);
+        if (!copy || stateOf(path) == before)
+            return copy;
+    }
+    return Error{ErrorKind::Unavailable, path % QStringLiteral(": another program is busy with the address book")};
 }
 
 Result<std::unique_ptr<PrivateCopy>> PrivateCopy::in(const QString &folder, const QString &path, Log log)

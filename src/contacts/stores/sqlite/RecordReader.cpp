@@ -3,13 +3,17 @@
 #include "contacts/stores/sqlite/RecordReader.h"
 
 #include "contacts/model/Utf8Text.h"
-#include "contacts/stores/sqlite/Digest.h"
 
 #include <SQLiteCpp/Exception.h>
 
+#include <QCryptographicHash>
+#include <QtEndian>
+
 #include <algorithm>
+#include <atomic>
 #include <future>
-#include <thread>
+#include <sched.h>
+#include <xxhash.h>
 
 namespace {
 
@@ -34,51 +38,84 @@ Proof proofOf(std::string_view uid, std::string_view document, const SQLite::Col
     return stored == std::string_view(expected.data(), expected.size()) ? Proof::Fits : Proof::Differs;
 }
 
+/// What rowIn() needs.
+constexpr const char *kRows = "SELECT id, uid, record, digest FROM contact ";
+
+RecordReader::Row rowIn(SQLite::Statement &rows)
+{
+    const std::string_view uid = bytesIn(rows.getColumn(1));
+    const std::string_view document = bytesIn(rows.getColumn(2));
+    return {rows.getColumn(0).getInt64(), textOfUtf8(uid), std::string(document),
+        proofOf(uid, document, rows.getColumn(3))};
+}
+
+RecordReader::Row firstRow(SQLite::Statement &rows)
+{
+    RecordReader::Row row;
+    if (rows.executeStep())
+        row = rowIn(rows);
+    rows.reset(); // one left on its row would keep the connection's read transaction open
+    return row;
+}
+
+std::size_t processorCount()
+{
+    cpu_set_t allowed;
+    return ::sched_getaffinity(0, sizeof allowed, &allowed) == 0 ? std::size_t(CPU_COUNT(&allowed)) : 1;
+}
+
 using Person = Result<RecordJsonReader::Person>;
 
 } // namespace
+
+Digest digestOf(std::string_view uid, std::string_view document)
+{
+    Digest digest{};
+    const XXH64_hash_t seed = XXH3_64bits(uid.data(), uid.size());
+    qToBigEndian<quint64>(XXH3_64bits_withSeed(document.data(), document.size(), seed), digest.data());
+    return digest;
+}
+
+std::string pictureNameOf(const QByteArray &picture)
+{
+    return QCryptographicHash::hash(picture, QCryptographicHash::Sha256).toHex().toStdString();
+}
 
 /// Some thousand rows: enough to be worth a thread, few enough to stay in the processors' caches.
 struct RecordReader::Round
 {
     static constexpr std::size_t kRows = 4096;
+    static constexpr std::size_t kRowsAtOnce = 128;
 
-    /// Reads what comes next; false: nothing did.
-    bool fill(SQLite::Statement &rows)
+    /// Reads what comes next; empty: nothing did.
+    void fill(SQLite::Statement &rows)
     {
         m_bytes.clear();
         m_ends.clear();
         uids.clear();
         proofs.clear();
         while (uids.size() < kRows && !rows.isDone() && rows.executeStep()) {
-            const std::string_view uid = bytesIn(rows.getColumn(0));
-            const std::string_view document = bytesIn(rows.getColumn(1));
+            const std::string_view uid = bytesIn(rows.getColumn(1));
+            const std::string_view document = bytesIn(rows.getColumn(2));
             uids.push_back(textOfUtf8(uid));
-            proofs.push_back(proofOf(uid, document, rows.getColumn(2)));
+            proofs.push_back(proofOf(uid, document, rows.getColumn(3)));
             m_bytes += document;
             m_ends.push_back(m_bytes.size());
         }
         m_bytes.append(RecordJsonReader::kPadding, ' ');
-        return !uids.empty();
+        people.assign(uids.size(), Error());
+        m_next = 0;
     }
 
-    void read(std::span<const std::unique_ptr<RecordJsonReader>> readers)
+    /// On several threads at once, each of which takes some rows at a time.
+    void read(RecordJsonReader &reader)
     {
-        people.assign(uids.size(), Error());
-        constexpr std::size_t kRowsWorthAThread = 256;
-        const std::size_t parts = std::clamp(uids.size() / kRowsWorthAThread, std::size_t(1), readers.size());
-        const auto part = [&](std::size_t number) {
-            for (std::size_t i = uids.size() * number / parts; i < uids.size() * (number + 1) / parts; ++i) {
+        for (std::size_t from = 0; (from = m_next.fetch_add(kRowsAtOnce)) < uids.size();) {
+            for (std::size_t i = from; i < std::min(from + kRowsAtOnce, uids.size()); ++i) {
                 const std::size_t begin = i == 0 ? 0 : m_ends[i - 1];
-                people[i] = readers[number]->readInPlace(std::string_view(m_bytes).substr(begin, m_ends[i] - begin));
+                people[i] = reader.readInPlace(std::string_view(m_bytes).substr(begin, m_ends[i] - begin));
             }
-        };
-        std::vector<std::future<void>> others;
-        for (std::size_t number = 1; number < parts; ++number)
-            others.push_back(std::async(std::launch::async, part, number));
-        part(0);
-        for (auto &other : others)
-            other.get();
+        }
     }
 
     std::vector<QString> uids;
@@ -88,26 +125,35 @@ struct RecordReader::Round
 private:
     std::string m_bytes; // all documents, one behind the other
     std::vector<std::size_t> m_ends;
+    std::atomic<std::size_t> m_next = 0;
 };
 
 RecordReader::RecordReader(SQLite::Database &database, Damage damage)
     : m_database(database)
     , m_damage(damage)
-    , m_rowOfUid(database, "SELECT id, record, digest FROM contact WHERE uid = ?")
-    , m_rowOfId(database, "SELECT uid, record, digest FROM contact WHERE id = ?")
+    , m_rowOfUid(database, std::string(kRows) + "WHERE uid = ?")
+    , m_rowOfId(database, std::string(kRows) + "WHERE id = ?")
     , m_picture(database, "SELECT bytes FROM image WHERE hash = ?")
     , m_reader(RecordJsonReader::Form::Document)
 { }
 
 Result<void> RecordReader::everybody(const std::function<void(StoredRecord, Proof)> &take)
 {
-    SQLite::Statement rows(m_database, "SELECT uid, record, digest FROM contact ORDER BY id");
-    std::vector<std::unique_ptr<RecordJsonReader>> readers;
-    for (unsigned i = 0; i < std::max(1U, std::thread::hardware_concurrency()); ++i)
-        readers.push_back(std::make_unique<RecordJsonReader>(RecordJsonReader::Form::Document));
-    Round round;
-    while (round.fill(rows)) {
-        round.read(readers);
+    SQLite::Statement rows(m_database, std::string(kRows) + "ORDER BY id");
+    std::vector<std::unique_ptr<RecordJsonReader>> readers(processorCount());
+    for (auto &reader : readers)
+        reader = std::make_unique<RecordJsonReader>(RecordJsonReader::Form::Document);
+    std::array<Round, 2> rounds;
+    rounds[0].fill(rows);
+    for (std::size_t number = 0; !rounds[number % 2].uids.empty(); ++number) {
+        Round &round = rounds[number % 2];
+        std::vector<std::future<void>> others;
+        for (std::size_t i = 1; i < std::min(readers.size(), round.uids.size() / Round::kRowsAtOnce); ++i)
+            others.push_back(std::async(std::launch::async, [&round, &reader = *readers[i]] { round.read(reader); }));
+        rounds[(number + 1) % 2].fill(rows); // while the others read this one
+        round.read(*readers[0]);
+        for (auto &other : others)
+            other.get();
         for (std::size_t i = 0; i < round.uids.size(); ++i) {
             auto record = finished(round.uids[i], std::move(round.people[i]), Pictures::AsTheyAre);
             if (!record)
@@ -123,14 +169,7 @@ RecordReader::Row RecordReader::rowOf(const QString &uid)
     const std::string utf8 = uid.toStdString();
     m_rowOfUid.tryReset(); // after a row that could not be read, too
     m_rowOfUid.bindNoCopy(1, utf8);
-    Row row;
-    if (m_rowOfUid.executeStep()) {
-        const std::string_view document = bytesIn(m_rowOfUid.getColumn(1));
-        row = {m_rowOfUid.getColumn(0).getInt64(), std::string(document),
-            proofOf(utf8, document, m_rowOfUid.getColumn(2))};
-    }
-    m_rowOfUid.reset(); // one left on its row would keep the connection's read transaction open
-    return row;
+    return firstRow(m_rowOfUid);
 }
 
 Result<PersonRecordPtr> RecordReader::personWithUid(const QString &uid)
@@ -141,44 +180,38 @@ Result<PersonRecordPtr> RecordReader::personWithUid(const QString &uid)
 
 Result<StoredRecord> RecordReader::person(qint64 id)
 {
-    m_rowOfId.tryReset(); // after a row that could not be read, too
+    m_rowOfId.tryReset();
     m_rowOfId.bind(1, int64_t(id));
-    if (!m_rowOfId.executeStep())
+    const Row row = firstRow(m_rowOfId);
+    if (row.id == 0)
         return StoredRecord();
-    const std::string_view utf8 = bytesIn(m_rowOfId.getColumn(0));
-    const std::string_view document = bytesIn(m_rowOfId.getColumn(1));
-    const Proof proof = proofOf(utf8, document, m_rowOfId.getColumn(2));
-    QString uid = textOfUtf8(utf8);
-    auto record = finished(uid, m_reader.read(document), Pictures::Checked);
+    auto record = finished(row.uid, m_reader.read(row.document), Pictures::Checked);
     if (!record)
         return record.error();
     // The damage may be in the uid, or the row another table's.
-    if (proof == Proof::Differs && rowOf(uid).id != id)
-        return damaged(uid, QStringLiteral("the index does not know it"));
-    m_incompleteCount += proof != Proof::Fits || m_isPictureLost ? 1 : 0;
-    return StoredRecord{std::move(uid), std::move(*record)};
+    if (row.proof == Proof::Differs && rowOf(row.uid).id != id)
+        return damaged(row.uid, QStringLiteral("the index does not know it"));
+    m_incompleteCount += row.proof != Proof::Fits || m_isPictureLost ? 1 : 0;
+    return StoredRecord{row.uid, std::move(*record)};
 }
 
 qint64 RecordReader::check(const std::function<void(const QString &uid, const Error &)> &tell)
 {
-    SQLite::Statement rows(m_database, "SELECT uid, record, digest FROM contact ORDER BY id");
+    SQLite::Statement rows(m_database, std::string(kRows) + "ORDER BY id");
     qint64 people = 0;
     for (; rows.executeStep(); ++people) {
-        const std::string_view utf8 = bytesIn(rows.getColumn(0));
-        const std::string_view document = bytesIn(rows.getColumn(1));
-        const QString uid = textOfUtf8(utf8);
-        const Row row{1, std::string(document), proofOf(utf8, document, rows.getColumn(2))};
-        if (const auto whole = asSaved(uid, row); !whole)
-            tell(uid, whole.error());
+        const Row row = rowIn(rows);
+        if (const auto whole = asSaved(row); !whole)
+            tell(row.uid, whole.error());
     }
     return people;
 }
 
-Result<void> RecordReader::asSaved(const QString &uid, const Row &row)
+Result<void> RecordReader::asSaved(const Row &row)
 {
     if (row.proof == Proof::Differs)
-        return damaged(uid, QStringLiteral("it is not as it was saved"));
-    const auto record = finished(uid, m_reader.read(row.document), Pictures::Checked);
+        return damaged(row.uid, QStringLiteral("it is not as it was saved"));
+    const auto record = finished(row.uid, m_reader.read(row.document), Pictures::Checked);
     return record ? Result<void>() : record.error();
 }
 

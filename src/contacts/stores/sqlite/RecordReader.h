@@ -8,7 +8,16 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 
+#include <array>
 #include <functional>
+
+/// What stands in `contact.digest`: of a uid and a document as they are stored, byte by byte. It tells accidents, such
+/// as a flipped bit; somebody who means to deceive can make one that fits.
+using Digest = std::array<char, 8>;
+Digest digestOf(std::string_view uid, std::string_view document);
+
+/// The name of a picture, which is its check: its SHA-256.
+std::string pictureNameOf(const QByteArray &picture);
 
 /// What becomes of a person of whom a part cannot be read: an error, or one without that part.
 enum class Damage { Refuse, PassOver };
@@ -38,6 +47,7 @@ public:
     struct Row
     {
         qint64 id = 0; ///< 0: there is no such person
+        QString uid;
         std::string document;
         Proof proof = Proof::Unknown;
     };
@@ -46,14 +56,14 @@ public:
     Result<PersonRecordPtr> personWithUid(const QString &uid);
     Result<StoredRecord> person(qint64 id);
     /// Damage::PassOver: how many people came without their picture or without a digest that fits.
-    int incompleteCount() const { return m_incompleteCount; }
+    qint64 incompleteCount() const { return m_incompleteCount; }
 
     /// What somebody's document says. Invalid, too, when a later version of the program wrote something that this one
     /// would lose.
     Result<PersonRecordPtr> wholeRecord(
         const QString &uid, std::string_view document, Pictures pictures = Pictures::Checked);
     /// Why a row is no longer what was saved; no error where it is, as far as can be told.
-    Result<void> asSaved(const QString &uid, const Row &row);
+    Result<void> asSaved(const Row &row);
 
 private:
     struct Round;
@@ -62,7 +72,7 @@ private:
 
     SQLite::Database &m_database;
     Damage m_damage;
-    int m_incompleteCount = 0;
+    qint64 m_incompleteCount = 0;
     bool m_isPictureLost = false; // of the person that was read last
     SQLite::Statement m_rowOfUid;
     SQLite::Statement m_rowOfId;

@@ -3,21 +3,43 @@
 #include "contacts/stores/sqlite/RecordWriter.h"
 
 #include "contacts/cards/RecordJson.h"
-#include "contacts/stores/sqlite/Digest.h"
 #include "contacts/stores/sqlite/HistoryTable.h"
 
 namespace {
 
-/// What is bound without a copy must stay in place until the statement has run.
-void runAndReset(SQLite::Statement &statement)
+// What is bound without a copy must stay in place until the statement has run.
+void bindValue(SQLite::Statement &statement, int index, const std::string &text)
 {
-    statement.exec();
-    statement.reset();
+    statement.bindNoCopy(index, text);
 }
-
-void bindDigest(SQLite::Statement &statement, int index, const Digest &digest)
+void bindValue(SQLite::Statement &statement, int index, const Digest &digest)
 {
     statement.bindNoCopy(index, digest.data(), int(digest.size()));
+}
+void bindValue(SQLite::Statement &statement, int index, const QByteArray &bytes)
+{
+    statement.bindNoCopy(index, bytes.constData(), int(bytes.size()));
+}
+void bindValue(SQLite::Statement &statement, int index, qint64 number)
+{
+    statement.bind(index, int64_t(number));
+}
+template <typename Value> void bindValue(SQLite::Statement &statement, int index, const std::optional<Value> &value)
+{
+    if (value)
+        bindValue(statement, index, *value);
+    else
+        statement.bind(index);
+}
+
+/// @return how many rows it changed
+template <typename... Values> int run(SQLite::Statement &statement, const Values &...values)
+{
+    int index = 0;
+    (bindValue(statement, ++index, values), ...);
+    const int rows = statement.exec();
+    statement.reset();
+    return rows;
 }
 
 /// Whether nothing of what was stored goes on in what is stored then.
@@ -45,7 +67,8 @@ RecordWriter::RecordWriter(SQLite::Database &database, RecordReader &reader)
     : m_database(database)
     , m_reader(reader)
     , m_insertSave(database, "INSERT INTO save(savedAt, cause, kind, description) VALUES (?, ?, ?, ?)")
-    , m_insertPerson(database, "INSERT INTO contact(uid, record, digest) VALUES (?, ?, ?) ON CONFLICT(uid) DO NOTHING")
+    , m_insertPerson(
+          database, "INSERT INTO contact(id, uid, record, digest) VALUES (?, ?, ?, ?) ON CONFLICT(uid) DO NOTHING")
     , m_updatePerson(database, "UPDATE contact SET record = ?, digest = ? WHERE id = ?")
     , m_removePerson(database, "DELETE FROM contact WHERE id = ?")
     , m_insertPicture(database,
@@ -69,11 +92,8 @@ qint64 RecordWriter::revisionOf(const ChangeCausePtr &cause)
         return m_lastRevision;
     const auto [place, isNew] = m_revisions.try_emplace(named.id, 0);
     if (isNew) {
-        m_insertSave.bind(1, m_time);
-        m_insertSave.bind(2, named.id.toStdString());
-        m_insertSave.bind(3, QString(nameOfKind(named.kind)).toStdString());
-        m_insertSave.bind(4, named.description.toStdString());
-        runAndReset(m_insertSave);
+        run(m_insertSave, m_time, named.id.toStdString(), QString(nameOfKind(named.kind)).toStdString(),
+            named.description.toStdString());
         place->second = m_database.getLastInsertRowid();
     }
     m_lastCause = named.id;
@@ -84,18 +104,26 @@ qint64 RecordWriter::revisionOf(const ChangeCausePtr &cause)
 std::string RecordWriter::documentOf(const PersonRecord &record)
 {
     const std::string name = nameOfPicture(record);
-    if (const QByteArray *picture = record.imageData()) {
-        m_insertPicture.bindNoCopy(1, name);
-        m_insertPicture.bindNoCopy(2, picture->constData(), int(picture->size()));
-        runAndReset(m_insertPicture);
-    }
+    if (const QByteArray *picture = record.imageData())
+        run(m_insertPicture, name, *picture);
     return recordToDocument(record, name);
+}
+
+bool RecordWriter::insert(std::optional<qint64> id, const QString &uid, const PersonRecord &record)
+{
+    const std::string utf8 = uid.toStdString();
+    const std::string document = documentOf(record);
+    return run(m_insertPerson, id, utf8, document, digestOf(utf8, document)) == 1;
 }
 
 Result<void> RecordWriter::apply(const RecordChange &change)
 {
-    if (!change.before)
-        return add(change);
+    if (!change.before) {
+        if (!insert({}, change.uid, *change.after))
+            return conflict(change);
+        writeHistory(change, "added", {});
+        return {};
+    }
     const RecordReader::Row stored = m_reader.rowOf(change.uid);
     if (stored.id == 0)
         return conflict(change);
@@ -105,17 +133,13 @@ Result<void> RecordWriter::apply(const RecordChange &change)
             refusal.uids = {change.uid};
         return refusal;
     }
-    writeHistory(change, change.after ? "changed" : "removed", &stored.document);
-    SQLite::Statement &statement = change.after ? m_updatePerson : m_removePerson;
-    const std::string document = change.after ? documentOf(*change.after) : std::string();
-    const Digest digest = digestOf(change.uid.toStdString(), document);
-    int index = 0;
+    writeHistory(change, change.after ? "changed" : "removed", stored.document);
     if (change.after) {
-        statement.bindNoCopy(++index, document);
-        bindDigest(statement, ++index, digest);
+        const std::string document = documentOf(*change.after);
+        run(m_updatePerson, document, digestOf(change.uid.toStdString(), document), stored.id);
+    } else {
+        run(m_removePerson, stored.id);
     }
-    statement.bind(++index, int64_t(stored.id));
-    runAndReset(statement);
     return {};
 }
 
@@ -123,7 +147,7 @@ Result<void> RecordWriter::checkStored(const RecordChange &change, const RecordR
 {
     const bool isSameText = stored.document == recordToDocument(*change.before, nameOfPicture(*change.before));
     if (!replacesAll(change) && (stored.proof == Proof::Differs || !isSameText)) {
-        if (const auto whole = m_reader.asSaved(change.uid, stored); !whole)
+        if (const auto whole = m_reader.asSaved(stored); !whole)
             return Error{ErrorKind::Invalid,
                 whole.error().text
                     % QStringLiteral(
@@ -141,35 +165,9 @@ Result<void> RecordWriter::checkStored(const RecordChange &change, const RecordR
     return **record == *change.before ? Result<void>() : conflict(change);
 }
 
-Result<void> RecordWriter::add(const RecordChange &change)
+void RecordWriter::writeHistory(
+    const RecordChange &change, const std::string &action, const std::optional<std::string> &before)
 {
-    const std::string uid = change.uid.toStdString();
-    const std::string document = documentOf(*change.after);
-    m_insertPerson.bindNoCopy(1, uid);
-    const Digest digest = digestOf(uid, document);
-    m_insertPerson.bindNoCopy(2, document);
-    bindDigest(m_insertPerson, 3, digest);
-    const bool isAdded = m_insertPerson.exec() == 1;
-    m_insertPerson.reset();
-    if (!isAdded)
-        return conflict(change);
-    writeHistory(change, "added", nullptr);
-    return {};
-}
-
-void RecordWriter::writeHistory(const RecordChange &change, const char *action, const std::string *before)
-{
-    const std::string uid = change.uid.toStdString();
-    m_insertHistory.bind(1, int64_t(revisionOf(change.cause)));
-    m_insertHistory.bindNoCopy(2, uid);
-    m_insertHistory.bindNoCopy(3, action);
-    if (before)
-        m_insertHistory.bindNoCopy(4, *before);
-    else
-        m_insertHistory.bind(4);
-    if (change.after)
-        m_insertHistory.bind(5, int64_t(HistoryTable::hashOf(*change.after)));
-    else
-        m_insertHistory.bind(5);
-    runAndReset(m_insertHistory);
+    const auto hash = change.after ? std::optional(HistoryTable::hashOf(*change.after)) : std::nullopt;
+    run(m_insertHistory, revisionOf(change.cause), change.uid.toStdString(), action, before, hash);
 }

@@ -6,6 +6,7 @@
 #include "contacts/stores/sqlite/RecordReader.h"
 
 #include <map>
+#include <optional>
 
 /// Writes changes into the tables, each with its row of history. Inside the caller's transaction, which a change that
 /// fails must roll back. Errors of SQLite are thrown as SQLite::Exception.
@@ -23,11 +24,12 @@ public:
 
     /// The document of @p record, whose picture is in the tables afterwards.
     std::string documentOf(const PersonRecord &record);
+    /// Without a row of history. False: there is somebody with this uid.
+    bool insert(std::optional<qint64> id, const QString &uid, const PersonRecord &record);
 
 private:
     Result<void> checkStored(const RecordChange &change, const RecordReader::Row &stored);
-    Result<void> add(const RecordChange &change);
-    void writeHistory(const RecordChange &change, const char *action, const std::string *before);
+    void writeHistory(const RecordChange &change, const std::string &action, const std::optional<std::string> &before);
     qint64 revisionOf(const ChangeCausePtr &cause);
 
     SQLite::Database &m_database;

@@ -6,6 +6,8 @@
 #include "contacts/stores/sqlite/AddressBookFile.h"
 #include "contacts/stores/sqlite/HistoryTable.h"
 #include "contacts/stores/sqlite/LogFile.h"
+#include "contacts/stores/sqlite/Migration.h"
+#include "contacts/stores/sqlite/PrivateCopy.h"
 #include "contacts/stores/sqlite/RecordWriter.h"
 #include "contacts/stores/sqlite/Schema.h"
 
@@ -14,6 +16,7 @@
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QLoggingCategory>
+#include <QScopeGuard>
 #include <QStandardPaths>
 
 #include <sqlite3.h>
@@ -22,41 +25,20 @@ Q_LOGGING_CATEGORY(lcStore, "peoplenook.store")
 
 namespace {
 
-/// From how many changes on a commit is worth a cache that holds the whole index of uids.
+/// From how many changes on a commit is worth a cache that holds the whole index of uids, which it writes all over.
 constexpr std::size_t kLargeCommit = 1000;
 
 /// After how many commits the history is looked through for what has become too old; the first one of a run does too.
 constexpr int kCommitsPerPruning = 256;
-
-/// Room for an index that a large import writes all over, given back afterwards.
-class LargeCache
-{
-public:
-    LargeCache(SQLite::Database &database, bool wanted) : m_database(wanted ? &database : nullptr)
-    {
-        if (m_database)
-            m_database->exec("PRAGMA cache_size = -65536");
-    }
-    ~LargeCache()
-    {
-        // tryExec: not worth an exception on the way out.
-        if (m_database)
-            m_database->tryExec("PRAGMA cache_size = -2000; PRAGMA shrink_memory");
-    }
-    LargeCache(const LargeCache &) = delete;
-    LargeCache &operator=(const LargeCache &) = delete;
-
-private:
-    SQLite::Database *m_database;
-};
 
 } // namespace
 
 class SqliteStore::Private
 {
 public:
-    Private(QString filePath, FileOnDisk file, Clock theClock, SQLite::Database &&database)
+    Private(QString filePath, QString shownName, FileOnDisk file, Clock theClock, SQLite::Database &&database)
         : path(std::move(filePath))
+        , name(std::move(shownName))
         , clock(std::move(theClock))
         , connection(std::make_unique<Connection>(std::move(database)))
         , book(file)
@@ -83,15 +65,20 @@ public:
     /// Changes with every commit of another connection, never with our own. Inside a transaction: as of its begin.
     qint64 dataVersion() { return scalar("PRAGMA data_version"); }
 
+    /// Runs @p work, which returns a Result, on the file that has the address book's name.
+    template <typename Work> auto guarded(Work work) -> decltype(work());
     /// What is said of a person who cannot be read, with the file's name.
-    Error damage(const Error &error) const { return {error.kind, path % QStringLiteral(": ") % error.text}; }
+    Error damage(const Error &error) const { return {error.kind, name % QStringLiteral(": ") % error.text}; }
     bool hasItsFile() const { return book != FileOnDisk() && book == FileOnDisk::named(path); }
     bool hasItsFiles() const { return hasItsFile() && log == FileOnDisk::named(LogFile::nameFor(path)); }
     void leaveMovedFile();
     Result<void> reopenIfLogIsGone();
     Result<void> commitOnce(const std::vector<RecordChange> &changes);
 
+    std::unique_ptr<PrivateCopy> copy; ///< null: it may be written
+    Error readOnlyReason;
     QString path;
+    QString name; ///< for messages: of a copy, the original's path
     Clock clock;
     int commits = 0;
     std::vector<QString> damagedPeople;
@@ -102,6 +89,17 @@ public:
     qint64 seenDataVersion = -1;
     QFileSystemWatcher *watcher = nullptr; ///< belongs to the thread of its event loop
 };
+
+template <typename Work> auto SqliteStore::Private::guarded(Work work) -> decltype(work())
+{
+    try {
+        if (auto ready = reopenIfLogIsGone(); !ready)
+            return ready.error();
+        return work();
+    } catch (const SQLite::Exception &exception) {
+        return AddressBookFile::errorOf(exception, name);
+    }
+}
 
 /// A file of another name keeps all that was saved, and its log does not wait for the next file of this name.
 void SqliteStore::Private::leaveMovedFile()
@@ -124,10 +122,10 @@ Result<void> SqliteStore::Private::reopenIfLogIsGone()
     leaveMovedFile();
     if (!hasItsFile())
         return Error{ErrorKind::Unavailable,
-            path
+            name
                 % QStringLiteral(": the address book was moved, replaced or removed while it was open; nothing can be "
                                  "read from it or saved in it any more")};
-    qCWarning(lcStore).noquote() << path % QStringLiteral(": its log was removed by another program; opened again");
+    qCWarning(lcStore).noquote() << name % QStringLiteral(": its log was removed by another program; opened again");
     // The lost log is not to be written into the file, which another program has gone on with.
     if (connection)
         sqlite3_db_config(database().getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
@@ -137,7 +135,7 @@ Result<void> SqliteStore::Private::reopenIfLogIsGone()
     seenDataVersion = -1;
     if (watcher)
         QMetaObject::invokeMethod(
-            watcher, [watched = watcher, name = LogFile::nameFor(path)] { watched->addPath(name); });
+            watcher, [watched = watcher, logName = LogFile::nameFor(path)] { watched->addPath(logName); });
     return {};
 }
 
@@ -154,7 +152,7 @@ QString SqliteStore::defaultPath()
         % QStringLiteral("/peoplenook/addressbook.sqlite");
 }
 
-Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Clock clock, Migration::Backup ofOldFormat)
+Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Clock clock)
 {
     // A link is followed once and for all, so that replacing an empty file never replaces the link.
     const QString canonical = QFileInfo(path).canonicalFilePath();
@@ -166,6 +164,29 @@ Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Cloc
     }
     if (auto checked = AddressBookFile::check(file); !checked)
         return checked.error();
+    return openFile(file, std::move(clock), nullptr, file);
+}
+
+Result<std::unique_ptr<SqliteStore>> SqliteStore::openReadOnly(const QString &path, Error reason)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath(); // the log is where the file is, not beside a link
+    const QString file = canonical.isEmpty() ? path : canonical;
+    if (auto readable = AddressBookFile::checkReadable(file); !readable)
+        return readable.error();
+    auto copy = PrivateCopy::of(file);
+    if (!copy)
+        return copy.error();
+    const QString name = (*copy)->path();
+    auto store = openFile(name, currentTime, std::move(*copy), file);
+    if (store)
+        (*store)->d->readOnlyReason = std::move(reason);
+    return store;
+}
+
+/// @p copy: of which the file is, if it is one
+Result<std::unique_ptr<SqliteStore>> SqliteStore::openFile(
+    const QString &file, Clock clock, std::unique_ptr<PrivateCopy> copy, const QString &name)
+{
     try {
         // Before it is opened: a file that loses its name from here on is never taken for the one that has it then.
         const FileOnDisk book = FileOnDisk::named(file);
@@ -174,23 +195,35 @@ Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const QString &path, Cloc
         SQLite::Database database = AddressBookFile::connect(file);
         // The version in the file's header may be older than the one in its write-ahead log.
         const int version = database.execAndGet("PRAGMA user_version").getInt();
-        if (auto known = AddressBookFile::checkVersion(version, file); !known)
+        if (auto known = AddressBookFile::checkVersion(version, name); !known)
             return known.error();
         if (version < Schema::kVersion) {
-            qCInfo(lcStore).noquote() << file % QStringLiteral(": is brought to the present format");
-            if (auto migrated = Migration::migrate(database, file, ofOldFormat); !migrated)
+            qCInfo(lcStore).noquote() << name % QStringLiteral(": is brought to the present format");
+            const auto backup = copy ? Migration::Backup::None : Migration::Backup::Keep;
+            if (auto migrated = Migration::migrate(database, file, backup); !migrated)
                 return migrated.error();
         }
-        auto opened = std::make_unique<Private>(file, book, std::move(clock), std::move(database));
+        auto opened = std::make_unique<Private>(file, name, book, std::move(clock), std::move(database));
+        opened->copy = std::move(copy);
         return std::unique_ptr<SqliteStore>(new SqliteStore(std::move(opened)));
     } catch (const SQLite::Exception &exception) {
-        return AddressBookFile::errorOf(exception, file);
+        return AddressBookFile::errorOf(exception, name);
     }
+}
+
+bool SqliteStore::canWrite() const
+{
+    return !d->copy;
+}
+
+Error SqliteStore::readOnlyReason() const
+{
+    return d->readOnlyReason;
 }
 
 QString SqliteStore::name() const
 {
-    return d->path;
+    return d->name;
 }
 
 QString SqliteStore::file() const
@@ -200,9 +233,7 @@ QString SqliteStore::file() const
 
 Result<std::vector<StoredRecord>> SqliteStore::loadAll()
 {
-    try {
-        if (auto ready = d->reopenIfLogIsGone(); !ready)
-            return ready.error();
+    return d->guarded([this]() -> Result<std::vector<StoredRecord>> {
         // One read transaction, so that all tables are seen as they were at one moment.
         SQLite::Transaction transaction(d->database());
         std::vector<StoredRecord> people;
@@ -219,9 +250,7 @@ Result<std::vector<StoredRecord>> SqliteStore::loadAll()
         d->seenDataVersion = d->dataVersion();
         transaction.commit();
         return people;
-    } catch (const SQLite::Exception &exception) {
-        return AddressBookFile::errorOf(exception, d->path);
-    }
+    });
 }
 
 std::vector<QString> SqliteStore::damagedPeople() const
@@ -231,24 +260,26 @@ std::vector<QString> SqliteStore::damagedPeople() const
 
 Result<void> SqliteStore::commit(const std::vector<RecordChange> &changes)
 {
-    try {
-        constexpr int kAttempts = 2; // somebody may take the log away just while it is written
-        for (int attempt = 0; attempt < kAttempts; ++attempt) {
-            if (auto ready = d->reopenIfLogIsGone(); !ready)
-                return ready;
-            auto committed = d->commitOnce(changes);
-            if (!committed || d->hasItsFiles())
-                return committed;
-        }
-    } catch (const SQLite::Exception &exception) {
-        return AddressBookFile::errorOf(exception, d->path);
+    if (!canWrite())
+        return d->readOnlyReason;
+    constexpr int kAttempts = 2; // somebody may take the log away just while it is written
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        auto committed = d->guarded([&] { return d->commitOnce(changes); });
+        if (!committed || d->hasItsFiles())
+            return committed;
     }
-    return Error{ErrorKind::Unavailable, d->path % QStringLiteral(": another program keeps taking its log away")};
+    return Error{ErrorKind::Unavailable, d->name % QStringLiteral(": another program keeps taking its log away")};
 }
 
 Result<void> SqliteStore::Private::commitOnce(const std::vector<RecordChange> &changes)
 {
-    const LargeCache cache(database(), changes.size() >= kLargeCommit);
+    const bool isLarge = changes.size() >= kLargeCommit;
+    if (isLarge)
+        database().exec("PRAGMA cache_size = -65536");
+    const auto givenBack = qScopeGuard([&] {
+        if (isLarge)
+            database().tryExec("PRAGMA cache_size = -2000; PRAGMA shrink_memory");
+    });
     SQLite::Transaction transaction(database(), SQLite::TransactionBehavior::IMMEDIATE);
     const QDateTime now = clock();
     const bool othersWereFirst = newestHistory() != seenHistory;
@@ -268,14 +299,12 @@ Result<void> SqliteStore::Private::commitOnce(const std::vector<RecordChange> &c
 
 Result<std::vector<OutsideChange>> SqliteStore::takeChangesFromOutside()
 {
-    try {
-        if (auto ready = d->reopenIfLogIsGone(); !ready)
-            return ready.error();
+    return d->guarded([this]() -> Result<std::vector<OutsideChange>> {
         SQLite::Transaction transaction(d->database());
         const qint64 dataVersion = d->dataVersion();
-        if (dataVersion == d->seenDataVersion)
-            return std::vector<OutsideChange>();
         std::vector<OutsideChange> changes;
+        if (dataVersion == d->seenDataVersion)
+            return changes;
         SQLite::Statement touched(d->database(), "SELECT uid FROM history WHERE id > ? GROUP BY uid ORDER BY min(id)");
         touched.bind(1, int64_t(d->seenHistory));
         while (touched.executeStep()) {
@@ -290,9 +319,7 @@ Result<std::vector<OutsideChange>> SqliteStore::takeChangesFromOutside()
         d->seenHistory = newest;
         d->seenDataVersion = dataVersion;
         return changes;
-    } catch (const SQLite::Exception &exception) {
-        return AddressBookFile::errorOf(exception, d->path);
-    }
+    });
 }
 
 void SqliteStore::setChangeListener(std::function<void()> listener)
@@ -309,23 +336,13 @@ void SqliteStore::setChangeListener(std::function<void()> listener)
 
 Result<std::vector<ChangeSummary>> SqliteStore::history()
 {
-    try {
-        if (auto ready = d->reopenIfLogIsGone(); !ready)
-            return ready.error();
-        return HistoryTable::summaries(d->database());
-    } catch (const SQLite::Exception &exception) {
-        return AddressBookFile::errorOf(exception, d->path);
-    }
+    return d->guarded([this] { return Result(HistoryTable::summaries(d->database())); });
 }
 
 Result<ChangeStep> SqliteStore::historyStep(const QString &causeId)
 {
-    try {
-        if (auto ready = d->reopenIfLogIsGone(); !ready)
-            return ready.error();
+    return d->guarded([&] {
         SQLite::Transaction transaction(d->database()); // what a change left is looked up in several tables
         return HistoryTable::step(d->database(), d->connection->reader, causeId);
-    } catch (const SQLite::Exception &exception) {
-        return AddressBookFile::errorOf(exception, d->path);
-    }
+    });
 }
