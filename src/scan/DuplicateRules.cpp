@@ -49,7 +49,7 @@ using Group = std::vector<const PersonSnapshot *>;
 class RepeatCandidates
 {
 public:
-    void add(std::size_t hash, const PersonSnapshot &owner) { m_values.push_back({hash, &owner}); }
+    void add(std::size_t hash, const PersonSnapshot &owner) { m_values.emplace_back(hash, &owner); }
 
     /// The owner of every value that was added more than once, as often as it was and in that order. A value that only
     /// has the hash of another is among them. Once, after the last add().
