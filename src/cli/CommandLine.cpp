@@ -123,6 +123,19 @@ void addFix(CLI::App &app, ChosenCommand &chosen)
     command->footer(optionTable());
 }
 
+void addMerge(CLI::App &app, ChosenCommand &chosen)
+{
+    auto [command, options] = add(app, chosen, "merge",
+        "Make one contact of several, as one change that history restore can take back. The first one's uid stays, and "
+        "is printed",
+        runMerge);
+    command->add_option("UID", options.uids, "The contacts")->required();
+    CLI::Option *keepAll = command->add_flag("--keep-all", options.keepAll,
+        "Lose nothing (the default): where single values differ the first one stays, and the others go into the note");
+    command->add_flag("--as-repair", options.asRepair, "Keep what the repair \"Merge contacts\" keeps")
+        ->excludes(keepAll);
+}
+
 void addPreview(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "preview",
@@ -293,8 +306,8 @@ void addEverything(CLI::App &app, std::string &where, bool &verbose, ChosenComma
         ->type_name("WHERE")
         ->check([](const std::string &name) { return std::string(name.empty() ? "is empty" : ""); });
     app.add_flag("--verbose", verbose, "Show diagnostic lines on standard error");
-    for (const auto addCommand : {addImport, addPeople, addScan, addTable, addEdit, addDelete, addFix, addPreview,
-             addExport, addHistory, addBackup, addRestore, addVerify})
+    for (const auto addCommand : {addImport, addPeople, addScan, addTable, addEdit, addDelete, addFix, addMerge,
+             addPreview, addExport, addHistory, addBackup, addRestore, addVerify})
         addCommand(app, chosen);
     takeLiterally(app);
 }

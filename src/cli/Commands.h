@@ -101,6 +101,14 @@ struct FixOptions
 };
 ExitStatus runFix(const FixOptions &options, const CommandContext &context);
 
+struct MergeOptions
+{
+    std::vector<std::string> uids; ///< at least two
+    bool keepAll = false; ///< which is what it does anyway
+    bool asRepair = false;
+};
+ExitStatus runMerge(const MergeOptions &options, const CommandContext &context);
+
 struct PreviewOptions
 {
     std::string group;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/history/HistoryModel.h"
 
+#include "contacts/model/RecordDifferences.h"
+
 #include "contacts/model/NameTexts.h"
 
 #include <QCoreApplication>
@@ -32,7 +34,7 @@ QString propertyTitle(QLatin1StringView name)
 {
     if (const auto property = propertyNamed(QString(name)))
         return propertyTitle(*property);
-    return name == QLatin1StringView("image") ? HistoryModel::tr("Picture") : HistoryModel::tr("More from the card");
+    return name == kPictureName ? HistoryModel::tr("Picture") : HistoryModel::tr("More from the card");
 }
 
 QString countsText(qint64 added, qint64 changed, qint64 removed)

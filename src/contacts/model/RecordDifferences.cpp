@@ -8,15 +8,7 @@ namespace {
 
 QString textOf(const ABMultiValue::Entry &entry)
 {
-    QString value;
-    if (const auto *text = std::get_if<QString>(&entry.value)) {
-        value = *text;
-    } else {
-        QStringList parts;
-        for (const auto &[key, part] : entry.dictionary())
-            parts += part;
-        value = parts.join(QStringLiteral(", "));
-    }
+    const QString value = valueText(entry.value);
     return entry.label.isEmpty() ? value : QString(readableLabel(entry.label) % QStringLiteral(": ") % value);
 }
 
@@ -35,12 +27,6 @@ struct ToText
     }
 };
 
-QString pictureText(const PersonRecord &record)
-{
-    const QByteArray *image = record.imageData();
-    return image ? QStringLiteral("%1 bytes").arg(image->size()) : QString();
-}
-
 QString cardLinesText(const PersonRecord &record)
 {
     QStringList lines;
@@ -50,6 +36,27 @@ QString cardLinesText(const PersonRecord &record)
 }
 
 } // namespace
+
+QString valueText(const ABValue &value)
+{
+    return std::visit(ToText(), value);
+}
+
+QString valueText(const ABMultiValue::Value &value)
+{
+    if (const auto *text = std::get_if<QString>(&value))
+        return *text;
+    QStringList parts;
+    for (const auto &[key, part] : std::get<ABDictionary>(value))
+        parts += part;
+    return parts.join(QStringLiteral(", "));
+}
+
+QString pictureText(const PersonRecord &record)
+{
+    const QByteArray *image = record.imageData();
+    return image ? QStringLiteral("%1 bytes").arg(image->size()) : QString();
+}
 
 std::vector<RecordDifference> recordDifferences(const PersonRecord *before, const PersonRecord *after)
 {
@@ -61,11 +68,11 @@ std::vector<RecordDifference> recordDifferences(const PersonRecord *before, cons
         const ABValue old = was.value(info.property);
         const ABValue value = is.value(info.property);
         if (old != value)
-            differences.push_back({info.name, std::visit(ToText(), old), std::visit(ToText(), value)});
+            differences.push_back({info.name, valueText(old), valueText(value)});
     }
     if (!was.hasImageOf(is))
-        differences.push_back({QLatin1StringView("image"), pictureText(was), pictureText(is)});
+        differences.push_back({kPictureName, pictureText(was), pictureText(is)});
     if (was.keptLines() != is.keptLines())
-        differences.push_back({QLatin1StringView("card lines"), cardLinesText(was), cardLinesText(is)});
+        differences.push_back({kCardLinesName, cardLinesText(was), cardLinesText(is)});
     return differences;
 }

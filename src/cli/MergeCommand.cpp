@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/Commands.h"
+#include "fix/Comparison.h"
+#include "fix/MergeContacts.h"
+#include "fix/MergeInto.h"
+
+namespace {
+
+/// In the order of the arguments. Empty, with the reasons reported, unless each of them names another contact.
+QList<ABPersonPtr> peopleNamed(const QStringList &uids, const ABAddressBook &book, const CommandContext &context)
+{
+    QList<ABPersonPtr> people;
+    for (const QString &uid : uids) {
+        const ABPersonPtr person = book.personWithUniqueId(uid);
+        if (!person)
+            context.report(uid % QStringLiteral(": no contact has this uid"));
+        else if (people.contains(person))
+            context.report(uid % QStringLiteral(": is named twice"));
+        else
+            people += person;
+    }
+    return people.size() == uids.size() ? people : QList<ABPersonPtr>();
+}
+
+} // namespace
+
+ExitStatus runMerge(const MergeOptions &options, const CommandContext &context)
+{
+    if (options.uids.size() < 2) {
+        context.report(QStringLiteral("merge: name two contacts or more"));
+        return ExitStatus::Usage;
+    }
+    const auto book = context.openAddressBookForChange();
+    if (!book)
+        return ExitStatus::Refused;
+    const QList<ABPersonPtr> people = peopleNamed(textsOf(options.uids), *book, context);
+    if (people.isEmpty())
+        return ExitStatus::Refused;
+    std::vector<StoredRecord> stored;
+    std::vector<PersonRecordPtr> records;
+    for (const auto &person : people) {
+        stored.push_back({person->uniqueId(), person->record()});
+        records.push_back(person->record());
+    }
+    Comparison comparison(records);
+    comparison.keepEverything();
+    const PersonRecord result = options.asRepair ? *mergeContacts(people)->record() : comparison.result();
+    if (const auto merged = mergeInto(*book, stored, result); !merged)
+        return context.refuse(people.first()->uniqueId() % QStringLiteral(": not merged: ") % merged.error().text);
+    context.console.out << onOneLine(people.first()->uniqueId()) << '\n';
+    return ExitStatus::Done;
+}

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/model/PersonRecord.h"
+
+#include <vector>
+
+/// A value that no contact has any more after a change.
+struct LostValue
+{
+    QLatin1StringView name; ///< as in RecordDifference
+    QString label; ///< of a list's value, as stored; null where there is none
+    QString text;
+};
+
+/// The values of @p before that are nowhere in @p after, in the order of the properties, each once. A value that is
+/// only written differently, has another label or stands in the note is not lost; an empty one is none.
+std::vector<LostValue> lostValues(
+    const std::vector<PersonRecordPtr> &before, const std::vector<PersonRecordPtr> &after);
