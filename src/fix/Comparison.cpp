@@ -54,7 +54,7 @@ void Comparison::addRow(std::optional<ABProperty> property)
 {
     Row row{.property = property, .label = {}, .isSingle = property != kABNoteProperty, .cells = {}};
     for (const PersonRecordPtr &record : m_records)
-        row.cells.push_back({.text = textOf(*record, property)});
+        row.cells.emplace_back().text = textOf(*record, property);
     if (firstWithValue(row) < row.cells.size())
         m_rows.push_back(std::move(row));
 }
@@ -86,7 +86,7 @@ Comparison::Row &Comparison::rowForEntry(
             return row;
     }
     return m_rows.emplace_back(
-        Row{.property = property, .label = entry.label, .isSingle = false, .cells = {m_records.size(), Cell()}});
+        Row{.property = property, .label = entry.label, .isSingle = false, .cells = std::vector<Cell>(m_records.size())});
 }
 
 ABMultiValue::Value Comparison::valueOf(const Row &row, std::size_t contact) const
