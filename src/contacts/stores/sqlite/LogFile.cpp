@@ -44,6 +44,19 @@ bool isInUse(const QByteArray &indexName)
     return isLocked;
 }
 
+/// A program that ends or is killed loses its lock on the file a moment before those on the index.
+bool staysInUse(const QByteArray &indexName)
+{
+    constexpr int kLooks = 100;
+    constexpr useconds_t kPause = 10'000; // microseconds
+    for (int look = 0; look < kLooks; ++look) {
+        if (!isInUse(indexName))
+            return false;
+        ::usleep(kPause);
+    }
+    return true;
+}
+
 /// False also where the file is too damaged to tell.
 bool holds(SQLite::Database &database, const std::string &condition)
 {
@@ -128,7 +141,7 @@ Result<void> putAsideUnrelated(const QString &path)
         return {};
     const QString log = nameFor(path);
     const QByteArray indexName = indexNameFor(path);
-    const bool isOfOpenFile = isInUse(indexName);
+    const bool isOfOpenFile = staysInUse(indexName);
     if (QFileInfo(log).size() == 0) {
         if (isOfOpenFile)
             ::unlink(QFile::encodeName(log).constData());
