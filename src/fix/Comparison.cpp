@@ -85,8 +85,8 @@ Comparison::Row &Comparison::rowForEntry(
         if (isSaidBy(property, entry.value, known) || isSaidBy(property, known, entry.value))
             return row;
     }
-    return m_rows.emplace_back(
-        Row{.property = property, .label = entry.label, .isSingle = false, .cells = std::vector<Cell>(m_records.size())});
+    return m_rows.emplace_back(Row{
+        .property = property, .label = entry.label, .isSingle = false, .cells = std::vector<Cell>(m_records.size())});
 }
 
 ABMultiValue::Value Comparison::valueOf(const Row &row, std::size_t contact) const

@@ -11,10 +11,10 @@
 /// The content of one table of a Numbers document: cells, their texts, and what says where they are. The first row
 /// holds the columns' labels; a row of the export follows as each further one. Cells without text are not written.
 ///
-/// Memory does not grow with the rows but for a few dozen bytes per tile of 256: the rows are walked once for the cells,
-/// and again for the texts and for the count of cells in each row. To that end each cell has a text of its own in the
-/// list of texts, which in a file that Numbers saved holds equal ones once; its own count of uses says so, and readers
-/// go by the number.
+/// Memory does not grow with the rows but for a few dozen bytes per tile of 256: the rows are walked once for the
+/// cells, and again for the texts and for the count of cells in each row. To that end each cell has a text of its own
+/// in the list of texts, which in a file that Numbers saved holds equal ones once; its own count of uses says so, and
+/// readers go by the number.
 class NumbersTable
 {
 public:
