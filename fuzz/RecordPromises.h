@@ -22,7 +22,7 @@ inline void demandRoundTrips(const QString &uid, const PersonRecord &record)
     demand(bool(fromJson), "the JSON of a record that was read can be read");
     demand(*fromJson->record == withoutCardLines(record), "a record comes back from its JSON as it was");
 
-    for (const VCardVersion version : {VCardVersion::V3, VCardVersion::V4}) {
+    for (const VCardForm version : {VCardForm::V3, VCardForm::V4}) {
         VCardReader reader(vCardFromRecord(uid, record, version));
         const ImportedRecord fromCard = reader.next();
         demand(fromCard.record != nullptr, "the card of a record can be read");

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Readers of the lines that name messaging accounts and social profiles.
+// Reading and writing of the lines that name messaging accounts and social profiles.
 #include "contacts/cards/CardFields.h"
-#include "contacts/cards/WordTable.h"
 #include "contacts/model/ABLabels.h"
 
 #include <unordered_map>
@@ -28,24 +27,24 @@ QString serviceText(std::string_view word)
     return known ? *known->service : textFromUtf8(word);
 }
 
-const QString *placeLabel(const ContentLine &line)
+const QString *placeLabel(const CardLine &line)
 {
     quint16 plainTypes = 0;
     return labelOfTypes(ABProperty::InstantMessage, line.types, plainTypes);
 }
 
-bool addAccount(CardDraft &draft, const ContentLine &line, const QString &service, std::string_view username)
+bool addAccount(CardDraft &draft, const CardLine &line, const QString &service, std::string_view username)
 {
     ABDictionary account;
     if (!service.isEmpty())
         account.setValue(service, ABKey::InstantMessageService);
     if (!username.empty())
         account.setValue(unescaped(username), ABKey::InstantMessageUsername);
-    draft.addEntry(line, ABProperty::InstantMessage, draft.labelOf(line, placeLabel(line)), std::move(account), true);
+    draft.addEntry(line, draft.labelOf(line, placeLabel(line)), std::move(account), true);
     return true;
 }
 
-bool addProfile(CardDraft &draft, const ContentLine &line, const QString &service, const QString &username)
+bool addProfile(CardDraft &draft, const CardLine &line, const QString &service, const QString &username)
 {
     ABDictionary profile;
     if (!service.isEmpty())
@@ -55,12 +54,12 @@ bool addProfile(CardDraft &draft, const ContentLine &line, const QString &servic
     const QString *place = placeLabel(line);
     // The program shows profiles under this label only.
     const QString label = draft.labelOf(line, place ? place : &kABHomeLabel);
-    draft.addEntry(line, ABProperty::SocialProfile, label, std::move(profile), true);
+    draft.addEntry(line, label, std::move(profile), true);
     return true;
 }
 
 /// The first word of TYPE that is not about the place.
-QString networkOfTypes(const ContentLine &line)
+QString networkOfTypes(const CardLine &line)
 {
     std::string_view rest = line.params;
     LineParam param;
@@ -104,9 +103,19 @@ std::string_view userOfAddress(std::string_view address)
     return address.find("://") == std::string_view::npos ? address : address.substr(address.rfind('/') + 1);
 }
 
+/// @p text as a parameter value of vCard 3.0; empty where that cannot hold it.
+std::string paramOf(const QString &text)
+{
+    const auto breaksOut = [](QChar c) { return c == u'"' || c < u' ' || c == QChar(0x7F); };
+    if (std::ranges::any_of(text, breaksOut))
+        return {};
+    const auto needsQuotes = [](QChar c) { return c == u':' || c == u';' || c == u',' || c.isSpace(); };
+    return (std::ranges::any_of(text, needsQuotes) ? QString(u'"' % text % u'"') : text).toStdString();
+}
+
 } // namespace
 
-bool readInstantMessage(CardDraft &draft, const ContentLine &line)
+bool readInstantMessage(CardDraft &draft, const CardLine &line)
 {
     if (line.value.empty())
         return true;
@@ -120,7 +129,7 @@ bool readInstantMessage(CardDraft &draft, const ContentLine &line)
     return addAccount(draft, line, serviceText(word), belongs ? username : line.value);
 }
 
-bool readAccount(CardDraft &draft, const ContentLine &line)
+bool readAccount(CardDraft &draft, const CardLine &line)
 {
     if (line.value.empty())
         return true;
@@ -129,7 +138,7 @@ bool readAccount(CardDraft &draft, const ContentLine &line)
     return addAccount(draft, line, serviceText(line.name.substr(extensionMark.size())), line.value);
 }
 
-bool readSocialProfile(CardDraft &draft, const ContentLine &line)
+bool readSocialProfile(CardDraft &draft, const CardLine &line)
 {
     if (line.value.empty())
         return true;
@@ -146,7 +155,7 @@ bool readSocialProfile(CardDraft &draft, const ContentLine &line)
     return addProfile(draft, line, network, user.empty() ? unescaped(userOfAddress(address)) : textFromUtf8(user));
 }
 
-bool readTwitter(CardDraft &draft, const ContentLine &line)
+bool readTwitter(CardDraft &draft, const CardLine &line)
 {
     return line.value.empty()
         || addProfile(draft, line, kABSocialProfileServiceTwitter, unescaped(userOfAddress(line.value)));
@@ -160,13 +169,13 @@ void mergeAccounts(CardDraft &draft)
     // One source per entry, since each of these lines has one.
     std::vector<CardDraft::Source *> sources;
     for (auto &source : draft.sources()) {
-        if (source.property == ABProperty::InstantMessage)
+        if (source.line->area() == areaOf(ABProperty::InstantMessage))
             sources.push_back(&source);
     }
     struct First
     {
         std::size_t entry;
-        CardName kind;
+        bool isOfService; // a line such as X-AIM
     };
     std::unordered_map<std::string, First> firsts;
     std::vector<ABMultiValue::Entry> merged;
@@ -176,9 +185,9 @@ void mergeAccounts(CardDraft &draft)
             return text ? text->toCaseFolded() : QString();
         };
         const QString key = part(ABKey::InstantMessageService) % u'\n' % part(ABKey::InstantMessageUsername);
-        const CardName kind = sources[i]->line->id;
-        const auto [place, isFirst] = firsts.try_emplace(key.toStdString(), First{merged.size(), kind});
-        if (isFirst || place->second.kind == kind) {
+        const bool isOfService = sources[i]->line->row->read == readAccount;
+        const auto [place, isFirst] = firsts.try_emplace(key.toStdString(), First{merged.size(), isOfService});
+        if (isFirst || place->second.isOfService == isOfService) {
             sources[i]->entry = merged.size();
             merged.push_back(std::move(entries[i]));
             continue;
@@ -189,4 +198,36 @@ void mergeAccounts(CardDraft &draft)
             first.label = entries[i].label;
     }
     entries = std::move(merged);
+}
+
+void writeAccounts(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    for (const auto &entry : entriesOf(person.record, row.area)) {
+        const QString *service = entry.dictionary().valueForKey(ABKey::InstantMessageService);
+        const QString *username = entry.dictionary().valueForKey(ABKey::InstantMessageUsername);
+        const CardService *known = service ? serviceOfText(*service) : nullptr;
+        const std::string word = known ? known->word.data() : service ? paramOf(*service) : std::string();
+        std::string value(known ? known->scheme.data() : kNeutralScheme);
+        value.append(":").append(username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : std::string());
+        units.push_back(entryUnit(row, entry.label, word.empty() ? word : ";X-SERVICE-TYPE=" + word, value));
+    }
+}
+
+void writeProfiles(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    for (const auto &entry : entriesOf(person.record, row.area)) {
+        const QString *service = entry.dictionary().valueForKey(ABKey::SocialProfileService);
+        const QString *username = entry.dictionary().valueForKey(ABKey::SocialProfileUsername);
+        const std::string word = service && isNetworkWord(service->toStdString()) ? paramOf(*service) : std::string();
+        const std::string user = username ? paramOf(*username) : std::string();
+        std::string params;
+        if (!word.empty())
+            params.append(";TYPE=").append(word);
+        if (!user.empty())
+            params.append(";X-USER=").append(user);
+        std::string value(kNeutralScheme);
+        value.append(":").append(username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : std::string());
+        const bool isAssumed = entry.label == kABHomeLabel; // by a reader
+        units.push_back(entryUnit(row, isAssumed ? QString() : entry.label, params, value));
+    }
 }

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/cards/CardDraft.h"
 
-#include "contacts/cards/WordTable.h"
+#include "contacts/cards/CardMap.h"
 
 namespace {
 
@@ -22,20 +22,63 @@ std::string withoutCarets(std::string_view text)
     return out;
 }
 
+bool comesBefore(std::string_view a, std::string_view b)
+{
+    return std::ranges::lexicographical_compare(a, b, {}, upperAscii, upperAscii);
+}
+
 } // namespace
 
-void CardDraft::begin(std::span<const ContentLine> lines, std::vector<ImportProblem> &problems)
+void CardDraft::begin(std::span<const CardLine> lines, std::vector<ImportProblem> &problems)
 {
     m_problems = &problems;
     m_record = std::make_shared<PersonRecord>();
-    m_groups.assign(lines);
+    findGroups(lines);
     m_sources.clear();
     for (auto &entries : m_entries)
         entries.clear();
     exactLines.clear();
-    uid = QString();
+    uid = note = QString();
+    noteLines = 0;
     formattedName = nullptr;
     hasName = isGroup = isVersion4 = hasAccountLines = false;
+}
+
+void CardDraft::findGroups(std::span<const CardLine> lines)
+{
+    m_groups.clear();
+    for (const CardLine &line : lines) {
+        if (!line.group.empty())
+            m_groups.push_back({line.group});
+    }
+    if (m_groups.empty())
+        return;
+    std::ranges::sort(m_groups, comesBefore, &Group::name);
+    const auto isSame = [](const Group &a, const Group &b) { return equalsIgnoringCase(a.name, b.name); };
+    m_groups.erase(std::unique(m_groups.begin(), m_groups.end(), isSame), m_groups.end());
+    for (const CardLine &line : lines) {
+        Group *group = groupOf(line);
+        if (group && line.area() == CardArea::Label && !group->label)
+            group->label = &line;
+        else if (group && line.area() == CardArea::CountryCode && !group->countryCode)
+            group->countryCode = &line;
+    }
+}
+
+CardDraft::Group *CardDraft::groupOf(const CardLine &line)
+{
+    if (line.group.empty())
+        return nullptr;
+    const auto place = std::ranges::lower_bound(m_groups, line.group, comesBefore, &Group::name);
+    return place != m_groups.end() && equalsIgnoringCase(place->name, line.group) ? &*place : nullptr;
+}
+
+bool CardDraft::isLeftover(const CardLine &line)
+{
+    const Group *group = groupOf(line);
+    if (line.area() == CardArea::Label)
+        return !group || group->label != &line || !group->labelUsed;
+    return line.area() == CardArea::CountryCode && (!group || group->countryCode != &line || !group->countryCodeUsed);
 }
 
 ImportedRecord CardDraft::finish()
@@ -48,27 +91,26 @@ std::vector<ABMultiValue::Entry> &CardDraft::entries(ABProperty property)
     return m_entries.at(static_cast<std::size_t>(property) - static_cast<std::size_t>(ABProperty::Email));
 }
 
-void CardDraft::addSource(const ContentLine &line, bool holdsMore)
+void CardDraft::addSource(const CardLine &line, bool holdsMore)
 {
     // A group may turn out to matter once all lines are read.
-    if (holdsMore || !line.group.empty())
-        m_sources.push_back({&line, ABProperty::Uid, 0, holdsMore});
+    if (holdsMore || notesAllSources || !line.group.empty())
+        m_sources.push_back({&line, 0, holdsMore});
 }
 
-void CardDraft::addEntry(
-    const ContentLine &line, ABProperty property, const QString &label, ABMultiValue::Value value, bool holdsMore)
+void CardDraft::addEntry(const CardLine &line, const QString &label, ABMultiValue::Value value, bool holdsMore)
 {
-    auto &list = entries(property);
-    if (holdsMore || !line.group.empty())
-        m_sources.push_back({&line, property, list.size(), holdsMore});
+    auto &list = entries(static_cast<ABProperty>(line.area()));
+    if (holdsMore || notesAllSources || !line.group.empty())
+        m_sources.push_back({&line, list.size(), holdsMore});
     if (list.empty())
         list.reserve(kUsualEntries);
     list.push_back({label, std::move(value)});
 }
 
-QString CardDraft::labelOf(const ContentLine &line, const QString *other)
+QString CardDraft::labelOf(const CardLine &line, const QString *other)
 {
-    CardGroups::Group *group = m_groups.of(line);
+    Group *group = groupOf(line);
     if (group && group->label) {
         group->labelUsed = true;
         const std::string_view value = group->label->value;
@@ -79,7 +121,7 @@ QString CardDraft::labelOf(const ContentLine &line, const QString *other)
     return other ? *other : QString();
 }
 
-std::string CardDraft::paramText(const ContentLine &line, std::string_view name) const
+std::string CardDraft::paramText(const CardLine &line, std::string_view name) const
 {
     const std::string_view value = paramValue(line, name);
     std::string text;
@@ -87,13 +129,15 @@ std::string CardDraft::paramText(const ContentLine &line, std::string_view name)
     return isVersion4 && text.find('^') != std::string::npos ? withoutCarets(text) : text;
 }
 
-void CardDraft::lose(const ContentLine &line, const QString &reason)
+void CardDraft::lose(const CardLine &line, const QString &reason)
 {
     m_problems->push_back({ImportProblem::Kind::LostLine, line.number, reason});
 }
 
-void CardDraft::storeEntries()
+void CardDraft::storeCollected()
 {
+    if (noteLines > 0)
+        m_record->setText(ABProperty::Note, std::exchange(note, {}));
     for (std::size_t slot = 0; slot < kMultiCount; ++slot) {
         if (m_entries.at(slot).empty())
             continue;

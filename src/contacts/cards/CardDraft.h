@@ -2,12 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/cards/CardGroups.h"
+#include "contacts/cards/CardLine.h"
 #include "contacts/cards/RecordSource.h"
 #include "contacts/cards/TextCoding.h"
 #include "contacts/model/TextPool.h"
 
 #include <array>
+#include <span>
 
 /// The record that is being made of one card, and where each of its values came from. Used again for the next card.
 class CardDraft
@@ -16,51 +17,66 @@ public:
     /// A line that was read into the record and may hold more than the value it gave.
     struct Source
     {
-        const ContentLine *line;
-        ABProperty property = ABProperty::Uid; ///< the multi-value that it went into, Uid for none
-        std::size_t entry = 0;
+        const CardLine *line;
+        std::size_t entry = 0; ///< of the list that its area is, if it is one
         bool holdsMore = false;
+    };
+    /// Lines that belong together, since they have the same group name.
+    struct Group
+    {
+        std::string_view name;
+        const CardLine *label = nullptr; ///< nullptr where there is none
+        const CardLine *countryCode = nullptr;
+        bool labelUsed = false; ///< as the label of a value in the record
+        bool countryCodeUsed = false;
+        bool hasKeptLines = false; ///< lines that are written out again under this very name
     };
 
     /// Begins the card of these lines, whose values are UTF-8. Problems are added to @p problems.
-    void begin(std::span<const ContentLine> lines, std::vector<ImportProblem> &problems);
+    void begin(std::span<const CardLine> lines, std::vector<ImportProblem> &problems);
     /// Hands the record over. The draft's views into the lines must not be used after that.
     ImportedRecord finish();
 
     PersonRecord &record() { return *m_record; }
-    const PersonRecord &record() const { return *m_record; }
-    CardGroups &groups() { return m_groups; }
     TextPool &pool() { return m_pool; }
     std::vector<Source> &sources() { return m_sources; }
     std::vector<ABMultiValue::Entry> &entries(ABProperty property);
+    /// The group of a line; nullptr when it has none.
+    Group *groupOf(const CardLine &line);
+    /// Whether the line is a label or country code that no value of the record uses.
+    bool isLeftover(const CardLine &line);
 
     /// Notes that the line is in the record. Without @p holdsMore it says no more than what the record has of it.
-    void addSource(const ContentLine &line, bool holdsMore);
-    void addEntry(
-        const ContentLine &line, ABProperty property, const QString &label, ABMultiValue::Value value, bool holdsMore);
+    void addSource(const CardLine &line, bool holdsMore);
+    void addEntry(const CardLine &line, const QString &label, ABMultiValue::Value value, bool holdsMore);
     /// The label spelled out for this line, or else @p other; null for none.
-    QString labelOf(const ContentLine &line, const QString *other);
+    QString labelOf(const CardLine &line, const QString *other);
     /// The value of a parameter, decoded; empty when there is none.
-    std::string paramText(const ContentLine &line, std::string_view name) const;
-    void lose(const ContentLine &line, const QString &reason);
-    /// Moves the entries into the record.
-    void storeEntries();
+    std::string paramText(const CardLine &line, std::string_view name) const;
+    void lose(const CardLine &line, const QString &reason);
+    /// Moves the entries and the note into the record.
+    void storeCollected();
 
     // What the readers of single lines leave for the end of the card.
     QString uid; ///< null when there is none
-    const ContentLine *formattedName = nullptr;
+    QString note; ///< of all lines that are notes
+    int noteLines = 0;
+    const CardLine *formattedName = nullptr;
     bool hasName = false;
     bool isGroup = false; ///< a group of cards, not a person
     bool isVersion4 = false;
+    bool notesAllSources = false; ///< also those of lines that hold no more than their values
     bool hasAccountLines = false; ///< lines for one messaging service, such as X-AIM
-    std::vector<const ContentLine *> exactLines;
+    std::vector<const CardLine *> exactLines;
 
 private:
     static constexpr std::size_t kMultiCount =
         static_cast<std::size_t>(ABProperty::SocialProfile) - static_cast<std::size_t>(ABProperty::Email) + 1;
 
+    void findGroups(std::span<const CardLine> lines);
+
     TextPool m_pool;
-    CardGroups m_groups;
+    std::vector<Group> m_groups; // sorted by name, case ignored
     std::shared_ptr<PersonRecord> m_record;
     std::array<std::vector<ABMultiValue::Entry>, kMultiCount> m_entries;
     std::vector<Source> m_sources;

@@ -2,41 +2,55 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/cards/CardDraft.h"
+#include "contacts/cards/CardMap.h"
 
-// The readers of single lines, one for each CardName. False when the line says nothing that the record can take; it is
-// then kept as it is.
+// The functions of the map's rows.
 
-bool readName(CardDraft &draft, const ContentLine &line);
-bool readFormattedName(CardDraft &draft, const ContentLine &line);
-bool readOrganization(CardDraft &draft, const ContentLine &line);
-bool readText(CardDraft &draft, const ContentLine &line);
-bool readBirthday(CardDraft &draft, const ContentLine &line);
-bool readUid(CardDraft &draft, const ContentLine &line);
-bool readShowAs(CardDraft &draft, const ContentLine &line);
-bool readKind(CardDraft &draft, const ContentLine &line);
-bool readPhoto(CardDraft &draft, const ContentLine &line);
-bool readExact(CardDraft &draft, const ContentLine &line);
-bool readEmail(CardDraft &draft, const ContentLine &line);
-bool readPhone(CardDraft &draft, const ContentLine &line);
-bool readUrl(CardDraft &draft, const ContentLine &line);
-bool readAddress(CardDraft &draft, const ContentLine &line);
-bool readRelatedName(CardDraft &draft, const ContentLine &line);
-bool readRelated(CardDraft &draft, const ContentLine &line);
-bool readRelation(CardDraft &draft, const ContentLine &line);
-bool readInstantMessage(CardDraft &draft, const ContentLine &line);
-bool readAccount(CardDraft &draft, const ContentLine &line);
-bool readSocialProfile(CardDraft &draft, const ContentLine &line);
-bool readTwitter(CardDraft &draft, const ContentLine &line);
+bool readName(CardDraft &draft, const CardLine &line);
+bool readFormattedName(CardDraft &draft, const CardLine &line);
+bool readOrganization(CardDraft &draft, const CardLine &line);
+bool readText(CardDraft &draft, const CardLine &line);
+bool readNote(CardDraft &draft, const CardLine &line);
+bool readBirthday(CardDraft &draft, const CardLine &line);
+bool readUid(CardDraft &draft, const CardLine &line);
+bool readShowAs(CardDraft &draft, const CardLine &line);
+bool readKind(CardDraft &draft, const CardLine &line);
+bool readPhoto(CardDraft &draft, const CardLine &line);
+bool readExact(CardDraft &draft, const CardLine &line);
+bool readEntry(CardDraft &draft, const CardLine &line);
+bool readPhone(CardDraft &draft, const CardLine &line);
+bool readAddress(CardDraft &draft, const CardLine &line);
+bool readRelatedName(CardDraft &draft, const CardLine &line);
+bool readRelated(CardDraft &draft, const CardLine &line);
+bool readRelation(CardDraft &draft, const CardLine &line);
+bool readInstantMessage(CardDraft &draft, const CardLine &line);
+bool readAccount(CardDraft &draft, const CardLine &line);
+bool readSocialProfile(CardDraft &draft, const CardLine &line);
+bool readTwitter(CardDraft &draft, const CardLine &line);
 
-/// A card without a line for the name's parts: takes them from the name for display, its last word as family name.
-void takeNameFromFormattedName(CardDraft &draft);
-/// Makes one account of those that a card names twice, once by IMPP and once by a line such as X-AIM.
-void mergeAccounts(CardDraft &draft);
+void writeUid(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writeName(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writeFormattedName(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writeOrganization(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writeText(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writeBirthday(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writeShowAs(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writePhoto(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writeEntries(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writeAddresses(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writeAccounts(const CardRow &row, const CardPerson &person, CardUnits &units);
+void writeProfiles(const CardRow &row, const CardPerson &person, CardUnits &units);
 
-/// Whether the line has parameters that a plain line would not have; TYPE is not looked at.
-inline bool hasUnusualParams(const ContentLine &line)
+std::string printBirthday(const UnitToPrint &unit);
+std::string printPhoto(const UnitToPrint &unit);
+std::string printLabelled(const UnitToPrint &unit);
+
+/// One entry of a list: a line with @p params in front of those of its label, and what hangs on it by a group.
+std::string entryUnit(const CardRow &row, const QString &label, std::string params, std::string_view value,
+    const QString *countryCode = nullptr);
+
+inline std::span<const ABMultiValue::Entry> entriesOf(const PersonRecord &record, CardArea area)
 {
-    constexpr unsigned usual = CardParam::Type | CardParam::Encoding | CardParam::Charset | CardParam::Value;
-    return (line.paramBits & ~usual) != 0;
+    const ABMultiValue *list = record.multiValue(static_cast<ABProperty>(area));
+    return list ? list->entries() : std::span<const ABMultiValue::Entry>();
 }

@@ -2,61 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/cards/CardReader.h"
 
-#include "contacts/cards/CardFields.h"
+#include "contacts/cards/CardMap.h"
 #include "contacts/cards/ExactValues.h"
-#include "contacts/cards/PlainLines.h"
 
-#include <QSet>
+#include <algorithm>
+#include <set>
 
 namespace {
-
-using FieldReader = bool (*)(CardDraft &draft, const ContentLine &line);
-
-bool passOver(CardDraft &, const ContentLine &)
-{
-    return true;
-}
-
-struct FieldRow
-{
-    CardName name;
-    FieldReader read;
-};
-
-/// Names that are not here have no place in a record. Labels and country codes are read with the value they belong to;
-/// birthdays outside the standard only after all others.
-constexpr auto kFieldReaders = [] {
-    std::array<FieldReader, static_cast<std::size_t>(CardName::Count)> readers{};
-    for (const auto &[name, read] : {
-             FieldRow{CardName::Version, passOver},
-             FieldRow{CardName::Name, readName},
-             FieldRow{CardName::FormattedName, readFormattedName},
-             FieldRow{CardName::Organization, readOrganization},
-             FieldRow{CardName::Text, readText},
-             FieldRow{CardName::Birthday, readBirthday},
-             FieldRow{CardName::OtherBirthday, passOver},
-             FieldRow{CardName::Uid, readUid},
-             FieldRow{CardName::ShowAs, readShowAs},
-             FieldRow{CardName::Kind, readKind},
-             FieldRow{CardName::Photo, readPhoto},
-             FieldRow{CardName::Exact, readExact},
-             FieldRow{CardName::Email, readEmail},
-             FieldRow{CardName::Phone, readPhone},
-             FieldRow{CardName::Url, readUrl},
-             FieldRow{CardName::Address, readAddress},
-             FieldRow{CardName::Label, passOver},
-             FieldRow{CardName::CountryCode, passOver},
-             FieldRow{CardName::RelatedName, readRelatedName},
-             FieldRow{CardName::Related, readRelated},
-             FieldRow{CardName::Relation, readRelation},
-             FieldRow{CardName::InstantMessage, readInstantMessage},
-             FieldRow{CardName::Account, readAccount},
-             FieldRow{CardName::SocialProfile, readSocialProfile},
-             FieldRow{CardName::Twitter, readTwitter},
-         })
-        readers[static_cast<std::size_t>(name)] = read;
-    return readers;
-}();
 
 QString excerpt(std::string_view line)
 {
@@ -71,19 +23,54 @@ bool isName(std::string_view name)
         && std::ranges::all_of(name, [](char c) { return static_cast<unsigned char>(c) > ' '; });
 }
 
+/// The value as it may stand in a kept line.
+std::string_view keptValue(const CardLine &line, std::string &memory)
+{
+    if (line.encoding != CardLine::Encoding::Base64 || line.value.find_first_of(" \t") == std::string_view::npos)
+        return line.value;
+    // Blanks in base64 are left over from folding.
+    std::ranges::copy_if(line.value, std::back_inserter(memory), [](char c) { return c != ' ' && c != '\t'; });
+    return memory;
+}
+
+std::string normalised(const CardLine &line, std::string_view group)
+{
+    std::string memory;
+    return normalisedLine(line, group, keptValue(line, memory));
+}
+
+/// item1, item2 and so on only tie lines together; any other name was given by somebody.
+bool isNumberedItem(std::string_view name)
+{
+    constexpr std::string_view word = "ITEM";
+    return equalsIgnoringCase(name.substr(0, word.size()), word)
+        && name.find_first_not_of("0123456789", word.size()) == std::string_view::npos && name.size() > word.size();
+}
+
 } // namespace
 
-ImportedRecord CardReader::read(
-    std::vector<ContentLine> &lines, LineReader &texts, std::vector<ImportProblem> &problems)
+ImportedRecord CardReader::read(std::vector<CardLine> &lines, TextBuffers &texts, std::vector<ImportProblem> &problems,
+    std::vector<LineMeaning> *meanings)
 {
     m_draft.begin(lines, problems);
-    for (ContentLine &line : lines) {
+    m_draft.notesAllSources = meanings != nullptr;
+    for (CardLine &line : lines) {
         decode(line, texts);
-        if (line.id == CardName::Version)
+        if (line.area() == CardArea::Version)
             m_draft.isVersion4 = trimmed(line.value).starts_with('4');
     }
-    m_draft.record().setKeptLines(readLines(lines));
-    if (!m_draft.exactLines.empty())
+    readLines(lines);
+    if (meanings) {
+        meanings->assign(lines.size(), {});
+        for (const CardDraft::Source &source : m_draft.sources())
+            meanings->at(std::size_t(source.line - lines.data())) = {LineMeaning::Value, source.entry, {}};
+        for (const Kept &each : m_kept) {
+            if (each.kept.basis.isNull())
+                meanings->at(std::size_t(each.line - lines.data())) = {LineMeaning::Kept, 0, each.kept.text};
+        }
+    }
+    m_draft.record().setKeptLines(takeKeptLines());
+    if (!m_draft.exactLines.empty() && !meanings)
         applyExactLines();
     ImportedRecord imported = m_draft.finish();
     if (m_draft.isGroup)
@@ -96,12 +83,12 @@ QString CardReader::formattedName() const
     return m_draft.formattedName ? unescaped(m_draft.formattedName->value) : QString();
 }
 
-void CardReader::decode(ContentLine &line, LineReader &texts)
+void CardReader::decode(CardLine &line, TextBuffers &texts)
 {
-    if (line.encoding == ContentLine::Encoding::Base64)
+    if (line.encoding == CardLine::Encoding::Base64)
         return;
-    if (line.encoding == ContentLine::Encoding::QuotedPrintable) {
-        std::string &text = texts.newText();
+    if (line.encoding == CardLine::Encoding::QuotedPrintable) {
+        std::string &text = texts.add();
         appendQuotedPrintable(line.value, text);
         line.value = text;
     }
@@ -111,16 +98,16 @@ void CardReader::decode(ContentLine &line, LineReader &texts)
         : line.charset.empty() && isUtf8(line.value);
     if (isUnchanged)
         return;
-    std::string &text = texts.newText();
+    std::string &text = texts.add();
     m_decoder.appendDecoded(line.value, line.charset, text);
     line.value = text;
 }
 
-bool CardReader::isReadable(const ContentLine &line)
+bool CardReader::isReadable(const CardLine &line)
 {
     if (!line.hasColon)
         m_draft.lose(line, QStringLiteral("no colon in ") % excerpt(line.value));
-    else if (line.id == CardName::End)
+    else if (line.area() == CardArea::End)
         m_draft.lose(line, QStringLiteral("END of something that did not begin"));
     else if (!isName(line.name))
         m_draft.lose(line, QStringLiteral("no property name in ") % excerpt(line.name));
@@ -129,33 +116,143 @@ bool CardReader::isReadable(const ContentLine &line)
     return false;
 }
 
-std::vector<KeptLine> CardReader::readLines(const std::vector<ContentLine> &lines)
+void CardReader::readLines(const std::vector<CardLine> &lines)
 {
-    for (const ContentLine &line : lines) {
-        if (!isReadable(line))
+    for (const CardLine &line : lines) {
+        if (!isReadable(line) || (line.row && line.row->isLate))
             continue;
-        const FieldReader reader = kFieldReaders.at(static_cast<std::size_t>(line.id));
-        if (!reader || !reader(m_draft, line))
-            m_kept.keep(line);
+        if (!line.row || !line.row->read || !line.row->read(m_draft, line))
+            keep(line);
     }
-    for (const ContentLine &line : lines) {
-        if (line.id != CardName::OtherBirthday && line.id != CardName::Label && line.id != CardName::CountryCode)
+    for (const CardLine &line : lines) {
+        if (!line.row)
             continue;
-        const bool isLate = line.id == CardName::OtherBirthday && !readBirthday(m_draft, line);
-        if (isLate || m_draft.groups().isLeftover(line))
-            m_kept.keep(line);
+        const bool isLate = line.row->isLate && !line.row->read(m_draft, line);
+        if (isLate || m_draft.isLeftover(line))
+            keep(line);
     }
     takeNameFromFormattedName(m_draft);
     mergeAccounts(m_draft);
-    m_draft.storeEntries();
-    m_kept.keepSources();
-    return m_kept.take();
+    m_draft.storeCollected();
+    keepFormattedName();
+    for (const CardDraft::Source &source : m_draft.sources())
+        keepSource(source);
+}
+
+/// Keeps a line that the record has nothing of.
+void CardReader::keep(const CardLine &line)
+{
+    if (CardDraft::Group *group = m_draft.groupOf(line))
+        group->hasKeptLines = true;
+    m_kept.push_back({&line, {textFromUtf8(normalised(line, line.group)), QString()}});
+}
+
+void CardReader::keepFormattedName()
+{
+    const CardLine *line = m_draft.formattedName;
+    if (!line)
+        return;
+    const bool holdsMore =
+        line->types != 0 || line->hasUnusualParams() || !isFormattedName(m_draft.record(), line->value);
+    if (holdsMore || !line->group.empty())
+        keepSource({line, 0, holdsMore});
+}
+
+/// Keeps what a line that was read into the record holds beyond it. Only once all lines are read and their values are
+/// in the record.
+void CardReader::keepSource(const CardDraft::Source &source)
+{
+    const CardArea area = source.line->area();
+    const bool isOneOfNotes = area == areaOf(ABProperty::Note) && m_draft.noteLines > 1;
+    const CardDraft::Group *group = m_draft.groupOf(*source.line);
+    const bool groupMatters = group && (group->hasKeptLines || !isNumberedItem(group->name));
+    if (!source.holdsMore && !groupMatters && !isOneOfNotes)
+        return;
+    const std::string text = sourceLines(source, groupMatters ? group : nullptr);
+    const std::string *plain = plainOf(area, source.entry);
+    const bool mayHaveMore = isOneOfNotes || (area == areaOf(ABProperty::InstantMessage) && m_draft.hasAccountLines);
+    if (plain && text == *plain && !mayHaveMore)
+        return;
+    if (mayHaveMore) {
+        const auto [place, isFirst] = m_joined.emplace(std::pair(area, source.entry), m_kept.size());
+        if (!isFirst) {
+            m_kept[place->second].kept.text += u'\n' + textFromUtf8(text);
+            return;
+        }
+    }
+    m_kept.push_back({source.line, {textFromUtf8(text), plain ? textFromUtf8(*plain) : QString()}});
+}
+
+/// The plain form of a value; nullptr where it has none.
+const std::string *CardReader::plainOf(CardArea area, std::size_t entry)
+{
+    auto place = std::ranges::find(m_plain, area, &std::pair<CardArea, CardUnits>::first);
+    if (place == m_plain.end())
+        place = m_plain.insert(place, {area, unitsOf(area, {m_draft.uid, m_draft.record()})});
+    return entry < place->second.size() ? &place->second[entry] : nullptr;
+}
+
+std::string CardReader::sourceLines(const CardDraft::Source &source, const CardDraft::Group *group)
+{
+    const CardLine &line = *source.line;
+    const CardDraft::Group *own = m_draft.groupOf(line);
+    const bool usesLabel = own && own->label && own->labelUsed && isList(line.area());
+    const bool usesCountry =
+        own && own->countryCode && own->countryCodeUsed && line.area() == areaOf(ABProperty::Address);
+    std::string_view name;
+    if (group)
+        name = group->name;
+    else if (usesLabel || usesCountry)
+        name = kUnitMark.substr(0, kUnitMark.size() - 1);
+    std::string lines;
+    if (line.area() == CardArea::Picture) {
+        // The picture itself is in the record.
+        const bool saysBase64 = line.encoding == CardLine::Encoding::Base64;
+        lines = normalisedLine(line, name, {});
+        if (!saysBase64)
+            lines.insert(lines.size() - 1, ";ENCODING=b");
+    } else {
+        lines = normalised(line, name);
+    }
+    if (usesLabel)
+        lines.append("\n").append(normalised(*own->label, name));
+    if (usesCountry)
+        lines.append("\n").append(normalised(*own->countryCode, name));
+    return lines;
+}
+
+/// Lines of no value in file order, which may mean something; then the others in an order that does not depend on the
+/// file, so that a card that is written and read again gives the same.
+bool CardReader::comesBefore(const Kept &a, const Kept &b)
+{
+    const bool hasBasis = !a.kept.basis.isNull();
+    if (hasBasis != !b.kept.basis.isNull())
+        return !hasBasis;
+    if (hasBasis && a.kept.basis != b.kept.basis)
+        return a.kept.basis < b.kept.basis;
+    return a.line < b.line; // all lines stand in one array
+}
+
+std::vector<KeptLine> CardReader::takeKeptLines()
+{
+    if (!std::ranges::is_sorted(m_kept, comesBefore))
+        std::ranges::sort(m_kept, comesBefore);
+    std::vector<KeptLine> lines;
+    lines.reserve(m_kept.size());
+    for (Kept &kept : m_kept) {
+        if (kept.kept.text != kept.kept.basis) // else the line is as plain as its value
+            lines.push_back(std::move(kept.kept));
+    }
+    m_kept.clear();
+    m_joined.clear();
+    m_plain.clear();
+    return lines;
 }
 
 void CardReader::applyExactLines()
 {
     CardValues values{m_draft.uid, std::move(m_draft.record())};
-    for (const ContentLine *line : m_draft.exactLines) {
+    for (const CardLine *line : m_draft.exactLines) {
         const bool makesSense = applyExactValue(
             paramValue(*line, "X-PROPERTY"), paramValue(*line, "X-SUM"), unescaped(line->value), values);
         if (!makesSense)
@@ -170,9 +267,13 @@ void CardReader::applyExactLines()
 void CardReader::dropOutdatedLines()
 {
     std::vector<KeptLine> kept = m_draft.record().keptLines();
-    QSet<QString> plain{plainPhoto(m_draft.record())};
-    for (const PlainUnit &unit : plainUnits(m_draft.uid, m_draft.record()))
-        plain.insert(unit.lines);
-    std::erase_if(kept, [&plain](const KeptLine &line) { return !line.basis.isNull() && !plain.contains(line.basis); });
+    CardUnits units;
+    for (const CardRow &row : cardRows()) {
+        if (row.write)
+            row.write(row, {m_draft.uid, m_draft.record()}, units);
+    }
+    const std::set<std::string> plain(units.begin(), units.end());
+    std::erase_if(kept,
+        [&plain](const KeptLine &line) { return !line.basis.isNull() && !plain.contains(line.basis.toStdString()); });
     m_draft.record().setKeptLines(std::move(kept));
 }

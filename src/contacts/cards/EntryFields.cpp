@@ -1,21 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Readers of the lines that give one entry of a multi-value each.
+// Reading and writing of the lines that give one entry of a list each.
 #include "contacts/cards/CardFields.h"
-#include "contacts/cards/WordTable.h"
 #include "contacts/model/ABLabels.h"
 
 namespace {
 
+constexpr std::array kAddressParts{
+    ABKey::AddressStreet, ABKey::AddressCity, ABKey::AddressState, ABKey::AddressZip, ABKey::AddressCountry};
+
 /// The label that a line's TYPE words stand for, unless one is spelled out, and whether the words say more than that.
 struct TypeLabel
 {
-    TypeLabel(CardDraft &draft, const ContentLine &line, ABProperty property)
+    TypeLabel(CardDraft &draft, const CardLine &line)
     {
+        const auto property = static_cast<ABProperty>(line.area());
         quint16 plainTypes = 0;
         const unsigned types = static_cast<unsigned>(line.types) & ~static_cast<unsigned>(assumedTypes(property));
         const QString *ofTypes = labelOfTypes(property, line.types, plainTypes);
-        const CardGroups::Group *group = draft.groups().of(line);
+        const CardDraft::Group *group = draft.groupOf(line);
         const bool isSpelledOut = (group && group->label) || (line.paramBits & CardParam::GoogleLabel) != 0;
         label = draft.labelOf(line, ofTypes);
         wordsSayMore = types != (isSpelledOut ? 0U : plainTypes);
@@ -26,29 +29,28 @@ struct TypeLabel
 };
 
 /// Leaves out a line without a value, together with what hangs on it.
-bool leaveOut(CardDraft &draft, const ContentLine &line)
+bool leaveOut(CardDraft &draft, const CardLine &line)
 {
-    if (CardGroups::Group *group = draft.groups().of(line))
+    if (CardDraft::Group *group = draft.groupOf(line))
         group->labelUsed = group->countryCodeUsed = true;
     return true;
 }
 
-bool addText(CardDraft &draft, const ContentLine &line, ABProperty property, std::string_view value, bool holdsMore)
+bool addText(CardDraft &draft, const CardLine &line, std::string_view value, bool holdsMore)
 {
     if (value.empty())
         return leaveOut(draft, line);
-    const TypeLabel type(draft, line, property);
-    draft.addEntry(
-        line, property, type.label, unescaped(value), holdsMore || type.wordsSayMore || hasUnusualParams(line));
+    const TypeLabel type(draft, line);
+    draft.addEntry(line, type.label, unescaped(value), holdsMore || type.wordsSayMore || line.hasUnusualParams());
     return true;
 }
 
 /// A relation, labelled by the first word that names one.
-bool addRelation(CardDraft &draft, const ContentLine &line, const QString &label)
+bool addRelation(CardDraft &draft, const CardLine &line, const QString &label)
 {
     if (line.value.empty())
         return leaveOut(draft, line);
-    draft.addEntry(line, ABProperty::RelatedNames, label, unescaped(line.value), true);
+    draft.addEntry(line, label, unescaped(line.value), true);
     return true;
 }
 
@@ -60,7 +62,7 @@ bool hasScheme(std::string_view value)
 }
 
 /// A relation may point to a card or a page elsewhere instead of naming somebody.
-bool isReference(const ContentLine &line)
+bool isReference(const CardLine &line)
 {
     const std::string_view kind = paramValue(line, "VALUE");
     if (equalsIgnoringCase(kind, "text"))
@@ -70,7 +72,7 @@ bool isReference(const ContentLine &line)
 }
 
 /// The label that the words of TYPE give a relation: a standard one, or else the first word itself.
-QString relationOf(const ContentLine &line)
+QString relationOf(const CardLine &line)
 {
     QString label;
     std::string_view rest = line.params;
@@ -98,32 +100,25 @@ bool isShared(ABKey key)
 
 } // namespace
 
-bool readEmail(CardDraft &draft, const ContentLine &line)
+bool readEntry(CardDraft &draft, const CardLine &line)
 {
-    return addText(draft, line, ABProperty::Email, line.value, false);
+    return addText(draft, line, line.value, false);
 }
 
-bool readPhone(CardDraft &draft, const ContentLine &line)
+bool readPhone(CardDraft &draft, const CardLine &line)
 {
     const bool hasPhoneScheme = equalsIgnoringCase(line.value.substr(0, 4), "tel:");
-    return addText(draft, line, ABProperty::Phone, line.value.substr(hasPhoneScheme ? 4 : 0), hasPhoneScheme);
+    return addText(draft, line, line.value.substr(hasPhoneScheme ? 4 : 0), hasPhoneScheme);
 }
 
-bool readUrl(CardDraft &draft, const ContentLine &line)
+bool readAddress(CardDraft &draft, const CardLine &line)
 {
-    return addText(draft, line, ABProperty::Urls, line.value, false);
-}
-
-bool readAddress(CardDraft &draft, const ContentLine &line)
-{
-    constexpr std::array keys{
-        ABKey::AddressStreet, ABKey::AddressCity, ABKey::AddressState, ABKey::AddressZip, ABKey::AddressCountry};
     std::string_view rest = line.value;
     const std::string_view postBox = takePart(rest);
     const std::string_view extended = takePart(rest);
     ABDictionary address;
-    address.reserve(keys.size() + 1); // with the country code
-    for (const ABKey key : keys) {
+    address.reserve(kAddressParts.size() + 1); // with the country code
+    for (const ABKey key : kAddressParts) {
         const std::string_view part = takePart(rest);
         if (part.empty())
             continue;
@@ -134,28 +129,27 @@ bool readAddress(CardDraft &draft, const ContentLine &line)
         !postBox.empty() || !extended.empty() || rest.find_first_not_of(';') != std::string_view::npos;
     if (address.isEmpty() && !holdsMore)
         return leaveOut(draft, line);
-    CardGroups::Group *group = draft.groups().of(line);
+    CardDraft::Group *group = draft.groupOf(line);
     if (group && group->countryCode) {
         group->countryCodeUsed = true;
         address.setValue(unescaped(group->countryCode->value), ABKey::AddressCountryCode);
     }
-    const TypeLabel type(draft, line, ABProperty::Address);
-    draft.addEntry(line, ABProperty::Address, type.label, std::move(address),
-        holdsMore || type.wordsSayMore || hasUnusualParams(line));
+    const TypeLabel type(draft, line);
+    draft.addEntry(line, type.label, std::move(address), holdsMore || type.wordsSayMore || line.hasUnusualParams());
     return true;
 }
 
-bool readRelatedName(CardDraft &draft, const ContentLine &line)
+bool readRelatedName(CardDraft &draft, const CardLine &line)
 {
     if (line.value.empty())
         return leaveOut(draft, line);
     const QString ofTypes = relationOf(line);
-    const bool holdsMore = line.types != 0 || hasUnusualParams(line);
-    draft.addEntry(line, ABProperty::RelatedNames, draft.labelOf(line, &ofTypes), unescaped(line.value), holdsMore);
+    const bool holdsMore = line.types != 0 || line.hasUnusualParams();
+    draft.addEntry(line, draft.labelOf(line, &ofTypes), unescaped(line.value), holdsMore);
     return true;
 }
 
-bool readRelated(CardDraft &draft, const ContentLine &line)
+bool readRelated(CardDraft &draft, const CardLine &line)
 {
     if (isReference(line))
         return false;
@@ -163,8 +157,66 @@ bool readRelated(CardDraft &draft, const ContentLine &line)
     return addRelation(draft, line, draft.labelOf(line, &ofTypes));
 }
 
-bool readRelation(CardDraft &draft, const ContentLine &line)
+bool readRelation(CardDraft &draft, const CardLine &line)
 {
     const QString *ofName = relationLabel(line.name.substr(line.name.rfind('-') + 1));
     return addRelation(draft, line, draft.labelOf(line, ofName));
+}
+
+std::string entryUnit(
+    const CardRow &row, const QString &label, std::string params, std::string_view value, const QString *countryCode)
+{
+    const QLatin1StringView types =
+        label.isNull() ? QLatin1StringView() : typesOfLabel(static_cast<ABProperty>(row.area), label);
+    if (!types.isEmpty())
+        params.append(";TYPE=").append(types.data(), std::size_t(types.size()));
+    std::string line(row.name);
+    line.append(params).append(":").append(value);
+    const bool isSpelledOut = !label.isNull() && types.isEmpty();
+    if (!isSpelledOut && !countryCode)
+        return line;
+    line.insert(0, kUnitMark);
+    if (isSpelledOut)
+        line.append("\n").append(kUnitMark).append("X-ABLabel:").append(escaped(label));
+    if (countryCode)
+        line.append("\n").append(kUnitMark).append("X-ABADR:").append(escaped(*countryCode));
+    return line;
+}
+
+void writeEntries(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    const Escapes escapes = row.area == areaOf(ABProperty::Urls) ? Escapes::OnlyBackslashAndNewline : Escapes::All;
+    for (const auto &entry : entriesOf(person.record, row.area))
+        units.push_back(entryUnit(row, entry.label, {}, escaped(entry.text(), escapes)));
+}
+
+void writeAddresses(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    for (const auto &entry : entriesOf(person.record, row.area)) {
+        std::string value = ";";
+        for (const ABKey key : kAddressParts) {
+            const QString *part = entry.dictionary().valueForKey(key);
+            value.append(";").append(part ? escaped(*part) : std::string());
+        }
+        units.push_back(
+            entryUnit(row, entry.label, {}, value, entry.dictionary().valueForKey(ABKey::AddressCountryCode)));
+    }
+}
+
+/// A label of the user's own also as a parameter, since GNOME Contacts and Evolution do not know X-ABLabel.
+std::string printLabelled(const UnitToPrint &unit)
+{
+    std::string lines = unit.kept.empty() ? unit.plain : unit.kept;
+    const std::size_t end = lines.find('\n');
+    if (unit.form != VCardForm::Desktop || end == std::string::npos)
+        return lines;
+    const CardLine value = parsedLine(std::string_view(lines).substr(0, end));
+    const CardLine label = parsedLine(std::string_view(lines).substr(end + 1, lines.find('\n', end + 1) - end - 1));
+    const QString text = unescaped(label.value);
+    const auto breaksOut = [](QChar c) { return c == u'"' || c < u' ' || c == QChar(0x7F); };
+    if (label.area() != CardArea::Label || (value.paramBits & (CardParam::Type | CardParam::GoogleLabel)) != 0
+        || text.isEmpty() || std::ranges::any_of(text, breaksOut))
+        return lines;
+    const auto place = std::size_t(value.name.data() + value.name.size() - lines.data());
+    return lines.insert(place, ";TYPE=OTHER;X-GOOGLE-LABEL=\"" + text.toStdString() + '"');
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/cards/ExactValues.h"
 
+#include "contacts/cards/CardMap.h"
 #include "contacts/cards/RecordJson.h"
 #include "contacts/cards/TextCoding.h"
 
@@ -48,26 +49,123 @@ std::string json(std::optional<ABProperty> property, const CardValues &values)
     return recordToJson(only.uid.isEmpty() ? QString() : only.uid, only.record);
 }
 
-QString sum(std::string_view json)
+std::string sum(std::string_view json)
 {
     constexpr qsizetype digits = 16;
     const QByteArrayView bytes(json.data(), static_cast<qsizetype>(json.size()));
-    return QString::fromLatin1(
-        QCryptographicHash::hash(bytes.toByteArray(), QCryptographicHash::Sha1).toHex().first(digits));
+    return QCryptographicHash::hash(bytes.toByteArray(), QCryptographicHash::Sha1).toHex().first(digits).toStdString();
 }
 
-QString exactLine(
+std::string exactLine(
     QLatin1StringView name, std::optional<ABProperty> property, const CardValues &wanted, const CardValues &read)
 {
-    return kExactLineName % QLatin1String(";X-PROPERTY=") % name % QLatin1String(";X-SUM=") % sum(json(property, read))
-        % u':' % escaped(textFromUtf8(json(property, wanted)));
+    return std::string("X-PEOPLENOOK-EXACT;X-PROPERTY=") + name.data() + ";X-SUM=" + sum(json(property, read)) + ':'
+        + escaped(textFromUtf8(json(property, wanted)));
+}
+
+bool isSayable(const QString &text)
+{
+    return std::ranges::all_of(text, [](QChar c) { return c >= u' ' || c == u'\n' || c == u'\t'; });
+}
+
+/// What a reader cannot take for another value or for none.
+bool isSayableValue(const QString *text)
+{
+    return text && !text->isEmpty() && isSayable(*text);
+}
+
+bool isSayableAccount(const ABDictionary &account)
+{
+    const QString *service = account.valueForKey(ABKey::InstantMessageService);
+    return service && serviceOfText(*service) && isSayableValue(account.valueForKey(ABKey::InstantMessageUsername));
+}
+
+bool isSayableProfile(const ABMultiValue::Entry &profile)
+{
+    const QString *service = profile.dictionary().valueForKey(ABKey::SocialProfileService);
+    const QString *username = profile.dictionary().valueForKey(ABKey::SocialProfileUsername);
+    const QString *known = service ? socialService(service->toStdString()) : nullptr;
+    const auto endsParam = [](QChar c) { return c < u' ' || c == u'"' || c == u'^' || c == QChar(0x7F); };
+    return !profile.label.isNull() && known && *known == *service && username && !username->isEmpty()
+        && std::ranges::none_of(*username, endsParam);
+}
+
+bool isSayableAddress(const ABDictionary &address)
+{
+    bool hasPart = false;
+    for (const auto &[key, text] : address) {
+        const bool isCode = key == ABKey::AddressCountryCode;
+        hasPart = hasPart || !isCode;
+        if (!isSayable(text) || (text.isEmpty() && !isCode))
+            return false;
+    }
+    return hasPart;
+}
+
+bool isSayableEntry(ABProperty property, const ABMultiValue::Entry &entry)
+{
+    if (!isSayable(entry.label) || entry.label.contains(u'^'))
+        return false;
+    switch (property) {
+    case ABProperty::Address:
+        return isSayableAddress(entry.dictionary());
+    case ABProperty::InstantMessage:
+        return isSayableAccount(entry.dictionary());
+    case ABProperty::SocialProfile:
+        return isSayableProfile(entry);
+    case ABProperty::Phone:
+        return isSayableValue(&entry.text()) && !entry.text().startsWith(QLatin1String("tel:"), Qt::CaseInsensitive);
+    default:
+        return isSayableValue(&entry.text());
+    }
+}
+
+bool isSayableProperty(const ABPropertyInfo &info, const PersonRecord &record)
+{
+    if (!isWritten(areaOf(info.property)))
+        return std::holds_alternative<std::monostate>(record.value(info.property));
+    switch (info.kind) {
+    case ABPropertyKind::Text:
+        return !record.text(info.property) || isSayableValue(record.text(info.property));
+    case ABPropertyKind::Integer:
+        return !record.flags() || record.flags() == kABShowAsCompany;
+    case ABPropertyKind::MultiText:
+    case ABPropertyKind::MultiDictionary: {
+        const ABMultiValue *list = record.multiValue(info.property);
+        return !list
+            || (list->count() > 0 && std::ranges::all_of(list->entries(), [&info](const ABMultiValue::Entry &entry) {
+                   return isSayableEntry(info.property, entry);
+               }));
+    }
+    default:
+        return true;
+    }
+}
+
+/// A line of no value may be read as one, and two accounts as one, by what is kept of them; and parameters mean
+/// something else in another version (RFC 6868).
+bool isSafe(const KeptLine &kept)
+{
+    const std::string text = kept.text.toStdString();
+    if (text.find('^') != std::string::npos)
+        return false;
+    const CardArea area = parsedLine(text).area();
+    return kept.basis.isNull() ? area >= CardArea::AddressLabel : area != areaOf(ABProperty::InstantMessage);
 }
 
 } // namespace
 
-std::vector<QString> exactLines(const CardValues &wanted, const CardValues &read)
+bool canSay(const QString &uid, const PersonRecord &record)
 {
-    std::vector<QString> lines;
+    return isSayable(uid) && uid == uid.trimmed()
+        && std::ranges::all_of(
+            allProperties(), [&record](const ABPropertyInfo &info) { return isSayableProperty(info, record); })
+        && std::ranges::all_of(record.keptLines(), isSafe);
+}
+
+std::vector<std::string> exactLines(const CardValues &wanted, const CardValues &read)
+{
+    std::vector<std::string> lines;
     for (const ABPropertyInfo &info : allProperties()) {
         if (!isSame(info.property, wanted, read))
             lines.push_back(exactLine(info.name, info.property, wanted, read));
@@ -86,7 +184,7 @@ bool applyExactValue(std::string_view property, std::string_view sum, const QStr
     const auto exact = recordFromJson(value.toStdString());
     if (!exact)
         return false;
-    if (::sum(json(which, values)) == textFromUtf8(sum))
+    if (::sum(json(which, values)) == sum)
         copy(which, {exact.value().uid, *exact.value().record}, values);
     return true;
 }

@@ -19,10 +19,10 @@ struct CardValues
     PersonRecord record;
 };
 
-inline constexpr QLatin1StringView kExactLineName{"X-PEOPLENOOK-EXACT"};
-
+/// False where plain lines may not say all of the person exactly; it is then to be looked at what they say.
+bool canSay(const QString &uid, const PersonRecord &record);
 /// The lines, unfolded, that make up for how @p read, made of the plain lines, differs from @p wanted.
-std::vector<QString> exactLines(const CardValues &wanted, const CardValues &read);
+std::vector<std::string> exactLines(const CardValues &wanted, const CardValues &read);
 /// Applies one such line, given by its parameters and its unescaped value. False when it makes no sense; a line that
 /// makes sense but is out of date changes nothing.
 bool applyExactValue(std::string_view property, std::string_view sum, const QString &value, CardValues &values);

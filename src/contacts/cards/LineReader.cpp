@@ -3,14 +3,13 @@
 #include "contacts/cards/LineReader.h"
 
 #include "contacts/cards/TextCoding.h"
-#include "contacts/cards/WordTable.h"
 
 #include <cstring>
 #include <utility>
 
 namespace {
 
-using Encoding = ContentLine::Encoding;
+using Encoding = CardLine::Encoding;
 
 constexpr std::size_t kMostIdleTexts = 256;
 constexpr std::size_t kLongestIdleText = 1 << 16;
@@ -127,7 +126,7 @@ bool LineReader::takeBase64(std::string &text)
     return true;
 }
 
-void LineReader::unfold(ContentLine &line, std::string_view first, HeadFinder head)
+void LineReader::unfold(CardLine &line, std::string_view first, HeadFinder head)
 {
     std::string &text = m_buffers.add();
     text = first;
@@ -142,15 +141,16 @@ void LineReader::unfold(ContentLine &line, std::string_view first, HeadFinder he
         if (isHeadRead || !head.find(text))
             continue;
         isHeadRead = true;
-        parseContentLine(line, text, head); // for its encoding
+        parseLine(line, text, head); // for its encoding
     }
     if (!isHeadRead)
         head.findIgnoringQuotes(text);
-    parseContentLine(line, text, head);
+    parseLine(line, text, head);
 }
 
-bool LineReader::next(ContentLine &line)
+bool LineReader::next(CardLine &line)
 {
+    const char *begin = m_at;
     std::string_view text;
     qint64 number = 0;
     std::size_t indent = 0;
@@ -173,10 +173,11 @@ bool LineReader::next(ContentLine &line)
     const bool isFolded = !frames && atFold();
     if (!head.find(text) && !isFolded)
         head.findIgnoringQuotes(text);
-    parseContentLine(line, text, head);
+    parseLine(line, text, head);
     const bool softBreak = line.encoding == Encoding::QuotedPrintable && endsInSoftBreak(text);
     if (isFolded || softBreak || line.encoding == Encoding::Base64)
         unfold(line, text, head);
     line.number = number;
+    line.raw = {begin, static_cast<std::size_t>(m_at - begin)};
     return true;
 }

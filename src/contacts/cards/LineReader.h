@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/cards/ContentLine.h"
+#include "contacts/cards/CardLine.h"
 
 #include <QByteArray>
 
@@ -28,14 +28,14 @@ public:
     explicit LineReader(QByteArray data);
 
     /// The next line that is not blank; false at the end. Its views hold until releaseLines() is called.
-    bool next(ContentLine &line);
+    bool next(CardLine &line);
     /// The views of all lines so far become invalid.
     void releaseLines() { m_buffers.clear(); }
-    /// Memory for texts made from lines, valid for as long as they are.
-    std::string &newText() { return m_buffers.add(); }
+    /// Memory for texts made of lines, valid for as long as they are.
+    TextBuffers &texts() { return m_buffers; }
 
     qint64 bytesRead() const { return m_at - m_data.constData(); }
-    qint64 linesRead() const { return m_line; }
+    qint64 totalBytes() const { return m_data.size(); }
 
 private:
     bool atEnd() const { return m_at == m_end; }
@@ -44,7 +44,7 @@ private:
     std::string_view peekPhysicalLine();
     bool takeSoftBreak(std::string &text);
     bool takeBase64(std::string &text);
-    void unfold(ContentLine &line, std::string_view first, HeadFinder head);
+    void unfold(CardLine &line, std::string_view first, HeadFinder head);
 
     QByteArray m_data;
     const char *m_at;

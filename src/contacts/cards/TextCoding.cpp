@@ -4,8 +4,9 @@
 
 #include "contacts/model/Utf8Text.h"
 
-#include "contacts/cards/WordTable.h"
+#include <simdjson.h>
 
+#include <array>
 #include <cstring>
 
 namespace {
@@ -25,30 +26,15 @@ QString fromWindows1252(std::string_view bytes)
     return text;
 }
 
-enum class CharsetKind { Named, Utf8, Windows1252, Unusable };
-
-/// Programs that declare ISO-8859-1 write windows-1252, which only adds printable characters to it. A line of a file
-/// that is read as bytes cannot be in two-byte units.
-constexpr std::array kCharsetKinds{
-    WordRow<CharsetKind>{"", CharsetKind::Utf8},
-    WordRow<CharsetKind>{"UTF-8", CharsetKind::Utf8},
-    WordRow<CharsetKind>{"UTF8", CharsetKind::Utf8},
-    WordRow<CharsetKind>{"ISO-8859-1", CharsetKind::Windows1252},
-    WordRow<CharsetKind>{"ISO8859-1", CharsetKind::Windows1252},
-    WordRow<CharsetKind>{"LATIN1", CharsetKind::Windows1252},
-    WordRow<CharsetKind>{"WINDOWS-1252", CharsetKind::Windows1252},
-    WordRow<CharsetKind>{"CP1252", CharsetKind::Windows1252},
-    WordRow<CharsetKind>{"UTF-16", CharsetKind::Unusable},
-    WordRow<CharsetKind>{"UTF-16LE", CharsetKind::Unusable},
-    WordRow<CharsetKind>{"UTF-16BE", CharsetKind::Unusable},
-    WordRow<CharsetKind>{"UTF-32", CharsetKind::Unusable},
-};
-
-CharsetKind charsetKind(std::string_view charset)
+/// Whether bytes of the charset are told from the bytes themselves. UTF-8 and windows-1252 tell themselves apart, and
+/// programs that declare ISO-8859-1 write windows-1252, which only adds printable characters to it, or UTF-8. A line of
+/// a file that is read as bytes cannot be in units of two.
+bool isToldFromBytes(std::string_view charset)
 {
-    const auto *found = std::ranges::find_if(
-        kCharsetKinds, [charset](const auto &row) { return equalsIgnoringCase(row.word, charset); });
-    return found == kCharsetKinds.end() ? CharsetKind::Named : found->value;
+    constexpr std::array<std::string_view, 12> charsets{"", "UTF-8", "UTF8", "ISO-8859-1", "ISO8859-1", "LATIN1",
+        "WINDOWS-1252", "CP1252", "UTF-16", "UTF-16LE", "UTF-16BE", "UTF-32"};
+    return std::ranges::any_of(
+        charsets, [charset](std::string_view each) { return equalsIgnoringCase(each, charset); });
 }
 
 void append(std::string &out, const QString &text)
@@ -63,40 +49,6 @@ int hexValue(char c)
         return c - '0';
     const char upper = upperAscii(c);
     return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : -1;
-}
-
-/// The length of the sequence that begins with @p lead, and the least code point that needs it; 0 for no lead byte.
-std::size_t sequenceLength(unsigned char lead, unsigned &least)
-{
-    if (lead >= 0xC2 && lead < 0xE0) {
-        least = 0x80;
-        return 2;
-    }
-    if (lead >= 0xE0 && lead < 0xF0) {
-        least = 0x800;
-        return 3;
-    }
-    least = 0x10000;
-    return lead >= 0xF0 && lead < 0xF5 ? 4 : 0;
-}
-
-/// The length of the UTF-8 sequence at @p at, which is not ASCII; 0 when there is none.
-std::size_t validSequence(std::string_view bytes, std::size_t at)
-{
-    unsigned least = 0;
-    const auto lead = static_cast<unsigned char>(bytes[at]);
-    const std::size_t length = sequenceLength(lead, least);
-    if (length == 0 || at + length > bytes.size())
-        return 0;
-    unsigned codePoint = lead & (0x7FU >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        const auto byte = static_cast<unsigned char>(bytes[at + i]);
-        if ((byte & 0xC0U) != 0x80)
-            return 0;
-        codePoint = codePoint << 6U | (byte & 0x3FU);
-    }
-    const bool surrogate = codePoint >= 0xD800 && codePoint < 0xE000;
-    return codePoint >= least && codePoint < 0x110000 && !surrogate ? length : 0;
 }
 
 std::optional<QStringConverter::Encoding> wideEncoding(const QByteArray &data)
@@ -164,17 +116,7 @@ bool isAscii(std::string_view bytes)
 
 bool isUtf8(std::string_view bytes)
 {
-    for (std::size_t at = 0; at < bytes.size();) {
-        if (static_cast<unsigned char>(bytes[at]) < 0x80) {
-            ++at;
-            continue;
-        }
-        const std::size_t length = validSequence(bytes, at);
-        if (length == 0)
-            return false;
-        at += length;
-    }
-    return true;
+    return simdjson::validate_utf8(bytes);
 }
 
 std::optional<QString> TextDecoder::decodedAs(std::string_view bytes, std::string_view charset)
@@ -197,12 +139,7 @@ std::optional<QString> TextDecoder::decodedAs(std::string_view bytes, std::strin
 
 void TextDecoder::appendDecoded(std::string_view bytes, std::string_view charset, std::string &out)
 {
-    const CharsetKind kind = charsetKind(charset);
-    if (kind == CharsetKind::Windows1252 && !isAscii(bytes)) {
-        append(out, fromWindows1252(bytes));
-        return;
-    }
-    if (kind == CharsetKind::Named) {
+    if (!isToldFromBytes(charset)) {
         if (const auto text = decodedAs(bytes, charset)) {
             append(out, *text);
             return;
@@ -314,21 +251,22 @@ bool isList(std::string_view utf8)
     return false;
 }
 
-QString escaped(QStringView text, Escapes escapes)
+std::string escaped(QStringView text, Escapes escapes)
 {
-    QString out;
-    out.reserve(text.size() + 8);
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        const char16_t c = text[at].unicode();
-        if (c == u'\r' || c == u'\n') {
-            out += QLatin1String("\\n");
-            if (c == u'\r' && at + 1 < text.size() && text[at + 1] == u'\n')
+    const QByteArray utf8 = text.toUtf8();
+    std::string out;
+    out.reserve(std::size_t(utf8.size()) + 8);
+    for (qsizetype at = 0; at < utf8.size(); ++at) {
+        const char c = utf8[at];
+        if (c == '\r' || c == '\n') {
+            out += "\\n";
+            if (c == '\r' && at + 1 < utf8.size() && utf8[at + 1] == '\n')
                 ++at;
-        } else if (c == u'\\' || (escapes == Escapes::All && (c == u',' || c == u';'))) {
-            out += u'\\';
-            out += text[at];
-        } else if (c >= 0x20 || c == u'\t') {
-            out += text[at];
+        } else if (c == '\\' || (escapes == Escapes::All && (c == ',' || c == ';'))) {
+            out += '\\';
+            out += c;
+        } else if (static_cast<unsigned char>(c) >= 0x20 || c == '\t') {
+            out += c;
         }
     }
     return out;

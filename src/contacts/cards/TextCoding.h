@@ -6,10 +6,22 @@
 #include <QString>
 #include <QStringDecoder>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+/// Upper case for ASCII; other bytes stay.
+constexpr char upperAscii(char c)
+{
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+constexpr bool equalsIgnoringCase(std::string_view a, std::string_view b)
+{
+    return a.size() == b.size() && std::ranges::equal(a, b, {}, upperAscii, upperAscii);
+}
 
 bool isAscii(std::string_view bytes);
 bool isUtf8(std::string_view bytes);
@@ -18,8 +30,8 @@ bool isUtf8(std::string_view bytes);
 class TextDecoder
 {
 public:
-    /// @p bytes as UTF-8, appended to @p out. An empty, unknown or wrong @p charset leaves UTF-8 and then windows-1252,
-    /// which takes any byte.
+    /// @p bytes as UTF-8, appended to @p out. An empty, unknown or wrong @p charset leaves UTF-8, where they are that,
+    /// and then windows-1252, which takes any byte.
     void appendDecoded(std::string_view bytes, std::string_view charset, std::string &out);
 
 private:
@@ -53,8 +65,8 @@ bool isList(std::string_view utf8);
 
 /// How far a writer escapes: a URI keeps its commas and semicolons.
 enum class Escapes { All, OnlyBackslashAndNewline };
-/// @p text as the value of a line. Line ends become \n; controls that no value may hold are left out.
-QString escaped(QStringView text, Escapes escapes = Escapes::All);
+/// @p text as the value of a line, in UTF-8. Line ends become \n; controls that no value may hold are left out.
+std::string escaped(QStringView text, Escapes escapes = Escapes::All);
 
 std::string_view trimmed(std::string_view text);
 inline std::string_view view(const QByteArray &bytes)

@@ -1,13 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Readers of the lines that a record has at most one value of.
+// Reading and writing of the lines that a record has at most one value of.
 #include "contacts/cards/CardFields.h"
-#include "contacts/cards/PlainLines.h"
-#include "contacts/cards/WordTable.h"
 
 #include <charconv>
 
 namespace {
+
+/// In the order in which a line has them.
+constexpr std::array kNameParts{
+    ABProperty::LastName, ABProperty::FirstName, ABProperty::MiddleName, ABProperty::Title, ABProperty::Suffix};
 
 /// Sets one part of a structured value; false when it is a list or the like, which one plain text cannot tell.
 bool setPart(CardDraft &draft, ABProperty property, std::string_view part)
@@ -60,44 +62,80 @@ QDate dateFrom(std::string_view text)
     return {year, month, day};
 }
 
-/// Where the base64 of a picture inside the card begins, or an empty view when the picture is elsewhere.
-std::string_view inlinePicture(const ContentLine &line)
+/// What can be said of a name for display, in order; views into the record.
+struct DisplayName
 {
-    const std::string_view value = trimmed(line.value);
-    if (equalsIgnoringCase(value.substr(0, 5), "data:")) {
-        const std::size_t marker = value.substr(0, 200).find("base64");
-        const std::size_t comma = marker == std::string_view::npos ? marker : value.find(',', marker);
-        return comma == std::string_view::npos ? std::string_view() : value.substr(comma + 1);
+    explicit DisplayName(const PersonRecord &record)
+    {
+        for (const ABProperty part : {ABProperty::Title, ABProperty::FirstName, ABProperty::MiddleName,
+                 ABProperty::LastName, ABProperty::Suffix})
+            add(record.text(part));
+        for (const QString *other : {record.text(ABProperty::Organization),
+                 firstText(record.multiValue(ABProperty::Email)), firstText(record.multiValue(ABProperty::Phone))}) {
+            if (count == 0)
+                add(other);
+        }
     }
-    if (value.substr(0, 200).find("://") != std::string_view::npos)
-        return {};
-    if (line.encoding == ContentLine::Encoding::Base64)
-        return value;
-    // Some programs leave out to say that it is base64.
-    const bool looksLikePicture =
-        value.starts_with("/9j/") || value.starts_with("iVBORw0KGgo") || value.starts_with("R0lGOD");
-    return looksLikePicture && isBase64(value) ? value : std::string_view();
+
+    static const QString *firstText(const ABMultiValue *value)
+    {
+        return value && value->count() > 0 ? &value->entries().front().text() : nullptr;
+    }
+    void add(const QString *piece)
+    {
+        if (piece && !piece->isEmpty())
+            pieces.at(count++) = *piece;
+    }
+
+    std::array<QStringView, 5> pieces;
+    std::size_t count = 0;
+};
+
+template <typename View> bool matches(const DisplayName &name, View text)
+{
+    for (std::size_t i = 0; i < name.count; ++i) {
+        const QStringView piece = name.pieces.at(i);
+        if (i > 0) {
+            if (!text.startsWith(QLatin1Char(' ')))
+                return false;
+            text = text.sliced(1);
+        }
+        if (!text.startsWith(piece))
+            return false;
+        text = text.sliced(piece.size());
+    }
+    return text.isEmpty();
+}
+
+std::string part(const PersonRecord &record, ABProperty property)
+{
+    const QString *text = record.text(property);
+    return text ? escaped(*text) : std::string();
+}
+
+std::string line(const CardRow &row, std::string_view value)
+{
+    std::string text(row.name);
+    return text.append(":").append(value);
 }
 
 } // namespace
 
-bool readName(CardDraft &draft, const ContentLine &line)
+bool readName(CardDraft &draft, const CardLine &line)
 {
     if (draft.hasName)
         return false;
     draft.hasName = true;
-    constexpr std::array parts{
-        ABProperty::LastName, ABProperty::FirstName, ABProperty::MiddleName, ABProperty::Title, ABProperty::Suffix};
     std::string_view rest = line.value;
-    bool isPlain = line.types == 0 && !hasUnusualParams(line);
-    for (const ABProperty property : parts)
+    bool isPlain = line.types == 0 && !line.hasUnusualParams();
+    for (const ABProperty property : kNameParts)
         isPlain = setPart(draft, property, takePart(rest)) && isPlain;
     const bool hasSurplus = rest.find_first_not_of(';') != std::string_view::npos;
     draft.addSource(line, !isPlain || hasSurplus);
     return true;
 }
 
-bool readFormattedName(CardDraft &draft, const ContentLine &line)
+bool readFormattedName(CardDraft &draft, const CardLine &line)
 {
     if (draft.formattedName)
         return false;
@@ -122,7 +160,7 @@ void takeNameFromFormattedName(CardDraft &draft)
     draft.record().setText(ABProperty::LastName, name.sliced(blank + 1));
 }
 
-bool readOrganization(CardDraft &draft, const ContentLine &line)
+bool readOrganization(CardDraft &draft, const CardLine &line)
 {
     if (draft.record().text(ABProperty::Organization) || draft.record().text(ABProperty::Department))
         return false;
@@ -130,42 +168,54 @@ bool readOrganization(CardDraft &draft, const ContentLine &line)
     setPart(draft, ABProperty::Organization, takePart(rest));
     setPart(draft, ABProperty::Department, takePart(rest));
     const bool hasSurplus = rest.find_first_not_of(';') != std::string_view::npos;
-    draft.addSource(line, line.types != 0 || hasUnusualParams(line) || hasSurplus);
+    draft.addSource(line, line.types != 0 || line.hasUnusualParams() || hasSurplus);
     return true;
 }
 
-bool readText(CardDraft &draft, const ContentLine &line)
+bool readText(CardDraft &draft, const CardLine &line)
 {
     if (line.value.empty())
         return true;
-    const ABProperty property = textProperty(line.name);
+    const auto property = static_cast<ABProperty>(line.area());
     if (draft.record().text(property))
         return false;
     draft.record().setText(property, unescaped(line.value));
     const bool dividesList = property == ABProperty::Nickname && isList(line.value);
-    draft.addSource(line, line.types != 0 || hasUnusualParams(line) || dividesList);
+    draft.addSource(line, line.types != 0 || line.hasUnusualParams() || dividesList);
     return true;
 }
 
-bool readBirthday(CardDraft &draft, const ContentLine &line)
+/// Several make one note, with an empty line between them.
+bool readNote(CardDraft &draft, const CardLine &line)
+{
+    if (line.value.empty())
+        return true;
+    if (draft.noteLines++ > 0)
+        draft.note += QLatin1String("\n\n");
+    draft.note += unescaped(line.value);
+    draft.sources().push_back({&line, 0, line.types != 0 || line.hasUnusualParams()});
+    return true;
+}
+
+bool readBirthday(CardDraft &draft, const CardLine &line)
 {
     QDate date = draft.record().birthday() ? QDate() : dateFrom(line.value);
     if (!date.isValid())
         return line.value.empty();
-    bool isPlain = line.id == CardName::Birthday && line.types == 0 && trimmed(line.value).size() <= 10;
+    bool isPlain = !line.row->isLate && line.types == 0 && trimmed(line.value).size() <= 10;
     if ((line.paramBits & CardParam::OmitYear) != 0) {
         isPlain = isPlain && date.year() == kNoYear && (line.paramBits & CardParam::Unknown) == 0;
         if (paramValue(line, "X-APPLE-OMIT-YEAR") == view(QByteArray::number(date.year())))
             date = QDate(kNoYear, date.month(), date.day());
     } else {
-        isPlain = isPlain && !hasUnusualParams(line);
+        isPlain = isPlain && !line.hasUnusualParams();
     }
     draft.record().setBirthday(date);
     draft.addSource(line, !isPlain);
     return true;
 }
 
-bool readUid(CardDraft &draft, const ContentLine &line)
+bool readUid(CardDraft &draft, const CardLine &line)
 {
     const std::string_view value = trimmed(line.value);
     if (!draft.uid.isNull())
@@ -173,20 +223,20 @@ bool readUid(CardDraft &draft, const ContentLine &line)
     if (value.empty())
         return true;
     draft.uid = unescaped(value);
-    draft.addSource(line, line.types != 0 || hasUnusualParams(line));
+    draft.addSource(line, line.types != 0 || line.hasUnusualParams());
     return true;
 }
 
-bool readShowAs(CardDraft &draft, const ContentLine &line)
+bool readShowAs(CardDraft &draft, const CardLine &line)
 {
     if (draft.record().flags() || !equalsIgnoringCase(trimmed(line.value), "COMPANY"))
         return false;
     draft.record().setFlags(kABShowAsCompany);
-    draft.addSource(line, line.types != 0 || hasUnusualParams(line));
+    draft.addSource(line, line.types != 0 || line.hasUnusualParams());
     return true;
 }
 
-bool readKind(CardDraft &draft, const ContentLine &line)
+bool readKind(CardDraft &draft, const CardLine &line)
 {
     const std::string_view kind = trimmed(line.value);
     draft.isGroup = draft.isGroup || equalsIgnoringCase(kind, "group");
@@ -197,25 +247,88 @@ bool readKind(CardDraft &draft, const ContentLine &line)
     return true;
 }
 
-bool readPhoto(CardDraft &draft, const ContentLine &line)
-{
-    if (line.value.empty())
-        return true;
-    const std::string_view base64 = inlinePicture(line);
-    if (base64.empty() || draft.record().imageData())
-        return false;
-    const QByteArray bytes = bytesFromBase64(base64);
-    if (bytes.isEmpty()) {
-        draft.lose(line, QStringLiteral("PHOTO holds no picture"));
-        return true;
-    }
-    draft.record().setImageData(bytes);
-    draft.addSource(line, hasUnusualParams(line));
-    return true;
-}
-
-bool readExact(CardDraft &draft, const ContentLine &line)
+bool readExact(CardDraft &draft, const CardLine &line)
 {
     draft.exactLines.push_back(&line);
     return true;
+}
+
+std::string formattedName(const PersonRecord &record)
+{
+    const DisplayName name(record);
+    std::string text;
+    for (std::size_t i = 0; i < name.count; ++i)
+        text.append(i > 0 ? " " : "").append(escaped(name.pieces.at(i)));
+    return text;
+}
+
+bool isFormattedName(const PersonRecord &record, std::string_view name)
+{
+    const DisplayName expected(record);
+    if (isAscii(name) && name.find('\\') == std::string_view::npos)
+        return matches(expected, QLatin1StringView(name.data(), static_cast<qsizetype>(name.size())));
+    return matches(expected, QStringView(unescaped(name)));
+}
+
+void writeUid(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    if (!person.uid.isEmpty())
+        units.push_back(line(row, escaped(person.uid)));
+}
+
+void writeName(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    std::string value = part(person.record, kNameParts.front());
+    for (const ABProperty property : std::span(kNameParts).subspan(1))
+        value.append(";").append(part(person.record, property));
+    units.push_back(line(row, value));
+}
+
+void writeFormattedName(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    units.push_back(line(row, formattedName(person.record)));
+}
+
+void writeOrganization(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    std::string value = part(person.record, ABProperty::Organization);
+    const std::string department = part(person.record, ABProperty::Department);
+    if (!department.empty())
+        value.append(";").append(department);
+    if (!value.empty())
+        units.push_back(line(row, value));
+}
+
+void writeText(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    const std::string value = part(person.record, static_cast<ABProperty>(row.area));
+    if (!value.empty())
+        units.push_back(line(row, value));
+}
+
+void writeBirthday(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    const auto date = person.record.birthday();
+    if (!date)
+        return;
+    std::string text(row.name);
+    if (date->year() == kNoYear)
+        text += ";X-APPLE-OMIT-YEAR=1604";
+    units.push_back(text.append(":").append(date->toString(Qt::ISODate).toStdString()));
+}
+
+/// 4.0 has dates without dashes, and a form of its own for an unknown year.
+std::string printBirthday(const UnitToPrint &unit)
+{
+    if (!unit.kept.empty() || unit.form != VCardForm::V4)
+        return unit.kept.empty() ? unit.plain : unit.kept;
+    const QDate date = *unit.record.birthday();
+    const QString form = date.year() == kNoYear ? QStringLiteral("--MMdd") : QStringLiteral("yyyyMMdd");
+    return unit.plain.substr(0, unit.plain.find_first_of(";:")) + ':' + date.toString(form).toStdString();
+}
+
+void writeShowAs(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    if (person.record.flags() == kABShowAsCompany)
+        units.push_back(line(row, "COMPANY"));
 }

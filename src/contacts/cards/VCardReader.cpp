@@ -2,175 +2,221 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/cards/VCardReader.h"
 
-#include "contacts/cards/CardStream.h"
-#include "contacts/cards/TextCoding.h"
-
-#include <algorithm>
-#include <deque>
-#include <future>
-#include <optional>
-#include <span>
-#include <string_view>
-#include <thread>
-#include <utility>
+#include "contacts/cards/CardMap.h"
+#include "contacts/cards/CardReader.h"
+#include "contacts/cards/LineReader.h"
 
 namespace {
 
-/// What a stretch of the data holds, its lines counted from its begin.
-struct Piece
-{
-    struct Person
-    {
-        ImportedRecord imported;
-        std::size_t problems = 0; // that were met up to its end
-        qint64 bytes = 0; // up to its end
-    };
-    std::vector<Person> people;
-    std::vector<ImportProblem> problems;
-    qint64 bytes = 0;
-    qint64 lines = 0;
-};
+constexpr std::string_view kCard = "VCARD";
 
-Piece readPiece(const QByteArray &data)
+/// Adds a line as it was before it was parsed, escaped for a card that is the value of a line.
+void appendEscaped(std::string &out, const CardLine &line)
 {
-    Piece piece;
-    CardStream stream(data);
-    for (ImportedRecord person = stream.next(); person.record; person = stream.next())
-        piece.people.push_back({std::move(person), stream.problemCount(), stream.bytesRead()});
-    piece.problems = stream.takeProblems();
-    piece.bytes = data.size();
-    piece.lines = stream.linesRead();
-    return piece;
-}
-
-/// The first place at or after @p from where a reader may begin anew and yet reads all as if it came from before:
-/// where a card begins right after the end of another. No fold, soft break or base64 goes on over an END, and a BEGIN
-/// behind it ends whatever else is open: junk, another component, an agent without an END of its own. The end of the
-/// data where there is none.
-qsizetype placeToCut(std::string_view data, std::size_t from)
-{
-    constexpr std::string_view begin = "\nBEGIN:VCARD";
-    constexpr std::string_view end = "\nEND:VCARD";
-    for (std::size_t at = data.find(begin, from); at != std::string_view::npos; at = data.find(begin, at + 1)) {
-        const std::string_view after = data.substr(at + begin.size(), 1);
-        std::string_view before = data.substr(0, at);
-        while (before.ends_with('\r') || before.ends_with('\n'))
-            before.remove_suffix(1);
-        if (before.ends_with(end) && (after == "\r" || after == "\n"))
-            return qsizetype(at) + 1;
+    std::string text;
+    if (line.hasColon) {
+        if (!line.group.empty())
+            text.append(line.group).push_back('.');
+        text.append(line.name).append(line.params).push_back(':');
     }
-    return qsizetype(data.size());
+    text += line.value;
+    for (const char c : text) {
+        if (c == '\\' || c == ',' || c == ';')
+            out.push_back('\\');
+        out.push_back(c);
+    }
+    out.push_back('\n');
 }
 
-/// One more than can be read at once: whoever asks is busy with what it was given.
-std::size_t mostAhead()
+bool hasReadableLine(const std::vector<CardLine> &lines)
 {
-    static const std::size_t processors = std::max(2U, std::thread::hardware_concurrency()); // costs a system call
-    return processors + 1;
+    return lines.empty()
+        || std::ranges::any_of(lines, [](const CardLine &line) { return line.hasColon && !line.name.empty(); });
 }
 
 } // namespace
 
-/// All but the last piece of the data are read ahead, on threads of their own; the last one, which is all of it where
-/// it is small or cannot be cut, as it is asked for.
+/// Finds the cards among the lines and has a record made of each.
 class VCardReader::Private
 {
 public:
-    Private(const QByteArray &all, qsizetype wantedPiece)
-        : data(utf8FromWideData(all, &brokenLines)), m_wantedPiece(wantedPiece)
-    {
-        readAhead();
-    }
+    explicit Private(const QByteArray &data) : lines(utf8FromWideData(data, &brokenLines)) { }
 
     ImportedRecord next();
 
     std::vector<qint64> brokenLines; // of wide data, where characters were replaced; the first to be made
-    const QByteArray data;
+    LineReader lines;
     std::vector<ImportProblem> problems;
-    qint64 bytesRead = 0;
 
 private:
-    void readAhead();
-    void takeNextPiece();
-    void take(std::span<const ImportProblem> met);
-    QByteArray stretch(qsizetype begin, qsizetype end) const
-    {
-        return QByteArray::fromRawData(data.constData() + begin, end - begin);
-    }
+    bool takeLine();
+    bool findCard();
+    void passOverComponent();
+    void addJunk();
+    void reportJunk();
+    bool collectLines();
+    void reportBreakOff(const ImportedRecord &imported);
+    void takeAgent(CardLine &agent);
 
-    const qsizetype m_wantedPiece;
-    std::deque<std::future<Piece>> m_ahead; // behind m_piece
-    qsizetype m_aheadEnd = 0; // where the next piece begins
-    bool m_isCut = false; // into all its pieces
-    Piece m_piece;
-    std::size_t m_person = 0; // the next of the piece
-    std::size_t m_problem = 0; // the same
-    std::optional<CardStream> m_last; // once all others are taken
-    qint64 m_bytesBefore = 0; // the piece, or the last one
-    qint64 m_linesBefore = 0;
+    CardLine m_line;
+    bool m_isPushedBack = false; // m_line is to be taken again
+    qint64 m_junkLines = 0; // of the run of lines outside cards that is being passed over
+    qint64 m_junkStart = 0;
+    std::vector<CardLine> m_card;
+    CardReader m_cardReader;
 };
 
-void VCardReader::Private::readAhead()
+bool VCardReader::Private::takeLine()
 {
-    while (!m_isCut && m_ahead.size() < mostAhead()) {
-        const qsizetype begin = m_aheadEnd;
-        m_aheadEnd = data.size() - begin > m_wantedPiece ? placeToCut(view(data), std::size_t(begin + m_wantedPiece))
-                                                         : data.size();
-        m_isCut = m_aheadEnd == data.size();
-        if (!m_isCut)
-            m_ahead.push_back(
-                std::async(std::launch::async, [piece = stretch(begin, m_aheadEnd)] { return readPiece(piece); }));
-    }
+    return std::exchange(m_isPushedBack, false) || lines.next(m_line);
 }
 
-void VCardReader::Private::takeNextPiece()
+void VCardReader::Private::addJunk()
 {
-    m_bytesBefore += m_piece.bytes;
-    m_linesBefore += m_piece.lines;
-    m_person = 0;
-    m_problem = 0;
-    if (m_ahead.empty()) {
-        m_piece = {};
-        m_last.emplace(stretch(m_bytesBefore, data.size()));
-        return;
-    }
-    m_piece = m_ahead.front().get();
-    m_ahead.pop_front();
-    readAhead();
+    if (m_junkLines++ == 0)
+        m_junkStart = m_line.number;
 }
 
-/// The lines of @p met count from the begin of its piece.
-void VCardReader::Private::take(std::span<const ImportProblem> met)
+void VCardReader::Private::reportJunk()
 {
-    for (const ImportProblem &problem : met)
-        problems.push_back({problem.kind, m_linesBefore + problem.line, problem.reason});
+    if (m_junkLines > 0) {
+        const QString reason = m_junkLines == 1 ? QStringLiteral("a line outside any card")
+                                                : QStringLiteral("%1 lines outside any card").arg(m_junkLines);
+        problems.push_back({ImportProblem::Kind::LostLine, m_junkStart, reason});
+    }
+    m_junkLines = 0;
+}
+
+void VCardReader::Private::passOverComponent()
+{
+    reportJunk();
+    const std::string name(trimmed(m_line.value));
+    const qint64 start = m_line.number;
+    int depth = 1;
+    while (depth > 0 && takeLine() && !m_line.isBegin(kCard)) {
+        if (m_line.isBegin(name))
+            ++depth;
+        else if (m_line.isEnd(name))
+            --depth;
+    }
+    m_isPushedBack = depth > 0 && m_line.isBegin(kCard);
+    problems.push_back({ImportProblem::Kind::LostLine, start,
+        QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())).simplified().left(40)
+            % QStringLiteral(" is not a card")});
+}
+
+bool VCardReader::Private::findCard()
+{
+    while (takeLine()) {
+        if (m_line.isBegin(kCard)) {
+            reportJunk();
+            return true;
+        }
+        if (m_line.area() == CardArea::Begin)
+            passOverComponent();
+        else
+            addJunk();
+        lines.releaseLines();
+    }
+    reportJunk();
+    return false;
+}
+
+/// False where the card has no END.
+bool VCardReader::Private::collectLines()
+{
+    m_card.clear();
+    while (takeLine()) {
+        if (m_line.isEnd(kCard))
+            return true;
+        if (m_line.area() == CardArea::Begin) {
+            m_isPushedBack = true;
+            return false;
+        }
+        m_card.push_back(m_line);
+        if (m_line.area() == CardArea::Agent)
+            takeAgent(m_card.back());
+    }
+    return false;
+}
+
+/// The last line of such a card, a picture for instance, may be there in part only.
+void VCardReader::Private::reportBreakOff(const ImportedRecord &imported)
+{
+    constexpr qsizetype most = 40;
+    const auto text = [&imported](ABProperty property) {
+        const QString *value = imported.record->text(property);
+        return value ? *value : QString();
+    };
+    QString name = m_cardReader.formattedName();
+    if (name.isEmpty())
+        name = text(ABProperty::FirstName) % u' ' % text(ABProperty::LastName);
+    name = name.simplified().left(most);
+    QString reason = QStringLiteral("the card ");
+    if (!name.isEmpty())
+        reason += u'"' % name % u"\" ";
+    reason += u"breaks off";
+    const std::string_view last = m_card.empty() ? std::string_view() : m_card.back().name;
+    if (!last.empty())
+        reason += u" in " % QString::fromUtf8(last.data(), static_cast<qsizetype>(last.size())).simplified().left(most);
+    reason += u", without END:VCARD";
+    const qint64 line = m_card.empty() ? imported.line : m_card.back().number;
+    problems.push_back({ImportProblem::Kind::LostLine, line, reason});
+}
+
+void VCardReader::Private::takeAgent(CardLine &agent)
+{
+    const bool beginsHere = equalsIgnoringCase(trimmed(agent.value), "BEGIN:VCARD");
+    if (!beginsHere) {
+        if (!trimmed(agent.value).empty() || !takeLine())
+            return;
+        m_isPushedBack = !m_line.isBegin(kCard);
+        if (m_isPushedBack)
+            return;
+    }
+    std::string &text = lines.texts().add();
+    text = "BEGIN:VCARD\n";
+    bool mayNest = false;
+    int depth = 1;
+    while (depth > 0 && takeLine()) {
+        if (m_line.isBegin(kCard) && !mayNest) {
+            m_isPushedBack = true; // an END is missing
+            break;
+        }
+        depth += m_line.isBegin(kCard) ? 1 : m_line.isEnd(kCard) ? -1 : 0;
+        mayNest = m_line.area() == CardArea::Agent;
+        appendEscaped(text, m_line);
+    }
+    text.pop_back();
+    agent.encoding = CardLine::Encoding::Plain;
+    agent.value = text;
 }
 
 ImportedRecord VCardReader::Private::next()
 {
-    while (!m_last) {
-        const std::span met(m_piece.problems);
-        if (m_person == m_piece.people.size()) {
-            take(met.subspan(m_problem));
-            takeNextPiece();
+    for (;;) {
+        lines.releaseLines();
+        if (!findCard())
+            return {};
+        const qint64 start = m_line.number;
+        const bool isWhole = collectLines();
+        if (!hasReadableLine(m_card)) {
+            problems.push_back({ImportProblem::Kind::LostRecord, start, QStringLiteral("a card without any property")});
             continue;
         }
-        auto &[imported, problemCount, bytes] = m_piece.people[m_person++];
-        take(met.subspan(m_problem, problemCount - m_problem));
-        m_problem = problemCount;
-        bytesRead = m_bytesBefore + bytes;
-        imported.line += m_linesBefore;
-        return std::move(imported);
+        ImportedRecord imported = m_cardReader.read(m_card, lines.texts(), problems);
+        imported.line = start;
+        if (imported.record) {
+            if (!isWhole)
+                reportBreakOff(imported);
+            return imported;
+        }
+        problems.push_back(
+            {ImportProblem::Kind::NotAPerson, start, QStringLiteral("group \"%1\"").arg(m_cardReader.formattedName())});
     }
-    ImportedRecord imported = m_last->next();
-    take(m_last->takeProblems());
-    bytesRead = m_bytesBefore + m_last->bytesRead();
-    imported.line += m_linesBefore;
-    return imported;
 }
 
-VCardReader::VCardReader(const QByteArray &data, qsizetype pieceSize)
-    : d(std::make_unique<Private>(data, pieceSize)) { }
+VCardReader::VCardReader(const QByteArray &data) : d(std::make_unique<Private>(data)) { }
 
 VCardReader::~VCardReader() = default;
 
@@ -194,10 +240,10 @@ std::vector<ImportProblem> VCardReader::takeProblems()
 
 qint64 VCardReader::bytesRead() const
 {
-    return d->bytesRead;
+    return d->lines.bytesRead();
 }
 
 qint64 VCardReader::totalBytes() const
 {
-    return d->data.size();
+    return d->lines.totalBytes();
 }

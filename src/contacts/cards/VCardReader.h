@@ -11,12 +11,11 @@
 /// Facts from RFC 2426 (3.0), RFC 6350 (4.0) and the versit vCard 2.1 paper. UTF-8, UTF-16 with and without byte-order
 /// mark, declared charsets, and windows-1252 for what is none of these; any line ends. A card lasts until its END, the
 /// next BEGIN, or the end of the file. What a card holds beyond the record is kept in PersonRecord::keptLines.
-/// Linear in the size of the data, whatever it is. Large data is read ahead on all processors, with the same result.
+/// Linear in the size of the data, whatever it is.
 class VCardReader : public RecordSource
 {
 public:
-    /// Pieces of about @p pieceSize bytes are read at once.
-    explicit VCardReader(const QByteArray &data, qsizetype pieceSize = kPieceSize);
+    explicit VCardReader(const QByteArray &data);
     ~VCardReader() override;
 
     ImportedRecord next() override;
@@ -25,8 +24,6 @@ public:
     qint64 totalBytes() const override;
 
 private:
-    static constexpr qsizetype kPieceSize = 1 << 20; // some 1600 cards, or 20 ms
-
     class Private;
     std::unique_ptr<Private> d;
 };

@@ -2,233 +2,388 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/cards/VCardWriter.h"
 
+#include "contacts/cards/Card.h"
+#include "contacts/cards/CardMap.h"
+#include "contacts/cards/CardSurplus.h"
 #include "contacts/cards/ExactValues.h"
-#include "contacts/cards/PlainLines.h"
-#include "contacts/cards/TextCoding.h"
-#include "contacts/cards/VCardReader.h"
-#include "contacts/cards/WordTable.h"
 
-#include <QSet>
+#include <QStringList>
 
 #include <map>
+#include <set>
 
 namespace {
 
-constexpr qsizetype kLineLength = 75;
-
-bool isContinuation(char byte)
+/// A line of the new card: one of the old card's, or an unfolded text.
+struct Piece
 {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
+    CardArea area = CardArea::None;
+    const CardLine *old = nullptr;
+    std::string text;
+};
+
+std::string upper(std::string_view text)
+{
+    std::string result(text);
+    std::ranges::transform(result, result.begin(), upperAscii);
+    return result;
 }
 
-bool isBlank(char byte)
+bool isCompanion(const CardLine &line)
 {
-    return byte == ' ' || byte == '\t';
+    return line.area() == CardArea::Label || line.area() == CardArea::CountryCode;
 }
 
-/// Where to end a line of at most @p room bytes that begins at @p at: never inside a character, and if possible not
-/// before a blank, which some readers drop.
-qsizetype foldPosition(const QByteArray &line, qsizetype at, qsizetype room)
+bool hasSamePicture(const PersonRecord &a, const PersonRecord &b)
 {
-    qsizetype end = at + room;
-    while (isContinuation(line[end]))
-        --end;
-    qsizetype better = end;
-    while (better > at + room / 2 && (isBlank(line[better]) || isContinuation(line[better])))
-        --better;
-    return isBlank(line[better]) || isContinuation(line[better]) ? end : better;
+    const QByteArray *left = a.imageData();
+    const QByteArray *right = b.imageData();
+    return left && right ? *left == *right : left == right;
 }
 
-void appendFolded(QByteArray &out, const QByteArray &line)
+/// The lines kept for no value that @p a has and @p b has not.
+QStringList keptOnlyIn(const PersonRecord &a, const PersonRecord &b)
 {
-    qsizetype at = 0;
-    qsizetype room = kLineLength;
-    while (line.size() - at > room) {
-        const qsizetype end = foldPosition(line, at, room);
-        out.append(line.constData() + at, end - at).append("\r\n ");
-        at = end;
-        room = kLineLength - 1; // the blank counts
+    QStringList texts;
+    for (const KeptLine &line : a.keptLines()) {
+        if (line.basis.isNull())
+            texts += line.text;
     }
-    out.append(line.constData() + at, line.size() - at).append("\r\n");
-}
-
-/// The name of the image format in TYPE and in media types; empty for one that is not known by its first bytes.
-QLatin1StringView pictureType(const QByteArray &image)
-{
-    struct Magic
-    {
-        QByteArrayView bytes;
-        QLatin1StringView type;
-    };
-    constexpr std::array magics{
-        Magic{"\xFF\xD8\xFF", QLatin1StringView("JPEG")},
-        Magic{"\x89PNG", QLatin1StringView("PNG")},
-        Magic{"GIF8", QLatin1StringView("GIF")},
-    };
-    const auto *found =
-        std::ranges::find_if(magics, [&image](const Magic &magic) { return image.startsWith(magic.bytes); });
-    return found == magics.end() ? QLatin1StringView() : found->type;
-}
-
-/// The group name of a content line; empty when it has none.
-QStringView groupOf(QStringView line)
-{
-    for (qsizetype at = 0; at < line.size() && line[at] != u':' && line[at] != u';'; ++at) {
-        if (line[at] == u'.')
-            return line.first(at);
+    for (const KeptLine &line : b.keptLines()) {
+        if (line.basis.isNull())
+            texts.removeOne(line.text);
     }
-    return {};
+    return texts;
 }
 
-/// A kept line that would not be read as one line of this card must not get into it.
-bool isWritable(QStringView line)
+std::vector<std::string_view> split(std::string_view lines)
 {
-    const auto begins = [line](QLatin1StringView word) { return line.startsWith(word, Qt::CaseInsensitive); };
-    return line.contains(u':') && !line.contains(u'\r') && !begins(QLatin1StringView("BEGIN:"))
-        && !begins(QLatin1StringView("END:")) && !begins(QLatin1StringView(" ")) && !begins(QLatin1StringView("\t"));
+    std::vector<std::string_view> result;
+    while (!lines.empty()) {
+        const std::size_t end = std::min(lines.find('\n'), lines.size());
+        if (end > 0)
+            result.push_back(lines.substr(0, end));
+        lines.remove_prefix(std::min(end + 1, lines.size()));
+    }
+    return result;
 }
 
-/// Writes one card. For one record.
-class CardWriter
+/// Kept lines without those that would not be read as one line of a card.
+std::string writable(const QString &kept)
+{
+    std::string lines;
+    const std::string text = kept.toStdString();
+    for (const std::string_view each : split(text)) {
+        const CardLine line = parsedLine(each);
+        const bool isFrame = line.area() == CardArea::Begin || line.area() == CardArea::End;
+        if (line.hasColon && !isFrame && each.find('\r') == each.npos && each.front() != ' ' && each.front() != '\t')
+            lines.append(lines.empty() ? "" : "\n").append(each);
+    }
+    return lines;
+}
+
+class CardUpdate
 {
 public:
-    CardWriter(const QString &uid, const PersonRecord &record, VCardVersion version)
-        : m_uid(uid), m_record(record), m_version(version)
+    CardUpdate(const Card &card, const CardChange &change)
+        : m_card(card), m_change(change), m_isNew(card.lines().empty())
     { }
 
-    QByteArray write();
+    QByteArray run();
 
 private:
-    void findKeptLines();
-    QString inVersion4(const PlainUnit &unit) const;
-    void writePhoto();
-    void writeUnmodelled();
-    void writeExact();
-    QString keptFor(const QString &plain);
-    void writeLines(const QString &lines);
-    QString freeItem();
+    void findChanges();
+    void findGroups();
+    bool isDisplayLeftAlone() const;
+    void write(const CardRow &row);
+    void replaceEntries(const CardRow &row, const CardUnits &units);
+    void add(const CardRow &row, std::string unit, const CardLine *replaced);
+    void addLines(CardArea area, std::string lines, const CardLine *replaced = nullptr);
+    std::string freeItem();
+    void adjustFiledAs();
+    void changeKeptLines();
+    std::vector<Piece> assembled();
+    void addExactLines(std::vector<Piece> &pieces) const;
 
-    const QString &m_uid;
-    const PersonRecord &m_record;
-    const VCardVersion m_version;
-    QByteArray m_card;
-    // By what they stand for, views into the record. Equal values may have a line each, in order.
-    std::multimap<QStringView, const KeptLine *> m_keptByBasis;
-    QSet<QString> m_groups; // in upper case
+    const Card &m_card;
+    const CardChange &m_change;
+    const bool m_isNew;
+    std::set<CardArea> m_changed;
+    std::set<const CardLine *> m_replaced; // old lines that stay out, or go to where their area is written
+    std::vector<Piece> m_written;
+    std::map<const CardLine *, std::string> m_rewritten; // old lines that say something else in their places
+    std::multimap<std::string, std::string> m_kept; // by what they stand for; equal values may have a line each
+    std::set<std::string> m_groups; // in upper case
     int m_lastItem = 0;
 };
 
-QByteArray CardWriter::write()
+/// A name for display follows the parts of the name, or whatever it was made of; otherwise it is the user's own.
+bool CardUpdate::isDisplayLeftAlone() const
 {
-    m_card = m_version == VCardVersion::V4 ? "BEGIN:VCARD\r\nVERSION:4.0\r\n" : "BEGIN:VCARD\r\nVERSION:3.0\r\n";
-    findKeptLines();
-    for (const PlainUnit &unit : plainUnits(m_uid, m_record)) {
-        const QString kept = keptFor(unit.lines);
-        writeLines(!kept.isNull() ? kept : m_version == VCardVersion::V4 ? inVersion4(unit) : unit.lines);
+    if (m_changed.contains(areaOf(ABProperty::FirstName)))
+        return false;
+    const auto line = std::ranges::find(m_card.lines(), CardArea::Display, &CardLine::area);
+    return line == m_card.lines().end() || !isFormattedName(m_change.before, line->value);
+}
+
+void CardUpdate::findChanges()
+{
+    for (const ABPropertyInfo &info : allProperties()) {
+        if (m_change.before.value(info.property) != m_change.after.value(info.property))
+            m_changed.insert(areaOf(info.property));
     }
-    writePhoto();
-    writeUnmodelled();
-    writeExact();
-    m_card += "END:VCARD\r\n";
-    return std::move(m_card);
+    if (!hasSamePicture(m_change.before, m_change.after))
+        m_changed.insert(CardArea::Picture);
+    if (formattedName(m_change.before) != formattedName(m_change.after) && !isDisplayLeftAlone())
+        m_changed.insert(CardArea::Display);
 }
 
-void CardWriter::findKeptLines()
+/// Those that lines of the new card may have.
+void CardUpdate::findGroups()
 {
-    for (const KeptLine &kept : m_record.keptLines()) {
-        for (const QStringView line : QStringView(kept.text).split(u'\n')) {
-            const QStringView group = groupOf(line);
-            if (!group.isEmpty())
-                m_groups.insert(group.toString().toUpper());
-        }
-        if (!kept.basis.isNull())
-            m_keptByBasis.emplace(kept.basis, &kept);
-    }
-}
-
-/// The kept line that says more than @p plain does, null if there is none. Each is used once.
-QString CardWriter::keptFor(const QString &plain)
-{
-    if (m_keptByBasis.empty())
-        return {};
-    const auto found = m_keptByBasis.lower_bound(plain);
-    return found == m_keptByBasis.end() || found->first != plain ? QString()
-                                                                 : m_keptByBasis.extract(found).mapped()->text;
-}
-
-/// 4.0 has dates without dashes, and a form of its own for an unknown year.
-QString CardWriter::inVersion4(const PlainUnit &unit) const
-{
-    if (unit.property != ABProperty::Birthday)
-        return unit.lines;
-    const QDate date = *m_record.birthday();
-    return QLatin1String("BDAY:")
-        % date.toString(date.year() == kNoYear ? QStringLiteral("--MMdd") : QStringLiteral("yyyyMMdd"));
-}
-
-void CardWriter::writeLines(const QString &lines)
-{
-    QString item;
-    for (QStringView line : QStringView(lines).split(u'\n', Qt::SkipEmptyParts)) {
-        if (!isWritable(line))
-            continue;
-        if (groupOf(line) != kUnitGroup) {
-            appendFolded(m_card, line.toUtf8());
-            continue;
-        }
-        if (item.isEmpty())
-            item = freeItem();
-        appendFolded(m_card, (item + line.sliced(kUnitGroup.size())).toUtf8());
+    for (const CardLine &line : m_card.lines())
+        m_groups.insert(upper(line.group));
+    for (const KeptLine &kept : m_change.after.keptLines()) {
+        std::string lines = writable(kept.text);
+        for (const std::string_view line : split(lines))
+            m_groups.insert(upper(parsedLine(line).group));
+        if (!kept.basis.isNull() && !lines.empty())
+            m_kept.emplace(kept.basis.toStdString(), std::move(lines));
     }
 }
 
-QString CardWriter::freeItem()
+std::string CardUpdate::freeItem()
 {
-    QString item;
+    std::string item;
     do {
-        item = QStringLiteral("item%1").arg(++m_lastItem);
-    } while (m_groups.contains(item.toUpper()));
+        item = "item" + std::to_string(++m_lastItem);
+    } while (!m_groups.insert(upper(item)).second);
     return item;
 }
 
-void CardWriter::writePhoto()
+/// Adds lines, the first of which is to replace @p replaced.
+void CardUpdate::addLines(CardArea area, std::string lines, const CardLine *replaced)
 {
-    const QByteArray *image = m_record.imageData();
-    if (!image)
+    if (lines.find('\n') == std::string::npos && !lines.starts_with(kUnitMark)) { // as nearly all
+        if (!lines.empty())
+            m_written.push_back({area, nullptr, replaced ? withSurplusOf(*replaced, lines) : std::move(lines)});
         return;
-    const QLatin1StringView type = pictureType(*image);
-    QString head = keptFor(plainPhoto(m_record));
-    if (head.isNull() && m_version == VCardVersion::V4)
-        head = QLatin1String("PHOTO:data:")
-            % (type.isEmpty() ? QString() : QLatin1String("image/") % QString(type).toLower())
-            % QLatin1String(";base64,");
-    else if (head.isNull())
-        head = QLatin1String("PHOTO;ENCODING=b") % (type.isEmpty() ? QString() : QLatin1String(";TYPE=") % type) % u':';
-    if (isWritable(head))
-        appendFolded(m_card, head.toUtf8() + image->toBase64());
-}
-
-void CardWriter::writeUnmodelled()
-{
-    for (const KeptLine &kept : m_record.keptLines()) {
-        if (kept.basis.isNull())
-            writeLines(kept.text);
+    }
+    std::string item;
+    for (const std::string_view each : split(lines)) {
+        std::string line(each);
+        if (line.starts_with(kUnitMark)) {
+            if (item.empty())
+                item = freeItem() + '.';
+            line.replace(0, kUnitMark.size(), item);
+        }
+        m_written.push_back({area, nullptr, replaced ? withSurplusOf(*replaced, line) : std::move(line)});
+        replaced = nullptr;
     }
 }
 
-void CardWriter::writeExact()
+/// Adds a unit, or the lines that were kept for it.
+void CardUpdate::add(const CardRow &row, std::string unit, const CardLine *replaced)
 {
-    VCardReader reader(m_card + "END:VCARD\r\n");
-    const ImportedRecord imported = reader.next();
-    const CardValues read{imported.uid, imported.record ? *imported.record : PersonRecord()};
-    const CardValues wanted{m_uid.isEmpty() ? QString() : m_uid, m_record};
-    for (const QString &line : exactLines(wanted, read))
-        appendFolded(m_card, line.toUtf8());
+    const auto found = m_kept.lower_bound(unit);
+    const bool isKept = found != m_kept.end() && found->first == unit;
+    std::string kept = isKept ? m_kept.extract(found).mapped() : std::string();
+    if (row.print)
+        addLines(row.area, row.print({m_change.after, m_change.form, unit, kept}), replaced);
+    else
+        addLines(row.area, std::move(isKept ? kept : unit), replaced);
+}
+
+void CardUpdate::write(const CardRow &row)
+{
+    CardUnits units;
+    row.write(row, {m_change.uid, m_change.after}, units);
+    if (isList(row.area) && !m_isNew)
+        return replaceEntries(row, units);
+    std::vector<const CardLine *> old;
+    for (const CardLine &line : m_card.lines()) {
+        if (line.area() == row.area && m_card.holdsValue(line))
+            old.push_back(&line);
+    }
+    m_replaced.insert(old.begin(), old.end());
+    const bool isOneForOne = old.size() == 1 && units.size() == 1 && row.area != CardArea::Picture;
+    for (std::string &unit : units)
+        add(row, std::move(unit), isOneForOne ? old.front() : nullptr);
+}
+
+/// Lists are compared entry by entry.
+void CardUpdate::replaceEntries(const CardRow &row, const CardUnits &units)
+{
+    CardUnits said;
+    row.write(row, {m_change.uid, m_card.record()}, said);
+    std::map<std::string_view, std::vector<const CardLine *>> old; // by what they say
+    for (const CardLine &line : m_card.lines()) {
+        const LineMeaning &meaning = m_card.meaningOf(line);
+        if (line.area() != row.area || meaning.kind == LineMeaning::Kept)
+            continue;
+        m_replaced.insert(&line);
+        if (meaning.kind == LineMeaning::Value)
+            old[said.at(meaning.entry)].push_back(&line);
+    }
+    std::map<std::string_view, int> wanted;
+    for (const std::string &unit : units)
+        ++wanted[unit];
+    std::vector<std::vector<const CardLine *>> reused;
+    for (const std::string &unit : units) {
+        auto &same = old[unit];
+        // Two lines may stand for one entry, such as an account in both of its forms: the last entry has the rest.
+        const bool hasRest = --wanted[unit] == 0 && row.area == areaOf(ABProperty::InstantMessage);
+        const auto end = same.begin() + qsizetype(hasRest ? same.size() : std::min<std::size_t>(same.size(), 1));
+        reused.emplace_back(same.begin(), end);
+        same.erase(same.begin(), end);
+    }
+    std::vector<const CardLine *> left;
+    for (const auto &[unit, lines] : old)
+        left.insert(left.end(), lines.begin(), lines.end());
+    const auto isNewEntry = [](const auto &lines) { return lines.empty(); };
+    const bool isOneForOne = left.size() == 1 && std::ranges::count_if(reused, isNewEntry) == 1;
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        for (const CardLine *line : reused[i])
+            m_written.push_back({row.area, line, {}});
+        if (reused[i].empty())
+            add(row, units[i], isOneForOne ? left.front() : nullptr);
+    }
+    for (const CardLine &line : m_card.lines()) { // an address that is another one now is spelled out no more
+        if (std::ranges::any_of(left, [&line](const CardLine *each) { return isLabelOfAddress(line, *each); }))
+            m_replaced.insert(&line);
+    }
+}
+
+void CardUpdate::adjustFiledAs()
+{
+    if (!m_changed.contains(areaOf(ABProperty::FirstName)) && !m_changed.contains(areaOf(ABProperty::Organization)))
+        return;
+    for (const CardLine &line : m_card.lines()) {
+        if (line.area() != CardArea::FiledAs)
+            continue;
+        const QString follows = followingFiledAs(unescaped(line.value), m_change.before, m_change.after);
+        if (follows.isNull())
+            continue;
+        m_replaced.insert(&line);
+        if (!follows.isEmpty())
+            m_rewritten[&line] = std::string(line.row->name).append(":").append(escaped(follows));
+    }
+}
+
+/// Those that stand for no value.
+void CardUpdate::changeKeptLines()
+{
+    QStringList removed = keptOnlyIn(m_change.before, m_change.after);
+    for (const CardLine &line : m_card.lines()) {
+        const LineMeaning &meaning = m_card.meaningOf(line);
+        if (meaning.kind == LineMeaning::Kept && !m_replaced.contains(&line) && removed.removeOne(meaning.text))
+            m_replaced.insert(&line);
+    }
+    for (const QString &text : keptOnlyIn(m_change.after, m_change.before))
+        addLines(CardArea::None, writable(text));
+}
+
+std::vector<Piece> CardUpdate::assembled()
+{
+    std::set<const CardLine *> reused;
+    for (const Piece &piece : m_written)
+        reused.insert(piece.old);
+    std::set<std::string> living; // groups that still have a line with a value
+    std::set<std::string> dying;
+    for (const CardLine &line : m_card.lines()) {
+        if (!line.group.empty() && !isCompanion(line))
+            (m_replaced.contains(&line) && !reused.contains(&line) ? dying : living).insert(upper(line.group));
+    }
+    std::vector<Piece> pieces;
+    std::set<CardArea> placed;
+    for (const CardLine &line : m_card.lines()) {
+        const auto rewritten = m_rewritten.find(&line);
+        const std::string group = upper(line.group);
+        if (rewritten != m_rewritten.end())
+            pieces.push_back({CardArea::None, nullptr, rewritten->second});
+        else if (m_replaced.contains(&line) && placed.insert(line.area()).second)
+            std::ranges::copy_if(m_written, std::back_inserter(pieces),
+                [&line](const Piece &piece) { return piece.area == line.area() && piece.area != CardArea::None; });
+        else if (!m_replaced.contains(&line) && line.area() != CardArea::Exact
+            && (!isCompanion(line) || living.contains(group) || !dying.contains(group)))
+            pieces.push_back({CardArea::None, &line, {}});
+    }
+    std::ranges::copy_if(m_written, std::back_inserter(pieces),
+        [&placed](const Piece &piece) { return piece.area == CardArea::None || !placed.contains(piece.area); });
+    return pieces;
+}
+
+/// A record from before several notes became one keeps all but the first as lines of no value.
+bool keepsNotes(const PersonRecord &record)
+{
+    return std::ranges::any_of(record.keptLines(), [](const KeptLine &kept) {
+        return kept.basis.isNull() && parsedLine(kept.text.toStdString()).area() == areaOf(ABProperty::Note);
+    });
+}
+
+/// Whatever lines cannot say exactly is said exactly in lines of our own.
+void CardUpdate::addExactLines(std::vector<Piece> &pieces) const
+{
+    if (m_isNew && canSay(m_change.uid, m_change.after))
+        return;
+    std::vector<CardLine> lines;
+    if (m_isNew)
+        lines.push_back(parsedLine(m_change.form == VCardForm::V4 ? "VERSION:4.0" : "VERSION:3.0"));
+    for (const Piece &piece : pieces)
+        lines.push_back(piece.old ? m_card.asWritten(*piece.old) : parsedLine(piece.text));
+    const ImportedRecord imported = recordOfLines(std::move(lines));
+    CardValues read{imported.uid, imported.record ? *imported.record : PersonRecord()};
+    CardValues wanted{m_change.uid.isEmpty() ? QString() : m_change.uid, m_change.after};
+    if (read.record.text(ABProperty::Note) && keepsNotes(wanted.record))
+        wanted.record.setText(ABProperty::Note, *read.record.text(ABProperty::Note));
+    if (!m_isNew) { // the picture may be kept elsewhere, and the uid is the store's
+        read.uid = wanted.uid;
+        if (!m_changed.contains(CardArea::Picture)) {
+            read.record.setImageData({});
+            wanted.record.setImageData({});
+        }
+    }
+    for (std::string &line : exactLines(wanted, read))
+        pieces.push_back({CardArea::Exact, nullptr, std::move(line)});
+}
+
+QByteArray CardUpdate::run()
+{
+    if (!m_isNew)
+        findChanges();
+    findGroups();
+    m_written.reserve(24); // as most people need at most
+    for (const CardRow &row : cardRows()) {
+        if (row.write && (m_isNew || m_changed.contains(row.area)))
+            write(row);
+    }
+    if (!m_isNew)
+        adjustFiledAs();
+    changeKeptLines();
+    std::vector<Piece> pieces = m_isNew ? std::move(m_written) : assembled();
+    addExactLines(pieces);
+    QByteArray text = "BEGIN:VCARD\r\n";
+    text.reserve(1024);
+    if (m_isNew)
+        text += m_change.form == VCardForm::V4 ? "VERSION:4.0\r\n" : "VERSION:3.0\r\n";
+    for (const Piece &piece : pieces) {
+        if (piece.old)
+            text += m_card.rawLine(*piece.old);
+        else
+            appendFolded(text, piece.text);
+    }
+    return text += "END:VCARD\r\n";
 }
 
 } // namespace
 
-QByteArray vCardFromRecord(const QString &uid, const PersonRecord &record, VCardVersion version)
+QByteArray vCardFromRecord(const QString &uid, const PersonRecord &record, VCardForm form)
 {
-    return CardWriter(uid, record, version).write();
+    return updateCard({}, {uid, PersonRecord(), record, form});
+}
+
+QByteArray updateCard(const QByteArray &text, const CardChange &change)
+{
+    const Card card(text);
+    return card.isOne() || text.isEmpty() ? CardUpdate(card, change).run() : QByteArray();
 }

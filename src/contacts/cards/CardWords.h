@@ -6,40 +6,6 @@
 
 #include <string_view>
 
-/// The lines of a card that the reader has a meaning for; every other name is Other.
-enum class CardName : quint8 {
-    Other,
-    Begin,
-    End,
-    Version,
-    Agent,
-    Name,
-    FormattedName,
-    Organization,
-    Text, ///< any property that is one plain text
-    Birthday,
-    OtherBirthday, ///< a birthday outside the standard, which counts when there is no standard one
-    Uid,
-    ShowAs,
-    Kind,
-    Email,
-    Phone,
-    Url,
-    Address,
-    CountryCode, ///< belongs to the address of the same group
-    Label, ///< belongs to the value of the same group
-    RelatedName,
-    Related,
-    Relation, ///< names one kind of relation itself, such as X-SPOUSE
-    InstantMessage,
-    Account, ///< names one messaging service itself, such as X-AIM
-    SocialProfile,
-    Twitter,
-    Photo,
-    Exact,
-    Count
-};
-
 /// Words of the TYPE parameter, as bits.
 namespace CardType {
 inline constexpr quint16 Home = 1U << 0U;
@@ -68,9 +34,6 @@ inline constexpr quint16 OmitYear = 1U << 7U;
 inline constexpr quint16 Unknown = 1U << 8U; ///< any other parameter
 } // namespace CardParam
 
-CardName cardName(std::string_view word);
-/// The property that a CardName::Text line of this name holds.
-ABProperty textProperty(std::string_view name);
 /// One bit of CardType.
 quint16 typeBit(std::string_view word);
 /// One bit of CardParam.
@@ -93,6 +56,7 @@ struct CardService
     const QString *service;
     QLatin1StringView word;
     QLatin1StringView scheme;
+    std::string_view otherWords; ///< in use for it, its scheme's among them where no other service has it
 };
 /// By any of the words in use for it, its line's name without "X-", or its scheme; nullptr when unknown.
 const CardService *serviceOfWord(std::string_view word);

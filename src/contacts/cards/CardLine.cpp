@@ -1,22 +1,25 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "contacts/cards/ContentLine.h"
+#include "contacts/cards/CardLine.h"
 
+#include "contacts/cards/CardMap.h"
 #include "contacts/cards/TextCoding.h"
-#include "contacts/cards/WordTable.h"
 
 namespace {
 
-using Encoding = ContentLine::Encoding;
+using Encoding = CardLine::Encoding;
 
-/// Words of ENCODING; 2.1 also has them as parameters of their own.
-constexpr WordTable kEncodings(std::to_array<WordRow<Encoding>>({
-    {"QUOTED-PRINTABLE", Encoding::QuotedPrintable},
-    {"BASE64", Encoding::Base64},
-    {"B", Encoding::Base64},
-    {"8BIT", Encoding::Plain},
-    {"7BIT", Encoding::Plain},
-}));
+/// Of a word of ENCODING; 2.1 also has them as parameters of their own.
+std::optional<Encoding> encodingOf(std::string_view word)
+{
+    if (equalsIgnoringCase(word, "QUOTED-PRINTABLE"))
+        return Encoding::QuotedPrintable;
+    if (equalsIgnoringCase(word, "BASE64") || equalsIgnoringCase(word, "B"))
+        return Encoding::Base64;
+    if (equalsIgnoringCase(word, "8BIT") || equalsIgnoringCase(word, "7BIT"))
+        return Encoding::Plain;
+    return std::nullopt;
+}
 
 std::string_view withoutQuotes(std::string_view text)
 {
@@ -39,23 +42,23 @@ std::size_t unquotedLength(std::string_view text, char separator)
     return at;
 }
 
-void readTypes(ContentLine &line, std::string_view words)
+void readTypes(CardLine &line, std::string_view words)
 {
     std::string_view word;
     while (takeWord(words, word))
         line.types = static_cast<quint16>(line.types | typeBit(word));
 }
 
-void readBareParam(ContentLine &line, std::string_view word)
+void readBareParam(CardLine &line, std::string_view word)
 {
-    if (const Encoding *encoding = kEncodings.find(word))
+    if (const auto encoding = encodingOf(word))
         line.encoding = *encoding;
     else
         readTypes(line, word);
     line.hasBareParams = true;
 }
 
-void readParams(ContentLine &line)
+void readParams(CardLine &line)
 {
     std::string_view rest = line.params;
     LineParam param;
@@ -71,7 +74,7 @@ void readParams(ContentLine &line)
         } else if (bit == CardParam::Charset) {
             line.charset = withoutQuotes(param.value);
         } else if (bit == CardParam::Encoding) {
-            if (const Encoding *encoding = kEncodings.find(withoutQuotes(param.value)))
+            if (const auto encoding = encodingOf(withoutQuotes(param.value)))
                 line.encoding = *encoding;
         }
     }
@@ -90,7 +93,7 @@ void appendParam(std::string &out, const LineParam &param)
 {
     const quint16 bit = param.name.empty() ? quint16(0) : paramBit(param.name);
     const bool maybeEncoding = param.name.empty() || bit == CardParam::Encoding;
-    const Encoding *encoding = maybeEncoding ? kEncodings.find(withoutQuotes(param.value)) : nullptr;
+    const auto encoding = maybeEncoding ? encodingOf(withoutQuotes(param.value)) : std::nullopt;
     if (bit == CardParam::Charset)
         return;
     if (encoding) {
@@ -103,14 +106,19 @@ void appendParam(std::string &out, const LineParam &param)
 
 } // namespace
 
-bool ContentLine::isBegin(std::string_view component) const
+CardArea CardLine::area() const
 {
-    return id == CardName::Begin && equalsIgnoringCase(trimmed(value), component);
+    return row ? row->area : CardArea::None;
 }
 
-bool ContentLine::isEnd(std::string_view component) const
+bool CardLine::isBegin(std::string_view component) const
 {
-    return id == CardName::End && equalsIgnoringCase(trimmed(value), component);
+    return area() == CardArea::Begin && equalsIgnoringCase(trimmed(value), component);
+}
+
+bool CardLine::isEnd(std::string_view component) const
+{
+    return area() == CardArea::End && equalsIgnoringCase(trimmed(value), component);
 }
 
 bool takeParam(std::string_view &rest, LineParam &param)
@@ -151,7 +159,7 @@ bool takeWord(std::string_view &rest, std::string_view &word)
     return true;
 }
 
-std::string_view paramValue(const ContentLine &line, std::string_view name)
+std::string_view paramValue(const CardLine &line, std::string_view name)
 {
     std::string_view rest = line.params;
     LineParam param;
@@ -188,9 +196,9 @@ bool HeadFinder::findIgnoringQuotes(std::string_view text)
     return colon != npos;
 }
 
-void parseContentLine(ContentLine &line, std::string_view text, const HeadFinder &head)
+void parseLine(CardLine &line, std::string_view text, const HeadFinder &head)
 {
-    line = ContentLine();
+    line = CardLine();
     if (head.colon == HeadFinder::npos) {
         line.value = text;
         return;
@@ -205,15 +213,25 @@ void parseContentLine(ContentLine &line, std::string_view text, const HeadFinder
     while (line.name.starts_with('.')) // or a line that is kept could be another one when it is read again
         line.name = trimmed(line.name.substr(1));
     line.params = text.substr(nameEnd, head.colon - nameEnd);
-    line.id = cardName(line.name);
+    line.row = cardRow(line.name);
     if (!line.params.empty())
         readParams(line);
+}
+
+CardLine parsedLine(std::string_view text)
+{
+    CardLine line;
+    HeadFinder head;
+    if (!head.find(text))
+        head.findIgnoringQuotes(text);
+    parseLine(line, text, head);
+    return line;
 }
 
 namespace {
 
 /// The line as it stands in memory, if it stands there as it would be written; else empty.
-std::string_view wholeLine(const ContentLine &line, std::string_view group, std::string_view value)
+std::string_view wholeLine(const CardLine &line, std::string_view group, std::string_view value)
 {
     constexpr unsigned rewritten = CardParam::Charset | CardParam::Encoding;
     const char *begin = line.name.data();
@@ -226,25 +244,30 @@ std::string_view wholeLine(const ContentLine &line, std::string_view group, std:
 
 } // namespace
 
-QString normalisedLine(const ContentLine &line, std::string_view group, std::string_view value)
+std::string normalisedLine(const CardLine &line, std::string_view group, std::string_view value)
 {
     const std::string_view whole = wholeLine(line, group, value);
     if (!whole.empty() && isUtf8(whole))
-        return textFromUtf8(whole);
-    std::string head;
+        return std::string(whole);
+    std::string text;
     if (!group.empty())
-        head.append(group).push_back('.');
-    head += line.name;
+        text.append(group).push_back('.');
+    text += line.name;
     std::string_view rest = line.params;
     LineParam param;
     while (takeParam(rest, param))
-        appendParam(head, param);
-    head += ':';
-    if (!isUtf8(head)) {
+        appendParam(text, param);
+    text += ':';
+    if (!isUtf8(text)) {
         std::string utf8;
-        TextDecoder().appendDecoded(head, line.charset, utf8);
-        head = std::move(utf8);
+        TextDecoder().appendDecoded(text, line.charset, utf8);
+        text = std::move(utf8);
     }
-    head += value;
-    return textFromUtf8(head).replace(u'\n', QLatin1String("\\n"));
+    for (const char c : value) {
+        if (c == '\n')
+            text += "\\n";
+        else
+            text += c;
+    }
+    return text;
 }

@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "contacts/cards/CardMap.h"
+
+#include "contacts/cards/CardFields.h"
+
+namespace {
+
+bool passOver(CardDraft &, const CardLine &)
+{
+    return true;
+}
+
+constexpr auto kName = areaOf(ABProperty::FirstName);
+constexpr auto kBirthday = areaOf(ABProperty::Birthday);
+constexpr auto kFlags = areaOf(ABProperty::Flags);
+constexpr auto kRelations = areaOf(ABProperty::RelatedNames);
+constexpr auto kAccounts = areaOf(ABProperty::InstantMessage);
+constexpr auto kProfiles = areaOf(ABProperty::SocialProfile);
+
+/// Labels and country codes are read with the value they belong to.
+constexpr std::array kRows{
+    CardRow{"BEGIN", CardArea::Begin, passOver},
+    CardRow{"END", CardArea::End, passOver},
+    CardRow{"VERSION", CardArea::Version, passOver},
+    CardRow{"UID", areaOf(ABProperty::Uid), readUid, writeUid},
+    CardRow{"N", kName, readName, writeName},
+    CardRow{"FN", CardArea::Display, readFormattedName, writeFormattedName},
+    CardRow{"X-PHONETIC-FIRST-NAME", areaOf(ABProperty::PhoneticFirstName), readText, writeText},
+    CardRow{"X-PHONETIC-LAST-NAME", areaOf(ABProperty::PhoneticLastName), readText, writeText},
+    CardRow{"X-MAIDENNAME", areaOf(ABProperty::MaidenName), readText, writeText},
+    CardRow{"NICKNAME", areaOf(ABProperty::Nickname), readText, writeText},
+    CardRow{"ORG", areaOf(ABProperty::Organization), readOrganization, writeOrganization},
+    CardRow{"TITLE", areaOf(ABProperty::JobTitle), readText, writeText},
+    CardRow{"NOTE", areaOf(ABProperty::Note), readNote, writeText},
+    CardRow{"BDAY", kBirthday, readBirthday, writeBirthday, printBirthday},
+    CardRow{"X-EVOLUTION-BIRTHDAY", kBirthday, readBirthday, nullptr, nullptr, true},
+    CardRow{"X-ABShowAs", kFlags, readShowAs, writeShowAs},
+    CardRow{"KIND", kFlags, readKind},
+    CardRow{"X-ADDRESSBOOKSERVER-KIND", kFlags, readKind},
+    CardRow{"EMAIL", areaOf(ABProperty::Email), readEntry, writeEntries, printLabelled},
+    CardRow{"TEL", areaOf(ABProperty::Phone), readPhone, writeEntries, printLabelled},
+    CardRow{"URL", areaOf(ABProperty::Urls), readEntry, writeEntries},
+    CardRow{"X-ABRELATEDNAMES", kRelations, readRelatedName, writeEntries},
+    CardRow{"RELATED", kRelations, readRelated},
+    CardRow{"X-SPOUSE", kRelations, readRelation},
+    CardRow{"X-MANAGER", kRelations, readRelation},
+    CardRow{"X-ASSISTANT", kRelations, readRelation},
+    CardRow{"X-EVOLUTION-SPOUSE", kRelations, readRelation},
+    CardRow{"X-EVOLUTION-MANAGER", kRelations, readRelation},
+    CardRow{"X-EVOLUTION-ASSISTANT", kRelations, readRelation},
+    CardRow{"ADR", areaOf(ABProperty::Address), readAddress, writeAddresses, printLabelled},
+    CardRow{"X-ABLabel", CardArea::Label, passOver},
+    CardRow{"X-ABADR", CardArea::CountryCode, passOver},
+    CardRow{"IMPP", kAccounts, readInstantMessage, writeAccounts},
+    CardRow{"X-AIM", kAccounts, readAccount},
+    CardRow{"X-GADUGADU", kAccounts, readAccount},
+    CardRow{"X-GOOGLE-TALK", kAccounts, readAccount},
+    CardRow{"X-GTALK", kAccounts, readAccount},
+    CardRow{"X-ICQ", kAccounts, readAccount},
+    CardRow{"X-JABBER", kAccounts, readAccount},
+    CardRow{"X-MSN", kAccounts, readAccount},
+    CardRow{"X-QQ", kAccounts, readAccount},
+    CardRow{"X-SKYPE", kAccounts, readAccount},
+    CardRow{"X-SKYPE-USERNAME", kAccounts, readAccount},
+    CardRow{"X-YAHOO", kAccounts, readAccount},
+    CardRow{"X-SOCIALPROFILE", kProfiles, readSocialProfile, writeProfiles},
+    CardRow{"X-TWITTER", kProfiles, readTwitter},
+    CardRow{"PHOTO", CardArea::Picture, readPhoto, writePhoto, printPhoto},
+    CardRow{"X-PEOPLENOOK-EXACT", CardArea::Exact, readExact},
+    CardRow{"AGENT", CardArea::Agent, nullptr},
+    CardRow{"LABEL", CardArea::AddressLabel, nullptr},
+    CardRow{"X-EVOLUTION-FILE-AS", CardArea::FiledAs, nullptr},
+};
+
+constexpr auto kWritten = [] {
+    std::array<bool, 256> written{};
+    for (const CardRow &row : kRows)
+        written.at(static_cast<std::size_t>(row.area)) |= row.write != nullptr;
+    return written;
+}();
+
+} // namespace
+
+bool isWritten(CardArea area)
+{
+    return kWritten.at(static_cast<std::size_t>(area));
+}
+
+std::span<const CardRow> cardRows()
+{
+    return kRows;
+}
+
+const CardRow *cardRow(std::string_view name)
+{
+    const auto *found = std::ranges::find_if(
+        kRows, [name](std::string_view each) { return equalsIgnoringCase(each, name); }, &CardRow::name);
+    return found == kRows.end() ? nullptr : found;
+}
+
+CardUnits unitsOf(CardArea area, const CardPerson &person)
+{
+    CardUnits units;
+    const auto *row =
+        std::ranges::find_if(kRows, [area](const CardRow &each) { return each.area == area && each.write; });
+    if (row != kRows.end())
+        row->write(*row, person, units);
+    return units;
+}
