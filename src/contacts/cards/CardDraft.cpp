@@ -75,10 +75,13 @@ CardDraft::Group *CardDraft::groupOf(const CardLine &line)
 
 bool CardDraft::isLeftover(const CardLine &line)
 {
+    const bool isLabel = line.area() == CardArea::Label;
+    if (!isLabel && line.area() != CardArea::CountryCode)
+        return false;
     const Group *group = groupOf(line);
-    if (line.area() == CardArea::Label)
+    if (isLabel)
         return !group || group->label != &line || !group->labelUsed;
-    return line.area() == CardArea::CountryCode && (!group || group->countryCode != &line || !group->countryCodeUsed);
+    return !group || group->countryCode != &line || !group->countryCodeUsed;
 }
 
 ImportedRecord CardDraft::finish()

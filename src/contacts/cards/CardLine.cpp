@@ -263,11 +263,8 @@ std::string normalisedLine(const CardLine &line, std::string_view group, std::st
         TextDecoder().appendDecoded(text, line.charset, utf8);
         text = std::move(utf8);
     }
-    for (const char c : value) {
-        if (c == '\n')
-            text += "\\n";
-        else
-            text += c;
-    }
+    for (std::size_t end = 0; (end = value.find('\n')) != std::string_view::npos; value.remove_prefix(end + 1))
+        text.append(value.substr(0, end)).append("\\n");
+    text += value;
     return text;
 }

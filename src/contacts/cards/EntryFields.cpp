@@ -92,10 +92,10 @@ QString relationOf(const CardLine &line)
     return label;
 }
 
-/// Cities and countries repeat from card to card, streets do not.
+/// Cities and countries repeat from card to card; streets and codes hardly do.
 bool isShared(ABKey key)
 {
-    return key != ABKey::AddressStreet;
+    return key != ABKey::AddressStreet && key != ABKey::AddressZip;
 }
 
 } // namespace

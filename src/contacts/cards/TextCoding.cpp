@@ -253,21 +253,23 @@ bool isList(std::string_view utf8)
 
 std::string escaped(QStringView text, Escapes escapes)
 {
+    const auto isPlain = [escapes](char c) {
+        return (static_cast<unsigned char>(c) >= 0x20 && c != '\\'
+                   && (escapes != Escapes::All || (c != ',' && c != ';')))
+            || c == '\t';
+    };
     const QByteArray utf8 = text.toUtf8();
     std::string out;
-    out.reserve(std::size_t(utf8.size()) + 8);
-    for (qsizetype at = 0; at < utf8.size(); ++at) {
-        const char c = utf8[at];
-        if (c == '\r' || c == '\n') {
+    for (const char *at = utf8.begin(), *end = utf8.end(); at != end;) {
+        const char *run = std::find_if_not(at, end, isPlain);
+        out.append(at, run);
+        if (run == end)
+            break;
+        if (*run == '\r' || *run == '\n')
             out += "\\n";
-            if (c == '\r' && at + 1 < utf8.size() && utf8[at + 1] == '\n')
-                ++at;
-        } else if (c == '\\' || (escapes == Escapes::All && (c == ',' || c == ';'))) {
-            out += '\\';
-            out += c;
-        } else if (static_cast<unsigned char>(c) >= 0x20 || c == '\t') {
-            out += c;
-        }
+        else if (static_cast<unsigned char>(*run) >= 0x20)
+            (out += '\\') += *run;
+        at = run + (*run == '\r' && run + 1 != end && run[1] == '\n' ? 2 : 1);
     }
     return out;
 }
