@@ -46,13 +46,13 @@ Card::Card(const QByteArray &text) : m_reader(text)
         return;
     int begins = 0;
     int ends = 0;
-    bool standsAlone = true; // each line does, whatever stands before or behind it
+    bool standsAlone = true; // each line does, inside the card and whatever stands before or behind it
     CardLine line;
     while (m_reader.next(line)) {
         const bool isIndented = line.raw.starts_with(' ') || line.raw.starts_with('\t');
         const bool runsOn = line.encoding == CardLine::Encoding::QuotedPrintable && trimmed(line.value).ends_with('=');
-        standsAlone = standsAlone && !isIndented && !runsOn;
         begins += line.area() == CardArea::Begin ? 1 : 0;
+        standsAlone = standsAlone && !isIndented && !runsOn && begins == 1 && ends == 0;
         ends += line.area() == CardArea::End ? 1 : 0;
         if (line.area() != CardArea::Begin && line.area() != CardArea::End)
             m_lines.push_back(line);
