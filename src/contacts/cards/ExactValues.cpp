@@ -143,11 +143,12 @@ bool isSayableProperty(const ABPropertyInfo &info, const PersonRecord &record)
 }
 
 /// A line of no value may be read as one, and two accounts as one, by what is kept of them; and parameters mean
-/// something else in another version (RFC 6868).
+/// something else in another version (RFC 6868) or when they were not UTF-8.
 bool isSafe(const KeptLine &kept)
 {
     const std::string text = kept.text.toStdString();
-    if (text.find('^') != std::string::npos)
+    const bool hasDecodedParams = !isAscii(std::string_view(text).substr(0, text.find(':')));
+    if (hasDecodedParams || text.find('^') != std::string::npos)
         return false;
     const CardArea area = parsedLine(text).area();
     return kept.basis.isNull() ? area >= CardArea::AddressLabel : area != areaOf(ABProperty::InstantMessage);
