@@ -26,6 +26,8 @@ private:
         {QStringLiteral("CLI/"), {QStringLiteral("cli")}},
         {QStringLiteral("simdjson.h"), {QStringLiteral("contacts/cards")}},
         {QStringLiteral("snappy.h"), {QStringLiteral("export/office")}},
+        {QStringLiteral("phonenumbers/"), {QStringLiteral("src/likeness/PhoneLines.cpp")}},
+        {QStringLiteral("unicode/"), {QStringLiteral("src/likeness/WordForms.cpp")}},
         {QStringLiteral("QFileDialog"), {QStringLiteral("src/app/look/FileDialog.cpp")}},
     };
 

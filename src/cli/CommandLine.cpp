@@ -68,6 +68,17 @@ void addScan(CLI::App &app, ChosenCommand &chosen)
     command->footer(titles);
 }
 
+void addLikely(CLI::App &app, ChosenCommand &chosen)
+{
+    auto [command, options] = add(app, chosen, "likely",
+        "Find contacts that are probably one person, however their names and numbers are written. Changes nothing",
+        runLikely);
+    command->add_option("--grade", options.grade, "How sure it has to be at least")
+        ->check(CLI::IsMember({"certain", "likely", "possible"}))
+        ->capture_default_str();
+    command->add_flag("--json", options.json, "Print one JSON object per group");
+}
+
 void addTable(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] =
@@ -306,8 +317,8 @@ void addEverything(CLI::App &app, std::string &where, bool &verbose, ChosenComma
         ->type_name("WHERE")
         ->check([](const std::string &name) { return std::string(name.empty() ? "is empty" : ""); });
     app.add_flag("--verbose", verbose, "Show diagnostic lines on standard error");
-    for (const auto addCommand : {addImport, addPeople, addScan, addTable, addEdit, addDelete, addFix, addMerge,
-             addPreview, addExport, addHistory, addBackup, addRestore, addVerify})
+    for (const auto addCommand : {addImport, addPeople, addScan, addLikely, addTable, addEdit, addDelete, addFix,
+             addMerge, addPreview, addExport, addHistory, addBackup, addRestore, addVerify})
         addCommand(app, chosen);
     takeLiterally(app);
 }

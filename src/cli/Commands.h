@@ -60,6 +60,13 @@ struct ScanOptions
 };
 ExitStatus runScan(const ScanOptions &options, const CommandContext &context);
 
+struct LikelyOptions
+{
+    std::string grade = "likely"; ///< the weakest that is printed
+    bool json = false;
+};
+ExitStatus runLikely(const LikelyOptions &options, const CommandContext &context);
+
 struct TableOptions
 {
     std::vector<std::string> uids; // empty: everybody

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "likeness/Traits.h"
+
+#include <compare>
+
+/// Two contacts by number; the one with the lower rank is first, so that the order of the book does not count.
+struct CandidatePair
+{
+    quint32 first;
+    quint32 second;
+    auto operator<=>(const CandidatePair &) const = default;
+};
+
+struct Candidates
+{
+    std::vector<CandidatePair> pairs; ///< each once
+    /// Contacts that have something in common with so many others that they were compared only with those next to them
+    /// by name.
+    int crowded = 0;
+};
+
+/// The pairs that are worth comparing: those who share a value, or part of a name together with something else.
+Candidates candidatePairs(const BookTraits &book);

@@ -1,0 +1,400 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "likeness/Evidence.h"
+
+#include "likeness/NameMatch.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
+namespace {
+
+constexpr int kNoYear = 1604; // as cards have a birthday without its year
+
+class Comparer
+{
+public:
+    Comparer(const Traits &a, const Traits &b, const BookTraits &book) : m_a(a), m_b(b), m_book(book) { }
+
+    Evidence evidence()
+    {
+        if (m_a.isCompany && m_b.isCompany)
+            compareCompanyNames();
+        else if (m_a.isCompany != m_b.isCompany)
+            m_evidence.add(Sign::CompanyAndPerson);
+        else
+            compareNames();
+        compareBirthdays();
+        compareValues();
+        compareAddresses();
+        if (!m_a.isCompany && !m_b.isCompany && m_a.company != 0 && m_b.company != 0) {
+            if (m_a.company == m_b.company)
+                addRare(Sign::CompanySame, m_a.company, kMostCompanyBits);
+            else if (!isTypingError(form(m_a.company), form(m_b.company)))
+                m_evidence.add(Sign::CompaniesDiffer);
+        }
+        return m_evidence;
+    }
+
+private:
+    const std::string &form(quint32 word) const { return m_book.words.word(word).form; }
+
+    double rarity(quint32 word, double most) const
+    {
+        constexpr double kOthersElsewhere = 200; // keeps a small book from calling everything rare
+        const double bits = std::log2(
+            (static_cast<double>(m_book.contacts.size()) + kOthersElsewhere) / (m_book.words.word(word).contacts + 1));
+        return std::clamp(bits, 0.0, most);
+    }
+
+    void addRare(Sign sign, quint32 word, double most)
+    {
+        m_evidence.add(sign);
+        m_evidence.stranger += static_cast<float>(rarity(word, most));
+    }
+
+    void compareNames()
+    {
+        const NameMatch match = matchNames(m_a.name, m_b.name, m_book);
+        if (match.isSwapped)
+            m_evidence.add(Sign::NamesSwapped);
+        if (m_a.name.spelling != m_b.name.spelling)
+            m_evidence.add(Sign::NamesWrittenDifferently);
+        addGiven(match.given, match.givenWord);
+        addFamily(match.family, match.familyWord);
+        if (match.middle != NameLikeness::Missing)
+            m_evidence.add(match.middle < NameLikeness::Missing ? Sign::MiddleDiffers : Sign::MiddleSame);
+        compareSuffixes();
+    }
+
+    void addGiven(NameLikeness likeness, quint32 word)
+    {
+        switch (likeness) {
+        case NameLikeness::Same:
+            return addRare(Sign::GivenSame, word, kMostGivenBits);
+        case NameLikeness::Nickname:
+            return addRare(Sign::GivenNickname, word, kMostGivenBits);
+        case NameLikeness::Mistyped:
+            return addRare(Sign::GivenMistyped, word, kMostGivenBits);
+        case NameLikeness::Initial:
+            return addRare(Sign::GivenInitial, word, kMostGivenBits / 3);
+        case NameLikeness::Second:
+            return addRare(Sign::GivenSecond, word, kMostGivenBits / 3);
+        case NameLikeness::Unlike:
+            return m_evidence.add(Sign::GivenUnlike);
+        case NameLikeness::Differs:
+            return m_evidence.add(Sign::GivenDiffers);
+        case NameLikeness::Missing:
+            break;
+        }
+    }
+
+    void addFamily(NameLikeness likeness, quint32 word)
+    {
+        if (likeness == NameLikeness::Same)
+            addRare(Sign::FamilySame, word, kMostFamilyBits);
+        else if (likeness == NameLikeness::Mistyped)
+            addRare(Sign::FamilyMistyped, word, kMostFamilyBits);
+        else if (likeness == NameLikeness::Differs)
+            m_evidence.add(Sign::FamilyDiffers);
+    }
+
+    void compareSuffixes()
+    {
+        const NameSuffix a = m_a.name.suffix;
+        const NameSuffix b = m_b.name.suffix;
+        if (a == NameSuffix::None && b == NameSuffix::None)
+            return;
+        if (a == b)
+            m_evidence.add(Sign::SuffixSame);
+        else
+            m_evidence.add(a == NameSuffix::None || b == NameSuffix::None ? Sign::SuffixOnOne : Sign::SuffixDiffers);
+    }
+
+    void compareCompanyNames()
+    {
+        if (m_a.company == m_b.company)
+            m_evidence.add(Sign::CompanyNameSame);
+        else if (isTypingError(form(m_a.company), form(m_b.company)))
+            m_evidence.add(Sign::CompanyNameMistyped);
+        else
+            m_evidence.add(Sign::CompanyNameDiffers);
+    }
+
+    void compareBirthdays()
+    {
+        const QDate a = m_a.birthday;
+        const QDate b = m_b.birthday;
+        if (!a.isValid() || !b.isValid())
+            return;
+        const bool sameDay = a.day() == b.day() && a.month() == b.month();
+        if (a.year() == kNoYear || b.year() == kNoYear)
+            m_evidence.add(sameDay ? Sign::BirthdayWithoutYear : Sign::BirthdayDiffers);
+        else if (a == b)
+            m_evidence.add(hasOtherName() ? Sign::BirthdayOfOtherName : Sign::BirthdaySame);
+        else
+            m_evidence.add(areOneSlipApart(a, b) ? Sign::BirthdayMistyped : Sign::BirthdayDiffers);
+    }
+
+    bool hasOtherName() const { return m_evidence.hasAny({Sign::GivenDiffers, Sign::GivenUnlike, Sign::GivenSecond}); }
+
+    static bool areOneSlipApart(QDate a, QDate b)
+    {
+        if (a.year() == b.year() && a.month() == b.day() && a.day() == b.month())
+            return true;
+        const auto digits = [](QDate date) {
+            return std::to_string(date.year() * 10000 + date.month() * 100 + date.day());
+        };
+        return typingErrors(digits(a), digits(b)) <= 1;
+    }
+
+    static Sign signOf(const ValueTrait &a, const ValueTrait &b)
+    {
+        switch (a.kind) {
+        case ValueKind::Email:
+            return Sign::EmailSame;
+        case ValueKind::OfficeEmail:
+            return Sign::OfficeEmailSame;
+        case ValueKind::Account:
+            return Sign::AccountSame;
+        case ValueKind::Picture:
+            return Sign::PictureSame;
+        case ValueKind::Phone:
+            break;
+        }
+        if ((a.extension == 0) != (b.extension == 0) || a.use == PhoneUse::Shared || b.use == PhoneUse::Shared)
+            return Sign::SharedPhoneSame;
+        return a.use == PhoneUse::Personal || b.use == PhoneUse::Personal ? Sign::PersonalPhoneSame : Sign::PhoneSame;
+    }
+
+    void compareValues()
+    {
+        bool bothHavePhones = false;
+        bool bothHaveEmails = false;
+        for (const ValueTrait &a : m_a.values) {
+            for (const ValueTrait &b : m_b.values) {
+                if (a.kind != b.kind)
+                    continue;
+                bothHavePhones = bothHavePhones || a.kind == ValueKind::Phone;
+                bothHaveEmails = bothHaveEmails || a.kind == ValueKind::Email;
+                const bool otherDesk = a.extension != 0 && b.extension != 0 && a.extension != b.extension;
+                if (a.isSameAs(b) && !otherDesk)
+                    addValue(signOf(a, b), std::max(a.sharers, b.sharers));
+            }
+        }
+        if (bothHavePhones && !m_evidence.hasAny({Sign::PersonalPhoneSame, Sign::PhoneSame, Sign::SharedPhoneSame}))
+            m_evidence.add(Sign::PhonesDiffer);
+        if (bothHaveEmails && !m_evidence.has(Sign::EmailSame))
+            m_evidence.add(Sign::EmailsDiffer);
+    }
+
+    void addValue(Sign sign, int sharers)
+    {
+        if (m_evidence.has(sign))
+            return;
+        m_evidence.add(sign);
+        const SignWeight &weight = kSignWeights[static_cast<std::size_t>(sign)];
+        const double less = kBitsPerSharing * std::log2(sharers);
+        m_evidence.stranger -= static_cast<float>(std::min(less, weight.stranger));
+        m_evidence.close -= static_cast<float>(std::min(less, weight.close));
+    }
+
+    struct AddressMatch
+    {
+        double bits = -1;
+        bool isStreetEqual = false;
+        bool isCityOther = false;
+    };
+
+    static double alike(const std::vector<quint16> &a, const std::vector<quint16> &b)
+    {
+        std::size_t common = 0;
+        for (std::size_t i = 0, j = 0; i < a.size() && j < b.size();) {
+            common += a[i] == b[j] ? 1 : 0;
+            const bool isLess = a[i] < b[j];
+            const bool isMore = b[j] < a[i];
+            i += isMore ? 0 : 1;
+            j += isLess ? 0 : 1;
+        }
+        if (common == 0)
+            return 0;
+        // Often one of them says more, such as which flat it is.
+        const auto of = [&](double size) { return static_cast<double>(common) / size; };
+        const auto both = static_cast<double>(a.size() + b.size());
+        return (of(both / 2) + of(static_cast<double>(std::min(a.size(), b.size())))) / 2;
+    }
+
+    double placeBits(quint32 a, quint32 b, double equal) const
+    {
+        if (a == 0 || b == 0)
+            return 0;
+        return a == b ? equal : typingErrors(form(a), form(b)) <= 2 ? kPlaceAlikeBits : kOtherPlaceBits;
+    }
+
+    AddressMatch addressMatch(const AddressTrait &a, const AddressTrait &b) const
+    {
+        AddressMatch found;
+        const double street = alike(a.letterPairs, b.letterPairs);
+        found.bits = street > 0.85 ? kStreetEqualBits
+            : street > 0.65        ? kStreetAlikeBits
+            : street > 0.45        ? kStreetPartlyBits
+                                   : kOtherStreetBits;
+        if (a.number != 0 && b.number != 0)
+            found.bits += a.number == b.number ? kNumberBits : kOtherNumberBits;
+        found.bits += placeBits(a.city, b.city, kCityBits) + placeBits(a.zip, b.zip, kZipBits);
+        found.isStreetEqual = street > 0.85 && a.number == b.number;
+        found.isCityOther = a.city != 0 && b.city != 0
+            && typingErrors(form(a.city), form(b.city)) * 2 > static_cast<int>(form(a.city).size());
+        return found;
+    }
+
+    void compareAddresses()
+    {
+        if (m_a.addresses.empty() || m_b.addresses.empty())
+            return;
+        AddressMatch best;
+        quint32 town = 0;
+        for (const AddressTrait &a : m_a.addresses) {
+            for (const AddressTrait &b : m_b.addresses) {
+                if (const AddressMatch other = addressMatch(a, b); other.bits > best.bits)
+                    best = other;
+                if (a.city == b.city && a.city != 0)
+                    town = a.city;
+            }
+        }
+        if (best.isStreetEqual)
+            m_evidence.add(Sign::StreetSame);
+        if (best.isCityOther)
+            m_evidence.add(Sign::CityDiffers);
+        if (best.bits >= kLeastAddressBits) {
+            m_evidence.add(best.isStreetEqual ? Sign::AddressSame : Sign::AddressNear);
+            m_evidence.stranger += static_cast<float>(best.bits);
+            return;
+        }
+        const auto hasStreet = [](const AddressTrait &address) { return !address.letterPairs.empty(); };
+        if (std::ranges::any_of(m_a.addresses, hasStreet) && std::ranges::any_of(m_b.addresses, hasStreet))
+            m_evidence.add(Sign::AddressesDiffer);
+        if (town != 0)
+            addRare(Sign::TownSame, town, kMostTownBits);
+    }
+
+    const Traits &m_a;
+    const Traits &m_b;
+    const BookTraits &m_book;
+    Evidence m_evidence;
+};
+
+/// The sums of both columns, without the prior odds.
+std::pair<double, double> sumsOf(const Evidence &evidence, bool isSpoiled)
+{
+    double stranger = evidence.stranger;
+    double close = evidence.close;
+    for (quint64 left = evidence.signs; left != 0; left &= left - 1) {
+        const SignWeight &weight = kSignWeights[static_cast<std::size_t>(std::countr_zero(left))];
+        const bool isCheap = isSpoiled && weight.contradicts;
+        stranger += isCheap ? kContradictionInSpoiledBook : weight.stranger;
+        close += isCheap ? kContradictionInSpoiledBook : weight.close;
+    }
+    return {stranger, close};
+}
+
+} // namespace
+
+BookHabits::BookHabits(std::size_t contacts)
+    : m_contacts(std::max(kSmallestBook, static_cast<double>(contacts))), m_first(oddsFor(0))
+{ }
+
+PriorOdds BookHabits::oddsFor(int duplicates) const
+{
+    const double pairs = duplicates + m_contacts / kContactsPerDuplicate;
+    return {std::log2(2 * pairs / m_contacts / m_contacts) + kStrangerMargin, kCloseMargin};
+}
+
+PriorOdds BookHabits::priorOdds() const
+{
+    PriorOdds odds = oddsFor(m_certain);
+    odds.isSpoiled = isSpoiled();
+    if (odds.isSpoiled)
+        odds.close = std::log2(m_neighbours / (m_relatives + 2.0)) + kSpoiledMargin;
+    return odds;
+}
+
+bool BookHabits::isSpoiled() const
+{
+    // Errors that no family explains, of two kinds, so that people who married or towns of two names are not enough.
+    constexpr int kFew = 5;
+    constexpr double kLeastShare = 0.01;
+    constexpr int kNeighboursPerRelative = 4;
+    const int errors = std::min(m_otherSurnames, m_otherCities);
+    return errors >= kFew && errors >= kLeastShare * m_alike
+        && m_neighbours > kNeighboursPerRelative * (m_relatives + 1);
+}
+
+void BookHabits::count(const Evidence &evidence)
+{
+    m_certain += scoreOf(evidence, m_first) >= kCertainFrom ? 1 : 0;
+    const bool agreeGiven = evidence.hasAny({Sign::GivenSame, Sign::GivenNickname, Sign::GivenMistyped});
+    const bool agreeFamily = evidence.hasAny({Sign::FamilySame, Sign::FamilyMistyped});
+    if (agreeGiven && evidence.has(Sign::BirthdaySame) && evidence.has(Sign::StreetSame)) {
+        m_alike += 1;
+        m_otherSurnames += evidence.has(Sign::FamilyDiffers) ? 1 : 0;
+        m_otherCities += agreeFamily && evidence.has(Sign::CityDiffers) ? 1 : 0;
+    }
+    if (evidence.hasAny({Sign::AddressSame, Sign::SharedPhoneSame, Sign::PhoneSame, Sign::PersonalPhoneSame})) {
+        const bool otherGiven = evidence.hasAny({Sign::GivenDiffers, Sign::GivenUnlike});
+        m_neighbours += agreeGiven ? 1 : 0;
+        m_relatives += otherGiven && !evidence.has(Sign::BirthdayOfOtherName) ? 1 : 0;
+    }
+}
+
+Evidence compare(const BookTraits &book, quint32 one, quint32 other)
+{
+    const Traits &a = book.contacts[one];
+    const Traits &b = book.contacts[other];
+    return (a.rank < b.rank ? Comparer(a, b, book) : Comparer(b, a, book)).evidence();
+}
+
+double scoreOf(const Evidence &evidence, const PriorOdds &prior)
+{
+    const auto [stranger, close] = sumsOf(evidence, prior.isSpoiled);
+    return std::min(prior.stranger + stranger, prior.close + close);
+}
+
+bool mayBeOnePerson(const Evidence &evidence)
+{
+    constexpr double kLeastBits = 5; // even in a book in which every contact is there twice
+    return std::max(sumsOf(evidence, false).first, sumsOf(evidence, true).first) >= kLeastBits;
+}
+
+bool excludesOnePerson(const Evidence &evidence, const PriorOdds &prior)
+{
+    return !prior.isSpoiled && scoreOf(evidence, prior) < kPossibleFrom
+        && evidence.hasAny({Sign::GivenDiffers, Sign::SuffixDiffers, Sign::BirthdayDiffers, Sign::CompanyNameDiffers});
+}
+
+QStringList reasonsOf(const Evidence &evidence)
+{
+    QStringList reasons;
+    quint64 told = 0;
+    const bool hasBothNames = evidence.hasAny({Sign::GivenSame, Sign::GivenNickname, Sign::GivenMistyped})
+        && evidence.hasAny({Sign::FamilySame, Sign::FamilyMistyped});
+    if (hasBothNames) {
+        const bool isExact = evidence.has(Sign::GivenSame) && evidence.has(Sign::FamilySame)
+            && !evidence.hasAny({Sign::NamesWrittenDifferently, Sign::NamesSwapped});
+        const bool isMistyped = evidence.hasAny({Sign::GivenMistyped, Sign::FamilyMistyped});
+        reasons += isExact ? QStringLiteral("same name")
+            : isMistyped   ? QStringLiteral("similar name")
+                           : QStringLiteral("same name, written differently");
+        for (const Sign sign :
+            {Sign::GivenSame, Sign::GivenNickname, Sign::GivenMistyped, Sign::FamilySame, Sign::FamilyMistyped})
+            told |= quint64{1} << static_cast<int>(sign);
+    }
+    for (const SignWeight &weight : kSignWeights) {
+        const bool isTold = (told >> static_cast<int>(weight.sign) & 1) != 0;
+        const QString says = QString::fromLatin1(weight.says);
+        if (evidence.has(weight.sign) && !isTold && !says.isEmpty() && !reasons.contains(says))
+            reasons += says;
+    }
+    return reasons;
+}

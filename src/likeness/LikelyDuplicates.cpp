@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "likeness/LikelyDuplicates.h"
+
+#include "likeness/Blocks.h"
+#include "likeness/Evidence.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <optional>
+#include <tuple>
+
+namespace {
+
+struct Link
+{
+    CandidatePair pair;
+    Evidence evidence;
+    double score = 0;
+};
+
+std::optional<LikenessGrade> gradeOf(double score)
+{
+    if (score >= kCertainFrom)
+        return LikenessGrade::Certain;
+    if (score >= kLikelyFrom)
+        return LikenessGrade::Likely;
+    return score >= kPossibleFrom ? std::optional(LikenessGrade::Possible) : std::nullopt;
+}
+
+/// Contacts that were put together, with the links that did it.
+class Clusters
+{
+public:
+    Clusters(const BookTraits &book, const PriorOdds &prior)
+        : m_book(book), m_prior(prior), m_places(book.contacts.size(), kNowhere)
+    { }
+
+    /// Unless a member of one of the two clusters is surely not one of the other.
+    void join(const Link &link, LikenessGrade grade)
+    {
+        const std::size_t a = placeOf(link.pair.first);
+        const std::size_t b = placeOf(link.pair.second);
+        if (a == b || !fit(m_clusters[a], m_clusters[b]))
+            return;
+        Cluster &to = m_clusters[a];
+        Cluster &from = m_clusters[b];
+        for (const quint32 member : from.members)
+            m_places[member] = a;
+        to.members.insert(to.members.end(), from.members.begin(), from.members.end());
+        to.links.insert(to.links.end(), from.links.begin(), from.links.end());
+        to.links.push_back(&link);
+        to.grade = std::max({to.grade, from.grade, grade});
+        from = {};
+    }
+
+    std::vector<LikelyGroup> groups() const
+    {
+        std::vector<LikelyGroup> groups;
+        for (const Cluster &cluster : m_clusters) {
+            if (cluster.links.empty())
+                continue;
+            LikelyGroup group{{cluster.members.begin(), cluster.members.end()}, cluster.grade, {}};
+            std::ranges::sort(group.members);
+            for (const Link *const link : cluster.links) {
+                const auto [first, second] = std::minmax(link->pair.first, link->pair.second);
+                for (const QString &reason : reasonsOf(link->evidence))
+                    group.reasons.push_back({first, second, reason});
+            }
+            std::ranges::stable_sort(
+                group.reasons, {}, [](const LikenessReason &reason) { return std::pair(reason.first, reason.second); });
+            groups.push_back(std::move(group));
+        }
+        return groups;
+    }
+
+    bool areTogether(const CandidatePair &pair) const
+    {
+        return m_places[pair.first] != kNowhere && m_places[pair.first] == m_places[pair.second];
+    }
+
+private:
+    static constexpr std::size_t kNowhere = ~std::size_t{0};
+
+    struct Cluster
+    {
+        std::vector<quint32> members;
+        std::vector<const Link *> links;
+        LikenessGrade grade = LikenessGrade::Certain;
+    };
+
+    std::size_t placeOf(quint32 contact)
+    {
+        if (m_places[contact] == kNowhere) {
+            m_places[contact] = m_clusters.size();
+            m_clusters.push_back({{contact}, {}, LikenessGrade::Certain});
+        }
+        return m_places[contact];
+    }
+
+    bool fit(const Cluster &a, const Cluster &b) const
+    {
+        constexpr std::size_t kAsked = 20; // of each, so that a cluster of thousands takes no time
+        for (std::size_t i = 0; i < std::min(kAsked, a.members.size()); ++i) {
+            for (std::size_t j = 0; j < std::min(kAsked, b.members.size()); ++j) {
+                if (excludesOnePerson(compare(m_book, a.members[i], b.members[j]), m_prior))
+                    return false;
+            }
+        }
+        return true;
+    }
+
+    const BookTraits &m_book;
+    PriorOdds m_prior;
+    std::vector<Cluster> m_clusters;
+    std::vector<std::size_t> m_places; // of each contact in m_clusters
+};
+
+struct Links
+{
+    std::vector<Link> links; ///< those of some grade, the best first
+    PriorOdds prior;
+};
+
+Links linksOf(const BookTraits &book, const std::vector<CandidatePair> &pairs, const LikenessProgress &progress)
+{
+    constexpr std::size_t kStep = 4096;
+    BookHabits habits(book.contacts.size());
+    std::vector<Link> links;
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        if (i % kStep == 0 && !progress(static_cast<double>(i) / static_cast<double>(pairs.size())))
+            return {{}, habits.priorOdds()};
+        const Evidence evidence = compare(book, pairs[i].first, pairs[i].second);
+        habits.count(evidence);
+        if (mayBeOnePerson(evidence))
+            links.push_back({pairs[i], evidence});
+    }
+    const PriorOdds prior = habits.priorOdds();
+    for (Link &link : links)
+        link.score = scoreOf(link.evidence, prior);
+    std::erase_if(links, [](const Link &link) { return link.score < kPossibleFrom; });
+    std::ranges::sort(links, {}, [&](const Link &link) {
+        return std::tuple(-link.score, book.contacts[link.pair.first].rank, book.contacts[link.pair.second].rank);
+    });
+    return {std::move(links), prior};
+}
+
+} // namespace
+
+LikelyDuplicates findLikelyDuplicates(std::span<const PersonSnapshot> people, LikenessGrade upTo, const QString &region,
+    const std::function<bool(double done)> &progress)
+{
+    LikelyDuplicates result;
+    const auto part = [&](double from, double to) {
+        return [&result, &progress, from, to](double done) {
+            result.isCancelled = result.isCancelled || !progress(from + (to - from) * done);
+            return !result.isCancelled;
+        };
+    };
+    const BookTraits book = traitsOf(people, region, part(0.2, 0.6));
+    if (result.isCancelled)
+        return result;
+    const Candidates candidates = candidatePairs(book);
+    const auto [links, prior] = linksOf(book, candidates.pairs, part(0.7, 1));
+    if (result.isCancelled)
+        return result;
+    result.crowded = candidates.crowded;
+    Clusters strong(book, prior);
+    Clusters possible(book, prior);
+    for (const Link &link : links) {
+        const LikenessGrade grade = *gradeOf(link.score);
+        if (grade > upTo)
+            break; // the best come first
+        if (grade != LikenessGrade::Possible)
+            strong.join(link, grade);
+        else if (!strong.areTogether(link.pair))
+            possible.join(link, grade);
+    }
+    result.groups = strong.groups();
+    const auto more = possible.groups();
+    result.groups.insert(result.groups.end(), more.begin(), more.end());
+    std::ranges::sort(
+        result.groups, {}, [](const LikelyGroup &group) { return std::pair(group.grade, group.members.front()); });
+    return result;
+}
+
+QString regionOfUser()
+{
+    const QString code = QLocale::system().name().section(u'_', -1);
+    return code.size() == 2 && code.isUpper() ? code : QString();
+}

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "contacts/book/ABAddressBook.h"
+
+#include <functional>
+#include <span>
+
+/// How sure it is that contacts are one person's; the surest first.
+enum class LikenessGrade : quint8 { Certain, Likely, Possible };
+
+/// Why two contacts are in one group.
+struct LikenessReason
+{
+    std::size_t first; ///< a number in the snapshot, as all here; less than the second
+    std::size_t second;
+    QString says;
+    friend bool operator==(const LikenessReason &, const LikenessReason &) = default;
+};
+
+/// Contacts that are probably one person's.
+struct LikelyGroup
+{
+    std::vector<std::size_t> members; ///< ascending
+    LikenessGrade grade;
+    std::vector<LikenessReason> reasons; ///< of pairs by which all members hang together
+    friend bool operator==(const LikelyGroup &, const LikelyGroup &) = default;
+};
+
+struct LikelyDuplicates
+{
+    std::vector<LikelyGroup> groups; ///< by grade, then by their first members
+    /// So many contacts share something with so many others that not all of these were compared with each other.
+    int crowded = 0;
+    bool isCancelled = false; ///< there are no groups then
+};
+
+/// Finds the groups up to a grade. A contact is in one group at most that is certain or likely, and may be in one more
+/// that is possible. The same people give the same groups, whatever their order. For any thread.
+/// @param region where a phone number without country is from when nothing else says it: two capital letters, or empty
+/// @param progress told how far it is, from 0 to 1, on the calling thread; false cancels
+LikelyDuplicates findLikelyDuplicates(std::span<const PersonSnapshot> people, LikenessGrade upTo, const QString &region,
+    const std::function<bool(double done)> &progress);
+
+/// The region of the user's locale, as above.
+QString regionOfUser();

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "likeness/PhoneLines.h"
+#include "likeness/WordForms.h"
+
+#include <functional>
+
+enum class NameSuffix : quint8 { None, Junior, Senior, Second, Third, Fourth };
+
+/// Words of the vocabulary.
+struct NamePart
+{
+    std::vector<quint32> words;
+    quint32 whole = 0; ///< all of them together
+};
+
+/// A name taken apart.
+struct NameTraits
+{
+    NamePart given; ///< the first word is what the person is called
+    NamePart family;
+    std::vector<quint32> middle;
+    std::vector<quint32> nicknames;
+    std::vector<quint32> maiden;
+    std::size_t spelling = 0; ///< equal for names written alike
+    NameSuffix suffix = NameSuffix::None;
+};
+
+enum class ValueKind : quint8 { Phone, Email, OfficeEmail, Account, Picture };
+
+/// A value that is equal or not.
+struct ValueTrait
+{
+    ValueKind kind;
+    PhoneUse use = PhoneUse::Unknown; ///< of a phone
+    quint32 extension = 0; ///< of a phone
+    quint64 hash;
+    int sharers = 1; ///< by how many different first names the book has it
+
+    bool isSameAs(const ValueTrait &other) const { return hash == other.hash; }
+};
+
+struct AddressTrait
+{
+    std::vector<quint16> letterPairs; ///< of the street, sorted
+    std::vector<quint32> streetWords; ///< the longest first
+    quint32 number = 0;
+    quint32 city = 0;
+    quint32 zip = 0;
+};
+
+/// What a contact is compared by.
+struct Traits
+{
+    NameTraits name;
+    std::vector<ValueTrait> values; ///< by kind and hash
+    std::vector<AddressTrait> addresses;
+    QDate birthday;
+    quint32 company = 0;
+    bool isCompany = false; ///< has no other name, or is shown as one
+    quint32 rank = 0; ///< by uid: the order of the book must not count
+};
+
+/// All contacts of a book, and what is known of the book as a whole.
+struct BookTraits
+{
+    std::vector<Traits> contacts;
+    Vocabulary words;
+};
+
+/// Told how far something is, from 0 to 1; false: give it up.
+using LikenessProgress = std::function<bool(double done)>;
+
+/// Incomplete when @p progress gave it up.
+BookTraits traitsOf(std::span<const PersonSnapshot> people, const QString &region, const LikenessProgress &progress);

@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+/// What two contacts can have in common, or against each other.
+enum class Sign : quint8 {
+    GivenSame,
+    GivenNickname,
+    GivenMistyped,
+    GivenInitial,
+    GivenSecond,
+    GivenUnlike,
+    GivenDiffers,
+    FamilySame,
+    FamilyMistyped,
+    FamilyDiffers,
+    NamesWrittenDifferently,
+    NamesSwapped,
+    MiddleSame,
+    MiddleDiffers,
+    SuffixSame,
+    SuffixOnOne,
+    SuffixDiffers,
+    BirthdaySame,
+    BirthdayOfOtherName,
+    BirthdayWithoutYear,
+    BirthdayMistyped,
+    BirthdayDiffers,
+    PersonalPhoneSame,
+    PhoneSame,
+    SharedPhoneSame,
+    PhonesDiffer,
+    EmailSame,
+    OfficeEmailSame,
+    EmailsDiffer,
+    AccountSame,
+    PictureSame,
+    AddressSame,
+    AddressNear,
+    StreetSame,
+    CityDiffers,
+    AddressesDiffer,
+    TownSame,
+    CompanySame,
+    CompaniesDiffer,
+    CompanyNameSame,
+    CompanyNameMistyped,
+    CompanyNameDiffers,
+    CompanyAndPerson,
+};
+
+/// By the theory of record linkage (Fellegi and Sunter) a sign weighs log2 of how much more often one finds it between
+/// two contacts of one person than between two people. "Two people" are of two kinds, weighed apart: strangers, who
+/// have something in common by chance, and those who are close, a family or colleagues, who share address, landline
+/// and last name for good reason. Both have to be ruled out.
+struct SignWeight
+{
+    Sign sign;
+    double stranger;
+    double close;
+    bool contradicts; ///< one person's contacts say this only when one of them is wrong
+    const char *says; ///< empty: nothing to tell the user
+};
+
+// clang-format off
+inline constexpr auto kSignWeights = std::to_array<SignWeight>({
+    // Among strangers equal names weigh by how rare the book has them; that is added in Evidence.cpp. In a family
+    // few are called alike: fathers and sons, some colleagues.
+    {Sign::GivenSame, 0, 5, false, "same first name"},
+    {Sign::GivenNickname, -1, 4, false, "same first name, written differently"},
+    {Sign::GivenMistyped, -2, 4, false, "similar first name"},
+    {Sign::GivenInitial, 0, 4, false, "same initial"}, // one of sixteen in a family
+    {Sign::GivenSecond, 0, -1, false, "first name of one is a second name of the other"}, // parents' names are given on
+    {Sign::GivenUnlike, -6, -6, true, ""}, // there are more pet names than any table has
+    {Sign::GivenDiffers, -8, -8, true, ""}, // both are well known
+    {Sign::FamilySame, 0, 0, false, "same last name"},
+    {Sign::FamilyMistyped, -2, 0, false, "similar last name"},
+    {Sign::FamilyDiffers, -7, -7, true, ""}, // people marry, but colleagues have equal first names
+    {Sign::NamesWrittenDifferently, 0, 0, false, ""},
+    {Sign::NamesSwapped, -1, -1, false, ""}, // James Robert and Robert James may be two
+    {Sign::MiddleSame, 2, 1, false, ""},
+    {Sign::MiddleDiffers, -4, -4, false, ""},
+    {Sign::SuffixSame, 2, 2, false, ""},
+    {Sign::SuffixOnOne, 0, -4, false, ""}, // only the son may be given one, and often neither is
+    {Sign::SuffixDiffers, -14, -14, true, ""}, // father and son
+
+    // 365 days of some 60 years. Twins aside, a family does not share a day; and twins have different names.
+    {Sign::BirthdaySame, 14, 8, false, "same birthday"},
+    {Sign::BirthdayOfOtherName, 14, 1, false, "same birthday"},
+    {Sign::BirthdayWithoutYear, 8, 4, false, "same birthday"},
+    {Sign::BirthdayMistyped, 4, 2, false, "similar birthday"},
+    {Sign::BirthdayDiffers, -9, -9, true, ""},
+
+    // Nobody has a stranger's number or address. How close people share one is what the close column says, and where
+    // the book has it with several first names it weighs less, by kBitsPerSharing.
+    {Sign::PersonalPhoneSame, 30, 6, false, "same phone number"},
+    {Sign::PhoneSame, 30, 3, false, "same phone number"},
+    {Sign::SharedPhoneSame, 28, 0, false, "same phone number"},
+    {Sign::PhonesDiffer, -1, -1, false, ""}, // most people have several
+    {Sign::EmailSame, 30, 6, false, "same e-mail address"},
+    {Sign::OfficeEmailSame, 20, 0, false, "same e-mail address"},
+    {Sign::EmailsDiffer, -1, -1, false, ""},
+    {Sign::AccountSame, 30, 8, false, "same account"},
+    {Sign::PictureSame, 24, 4, false, "same picture"}, // may be a program's picture for everybody
+
+    // Weighs by its parts, which are added in Evidence.cpp. Families and neighbours share it.
+    {Sign::AddressSame, 0, 0, false, "same address"},
+    {Sign::AddressNear, 0, 0, false, "similar address"},
+    {Sign::StreetSame, 0, 0, false, ""},
+    {Sign::CityDiffers, 0, 0, false, ""},
+    {Sign::AddressesDiffer, -1, -1, false, ""}, // people move, and have two
+    {Sign::TownSame, 0, 0, false, "same town"}, // by how rare it is
+    {Sign::CompanySame, 0, 0, false, "same company"}, // by how rare it is
+    {Sign::CompaniesDiffer, -1, -1, false, ""},
+
+    // Companies have no other name.
+    {Sign::CompanyNameSame, 12, 5, false, "same company"},
+    {Sign::CompanyNameMistyped, 8, 3, false, "similar company"},
+    {Sign::CompanyNameDiffers, -7, -7, true, ""},
+    {Sign::CompanyAndPerson, -4, -4, true, ""}, // or a person's contact without a name
+});
+// clang-format on
+
+static_assert([] {
+    for (std::size_t i = 0; i < kSignWeights.size(); ++i) {
+        if (kSignWeights[i].sign != static_cast<Sign>(i))
+            return false;
+    }
+    return true;
+}());
+
+/// For a value that so many first names share: less by this for each doubling.
+inline constexpr double kBitsPerSharing = 3;
+
+// How much a name or a place can tell: that of everybody little, a rare one not more than one can know from a book.
+inline constexpr double kMostGivenBits = 7;
+inline constexpr double kMostFamilyBits = 8;
+inline constexpr double kMostTownBits = 3;
+inline constexpr double kMostCompanyBits = 5;
+
+// The parts of a postal address; each is often mistyped.
+inline constexpr double kStreetEqualBits = 8;
+inline constexpr double kStreetAlikeBits = 6;
+inline constexpr double kStreetPartlyBits = 3;
+inline constexpr double kNumberBits = 4;
+inline constexpr double kOtherStreetBits = -3;
+inline constexpr double kOtherNumberBits = -4;
+inline constexpr double kCityBits = 3;
+inline constexpr double kZipBits = 4;
+inline constexpr double kPlaceAlikeBits = 2;
+inline constexpr double kOtherPlaceBits = -3;
+inline constexpr double kLeastAddressBits = 7; ///< below this they are two addresses
+
+/// The pairs of a book that are one person's: those that are certain by themselves, and one for so many contacts.
+inline constexpr double kContactsPerDuplicate = 20;
+inline constexpr double kSmallestBook = 1000; ///< a smaller one tells no more of how common things are
+/// What is asked for beyond even odds, against strangers and against those who are close.
+inline constexpr double kStrangerMargin = -5;
+inline constexpr double kCloseMargin = -4;
+/// What a contradiction weighs in a book whose texts are known to be wrong often.
+inline constexpr double kContradictionInSpoiledBook = -2;
+inline constexpr double kSpoiledMargin = 0; ///< instead of kCloseMargin
+
+// The grades: log2 of the odds that are left.
+inline constexpr double kCertainFrom = 6;
+inline constexpr double kLikelyFrom = 0;
+inline constexpr double kPossibleFrom = -5;
