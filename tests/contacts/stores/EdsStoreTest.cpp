@@ -201,12 +201,15 @@ private Q_SLOTS:
         // A list of contacts is no person.
         QVERIFY(other.write("l", "FN:L|X-EVOLUTION-LIST:TRUE|EMAIL:a@b"));
         QVERIFY(mine->takeChangesFromOutside()->empty());
+        // Signs that queries have to escape.
+        QVERIFY(other.write("q\"\\", "N:;Quote;;;"));
+        QVERIFY(personOf(*mine, u("q\"\\")));
         // The daemon's uid may be less than what stands in the card.
         QVERIFY(other.write("b ", "N:;Blank;;;"));
         const PersonRecordPtr blank = personOf(*mine, u("b"));
         QVERIFY(blank);
         QVERIFY(mine->commit({{u("b"), blank, nullptr}}));
-        QCOMPARE(mine->loadAll()->size(), std::size_t(1));
+        QCOMPARE(mine->loadAll()->size(), std::size_t(2));
     }
 
     void manyPeople()

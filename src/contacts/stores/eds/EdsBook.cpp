@@ -233,6 +233,8 @@ Result<void> EdsBook::read(std::span<const QByteArray> uids, const TakePage &tak
             most = std::max<std::size_t>(page.size() / 2, 1);
             continue;
         }
+        if (found && found->size() < page.size())
+            found = withMissing(std::move(*found), page);
         if (!found)
             return found.error();
         if (!take(*found, total))
@@ -240,6 +242,30 @@ Result<void> EdsBook::read(std::span<const QByteArray> uids, const TakePage &tak
         uids = uids.subspan(page.size());
     }
     return {};
+}
+
+Result<std::vector<EdsBook::Card>> EdsBook::withMissing(std::vector<Card> cards, std::span<const QByteArray> uids)
+{
+    const std::size_t found = cards.size();
+    for (const QByteArray &uid : uids) {
+        const std::span known(cards.data(), found);
+        if (std::ranges::binary_search(known, uid, {}, &Card::uid))
+            continue;
+        EContact *contact = nullptr;
+        g_autoptr(GError) error = nullptr;
+        if (!e_book_client_get_contact_sync(client(), uid.constData(), &contact, m_guard->beginCall(), &error)) {
+            if (g_error_matches(error, E_BOOK_CLIENT_ERROR, E_BOOK_CLIENT_ERROR_CONTACT_NOT_FOUND))
+                continue; // removed since
+            return failure(error, "cannot be read");
+        }
+        g_autofree char *text = e_vcard_to_string(E_VCARD(contact), EVC_FORMAT_VCARD_30);
+        Card card{uidOf(contact, text), text};
+        g_object_unref(contact);
+        if (!std::ranges::binary_search(known, card.uid, {}, &Card::uid))
+            cards.push_back(std::move(card));
+    }
+    std::ranges::sort(cards, {}, &Card::uid);
+    return cards;
 }
 
 Result<std::vector<EdsBook::Card>> EdsBook::cards(std::span<const QByteArray> uids)

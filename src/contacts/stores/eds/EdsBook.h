@@ -77,6 +77,8 @@ public:
 private:
     Result<void> ensureRegistry();
     Result<std::vector<Card>> cards(std::span<const QByteArray> uids);
+    /// Adds those of @p uids that a query missed, as the daemon's does for some signs, one by one.
+    Result<std::vector<Card>> withMissing(std::vector<Card> cards, std::span<const QByteArray> uids);
     /// Disconnects where the daemon cannot be reached.
     Error failure(const GError *error, const char *what);
     Result<void> outcome(bool isDone, const GError *error);
