@@ -4,8 +4,7 @@
 
 #include <QString>
 
-/// A modal question or message to the user. The application shows a window, the command line prints or asks on the
-/// terminal, tests answer.
+/// A modal question or message. The application shows a window, the command line asks on the terminal, tests answer.
 class AlertPanel
 {
 public:
@@ -13,8 +12,8 @@ public:
 
     virtual ~AlertPanel() = default;
 
-    /// Returns when the user has answered. With an empty @p alternateButton the only answer is Default.
-    /// May be called from any thread; an implementation with windows moves to the main thread itself.
+    /// Returns the user's answer; with an empty @p alternateButton that is always Default. Any thread: implementations
+    /// with windows switch to the main thread.
     virtual Answer runAlertPanel(
         const QString &title, const QString &message, const QString &defaultButton, const QString &alternateButton) = 0;
 };

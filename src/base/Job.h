@@ -10,16 +10,16 @@
 
 class QObject;
 
-/// The one way to run something elsewhere: a function on the thread pool, and what becomes of its result.
+/// Runs a function on the thread pool and delivers its result.
 ///
 ///     m_job.start([path] { return read(path); }, [this](const Content &content) { show(content); });
 ///
-/// Threads: the work runs on a thread of the pool, `deliver` on the main thread. Jobs are started there, too.
-/// Order: one job does its work one after the other; different jobs run at the same time. Everything that is delivered
-/// comes through one queue, in the order in which it was ready.
-/// Drop: the destructor tells the work to stop, waits for it and drops what has not begun or was not delivered. A job
-/// that is the last member of its owner may use `this` in both functions.
-/// Hold: nothing is delivered while a Hold exists, so no question or save finds its subject changed by a delivery.
+/// Threads: jobs are started, and results delivered, on the main thread.
+/// Order: the tasks of one job run one after the other, different jobs in parallel. All deliveries come through one
+/// queue, in the order in which they became ready.
+/// Drop: the destructor stops the work, waits for it, and drops tasks not begun and results not delivered. A job that
+/// is its owner's last member may use `this` in both functions.
+/// Hold: nothing is delivered while a Hold exists, so a question or save never finds its subject changed.
 class Job
 {
 public:
@@ -28,8 +28,8 @@ public:
     Job(const Job &) = delete;
     Job &operator=(const Job &) = delete;
 
-    /// Returns at once. The work may take a `const std::stop_token &` by which it learns that it should end.
-    /// @p deliver takes the work's result, or nothing if it has none.
+    /// Returns immediately. The work may take a `const std::stop_token &` to learn that it should end. @p deliver takes
+    /// the work's result, if any.
     template <typename Work, typename Deliver> void start(Work work, Deliver deliver)
     {
         add([work = std::move(work), deliver = std::move(deliver)](const std::stop_token &stop) -> Delivery {
@@ -48,32 +48,31 @@ public:
             return {};
         });
     }
-    /// Tells the work to stop; what it returns is delivered all the same.
+    /// Asks the work to stop; its result is still delivered.
     void stop();
-    /// Tells it to stop and drops it with what was not delivered yet.
+    /// Asks the work to stop and drops undelivered results.
     void drop();
-    /// drop() and start(): for work of which only the newest counts.
+    /// drop() and start(): for work where only the newest result counts.
     template <typename Work, typename Deliver> void restart(Work work, Deliver deliver)
     {
         drop();
         start(std::move(work), std::move(deliver));
     }
-    /// Whether work runs or waits. Any thread.
+    /// Whether work is running or queued. Any thread.
     bool isRunning() const;
-    /// Until no work runs or waits. Any thread but the work's.
+    /// Returns when no work is running or queued. Any thread but the work's.
     void wait() const;
 
-    /// Queues a task on the main thread; it is dropped if @p receiver is gone by then. Any thread, as long as
-    /// @p receiver is there.
+    /// Queues a task on the main thread; dropped if @p receiver is gone by then. Any thread, while @p receiver exists.
     static void deliver(QObject *receiver, const std::function<void()> &task);
 
-    /// For a save, which nearly always ends at once but may have to wait for a disk, another program or a server.
-    /// Returns when @p work has run on the pool. A main thread that waits for longer than a user notices calls
-    /// @p onWait, if any, and handles events, except for the user's, which come afterwards; deliveries are held. On any
-    /// other thread, or without an application, the work is just called.
+    /// For a save, which is usually quick but may have to wait for a disk, another program or a server. Runs @p work on
+    /// the pool and returns when it is done. If the main thread waits noticeably long, it calls @p onWait and handles
+    /// all events but user input, which is postponed; deliveries are held. On other threads, or without an application,
+    /// @p work is simply called.
     static void runAndWait(const std::function<void()> &work, const std::function<void()> &onWait = {});
 
-    /// For a function on the main thread that waits for the user and so for events.
+    /// Holds deliveries while a function on the main thread waits for the user.
     class Hold
     {
     public:

@@ -8,29 +8,29 @@
 #include <variant>
 
 enum class ErrorKind {
-    NotFound, ///< the thing named does not exist (any more)
-    Conflict, ///< another program changed it since it was read
-    ReadOnly, ///< it may be read but not changed
-    Unavailable, ///< cannot be reached now; may work later (locked, no service)
-    Invalid, ///< the input is not what it claims to be
+    NotFound, ///< does not exist (any more)
+    Conflict, ///< changed by another program since it was read
+    ReadOnly, ///< can be read but not changed
+    Unavailable, ///< cannot be reached now, may work later (locked, no service)
+    Invalid, ///< the input is malformed
     Io, ///< reading or writing failed
-    Cancelled, ///< it was given up by the one who asked for it
+    Cancelled, ///< cancelled by the caller
 };
 
-/// Why something was refused. The text is one English line without a full stop that names the thing and the reason;
-/// it can be shown to the user as it is.
+/// Why something failed: one English line without a full stop that names the thing and the reason, ready to be shown to
+/// the user.
 struct Error
 {
     ErrorKind kind = ErrorKind::Io;
     QString text;
-    /// Of the people concerned, where a save was refused because of their part only.
+    /// If a save was refused only because of these people.
     QStringList uids = {};
 
     const QString &description() const { return text; }
     friend bool operator==(const Error &, const Error &) = default;
 };
 
-/// Either a value or the reason why there is none. Stands in for std::expected, which C++20 lacks.
+/// A value or the reason why there is none. Stands in for C++23's std::expected.
 template <typename T> class [[nodiscard]] Result
 {
 public:

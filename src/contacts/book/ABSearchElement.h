@@ -4,11 +4,11 @@
 
 #include "contacts/model/PersonRecord.h"
 
-/// The comparison code for exact equality of texts.
+/// Exact equality of texts.
 inline constexpr int kABEqual = 0;
 
-/// A condition on one property of a person. The only kind there is compares the texts of a multi-value for exact
-/// equality; with a label, only the values under that label.
+/// A condition on one property of a person: exact equality with a text of a multi-value or, with a label, with a text
+/// under that label.
 class ABSearchElement
 {
 public:

@@ -14,12 +14,12 @@
 
 struct RecordedChange;
 
-/// A line of the history: what was saved for one cause.
+/// An entry of the history: what was saved for one cause.
 struct ChangeSummary
 {
     ChangeCause cause;
-    QDateTime savedAt; ///< UTC, of its last save; invalid where the store does not know it
-    qint64 added = 0; ///< counted per save: a person whom two saves of one cause changed counts twice
+    QDateTime savedAt; ///< UTC, of its last save; invalid if the store does not know it
+    qint64 added = 0; ///< counted per save: a person changed by two saves of one cause counts twice
     qint64 changed = 0;
     qint64 removed = 0;
 
@@ -32,31 +32,30 @@ struct RecordedChange
     QString uid;
     PersonRecordPtr before; ///< null: there was no such person
     PersonRecordPtr after; ///< null: the person was removed, or `afterIsLost`
-    /// What the change left is no longer known: the person was changed later without the history.
+    /// The result is unknown: the person was later changed without the history.
     bool afterIsLost = false;
 };
 
-/// Everything that was saved for one cause, in the order in which it was saved.
+/// Everything saved for one cause, in the order of saving.
 struct ChangeStep
 {
     ChangeSummary summary;
     std::vector<RecordedChange> changes;
 };
 
-/// NotFound.
 Error noSuchCause(const QString &causeId);
 
-/// How long a history is kept: what is older than `kHistoryAge` goes once it is not among the newest `kHistoryCount`
-/// causes either.
+/// How long history is kept: a cause older than `kHistoryAge` goes once it is not among the newest `kHistoryCount`
+/// either.
 inline constexpr std::chrono::days kHistoryAge{90};
 inline constexpr std::size_t kHistoryCount = 1000;
 
-/// Decides which causes have outlived both. Age is counted from save to save, and a longer pause counts as a day: a
-/// clock that is years ahead for a while, or a book that did not change for years, ages nothing else.
+/// Decides which causes have outlived both. Age is added up from save to save, counting a longer pause as a day, so
+/// neither a clock that is temporarily years ahead nor an unused book ages anything.
 class Forgetting
 {
 public:
-    /// To be asked about each cause, newest first, with the time of its last save. Once true, it stays true.
+    /// Call for each cause, newest first, with the time of its last save. Once true, it stays true.
     bool isForgotten(const QDateTime &savedAt);
 
 private:
@@ -65,6 +64,6 @@ private:
     std::chrono::milliseconds m_age{0};
 };
 
-/// What time it is; passed in by tests.
+/// The current time; tests pass another one.
 using Clock = std::function<QDateTime()>;
 QDateTime currentTime(); // UTC

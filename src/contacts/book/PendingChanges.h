@@ -9,8 +9,8 @@
 #include <mutex>
 #include <unordered_map>
 
-/// What was changed in an address book since its last save: for each such person the record that the store holds.
-/// May be called from any thread.
+/// What was changed in an address book since its last save: for each such person the record that the store holds. Any
+/// thread.
 class PendingChanges
 {
 public:
@@ -22,20 +22,20 @@ public:
         ChangeCausePtr cause = {}; ///< null until a save names it
     };
 
-    /// Grows with every change of a person or of who is there. It is told before the change can be seen, by a thread
-    /// that holds the lock which is needed to see the change.
+    /// Grows with every change of a person or of the set of people, before the change becomes visible, on a thread that
+    /// holds the lock needed to see it.
     quint64 version() const { return m_version; }
     void touch() { ++m_version; }
 
-    /// @p person is about to differ from @p before; the first record noted for a person counts.
+    /// @p person will differ from @p before; the first record noted for a person counts.
     void noteChange(const ABPersonPtr &person, const PersonRecordPtr &before);
     void noteAddition(const ABPersonPtr &person);
-    /// Of a person whose stored record is @p before unless a change was noted already.
+    /// @p before is the stored record unless a change was noted already.
     void noteRemoval(const ABPersonPtr &person, const PersonRecordPtr &before);
-    /// Takes a removal back; the person may stay changed or new.
+    /// Undoes a removal; the person may stay changed or new.
     void noteReturn(const ABPersonPtr &person);
 
-    /// @p cause is that of everything noted since the last call; what a save that failed left keeps its own.
+    /// For everything noted since the last call; changes left by a failed save keep their cause.
     void setCause(const ChangeCausePtr &cause);
 
     /// In the order in which people were first noted.
@@ -43,8 +43,8 @@ public:
     std::optional<Entry> entryOf(const ABPersonPtr &person) const;
     bool isEmpty() const;
 
-    /// The store holds @p stored of @p person now; null: nothing any more. With @p changedSince the person already
-    /// differs from it again and stays noted.
+    /// The store now holds @p stored for @p person; null: nothing. With @p changedSince the person differs from it
+    /// again and stays noted.
     void settle(const ABPerson *person, const PersonRecordPtr &stored, bool changedSince);
 
 private:

@@ -6,19 +6,19 @@
 
 #include <unordered_map>
 
-/// The people of an address book in their order, also found by uid. For one thread at a time.
+/// The people of an address book in order, also found by uid. One thread at a time.
 class PeopleList
 {
 public:
     const std::vector<ABPersonPtr> &all() const { return m_people; }
-    /// Null when there is none.
+    /// Null if there is none.
     ABPersonPtr withUid(const QString &uid) const;
 
     void reserve(std::size_t count) { m_people.reserve(count); }
-    /// A person that was here before returns to its place; others come last.
+    /// A person that was here before returns to its place; others go last.
     void insert(ABPersonPtr person);
     void remove(const ABPersonPtr &person);
-    /// Takes everybody out who is marked as removed: one by one, each would be a walk over everybody.
+    /// Removes all people marked as removed, in one pass.
     void takeOutRemoved();
 
 private:
@@ -26,5 +26,5 @@ private:
 
     std::vector<ABPersonPtr> m_people; // by ABPerson::m_order
     quint64 m_lastOrder = 0;
-    mutable std::optional<Index> m_index; // by uid; made when first asked for: most runs never do
+    mutable std::optional<Index> m_index; // by uid; made on first use, which most runs never need
 };

@@ -9,28 +9,27 @@
 
 enum class RecordFormat { VCard, JsonLines };
 
-/// What the bytes of a file look like; anything that is not JSON counts as vCard.
+/// The format of these bytes; anything that is not JSON counts as vCard.
 RecordFormat formatOfContent(const QByteArray &content);
 std::unique_ptr<RecordSource> recordSource(const QByteArray &content, RecordFormat format);
 
-/// What happens to a record whose uid is taken by one with other content.
+/// For a record whose uid belongs to one with other content.
 enum class OnOtherContent { AddUnderNewUid, Replace };
 
-/// What became of the import of one file.
+/// The result of importing one file.
 struct ImportReport
 {
     qint64 imported = 0; ///< people added or replaced
-    qint64 alreadyThere = 0; ///< people whom the book held with the same content
-    std::vector<ImportProblem> problems; ///< what was passed over, in file order
+    qint64 alreadyThere = 0; ///< people already stored with the same content
+    std::vector<ImportProblem> problems; ///< what was skipped, in file order
     bool cancelled = false; ///< nothing was imported
-    std::optional<Error> error; ///< why nothing could be saved; nothing was imported then
+    std::optional<Error> error; ///< why nothing was imported
 };
 
-/// Told how many bytes of how many are read; returns false to stop.
+/// Reports how many bytes of how many are read; returns false to stop.
 using ImportProgress = std::function<bool(qint64 done, qint64 total)>;
 
-/// Reads everything first, then adds and saves it, so that the address book is changed as a whole or not at all, while
-/// others go on working with it. Importing a file twice changes nothing: people without a uid get one made from their
-/// content.
+/// Reads everything first, then adds and saves it, so the address book is changed as a whole or not at all, while
+/// others keep using it. Importing a file twice changes nothing: people without a uid get one made from their content.
 ImportReport importFile(ABAddressBook &book, RecordSource &source, const QString &fileName,
     const ImportProgress &progress = {}, OnOtherContent onOtherContent = OnOtherContent::AddUnderNewUid);

@@ -4,7 +4,7 @@
 
 #include "contacts/book/ABAddressBook.h"
 
-/// What a restore is going to do, decided before anything is changed.
+/// What a restore will do, decided before anything is changed.
 struct RestorePlan
 {
     QString description; ///< what is restored, for the history
@@ -14,17 +14,16 @@ struct RestorePlan
     qint64 removed = 0;
 };
 
-/// What has to be done so that everybody is as before these causes' changes; in any order, repeated ids count once.
-/// Every person is put back as it was before the step, with the lines kept from its card. Takes in what others changed
-/// first.
-/// Conflict: a person is not as its step left it, whoever changed it; the text names the first such person and says
-/// how. Invalid: there is nothing to put back. NotFound: the history knows no such cause.
+/// The changes that put every person back as before these causes' changes, including lines kept from cards; ids in any
+/// order, duplicates ignored. Loads outside changes first.
+/// Conflict: a person is not as its step left it; the text names the first such person and says how. Invalid: there is
+/// nothing to restore. NotFound: the history has no such cause.
 Result<RestorePlan> planRestore(ABAddressBook &book, const QStringList &causeIds);
 
-/// The same for holding exactly @p wanted, which has each uid once. No changes where that is so already. Additions come
-/// in the order of @p wanted.
+/// The changes that make the book hold exactly @p wanted, which has each uid once; none if it already does. Additions
+/// are in the order of @p wanted.
 Result<RestorePlan> planReplacement(ABAddressBook &book, const std::vector<StoredRecord> &wanted);
 
-/// Carries out a plan, as a new cause; errors as those of ABAddressBook::apply(). All three may take as long as
-/// the store; none belongs on a main thread.
+/// Carries out a plan, as a new cause; errors as in ABAddressBook::apply(). All three may take as long as the store;
+/// not for the main thread.
 Result<void> restore(ABAddressBook &book, const RestorePlan &plan);
