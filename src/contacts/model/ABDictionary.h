@@ -7,21 +7,20 @@
 #include <utility>
 #include <vector>
 
-/// The value of one multi-value entry that has parts: a postal address, a messaging account, a social profile.
-/// Maps keys to texts; a key that is missing differs from one with an empty text.
+/// The value of a multi-value entry with parts: a postal address, a messaging account, a social profile. Maps keys to
+/// texts; a missing key differs from one with an empty text.
 class ABDictionary
 {
 public:
     using Entry = std::pair<ABKey, QString>;
 
     ABDictionary() = default;
-    /// A key that is named twice keeps its last text.
+    /// The last text of a repeated key wins.
     ABDictionary(std::initializer_list<Entry> entries);
 
-    /// The text of @p key, valid as long as the dictionary is unchanged; nullptr when the key is missing.
+    /// Valid as long as the dictionary is unchanged; nullptr if the key is missing.
     const QString *valueForKey(ABKey key) const;
     void setValue(QString value, ABKey forKey);
-    /// So many texts get their place at once.
     void reserve(std::size_t count) { m_entries.reserve(count); }
     bool isEmpty() const { return m_entries.empty(); }
 

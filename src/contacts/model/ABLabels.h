@@ -4,13 +4,13 @@
 
 #include <QString>
 
-// Standard labels are texts of the form "_$!<Word>!$_"; every other text is a label of the user's own.
+// Standard labels have the form "_$!<Word>!$_"; all other labels are custom.
 inline const QString kABHomeLabel = QStringLiteral("_$!<Home>!$_");
 inline const QString kABWorkLabel = QStringLiteral("_$!<Work>!$_");
 inline const QString kABOtherLabel = QStringLiteral("_$!<Other>!$_");
 inline const QString kABHomePageLabel = QStringLiteral("_$!<HomePage>!$_");
 
-/// "_$!<Home>!$_" reads "Home"; other labels read as they are.
+/// "_$!<Home>!$_" reads "Home"; others are unchanged.
 inline QString readableLabel(const QString &label)
 {
     constexpr QLatin1StringView begin("_$!<");

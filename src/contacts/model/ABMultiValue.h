@@ -9,8 +9,8 @@
 #include <span>
 #include <variant>
 
-/// An ordered list of labelled values, immutable and implicitly shared; copying is cheap and safe from any thread.
-/// All values of one list are of the same type. Equal values and equal labels may occur several times.
+/// An ordered list of labelled values of one type, immutable and implicitly shared; copying is cheap and safe from any
+/// thread. Equal values and labels may repeat.
 class ABMultiValue
 {
 public:
@@ -18,12 +18,12 @@ public:
 
     struct Entry
     {
-        QString label; ///< a null text (isNull) where the entry has no label, which differs from an empty one
+        QString label; ///< null (isNull) without a label, which differs from an empty one
         Value value;
 
-        /// The value as a text; only for entries that hold one.
+        /// Only for entries that hold a text.
         const QString &text() const { return std::get<QString>(value); }
-        /// The value as a dictionary; only for entries that hold one.
+        /// Only for entries that hold a dictionary.
         const ABDictionary &dictionary() const { return std::get<ABDictionary>(value); }
         friend bool operator==(const Entry &a, const Entry &b);
     };
@@ -33,29 +33,29 @@ public:
     explicit ABMultiValue(std::vector<Entry> entries);
 
     qsizetype count() const { return m_entries.size(); }
-    /// Both need 0 <= index < count().
+    /// Require 0 <= index < count().
     const Value &valueAtIndex(qsizetype index) const { return m_entries[index].value; }
     const QString &labelAtIndex(qsizetype index) const { return m_entries[index].label; }
 
     std::span<const Entry> entries() const { return m_entries; }
 
-    /// Equal when count, values, labels and order are.
+    /// Compares values, labels and order.
     friend bool operator==(const ABMultiValue &, const ABMultiValue &) = default;
 
 protected:
     QList<Entry> m_entries;
 };
 
-/// Hashes a value, so that equal ones meet.
+/// Hashes values consistently with ==.
 struct ABValueHash
 {
     std::size_t operator()(const ABMultiValue::Value &value) const;
 };
 
-/// A multi-value under construction. Copies made of it so far do not change when more is added.
+/// A multi-value under construction. Earlier copies do not change when more is added.
 class ABMutableMultiValue : public ABMultiValue
 {
 public:
-    /// Appends an entry; a null label stands for none.
+    /// A null label means none.
     void addValue(const Value &value, const QString &withLabel);
 };

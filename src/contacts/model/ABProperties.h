@@ -9,8 +9,8 @@
 #include <optional>
 #include <span>
 
-/// The properties of a person, in the order in which records are written out. The groups (texts, date, integer,
-/// multi-values of texts, multi-values of dictionaries) stand together; PersonRecord relies on it.
+/// The properties of a person, in the order in which records are written. The groups (texts, date, integer,
+/// multi-values of texts, of dictionaries) are contiguous; PersonRecord relies on it.
 enum class ABProperty : quint8 {
     FirstName,
     LastName,
@@ -61,16 +61,16 @@ inline constexpr auto kABInstantMessageProperty = ABProperty::InstantMessage;
 inline constexpr auto kABSocialProfileProperty = ABProperty::SocialProfile;
 inline constexpr auto kABUIDProperty = ABProperty::Uid;
 
-/// The whole flags value of a record that is shown as a company.
+/// The flags value of a record shown as a company.
 inline constexpr qint64 kABShowAsCompany = 1;
-/// Stands for the year of a birthday whose year is not known.
+/// The year of a birthday without a year.
 inline constexpr int kNoYear = 1604;
 
 enum class ABPropertyKind : quint8 { Text, Date, Integer, MultiText, MultiDictionary, ReadOnlyText };
 
-/// A property's kind and its name: the key of `valueForKey` and of the JSON form. Neither name nor id may ever change:
-/// files are written with the names, and uids of imported people and the history's proofs are made with the ids. A new
-/// property takes an id that none has had.
+/// A property's kind and name, the key of `valueForKey` and of the JSON form. Name and id must never change: files
+/// contain the names, and uids of imported people and the history's hashes depend on the ids. A new property takes an
+/// id never used before.
 struct ABPropertyInfo
 {
     ABProperty property;
@@ -80,16 +80,16 @@ struct ABPropertyInfo
     const char *title; ///< see propertyTitle()
 };
 
-/// All properties in the order of ABProperty.
+/// In the order of ABProperty.
 std::span<const ABPropertyInfo> allProperties();
-/// All properties of one kind, in the same order.
+/// In the same order.
 std::span<const ABPropertyInfo> propertiesOfKind(ABPropertyKind kind);
 const ABPropertyInfo &propertyInfo(ABProperty property);
 std::optional<ABProperty> propertyNamed(QStringView name);
-/// What windows call it.
+/// Its name in windows.
 QString propertyTitle(ABProperty property);
 
-/// The keys inside the dictionaries of a multi-value, in the order in which a dictionary is written out.
+/// The keys of dictionaries in multi-values, in the order in which they are written.
 enum class ABKey : quint8 {
     AddressStreet,
     AddressCity,
@@ -114,7 +114,7 @@ inline constexpr auto kABInstantMessageUsernameKey = ABKey::InstantMessageUserna
 inline constexpr auto kABSocialProfileServiceKey = ABKey::SocialProfileService;
 inline constexpr auto kABSocialProfileUsernameKey = ABKey::SocialProfileUsername;
 
-/// A key, the property whose dictionaries hold it, its short name (JSON) and its own text. Id and names as above.
+/// A key, its property, its short name (JSON) and its text. Id and names as above.
 struct ABKeyInfo
 {
     ABKey key;
@@ -125,5 +125,5 @@ struct ABKeyInfo
 };
 
 const ABKeyInfo &keyInfo(ABKey key);
-/// The keys of a property's dictionaries; empty for a property that holds none.
+/// Empty for properties without dictionaries.
 std::span<const ABKeyInfo> keysOfProperty(ABProperty property);

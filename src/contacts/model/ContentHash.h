@@ -6,6 +6,6 @@
 
 #include <QByteArray>
 
-/// 20 bytes that tell records apart, picture and kept lines included; the same in every run and version, because uids
-/// of imported people and the history rest on it.
+/// A 20-byte hash, including picture and kept lines; the same in every run and version, because uids of imported people
+/// and the history depend on it.
 QByteArray contentHash(const PersonRecord &record);

@@ -4,20 +4,20 @@
 
 #include "contacts/model/PersonRecord.h"
 
-/// The text of a property as it is written where a text must stand: "(null)" when it is absent.
+/// The property's text, or "(null)" if it is absent.
 const QString &textOrNull(const PersonRecord &record, ABProperty property);
 
-/// First name, a blank, last name; an absent name is written "(null)".
+/// First name, blank, last name; an absent name is "(null)".
 QString displayName(const PersonRecord &record);
-/// The same without the absent ones; empty where both are.
+/// The same without absent names; empty if both are.
 QString presentNames(const PersonRecord &record);
 
-/// A name to tell a person by: first and last name, else the organization, else the first e-mail address; may be empty.
+/// First and last name, else the organization, else the first e-mail address; may be empty.
 QString readableName(const PersonRecord &record);
-/// @p text with that name behind it in brackets, where there is one.
+/// @p text followed by that name in brackets, if there is one.
 QString withReadableName(const QString &text, const PersonRecord &record);
 
-/// First and last name back to back, without a blank, an absent one as "(null)": what duplicates are told by.
+/// First and last name without a blank between, an absent one as "(null)": the key for finding duplicates.
 QString nameKey(const PersonRecord &record);
-/// The same as nameKey(record) == key, without making a text.
+/// nameKey(record) == key without creating a text.
 bool hasNameKey(const PersonRecord &record, const QString &key);

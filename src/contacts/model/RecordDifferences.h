@@ -6,22 +6,22 @@
 
 #include <vector>
 
-// What a record holds besides properties, as RecordDifference names it.
+// Names of record parts that are not properties.
 inline constexpr QLatin1StringView kPictureName{"image"};
 inline constexpr QLatin1StringView kCardLinesName{"card lines"};
 
-// Values as texts to read. Null where there is no value; the parts of a dictionary are separated by commas.
+// Readable texts of values, null for absent ones; parts of a dictionary are separated by commas.
 QString valueText(const ABValue &value);
 QString valueText(const ABMultiValue::Value &value);
 QString pictureText(const PersonRecord &record);
 
-/// A property that two records differ in, as texts to read.
+/// A difference in one property, as readable texts.
 struct RecordDifference
 {
-    QLatin1StringView name; ///< of the property, or one of the two above
+    QLatin1StringView name; ///< the property's, or one of the two above
     QString before; ///< null: absent
     QString after;
 };
 
-/// What became of a person, in the order of the properties; a null record has nothing.
+/// In the order of the properties; a null record has nothing.
 std::vector<RecordDifference> recordDifferences(const PersonRecord *before, const PersonRecord *after);

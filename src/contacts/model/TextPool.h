@@ -8,8 +8,8 @@
 #include <string_view>
 #include <unordered_map>
 
-/// Hands out one shared QString for equal texts, so that the labels, services, cities and countries that most people
-/// have in common take memory once. For one reader at a time; texts live on after the pool is gone.
+/// Returns one shared QString for equal texts, so that common labels, services, cities and countries take memory once.
+/// For one reader at a time; texts outlive the pool.
 class TextPool
 {
 public:
@@ -20,7 +20,7 @@ private:
     struct Hash
     {
         using is_transparent = void;
-        // Not noexcept: the map then keeps the hashes instead of making them again at each look.
+        // Not noexcept, so that the map stores hashes instead of recomputing them.
         std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
     };
     std::unordered_map<std::string, QString, Hash, std::equal_to<>> m_texts;

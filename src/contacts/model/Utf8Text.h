@@ -6,8 +6,8 @@
 
 #include <string_view>
 
-/// A text that was written as UTF-8, as it was: QString::fromUtf8() drops a U+FEFF at the begin, and a person whose
-/// name begins with one would seem to be changed by somebody else as soon as it was saved. Never null.
+/// Decodes UTF-8 unchanged: QString::fromUtf8() drops a leading U+FEFF, and a name that begins with one would seem
+/// changed by another program as soon as it was saved. Never null.
 inline QString textOfUtf8(std::string_view utf8)
 {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";

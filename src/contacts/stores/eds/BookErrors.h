@@ -8,9 +8,8 @@
 
 #include <optional>
 
-/// What a daemon's error says was refused; nothing where it only says that the daemon cannot be reached, so that the
-/// outcome of the call is unknown.
+/// What the daemon refused; nothing if it cannot be reached, so that the outcome of the call is unknown.
 std::optional<ErrorKind> refusalOf(const GError *error);
 
-/// Whether nobody answered in time: who was asked may still be at it.
+/// Whether the call timed out and may still be in progress.
 bool isTimeout(const GError *error);

@@ -6,8 +6,8 @@
 
 #include <QByteArray>
 
-/// The daemon's object of an open book on the bus, for what libebook does not do well: its copies of the book's
-/// properties follow signals, which may come late. On the thread of the guard.
+/// The daemon's bus object of an open book, because libebook's copies of its properties depend on signals that may come
+/// late. On the guard's thread.
 class BookObject
 {
 public:
@@ -16,22 +16,22 @@ public:
     BookObject(const BookObject &) = delete;
     BookObject &operator=(const BookObject &) = delete;
 
-    /// Looks for the object of an open book, which may not exist. @p connection has to outlive the use of it.
+    /// The object may not exist. @p connection must outlive its use.
     void connect(GDBusConnection *connection, const QByteArray &sourceUid);
     void disconnect();
 
-    /// Empty where the book has none; @p error is set when the daemon did not say.
+    /// Empty if the book has none; sets @p error if the daemon did not answer.
     QByteArray revision(GError **error) const;
-    /// False where the daemon does not answer.
+    /// False if the daemon does not answer.
     bool isWritable() const;
-    /// Called whenever the revision may have changed, and when the daemon has ended; an empty one ends the calls.
+    /// Called when the revision may have changed or the daemon has ended; an empty one stops the calls.
     void setListener(std::function<void()> listener);
 
-    /// Whether the bus could start the daemon. Starts nothing.
+    /// Whether the bus could start the daemon; does not start it.
     static bool isOffered(GDBusConnection *connection, CallGuard &guard);
 
 private:
-    /// Its value; null where there is none, with an error where the daemon did not say.
+    /// Null if there is none, with @p error if the daemon did not answer.
     GVariant *property(const char *name, GError **error) const;
     void subscribe();
     void unsubscribe();

@@ -11,8 +11,8 @@
 #include <mutex>
 #include <thread>
 
-/// The thread that all of libebook's objects live on, with its own main loop: the program's may be of another kind or
-/// may not run. A call of libebook that takes longer than allowed is cancelled by the thread that waits for it.
+/// The thread that owns all libebook objects, with its own main loop, as the program's may be of another kind or not
+/// run. The waiting thread cancels a libebook call that takes too long.
 class CallGuard
 {
 public:
@@ -21,15 +21,14 @@ public:
     CallGuard(const CallGuard &) = delete;
     CallGuard &operator=(const CallGuard &) = delete;
 
-    /// Runs @p job on the thread and waits for it. False when a call inside could not even be cancelled: the job is
-    /// then left behind and must own what it uses; later jobs are refused until it has ended.
-    /// @p isWanted is asked several times a second, on this thread and only during a call; once it says no, that call
-    /// and all later ones of the job are cancelled.
+    /// Runs @p job on the thread and waits. False if a call could not even be cancelled: the job is then left behind
+    /// and must own what it uses; later jobs are refused until it has ended. During calls @p isWanted is asked several
+    /// times a second, on the waiting thread; once false, that call and all later ones of the job are cancelled.
     bool run(std::function<void()> job, const std::function<bool()> &isWanted = {});
-    /// On the thread: whether the job is no longer wanted.
+    /// On the guard's thread: whether the job was cancelled.
     bool isGivenUp() const;
 
-    /// Lasts for one call of libebook; made in its arguments, where it becomes the pointer that the call wants.
+    /// Covers one libebook call: made in its arguments, it converts to the cancellable.
     class Call
     {
     public:
@@ -43,7 +42,7 @@ public:
         CallGuard &m_guard;
         GCancellable *m_cancellable;
     };
-    /// On the thread. The limit counts from here; what is done between calls has none.
+    /// On the guard's thread. The limit counts from here; time between calls has none.
     Call beginCall() { return Call(*this); }
     std::chrono::milliseconds callLimit() const { return m_state->limit; }
 

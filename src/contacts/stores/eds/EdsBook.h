@@ -13,12 +13,12 @@
 #include <span>
 #include <vector>
 
-/// One address book of Evolution Data Server, as texts: libebook's typed getters add things to a card.
-/// The only place that knows libebook. All calls on the thread of the guard.
+/// One address book of Evolution Data Server, with cards as texts: libebook's typed getters add things to them. The
+/// only user of libebook. All calls on the guard's thread.
 ///
-/// Errors. Cancelled: the waiting thread gave up. Unavailable: the daemon, the bus or the server behind the book is
-/// gone or silent, and whether a change was made is not known; the next call tries to connect again. ReadOnly, Conflict
-/// (no such card, or one already), NotFound (no such book) and Io: refused, nothing was changed.
+/// Errors. Cancelled: by the waiting thread. Unavailable: the daemon, the bus or the server behind the book is gone or
+/// silent, and whether a change was made is unknown; the next call reconnects. ReadOnly, Conflict (no such card, or one
+/// already), NotFound (no such book) and Io: refused, nothing was changed.
 class EdsBook
 {
 public:
@@ -28,49 +28,47 @@ public:
         QByteArray text;
     };
 
-    /// Gets a page of cards, and how many there are in all pages; false: no more are wanted.
+    /// Takes a page of cards and the total in all pages; returns false to stop.
     using TakePage = std::function<bool(std::vector<Card> &page, std::size_t total)>;
 
-    /// An empty @p sourceUid stands for the desktop's default book.
+    /// An empty @p sourceUid is the desktop's default book.
     EdsBook(QByteArray sourceUid, std::shared_ptr<CallGuard> guard);
     ~EdsBook();
     EdsBook(const EdsBook &) = delete;
     EdsBook &operator=(const EdsBook &) = delete;
 
-    /// Whether the session's bus could start the daemon. Starts nothing.
+    /// Whether the session bus could start the daemon; does not start it.
     static bool isOffered(CallGuard &guard);
 
     /// The enabled address books.
     Result<std::vector<EdsBookInfo>> books();
-    /// Does nothing while connected; reads and changes do it by themselves.
+    /// Does nothing while connected; reads and changes connect by themselves.
     Result<void> connect();
     void disconnect();
 
     /// Known once connected.
     const EdsBookInfo &info() const { return m_info; }
-    /// As the daemon says now; a book may become so while it is open. False while not connected.
+    /// As the daemon says now; it may change while the book is open. False while not connected.
     bool isReadOnly() const;
-    /// Whether the last Unavailable was a silence: what was asked for may still be done.
+    /// Whether the last Unavailable was a timeout: the request may still be carried out.
     bool hasTimedOut() const { return m_hasTimedOut; }
 
-    /// Changes with every change of the book; empty where the book does not tell. Where the daemon is gone, another one
-    /// is started.
+    /// Changes with every change of the book; empty if the book has none. Restarts a daemon that is gone.
     Result<QByteArray> revision();
-    /// Everybody's cards, in the order of their uids.
+    /// All cards, by uid.
     Result<void> readAll(const TakePage &take);
-    /// The cards with these uids, sorted within each page; those that do not exist are left out. Where the daemon ends,
-    /// another one is started.
+    /// The cards with these uids, sorted within each page, without missing ones. Restarts a daemon that ends.
     Result<void> read(std::span<const QByteArray> uids, const TakePage &take);
-    /// Called on the thread whenever the revision may have changed, and when the daemon has ended; an empty one ends
-    /// the calls. Holds over a new connection, from the next call of anything on.
+    /// Called on the thread when the revision may have changed or the daemon has ended; an empty one stops the calls.
+    /// Survives reconnection, from the next call of any function on.
     void setChangeListener(std::function<void()> listener) { m_object.setListener(std::move(listener)); }
 
-    // Each of these is made whole or not at all, except where it is Unavailable, and in a server's book, where the
-    // cards before the one that is refused are changed. A Conflict there may also come from the server, whose state is
-    // fetched then. At most cardsAtOnce().
+    // Each is made completely or not at all, except if Unavailable, and in a server's book, where cards before the
+    // refused one are changed. A Conflict there may also come from the server, whose state is then fetched. At most
+    // cardsAtOnce().
     Result<void> add(const std::vector<Card> &cards);
     Result<void> modify(const std::vector<Card> &cards);
-    /// Their texts do not count.
+    /// Ignores their texts.
     Result<void> remove(const std::vector<Card> &cards);
     std::size_t cardsAtOnce() const;
 
@@ -79,7 +77,7 @@ private:
     Result<std::vector<Card>> cards(std::span<const QByteArray> uids);
     /// Adds those of @p uids that a query missed, as the daemon's does for some signs, one by one.
     Result<std::vector<Card>> withMissing(std::vector<Card> cards, std::span<const QByteArray> uids);
-    /// Disconnects where the daemon cannot be reached.
+    /// Disconnects if the daemon cannot be reached.
     Error failure(const GError *error, const char *what);
     Result<void> outcome(bool isDone, const GError *error);
     EBookClient *client() const { return E_BOOK_CLIENT(m_client); }

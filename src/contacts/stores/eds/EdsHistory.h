@@ -4,9 +4,8 @@
 
 #include "contacts/book/ChangeHistory.h"
 
-/// The journals of saves that ended well, one file per save, named after its time. A save whose journal names no cause
-/// is its own cause, with the file's name as its id. A file that cannot be read is passed over.
-/// @p bookFolder is the book's folder (folderOfBook()).
+/// The journals of successful saves, one file per save, named after its time. A save without a cause in its journal is
+/// its own cause, with the file's name as id. Unreadable files are skipped. @p bookFolder is folderOfBook().
 namespace EdsHistory {
 
 QString fileOf(const QString &bookFolder, const QDateTime &savedAt);
@@ -14,10 +13,9 @@ QString fileOf(const QString &bookFolder, const QDateTime &savedAt);
 /// Newest first.
 std::vector<ChangeSummary> summaries(const QString &bookFolder);
 
-/// NotFound.
 Result<ChangeStep> step(const QString &bookFolder, const QString &causeId);
 
-/// Removes the files of causes that are beyond the history's limits.
+/// Removes causes beyond the history's limits.
 void prune(const QString &bookFolder, const QDateTime &now);
 
 } // namespace EdsHistory

@@ -12,12 +12,12 @@
 #include <optional>
 #include <vector>
 
-/// Tells other programs that a file is in use, for as long as it lives; null for none.
+/// Marks a file as in use while it lives; null for none.
 using FileLock = std::unique_ptr<QFile>;
 
-/// What a save is about to do to each card, on the disk before the daemon is asked. A journal that is still there means
-/// that it is not known how the save ended; one that ended well is kept as the history of the book.
-/// Each book has a folder, and each save of each program a journal, locked while the save is under way.
+/// What a save will do to each card, on the disk before the daemon is asked. A journal that remains means that the
+/// outcome is unknown; that of a successful save becomes the book's history. Each save of each program has a journal in
+/// the book's folder, locked during the save.
 class EdsJournal
 {
 public:
@@ -25,20 +25,20 @@ public:
     {
         QByteArray uid;
         QByteArray before; ///< the card as it was, picture included; null: there was none
-        QByteArray after; ///< the card that was asked for; null: it is to be removed
-        ChangeCausePtr cause = {}; ///< null in what was written before journals told causes
+        QByteArray after; ///< the requested card; null: remove it
+        ChangeCausePtr cause = {}; ///< null in journals from before causes
     };
 
     explicit EdsJournal(QString folder);
 
-    /// Io: nothing is on the disk and nothing must be changed.
+    /// Io: nothing is on the disk, so nothing may be changed.
     Result<void> begin(const std::vector<Entry> &entries);
-    /// The save is in the book, whole: the journal becomes history.
+    /// The save is complete: the journal becomes history.
     void finish();
     /// Nothing of the save is in the book.
     void discard();
-    /// A save whose end is not known, of this object or of one that no longer exists; empty where there is none. A
-    /// journal that cannot be read is put aside.
+    /// A save with unknown outcome, of this object or of one that no longer exists; empty if there is none. Puts an
+    /// unreadable journal aside.
     std::vector<Entry> unfinished();
 
 private:
@@ -46,17 +46,16 @@ private:
 
     QString m_folder;
     bool m_isHistoryPruned = false; // in this run
-    QString m_current; // the file that begin() or unfinished() stands on; empty for none
+    QString m_current; // the file of begin() or unfinished(); empty for none
     FileLock m_lock; // on it
 };
 
-/// The entries of a journal's text; nothing where it is none.
+/// Nothing if @p text is no journal.
 std::optional<std::vector<EdsJournal::Entry>> journalEntries(const QByteArray &text);
 
-/// The folder of one book's journal, history and backups in the program's @p dataFolder.
+/// The folder in the program's @p dataFolder for a book's journal, history and backups.
 QString folderOfBook(const QString &dataFolder, const QString &sourceUid);
-/// Writes @p text as a new file, on the disk when this returns.
-/// @p lock gets hold of it before anybody can see it.
+/// Writes a new file, on the disk when this returns. @p lock locks it before it becomes visible.
 Result<void> writeDurably(const QString &path, const QByteArray &text, FileLock *lock = nullptr);
-/// Removes all but the newest of the files that match; their names must sort by age.
+/// Keeps the newest matching files; their names must sort by age.
 void keepNewest(const QString &folder, const QString &pattern, qsizetype count);

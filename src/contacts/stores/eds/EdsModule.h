@@ -9,29 +9,29 @@
 #include <memory>
 #include <vector>
 
-// What a program sees of the module that knows Evolution Data Server. Programs load it only when they need it, so that
-// they start where libebook is not installed. Program and module come from one build; EdsModule::version tells.
+// What programs see of the Evolution Data Server module. They load it only when needed, so that they start without
+// libebook. Both come from one build, which EdsModule::version checks.
 
-/// Which address book, and how.
+/// An address book and how to open it.
 struct EdsRequest
 {
     QString sourceUid; ///< empty: the desktop's default address book
-    QString dataFolder; ///< where journals, history and backups go
+    QString dataFolder; ///< folder for journals, history and backups
     std::chrono::milliseconds callLimit{25'000}; ///< for one request to the daemon
 };
 
 struct EdsBookInfo
 {
     QString uid;
-    QString name; ///< as its owner calls it
+    QString name; ///< for the user
     bool isDefault = false;
 };
 
-/// What the module's one function, kEdsModuleFunction, returns.
+/// Returned by the module's one function, kEdsModuleFunction.
 struct EdsModule
 {
     const char *version; ///< of the program it was built with
-    bool (*isOffered)(); ///< whether the session's bus could start the daemon; starts nothing
+    bool (*isOffered)(); ///< whether the session bus could start the daemon; does not start it
     Result<std::unique_ptr<AddressBookStore>> (*open)(const EdsRequest &request);
     Result<std::vector<EdsBookInfo>> (*books)(const EdsRequest &request);
 };

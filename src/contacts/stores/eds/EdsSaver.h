@@ -10,26 +10,26 @@
 
 #include <array>
 
-/// Saves into a book that knows no transactions, so that a change is there whole or not at all, whatever fails in
-/// between: a backup before the first change, a journal before every one. On the thread of the guard.
+/// Saves completely or not at all into a book without transactions, whatever fails in between: with a backup before the
+/// first change and a journal before every one. On the guard's thread.
 class EdsSaver
 {
 public:
-    /// Journal, history and backups go into @p folder. @p book has to outlive this.
+    /// Journal, history and backups go into @p folder. @p book must outlive this.
     EdsSaver(EdsBook &book, const QString &folder, std::chrono::milliseconds callLimit)
         : m_book(book), m_backups(folder % QStringLiteral("/backups")), m_journal(folder), m_callLimit(callLimit)
     { }
 
-    /// As AddressBookStore::commit(). The number of calls that changed the book; 0 where that is not known.
+    /// As AddressBookStore::commit(). Returns the number of calls that changed the book; 0 if unknown.
     Result<int> save(const std::vector<RecordChange> &changes);
-    /// Completes or takes back what an earlier save, in this or another program, left behind.
+    /// Completes or undoes what an earlier save, in any program, left behind.
     Result<void> settleUnfinished();
 
 private:
     using Clock = std::chrono::steady_clock;
     using Card = EdsBook::Card;
     using Texts = QHash<QByteArray, QByteArray>; // by uid
-    /// A save as the calls that it takes, in their order.
+    /// The calls of a save, in order.
     struct Plan
     {
         std::vector<EdsJournal::Entry> entries;
@@ -50,5 +50,5 @@ private:
     EdsJournal m_journal;
     bool m_isBackedUp = false;
     std::chrono::milliseconds m_callLimit;
-    Clock::time_point m_mayBeWrittenUntil; // the daemon may still be at a change that it did not answer to
+    Clock::time_point m_mayBeWrittenUntil; // the daemon may still carry out a change that timed out
 };

@@ -7,14 +7,14 @@
 
 #include <memory>
 
-/// What an EdsStore does, on the thread of its guard. The functions are those of AddressBookStore; open() comes first.
+/// The work of an EdsStore, on its guard's thread. The functions are AddressBookStore's; call open() first.
 class EdsSession
 {
 public:
-    /// @p dataFolder is the program's; the book's journal, history and backups get a folder in it.
+    /// The book's journal, history and backups get a folder in @p dataFolder.
     EdsSession(QByteArray sourceUid, QString dataFolder, const std::shared_ptr<CallGuard> &guard);
 
-    /// Connects, if need be to another daemon than before. The book's revision.
+    /// Connects, to a new daemon if necessary. Returns the book's revision.
     Result<QByteArray> open();
     void close() { m_book.disconnect(); }
     Result<std::vector<StoredRecord>> loadAll(const AddressBookStore::LoadProgress &progress);
@@ -35,7 +35,7 @@ private:
     void noteOwn(const std::vector<RecordChange> &changes, int calls, const QByteArray &revisionBefore);
 
     EdsBook m_book;
-    QString m_folder; // the program's until the book's uid is known, then the book's
+    QString m_folder; // the program's, later the book's
     std::chrono::milliseconds m_callLimit;
     std::unique_ptr<EdsSaver> m_saver; // once the folder is known
     Digests m_seen; // as last read; 0 for a card that was written

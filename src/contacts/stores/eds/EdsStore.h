@@ -11,18 +11,18 @@
 class CallGuard;
 class EdsSession;
 
-/// An address book of the desktop, kept by Evolution Data Server (docs/eds.md). No call blocks for longer than the
-/// limit that it was opened with, per request to the daemon.
+/// An address book of the desktop, kept by Evolution Data Server (docs/eds.md). No request to the daemon blocks for
+/// longer than the limit given on opening.
 ///
-/// What differs from other stores: people come in the order of their uids; the lines of a card that no property holds
-/// stay as they are in the book unless a change takes one away or adds one; the daemon knows no transaction over
-/// several kinds of changes, so a commit that fails half-way is taken back, if need be when the daemon is there again.
+/// Unlike other stores: people are in the order of their uids; card lines that no property holds stay in the book
+/// unless a change removes or adds one; the daemon has no transactions over several kinds of changes, so a commit that
+/// fails half-way is undone, if necessary when the daemon is back.
 class EdsStore : public AddressBookStore
 {
 public:
     static Result<std::unique_ptr<AddressBookStore>> open(const EdsRequest &request);
     static Result<std::vector<EdsBookInfo>> books(const EdsRequest &request);
-    /// Whether the session's bus could start the daemon. Starts nothing.
+    /// Whether the session bus could start the daemon; does not start it.
     static bool isOffered();
     ~EdsStore() override;
 
@@ -34,14 +34,14 @@ public:
     Result<std::vector<ChangeSummary>> history() override;
     Result<ChangeStep> historyStep(const QString &causeId) override;
     bool comparesKeptLines() const override { return false; }
-    /// As of the last call: a book may become read-only, or be found to be, while it is open.
+    /// As of the last call: a book may become read-only while it is open.
     bool canWrite() const override { return !*m_isReadOnly; }
     QString desktopId(const QString &uid) const override;
     QString name() const override { return m_name; }
 
 private:
     explicit EdsStore(const EdsRequest &request);
-    /// The result of @p job, run on the guard's thread as long as it is wanted (CallGuard::run()).
+    /// Runs @p job on the guard's thread as long as it is wanted (CallGuard::run()).
     template <typename T, typename Job> Result<T> onThread(Job job, const std::function<bool()> &isWanted = {}) const;
 
     std::shared_ptr<CallGuard> m_guard;
