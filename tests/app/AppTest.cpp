@@ -4,6 +4,7 @@
 #include "app/exchange/ExportWindow.h"
 #include "app/exchange/ImportWindow.h"
 #include "app/look/Appearance.h"
+#include "app/look/Colours.h"
 #include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
 #include "app/results/PreviewView.h"
@@ -413,26 +414,27 @@ private Q_SLOTS:
 
     void textsCanBeRead_data()
     {
-        QTest::addColumn<int>("scheme");
-        QTest::newRow("light") << int(Appearance::Scheme::Light);
-        QTest::newRow("dark") << int(Appearance::Scheme::Dark);
+        QTest::addColumn<bool>("isDark");
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
     }
 
     void textsCanBeRead()
     {
-        QFETCH(const int, scheme);
-        const QPalette palette = Appearance::palette(Appearance::Scheme(scheme));
+        QFETCH(const bool, isDark);
+        using enum ColourRole;
         constexpr double kReadable = 4.5;
-        const std::initializer_list<std::pair<QPalette::ColorRole, QPalette::ColorRole>> pairs{
-            {QPalette::WindowText, QPalette::Window}, {QPalette::Text, QPalette::Base},
-            {QPalette::Text, QPalette::AlternateBase}, {QPalette::ButtonText, QPalette::Button},
-            {QPalette::HighlightedText, QPalette::Highlight}, {QPalette::PlaceholderText, QPalette::Base},
-            {QPalette::PlaceholderText, QPalette::Window}, {QPalette::BrightText, QPalette::Base},
-            {QPalette::BrightText, QPalette::Window}, {QPalette::Link, QPalette::Window},
-            {QPalette::ToolTipText, QPalette::ToolTipBase}};
-        for (const auto &[text, ground] : pairs) {
-            const double ratio = contrast(palette.color(text), palette.color(ground));
-            QVERIFY2(ratio >= kReadable, qPrintable(u"%1 on %2: %3"_s.arg(text).arg(ground).arg(ratio)));
+        const std::initializer_list<std::pair<ColourRole, QList<ColourRole>>> pairs{
+            {Text, {Ground, Pane, AccentSoft, WarningSoft, AddedSoft, GoneSoft, Hover, Badge}},
+            {Quiet, {Ground, Pane, AccentSoft, WarningSoft, Hover, Badge}}, {OnAccent, {Accent}},
+            {Accent, {Ground, Pane, AccentSoft}}, {Warning, {Ground, Pane, WarningSoft}}, {Added, {Pane, AddedSoft}},
+            {Gone, {Ground, Pane, GoneSoft}}};
+        for (const auto &[text, grounds] : pairs) {
+            for (const ColourRole ground : grounds) {
+                const QPalette palette = paletteOf(isDark);
+                const double ratio = contrast(colourFor(text, palette), colourFor(ground, palette));
+                QVERIFY2(ratio >= kReadable, qPrintable(u"%1 on %2: %3"_s.arg(int(text)).arg(int(ground)).arg(ratio)));
+            }
         }
     }
 

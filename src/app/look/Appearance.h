@@ -4,7 +4,6 @@
 
 #include <QDBusVariant>
 #include <QObject>
-#include <QPalette>
 
 /// The application's colours, light or dark as the desktop is, also when it changes while the application runs.
 class Appearance : public QObject
@@ -20,8 +19,6 @@ public:
     /// For pictures and tests: this scheme, whatever the desktop has.
     void setScheme(Scheme scheme);
     Scheme scheme() const { return m_scheme; }
-
-    static QPalette palette(Scheme scheme);
 
     /// A change of any setting of the desktop, from org.freedesktop.portal.Settings.
     Q_INVOKABLE void desktopSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);

@@ -2,9 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/look/ContactPicture.h"
 
+#include "app/look/Colours.h"
+
 #include <QBuffer>
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QImageReader>
+#include <QPainter>
+#include <QPainterPath>
 #include <QStringBuilder>
 
 #include <algorithm>
@@ -93,6 +97,21 @@ Result<QImage> decoded(const QByteArray &imageFile, const Limits &limits)
     return image;
 }
 
+/// The head of BigHead.png, which is all that is not transparent in it.
+QImage standIn(const QString &uid, int side)
+{
+    const Tint tint = tintFor(uid, QGuiApplication::palette());
+    QImage head = QImage(QStringLiteral(":/art/BigHead.png"))
+                      .scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+                      .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&head);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(head.rect(), tint.figure);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOver);
+    painter.fillRect(head.rect(), tint.ground);
+    return head;
+}
+
 } // namespace
 
 QImage decodedPicture(const QByteArray &imageFile, int side)
@@ -101,6 +120,25 @@ QImage decodedPicture(const QByteArray &imageFile, int side)
     if (!image || image->isNull())
         return {};
     return withoutLongEnds(*image).scaled(side, side, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+}
+
+QPixmap personPicture(const QByteArray &imageFile, int size, qreal devicePixelRatio, const QString &uid)
+{
+    const int side = qRound(size * devicePixelRatio);
+    QImage image = imageFile.isEmpty() ? QImage() : decodedPicture(imageFile, side);
+    if (image.isNull())
+        image = standIn(uid, side);
+    QPixmap picture(side, side);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath frame;
+    frame.addEllipse(0, 0, side, side);
+    painter.setClipPath(frame);
+    painter.drawImage((side - image.width()) / 2, (side - image.height()) / 2, image);
+    painter.end();
+    picture.setDevicePixelRatio(devicePixelRatio);
+    return picture;
 }
 
 Result<QByteArray> pictureToStore(const QByteArray &imageFile)

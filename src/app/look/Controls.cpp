@@ -2,12 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/look/Controls.h"
 
-#include "app/look/ContactPicture.h"
-
 #include <QAbstractTextDocumentLayout>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QScreen>
 #include <QStyle>
 
@@ -127,27 +124,6 @@ void ElidedLabel::paintEvent(QPaintEvent *)
     QPainter painter(this);
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
     style()->drawItemText(&painter, contentsRect(), int(alignment()), palette(), isEnabled(), shown, foregroundRole());
-}
-
-QPixmap personPicture(const QByteArray &imageFile, int size, qreal devicePixelRatio)
-{
-    const int side = qRound(size * devicePixelRatio);
-    QImage image = imageFile.isEmpty() ? QImage() : decodedPicture(imageFile, side);
-    if (image.isNull()) {
-        image = QImage(QStringLiteral(":/art/BigHead.png"))
-                    .scaled(side, side, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
-    }
-    QPixmap picture(side, side);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    QPainterPath frame;
-    frame.addRoundedRect(0, 0, side, side, side * 0.2, side * 0.2);
-    painter.setClipPath(frame);
-    painter.drawImage((side - image.width()) / 2, (side - image.height()) / 2, image);
-    painter.end();
-    picture.setDevicePixelRatio(devicePixelRatio);
-    return picture;
 }
 
 void setFirstSize(QWidget &window, QSize size)

@@ -87,9 +87,5 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
-/// A person's picture in a rounded square of the given size; the stand-in where there is none or it cannot be read.
-/// Pictures that would take absurd amounts of memory count as unreadable.
-QPixmap personPicture(const QByteArray &imageFile, int size, qreal devicePixelRatio);
-
 /// The size that a window opens with for the first time, or as much of it as the screen has room for.
 void setFirstSize(QWidget &window, QSize size);

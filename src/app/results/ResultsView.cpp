@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/results/ResultsView.h"
 
+#include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
 #include "app/results/FindingDelegate.h"
