@@ -5,14 +5,14 @@
 #include "base/Result.h"
 #include "contacts/stores/eds/EdsModule.h"
 
-/// The module for the desktop's address books, which a program may lack.
+/// The optional module for the desktop's address books.
 namespace DesktopModule {
 
-/// Loads it, once a run; it stays loaded. NotFound: there is no module beside this program, or one of another version,
-/// or a library that it needs is not installed. The text says which.
+/// Loads the module once per run; it stays loaded. NotFound: it is missing, of another version, or lacks a library; the
+/// text says which.
 Result<const EdsModule *> load();
 
-/// Whether the session's bus could start the daemon. Starts nothing, and does not even ask without a session bus.
+/// Whether the session bus could start the daemon. Does not start it; false without a session bus.
 bool isOffered();
 
 } // namespace DesktopModule

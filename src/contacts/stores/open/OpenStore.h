@@ -8,28 +8,26 @@
 #include <vector>
 
 /// Opens the address book that @p where names:
-/// a file's path: that SQLite file, made where there is none, or read-only where it cannot be written;
-/// "eds:": the desktop's default address book; "eds:UID": that one of the desktop's;
-/// nothing: the desktop's default address book where the session bus offers one and it can be opened, else the user's
-/// own SQLite file. Without a session bus or without the desktop's data server nothing is started.
-/// Needs a QCoreApplication for "eds:".
+/// - a path: that SQLite file, created if missing, read-only if it cannot be written;
+/// - "eds:": the desktop's default address book; "eds:UID": a particular one;
+/// - empty: the desktop's default address book if the session bus offers one and it opens, else the user's SQLite file.
+/// Without a session bus or the desktop's data server nothing is started. "eds:" needs a QCoreApplication.
 Result<std::unique_ptr<AddressBookStore>> openStore(const QString &where);
 
-/// What a user gave for openStore(): where it is a path, as filePath() has it.
+/// The user's argument for openStore(); a path is checked by filePath().
 Result<QString> checkedWhere(const QString &given);
 
-/// The path of the file that openStore() would open for @p where; empty where that is, or may be, a book of the
-/// desktop.
+/// The path of the file that openStore() would open; empty if that is, or may be, a desktop book.
 QString fileOfBook(const QString &where);
 
-/// An address book that the user can choose.
+/// An address book to choose from.
 struct KnownBook
 {
     QString where; ///< for openStore()
     QString name;
-    bool isDefault = false; ///< openStore() without a choice opens it
+    bool isDefault = false; ///< opened by default
 };
 
-/// The user's SQLite file, which may not exist yet, and the enabled address books of the desktop. Asks the desktop, so
-/// it may take some seconds where that is slow to answer.
+/// The user's SQLite file, which may not exist yet, and the desktop's enabled address books. May take some seconds if
+/// the desktop is slow to answer.
 std::vector<KnownBook> knownBooks();

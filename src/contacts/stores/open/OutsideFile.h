@@ -8,8 +8,8 @@
 
 #include <limits>
 
-/// Reads a file that the user names, such as cards or a picture. Databases, among them the open address book
-/// (@p bookFile, may be empty), its backups and what SQLite keeps beside them, are refused (Invalid) without being
-/// opened: closing one of them would drop the locks that this process holds on it.
+/// Reads a file named by the user, such as cards or a picture. Databases (including the open address book @p bookFile,
+/// which may be empty, its backups and SQLite's companion files) are refused as Invalid without being opened: closing
+/// one would drop this process's locks on it.
 Result<QByteArray> readOutsideFile(
     const QString &path, const QString &bookFile, qint64 largest = std::numeric_limits<qint64>::max());

@@ -9,40 +9,40 @@
 
 #include <optional>
 
-/// What can be done about an address book file that cannot be opened because it is damaged. Nothing of it writes to the
-/// damaged file: everything goes into new files beside it.
+/// What can be done about a damaged address book file that cannot be opened. The damaged file is never written: results
+/// go into new files beside it.
 namespace Rescue {
 
 struct Offer
 {
     QString damagedFile;
-    QString newestBackup; ///< of those that the programs make by themselves; empty where there is none
+    QString newestBackup; ///< a daily one; empty if there is none
     QDateTime backupTime;
-    QString recovered; ///< what an earlier rescue of this file made; empty where there is none
+    QString recovered; ///< result of an earlier rescue; empty if there is none
 };
 
-/// Nothing where @p error is of another kind or the address book at @p where is no file. A file that does not even look
-/// like an address book any more counts as a damaged one when there are backups of it.
+/// Nothing if @p error is of another kind or @p where is no file. A file that does not even look like an address book
+/// counts as damaged if there are backups of it.
 std::optional<Offer> offerFor(const QString &where, const Error &error);
 
-/// A name for a new file beside @p damagedFile that nothing has yet.
+/// An unused name for a new file beside @p damagedFile.
 QString newFileBeside(const QString &damagedFile, const QDate &today);
 
-/// Puts the newest backup into @p newFile.
+/// Copies the newest backup to @p newFile.
 /// @return how many people it holds
 Result<qint64> openBackup(const Offer &offer, const QString &newFile);
 
 struct SalvageReport
 {
     qint64 people = 0;
-    qint64 incomplete = 0; ///< of them, those who lack something or have no digest that proves them whole
+    qint64 incomplete = 0; ///< of these, people who lack something or a matching digest
     qint64 lost = 0;
 };
 
-/// Puts whoever can still be read of @p damagedFile into @p newFile, which must not exist.
+/// Writes everyone who can still be read from @p damagedFile to @p newFile, which must not exist.
 Result<SalvageReport> salvage(const QString &damagedFile, const QString &newFile);
 
-/// What the command line says after the reason: where the backup is and how to salvage. Empty for no offer.
+/// The command line's hint: where the backup is and how to salvage. Empty if there is no offer.
 QString hintFor(const QString &where, const Error &error);
 
 } // namespace Rescue

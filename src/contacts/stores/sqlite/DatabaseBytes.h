@@ -10,7 +10,7 @@
 
 struct sqlite3_file;
 
-/// Which file has a name, whatever happens to the name afterwards; none: all zero.
+/// The identity of a file, independent of its name; all zero for none.
 struct FileOnDisk
 {
     dev_t device = 0;
@@ -21,31 +21,30 @@ struct FileOnDisk
     friend bool operator==(const FileOnDisk &, const FileOnDisk &) = default;
 };
 
-/// The bytes of a database file, read without a connection, through SQLite's own file layer: a file that this program
-/// has open elsewhere must not be opened and closed in any other way, as a close takes back all locks that the process
-/// has on the file (POSIX), and another program would then clear away the log that is being written
-/// (https://www.sqlite.org/howtocorrupt.html, section 2.2).
+/// The bytes of a database file, read through SQLite's file layer without a connection: closing a file in any other way
+/// drops all locks that the process has on it (POSIX), and another program would then clear away the log that is being
+/// written (https://www.sqlite.org/howtocorrupt.html, section 2.2).
 class DatabaseBytes
 {
 public:
-    /// Null where @p path is no regular file or cannot be read; errno says why.
+    /// Null if @p path is no regular file or cannot be read; errno says why.
     static std::unique_ptr<DatabaseBytes> open(const QString &path);
-    /// The same, and as long as it lives no connection has the file open or can open it. Null also where one has, or
-    /// where the file cannot be written.
+    /// The same, while no connection has the file open or can open it. Null also if one has, or if the file cannot be
+    /// written.
     static std::unique_ptr<DatabaseBytes> openAlone(const QString &path);
     ~DatabaseBytes();
     DatabaseBytes(const DatabaseBytes &) = delete;
     DatabaseBytes &operator=(const DatabaseBytes &) = delete;
 
-    /// Up to @p size bytes from @p offset on; fewer at the end of the file, null when reading failed.
+    /// Up to @p size bytes from @p offset; fewer at the end of the file, null on errors.
     QByteArray read(qint64 offset, qint64 size) const;
-    /// Writes all of it into a new file @p path that only the user may read. On failure what was written stays.
+    /// Copies everything to a new file @p path that only the user may read. On failure the partial copy stays.
     bool copyTo(const QString &path) const;
 
 private:
     DatabaseBytes() = default;
     static std::unique_ptr<DatabaseBytes> open(const QString &path, int access);
-    qint64 size() const; // -1: it cannot be told
+    qint64 size() const; // -1: unknown
 
     std::unique_ptr<const char, void (*)(const char *)> m_name{nullptr, nullptr}; // SQLite's form of it
     std::vector<char> m_memory; // of m_file, which SQLite makes in place

@@ -8,27 +8,26 @@
 
 class RecordReader;
 
-/// The tables `save` and `history` of an address book file. Errors of SQLite are thrown as SQLite::Exception.
+/// The tables `save` and `history` of an address book file. SQLite's errors are thrown as SQLite::Exception.
 ///
-/// A row of history holds the person's document as it was before. What a change left is what the next row of the same
-/// person holds as its `before` or, without one, the person's present record; the hash in the row proves it, so that a
-/// record which somebody changed past the history is not taken for the one that was saved.
+/// A row of history holds the person's previous document. The result of the change is the `before` of the person's next
+/// row or, without one, the present record; the hash in the row proves it, so that a record changed outside the history
+/// is not mistaken for the saved one.
 namespace HistoryTable {
 
-/// Of a record as a change left it.
 qint64 hashOf(const PersonRecord &record);
 
 /// Newest first.
 std::vector<ChangeSummary> summaries(SQLite::Database &database);
 
-/// Inside one transaction. NotFound, or Invalid: what the file holds as history cannot be read.
+/// Inside one transaction. NotFound, or Invalid: the history cannot be read.
 Result<ChangeStep> step(SQLite::Database &database, RecordReader &reader, const QString &causeId);
 
-/// Removes what is older than the history's limits (kHistoryAge, kHistoryCount), and the pictures that nobody has any
-/// more, inside the caller's transaction.
+/// Removes what is beyond the history's limits (kHistoryAge, kHistoryCount), and unused pictures, inside the caller's
+/// transaction.
 void prune(SQLite::Database &database, const QDateTime &now);
 
-/// How a time is written: texts compare as the times do.
+/// Texts compare like the times.
 std::string timeText(const QDateTime &time);
 
 } // namespace HistoryTable

@@ -6,19 +6,19 @@
 
 #include <deque>
 
-/// People in files of format 1, which had a table for each list, one for pictures and one for card lines.
+/// People in files of format 1, which had tables per list, for pictures and for card lines.
 class Version1
 {
 public:
     Version1(SQLite::Database &database, Damage damage);
 
-    /// A null record where there is no such person. Invalid: the tables say something that is no record.
+    /// A null record if there is no such person. Invalid: the tables hold no valid record.
     Result<StoredRecord> person(qint64 id);
 
-    /// Of a row of its history: a record as JSON, with the card lines beside it as JSON.
+    /// From a row of its history: a record as JSON, with its card lines as JSON.
     Result<PersonRecordPtr> recordOf(std::string json, const std::string &cardLines);
 
-    /// All tables with people's rows; in each, `person` is whose row it is.
+    /// All tables with people's rows, which have the column `person`.
     static std::vector<std::string> tablesOfPeople();
 
 private:
@@ -31,16 +31,15 @@ private:
     std::deque<SQLite::Statement> m_parts; // each gives texts of a key and its value
 };
 
-/// Brings files of earlier formats to the present one. Nothing else but salvage knows those formats.
+/// Migrates files of earlier formats. Only this and salvage know those formats.
 namespace Migration {
 
-/// Whether a copy of the file as it was is to stay beside it ("NAME-version1.sqlite").
+/// Whether to keep a copy of the old file beside it ("NAME-version1.sqlite").
 enum class Backup { Keep, None };
 
-/// In one transaction: the file at @p path, which @p database has open, is of its old format or of the present one,
-/// whole, whenever the program is killed, and on any error as it was. Does nothing for the present format.
-/// Errors of SQLite are thrown as SQLite::Exception; Invalid: somebody in it is no record; Io: there is no room for
-/// the backup.
+/// In one transaction: a kill at any time leaves the file at @p path, open as @p database, in the old format or the
+/// present one, complete, and an error leaves it unchanged. Does nothing for the present format. SQLite's errors are
+/// thrown as SQLite::Exception; Invalid: a person has no valid record; Io: there is no room for the backup.
 Result<void> migrate(SQLite::Database &database, const QString &path, Backup backup);
 
 } // namespace Migration

@@ -8,15 +8,15 @@
 
 #include <memory>
 
-/// A copy of a database file for reading, in its own folder that goes away with it: SQLite changes a file, or the ones
-/// beside it, even when it only reads.
+/// A copy of a database file for reading, in a private folder that it removes: SQLite changes files even when it only
+/// reads.
 class PrivateCopy
 {
 public:
     enum class Log { With, Without };
 
-    /// The file and its log as they were at one moment, although others may be writing them. In memory where the disk
-    /// has no room. Io: it cannot be read, or there is no room for the copy; Unavailable: it keeps changing.
+    /// The file and its log as of one moment, even while others write them. In memory if the disk is full. Io: it
+    /// cannot be read, or there is no room; Unavailable: it keeps changing.
     static Result<std::unique_ptr<PrivateCopy>> of(const QString &path, Log log = Log::With);
     ~PrivateCopy();
     PrivateCopy(const PrivateCopy &) = delete;
@@ -24,7 +24,7 @@ public:
 
     QString path() const { return m_folder.filePath(QStringLiteral("copy")); }
 
-    /// Removes the copies of programs that were killed.
+    /// Removes copies left by killed programs.
     static void removeAbandoned();
 
 private:

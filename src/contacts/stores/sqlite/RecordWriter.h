@@ -8,23 +8,23 @@
 #include <map>
 #include <optional>
 
-/// Writes changes into the tables, each with its row of history. Inside the caller's transaction, which a change that
-/// fails must roll back. Errors of SQLite are thrown as SQLite::Exception.
+/// Writes changes into the tables, each with its row of history, inside the caller's transaction, which must be rolled
+/// back if a change fails. SQLite's errors are thrown as SQLite::Exception.
 class RecordWriter
 {
 public:
     RecordWriter(SQLite::Database &database, RecordReader &reader);
 
-    /// Begins a commit; the changes that follow belong to it.
+    /// Begins a commit, to which all following changes belong.
     void beginSave(const std::string &time);
-    /// Conflict: the tables do not hold what the change believes (`before`). Invalid: what they hold cannot be read, or
-    /// not all of it, or is not as it was saved and the change would only touch a part of it: damage is not to look as
-    /// if it had been saved. Nothing was written then.
+    /// Conflict: the tables do not hold the change's `before`. Invalid: the stored person is unreadable, incomplete, or
+    /// damaged and only partly affected by the change, which would make the damage look saved. Nothing was written
+    /// then.
     Result<void> apply(const RecordChange &change);
 
-    /// The document of @p record, whose picture is in the tables afterwards.
+    /// The document of @p record; also stores its picture.
     std::string documentOf(const PersonRecord &record);
-    /// Without a row of history. False: there is somebody with this uid.
+    /// Adds no history. False: the uid exists.
     bool insert(std::optional<qint64> id, const QString &uid, const PersonRecord &record);
 
 private:
@@ -35,7 +35,7 @@ private:
     SQLite::Database &m_database;
     RecordReader &m_reader;
     std::string m_time;
-    ChangeCausePtr m_unnamed; // for the changes of this commit that come without a cause
+    ChangeCausePtr m_unnamed; // for changes without a cause
     std::map<QString, qint64> m_revisions; // by the id of the cause
     QString m_lastCause;
     qint64 m_lastRevision = 0;

@@ -7,14 +7,14 @@
 
 #include <vector>
 
-/// What can still be read of an address book file.
+/// What could be read of a damaged address book file.
 struct Salvaged
 {
     std::vector<StoredRecord> people; ///< in the order of adding
-    qint64 incomplete = 0; ///< how many of them lack something, or have no digest that proves them whole
-    qint64 lost = 0; ///< people of whom something in the file speaks and who are not among these; at least
+    qint64 incomplete = 0; ///< people who lack something or a matching digest
+    qint64 lost = 0; ///< other people whom the file mentions; at least
 };
 
-/// Reads person by person past what is damaged; the file is only read, and its copy is what SQLite sees.
-/// Invalid: nobody could be read.
+/// Reads person by person, skipping damage, from a private copy.
+/// Invalid: no one could be read.
 Result<Salvaged> salvagePeople(const QString &path);

@@ -6,18 +6,18 @@
 
 #include <string>
 
-/// The tables of an address book file; docs/store.md tells what they mean.
+/// The tables of an address book file, described in docs/store.md.
 namespace Schema {
 
-/// Kept in the file's header (PRAGMA application_id, user_version) to know our files and their age by.
+/// In the file's header (PRAGMA application_id, user_version), to recognise our files and their version.
 inline constexpr quint32 kApplicationId = 0x50504E6B;
 inline constexpr int kVersion = 2;
 
-/// The statements that make the tables of an empty address book.
+/// The statements that create the tables of an empty address book.
 std::string tables();
-/// Those that make the views by which a person with a shell reads them; the program never does.
+/// Those that create the views for reading by hand; the program does not use them.
 std::string views();
-/// The one that marks the file as of this version.
+/// The statement that marks the file as of this version.
 std::string versionMark();
 
 } // namespace Schema

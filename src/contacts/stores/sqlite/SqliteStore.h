@@ -8,27 +8,26 @@
 
 class PrivateCopy;
 
-/// An address book in one SQLite file (docs/store.md describes its tables). Several programs may have it open: writers
-/// wait for each other for some seconds, and nobody overwrites what he has not seen. What commit() acknowledged is on
-/// the disk and survives a kill of the process or of the machine at any moment.
+/// An address book in one SQLite file (docs/store.md). Several programs may have it open: writers wait for each other
+/// for some seconds, and nothing unseen is overwritten. Acknowledged commits are on the disk and survive a kill of the
+/// process or the machine at any time.
 class SqliteStore : public AddressBookStore
 {
 public:
-    /// Opens the address book, or makes an empty one where there is no file or an empty one. A new file is readable
-    /// by its owner only; missing folders are made. Refused, with the file as it was:
-    /// Invalid: a folder, no address book, a damaged one, one written by a newer version of the program;
-    /// ReadOnly: it may not be read and written; Io: it cannot be made. A file of an earlier format is brought to the
-    /// present one first.
+    /// Opens the address book, or creates an empty one if the file is missing or empty. A new file is private to its
+    /// owner; missing folders are created; earlier formats are migrated. Errors leave the file unchanged:
+    /// Invalid: a folder, no address book, a damaged one, or one written by a newer version of the program;
+    /// ReadOnly: it cannot be read and written; Io: it cannot be created.
     static Result<std::unique_ptr<SqliteStore>> open(const QString &path, Clock clock = currentTime);
-    /// A file that is not to be written, because of @p reason. SQLite needs to write even to read, so a private copy is
-    /// opened; it shows the file as it is now.
+    /// A file that must not be written, because of @p reason. SQLite writes even to read, so a private copy is opened;
+    /// it shows the file as it is now.
     static Result<std::unique_ptr<SqliteStore>> openReadOnly(const QString &path, Error reason);
-    /// Where the user's address book is if he names none: in the user's data folder (XDG Base Directory).
+    /// The default address book in the user's data folder (XDG Base Directory).
     static QString defaultPath();
     ~SqliteStore() override;
 
     Result<std::vector<StoredRecord>> loadAll() override;
-    /// The people who, in the last load, were not as they were saved: they can be read, but not changed.
+    /// The people found damaged by the last load: they can be read, but not changed.
     std::vector<QString> damagedPeople() const override;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
@@ -38,7 +37,7 @@ public:
     bool canWrite() const override;
     Error readOnlyReason() const override;
     QString name() const override;
-    /// Of a read-only one the copy, so that backups hold its history.
+    /// For a read-only one the private copy, so that backups include its history.
     QString file() const override;
 
 private:
