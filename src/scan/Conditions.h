@@ -9,7 +9,6 @@
 #include <functional>
 #include <optional>
 
-/// The checks that a scan can make.
 enum class Condition : quint8 {
     SingleName,
     DupAddress,
@@ -29,8 +28,8 @@ enum class Condition : quint8 {
 struct ConditionInfo
 {
     Condition condition;
-    QLatin1StringView title; ///< what the user chooses by
-    QLatin1StringView key; ///< what its findings are filed under
+    QLatin1StringView title; ///< for the user
+    QLatin1StringView key; ///< the key of its findings
 };
 
 /// In the order of Condition.
@@ -54,7 +53,7 @@ inline constexpr std::array kConditions{
     ConditionInfo{Condition::BlankName, QLatin1StringView("Blank name"), QLatin1StringView("BlankName")},
 };
 
-/// As a fresh set of preferences lists the conditions, all chosen; a scan of everything runs them in this order.
+/// The order in fresh preferences, where all are selected, and of a full scan.
 inline constexpr std::array kPreferredOrder{
     Condition::DuplicateContacts,
     Condition::SingleName,
@@ -87,7 +86,7 @@ constexpr bool coversConditions(const Rows &rows, ConditionOf conditionOf)
 }
 static_assert(coversConditions(kPreferredOrder, std::identity()));
 
-/// Exact comparison; nothing for any other text.
+/// Exact comparison; nothing for other texts.
 std::optional<Condition> conditionTitled(QStringView title);
 /// All titles, in the preferred order.
 QStringList conditionTitles();

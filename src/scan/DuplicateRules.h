@@ -4,17 +4,17 @@
 
 #include "scan/Finder.h"
 
-// All comparisons are exact: of texts by code unit, of addresses part by part. Labels never count.
+// All comparisons are exact: texts by code unit, addresses part by part. Labels never count.
 
-/// One person, the first, of each group of two or more with the same name key: first and last name written one after
-/// the other without a blank, an absent name as "(null)". So "An" "nLee" groups with "Ann" "Lee", and everybody
-/// without both names is one group. Groups in the order of their first person.
+/// The first person of each group of two or more with the same name key: first and last name without a blank between,
+/// an absent name as "(null)". So "An" "nLee" groups with "Ann" "Lee", and all people without both names are one group.
+/// Groups are in the order of their first person.
 Findings peopleOfRepeatedName(People people);
-/// Everybody, group after group, who shares first and last name with another; an absent name equals none.
+/// All people, by group, who share first and last name with another; an absent name equals none.
 Findings peopleOfSameName(People people);
-/// E-mail addresses that several people hold. Whoever was reported, as searched or as matching, is not searched
-/// again; so an address that only two such people share is not reported.
+/// E-mail addresses shared by several people. A person already reported, as searched or matching, is not searched
+/// again, so an address shared only by such people is not reported.
 Findings sharedEmails(People people);
 
-/// The people who hold the same value of @p multiValue more than once.
+/// The people with a repeated value in @p multiValue.
 Findings peopleWithRepeatedValue(People people, ABProperty multiValue);

@@ -6,13 +6,12 @@
 
 #include <span>
 
-/// The people that a finder looks at, in the order of the address book.
+/// The people to search, in address book order.
 using People = std::span<const PersonSnapshot>;
 
-/// Looks for one condition.
 using Finder = Findings (*)(People people);
 
-/// The people whose record, by itself, gives reason to object.
+/// The people whose record alone meets @p objection.
 template <typename Objection> Findings peopleWhere(People people, Objection objection)
 {
     std::vector<ABPersonPtr> found;

@@ -4,5 +4,5 @@
 
 #include "scan/Finder.h"
 
-/// The people to whom the condition applies, once each, in the order of the address book where it says nothing else.
+/// The people who meet the condition, once each, in address book order unless documented otherwise.
 Findings find(Condition condition, People people);

@@ -10,8 +10,8 @@
 
 #include <memory>
 
-/// What a scan asks of the program around it. Called on the scanning thread; an implementation with windows moves to
-/// the main thread itself.
+/// What a scan needs from the program. Called on the scanning thread; implementations with windows switch to the main
+/// thread.
 class ScanDelegate
 {
 public:
@@ -26,8 +26,8 @@ public:
 
 inline constexpr QLatin1StringView kNothingFound{"Scan completed, no contact matches the condition!"};
 
-/// Looks for contacts that are malformed, incomplete or duplicated, in the shared address book. Changes nothing.
-/// May run on any thread; each call works on the people as they are when it begins.
+/// Looks for malformed, incomplete or duplicate contacts in the shared address book, without changing anything. Any
+/// thread; each call uses the people as they are when it begins.
 class ScanAddressBook : public QObject
 {
     Q_OBJECT
@@ -36,11 +36,11 @@ public:
     /// @p delegate must outlive the scanner.
     explicit ScanAddressBook(ScanDelegate &delegate, QObject *parent = nullptr);
 
-    /// Runs the conditions with these titles in this order; other texts are passed over. Ends with scanOver(), or, with
-    /// nothing found, with a message to the user.
+    /// Runs the conditions with these titles in this order, ignoring other texts. Ends with scanOver() or, if nothing
+    /// was found, with a message to the user.
     void scanEntireAddressBook(const QStringList &selectedTitles);
 
-    /// What scanEntireAddressBook() would find, and nothing else happens.
+    /// Returns what scanEntireAddressBook() would find, without any other effect.
     static ScanResult examine(const QStringList &selectedTitles);
 
     std::vector<ABPersonPtr> scanAllAddressBookOnlyOneName() const;
@@ -50,7 +50,7 @@ public:
     std::vector<EmailMatch> findDuplicateEmailInContacts() const;
     /// The finder of the condition DuplicateContacts.
     std::vector<ABPersonPtr> test() const;
-    /// Whole groups of people with the same first and last name; no condition uses it.
+    /// Complete groups of people with the same first and last name; no condition uses it.
     std::vector<ABPersonPtr> findDuplicatesContacts() const;
     std::vector<ABPersonPtr> findEmptyNotes() const;
     std::vector<ABPersonPtr> findEmptyNickname() const;
@@ -60,7 +60,7 @@ public:
     std::vector<ABPersonPtr> findUnusualSuffixInContacts() const;
     std::vector<ABPersonPtr> findBlankNameInContacts() const;
 
-    /// A place for a result that somebody wants to share; a scan neither reads nor sets it.
+    /// Holds a result for sharing; a scan neither reads nor sets it.
     std::shared_ptr<ScanResult> allResult() const { return m_allResult; }
     void setAllResult(std::shared_ptr<ScanResult> result) { m_allResult = std::move(result); }
 

@@ -5,5 +5,5 @@
 #include <QLoggingCategory>
 
 Q_DECLARE_LOGGING_CATEGORY(lcScan)
-/// Lines that come once for each character of a text; off unless asked for.
+/// Lines per character of a text; off by default.
 Q_DECLARE_LOGGING_CATEGORY(lcScanTrace)

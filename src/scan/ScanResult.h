@@ -10,18 +10,18 @@
 #include <variant>
 #include <vector>
 
-/// One e-mail address that several people hold.
+/// An e-mail address shared by several people.
 struct EmailMatch
 {
     ABPersonPtr searchedPerson;
-    std::vector<ABPersonPtr> matchPersonsArray; ///< the others who hold it, in the order of the address book; not empty
-    QString duplicateEmailType; ///< the label of the address in searchedPerson; null where it has none
+    std::vector<ABPersonPtr> matchPersonsArray; ///< the others with it, in address book order; not empty
+    QString duplicateEmailType; ///< its label in searchedPerson; null without one
     QString sharedAddress = {};
 
     friend bool operator==(const EmailMatch &, const EmailMatch &) = default;
 };
 
-/// What a condition found, in the order in which it found it; matches for ShareEmail, people for all others.
+/// The findings of a condition, in the order found; matches for ShareEmail, people for all others.
 using Findings = std::variant<std::vector<ABPersonPtr>, std::vector<EmailMatch>>;
 
 bool isEmpty(const Findings &findings);
@@ -32,9 +32,9 @@ class ScanResult
 public:
     using Entry = std::pair<Condition, Findings>;
 
-    /// Replaces what the condition found before, in its place; empty findings are ignored.
+    /// Replaces the condition's earlier findings in place; empty findings are ignored.
     void insert(Condition condition, Findings findings);
-    /// nullptr when the condition found nothing.
+    /// nullptr if the condition found nothing.
     const Findings *find(Condition condition) const;
     bool isEmpty() const { return m_entries.empty(); }
 

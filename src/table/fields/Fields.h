@@ -7,7 +7,7 @@
 #include <optional>
 #include <span>
 
-/// The fields of the flat view of a contact: columns of the contact table, keys of its edits, columns of exports.
+/// The fields of the flat view of a contact: columns of the contact table and of exports, keys of edits.
 enum class Field : quint8 {
     // Single values, in the order in which a person dictionary holds them.
     FirstName,
@@ -64,15 +64,15 @@ inline constexpr int kAddressPartCount = 6;
 inline constexpr int kMessagingServiceCount = 10;
 inline constexpr int kFieldCount = static_cast<int>(Field::HomeAim) + 3 * kMessagingServiceCount;
 
-/// Where a field's value comes from and how an edit of it is written back.
+/// Where a field's value comes from and how an edit is written back.
 enum class FieldFamily : quint8 {
     Text, ///< one text property
     Date, ///< one date property
-    FullName, ///< made of first and last name, stored nowhere
+    FullName, ///< first and last name together, not stored
     Labelled, ///< the text under a label of a multi-value: e-mails, URLs, phones
-    RelatedName, ///< the same for related names, which are rebuilt in another way
+    RelatedName, ///< the same for related names, which are rebuilt differently
     Address, ///< a part of the address under a label
-    SocialProfile, ///< the user name of a service, under the home label
+    SocialProfile, ///< the user name of a service, labelled home
     InstantMessage, ///< the user name of a service, under a label
 };
 
@@ -80,25 +80,25 @@ struct FieldInfo
 {
     Field field;
     FieldFamily family;
-    ABProperty property; ///< for FullName: the first name, which it begins with
-    QString label; ///< the field's name: column title, column of exports, key in JSON
-    QString storeLabel; ///< of the entry it is read from and written to; null for single values
+    ABProperty property; ///< for FullName: the first name
+    QString label; ///< the field's name: column title, key in JSON
+    QString storeLabel; ///< of the stored entry; null for single values
     std::optional<ABKey> part; ///< of an address
     QString service; ///< of an account or profile; else null
 };
 
-/// All fields in the order of Field.
+/// In the order of Field.
 std::span<const FieldInfo> allFields();
 const FieldInfo &fieldInfo(Field field);
-/// The fields that one property is shown as, in the order of Field.
+/// The fields of one property, in the order of Field.
 std::span<const FieldInfo> fieldsOfProperty(ABProperty property);
-/// Exact comparison; nothing for any other text.
+/// Exact comparison; nothing for other texts.
 std::optional<Field> fieldLabelled(QStringView label);
 
-/// Home, work or other: which of the three groups of fields an address or a messaging account with this label
-/// belongs to. Every label that is neither home nor work, a missing one too, is other.
+/// The group of fields for an address or messaging account with this label. Labels other than home and work, and none,
+/// are other.
 enum class FieldGroup : quint8 { Home, Work, Other };
 inline constexpr int kFieldGroupCount = 3;
 FieldGroup groupOfLabel(const QString &storeLabel);
-/// The label under which an entry of the group is written.
+/// The label for an entry of the group.
 const QString &labelOfGroup(FieldGroup group);

@@ -8,13 +8,13 @@
 #include <span>
 #include <variant>
 
-/// std::monostate where the field has no value; a date for Field::Birthday, a text for all others.
+/// std::monostate if absent; a date for Field::Birthday, otherwise a text.
 using FieldValue = std::variant<std::monostate, QString, QDate>;
 
 /// A person as a flat map from field to value, in the order in which the fields were first set.
 ///
-/// Values are those of one record and stay so whatever becomes of the person; it shares the record's texts. A plain
-/// value: copies are independent. An absent value has no entry; an empty text has one.
+/// A plain value that shares the texts of one record and does not change with the person. An absent value has no entry;
+/// an empty text has one.
 class PersonDictionary
 {
 public:
@@ -26,35 +26,35 @@ public:
     private:
         friend class PersonDictionary;
         Field m_field;
-        const QString *m_text; // in the record or in m_ownTexts; null: m_birthday, or made of the names (FullName)
+        const QString *m_text; // in the record or m_ownTexts; null: m_birthday, or computed (FullName)
     };
 
-    /// Empty, of nobody.
+    /// Empty, of no person.
     PersonDictionary() = default;
 
-    /// The person it was made of; null once removed.
+    /// The person it was made from; null once removed.
     const ABPersonPtr &person() const { return m_person; }
-    /// For rows that leave the table: they hold values only.
+    /// For rows that leave the table and hold only values.
     void removePerson() { m_person = nullptr; }
-    /// What it was made of; null once a value was set, and for a copy of some fields.
+    /// The record it was made from; null once a value was set, and for a copy of some fields.
     const PersonRecord *unchangedRecord() const { return m_isChanged ? nullptr : m_record.get(); }
 
     std::span<const Entry> entries() const { return m_entries; }
     FieldValue value(const Entry &entry) const;
     FieldValue value(Field field) const;
     bool contains(Field field) const { return find(field) != nullptr; }
-    /// A text as it is, a date as YYYY-MM-DD; null (isNull) where the field has no value.
+    /// A text unchanged, a date as YYYY-MM-DD; null (isNull) if absent.
     QString text(Field field) const;
     QString text(const Entry &entry) const;
-    /// The text where one is kept, valid as long as the dictionary; null for an absent value, and for a date or full
-    /// name, which text() makes.
+    /// The stored text, valid as long as the dictionary; null if absent, and for a date or full name, which text()
+    /// computes.
     const QString *keptText(Field field) const;
     const QString *keptText(const Entry &entry) const { return entry.m_text; }
 
-    /// A copy, of nobody, that has of these fields those with a value, in their order.
+    /// A copy without a person, with those of these fields that have a value, in their order.
     PersonDictionary withFields(std::span<const Field> fields) const;
 
-    /// Replaces the value in its place, or adds it behind all others. std::monostate removes the field.
+    /// Replaces the value in place, or appends it. std::monostate removes the field.
     void setValue(const FieldValue &value, Field forField);
 
 private:
@@ -68,14 +68,14 @@ private:
     PersonRecordPtr m_record; // keeps the texts
     std::vector<Entry> m_entries;
     QDate m_birthday;
-    std::vector<std::shared_ptr<const QString>> m_ownTexts; // of fields that were set since
+    std::vector<std::shared_ptr<const QString>> m_ownTexts; // of fields set later
     bool m_isChanged = false;
 };
 
-/// Who a dictionary is for: the contact table's also has Preffix and FullName, a merge knows neither.
+/// A dictionary for the contact table also has Preffix and FullName.
 enum class DictionaryForm { Table, Merge };
 
-/// Of several values of one field the last one counts; values that no field shows are left out.
-/// Any thread; @p record is that of @p person at the moment that counts.
+/// Of several values of one field the last counts; values without a field are left out. Any thread; @p record is @p
+/// person's at the relevant moment.
 PersonDictionary prasePerson(const ABPersonPtr &person, const PersonRecordPtr &record, DictionaryForm form);
 PersonDictionary prasePerson(const ABPersonPtr &person, DictionaryForm form);

@@ -8,10 +8,10 @@
 #include <QDate>
 #include <QLocale>
 
-/// What a cell shows: YYYY-MM-DD, or --MM-DD without a year (ISO 8601:2000, 5.2.1.3; also RFC 6350, 4.3.1).
+/// YYYY-MM-DD, or --MM-DD without a year (ISO 8601:2000, 5.2.1.3; also RFC 6350, 4.3.1).
 QString birthdayText(QDate birthday);
 
-/// Reads what birthdayText() writes, and the locale's short form of a date, with all four digits of the year or with
-/// two. Two digits mean the last such year that is not after @p today.
-/// Anything else, an empty text too, is Invalid; the text of the error names it.
+/// Reads birthdayText()'s format, and the locale's short date format with a four- or two-digit year. Two digits mean
+/// the latest such year not after @p today. Anything else, including an empty text, is Invalid; the error names the
+/// text.
 Result<QDate> birthdayFromText(const QString &text, const QLocale &locale, QDate today);

@@ -9,16 +9,16 @@
 #include <span>
 #include <vector>
 
-/// One of the menus in which the user chooses what the contact table shows.
+/// A menu that shows and hides columns of the contact table.
 struct ColumnMenu
 {
-    QLatin1StringView name; ///< by which code finds it
+    QLatin1StringView name; ///< for code
     QLatin1StringView title; ///< for the user
-    std::vector<Field> fields; ///< in the order of the menu's items
+    std::vector<Field> fields; ///< in menu order
 };
 
-/// All of them; together they hold every field once.
+/// Together they hold every field once.
 std::span<const ColumnMenu> allMenusArray();
 
-/// What a fresh contact table shows, from the left.
+/// The columns of a fresh contact table, from the left.
 std::span<const Field> initialColumns();

@@ -9,29 +9,29 @@
 
 #include <functional>
 
-/// The rows and the shown columns of the contact table, in their order on the screen. For the main thread.
+/// The rows and visible columns of the contact table, in screen order. Main thread only.
 class ContactTableModel : public QAbstractTableModel
 {
     Q_OBJECT
 
 public:
-    /// Of a column that the user adds, in points.
+    /// Of a column that the user adds, in pixels.
     static constexpr int kColumnWidth = 150;
-    /// Of every cell: whether its contact is damaged and cannot be edited; the tool tip says so, too.
+    /// For every cell: whether its contact is damaged and cannot be edited, as the tool tip says too.
     static constexpr int kIsDamagedRole = Qt::UserRole;
 
-    /// Carries out the edit of a cell; the model itself changes nothing.
+    /// Carries out an edit; the model itself changes nothing.
     using CellEdit = std::function<Result<void>(const QString &text, Field field, int row)>;
 
-    /// @p edit is called for edits that come in through setData().
+    /// @p edit is called by setData().
     explicit ContactTableModel(CellEdit edit, QObject *parent = nullptr);
 
-    /// Whether cells can be edited; true until told otherwise.
+    /// True by default.
     void setEditable(bool isEditable) { m_isEditable = isEditable; }
     bool isEditable() const { return m_isEditable; }
 
     const PersonRows &rows() const { return m_rows; }
-    /// A change of the layout, not a reset: selections and open editors follow their people.
+    /// A layout change, not a reset: selections and open editors follow their people.
     void setRows(PersonRows rows);
     void setRow(int row, PersonRow value);
     void takeRow(int row);
@@ -40,15 +40,15 @@ public:
     void setColumns(const std::vector<Field> &columns);
     /// Adds it at the right end.
     void showColumn(Field field);
-    /// Removes it wherever it is shown.
+    /// Removes it, wherever it is.
     void hideColumn(Field field);
     void moveColumn(int from, int to);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
-    /// The display text of a birthday leaves out a year that is not known; its edit text is always YYYY-MM-DD.
+    /// The display text of a birthday omits an unknown year; its edit text is always YYYY-MM-DD.
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    /// False when the edit was refused; cellRefused() then says why.
+    /// False if the edit was refused; cellRefused() then says why.
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;

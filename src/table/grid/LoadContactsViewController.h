@@ -13,21 +13,21 @@
 
 class RowExporter;
 
-/// What the contact table asks of the program around it, on the main thread.
+/// What the contact table needs from the program, on the main thread.
 class ContactTableDelegate
 {
 public:
     virtual ~ContactTableDelegate() = default;
 
-    /// The rows that were asked for are there.
+    /// The requested rows are there.
     virtual void makeFreshButtonEnable() = 0;
     virtual AlertPanel &alertPanel() = 0;
-    /// Null: nothing is exported.
+    /// Null: no exports.
     virtual RowExporter *rowExporter() = 0;
 };
 
-/// The contact table without its window: loads everybody from the shared address book, writes edits back, sorts,
-/// deletes, hands over to the exporter. For the main thread, but where it says otherwise.
+/// The contact table without its window: loads everyone from the shared address book, writes edits back, sorts,
+/// deletes, and passes rows to the exporter. Main thread unless documented otherwise.
 class LoadContactsViewController : public QObject
 {
     Q_OBJECT
@@ -40,14 +40,12 @@ public:
     ContactTableModel *getTableView() { return &m_table; }
     const ContactTableModel *getTableView() const { return &m_table; }
 
-    /// Starts to read everybody anew, with what others changed meanwhile, on a thread of its own; returns at once.
-    /// A load that is still running is given up. The rows come in the order of the address book, whatever the table
-    /// was sorted by.
+    /// Starts to reload everyone, including outside changes, in a job; returns immediately. Replaces a running load.
+    /// The rows come in address book order, whatever the table was sorted by.
     void loadPersonInAddressBook();
-    /// Everybody's rows, in the order of the address book; empty without an address book. Any thread; stops early,
-    /// with some of the rows, when told to.
+    /// All rows, in address book order; empty without an address book. Any thread; when stopped, returns only some of
+    /// the rows.
     static PersonRows loadPeople(const std::shared_ptr<ABAddressBook> &book, const std::stop_token &isSuperseded = {});
-    /// As the contact table reads a person.
     static PersonDictionary prasePerson(const ABPersonPtr &person);
     void updateTableView(const PersonRows &allPeopleArray);
     void tableViewReloadData();
@@ -56,36 +54,36 @@ public:
     FieldValue objectValue(Field forTableColumn, int row) const;
     /// Puts the value into the row, commits it and starts a load. The error says why the commit failed.
     Result<void> setObjectValue(const FieldValue &value, Field forTableColumn, int row);
-    /// The same for what a user typed. A birthday that cannot be read is Invalid and changes nothing.
+    /// The same for typed text. An invalid birthday is Invalid and changes nothing.
     Result<void> editCell(const QString &text, Field field, int row);
-    /// The value that editCell() stores: an empty text means no birthday, but an empty value in every other field.
+    /// The value that editCell() stores: an empty text means no birthday, but an empty value in all other fields.
     static Result<FieldValue> valueFromText(const QString &text, Field field);
-    /// While a cell is being edited, the rows of a load wait, so that none moves or disappears under the editor.
+    /// During an edit, loaded rows wait, so that none moves or disappears under the editor.
     void setEditing(bool isEditing);
-    /// Always true; failed() tells of a commit that failed.
+    /// Always true; failed() reports a failed commit.
     bool commitContactsToAddressBook(
         const QString &fieldLabel, const FieldValue &commitValue, const ABPersonPtr &withPerson);
 
-    /// Sorts by the given columns, the most important first. The next load brings the address book's order back.
+    /// Sorts by these columns, the most important first, until the next load.
     void sortDescriptorsDidChange(const std::vector<SortDescriptor> &descriptors);
     const std::vector<SortDescriptor> &sortDescriptors() const { return m_descriptors; }
 
-    /// Shows the column with this title at the right end or, if it is shown, hides it. Other texts change nothing.
+    /// Shows the column with this title at the right end or hides it. Ignores other texts.
     void menuDidChange(const QString &itemTitle);
     bool isColumnShown(Field field) const;
 
-    /// Asks, then deletes the people of these rows from the address book. A person that could not be removed or whose
-    /// removal could not be saved stays, in the table too.
+    /// Deletes the people of these rows from the address book, after asking. A person whose removal fails or cannot be
+    /// saved stays, in the table too.
     void deleteItem(std::vector<int> selectedRows);
-    /// Hands copies of these rows to the exporter, the lowest row first.
+    /// Passes copies of these rows to the exporter, the lowest row first.
     void exportItem(std::vector<int> selectedRows);
 
 Q_SIGNALS:
-    /// Emitted on the loading thread with the rows of a load that was not superseded.
+    /// Emitted on the loading thread with the rows of a load that was not replaced.
     void tableViewDataChange(const PersonRows &allPeopleArray);
     /// A commit, deletion or load failed; the reason is for the user.
     void failed(const QString &reason);
-    /// Whether the context menu's items have rows to work on; emitted before the user is asked about a deletion.
+    /// Whether the context menu has rows to work on; emitted before the user is asked about a deletion.
     void contextMenuEnabled(bool isEnabled);
 
 private:
@@ -97,8 +95,8 @@ private:
     ContactTableDelegate &m_delegate;
     ContactTableModel m_table;
     std::vector<SortDescriptor> m_descriptors;
-    bool m_isLoading = false; // until the rows are shown
+    bool m_isLoading = false; // until its rows are shown
     bool m_isEditing = false;
-    std::optional<PersonRows> m_heldRows; // of the newest load, if they wait for the end of an edit
+    std::optional<PersonRows> m_heldRows; // of the newest load, waiting for the end of an edit
     Job m_loader; // last: its work uses the members above
 };

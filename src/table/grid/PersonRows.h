@@ -6,7 +6,7 @@
 
 #include <QMetaType>
 
-/// A row is replaced as a whole and never changed, so rows may be read from any thread.
+/// Rows are replaced, never changed, so any thread may read them.
 using PersonRow = std::shared_ptr<const PersonDictionary>;
 using PersonRows = std::vector<PersonRow>;
 

@@ -6,16 +6,16 @@
 
 class LoadContactsViewController;
 
-/// Exports rows of the contact table; the caller sets all three, then starts.
+/// Exports rows of the contact table; set all three, then start.
 class RowExporter
 {
 public:
     virtual ~RowExporter() = default;
 
-    /// For the columns that are shown and, when everybody is exported, the rows. Must outlive the export.
+    /// Provides the visible columns and, when everyone is exported, the rows. Must outlive the export.
     virtual void setLoadContactsViewController(const LoadContactsViewController *controller) = 0;
     virtual void setIsExportAllPeople(bool all) = 0;
     virtual void setExportArray(PersonRows rows) = 0;
-    /// Asks the user where to, and returns before the files are written.
+    /// Asks the user for the target; returns before the files are written.
     virtual void startExport() = 0;
 };

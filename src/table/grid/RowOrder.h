@@ -14,7 +14,6 @@ struct SortDescriptor
     friend bool operator==(const SortDescriptor &, const SortDescriptor &) = default;
 };
 
-/// The rows in another order. Texts are compared as the locale does, capitals and small letters alike, runs of digits
-/// by their value. Rows without the value come last in both orders; rows that compare equal keep their order. The first
-/// descriptor decides, the next ones where it finds rows equal.
+/// The sorted rows. Texts compare by locale, ignoring case, runs of digits by value. Rows without the value come last
+/// in both directions; equal rows keep their order. Later descriptors decide between rows that earlier ones find equal.
 PersonRows sortedRows(const PersonRows &rows, const std::vector<SortDescriptor> &descriptors, const QLocale &locale);

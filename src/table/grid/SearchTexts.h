@@ -7,22 +7,22 @@
 #include <stop_token>
 #include <unordered_map>
 
-/// The texts of all rows side by side, for finding words in 100,000 rows while somebody types. Takes some 150 bytes a
-/// row. For one thread at a time.
+/// All rows' texts side by side, to search 100,000 rows while the user types. Some 150 bytes per row. One thread at a
+/// time.
 class SearchTexts
 {
 public:
-    /// What a stopped construction leaves is of no use.
+    /// If stopped during construction, the object is unusable.
     explicit SearchTexts(const PersonRows &rows, const std::stop_token &isSuperseded = {});
 
-    /// Belongs to @p rows from then on. Costs next to nothing for rows that show a record it knows.
+    /// Switches to @p rows. Cheap for rows with known records.
     void follow(const PersonRows &rows);
 
     std::size_t rowCount() const { return m_slices.size(); }
 
-    /// Which rows have each word of @p text in some field, in their order: all of them where it has no words. Capital
-    /// and small letters are the same, by Unicode's simple case folding. A phone number is also found by its digits,
-    /// whatever stands between them.
+    /// The rows that have each word of @p text in some field, in order; all of them if there are no words. Case is
+    /// ignored, by Unicode's simple case folding. Phone numbers are also found by their digits, whatever is between
+    /// them.
     std::vector<int> rowsWith(const QString &text) const;
 
 private:
@@ -38,5 +38,5 @@ private:
     std::string m_texts; // UTF-8, folded, the fields of a row separated by line feeds
     std::vector<Slice> m_slices; // by row
     PersonRows m_rows;
-    std::unordered_map<const PersonRecord *, Slice> m_known; // of m_rows; empty until somebody asks
+    std::unordered_map<const PersonRecord *, Slice> m_known; // of m_rows; empty until needed
 };
