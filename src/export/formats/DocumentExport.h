@@ -12,27 +12,27 @@
 
 class QIODevice;
 
-// What the writers of documents have in common.
+// Shared by the writers of documents.
 
-/// Gives the moment that documents carry.
+/// The time stored in documents.
 using ExportClock = std::function<QDateTime()>;
 
-/// Says which contacts stand on further sheets than the first, where that cannot hold all; else empty.
+/// Says which contacts are on further sheets; empty if one sheet holds all.
 QString furtherSheetsRemark(std::span<const PersonRow> rows, std::size_t rowsInSheet);
 
-/// Adds @p extension to the base path and writes a new file there with @p write, whole or not at all.
-/// @p write counts what it changes to make texts safe.
+/// Writes a new file at the base path with @p extension, completely or not at all, using @p write, which counts the
+/// changes that make texts safe.
 ExportReport exportDocument(const QString &basePath, QLatin1StringView extension,
     const std::function<Result<void>(QIODevice &, TextRepairs &)> &write);
 
-/// What the creators of Pages, Numbers and Word documents are made of.
+/// Base of the creators of Pages, Numbers and Word documents.
 class DocumentCreator
 {
 public:
     explicit DocumentCreator(ExportClock clock = QDateTime::currentDateTimeUtc) : m_clock(std::move(clock)) { }
 
-    /// @p SavePath is without the extension. Both show the fields that a contact has: with @p isShowAllInfo by the
-    /// fixed columns of all fields, without by those that the rows have, in their order.
+    /// @p SavePath has no extension. Each contact's fields are shown: with @p isShowAllInfo in the fixed order of all
+    /// fields, otherwise in the order of the rows.
     void initWithDictionary(PersonRows rows, const QString &SavePath, bool isShowAllInfo);
 
 protected:

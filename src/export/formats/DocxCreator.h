@@ -4,7 +4,7 @@
 
 #include "export/formats/DocumentExport.h"
 
-/// Writes rows as a word-processing document, see DocxDocument. For one thread, any.
+/// Writes rows as a word-processing document, see DocxDocument. Any one thread.
 class DocxCreator : public DocumentCreator
 {
 public:
@@ -15,6 +15,6 @@ public:
     {
         DocumentCreator::initWithDictionary(std::move(rows), SavePath, true);
     }
-    /// Names the one file, which is a new one. Where it fails there is none.
+    /// Returns the one new file; if it fails there is none.
     ExportReport startConvert() const;
 };

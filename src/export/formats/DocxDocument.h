@@ -9,15 +9,15 @@
 
 class QXmlStreamWriter;
 
-/// A word-processing document in Office Open XML (ECMA-376): a heading and lines a contact, the page's number at the
-/// foot of each page. No table a contact: programs that open such documents take minutes over thousands of tables.
+/// A word-processing document in Office Open XML (ECMA-376): a heading and lines per contact, page numbers at the
+/// bottom. No tables: word processors take minutes over thousands of them.
 class DocxDocument
 {
 public:
-    /// The rows must outlive the document. @p time is when it says it was made.
+    /// The rows must outlive the document. @p time is its creation time.
     DocxDocument(QDateTime time, std::span<const PersonRow> rows) : m_time(std::move(time)), m_rows(rows) { }
 
-    /// Like ZipPackage::writeTo(); what was changed to make texts safe is added to @p repairs.
+    /// Like ZipPackage::writeTo(); changes that make texts safe are counted in @p repairs.
     Result<void> writeTo(QIODevice &target, TextRepairs &repairs) const;
 
 private:

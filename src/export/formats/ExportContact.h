@@ -12,34 +12,32 @@
 #include <list>
 #include <span>
 
-/// What a user chooses for an export.
 struct ExportChoice
 {
     QString folder;
     QString selectedButton; ///< the title of a format
-    int matrix = 0; ///< which fields: the tag of the radio button
+    int matrix = 0; ///< the tag of the radio button for the fields
 };
 
-/// Asks for the folder, the format and the fields; prompt "Save".
+/// Asks for folder, format and fields; prompt "Save".
 class ExportPanel
 {
 public:
     virtual ~ExportPanel() = default;
-    /// Returns at once or after the answer; @p done is called on the main thread at most once, with nothing when the
-    /// user gave up.
+    /// Returns immediately or after the answer; calls @p done on the main thread at most once, with nothing if the user
+    /// cancelled.
     virtual void beginSheet(std::function<void(const std::optional<ExportChoice> &)> done) = 0;
 };
 
-/// All that an export works on; it shares the rows, which never change.
+/// The input of an export; shares the rows, which never change.
 struct ExportSource
 {
-    PersonRows exportArray; ///< of an export of all fields
-    PersonRows tableRows; ///< of an export of the shown fields
-    std::vector<Field> columns; ///< the shown ones, from the left
+    PersonRows exportArray; ///< for an export of all fields
+    PersonRows tableRows; ///< for an export of the visible fields
+    std::vector<Field> columns; ///< the visible ones, from the left
     int matrix = 0;
 };
 
-/// How an export ended.
 struct ExportOutcome
 {
     QString format; ///< its title
@@ -49,25 +47,25 @@ struct ExportOutcome
 };
 Q_DECLARE_METATYPE(ExportOutcome)
 
-/// Exports rows of the contact table in the format that the user chooses, each export in a job of its own, several
-/// at once if need be. For the main thread, but where it says otherwise.
+/// Exports rows of the contact table in the chosen format, each export in a separate job, several in parallel if
+/// necessary. Main thread unless documented otherwise.
 class ExportContact : public QObject, public RowExporter
 {
     Q_OBJECT
 
 public:
-    /// Tags of the choice of fields.
+    /// Tags for the choice of fields.
     static constexpr int kTableFieldsTag = 1;
     static constexpr int kAllFieldsTag = 2;
 
     struct Format
     {
-        QString title; ///< for the user, who chooses by it
-        QString name; ///< for command lines
-        QString fileName; ///< behind the folder, with its slash; empty where the writer names its files itself
+        QString title; ///< for the user
+        QString name; ///< on the command line
+        QString fileName; ///< appended to the folder, with its slash; empty if the writer names its files
         ExportReport (*write)(const QString &toDesPath, const ExportSource &source);
     };
-    /// In the order in which they are offered.
+    /// In the order offered.
     static std::span<const Format> formats();
 
     /// @p panel must outlive this.
@@ -80,14 +78,13 @@ public:
     void setExportArray(PersonRows rows) override { m_exportArray = std::move(rows); }
     const PersonRows &exportArray() const { return m_exportArray; }
 
-    /// Asks, and starts the export once there is an answer: with the rows and columns of that moment. A title or tag
-    /// that does not exist exports nothing.
+    /// Asks, then starts the export with the rows and columns of that moment. An unknown title or tag exports nothing.
     void startExport() override;
-    /// Rows with the values of the shown columns only, in the columns' order.
+    /// Rows with only the visible columns, in column order.
     PersonRows copyDictionaryDataSoucre() const;
     void waitForFinished();
 
-    // Any thread. The path is the folder, or the folder and the file's name without extension.
+    // Any thread. The path is the folder, or folder and file name without extension.
     static ExportReport exportExcelToDesPath(const QString &toDesPath, const ExportSource &source);
     static ExportReport exportHtmlToDesPath(const QString &toDesPath, const ExportSource &source);
     static ExportReport exportPagesToDesPath(const QString &toDesPath, const ExportSource &source);
@@ -98,7 +95,7 @@ public:
     static ExportReport exportTxtToDesPath(const QString &toDesPath, const ExportSource &source);
 
 Q_SIGNALS:
-    /// Emitted on the thread of the export.
+    /// Emitted on the export's thread.
     void exportFinished(const ExportOutcome &outcome);
 
 private:

@@ -9,14 +9,13 @@
 
 #include <optional>
 
-/// What became of an export.
 struct ExportReport
 {
-    QStringList paths; ///< of the files that were written, in that order
-    std::optional<Error> error; ///< the first thing that went wrong; files may have been written nevertheless
+    QStringList paths; ///< of the files written, in order
+    std::optional<Error> error; ///< the first error; files may still have been written
     TextRepairs repairs;
-    QString remark; ///< where something is that may be missed; nothing of it is lost
+    QString remark; ///< where to find what may be missed; nothing is lost
 
-    /// A file that was written, or the reason why it was not. True when it was.
+    /// Takes the path of a written file, or the error. True for a file.
     bool take(const Result<QString> &written);
 };

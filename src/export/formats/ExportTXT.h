@@ -5,16 +5,15 @@
 #include "export/formats/ExportColumns.h"
 #include "export/formats/ExportReport.h"
 
-/// Text in which each field stands in double quotes, with blanks between; quotes inside a value are not escaped. Any
-/// thread.
+/// Text with each field in double quotes, separated by blanks; quotes inside values are not escaped. Any thread.
 class ExportTXT
 {
 public:
-    /// Of all fields: Multi-Contacts.txt with 90 fixed columns (no phonetic names); else allPeople.txt with those of
-    /// the rows. False when nothing was written; @p report may be null.
+    /// All fields: Multi-Contacts.txt with 90 fixed columns (no phonetic names); else allPeople.txt with those of the
+    /// rows. False if nothing was written; @p report may be null.
     bool writeTXTFileWithArray(
         const PersonRows &rows, const QString &exportDesPath, bool isShowAllInfo, ExportReport *report = nullptr) const;
-    /// A file named as the person, with the fields that have values.
+    /// A file named after the person, with the fields that have values.
     bool writeTXTFileWithDictionary(
         const PersonDictionary &row, const QString &exportDesPath, ExportReport *report = nullptr) const;
     QStringList getAllKeyInArray(const PersonRows &rows) const { return labelsOf(columnsOf(rows)); }

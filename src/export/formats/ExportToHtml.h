@@ -6,19 +6,19 @@
 #include "export/formats/ExportReport.h"
 #include "export/formats/Utf8Output.h"
 
-/// One XHTML page with one table: a header row and a row per person. Without people the page has no table. Written
-/// directly, pretty-printed as an XML writer would do it: QXmlStreamWriter takes several times as long for so many
-/// small elements with long attributes. For one thread.
+/// One XHTML page with one table: a header row and a row per person; without people no table. Written directly,
+/// pretty-printed like an XML writer's output: QXmlStreamWriter takes several times as long for so many small elements
+/// with long attributes. One thread.
 class ExportToHtml
 {
 public:
-    /// @p savePath has no extension. Of all fields: 90 fixed columns (no phonetic names), but for a single person that
-    /// person's own; else the fields of the rows.
+    /// @p savePath has no extension. All fields: 90 fixed columns (no phonetic names), but for a single person that
+    /// person's; else the fields of the rows.
     ExportToHtml(PersonRows dictionary, QString savePath, bool isShowAllInfo);
 
-    /// To the path with the extension html, or to the next free name.
+    /// Writes to the path with the extension html, or to the next free name.
     ExportReport writeHtml();
-    /// The page itself; what was changed to make texts safe is added to @p repairs.
+    /// The page itself; changes that make texts safe are counted in @p repairs.
     Result<void> writePage(QIODevice &target, TextRepairs &repairs);
 
     QStringList getAllKey() const { return labelsOf(columnsOf(m_dictionArr)); }
@@ -36,5 +36,5 @@ private:
     const PersonRows m_dictionArr;
     const QString m_savePath;
     const bool m_isShowAllInfo;
-    ExportColumns m_dicKeyArr; // of the header row that was written
+    ExportColumns m_dicKeyArr; // of the header row written
 };

@@ -4,7 +4,7 @@
 
 #include "export/office/IwaPackage.h"
 
-/// The styles of a Pages or Numbers document, collected until they are written together.
+/// The styles of a Pages or Numbers document, collected and then written together.
 class IwaStyles
 {
 public:
@@ -21,13 +21,13 @@ public:
 
     quint64 stylesheet() const { return m_stylesheet; }
 
-    /// Gives the style's number. @p identifier is unique in the document. Everything about it is as the reader has it.
+    /// Returns the style's number. @p identifier is unique in the document. All else has the reader's defaults.
     quint64 add(Kind kind, const QString &name, const QString &identifier);
-    /// The same for a paragraph style that says something of its characters or layout.
+    /// The same for a paragraph style with character or layout settings.
     quint64 addParagraph(const QString &name, const QString &identifier, const ProtobufMessage &characters,
         const ProtobufMessage &layout);
 
-    /// Begins the component of the styles and writes all of them into it.
+    /// Writes all styles into a new component.
     void write();
 
 private:

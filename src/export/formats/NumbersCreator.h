@@ -4,12 +4,12 @@
 
 #include "export/formats/DocumentExport.h"
 
-/// Writes rows as a Numbers spreadsheet, see NumbersDocument. For one thread, any.
+/// Writes rows as a Numbers spreadsheet, see NumbersDocument. Any one thread.
 class NumbersCreator : public DocumentCreator
 {
 public:
     using DocumentCreator::DocumentCreator;
 
-    /// Names the one file, which is a new one. Where it fails there is none.
+    /// Returns the one new file; if it fails there is none.
     ExportReport startConvert() const;
 };

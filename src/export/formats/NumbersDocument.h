@@ -5,19 +5,19 @@
 #include "export/formats/IwaStyles.h"
 #include "export/formats/NumbersTable.h"
 
-/// A Numbers document: a sheet with one table, and more such sheets where a table cannot take all rows. Made from
-/// nothing, without a template; docs/office-formats.md says what is in it and why.
+/// A Numbers document: a sheet with one table, and further sheets if necessary. Built without a template;
+/// docs/office-formats.md describes its contents.
 class NumbersDocument
 {
 public:
-    /// What Numbers takes in one table, its header row not counted.
+    /// Numbers' limit for one table, without the header row.
     static constexpr qsizetype kRowsInTable = 999'999;
 
-    /// Columns and rows must outlive the document. @p time and @p name tell documents apart.
+    /// Columns and rows must outlive the document. @p time and @p name distinguish documents.
     NumbersDocument(const QDateTime &time, const QString &name, std::span<const ExportColumn> columns,
         std::span<const PersonRow> rows, qsizetype rowsInTable = kRowsInTable);
 
-    /// Like ZipPackage::writeTo(); what was changed to make texts safe is added to @p repairs. Once only.
+    /// Like ZipPackage::writeTo(); changes that make texts safe are counted in @p repairs. Once only.
     Result<void> writeTo(QIODevice &target, TextRepairs &repairs);
 
 private:
@@ -27,7 +27,7 @@ private:
         quint64 id, info, model, treeNode, tableNode;
         NumbersTable table;
     };
-    /// Numbers of what the tables look like.
+    /// Object numbers of the tables' styles.
     struct Look
     {
         quint64 text, headerText, cell, table, name, nameShape, character, list, preset, network;

@@ -8,27 +8,26 @@
 
 #include <span>
 
-/// The content of one table of a Numbers document: cells, their texts, and what says where they are. The first row
-/// holds the columns' labels; a row of the export follows as each further one. Cells without text are not written.
+/// The content of one table of a Numbers document: cells, their texts, and where they are. The first row holds the
+/// columns' labels, followed by the rows of the export. Cells without text are not written.
 ///
-/// Memory does not grow with the rows but for a few dozen bytes per tile of 256: the rows are walked once for the
-/// cells, and again for the texts and for the count of cells in each row. To that end each cell has a text of its own
-/// in the list of texts, which in a file that Numbers saved holds equal ones once; its own count of uses says so, and
-/// readers go by the number.
+/// Memory grows only by a few dozen bytes per tile of 256 rows: the rows are walked once for the cells, and again for
+/// the texts and for each row's cell count. Therefore each cell has a separate entry in the list of texts, which in
+/// files saved by Numbers holds equal ones once; each entry counts its one use, and readers go by the number.
 class NumbersTable
 {
 public:
-    /// All of it must outlive the table. There is at least one column.
+    /// All must outlive the table. There is at least one column.
     NumbersTable(IwaPackage &package, std::span<const ExportColumn> columns, std::span<const PersonRow> rows);
 
     quint32 rowCount() const { return quint32(m_rows.size()) + 1; }
     quint32 columnCount() const { return quint32(m_columns.size()); }
 
-    /// The part of the table's description that says where its content is.
+    /// The part of the table's description that locates its content.
     ProtobufMessage dataStore() const;
-    /// The numbers that rows and columns keep while they are moved about.
+    /// The identities that rows and columns keep when they are moved.
     void addIdentities(quint64 id, const QUuid &seed);
-    /// Everything else, each object a component of its own; what was changed to make texts safe is added to @p repairs.
+    /// Everything else, each object in a separate component; changes that make texts safe are counted in @p repairs.
     void writeComponents(TextRepairs &repairs);
 
 private:
@@ -43,7 +42,7 @@ private:
     /// The texts of a row's cells; empty ones have no cell. Valid until the next call.
     const std::vector<QString> &textsOf(quint32 row, TextRepairs *repairs = nullptr);
     ProtobufMessage tile(quint32 first, quint32 count, TextRepairs &repairs);
-    /// Empty where the row has no cell.
+    /// Empty if the row has no cell.
     ProtobufMessage row(quint32 index, quint32 indexInTile, TextRepairs &repairs);
     void writeTexts(quint64 id);
     void writeRowHeaders();

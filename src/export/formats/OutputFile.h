@@ -8,32 +8,32 @@
 
 #include <functional>
 
-/// Whether anything, a dangling link too, stands at a path.
+/// Whether anything, even a dangling link, exists at a path.
 using PathTest = std::function<bool(const QString &path)>;
 
 class Function
 {
 public:
-    /// The path itself or, where something stands already, the first free one with a number behind the name: "(0)",
-    /// "(1)" and so on. Free at this moment only: OutputFile claims a name.
+    /// The path itself or, if it exists, the first free one with a number after the name: "(0)", "(1)" and so on. Only
+    /// free at this moment: OutputFile claims names.
     static QString GetOutPutFile(const QString &path);
     static QString GetOutPutFile(const QString &path, const PathTest &exists);
 };
 
-/// A file that appears under its name whole or not at all. Until it is complete, its content is in a temporary file of
-/// the same folder, without a name where the file system can do that: then not even a kill leaves anything behind.
-/// Content survives a crash of the program, not a power cut: nothing waits for the disk. For one thread.
+/// A file that appears under its name completely or not at all. Until then its content is in a temporary file in the
+/// same folder, unnamed if the file system allows, so that even a kill leaves nothing behind. Content survives a crash
+/// of the program, not a power cut: nothing waits for the disk. One thread.
 class OutputFile
 {
 public:
-    /// What to do where something stands at the path.
+    /// What to do if the path exists.
     enum class IfTaken {
-        TakeFreeName, ///< that of Function::GetOutPutFile; never replaces anything, nor follows a link
-        Replace, ///< a file or link; a folder is an error
+        TakeFreeName, ///< Function::GetOutPutFile's; replaces nothing and follows no link
+        Replace, ///< replaces a file or link; a folder is an error
     };
 
-    /// Runs @p fill, which says why it failed, on an unbuffered device and puts the content in place. Returns the path
-    /// it got; on failure nothing is in place.
+    /// Runs @p fill on an unbuffered device and puts the content in place. Returns the final path; on failure nothing
+    /// is in place.
     static Result<QString> write(const QString &path, const std::function<Result<void>(QIODevice &)> &fill,
         IfTaken ifTaken = IfTaken::TakeFreeName);
 
@@ -47,13 +47,13 @@ private:
     int openTemporary(); // 0 or errno
     Error failure(int errorNumber) const;
     int claim(const QString &path) const; // 0 or errno
-    int claimCopy(const QString &path); // of a folder on another file system; 0 or errno
+    int claimCopy(const QString &path); // from a folder on another file system; 0 or errno
     int claimAnyName(); // to rename from; 0 or errno
     Result<QString> commit();
     Result<QString> replace();
 
-    const QString m_path; // asked for
+    const QString m_path; // as requested
     const IfTaken m_ifTaken;
     QFile m_file;
-    QByteArray m_name; // of the temporary file; empty when it has none
+    QByteArray m_name; // of the temporary file; empty without a name
 };

@@ -4,12 +4,12 @@
 
 #include "export/formats/DocumentExport.h"
 
-/// Writes rows as a Pages document, see PagesDocument. For one thread, any.
+/// Writes rows as a Pages document, see PagesDocument. Any one thread.
 class PagesCreator : public DocumentCreator
 {
 public:
     using DocumentCreator::DocumentCreator;
 
-    /// Names the one file, which is a new one. Where it fails there is none.
+    /// Returns the one new file; if it fails there is none.
     ExportReport startConvert() const;
 };

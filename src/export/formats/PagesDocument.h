@@ -7,22 +7,22 @@
 
 #include <span>
 
-/// A Pages document: a heading and lines a contact, in one flow of text. Made from nothing, without a template;
-/// docs/office-formats.md says what is in it and why.
+/// A Pages document: a heading and lines per contact, in one flow of text. Built without a template;
+/// docs/office-formats.md describes its contents.
 ///
 /// Memory does not grow with the rows: the text is one message of the format, so the rows are walked to measure it, for
-/// the text and for where each style begins.
+/// the text, and for the positions of styles.
 class PagesDocument
 {
 public:
-    /// The rows must outlive the document. @p time and @p name tell documents apart.
+    /// The rows must outlive the document. @p time and @p name distinguish documents.
     PagesDocument(const QDateTime &time, const QString &name, std::span<const PersonRow> rows, LineOrder order);
 
-    /// Like ZipPackage::writeTo(); what was changed to make texts safe is added to @p repairs. Once only.
+    /// Like ZipPackage::writeTo(); changes that make texts safe are counted in @p repairs. Once only.
     Result<void> writeTo(QIODevice &target, TextRepairs &repairs);
 
 private:
-    /// Calls with each paragraph, which ends in a line feed, and whether it is a heading.
+    /// Calls @p take with each paragraph, which ends in a line feed, and whether it is a heading.
     template <typename Taker> void walk(Taker take, TextRepairs *repairs = nullptr) const;
     template <typename Taker> void walkRuns(Taker take) const;
     void writeBody(quint64 body, quint64 section, TextRepairs &repairs);

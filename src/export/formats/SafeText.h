@@ -4,30 +4,30 @@
 
 #include <QString>
 
-/// What was changed to make values fit a format, so that the document holds less than the contacts do.
+/// Changes that made values fit a format, so that the document holds less than the contacts.
 struct TextRepairs
 {
-    qint64 characters = 0; ///< that no document can hold, replaced by U+FFFD
+    qint64 characters = 0; ///< replaced by U+FFFD because no document can hold them
     qint64 cutTexts = 0; ///< longer than a cell may be
     QString firstContact; ///< see noteFirst()
 
     bool isEmpty() const { return characters == 0 && cutTexts == 0; }
-    /// English, one line; empty when nothing was changed.
+    /// English, one line; empty without changes.
     QString description() const;
 };
 
-/// What a text's line ends become.
+/// How line ends are written.
 enum class LineEnds {
     AsTheyAre,
     LineFeeds, ///< CR LF, and CR alone, become LF
 };
 
-/// A text as every format of documents can hold it: lone surrogates, control characters other than tab and line ends,
-/// and U+FFFE and U+FFFF become U+FFFD (XML 1.0 section 2.2). A text that is so already is returned without a copy.
+/// A text that every document format can hold: lone surrogates, control characters other than tab and line ends, and
+/// U+FFFE and U+FFFF become U+FFFD (XML 1.0 section 2.2). A safe text is returned without a copy.
 QString safeText(const QString &text, TextRepairs *repairs = nullptr, LineEnds lineEnds = LineEnds::LineFeeds);
 
 /// The same, cut to at most @p maximum UTF-16 units, never within a character.
 QString safeCell(const QString &text, qsizetype maximum, TextRepairs *repairs = nullptr);
 
-/// For formats in whose texts U+FFFC stands for something inserted, which it must not where nothing is: U+FFFD too.
+/// For formats where U+FFFC marks an inserted object: it becomes U+FFFD too.
 QString withoutInsertions(QString safe, TextRepairs *repairs = nullptr);

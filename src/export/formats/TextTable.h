@@ -9,7 +9,7 @@
 
 #include <string_view>
 
-/// A kind of text file and how it sets its fields apart. Nothing inside a field is escaped.
+/// A kind of text file and its field separators. Nothing inside a field is escaped.
 struct TextTableStyle
 {
     QLatin1StringView extension;
@@ -20,21 +20,20 @@ struct TextTableStyle
     std::string_view absent;
 };
 
-/// A line of labels, then a line per row, each ended by a line feed. UTF-8 without a byte-order mark.
+/// A line of labels, then a line per row, each with a line feed. UTF-8 without a byte-order mark.
 Result<void> writeTextTable(
     QIODevice &target, std::span<const PersonRow> rows, const ExportColumns &columns, const TextTableStyle &style);
 
-/// The names of files with several people, without their extension.
+/// The names of files with several people, without extension.
 inline constexpr QLatin1StringView kAllFieldsName("Multi-Contacts");
 inline constexpr QLatin1StringView kShownFieldsName("allPeople");
 
-/// Writes the rows to a file of this name in the folder, or to the next free name. Whether that was done; @p report
-/// may be null.
+/// Writes the rows to a file of this name in the folder, or to the next free name. Returns success; @p report may be
+/// null.
 bool writeTextTableFile(const QString &folder, QLatin1StringView name, const PersonRows &rows,
     const ExportColumns &columns, const TextTableStyle &style, ExportReport *report);
 
-/// The same for one person, of whom only the fields with values are written: a line of labels and a line of values
-/// without an end, in a file that is named as the person ("(null)" for a missing name). A name that holds a slash
-/// names no file.
+/// The same for one person, with only the fields that have values: a line of labels and a line of values without a line
+/// end, in a file named after the person ("(null)" for a missing name). A name with a slash is an error.
 bool writePersonFile(
     const QString &folder, const PersonDictionary &row, const TextTableStyle &style, ExportReport *report);

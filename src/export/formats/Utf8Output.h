@@ -11,8 +11,8 @@
 
 class QIODevice;
 
-/// Text on its way to a device: made UTF-8, without a byte-order mark, and handed on in large pieces. After a write
-/// that failed nothing more is written, and finish() says why. For one thread.
+/// Writes text to a device as UTF-8 without a byte-order mark, in large pieces. After a failed write nothing more is
+/// written, and finish() returns the error. One thread.
 class Utf8Output
 {
 public:
@@ -23,16 +23,16 @@ public:
 
     /// A lone surrogate becomes U+FFFD.
     void write(QStringView text);
-    /// Bytes that are UTF-8 already.
+    /// Bytes must be UTF-8.
     void write(std::string_view utf8)
     {
         m_bytes += utf8;
         flushLargePiece();
     }
 
-    /// Nothing more need be written.
+    /// Further writes are ignored.
     bool hasFailed() const { return !m_written; }
-    /// Hands on what is left. Without it, that is lost.
+    /// Writes what is left, which is lost otherwise.
     Result<void> finish();
 
 private:

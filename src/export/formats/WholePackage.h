@@ -4,6 +4,6 @@
 
 #include "base/Result.h"
 
-/// Whether a zip file of XML parts can be read to its end: its directory and checksums hold, and each part closes the
-/// element it begins with.
+/// Checks that a zip file of XML parts is complete: its directory and checksums are valid, and each part closes its
+/// root element.
 Result<void> checkWholePackage(const QByteArray &path);

@@ -6,21 +6,21 @@
 
 class QIODevice;
 
-/// Cuts bytes into blocks and compresses each: the outer form of an IWA file.
+/// Cuts bytes into compressed blocks: the outer form of an IWA file.
 ///
-/// A block is a zero byte, the length of what follows in three bytes, little-endian, and raw Snappy data of at most
-/// 64 KiB of plain bytes; there is neither a stream identifier nor a checksum
+/// A block is a zero byte, the length of the rest in three bytes, little-endian, and raw Snappy data of at most 64 KiB
+/// of plain bytes, without stream identifier or checksum
 /// (https://github.com/obriensp/iWorkFileFormat/blob/master/Docs/index.md).
 class IwaStream
 {
 public:
-    /// @p target must outlive the stream; what it refuses to take shows in its own error.
+    /// @p target must outlive the stream and reports its own errors.
     explicit IwaStream(QIODevice &target) : m_target(target) { }
     IwaStream(const IwaStream &) = delete;
     IwaStream &operator=(const IwaStream &) = delete;
 
     void write(QByteArrayView plain);
-    /// Writes out the block begun. The destructor does not.
+    /// Writes the last block. The destructor does not.
     void finish();
 
 private:

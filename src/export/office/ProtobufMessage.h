@@ -7,8 +7,8 @@
 
 #include <vector>
 
-/// A message in the binary form of Protocol Buffers, field after field as they are added
-/// (https://protobuf.dev/programming-guides/encoding/). It knows no schema: the caller names field numbers.
+/// A message in the binary form of Protocol Buffers, with fields in the order added
+/// (https://protobuf.dev/programming-guides/encoding/). It has no schema: the caller gives field numbers.
 class ProtobufMessage
 {
 public:
@@ -19,17 +19,17 @@ public:
     /// Lone surrogates become U+FFFD.
     ProtobufMessage &text(int field, QStringView value);
     ProtobufMessage &bytes(int field, QByteArrayView value);
-    /// Takes over the references of @p value too.
+    /// Includes the references of @p value.
     ProtobufMessage &message(int field, const ProtobufMessage &value);
     ProtobufMessage &packed(int field, const std::vector<quint64> &values);
-    /// A message {1: id}, the form in which one object of an archive points to another; the id is noted.
+    /// A message {1: id}, which refers to another object of the archive; the id is recorded.
     ProtobufMessage &reference(int field, quint64 objectId);
 
-    /// All fields of @p other behind these.
+    /// Appends all fields of @p other.
     ProtobufMessage &append(const ProtobufMessage &other);
 
     const QByteArray &data() const { return m_data; }
-    /// The objects pointed to, here and in all parts, in order; one may occur more than once.
+    /// The objects referred to, here and in all parts, in order; may repeat.
     const std::vector<quint64> &references() const { return m_references; }
 
     static void appendVarint(QByteArray &data, quint64 value);

@@ -7,19 +7,19 @@
 #include <QIODevice>
 #include <QTemporaryFile>
 
-/// A temporary file that is written once, then read: without a name where the system can do without, and gone with the
-/// object. Many small writes are cheap. After the first write that failed it takes nothing more, and finish() says why.
+/// A temporary file that is written once, then read: unnamed if possible, and removed with the object. Many small
+/// writes are cheap. After a failed write it takes no more, and finish() returns the error.
 class SpoolFile : public QIODevice
 {
 public:
     SpoolFile();
 
     bool isSequential() const override { return true; }
-    /// Bytes taken so far.
+    /// Bytes written so far.
     qint64 length() const { return m_length; }
-    /// Ends the writing; the text is the bare reason.
+    /// Ends the writing; the error is the bare reason.
     Result<void> finish();
-    /// After finish(): fills @p data with the bytes from @p begin on.
+    /// After finish(): fills @p data with the bytes from @p begin.
     bool readAt(qint64 begin, char *data, qint64 length);
 
 protected:

@@ -8,6 +8,6 @@
 
 class QIODevice;
 
-/// Writes all of @p bytes or says why not; the text is the bare reason. A full disk takes part of the bytes and gives
-/// no reason: it has one for the rest.
+/// Writes all of @p bytes; the error is the bare reason. A full disk takes part of the bytes without an error and fails
+/// for the rest.
 Result<void> writeAll(QIODevice &target, QByteArrayView bytes);
