@@ -7,22 +7,22 @@
 #include <string>
 #include <vector>
 
-/// The streams that a command talks to; tests give buffers.
+/// A command's streams; tests pass buffers.
 struct Console
 {
     std::istream &in;
     std::ostream &out; ///< data
     std::ostream &err; ///< everything else
-    bool errIsTerminal = false; ///< progress may be shown there
-    bool inIsTerminal = false; ///< somebody can be asked there
+    bool errIsTerminal = false; ///< progress may be shown on it
+    bool inIsTerminal = false; ///< the user can be asked
 };
 
-/// The statuses that the program ends with.
+/// The program's exit statuses.
 enum class ExitStatus {
     Done = 0,
-    Refused = 1, ///< in part or as a whole; standard error says what and why
+    Refused = 1, ///< completely or in part; standard error says what and why
     Usage = 2,
 };
 
-/// Runs the program with these arguments (without its name).
+/// Runs the program with these arguments, without its name.
 ExitStatus runCommandLine(const std::vector<std::string> &arguments, Console &console);

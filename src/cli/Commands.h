@@ -8,20 +8,19 @@
 
 #include <optional>
 
-/// What every command is given.
 struct CommandContext
 {
     Console &console;
-    QString where; ///< the address book that the user named; empty: the default one
+    QString where; ///< the address book named by the user; empty: the default one
 
-    /// Opens it and makes it the shared one. Null: refused, and the reason is printed.
+    /// Opens it as the shared address book. Null: refused, with the reason printed.
     std::shared_ptr<ABAddressBook> openAddressBook() const;
-    /// The same for a command that is going to change it: refused where it is read-only. First the backup of the day is
-    /// made; where that fails, the reason is printed and the command goes on.
+    /// The same for a command that changes it; refused if it is read-only. Makes the daily backup first; if that fails,
+    /// prints the reason and continues.
     std::shared_ptr<ABAddressBook> openAddressBookForChange() const;
-    /// The path of a file or folder that the user named. Null: refused, and the reason is printed.
+    /// The path of a file or folder named by the user. Null: refused, with the reason printed.
     std::optional<QString> path(const std::string &argument) const;
-    /// One line on standard error.
+    /// Prints one line on standard error.
     void report(const QString &line) const;
     ExitStatus refuse(const QString &line) const
     {
@@ -30,11 +29,11 @@ struct CommandContext
     }
 };
 
-/// Arguments as they were given; their bytes are known to be UTF-8.
+/// Arguments, known to be valid UTF-8.
 QStringList textsOf(const std::vector<std::string> &arguments);
 
-/// A text as UTF-8 with blanks for all characters that would begin another line or move the cursor: names, labels and
-/// notes may hold anything.
+/// A text as UTF-8, with blanks in place of all characters that would start a new line or move the cursor, since names,
+/// labels and notes may contain anything.
 std::string onOneLine(QString text);
 
 struct ImportOptions
@@ -85,7 +84,7 @@ struct ExportOptions
 {
     std::string format;
     std::string scope = "all";
-    std::vector<std::string> columns; // lists of labels; empty: those of a fresh contact table
+    std::vector<std::string> columns; // lists of labels; empty: the default columns
     std::vector<std::string> select; // lists of uids; empty: everybody
     std::string folder;
 };
@@ -111,7 +110,7 @@ ExitStatus runFix(const FixOptions &options, const CommandContext &context);
 struct MergeOptions
 {
     std::vector<std::string> uids; ///< at least two
-    bool keepAll = false; ///< which is what it does anyway
+    bool keepAll = false; ///< the default
     bool asRepair = false;
 };
 ExitStatus runMerge(const MergeOptions &options, const CommandContext &context);
@@ -126,7 +125,7 @@ ExitStatus runPreview(const PreviewOptions &options, const CommandContext &conte
 
 struct HistoryOptions
 {
-    int limit = 0; ///< how many of the newest are printed; 0: all
+    int limit = 0; ///< how many are printed; 0: all
     bool json = false;
 };
 ExitStatus runHistory(const HistoryOptions &options, const CommandContext &context);
@@ -147,21 +146,21 @@ ExitStatus runHistoryRestore(const HistoryRestoreOptions &options, const Command
 struct BackupOptions
 {
     std::string file;
-    bool replace = false; ///< a file of that name
+    bool replace = false; ///< an existing file
 };
 ExitStatus runBackup(const BackupOptions &options, const CommandContext &context);
 
 struct RestoreOptions
 {
     std::string file;
-    std::vector<std::string> only; ///< uids; none: everybody
-    bool dryRun = false; ///< only count
-    bool salvage = false; ///< `file` is what to write then
+    std::vector<std::string> only; ///< uids; empty: everyone
+    bool dryRun = false; ///< only print the counts
+    bool salvage = false; ///< `file` is the new file
 };
 ExitStatus runRestore(const RestoreOptions &options, const CommandContext &context);
 ExitStatus runVerify(const CommandContext &context);
 
-/// "1 added, 3 removed"; what is 0 is left out unless everything is.
+/// "1 added, 3 removed"; zeros are left out unless all are.
 QString countsText(qint64 added, qint64 changed, qint64 removed);
-/// Carries the plan out and prints what it did, or why it could not be made or carried out.
+/// Carries out the plan and prints the result or the error.
 ExitStatus applyAndReport(ABAddressBook &book, const Result<RestorePlan> &plan, const CommandContext &context);

@@ -5,9 +5,8 @@
 #include "base/AlertPanel.h"
 #include "cli/CommandLine.h"
 
-/// Answers questions on the command line: with the default answer when the user gave it in advance, else by asking on
-/// the terminal. Where nobody can be asked, or the input ends, the answer is Alternate and the question counts as
-/// unanswered.
+/// Answers questions with the default if the user agreed in advance, otherwise asks on the terminal. Without a
+/// terminal, or at the end of input, the answer is Alternate and the question counts as unanswered.
 class ConsoleAlertPanel : public AlertPanel
 {
 public:
@@ -18,7 +17,7 @@ public:
     Answer runAlertPanel(const QString &title, const QString &message, const QString &defaultButton,
         const QString &alternateButton) override;
 
-    /// Some question got no answer; standard error says which.
+    /// A question was not answered; standard error says which.
     bool hasUnanswered() const { return m_hasUnanswered; }
 
 private:

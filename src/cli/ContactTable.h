@@ -6,7 +6,7 @@
 #include "cli/ConsoleAlertPanel.h"
 #include "table/grid/LoadContactsViewController.h"
 
-/// The contact table as the command line uses it: filled at once, nobody watches it. What fails is printed.
+/// The contact table for the command line, filled immediately. Failures are printed.
 class ContactTable : public ContactTableDelegate
 {
 public:
@@ -15,13 +15,13 @@ public:
     void makeFreshButtonEnable() override { }
     AlertPanel &alertPanel() override { return m_alertPanel; }
     RowExporter *rowExporter() override { return m_rowExporter; }
-    /// Must outlive the table. Without one nothing is exported.
+    /// Must outlive the table. Null: no exports.
     void setRowExporter(RowExporter *exporter) { m_rowExporter = exporter; }
 
     LoadContactsViewController &controller() { return m_controller; }
-    /// In the order of the uids; who is not there is reported and left out.
+    /// In the order of the uids; missing ones are reported and left out.
     std::vector<int> rowsOf(const std::vector<std::string> &uids);
-    /// Something was reported, or a question stayed unanswered.
+    /// Something was reported, or a question was not answered.
     bool hasFailed() const { return m_hasFailed || m_alertPanel.hasUnanswered(); }
 
 private:

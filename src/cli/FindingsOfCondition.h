@@ -8,23 +8,22 @@
 
 #include <QHash>
 
-/// The results of a scan for one condition, driven from the command line: the application's own controller without a
-/// window. There is no contacts application to open people in.
+/// The results of a scan for one condition, driven from the command line through the application's controller. It
+/// cannot open contacts in another application.
 class FindingsOfCondition : public ResultsDelegate
 {
 public:
-    /// @p group and @p option as the user wrote them; wrong ones are reported, and nothing is there then.
+    /// @p group and @p option as typed by the user; null, and reported, if they are wrong.
     static const ConditionGroup *checkedGroup(
         const std::string &group, const std::string &option, const CommandContext &context);
 
-    /// Scans the shared address book.
     FindingsOfCondition(
         const ConditionGroup &group, const std::string &option, Console &console, bool answeredInAdvance);
 
     OutlineViewController &controller() { return m_controller; }
-    /// All findings, in the order of the tree.
+    /// All findings, in tree order.
     QList<PersonItemPtr> nodes() const;
-    /// The first finding of the person, as the scan left it; null, and reported, when there is none.
+    /// The person's first finding, as scanned; null, and reported, if there is none.
     PersonItemPtr firstOf(const QString &uid, const CommandContext &context);
     bool hasUnansweredQuestion() const { return m_alertPanel.hasUnanswered(); }
 
@@ -37,5 +36,5 @@ private:
     const ConditionGroup &m_group;
     ConsoleAlertPanel m_alertPanel;
     OutlineViewController m_controller;
-    QHash<QString, PersonItemPtr> m_firstNodes; // by uid; made when first asked for
+    QHash<QString, PersonItemPtr> m_firstNodes; // by uid; made on first use
 };
