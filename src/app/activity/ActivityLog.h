@@ -7,8 +7,8 @@
 
 #include <deque>
 
-/// What happened since the program started, newest last: diagnostic lines, files written, failures. The oldest are
-/// forgotten. For the main thread, but for append().
+/// What happened since the program started, newest last: diagnostic lines, files written, failures. Old entries are
+/// dropped. Main thread only, except append().
 class ActivityLog : public QAbstractListModel
 {
     Q_OBJECT
@@ -17,11 +17,11 @@ public:
     enum class Kind { Diagnostic, Done, Failure };
     enum Role { KindRole = Qt::UserRole, FolderRole, TimeRole };
 
-    /// Collects the program's diagnostic lines from now on, critical ones as failures; there is one at a time.
+    /// Collects diagnostic lines from now on, critical ones as failures. Only one may exist.
     explicit ActivityLog(QObject *parent = nullptr);
     ~ActivityLog() override;
 
-    /// Any thread. @p folder: where a written file is, empty for anything else.
+    /// Any thread. @p folder: that of a written file, else empty.
     void append(Kind kind, const QString &text, const QString &folder = {});
 
     int rowCount(const QModelIndex &parent = {}) const override;

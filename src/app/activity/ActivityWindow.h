@@ -9,7 +9,7 @@
 
 class QListView;
 
-/// What happened, in plain words; diagnostic lines only when asked for. A double click on a file opens its folder.
+/// Shows the activity log, diagnostic lines only on request. Double-clicking a file opens its folder.
 class ActivityWindow : public QWidget
 {
     Q_OBJECT

@@ -5,5 +5,5 @@
 #include <QLoggingCategory>
 
 Q_DECLARE_LOGGING_CATEGORY(lcApp)
-/// Lines that come once for each frame of an animation; off unless asked for.
+/// Lines per frame of an animation; off by default.
 Q_DECLARE_LOGGING_CATEGORY(lcAppTrace)

@@ -10,11 +10,10 @@ class ActivityLog;
 class QObject;
 class QUrl;
 
-/// Opens a file, folder or page with the desktop's program for it. Returns at once; where that fails, @p log says so
-/// later.
+/// Opens a file, folder or page with the desktop's program for it. Returns immediately; @p log reports failures later.
 void openOutside(const QUrl &what, ActivityLog &log);
 
-/// The same for something inside the program: a copy in the user's cache, written each time. @p opened is told later,
-/// unless @p context is gone by then.
+/// The same for a resource of the program, copied to the user's cache each time. Calls @p opened later, unless @p
+/// context is gone by then.
 void openCopyOutside(
     const QString &resource, const QString &fileName, QObject *context, const std::function<void(bool isOpen)> &opened);

@@ -4,6 +4,6 @@
 
 #include <QUrl>
 
-// The domain is reserved for examples (RFC 2606, section 3) until the product has one of its own.
+// Reserved for examples (RFC 2606, section 3) until the product has a domain.
 inline const QUrl kProductPage(QStringLiteral("https://peoplenook.example.org/"));
 inline const QUrl kSupportPage(QStringLiteral("https://peoplenook.example.org/support"));

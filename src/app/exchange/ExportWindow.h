@@ -12,7 +12,7 @@ class QLineEdit;
 class QPushButton;
 class QRadioButton;
 
-/// Asks where an export goes, in which format and with which fields. What was chosen last is offered again.
+/// Asks for folder, format and fields of an export, and offers the last choice again.
 class ExportWindow : public QDialog, public ExportPanel
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
 
     void beginSheet(std::function<void(const std::optional<ExportChoice> &)> done) override;
 
-    /// A folder that is not there is made when the export begins.
+    /// A missing folder is created when the export begins.
     void setFolder(const QString &folder);
     void accept() override;
     QComboBox *selectedButton() const { return m_format; }
@@ -39,6 +39,6 @@ private:
     QRadioButton *m_tableFields;
     QRadioButton *m_allFields;
     QLabel *m_reason;
-    QPushButton *m_save = nullptr; // made by the row of buttons
+    QPushButton *m_save = nullptr; // created by the button box
     std::function<void(const std::optional<ExportChoice> &)> m_done;
 };

@@ -6,13 +6,13 @@
 #include "app/exchange/ExportWindow.h"
 #include "export/formats/ExportContact.h"
 
-/// The exports of a main window: the panel that asks, the exporter, and what the activity log says of them.
+/// The exports of a main window: the panel, the exporter, and its entries in the activity log.
 class Exports : public QObject
 {
     Q_OBJECT
 
 public:
-    /// All of them must outlive this; the panel belongs to @p window.
+    /// All must outlive this; the panel belongs to @p window.
     Exports(QWidget &window, const LoadContactsViewController &table, ActivityLog &log);
 
     void exportAll();

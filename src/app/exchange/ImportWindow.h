@@ -12,21 +12,21 @@ class QProgressBar;
 class QPushButton;
 class WrappedText;
 
-/// Imports files while it is open: shows how far it is, can be cancelled, and lists what was skipped and why.
-/// What it reads is saved in one step a file; a file that is cancelled or cannot be saved leaves nothing.
+/// Imports files while it is open: shows progress, can be cancelled, and lists what was skipped and why. Each file is
+/// saved in one step; a file that is cancelled or cannot be saved leaves nothing.
 class ImportWindow : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// Begins at once. @p log must outlive the window.
+    /// Begins immediately. @p log must outlive the window.
     ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *parent);
     ~ImportWindow() override;
 
     QString summary() const;
 
 Q_SIGNALS:
-    /// At least one contact is new or changed.
+    /// At least one contact was added or changed.
     void imported();
     void ended();
 

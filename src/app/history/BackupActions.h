@@ -10,46 +10,46 @@
 
 #include <QWidget>
 
-/// Backups of the shared address book, restores from them, and what is offered when the address book is damaged. Asks
-/// on the main thread, works in a job, and tells the activity log how it ended.
+/// Backups of the shared address book, restores, and the offers for a damaged one. Asks on the main thread, works in a
+/// job, and logs the outcome as an activity.
 class BackupActions : public QObject
 {
     Q_OBJECT
 
 public:
-    /// All of them must outlive this; dialogs belong to @p window.
+    /// All must outlive this; dialogs belong to @p window.
     BackupActions(QWidget &window, AlertPanel &alerts, ActivityLog &log);
-    /// Waits for what is running.
+    /// Waits for running work.
     ~BackupActions() override;
 
     /// Ask for the file first.
     void backUp();
     void restore();
 
-    /// Replaces a file of that name.
+    /// Replaces an existing file.
     void backUpTo(const QString &path);
-    /// Asks before it changes anything.
+    /// Asks before changing anything.
     void restoreFrom(const QString &path);
-    /// The same for one person, from the newest backup that has it whole.
+    /// The same for one person, from the newest backup that has it undamaged.
     void restorePerson(const QString &uid);
 
-    /// The address book cannot be opened for @p reason. What the user chooses is put into a new file.
+    /// For an address book that cannot be opened because of @p reason. The user's choice goes into a new file.
     void offerRescue(const Rescue::Offer &offer, const QString &reason);
 
-    /// The address book's file is not where it was. All people, with what could not be saved, can go into another one.
+    /// For an address book file that is gone. All people, with unsaved changes, can be saved to another one.
     void offerNewPlace(const QString &file);
 
 Q_SIGNALS:
-    void finished(bool isDone); ///< a backup, a restore (not one that the user took back) or a rescue
-    void restored(); ///< the address book is not what it was
-    void rescued(const QString &path); ///< this address book is to be opened instead
+    void finished(bool isDone); ///< a backup, a restore (unless cancelled) or a rescue
+    void restored(); ///< the address book has changed
+    void rescued(const QString &path); ///< open this address book instead
 
 private:
-    /// What a job is to do; the result is the line for the activity log.
+    /// The work of a job; its result is the line for the activity log.
     using Work = std::function<Result<QString>()>;
-    /// @p then runs on the main thread after a success.
+    /// On success @p then runs on the main thread.
     void run(const Work &work, const QString &folder, const std::function<void()> &then);
-    /// @p question has the place of the file's name.
+    /// @p question has a placeholder for the file's name.
     void confirm(const Result<RestorePlan> &plan, const QString &question);
     void moveTo(const QString &path, bool replaces);
     void rescueInto(const QString &newFile, const Work &work);

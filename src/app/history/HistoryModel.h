@@ -9,7 +9,7 @@
 
 #include <memory>
 
-/// The history, a row a cause, newest first.
+/// The history, one row per cause, newest first.
 class HistoryModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -31,13 +31,13 @@ private:
     std::vector<ChangeSummary> m_steps;
 };
 
-/// "1 added, 3 removed"; what is 0 is left out.
+/// "1 added, 3 removed"; zeros are left out.
 QString countsText(qint64 added, qint64 changed, qint64 removed);
 
-/// How a difference's property is called in a window.
+/// The name of a difference's property in windows.
 QString propertyTitle(QLatin1StringView name);
 
-/// Whom one step of the history touched, a row a change.
+/// The people changed by one step of the history, one row per change.
 class ChangedPeopleModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -47,7 +47,7 @@ public:
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// Null: no one.
+    /// Null: none.
     void setStep(const Step &step);
     const RecordedChange &change(int row) const { return m_step->changes[std::size_t(row)]; }
 

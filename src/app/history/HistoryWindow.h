@@ -14,8 +14,8 @@ class QPushButton;
 class QTableView;
 class QTableWidget;
 
-/// What was changed in the shared address book, with everybody before and after, and a button that puts the people of
-/// the selected changes back. Reads and restores in jobs.
+/// The changes of the shared address book, each person before and after, and a button that undoes the selected ones.
+/// Reads and restores in jobs.
 class HistoryWindow : public QWidget
 {
     Q_OBJECT
@@ -36,13 +36,13 @@ public:
     QString message() const;
 
 Q_SIGNALS:
-    void loaded(); ///< the history is shown, or why it is not
+    void loaded(); ///< the history or an error is shown
     void stepShown(); ///< the people of the selected changes are shown
-    void restored(const QString &what); ///< the address book is not what it was
+    void restored(const QString &what); ///< the address book has changed
     void failed(const QString &reason);
 
 protected:
-    /// Stays open during a restore, whose end has to be told.
+    /// Stays open during a restore, to report its outcome.
     void closeEvent(QCloseEvent *event) override;
 
 private:
