@@ -4,27 +4,27 @@
 
 #include "contacts/cards/CardReader.h"
 
-/// One card as its lines between BEGIN and END, each with what it says of a person.
+/// One card as its lines between BEGIN and END, each with its meaning for a person.
 class Card
 {
 public:
-    /// A text that is empty has no lines.
+    /// An empty text has no lines.
     explicit Card(const QByteArray &text);
 
-    /// False for a text of no card, of more than one, of a card within the card, in a wide encoding, or whose lines
-    /// mean something else behind other lines.
+    /// False if the text is no card, several, or nested ones, in a wide encoding, or has lines that mean something else
+    /// behind other lines.
     bool isOne() const { return m_isOne; }
     /// Their values are UTF-8.
     const std::vector<CardLine> &lines() const { return m_lines; }
-    /// What they say together, exact values aside; empty for a card of no person.
+    /// Their joint meaning without exact values; empty for a card that is no person.
     const PersonRecord &record() const { return *m_record; }
 
     const LineMeaning &meaningOf(const CardLine &line) const { return m_meanings[indexOf(line)]; }
     /// Whether replacing the value of its area, which is no list, replaces this line.
     bool holdsValue(const CardLine &line) const;
-    /// The line with a value as it stands in the text.
+    /// The line with its value as written in the text.
     const CardLine &asWritten(const CardLine &line) const { return m_asWritten[indexOf(line)]; }
-    /// With its folds and its line end, CR LF where the text ends without one.
+    /// With folds and line end; CR LF if the text ends without one.
     QByteArray rawLine(const CardLine &line) const;
 
 private:
@@ -38,7 +38,7 @@ private:
     bool m_isOne = false;
 };
 
-/// What the lines say together. The record is null for a card of no person.
+/// The joint meaning of the lines. The record is null for a card that is no person.
 ImportedRecord recordOfLines(std::vector<CardLine> lines);
 
 /// Appends an unfolded line with line ends, folded at 75 octets (RFC 2426 section 2.6, RFC 6350 section 3.2).

@@ -10,62 +10,62 @@
 #include <array>
 #include <span>
 
-/// The record that is being made of one card, and where each of its values came from. Used again for the next card.
+/// The record being made from a card, and the origin of each value. Reused for the next card.
 class CardDraft
 {
 public:
-    /// A line that was read into the record and may hold more than the value it gave.
+    /// A line that was read into the record and may say more than its value.
     struct Source
     {
         const CardLine *line;
-        std::size_t entry = 0; ///< of the list that its area is, if it is one
+        std::size_t entry = 0; ///< in the list of its area, if it is one
         bool holdsMore = false;
     };
-    /// Lines that belong together, since they have the same group name.
+    /// Lines with the same group name.
     struct Group
     {
         std::string_view name;
-        const CardLine *label = nullptr; ///< nullptr where there is none
+        const CardLine *label = nullptr; ///< nullptr if there is none
         const CardLine *countryCode = nullptr;
         bool labelUsed = false; ///< as the label of a value in the record
         bool countryCodeUsed = false;
-        bool hasKeptLines = false; ///< lines that are written out again under this very name
+        bool hasKeptLines = false; ///< lines written again under the same name
     };
 
-    /// Begins the card of these lines, whose values are UTF-8. Problems are added to @p problems.
+    /// Begins the card with these lines, whose values are UTF-8. Problems are added to @p problems.
     void begin(std::span<const CardLine> lines, std::vector<ImportProblem> &problems);
-    /// Hands the record over. The draft's views into the lines must not be used after that.
+    /// Returns the record. The draft's views into the lines must not be used after that.
     ImportedRecord finish();
 
     PersonRecord &record() { return *m_record; }
     TextPool &pool() { return m_pool; }
     std::vector<Source> &sources() { return m_sources; }
     std::vector<ABMultiValue::Entry> &entries(ABProperty property);
-    /// The group of a line; nullptr when it has none.
+    /// nullptr if the line has none.
     Group *groupOf(const CardLine &line);
-    /// Whether the line is a label or country code that no value of the record uses.
+    /// Whether the line is a label or country code that no value uses.
     bool isLeftover(const CardLine &line);
 
-    /// Notes that the line is in the record. Without @p holdsMore it says no more than what the record has of it.
+    /// Records that the line is in the record. Without @p holdsMore it says nothing beyond that.
     void addSource(const CardLine &line, bool holdsMore);
     void addEntry(const CardLine &line, const QString &label, ABMultiValue::Value value, bool holdsMore);
-    /// The label spelled out for this line, or else @p other; null for none.
+    /// The line's explicit label, otherwise @p other; null for none.
     QString labelOf(const CardLine &line, const QString *other);
-    /// The value of a parameter, decoded; empty when there is none.
+    /// The decoded value of a parameter; empty if missing.
     std::string paramText(const CardLine &line, std::string_view name) const;
     void lose(const CardLine &line, const QString &reason);
     /// Moves the entries and the note into the record.
     void storeCollected();
 
-    // What the readers of single lines leave for the end of the card.
+    // Left by the readers of single lines for the end of the card.
     QString uid; ///< null when there is none
-    QString note; ///< of all lines that are notes
+    QString note; ///< of all note lines
     int noteLines = 0;
     const CardLine *formattedName = nullptr;
     bool hasName = false;
     bool isGroup = false; ///< a group of cards, not a person
     bool isVersion4 = false;
-    bool notesAllSources = false; ///< also those of lines that hold no more than their values
+    bool notesAllSources = false; ///< including lines that say only their values
     bool hasAccountLines = false; ///< lines for one messaging service, such as X-AIM
     std::vector<const CardLine *> exactLines;
 

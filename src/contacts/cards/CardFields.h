@@ -4,7 +4,7 @@
 
 #include "contacts/cards/CardMap.h"
 
-// The functions of the map's rows.
+// The functions in the map's rows.
 
 bool readName(CardDraft &draft, const CardLine &line);
 bool readFormattedName(CardDraft &draft, const CardLine &line);
@@ -45,7 +45,7 @@ std::string printBirthday(const UnitToPrint &unit);
 std::string printPhoto(const UnitToPrint &unit);
 std::string printLabelled(const UnitToPrint &unit);
 
-/// One entry of a list: a line with @p params in front of those of its label, and what hangs on it by a group.
+/// One entry of a list: a line with @p params before those of its label, and the lines that belong to it by a group.
 std::string entryUnit(const CardRow &row, const QString &label, std::string params, std::string_view value,
     const QString *countryCode = nullptr);
 

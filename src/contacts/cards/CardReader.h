@@ -7,27 +7,27 @@
 
 #include <map>
 
-/// What a line of a card says.
+/// The meaning of a card line.
 struct LineMeaning
 {
     enum Kind { Nothing, Value, Kept };
     Kind kind = Nothing; ///< Value: in the record; Kept: the record has no place for it
-    std::size_t entry = 0; ///< of a value: its place in the list that its area is, if it is one
+    std::size_t entry = 0; ///< of a value: its place in the list of its area, if it is one
     QString text; ///< of a kept line
 };
 
-/// Makes a record of the lines of one card, and of what the record does not hold, lines that the writer can put back.
-/// Keeps its memory for the next card.
+/// Makes a record from the lines of one card, and kept lines from what the record does not hold. Reuses its memory for
+/// the next card.
 class CardReader
 {
 public:
-    /// @p lines are those between BEGIN and END; their values become UTF-8, for which @p texts gives memory. Adds to
-    /// @p problems what the record has lost. The record is null for a card that describes no person.
-    /// @p meanings, if any, get what each line says; exact values are not applied then. Labels and the like belong to
-    /// the values of their groups.
+    /// @p lines are those between BEGIN and END; their values become UTF-8, in memory from @p texts. Adds what the
+    /// record has lost to @p problems. The record is null for a card that is no person. If given, @p meanings receive
+    /// the meaning of each line, and exact values are not applied. Labels and the like belong to the values of their
+    /// groups.
     ImportedRecord read(std::vector<CardLine> &lines, TextBuffers &texts, std::vector<ImportProblem> &problems,
         std::vector<LineMeaning> *meanings = nullptr);
-    /// The name for display that the last card gave, if any; only until its lines are gone.
+    /// The last card's name for display, if any; valid until its lines are gone.
     QString formattedName() const;
 
 private:
@@ -53,6 +53,6 @@ private:
     CardDraft m_draft;
     TextDecoder m_decoder;
     std::vector<Kept> m_kept;
-    std::vector<std::pair<CardArea, CardUnits>> m_plain; // of the areas that lines may be kept for
+    std::vector<std::pair<CardArea, CardUnits>> m_plain; // of areas that may have kept lines
     std::map<std::pair<CardArea, std::size_t>, std::size_t> m_joined; // values of several lines: their places in m_kept
 };

@@ -39,15 +39,15 @@ quint16 typeBit(std::string_view word);
 /// One bit of CardParam.
 quint16 paramBit(std::string_view word);
 
-/// The label that TYPE words give a value of @p property, or nullptr; @p plainTypes receives the words that the label
-/// stands for, as it is written.
+/// The label that TYPE words give a value of @p property, or nullptr; @p plainTypes receives the words that are written
+/// for this label.
 const QString *labelOfTypes(ABProperty property, quint16 types, quint16 &plainTypes);
-/// The TYPE words that stand for @p label, or an empty view where it has to be spelled out.
+/// The TYPE words for @p label; empty if it has to be spelled out.
 QLatin1StringView typesOfLabel(ABProperty property, const QString &label);
-/// The TYPE words that say nothing about a value of @p property, since they are what a reader assumes anyway.
+/// The TYPE words that a reader assumes for @p property anyway.
 quint16 assumedTypes(ABProperty property);
 
-/// The label of a relation by its RELATED type or its line's own name; nullptr when there is no standard one.
+/// The label of a relation by its RELATED type or its line's name; nullptr if there is no standard one.
 const QString *relationLabel(std::string_view word);
 
 /// A messaging service: its text in a record, its name in a card, its URI scheme.
@@ -56,13 +56,13 @@ struct CardService
     const QString *service;
     QLatin1StringView word;
     QLatin1StringView scheme;
-    std::string_view otherWords; ///< in use for it, its scheme's among them where no other service has it
+    std::string_view otherWords; ///< other words for it, including its scheme if unique
 };
-/// By any of the words in use for it, its line's name without "X-", or its scheme; nullptr when unknown.
+/// By any word for it, its line's name without "X-", or its scheme; nullptr if unknown.
 const CardService *serviceOfWord(std::string_view word);
 const CardService *serviceOfText(const QString &service);
 
-/// Whether a TYPE word can name a social network, since it means nothing else.
+/// Whether a TYPE word can name a social network, having no other meaning.
 bool isNetworkWord(std::string_view word);
-/// The text of a social network by its word; nullptr when unknown.
+/// nullptr if unknown.
 const QString *socialService(std::string_view word);

@@ -7,22 +7,21 @@
 #include <span>
 #include <string>
 
-// Values that no vCard line can carry as they are (an empty text that is not an absent one, a control, flags other than
-// a company's) go into a card twice: as near as plain lines come to them, for every program, and exactly, in a line of
-// our own. That line names what the plain lines read as; once another program has changed those, its change counts and
-// the exact value does not.
+// Values that vCard lines cannot express (an empty but not absent text, a control character, flags other than a
+// company's) are written twice: approximately in plain lines, for every program, and exactly in a private line. That
+// line names what the plain lines say; once another program has changed those, its change counts and the exact value is
+// ignored.
 
-/// A person's values as a card has them.
 struct CardValues
 {
     QString uid; ///< null when there is none
     PersonRecord record;
 };
 
-/// False where plain lines may not say all of the person exactly; it is then to be looked at what they say.
+/// False if plain lines may not express all of the person exactly, so that their meaning must be checked.
 bool canSay(const QString &uid, const PersonRecord &record);
-/// The lines, unfolded, that make up for how @p read, made of the plain lines, differs from @p wanted.
+/// The unfolded lines that make up for the difference between @p read, the meaning of the plain lines, and @p wanted.
 std::vector<std::string> exactLines(const CardValues &wanted, const CardValues &read);
-/// Applies one such line, given by its parameters and its unescaped value. False when it makes no sense; a line that
-/// makes sense but is out of date changes nothing.
+/// Applies such a line, given its parameters and unescaped value. False if it is invalid; a valid but outdated line
+/// changes nothing.
 bool applyExactValue(std::string_view property, std::string_view sum, const QString &value, CardValues &values);

@@ -5,8 +5,8 @@
 #include "contacts/cards/RecordJsonReader.h"
 #include "contacts/cards/RecordSource.h"
 
-/// Reads a file that holds one record a line in the JSON form of RecordJson.h. Blank lines and a byte-order mark are
-/// passed over; a line that cannot be read is a lost record. What of a line could be read only in part is reported too.
+/// Reads a file with one record per line in the JSON form of RecordJson.h. Skips blank lines and a byte-order mark; an
+/// unreadable line is a lost record. Lines read only in part are reported too.
 class JsonLinesReader : public RecordSource
 {
 public:

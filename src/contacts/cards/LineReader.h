@@ -8,7 +8,7 @@
 
 #include <deque>
 
-/// Texts with an address that does not change until the next clear(). Keeps its memory for the next card.
+/// Texts with stable addresses until the next clear(). Reuses its memory.
 class TextBuffers
 {
 public:
@@ -20,18 +20,18 @@ private:
     std::size_t m_used = 0;
 };
 
-/// Divides data into content lines: undoes folding, soft line breaks and base64 over several lines. Knows nothing of
-/// cards. Every byte is looked at a fixed number of times, whatever the data, which is no wide text.
+/// Splits data into content lines: undoes folding, soft line breaks and base64 over several lines. Knows nothing about
+/// cards. Reads every byte a fixed number of times. The data must not be in a wide encoding.
 class LineReader
 {
 public:
     explicit LineReader(QByteArray data);
 
-    /// The next line that is not blank; false at the end. Its views hold until releaseLines() is called.
+    /// The next non-blank line; false at the end. Its views are valid until releaseLines().
     bool next(CardLine &line);
-    /// The views of all lines so far become invalid.
+    /// Invalidates the views of all lines so far.
     void releaseLines() { m_buffers.clear(); }
-    /// Memory for texts made of lines, valid for as long as they are.
+    /// Memory for texts made from lines, valid as long as those.
     TextBuffers &texts() { return m_buffers; }
 
     qint64 bytesRead() const { return m_at - m_data.constData(); }
@@ -50,7 +50,7 @@ private:
     const char *m_at;
     const char *m_end;
     const char *m_lineFeed; // the first line feed at or after m_at, or m_end
-    qint64 m_line = 0; // how many physical lines are behind m_at
-    std::size_t m_indent = 0; // blanks before the last BEGIN and thus before each line of its card
+    qint64 m_line = 0; // physical lines before m_at
+    std::size_t m_indent = 0; // blanks before the last BEGIN, and so before each line of its card
     TextBuffers m_buffers;
 };

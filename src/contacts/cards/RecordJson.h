@@ -9,20 +9,20 @@
 #include <string_view>
 
 /// The JSON form of a record: one object on one line, UTF-8, keys in the order of ABProperty with "uid" first and
-/// "image" (base64) last. An absent property has no key; an empty text is "", an empty multi-value [].
-/// A null @p uid is left out. The lines kept from a vCard are not part of it.
+/// "image" (base64) last. An absent property has no key; an empty text is "", an empty multi-value []. A null @p uid is
+/// left out, as are lines kept from a vCard.
 std::string recordToJson(const QString &uid, const PersonRecord &record);
 
-/// Reads that form back; strict: an unknown key, a value of the wrong type, a date that does not exist or base64 that
-/// does not decode is refused with a reason that names the key. Any order of keys; a missing uid gives a null one.
-/// RecordJsonReader does the same for many, and names what could be read only in part.
+/// Reads that form strictly: an unknown key, a wrong type, an impossible date or invalid base64 is an error that names
+/// the key. Keys may be in any order; without uid it is null. RecordJsonReader does the same for many records, and
+/// reports what could be read only in part.
 Result<ImportedRecord> recordFromJson(std::string_view line);
 
-/// All of a record as an address book file keeps it: the form above without uid and image; the picture, if there is
-/// one, is named by "picture" and kept elsewhere; the lines kept from a vCard are "cardLines", as below. Records that
-/// are equal give equal texts in every run.
-/// @param pictureName for the record's picture; left out where it is empty
+/// A complete record for an address book file: the form above without uid and image; "picture" names the picture, which
+/// is stored elsewhere; "cardLines" are the lines kept from a vCard, as below. Equal records give equal texts in every
+/// run.
+/// @param pictureName for the record's picture; left out if empty
 std::string recordToDocument(const PersonRecord &record, std::string_view pictureName);
 
-/// The lines kept from a vCard as a JSON array of [text, basis] pairs, basis null where the line has none.
+/// Lines kept from a vCard as a JSON array of [text, basis] pairs; basis may be null.
 std::string keptLinesToJson(const std::vector<KeptLine> &lines);

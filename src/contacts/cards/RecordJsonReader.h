@@ -11,14 +11,14 @@
 #include <string>
 #include <string_view>
 
-/// Reads records in their JSON forms. One reader for many records, and for one thread at a time: it reuses its memory,
-/// and equal labels, services, cities and countries share one text.
+/// Reads many records in their JSON forms, one thread at a time. It reuses its memory, and equal labels, services,
+/// cities and countries share one text.
 class RecordJsonReader
 {
 public:
     enum class Form {
-        Line, ///< as recordToJson() writes it: what is unknown is refused, and what can be read only in part is told
-        Document, ///< as recordToDocument() writes it: what a later version added is passed over and told
+        Line, ///< from recordToJson(): unknown keys are refused, partial reads reported
+        Document, ///< from recordToDocument(): keys of later versions are skipped and reported
     };
 
     explicit RecordJsonReader(Form form);
@@ -28,17 +28,17 @@ public:
 
     struct Person
     {
-        QString uid; ///< null (isNull): there is none
+        QString uid; ///< null (isNull) without one
         std::shared_ptr<PersonRecord> record;
-        QStringList remarks; ///< of a line: a repeated key, incomplete base64; what could be read of it is there
-        std::string pictureName; ///< of a document: what it calls its picture; empty: it has none
-        std::string unknownKey; ///< of a document: the first key that this version does not know; empty: it knows all
+        QStringList remarks; ///< of a line that was read only in part: a repeated key, incomplete base64
+        std::string pictureName; ///< of a document: its picture's name; empty without one
+        std::string unknownKey; ///< of a document: the first unknown key; empty without one
     };
 
-    /// How many bytes must be readable behind a text that is read in place.
+    /// Bytes that must be readable after a text read in place.
     static constexpr std::size_t kPadding = 64;
-    /// @p json with kPadding readable bytes behind it, whatever they hold.
-    /// Invalid: it cannot be read; the reason names the key. Any order of keys.
+    /// @p json is followed by kPadding readable bytes of any content. Keys may be in any order.
+    /// Invalid: it cannot be read; the reason names the key.
     Result<Person> readInPlace(std::string_view json);
     /// The same for any text, which is copied.
     Result<Person> read(std::string_view json);

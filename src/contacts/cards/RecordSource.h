@@ -6,39 +6,39 @@
 
 #include <vector>
 
-/// One person as a file describes it.
+/// One person from a file.
 struct ImportedRecord
 {
-    QString uid; ///< null (isNull) when the file names none
+    QString uid; ///< null (isNull) if the file has none
     PersonRecordPtr record;
-    qint64 line = 0; ///< where it begins; lines count from 1
+    qint64 line = 0; ///< its first line; lines count from 1
 };
 
-/// Something in a file that does not become (part of) a person.
+/// Something in a file that was not, or not completely, imported.
 struct ImportProblem
 {
     enum class Kind {
-        LostLine, ///< one unreadable line, or a part of one; the rest of its record is read
-        LostRecord, ///< a whole record that cannot be read
-        NotAPerson, ///< a group or a list: read, understood, and left out on purpose
+        LostLine, ///< an unreadable line or part of one; the rest of its record is read
+        LostRecord, ///< a record that cannot be read
+        NotAPerson, ///< a group or list, left out on purpose
     };
     Kind kind = Kind::LostLine;
     qint64 line = 0;
     QString reason; ///< English, no full stop, names the thing
 };
 
-/// A file of people, read one after the other. For one thread.
+/// A file of people, read one by one. One thread.
 class RecordSource
 {
 public:
     virtual ~RecordSource() = default;
 
-    /// The next person, or one with a null record at the end. Never fails as a whole: what cannot be read is reported
-    /// through takeProblems() and passed over.
+    /// The next person, with a null record at the end. Never fails as a whole: unreadable parts are skipped and
+    /// reported by takeProblems().
     virtual ImportedRecord next() = 0;
-    /// What was met since the last call, in file order.
+    /// Problems since the last call, in file order.
     virtual std::vector<ImportProblem> takeProblems() = 0;
-    /// How many of totalBytes() are behind the reader; for showing progress.
+    /// How much of totalBytes() has been read, for showing progress.
     virtual qint64 bytesRead() const = 0;
     virtual qint64 totalBytes() const = 0;
 };

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-/// Upper case for ASCII; other bytes stay.
+/// Upper case for ASCII; other bytes are unchanged.
 constexpr char upperAscii(char c)
 {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -26,7 +26,7 @@ constexpr bool equalsIgnoringCase(std::string_view a, std::string_view b)
 bool isAscii(std::string_view bytes);
 bool isUtf8(std::string_view bytes);
 
-/// Turns the bytes of values into UTF-8. For one reader.
+/// Converts values to UTF-8. For one reader.
 class TextDecoder
 {
 public:
@@ -37,33 +37,33 @@ public:
 private:
     std::optional<QString> decodedAs(std::string_view bytes, std::string_view charset);
 
-    // Making a converter is expensive, and the lines of one file agree on their charset.
+    // Converters are expensive, and the lines of a file usually have the same charset.
     QStringDecoder m_decoder;
     std::string m_charset;
 };
 
-/// Whole data in UTF-16 or UTF-32, told by a byte-order mark or by where its zero bytes are, as UTF-8; other data as it
-/// is. Halves of characters become U+FFFD; @p brokenLines, which may be null, gets the lines that hold some, from 1 on.
+/// Converts data in UTF-16 or UTF-32, recognised by a byte-order mark or its zero bytes, to UTF-8; returns other data
+/// unchanged. Unpaired surrogates become U+FFFD; @p brokenLines, if given, receives their lines, from 1.
 QByteArray utf8FromWideData(const QByteArray &data, std::vector<qint64> *brokenLines = nullptr);
 
-/// Appends what quoted-printable bytes stand for, line ends within as \n. Escapes that are none stay as text.
+/// Appends decoded quoted-printable, with line ends as \n. Invalid escapes stay as text.
 void appendQuotedPrintable(std::string_view bytes, std::string &out);
 
-/// The bytes of base64 text; passes over whatever is not of the alphabet.
+/// Decodes base64, skipping other characters.
 QByteArray bytesFromBase64(std::string_view text);
-/// True when nothing but base64 is in @p text; blanks do not count.
+/// Whether @p text is only base64 and blanks.
 bool isBase64(std::string_view text);
 
-/// Text of valid UTF-8 with its backslash escapes resolved. Never null.
+/// Decodes valid UTF-8 and resolves backslash escapes. Never null.
 QString unescaped(std::string_view utf8);
-/// Valid UTF-8 as a text, never null.
+/// Decodes valid UTF-8. Never null.
 QString textFromUtf8(std::string_view utf8);
-/// The text up to the next ';' that no backslash escapes, which is taken off @p rest together with that ';'.
+/// Takes the text up to the next unescaped ';' off @p rest, with that ';'.
 std::string_view takePart(std::string_view &rest);
-/// Whether a ',' that no backslash escapes divides @p utf8 into a list.
+/// Whether an unescaped ',' divides @p utf8 into a list.
 bool isList(std::string_view utf8);
 
-/// How far a writer escapes: a URI keeps its commas and semicolons.
+/// What to escape: a URI keeps commas and semicolons.
 enum class Escapes { All, OnlyBackslashAndNewline };
 /// @p text as the value of a line, in UTF-8. Line ends become \n; controls that no value may hold are left out.
 std::string escaped(QStringView text, Escapes escapes = Escapes::All);

@@ -6,12 +6,12 @@
 
 #include <memory>
 
-/// Reads vCard 2.1, 3.0 and 4.0 as real programs write them, mixed in one file if need be.
+/// Reads vCard 2.1, 3.0 and 4.0 as real programs write them, even mixed in one file.
 ///
-/// Facts from RFC 2426 (3.0), RFC 6350 (4.0) and the versit vCard 2.1 paper. UTF-8, UTF-16 with and without byte-order
-/// mark, declared charsets, and windows-1252 for what is none of these; any line ends. A card lasts until its END, the
-/// next BEGIN, or the end of the file. What a card holds beyond the record is kept in PersonRecord::keptLines.
-/// Linear in the size of the data, whatever it is.
+/// Sources: RFC 2426 (3.0), RFC 6350 (4.0) and the versit vCard 2.1 paper. Reads UTF-8, UTF-16 with and without
+/// byte-order mark, declared charsets, otherwise windows-1252; any line ends. A card ends at its END, the next BEGIN,
+/// or the end of the file. What a card says beyond the record is in PersonRecord::keptLines. Linear in the size of any
+/// data.
 class VCardReader : public RecordSource
 {
 public:

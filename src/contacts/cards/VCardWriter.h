@@ -6,29 +6,27 @@
 
 #include <QByteArray>
 
-/// How a card is to be written.
 enum class VCardForm {
     V3,
     V4,
-    Desktop, ///< 3.0, with the user's own labels once more for programs that read X-GOOGLE-LABEL only
+    Desktop, ///< 3.0, with custom labels repeated for programs that read only X-GOOGLE-LABEL
 };
 
-/// The record as one vCard that holds everything known of it: UTF-8, CR LF line ends, lines folded at 75 octets
-/// (RFC 2426 section 2.6, RFC 6350 section 3.2). Reading it with VCardReader gives an equal record under the same uid;
-/// only kept lines with malformed heads, or that share a group's label, may come back tidied up.
+/// The record as one complete vCard: UTF-8, CR LF line ends, lines folded at 75 octets (RFC 2426 section 2.6, RFC 6350
+/// section 3.2). VCardReader reads it as an equal record with the same uid; only kept lines with malformed heads, or
+/// that share a group's label, may be normalised.
 QByteArray vCardFromRecord(const QString &uid, const PersonRecord &record, VCardForm form = VCardForm::V3);
 
-/// A person, and how a card is to say so.
+/// A change of a person, and the form of the card.
 struct CardChange
 {
     const QString &uid;
-    const PersonRecord &before; ///< what the card reads as
+    const PersonRecord &before; ///< the card's present meaning
     const PersonRecord &after;
     VCardForm form;
 };
 
-/// @p card as it says `after`: the lines of what changed are replaced, and all others stay byte for byte as they were,
-/// in their places. An entry of a list that did not change keeps its line, with whatever that says beyond the entry;
-/// the name for display follows the name's parts. An empty card becomes a new one of `after`.
-/// Null where @p card is anything else than one flat card.
+/// @p card changed to say `after`: lines of changed values are replaced, all others stay byte for byte in their places.
+/// An unchanged entry of a list keeps its line, with whatever else it says; the name for display follows the name's
+/// parts. An empty card becomes a new one of `after`. Null if @p card is not a single flat card.
 QByteArray updateCard(const QByteArray &card, const CardChange &change);
