@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-/// Field label and display text, in a stable order; each label once.
+/// Field labels and display texts, in a stable order; each label once.
 using DisplayFields = std::vector<std::pair<QString, QString>>;
 
-/// What a person holds beside its first and last name, for display. Labels are those of the person dictionary, but an
-/// address is one text, its parts joined by commas: the last home address under "Home Address", the last of all
-/// others, work or not, under "Work Address". A date is written YYYY-MM-DD.
+/// A person's values besides first and last name, for display. Labels are the person dictionary's, but an address is
+/// one text, its parts joined by commas: the last home address under "Home Address", the last of all others, work or
+/// not, under "Work Address". A date is YYYY-MM-DD.
 DisplayFields analysePerson(const ABPerson &person);

@@ -7,18 +7,18 @@
 #include <optional>
 #include <vector>
 
-/// Several contacts side by side, and the one that is made of them by choosing among their values.
+/// Several contacts side by side, and the contact merged from the chosen values.
 ///
-/// At first everything is chosen, except values that say the same as a fuller one in their row. Of single values that
-/// differ only one can be; the others become lines at the end of the note, such as "Company: Acme".
+/// Initially everything is chosen, except values that a fuller one in their row repeats. Of differing single values
+/// only one can be chosen; the others become lines at the end of the note, such as "Company: Acme".
 class Comparison
 {
 public:
     struct Cell
     {
-        QString text; ///< null: the contact has no such value
-        qsizetype entry = 0; ///< for a list, the place of the value in it
-        std::optional<std::size_t> fuller; ///< the contact whose value in this row says the same, written more fully
+        QString text; ///< null: no such value
+        qsizetype entry = 0; ///< for a list, the index of the value
+        std::optional<std::size_t> fuller; ///< the contact whose value in this row says the same more fully
         bool isChosen = false;
     };
 
@@ -26,28 +26,28 @@ public:
     {
         std::optional<ABProperty> property; ///< nothing for the picture
         QString label; ///< of a list's values, as stored; null for none
-        bool isSingle = false; ///< at most one cell is chosen; otherwise each by itself
+        bool isSingle = false; ///< at most one cell is chosen; otherwise any
         std::vector<Cell> cells; ///< one per contact
     };
 
-    /// Needs at least one record. The first one is the one that the others are merged into.
+    /// At least one record. The others are merged into the first.
     explicit Comparison(std::vector<PersonRecordPtr> records);
 
-    /// The picture, then the properties in their order, as far as a contact has them.
+    /// The picture, then the properties in order, if any contact has them.
     const std::vector<Row> &rows() const { return m_rows; }
     const std::vector<PersonRecordPtr> &records() const { return m_records; }
 
-    /// A contact that is left out contributes nothing; where its single values were chosen, the first ones left are.
+    /// An excluded contact contributes nothing; where its single values were chosen, the first remaining ones are.
     void setIncluded(std::size_t contact, bool isIncluded);
     bool isIncluded(std::size_t contact) const { return m_included[contact]; }
-    /// Whether the value goes into the result: it is chosen and its contact included.
+    /// Whether the value goes into the result: chosen, of an included contact.
     bool isTaken(const Row &row, std::size_t contact) const;
-    /// For a value that is there. In a single row the one chosen before is given up.
+    /// For an existing value. A single row drops its previous choice.
     void setChosen(std::size_t row, std::size_t contact, bool isChosen);
-    /// Chooses every value and every way of writing it; of single values the first.
+    /// Chooses every value in every spelling; of single values the first.
     void keepEverything();
 
-    /// The merged record; the first included contact's with what the others add.
+    /// The merged record: the first included contact's plus what the others add.
     PersonRecord result() const;
 
 private:
@@ -63,5 +63,5 @@ private:
     std::vector<PersonRecordPtr> m_records;
     std::vector<bool> m_included;
     std::vector<Row> m_rows;
-    bool m_keepsWriting = false; // single values that say the same in other letters get a line in the note, too
+    bool m_keepsWriting = false; // single values spelled differently also get a line in the note
 };

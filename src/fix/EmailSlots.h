@@ -6,18 +6,18 @@
 
 #include <array>
 
-/// A person's e-mail addresses, sorted into four slots; the last address of a slot counts.
+/// A person's e-mail addresses in four slots; the last address of a slot counts.
 class EmailSlots
 {
 public:
     explicit EmailSlots(const PersonRecord &record);
 
-    /// The first of home, work, other and the user's own that has an address; empty when there is none.
+    /// The first address of home, work, other and custom; empty if there is none.
     QString preferred() const;
-    /// The address of the slot that @p label belongs to; null (isNull) when the slot has none. A label that is not
-    /// home, work or other, or missing, is one of the user's own.
+    /// The address of @p label's slot; null (isNull) if there is none. Labels other than home, work and other, and
+    /// none, are custom.
     const QString &ofLabel(const QString &label) const;
 
 private:
-    std::array<QString, 4> m_addresses; // null where a slot is empty
+    std::array<QString, 4> m_addresses; // null for an empty slot
 };

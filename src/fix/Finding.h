@@ -8,40 +8,40 @@
 
 #include <QList>
 
-/// One thing that a scan objects to.
+/// One finding of a scan.
 struct Finding
 {
     Condition condition{};
     ABPersonPtr person = {}; ///< not null
-    // Only for ShareEmail; some of the others may have been removed since:
-    QList<ABPersonPtr> duplicateEmailArray = {}; ///< the others who hold the address
-    QString duplicateEmailType = {}; ///< the label of the address in person; null where it has none
+    // Only for ShareEmail; some of the others may since have been removed:
+    QList<ABPersonPtr> duplicateEmailArray = {}; ///< the others with the address
+    QString duplicateEmailType = {}; ///< its label in person; null without one
     QString sharedAddress = {}; ///< a person may share several under one label
 
-    ChangeCausePtr cause = {}; ///< what the history calls a repair of it
+    ChangeCausePtr cause = {}; ///< for the history
 };
 
-/// What a scan found for the condition, in its order.
+/// The findings of a condition, in order.
 std::vector<Finding> findingsOf(const ScanResult &result, Condition condition);
 
-/// What a repair did, and what is to become of the tree that showed the finding.
+/// What a repair did, and how to update the tree.
 struct FixOutcome
 {
     enum class Sweep {
-        Plain, ///< every node of the person goes, groups stay even when they are empty then
-        Pruning, ///< groups that are empty go as well
+        Plain, ///< removes every node of the person; empty groups stay
+        Pruning, ///< also removes empty groups
     };
 
-    bool cancelled = false; ///< the user said no; nothing was done and the tree stays as it is
-    bool removesNode = false; ///< the finding's own node goes
-    bool editsInContacts = false; ///< the person is to be opened for editing in a contacts application
-    QStringList sweptUids; ///< whose other nodes go too, in this order
+    bool cancelled = false; ///< the user declined; nothing was done
+    bool removesNode = false; ///< remove the finding's node
+    bool editsInContacts = false; ///< open the person in a contacts application
+    QStringList sweptUids; ///< remove other nodes of these people, in this order
     Sweep sweep = Sweep::Plain;
-    const char *lineOfSweptNode = nullptr; ///< for the log, once for each node that a sweep removes
+    const char *lineOfSweptNode = nullptr; ///< logged for each node that a sweep removes
 
     QList<ABPersonPtr> removed; ///< taken out of the address book
-    ABPersonPtr added; ///< made by a merge; null when there was none
-    /// Why something could not be written; it stays pending in the address book. Not set when a later save of the same
-    /// repair wrote it after all.
+    ABPersonPtr added; ///< made by a merge; otherwise null
+    /// What could not be written; it stays pending in the address book. Not set if a later save of the same repair
+    /// wrote it.
     std::optional<Error> error;
 };

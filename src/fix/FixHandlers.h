@@ -5,14 +5,14 @@
 #include "base/AlertPanel.h"
 #include "fix/Finding.h"
 
-// The repairs of the shared address book, one function a condition. Each runs the option with the given title, saves at
-// once, and says what is to become of the finding. An option that is not the handler's own changes nothing; handlers of
-// a single option do not look at it. A failed save is logged, reported in the outcome and not undone.
-// On the thread that owns the tree. The alert panel is asked before a person is deleted, and only then.
+// The repairs of the shared address book, one function per condition. Each runs the option with the given title, saves
+// immediately, and returns how to update the finding. Other titles change nothing; handlers with a single option ignore
+// the title. A failed save is logged, reported in the outcome and not undone. Call on the thread that owns the tree.
+// The alert panel is only asked before a person is deleted.
 
 using FixHandler = FixOutcome (*)(const Finding &finding, const QString &option, AlertPanel &alertPanel);
 
-/// Of the findings of a condition.
+/// The handler for findings of a condition.
 FixHandler handlerFor(Condition condition);
 
 FixOutcome processOnlyOneNameContacts(const Finding &finding, const QString &option, AlertPanel &alertPanel);
@@ -27,7 +27,7 @@ FixOutcome processDuplicateAddresslContacts(const Finding &finding, const QStrin
 FixOutcome processInvalidCharContacts(const Finding &finding, const QString &option, AlertPanel &alertPanel);
 FixOutcome processBlankNameContacts(const Finding &finding, const QString &option, AlertPanel &alertPanel);
 
-/// Works on everybody in the address book who has the person's name key at that moment, whatever the scan found.
+/// For all people in the address book who now have the person's name key, whatever the scan found.
 FixOutcome processDuplicateContact(const Finding &finding, const QString &option, AlertPanel &alertPanel);
-/// Works on the people whom the scan found to share the address.
+/// For the people who shared the address according to the scan.
 FixOutcome processShareEmailContacts(const Finding &finding, const QString &option, AlertPanel &alertPanel);

@@ -5,5 +5,5 @@
 #include <QLoggingCategory>
 
 Q_DECLARE_LOGGING_CATEGORY(lcFix)
-/// Texts for standard output; they carry no line end.
+/// Texts for standard output, without line ends.
 Q_DECLARE_LOGGING_CATEGORY(lcFixStdout)

@@ -8,14 +8,14 @@
 
 #include <functional>
 
-/// Shows what a fix will do to a finding's person; changes nothing. It reads the people when it is asked for a
-/// document, and applies the fix's own functions to detached copies.
+/// Previews a fix of a finding's person without changing anything. Reads the people when a document is requested, and
+/// applies the fix's functions to detached copies.
 class FixPreview
 {
 public:
     explicit FixPreview(Finding finding) : m_finding(std::move(finding)) { }
 
-    /// The preview of the option with this title; without fields when the finding's condition knows none of it.
+    /// The preview of the option with this title; without fields if the condition has no such option.
     PreviewDocument creatScrollerViewWithTitle(const QString &title) const;
 
     // Each adds the fields of a fix below the header.

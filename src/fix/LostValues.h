@@ -6,15 +6,15 @@
 
 #include <vector>
 
-/// A value that no contact has any more after a change.
+/// A value that no contact has after a change.
 struct LostValue
 {
     QLatin1StringView name; ///< as in RecordDifference
-    QString label; ///< of a list's value, as stored; null where there is none
+    QString label; ///< of a list's value, as stored; null without one
     QString text;
 };
 
-/// The values of @p before that are nowhere in @p after, in the order of the properties, each once. A value that is
-/// only written differently, has another label or stands in the note is not lost; an empty one is none.
+/// The values of @p before that are missing in @p after, in the order of the properties, each once. A value that is
+/// only spelled differently, has another label or is in the note is not lost; empty ones do not count.
 std::vector<LostValue> lostValues(
     const std::vector<PersonRecordPtr> &before, const std::vector<PersonRecordPtr> &after);

@@ -4,6 +4,6 @@
 
 #include "contacts/book/ABAddressBook.h"
 
-/// Gives @p result to the first of @p people and removes the others, in one step of the history; the first keeps its
-/// uid. Writes at once. On an error nothing is changed: Conflict if somebody else has changed one of them since.
+/// Saves @p result as the first of @p people, keeping its uid, and removes the others, in one step of the history. On
+/// an error nothing is changed. Conflict: one of them has since been changed.
 Result<void> mergeInto(ABAddressBook &book, const std::vector<StoredRecord> &people, PersonRecord result);

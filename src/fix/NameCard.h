@@ -5,10 +5,10 @@
 #include "contacts/model/PersonRecord.h"
 #include "fix/PreviewDocument.h"
 
-/// Some builders write a label in another way than the rest.
+/// Some builders spell a label differently.
 enum class NameCardForm { Usual, OfTitleAndSuffix };
 
-/// Adds seven rows of name fields in two columns: as they are under a header that is there already, and as they will be
-/// under a header of their own. @p typeAfter is what the person counts as then.
+/// Adds seven rows of name fields in two columns: as they are, under an existing header, and as they will be, under a
+/// new one. @p typeAfter is the person's new type.
 void addNameCard(PreviewDocument &document, const PersonRecord &before, const PersonRecord &after, NameCardForm form,
     const QString &typeAfter);

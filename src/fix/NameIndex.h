@@ -7,19 +7,19 @@
 #include <QHash>
 #include <QList>
 
-/// Where in a list of people each name occurs.
+/// The positions of each name in a list of people.
 class NameIndex
 {
 public:
-    /// Appends @p index to the places of the name.
+    /// Adds a position of the name.
     void setIndex(qsizetype index, const QString &forName) { m_places[forName].push_back(index); }
-    /// In the order in which they were set; empty for a name that was not.
+    /// In the order added; empty for an unknown name.
     QList<qsizetype> indexesForName(const QString &name) const { return m_places.value(name); }
 
 private:
     QHash<QString, QList<qsizetype>> m_places;
 };
 
-/// Everybody in the shared address book with the same name key as @p person, in its order, when they are two or more;
-/// else nobody. Usually @p person is among them.
+/// All people in the shared address book with @p person's name key, in order, if two or more; otherwise none. Usually
+/// includes @p person.
 QList<ABPersonPtr> peopleNamedLike(const ABPerson &person);

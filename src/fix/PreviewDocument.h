@@ -22,27 +22,27 @@ inline constexpr PreviewColour kPaleHeaderInk{PreviewColour::Ink::Black, 0.3};
 inline constexpr PreviewColour kLabelInk{PreviewColour::Ink::Black, 0.5};
 inline constexpr PreviewColour kDeletionInk{PreviewColour::Ink::Red, 1};
 
-/// A text of a preview: not editable, not selectable, without border or background.
+/// A preview text: read-only, not selectable, without border or background.
 struct PreviewField
 {
-    QRect frame; ///< in points from the lower-left corner of the document; y grows upwards
+    QRect frame; ///< in points from the lower-left corner; y grows upwards
     QString text;
-    /// With a colour the text is bold, of size 11. Without: the platform's usual text and colour.
+    /// With a colour: bold, size 11. Without: the platform's usual text and colour.
     std::optional<PreviewColour> colour;
 
     friend bool operator==(const PreviewField &, const PreviewField &) = default;
 };
 
-/// What a fix will do, as texts with their places.
+/// A preview of a fix, as positioned texts.
 struct PreviewDocument
 {
     QSize size{394, 168};
-    std::vector<PreviewField> fields; ///< in the order in which they were added
+    std::vector<PreviewField> fields; ///< in the order added
 
     void add(const QRect &frame, const QString &text, const std::optional<PreviewColour> &colour = {});
 };
 
-/// A field at the place where all begin: x 15, y 132, width 210, height 17.
+/// A field at the common starting frame: x 15, y 132, width 210, height 17.
 PreviewField creatTextFieldWithString(const QString &text);
 /// Makes the field's text bold and coloured.
 PreviewField creatAttributedStringWithString(const QString &text, PreviewColour withColor);

@@ -4,23 +4,22 @@
 
 #include "contacts/book/ABPerson.h"
 
-// What a repair does to one person, and nothing else: a fix calls it on the person itself and saves, a preview on a
-// detached copy.
+// Repairs of one person: a fix applies them to the person and saves, a preview to a detached copy.
 
-/// Every U+0020 goes; other white space stays. An absent first name stays absent; so too for hyphenateFirstName().
+/// Removes every U+0020, but no other white space. An absent first name stays absent; also in hyphenateFirstName().
 void removeSpacesInFirstName(ABPerson &person);
-/// Every single U+0020 becomes a "-".
+/// Replaces every U+0020 with "-".
 void hyphenateFirstName(ABPerson &person);
 void removeTitle(ABPerson &person);
 void removeSuffix(ABPerson &person);
-/// The whole flags value becomes that of a company; a name order that it may have held is gone.
+/// Sets the flags to a company's; any name order is lost.
 void convertToCompany(ABPerson &person);
-/// "???" for a name that is absent; one that is there but empty stays. False: there was nothing to do.
+/// Sets an absent name to "???"; an empty one stays. False: nothing to do.
 bool fillMissingName(ABPerson &person, ABProperty name);
 
-/// The first of each group of equal values with its label, in order. Texts are equal by code unit, addresses when both
-/// have the same parts with equal texts.
+/// The first of each group of equal values with its label, in order. Texts are compared by code unit, addresses by
+/// parts and their texts.
 ABMultiValue withoutRepeatedValues(const ABMultiValue &values);
-/// The entries of the two labels among home, work and other that are not @p sharedLabel. For any other label, none:
-/// entries with a label of the user's own are never among them.
+/// The entries of the two labels among home, work and other that are not @p sharedLabel. None for any other label;
+/// entries with custom labels are never included.
 ABMultiValue emailsWithoutLabel(const ABMultiValue &emails, const QString &sharedLabel);

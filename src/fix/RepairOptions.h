@@ -10,7 +10,7 @@
 #include <optional>
 #include <span>
 
-// Handlers tell options by their titles, so each is spelled once, here.
+// Handlers identify options by these titles.
 inline constexpr QLatin1StringView kConvertToCompany{"Convert to a company contact"};
 inline constexpr QLatin1StringView kUseQuestionMarks{"Use \"???\" instead of the empty name"};
 inline constexpr QLatin1StringView kDeleteThisContact{"Delete this contact"};
@@ -25,7 +25,7 @@ inline constexpr QLatin1StringView kRemoveTheSuffix{"Remove the suffix"};
 inline constexpr QLatin1StringView kRemoveTheTitle{"Remove the title"};
 inline constexpr QLatin1StringView kEditInContacts{"Edit in Contacts"};
 
-/// The sets of options that the user picks a repair from. Some conditions share one.
+/// The sets of repair options for the user. Some conditions share one.
 enum class OptionGroup : quint8 {
     OneName,
     DupContact,
@@ -53,8 +53,8 @@ inline constexpr std::array kBlankName{kEditInContacts, kDeleteThisContact};
 struct OptionGroupInfo
 {
     OptionGroup group;
-    QLatin1StringView outlet; ///< what the group is called in a window's layout
-    std::span<const QLatin1StringView> titles; ///< in the order in which they are offered; the first is the default
+    QLatin1StringView outlet; ///< the group's name in a window's layout
+    std::span<const QLatin1StringView> titles; ///< in the order offered; the first is the default
 };
 
 /// In the order of OptionGroup.
@@ -77,7 +77,7 @@ constexpr const OptionGroupInfo &optionGroupInfo(OptionGroup group)
 }
 static_assert(std::ranges::all_of(kOptionGroups, [](const auto &row) { return &optionGroupInfo(row.group) == &row; }));
 
-/// The place of @p title among the group's titles; nothing for any other text.
+/// The index of @p title in the group; nothing for other texts.
 inline std::optional<std::size_t> optionTitled(OptionGroup group, QStringView title)
 {
     const auto titles = optionGroupInfo(group).titles;

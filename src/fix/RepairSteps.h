@@ -7,16 +7,15 @@
 
 #include <QLoggingCategory>
 
-/// The calls of the shared address book that a repair makes, noted in its outcome. Without a shared address book each
-/// of them fails.
+/// A repair's calls of the shared address book, recorded in its outcome. Without a shared address book all fail.
 class RepairSteps
 {
 public:
     RepairSteps(FixOutcome &outcome, const Finding &finding) : m_outcome(outcome), m_cause(finding.cause) { }
 
-    /// Fails for a person that was removed.
+    /// Fails for a removed person.
     bool addRecord(const ABPersonPtr &person, Error *error = nullptr);
-    /// A failure is not noted: mostly the person is gone already.
+    /// A failure is not recorded: usually the person is already gone.
     bool removeRecord(const ABPersonPtr &person, Error *error = nullptr);
     bool save(Error *error = nullptr);
 
@@ -27,7 +26,7 @@ private:
     const ChangeCausePtr m_cause;
 };
 
-/// A line that is logged at one step of a deletion; no text: none.
+/// A line logged at one step of a deletion; empty: none.
 struct DeletionLine
 {
     const QLoggingCategory &(*category)() = nullptr;
@@ -36,7 +35,7 @@ struct DeletionLine
     void log() const;
 };
 
-/// What handlers log of a deletion; that is all they differ in.
+/// The log lines of a deletion, in which handlers differ.
 struct DeletionLines
 {
     DeletionLine removed = {};
@@ -46,5 +45,5 @@ struct DeletionLines
     const char *sweptNode = nullptr;
 };
 
-/// Asks; then removes the person from the address book and, by a plain sweep, every node of it.
+/// Asks, then removes the person from the address book and, by a plain sweep, all its nodes.
 FixOutcome deleteContact(const Finding &finding, AlertPanel &alertPanel, const DeletionLines &lines);

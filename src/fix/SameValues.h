@@ -4,11 +4,11 @@
 
 #include "contacts/model/PersonRecord.h"
 
-/// Whether two values of a property say the same, however they are written: texts with other capitals, blanks or
-/// punctuation, a phone number with or without its country code, a web page with or without "https://". An empty text
-/// says nothing and so the same as another empty one only. Cautious: what may be two things counts as two.
+/// Whether two values of a property say the same despite different spelling: case, blanks or punctuation of texts, the
+/// country code of a phone number, "https://" of a web page. An empty text equals only another empty one. In doubt,
+/// values differ.
 bool sayTheSame(ABProperty property, const QString &a, const QString &b);
 
-/// Whether everything that @p part says is said by @p whole too: for dictionaries, part by part; a part that is missing
-/// or empty says nothing.
+/// Whether @p whole says everything that @p part says: for dictionaries, part by part; missing or empty parts say
+/// nothing.
 bool isSaidBy(ABProperty property, const ABMultiValue::Value &part, const ABMultiValue::Value &whole);
