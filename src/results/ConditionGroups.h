@@ -5,24 +5,23 @@
 #include "fix/Finding.h"
 #include "fix/RepairOptions.h"
 
-/// How the findings of a condition are shown and repaired. Names and titles of a condition differ in wording and
-/// capitals.
+/// How the findings of a condition are shown and repaired. Names and titles differ in wording and capitals.
 struct ConditionGroup
 {
     Condition condition;
-    QLatin1StringView name; ///< of the group of its findings
+    QLatin1StringView name; ///< of its group
     QLatin1StringView rowDescription; ///< of each finding
     OptionGroup optionGroup;
-    int optionGroupY; ///< where a window places the option group
-    QStringView problem; ///< what is wrong, for the selected finding; %1 is what `quoted` returns
+    int optionGroupY; ///< the option group's position in a window
+    QStringView problem; ///< what is wrong with the selected finding; %1 is the result of `quoted`
     QString (*quoted)(const Finding &finding) = nullptr;
 };
 
-/// All groups in the order in which they are shown, whatever order the conditions ran in.
+/// In display order, whatever order the conditions ran in.
 std::span<const ConditionGroup> conditionGroups();
 const ConditionGroup &conditionGroup(Condition condition);
-/// Exact comparison; nullptr for any other text.
+/// Exact comparison; nullptr for other texts.
 const ConditionGroup *conditionGroupNamed(QStringView name);
 
-/// What is wrong with the finding's person, who is read now: a value that has gone since the scan shows as "(null)".
+/// What is wrong with the finding's person as it is now: a value removed since the scan shows as "(null)".
 QString problemText(const Finding &finding);

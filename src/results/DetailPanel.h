@@ -8,16 +8,15 @@
 #include <QByteArray>
 #include <QPoint>
 
-/// What the panel beside the tree shows of the selected finding.
+/// The panel beside the tree, for the selected finding.
 struct DetailPanel
 {
     QString name;
     QByteArray picture; ///< as an image file; empty: the image resource "BigHead.png"
-    QString email; ///< one of the person's; empty when there is none
+    QString email; ///< one of the person's; empty without one
     QString problemText;
-    std::optional<OptionGroup> optionGroup; ///< shown to choose a repair from; none before the first selection
-    QPoint optionGroupOrigin; ///< in the box that holds it; y grows upwards
+    std::optional<OptionGroup> optionGroup; ///< the repairs offered; none before the first selection
+    QPoint optionGroupOrigin; ///< in its box; y grows upwards
 };
 
-/// What the panel shows of a finding's node.
 DetailPanel detailPanelOf(const PersonItem &node);

@@ -15,9 +15,9 @@
 
 #include <QSet>
 
-/// The results of one scan: the tree of findings, the selected one, the repair that is chosen for it and its preview;
-/// runs repairs and moves on. A window draws it and passes clicks on. For the thread it was made on, but for
-/// setOutlineViewDataSouce(), which may be called on another one before anything shows the tree.
+/// The results of one scan: the tree of findings, the selected one, its chosen repair and its preview; runs repairs and
+/// moves on. Draw it in a window and pass clicks to it. For the thread it was created on, except
+/// setOutlineViewDataSouce(), which may be called on another one before the tree is shown.
 ///
 /// Rows count from 0 over groups and the findings of expanded groups.
 class OutlineViewController : public QObject
@@ -29,23 +29,23 @@ public:
     explicit OutlineViewController(ResultsDelegate &delegate, QObject *parent = nullptr);
     ~OutlineViewController() override;
 
-    /// Builds the tree: nothing is selected, all groups are expanded.
+    /// Builds the tree: nothing selected, all groups expanded.
     void setOutlineViewDataSouce(const ScanResult &result);
-    /// A group with one child a person; null for no people.
+    /// A group with one child per person; null without people.
     static PersonItemPtr creatFatherNode(const QString &name, const std::vector<ABPersonPtr> &withChildArray);
 
-    /// Removes those findings of people with these uids that are not in @p now, and updates the others and what is
-    /// shown. For changes from outside.
+    /// Removes the findings of people with these uids that are not in @p now, and updates the others and the display.
+    /// For outside changes.
     void reexamine(const QStringList &uids, const ScanResult &now);
-    /// What @p now is to be a scan for: the conditions whose findings are shown.
+    /// The conditions that @p now must be a scan for: those with findings.
     QStringList conditionTitles() const;
-    QStringList uids() const; ///< of the people with findings; may name one more than once
+    QStringList uids() const; ///< of the people with findings; may repeat
 
     ResultTree &model() { return m_tree; }
     const QList<PersonItemPtr> &rootNodes() const { return m_tree.rootNodes(); }
     qsizetype findingCount() const { return m_tree.findingCount(); }
 
-    // What a view shows; a null item stands for the top level.
+    // For views; a null item is the top level.
     qsizetype numberOfChildrenOfItem(const PersonItemPtr &item) const;
     PersonItemPtr child(qsizetype index, const PersonItemPtr &ofItem) const;
     bool isItemExpandable(const PersonItemPtr &item) const;
@@ -54,12 +54,12 @@ public:
     bool shouldSelectItem(const PersonItemPtr &item) const { return !item->isRootNode(); }
 
     const PersonItemPtr &selectedItem() const { return m_selected; }
-    void selectItem(const PersonItemPtr &item); ///< as a click does: for a group nothing changes
-    void selectRow(qsizetype row); ///< whatever it holds, a group too; no row: nothing changes
-    qsizetype rowForItem(const PersonItemPtr &item) const; ///< -1 when the item is not visible
+    void selectItem(const PersonItemPtr &item); ///< like a click; ignores groups
+    void selectRow(qsizetype row); ///< also a group; ignores missing rows
+    qsizetype rowForItem(const PersonItemPtr &item) const; ///< -1 if the item is not visible
     PersonItemPtr itemAtRow(qsizetype row) const;
     bool isItemExpanded(const PersonItemPtr &group) const { return !m_collapsed.contains(group.get()); }
-    void setItemExpanded(const PersonItemPtr &group, bool expanded); ///< the user opens or closes a group
+    void setItemExpanded(const PersonItemPtr &group, bool expanded); ///< by the user
     void outlineViewSelectionDidChange();
     void outlineViewItemWillCollapse() { setSelected(nullptr); }
     void outlineViewItemDidCollapse();
@@ -67,26 +67,26 @@ public:
 
     void updateUI();
     const DetailPanel &detailPanel() const { return m_panel; }
-    bool showsTips() const { return m_showsTips; } ///< in the detail panel's place: every group is closed
+    bool showsTips() const { return m_showsTips; } ///< instead of the detail panel: every group is closed
     bool buttonsEnabled() const { return m_buttonsEnabled; } ///< "Open In Contacts" and "Fix"
-    /// False also for a finding of somebody who was removed by another repair.
+    /// False also if another repair removed the person.
     bool canFix() const { return m_buttonsEnabled && m_selected && !m_selected->isGone(); }
     void openInContacts();
     void backClicked() { m_delegate.reloadUI(); }
 
     QString currentOption(OptionGroup group) const;
-    /// As a click on an option does. False, and nothing is changed, when the group has no such option.
+    /// Like a click on an option. False, with nothing changed, if the group has no such option.
     bool chooseOption(OptionGroup group, const QString &title);
     void matrixClicked(OptionGroup group) { creatScrollerViewWithTitle(currentOption(group)); }
     void removeAllMatrix() { m_panel.optionGroup.reset(); }
-    void creatScrollerViewWithTitle(const QString &title); ///< shows what the option would do to the selected finding
-    PreviewDocument preview() const; ///< read from the people when it is called; without fields when nothing is shown
+    void creatScrollerViewWithTitle(const QString &title); ///< previews the option for the selected finding
+    PreviewDocument preview() const; ///< reads the people now; without fields if nothing is shown
 
-    /// Repairs the selected finding with the chosen option of its group, then selects the next one.
+    /// Repairs the selected finding with its group's chosen option, then selects the next one.
     void FixFounction();
     void fixClick() { FixFounction(); }
 
-    // The repairs by themselves: change the people and the tree, leave the selection alone.
+    // Only the repairs: they change the people and the tree, not the selection.
     void processDuplicateContact(const PersonItemPtr &item) { run(::processDuplicateContact, item); }
     void processOnlyOneNameContacts(const PersonItemPtr &item) { run(::processOnlyOneNameContacts, item); }
     void processBadSuffixContacts(const PersonItemPtr &item) { run(::processBadSuffixContacts, item); }
@@ -106,10 +106,10 @@ public:
 
 Q_SIGNALS:
     void selectionChanged(); ///< another item, or none
-    void detailPanelChanged(); ///< also the buttons, and whether tips are shown
+    void detailPanelChanged(); ///< also for the buttons and tips
     void previewChanged();
     void itemExpanded(const QModelIndex &group); ///< by the controller, not by the user
-    void fixed(const FixOutcome &outcome); ///< the tree is up to date, the selection has not moved on yet
+    void fixed(const FixOutcome &outcome); ///< the tree is updated, the selection not yet
 
 private:
     void run(FixHandler handler, const PersonItemPtr &item);
@@ -126,5 +126,5 @@ private:
     bool m_showsTips = false;
     bool m_buttonsEnabled = false;
     std::array<std::size_t, kOptionGroups.size()> m_currentOptions{};
-    QString m_previewTitle; // null: nothing is shown
+    QString m_previewTitle; // null: none
 };

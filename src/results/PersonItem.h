@@ -9,16 +9,16 @@
 class PersonItem;
 using PersonItemPtr = std::shared_ptr<PersonItem>;
 
-/// What is said of a finding that isGone().
+/// The remark for a finding that isGone().
 inline constexpr QLatin1StringView kNoLongerThere{"no longer in the address book"};
 
-/// A node of the tree of findings: a group, or one finding under it. A group owns its children, a child knows its
-/// group as long as somebody owns that. For one thread at a time.
+/// A node of the tree of findings: a group, or a finding in one. A group owns its children; a child refers weakly to
+/// its group. One thread at a time.
 class PersonItem : public std::enable_shared_from_this<PersonItem>
 {
 public:
     static PersonItemPtr initFatherNodeWithName(const QString &name);
-    /// Its name is what the person is called now; later edits of the person do not change it.
+    /// Its name is the person's present one and does not follow later edits.
     static PersonItemPtr initChildNodeWithPerson(const ABPersonPtr &person);
 
     /// Appends; does not set the child's parentNode.
@@ -26,11 +26,11 @@ public:
     qsizetype childrenCount() const { return m_childrenArray.size(); }
     /// @p index must be in range.
     const PersonItemPtr &childAtIndex(qsizetype index) const { return m_childrenArray[index]; }
-    /// -1 when it is none of the children.
+    /// -1 if it is not a child.
     qsizetype indexOfChild(const PersonItem *child) const;
     QList<PersonItemPtr> &childrenArray() { return m_childrenArray; }
     const QList<PersonItemPtr> &childrenArray() const { return m_childrenArray; }
-    /// Removes every occurrence of it.
+    /// Removes all occurrences.
     void removeItem(const PersonItemPtr &child) { m_childrenArray.removeAll(child); }
     /// @p index must be in range.
     void removeChildAtIndex(qsizetype index) { m_childrenArray.removeAt(index); }
@@ -39,15 +39,15 @@ public:
     void setIsRootNode(bool isRootNode) { m_isRootNode = isRootNode; }
     const QString &name() const { return m_name; }
     void setName(const QString &name) { m_name = name; }
-    /// Of a group only the condition is set.
+    /// For a group only the condition is set.
     const Finding &finding() const { return m_finding; }
     void setFinding(const Finding &finding) { m_finding = finding; }
     /// Null for a group.
     const ABPersonPtr &person() const { return m_finding.person; }
     void setPerson(const ABPersonPtr &person) { m_finding.person = person; }
-    /// A finding whose person was removed by now, as a merge leaves them behind.
+    /// Whether the finding's person has since been removed, for example by a merge.
     bool isGone() const { return person() && person()->isRemoved(); }
-    /// Null for a group, and when the group is gone.
+    /// Null for a group, and once the group is gone.
     PersonItemPtr parentNode() const { return m_parentNode.lock(); }
     void setParentNode(const PersonItemPtr &parent) { m_parentNode = parent; }
     const QList<ABPersonPtr> &duplicateEmailArray() const { return m_finding.duplicateEmailArray; }

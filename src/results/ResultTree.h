@@ -8,18 +8,18 @@
 #include <QMultiHash>
 #include <QRectF>
 
-/// What a view shows in the row of a node.
+/// The content of a node's row.
 struct RowView
 {
-    QLatin1StringView identifier; ///< of the kind of row: "HeaderTextField" or "MainCell"
-    QRectF frame; ///< of a group's text; null for a finding, whose cell has its own layout
-    QString text; ///< a group's name in upper case; of a finding, what is wrong
+    QLatin1StringView identifier; ///< "HeaderTextField" or "MainCell"
+    QRectF frame; ///< of a group's text; null for a finding, whose cell has a fixed layout
+    QString text; ///< a group's name in upper case; for a finding, what is wrong
     QString myTextField; ///< a finding's name; empty for a group
     QByteArray picture; ///< a finding's, as an image file; empty: the image resource "BigHead.png"; empty for a group
 };
 
-/// The tree of findings, two levels deep, and the model that views show it by: groups, and under them findings. A group
-/// whose findings are all gone may stay. Nodes are found by the uid of their person in constant time.
+/// The tree of findings, two levels deep, as a model for views: groups, and findings in them. Empty groups may stay.
+/// Finds nodes by their person's uid in constant time.
 class ResultTree : public QAbstractItemModel
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ public:
     enum Role {
         NameRole = Qt::DisplayRole, ///< the finding's name, or the group's in upper case
         DescriptionRole = Qt::ToolTipRole, ///< what is wrong
-        PictureRole = Qt::UserRole, ///< bytes; absent where the person has no picture
+        PictureRole = Qt::UserRole, ///< bytes; absent without a picture
         IsGroupRole,
         UidRole,
         IsGoneRole, ///< PersonItem::isGone()
@@ -37,17 +37,17 @@ public:
     using QAbstractItemModel::QAbstractItemModel;
 
     const QList<PersonItemPtr> &rootNodes() const { return m_rootNodes; }
-    /// Takes the place of all nodes there were.
+    /// Replaces all nodes.
     void setRootNodes(QList<PersonItemPtr> groups);
     bool contains(const PersonItemPtr &node) const;
     qsizetype findingCount() const { return m_nodesOfUid.size(); }
 
-    /// Both do nothing for a node that is not there.
+    /// Both ignore missing nodes.
     void removeFinding(const PersonItemPtr &finding);
     void removeGroup(const PersonItemPtr &group);
     /// Removes all findings of the person. @return how many
     qsizetype sweep(const QString &uid);
-    /// The same, and removes all groups that are empty then.
+    /// The same, then removes all empty groups.
     void pruningSweep(const QString &uid);
 
     RowView rowView(const PersonItem &node) const;

@@ -5,7 +5,7 @@
 #include "base/AlertPanel.h"
 #include "contacts/book/ABPerson.h"
 
-/// What the results ask of the program around them. Called on the controller's thread.
+/// What the results need from the program. Called on the controller's thread.
 class ResultsDelegate
 {
 public:
@@ -16,8 +16,8 @@ public:
     virtual void selectInAddressBook(const ABPersonPtr &person) = 0;
     /// Opens the person for editing in a contacts application; need not wait for the edit.
     virtual void editInAddressBook(const ABPersonPtr &person) = 0;
-    /// Goes back to the start view. Returns when it is shown; the controller must still exist then.
+    /// Returns to the start view. Returns when it is shown, while the controller still exists.
     virtual void reloadUI() = 0;
-    /// How many parts the results' view has, for the log; 0 where there is no view.
+    /// The number of parts of the results' view, for the log; 0 without a view.
     virtual qsizetype subviewCount() const { return 0; }
 };
