@@ -14,8 +14,8 @@ class QLineEdit;
 class QPlainTextEdit;
 class WrappedText;
 
-/// One contact in full: every property, label and picture, to read and to edit. Only what was edited is written, so
-/// what somebody else changes meanwhile stays.
+/// One contact in full, for viewing and editing: every property, label and picture. Only edits are written, so changes
+/// by others are kept.
 class ContactCard : public QDialog
 {
     Q_OBJECT
@@ -23,18 +23,18 @@ class ContactCard : public QDialog
 public:
     ContactCard(const ABPersonPtr &person, QWidget *parent);
 
-    /// Writes and saves what was edited, and closes. On a refused birthday or a failed save it stays open and says why;
-    /// after a failed save the person is as before.
+    /// Saves the edits and closes. After an invalid birthday or a failed save it stays open and shows the reason; a
+    /// failed save leaves the person unchanged.
     void save();
-    /// Takes the picture in this file, or says why not.
+    /// Uses the picture in this file, or shows why not.
     void setPicture(const QString &path);
-    /// Asks first where something was edited.
+    /// Asks first if there are edits.
     void reject() override;
 
 Q_SIGNALS:
     void saved();
     void failed(const QString &reason);
-    /// The person is damaged and is to be put back as a backup has it; the card is closed.
+    /// The damaged person should be restored from a backup; the card is closed.
     void restoreRequested(const QString &uid);
 
 private:
@@ -51,7 +51,7 @@ private:
     void showPicture();
     void refuse(const QString &reason);
     bool isEdited() const;
-    /// The record with the edits; an error names the field that cannot be read.
+    /// The edited record; an error names the invalid field.
     Result<PersonRecord> edited() const;
     void applyTexts(PersonRecord &record) const;
 

@@ -10,18 +10,18 @@ class QComboBox;
 class QLineEdit;
 class QVBoxLayout;
 
-/// Edits one multi-value of a contact: a row an entry, with its label and its text or the parts it has.
+/// Edits one multi-value of a contact: one row per entry, with its label and its text or parts.
 class MultiValueEditor : public QGroupBox
 {
     Q_OBJECT
 
 public:
-    /// @p value may be null: the property is absent.
+    /// @p value may be null for an absent property.
     MultiValueEditor(ABProperty property, const ABMultiValue *value, QWidget *parent = nullptr);
 
     ABProperty property() const { return m_property; }
-    /// What is in the rows. std::monostate when the property was absent and has no row now. A label that nobody
-    /// touched stays as it is stored, whatever it looks like; a part that was missing and is empty stays missing.
+    /// The content of the rows; std::monostate if the property was absent and has no row. An unedited label is kept as
+    /// stored; a missing part that is empty stays missing.
     ABValue value() const;
 
 private:
@@ -30,9 +30,9 @@ private:
         QWidget *widget;
         QComboBox *label;
         QString storedLabel;
-        QString shownLabel; // as it was when the row was made
-        std::vector<QLineEdit *> texts; // one, or one a key
-        std::vector<QString> before; // of each; null where it was missing
+        QString shownLabel; // as in the new row
+        std::vector<QLineEdit *> texts; // one, or one per key
+        std::vector<QString> before; // of each; null if missing
     };
 
     void addRow(const ABMultiValue::Entry &entry, bool isNew);
