@@ -9,23 +9,23 @@
 #include <atomic>
 #include <functional>
 
-/// Questions and messages as windows of the application.
+/// Shows questions and messages as windows.
 class Alerts : public QObject, public AlertPanel
 {
     Q_OBJECT
 
 public:
-    /// @p window must outlive this; alerts belong to it.
+    /// @p window must outlive this and owns the alerts.
     explicit Alerts(QWidget &window) : m_window(window) { }
 
     /// Any thread; waits for the user.
     Answer runAlertPanel(const QString &title, const QString &message, const QString &defaultButton,
         const QString &alternateButton) override;
 
-    /// Runs it on the main thread and waits until it is done. Any thread.
+    /// Runs @p action on the main thread and waits for it. Any thread.
     void onMainThread(const std::function<void()> &action);
 
-    /// The program ends: nobody is asked any more, the answer is Alternate.
+    /// The program ends: every answer is Alternate, without asking.
     void answerEverythingFromNowOn() { m_isEnding = true; }
 
 private:

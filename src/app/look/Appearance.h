@@ -5,7 +5,7 @@
 #include <QDBusVariant>
 #include <QObject>
 
-/// The application's colours, light or dark as the desktop is, also when it changes while the application runs.
+/// The application's colours, light or dark like the desktop, even when that changes while the application runs.
 class Appearance : public QObject
 {
     Q_OBJECT
@@ -16,11 +16,11 @@ public:
     /// Follows the desktop until setScheme() is called.
     explicit Appearance(QObject *parent = nullptr);
 
-    /// For pictures and tests: this scheme, whatever the desktop has.
+    /// For pictures and tests: this scheme regardless of the desktop.
     void setScheme(Scheme scheme);
     Scheme scheme() const { return m_scheme; }
 
-    /// A change of any setting of the desktop, from org.freedesktop.portal.Settings.
+    /// Called by org.freedesktop.portal.Settings for every changed setting.
     Q_INVOKABLE void desktopSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
 
 Q_SIGNALS:

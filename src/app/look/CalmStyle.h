@@ -4,8 +4,8 @@
 
 #include <QProxyStyle>
 
-/// The Fusion style with outlines that can be seen on dark grounds too: Fusion darkens the window's colour for them,
-/// which leaves nothing to see where that is dark already. What has the focus gets a ring.
+/// The Fusion style with outlines visible on dark backgrounds too, where Fusion's darkened window colour disappears.
+/// The focus gets a ring.
 class CalmStyle : public QProxyStyle
 {
     Q_OBJECT

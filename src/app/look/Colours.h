@@ -4,7 +4,7 @@
 
 #include <QPalette>
 
-/// What a colour is for. Windows ask for a role, never for a colour.
+/// The purpose of a colour. Windows use roles, never colours.
 enum class ColourRole {
     Ground, // of windows
     Pane, // of lists, fields and boxes
@@ -12,32 +12,32 @@ enum class ColourRole {
     Text,
     Quiet, // less important text, outlines that must be seen
     Accent,
-    AccentSoft, // of what is selected
+    AccentSoft, // of selected items
     OnAccent,
     Warning,
     WarningSoft,
     Added,
     AddedSoft,
-    Gone, // what is removed or wrong, and buttons that remove
+    Gone, // removed or wrong items, and buttons that remove
     GoneSoft,
     Hover,
     Badge,
 };
 
-/// Light or dark as @p palette is: that of a widget or of a style option.
+/// Light or dark like @p palette, which is a widget's or a style option's.
 QColor colourFor(ColourRole role, const QPalette &palette);
 
-/// Two colours that belong together.
+/// Two matching colours.
 struct Tint
 {
     QColor ground;
     QColor figure;
 };
 
-/// For the stand-in of a contact's picture: always the same for the same uid.
+/// For a contact without a picture; depends only on the uid.
 Tint tintFor(const QString &uid, const QPalette &palette);
 
-/// The roles that QPalette has, too.
+/// The roles that QPalette has too.
 QPalette paletteOf(bool isDark);
-/// The same for lists and menus, where a selected row keeps the colour of its text.
+/// The same for lists and menus, where selected rows keep their text colour.
 QPalette listPaletteOf(bool isDark);

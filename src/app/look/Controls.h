@@ -22,7 +22,7 @@ public:
     QString buttonTitle() const { return text(); }
 };
 
-/// A row of buttons in a window that is no dialog: arrows move in it too, and Return presses the button in focus.
+/// A row of buttons in a window that is no dialog: arrow keys move in it, and Return presses the focused button.
 class ButtonBar : public QObject
 {
     Q_OBJECT
@@ -30,18 +30,18 @@ class ButtonBar : public QObject
 public:
     ButtonBar(const QList<QPushButton *> &buttons, QObject *parent);
 
-    /// The one that had the focus last, or the first that can be pressed; null while none can.
+    /// The last focused button, or the first enabled one; null while none is enabled.
     QPushButton *current() const;
     bool eventFilter(QObject *button, QEvent *event) override;
 
 private:
     void move(QPushButton *from, int by);
 
-    std::vector<QPointer<QPushButton>> m_buttons; // null: gone already, as the window goes
+    std::vector<QPointer<QPushButton>> m_buttons; // null: already gone with the window
     QPointer<QPushButton> m_last;
 };
 
-/// A strip with a picture behind its contents, which fills its width at its own height.
+/// A strip with a background picture, which fills its width at its natural height.
 class BannerView : public QWidget
 {
     Q_OBJECT
@@ -56,15 +56,14 @@ private:
     QPixmap m_picture;
 };
 
-/// A label that never widens its window: it breaks its text wherever it has to, and scrolls a very long one. The text
-/// stands at the left, also where it is in a script that goes to the left, and can be selected.
+/// A label that never widens its window: it wraps text anywhere and scrolls very long texts. The text is left-aligned,
+/// even in right-to-left scripts, and can be selected.
 class WrappedText : public QTextEdit
 {
     Q_OBJECT
 
 public:
-    /// @p direction is that of the sentence, which a foreign word at its start must not turn round; by default the text
-    /// itself tells.
+    /// @p direction is the sentence's, which a foreign word at its start must not reverse; by default the text decides.
     explicit WrappedText(Qt::LayoutDirection direction = Qt::LayoutDirectionAuto, QWidget *parent = nullptr);
 
     void setText(const QString &plain);
@@ -74,7 +73,7 @@ private:
     void fitHeight();
 };
 
-/// One line of text that never widens its window: what does not fit is left out in its middle.
+/// One line of text that never widens its window: long text is elided in the middle.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT
@@ -87,5 +86,5 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
-/// The size that a window opens with for the first time, or as much of it as the screen has room for.
+/// A window's first size, limited by the screen.
 void setFirstSize(QWidget &window, QSize size);

@@ -7,7 +7,7 @@
 class QPushButton;
 class WrappedText;
 
-/// What stands in the place of a contact table without rows: why there are none, and what to do about it.
+/// Shown instead of a contact table without rows: why there are none, and what to do.
 class EmptyPage : public QWidget
 {
     Q_OBJECT
@@ -16,9 +16,9 @@ public:
     /// Says that the address book is being opened.
     explicit EmptyPage(QWidget *parent = nullptr);
 
-    /// The address book is open and has no contacts: offers ways to some.
+    /// For an open address book without contacts: offers ways to add some.
     void offerContacts();
-    /// None is open; nothing can be done here.
+    /// For no open address book.
     void showNoAddressBook(const QString &reason);
     QPushButton *importButton() const { return m_import; }
 

@@ -8,8 +8,8 @@ class QWidget;
 
 enum class FilesAsked { ToOpen, SeveralToOpen, ToSave, Folder };
 
-/// Asks the user for files or a folder; empty when cancelled. @p start is a folder, or the proposed name of a file in
-/// one. All file dialogs come from here: Qt's usual icons, and dialogs that a desktop puts into the process, open every
-/// file they list, and closing the open address book that way drops the locks that this process holds on it.
+/// Asks the user for files or a folder; empty if cancelled. @p start is a folder, or a proposed file name in one. Use
+/// only these dialogs: Qt's icons, and dialogs that a desktop adds to the process, open every file they list, and
+/// closing the open address book that way drops this process's locks on it.
 QStringList askForFiles(
     QWidget *parent, FilesAsked asked, const QString &title, const QString &start, const QString &filter = {});
