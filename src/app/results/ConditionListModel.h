@@ -5,7 +5,7 @@
 #include <QAbstractListModel>
 #include <QStringList>
 
-/// Which conditions the next scan looks for: a list of check boxes. The choice lives as long as the program runs.
+/// The conditions for the next scan, as a list of check boxes. The choice lasts while the program runs.
 class ConditionListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -13,14 +13,14 @@ class ConditionListModel : public QAbstractListModel
 public:
     explicit ConditionListModel(QObject *parent = nullptr);
 
-    /// All titles in the order of the list.
+    /// All titles, in list order.
     const QStringList &dataSoucreArray() const { return m_titles; }
-    /// The chosen titles; one that was taken out and put in again stands at the end.
+    /// The selected titles; one that is reselected moves to the end.
     const QStringList &getSelectArray() const { return m_selected; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    /// Qt::CheckStateRole, whatever the value, turns the choice over.
+    /// Qt::CheckStateRole toggles the choice, whatever the value.
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 

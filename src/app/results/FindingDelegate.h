@@ -5,7 +5,7 @@
 #include <QCache>
 #include <QStyledItemDelegate>
 
-/// Draws the rows of the tree of findings: a group's name, or a picture with what is wrong and a name under it.
+/// Draws the tree of findings: a group's name, or a finding's picture with the problem and a name below.
 class FindingDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -13,8 +13,8 @@ class FindingDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    /// Where a group's row has its title and its arrow: at the foot, near its findings. All rows are of one height, or
-    /// the view would have to measure each.
+    /// The area of a group's title and arrow: at the bottom of its row, near its findings. All rows have the same
+    /// height, so that the view need not measure each.
     static QRect titleArea(const QRect &groupRow, const QFontMetrics &metrics);
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;

@@ -4,9 +4,9 @@
 
 #include <QTreeView>
 
-/// The tree of findings as it is moved in: only findings are selected, and the selected one is the current one. A click
-/// on a group leaves both alone, and arrows pass groups over: Left closes the group of the selected finding, Right
-/// opens the nearest closed one, below it rather than above.
+/// The tree of findings with its navigation: only findings can be selected, and the selected one is current. Clicks on
+/// groups change nothing, and arrow keys skip groups: Left closes the selected finding's group, Right opens the nearest
+/// closed one, preferably below.
 class FindingTree : public QTreeView
 {
     Q_OBJECT

@@ -8,8 +8,8 @@
 
 class QLabel;
 
-/// Draws the preview of a repair. Places are given for a small font; all of them grow with the font in use, and columns
-/// with their texts as far as the view is wide. A text that needs more room is broken, and what is below moves down.
+/// Draws the preview of a repair. Positions are for a small font and scale with the font in use; columns grow with
+/// their texts up to the view's width. Longer texts wrap, and whatever is below moves down.
 class PreviewView : public QScrollArea
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ public:
     explicit PreviewView(QWidget *parent = nullptr);
 
     void setDocument(const PreviewDocument &document);
-    /// The texts in reading order, for those who do not see the picture.
+    /// The texts in reading order, for screen readers.
     QString spokenText() const { return m_spoken; }
 
 protected:
@@ -30,7 +30,7 @@ private:
     void layOut();
     QLabel *addLabel(QWidget &view, const PreviewField &field, int room) const;
     int contentWidth() const;
-    /// How wide the text may be before it is broken.
+    /// The text's width limit before it wraps.
     int roomFor(const std::vector<PreviewField> &fields, std::size_t i, double across) const;
 
     PreviewDocument m_document;

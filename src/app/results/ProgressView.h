@@ -6,8 +6,8 @@
 #include <QTimer>
 #include <QWidget>
 
-/// An arc that turns on a grey ring under the words "Please Waiting ...". It moves by the clock, one degree in three
-/// milliseconds, and only while it is shown.
+/// An arc turning on a grey ring below the words "Please Waiting ...", one degree every three milliseconds by the
+/// clock, only while visible.
 class ProgressView : public QWidget
 {
     Q_OBJECT
@@ -17,16 +17,16 @@ public:
 
     double progress() const { return m_progress; }
     void setProgress(double progress);
-    /// What is drawn on the ring: "Arc", or nothing for any other text.
+    /// What is drawn on the ring: "Arc"; nothing for other texts.
     const QString &sharpe() const { return m_sharpe; }
     void setSharpe(const QString &sharpe);
-    /// In degrees, counted without end.
+    /// In degrees, without wrapping.
     double startAngle() const { return m_startAngle; }
     void setStartAngle(double degrees);
     double endAngle() const { return m_endAngle; }
     void setEndAngle(double degrees);
 
-    /// Starts to turn an arc of 30 degrees.
+    /// Starts turning an arc of 30 degrees.
     void start();
 
 protected:

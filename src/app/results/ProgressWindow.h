@@ -6,7 +6,7 @@
 
 #include <QDialog>
 
-/// The small window that is shown during a scan. It closes with the scan, not before.
+/// The small window shown during a scan. It closes only with the scan.
 class ProgressWindow : public QDialog
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ public:
     explicit ProgressWindow(QWidget *parent);
 
     ProgressView *animationView() const { return m_view; }
-    /// Shows it with an arc that starts from the beginning.
+    /// Shows it with the arc at its start.
     void begin();
 
 protected:

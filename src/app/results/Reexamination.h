@@ -7,23 +7,23 @@
 
 #include <QPointer>
 
-/// Looks again at the findings of people who were changed after the scan, in the background, and removes those that no
-/// longer hold. For the main thread.
+/// Checks findings again in the background when their people change after the scan, and removes those that no longer
+/// hold. Main thread only.
 class Reexamination : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What is changed from now on may be unknown to the scan.
+    /// From now on, the scan may miss changes.
     void beginScan() { m_isScanning = true; }
-    /// @p shown is what is shown now, by this scan or an earlier one; may be null.
+    /// @p shown are the results shown now, from this scan or an earlier one; may be null.
     void endScan(OutlineViewController *shown);
-    /// People with these uids were changed; nothing happens while no results are shown.
+    /// For changed people; ignored while no results are shown.
     void reexamine(const QStringList &uids);
 
 private:
     QPointer<OutlineViewController> m_results;
     bool m_isScanning = false;
-    QStringList m_outstanding; // whose findings are still to be looked at
+    QStringList m_outstanding; // people still to be checked
     Job m_job;
 };

@@ -16,8 +16,8 @@ class QVBoxLayout;
 class PreviewView;
 class WrappedText;
 
-/// The results of a scan: the tree, and beside it the selected finding with its repairs and their preview. Everything
-/// it does, its controller does.
+/// The results of a scan: the tree, and the selected finding with its repairs and their preview. All actions are the
+/// controller's.
 class ResultsView : public QWidget
 {
     Q_OBJECT
@@ -31,10 +31,10 @@ public:
     QPushButton *backButton() const { return m_backButton; }
     QPushButton *openContactButton() const { return m_openContactButton; }
     PreviewView *preview() const { return m_preview; }
-    /// Where F6 goes; null for what is not there.
+    /// The panes for F6; null for hidden ones.
     QList<QWidget *> panes() const;
 
-    /// Shows the tree again, all groups open, the first finding selected.
+    /// Shows the tree with all groups open and the first finding selected.
     void refresh();
 
 private:
@@ -61,7 +61,7 @@ private:
     QVBoxLayout *m_options;
     QButtonGroup *m_optionButtons;
     PreviewView *m_preview;
-    QStackedWidget *m_side; // the panel, or the tips when all groups are closed
+    QStackedWidget *m_side; // the panel, or tips when all groups are closed
     ButtonBar *m_buttonBar = nullptr;
     QPushButton *m_openContactButton;
     QPushButton *m_backButton;

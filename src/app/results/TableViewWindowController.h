@@ -8,7 +8,7 @@
 
 class QListView;
 
-/// The preferences: what scans look for. A tick counts at once; both buttons only close the window.
+/// The preferences: the conditions for scans. Changes take effect immediately; both buttons just close the window.
 class TableViewWindowController : public QDialog
 {
     Q_OBJECT
