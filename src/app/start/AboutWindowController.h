@@ -6,13 +6,13 @@
 
 class ActivityLog;
 
-/// Name, version, copyright, and a way to the product's web page.
+/// Name, version, copyright, and a link to the product's web page.
 class AboutWindowController : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// @p log, which must outlive the window, is told of a page that cannot be shown.
+    /// Reports a page that cannot be shown to @p log, which must outlive the window.
     explicit AboutWindowController(ActivityLog &log, QWidget *parent = nullptr);
 
     void showWindow();

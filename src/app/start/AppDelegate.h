@@ -15,7 +15,7 @@
 #include "app/start/SideWindows.h"
 #include "table/grid/LoadContactsViewController.h"
 
-/// Puts the application together: owns what does its work and the windows, and connects them. For the main thread.
+/// Puts the application together: owns and connects its windows and the objects behind them. Main thread only.
 class AppDelegate : public QObject, public ContactTableDelegate
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ class AppDelegate : public QObject, public ContactTableDelegate
 public:
     AppDelegate();
 
-    /// Shows the main window and opens the address book; an empty @p where is the user's own.
+    /// Shows the main window and opens the address book; an empty @p where is the default one.
     void applicationDidFinishLaunching(const QString &where);
     MainWindow &mainWindow() { return m_window; }
     LoadContactsViewController &loadContactsViewController() { return m_table; }
@@ -45,7 +45,7 @@ public:
     void importClicked();
     void sampleClicked();
     void importFiles(const QStringList &paths) { m_sideWindows.importFiles(paths); }
-    /// In the desktop's own program, or as a card.
+    /// Opens the desktop's program, or a card.
     void editInAddressBook(const ABPersonPtr &person);
 
     // For the contact table.
@@ -54,7 +54,7 @@ public:
     RowExporter *rowExporter() override { return &m_exports.exporter(); }
 
 Q_SIGNALS:
-    /// The address book is open, or could not be opened.
+    /// The address book is open, or failed to open.
     void addressBookOpened(bool isOpen);
 
 private:
@@ -64,9 +64,9 @@ private:
     void openAddressBook(const QString &where);
     void installAddressBook(
         const Result<std::shared_ptr<ABAddressBook>> &book, const std::optional<Rescue::Offer> &offer);
-    /// People with these uids are not what the table and the findings show.
+    /// The table and the findings are outdated for these people.
     void showChanged(const QStringList &uids);
-    /// After a restore, everybody may be one of them.
+    /// After a restore, which may change everyone.
     void showRestored();
     void noteFailure(const QString &reason) { m_activity.append(ActivityLog::Kind::Failure, reason); }
     void copyHelpFile() { m_sideWindows.showHelp(); }

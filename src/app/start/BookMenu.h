@@ -7,7 +7,7 @@
 
 #include <QMenu>
 
-/// The address books that there are, looked for whenever the menu opens.
+/// The available address books, looked up each time the menu opens.
 class BookMenu : public QMenu
 {
     Q_OBJECT
@@ -15,12 +15,12 @@ class BookMenu : public QMenu
 public:
     explicit BookMenu(QWidget *parent = nullptr);
 
-    /// Which one is open; it is checked. Empty: the user's own.
+    /// Checks the open one. Empty: the default one.
     void setCurrent(const QString &where) { m_current = where; }
     void setBooks(const std::vector<KnownBook> &books);
 
 Q_SIGNALS:
-    void chosen(const QString &where); ///< another than the current one
+    void chosen(const QString &where); ///< not the current one
 
 private:
     QString m_current;

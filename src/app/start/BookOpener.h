@@ -9,27 +9,27 @@
 
 #include <QTimer>
 
-/// Opens an address book in a job, with the backup of the day before anybody can change anything. An
-/// application that stays open makes the backups of the days that follow too. Saves of the address book leave the main
-/// thread alive. Signals come on this object's thread.
+/// Opens an address book in a job, and makes the daily backup before anything can be changed, and on following days
+/// while the application stays open. Saves of the address book keep the main thread responsive. Signals are emitted on
+/// this object's thread.
 class BookOpener : public QObject
 {
     Q_OBJECT
 
 public:
     explicit BookOpener(QObject *parent = nullptr);
-    /// An empty @p where is the user's own. Takes the place of an opening that is under way.
+    /// An empty @p where is the default one. Replaces a running opening.
     void open(const QString &where);
-    /// The opening under way ends with Cancelled.
+    /// Cancels a running opening.
     void giveUp() { m_opening.stop(); }
-    /// The address book as it was asked for last.
+    /// The address book requested last.
     const QString &where() const { return m_where; }
 
 Q_SIGNALS:
     void progressed(qint64 done, qint64 total);
-    /// @p offer where the file is damaged and something can be done about it.
+    /// @p offer if the file is damaged and something can be done.
     void opened(const Result<std::shared_ptr<ABAddressBook>> &book, const std::optional<Rescue::Offer> &offer);
-    /// The address book stays open. @p offer where it turned out to be damaged.
+    /// The address book stays open. @p offer if it turned out to be damaged.
     void backupFailed(const Error &error, const std::optional<Rescue::Offer> &offer);
 
 private:

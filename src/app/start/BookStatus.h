@@ -7,8 +7,8 @@
 class QLabel;
 class QToolButton;
 
-/// The lower edge of the main window: which address book it shows, or how far its opening is, and a quiet mark that
-/// says what failed last.
+/// The main window's status bar: the address book or the progress of opening it, and an unobtrusive mark for the last
+/// failure.
 class BookStatus : public QStatusBar
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ public:
 
     void setName(const QString &name);
     void setReadOnly(const QString &reason);
-    /// Can be given up; gone once there is a name.
+    /// Can be cancelled; hidden once there is a name.
     void setOpening(qint64 done, qint64 total);
     void setFailure(const QString &newest);
 

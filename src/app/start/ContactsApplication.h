@@ -4,11 +4,11 @@
 
 #include <QString>
 
-/// The desktop's own program for contacts: GNOME Contacts, where it is installed.
+/// The desktop's contacts program: GNOME Contacts, if installed.
 namespace ContactsApplication {
 
-/// Starts it on the person that AddressBookStore::desktopId() names. False when that is null, or when the program is
-/// not there or does not start. It shows; editing is a button in it.
+/// Shows the person with this AddressBookStore::desktopId(), for viewing; it has a button for editing. False if that is
+/// null, or the program is missing or does not start.
 bool show(const QString &desktopId);
 
 } // namespace ContactsApplication

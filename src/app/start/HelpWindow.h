@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-/// The manual, for desktops that have nothing to show its PDF with.
+/// The manual, for desktops without a PDF viewer.
 class HelpWindow : public QWidget
 {
     Q_OBJECT

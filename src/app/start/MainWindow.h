@@ -16,7 +16,7 @@ class ProgressWindow;
 class QStackedWidget;
 class ResultsView;
 
-/// The main window: the contact area, or the results of a scan in its place.
+/// The main window: the contact area, or the results of a scan instead.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -37,19 +37,19 @@ public:
     /// Scan, Refresh and Export All, as buttons and in the menus.
     void setButtonsEnabled(bool isEnabled);
     void setFreshButtonEnabled(bool isEnabled);
-    /// The contacts of the address book are in the table, or it has none.
+    /// The contacts are in the table, or there are none.
     void setContactsLoaded();
-    /// Puts the results in the place of the contact area.
+    /// Replaces the contact area with the results.
     void showResults(OutlineViewController &controller);
-    /// And back; the results' view is gone then.
+    /// Removes the results again.
     void showContacts();
-    /// Which address book this window shows. The title has the name too, unless it is the one of every start.
+    /// Shows the address book's name, in the title too unless it is the default one.
     void setAddressBookName(const QString &name, bool isDefault);
-    /// The address book cannot be written: says so beside its name, and disables what would change it.
+    /// For a read-only address book: says so beside its name, and disables what would change it.
     void setReadOnly(const QString &reason);
-    /// Moves so many steps away from where the window was last, as another one may be there.
+    /// Moves this many steps from the window's last position, where another one may be.
     void standAside(int steps);
-    /// The address book could not be opened; says why.
+    /// Says why no address book could be opened.
     void showNoAddressBook(const QString &reason);
 
 Q_SIGNALS:
@@ -92,7 +92,7 @@ private:
     ContactTableView *m_contacts;
     QStackedWidget *m_areas;
     ResultsView *m_results = nullptr;
-    bool m_isFirstLoad = true; // after which the contacts get the focus
+    bool m_isFirstLoad = true; // then the contacts get the focus
     ProgressWindow *m_progress;
     BookStatus *m_status;
     BookMenu *m_books;

@@ -7,8 +7,8 @@
 
 #include <QTimer>
 
-/// Takes in what other programs change in the address book, soon after they did. For the main thread, which it never
-/// keeps waiting; asleep while nothing changes.
+/// Loads other programs' changes of the address book soon after they happen. Main thread only, without blocking it;
+/// idle while nothing changes.
 class OutsideWatch : public QObject
 {
     Q_OBJECT
@@ -17,11 +17,11 @@ public:
     OutsideWatch();
     ~OutsideWatch() override;
 
-    /// In place of the one before.
+    /// Replaces the previous one.
     void watch(std::shared_ptr<ABAddressBook> book);
 
 Q_SIGNALS:
-    /// The people with these uids were changed, added or removed by another program; never empty.
+    /// Another program changed, added or removed these people; never empty.
     void changed(const QStringList &uids);
     /// The address book could not be read.
     void failed(const QString &reason);
@@ -30,6 +30,6 @@ private:
     void look();
 
     std::shared_ptr<ABAddressBook> m_book;
-    QTimer m_delay; // several changes come together
+    QTimer m_delay; // collects several changes
     Job m_reader;
 };

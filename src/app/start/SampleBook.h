@@ -6,9 +6,8 @@
 
 #include <QString>
 
-/// Where the sample address book is, or will be.
+/// The path of the sample address book, which may not exist yet.
 QString sampleBookPath();
 
-/// The file of the sample address book, beside the user's own; filled with invented people where it is missing or
-/// empty. Any thread.
+/// The sample address book's file, beside the user's; filled with invented people if missing or empty. Any thread.
 Result<QString> sampleBook();

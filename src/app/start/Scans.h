@@ -10,27 +10,26 @@
 #include "results/OutlineViewController.h"
 #include "scan/ScanAddressBook.h"
 
-/// The scans of the main window: runs them behind the progress window, shows what they find in place of the contacts,
-/// and has the findings of people looked at again who were changed since. For the main thread; what is called on
-/// another one says so.
+/// The scans of the main window: runs them behind the progress window, shows the results instead of the contacts, and
+/// rechecks findings of people changed since. Main thread unless documented otherwise.
 class Scans : public QObject, public ScanDelegate, public ResultsDelegate
 {
     Q_OBJECT
 
 public:
-    /// All of them must outlive this.
+    /// All must outlive this.
     Scans(MainWindow &window, Alerts &alerts, const ConditionListModel &conditions);
-    /// Waits for a running scan; the user is asked no more.
+    /// Waits for a running scan, without further questions.
     ~Scans() override;
 
     bool isRunning() const { return m_job.isRunning(); }
-    /// Null before the first scan that found something and after Back.
+    /// Null before the first scan with findings, and after Back.
     OutlineViewController *results() { return m_results.get(); }
-    /// People with these uids were changed.
+    /// For changed people.
     void reexamine(const QStringList &uids) { m_reexamination.reexamine(uids); }
 
     void scanClicled();
-    /// Shows the results of a scan. Any thread.
+    /// Shows a scan's results. Any thread.
     void updateUI(const ScanResult &result);
     void outLineViewRefrash();
 
@@ -46,7 +45,7 @@ public:
 Q_SIGNALS:
     void failed(const QString &reason); ///< a repair
     void personRequested(const ABPersonPtr &person); ///< to be edited
-    void left(); ///< the results; the contacts are shown again
+    void left(); ///< the results, for the contacts
 
 private:
     void showResults(const ScanResult &result);

@@ -10,18 +10,18 @@ class AboutWindowController;
 class ActivityLog;
 class QWidget;
 
-/// Opens the windows beside the main one: about, help, activity and history once, raised when asked for again; a
-/// contact's card and an import each time a new one. What fails in them is told to the activity log.
+/// Opens the other windows: about, help, activity and history once, raised when requested again; each contact card and
+/// import in a new one. Their failures go to the activity log.
 class SideWindows : public QObject
 {
     Q_OBJECT
 
 public:
-    /// @p mainWindow and @p activity must outlive this. The windows belong to @p mainWindow.
+    /// @p mainWindow, which owns the windows, and @p activity must outlive this.
     SideWindows(QWidget &mainWindow, ActivityLog &activity);
 
     void showAbout();
-    /// In the desktop's program for PDF files or, without one, in a window of this program.
+    /// In the desktop's PDF viewer or, without one, in a window.
     void showHelp();
     void showActivity();
     void showHistory();
@@ -31,7 +31,7 @@ public:
 Q_SIGNALS:
     void peopleChanged(const QStringList &uids); ///< edited; empty: people were added
     void restoreRequested(const QString &uid); ///< of a damaged person
-    void peopleRestored(); ///< findings and rows may be of people who are gone
+    void peopleRestored(); ///< findings and rows may refer to people who are gone
 
 private:
     void noteFailure(const QString &reason);

@@ -8,32 +8,31 @@
 #include <chrono>
 #include <memory>
 
-/// One running application per user and address book: one that is started later hands its files to it and ends.
-/// Lock and socket lie in a folder that only this user may enter; what a killed application left there is no obstacle.
+/// One running application per user and address book: later ones pass it their files and exit. Lock and socket are in a
+/// folder private to the user; leftovers of a killed application do not matter.
 class SingleInstance : public QObject
 {
     Q_OBJECT
 
 public:
-    /// @p where is as for openStore(); a file need not exist yet, and different spellings of its path are one address
-    /// book. An empty @p folder is the user's runtime folder (XDG Base Directory).
+    /// @p where is as for openStore(); a file need not exist yet, and all spellings of its path are one address book.
+    /// An empty @p folder is the user's runtime folder (XDG Base Directory).
     explicit SingleInstance(const QString &where, const QString &folder = {});
     ~SingleInstance() override;
 
-    /// True when another application has the address book open, and has now taken over @p files (made absolute here).
-    /// False: this application is to open its window. From then on it emits calledAgain(), unless another one holds
-    /// the lock but did not answer in @p patience; two applications may share an address book, so that is no error.
+    /// True if another application has the address book open and has taken over @p files (made absolute here). False:
+    /// this application should open its window. It then emits calledAgain(), unless another one holds the lock without
+    /// answering within @p patience; sharing an address book is not an error.
     bool handOver(const QStringList &files, std::chrono::milliseconds patience = std::chrono::seconds(5));
 
-    /// Takes the first of the places for windows, from 0 on, that no other running application has; 0 without a free
-    /// one.
+    /// Claims the first place for a window, from 0, that no other application has; 0 if none is free.
     int place();
 
-    /// Where the others find this one.
+    /// Where other instances find this one.
     const QString &socketPath() const { return m_socketPath; }
 
 Q_SIGNALS:
-    /// The application was started again, with these files to import (perhaps none).
+    /// Another instance was started, with these files to import (possibly none).
     void calledAgain(const QStringList &files);
 
 private:
