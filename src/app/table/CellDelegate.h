@@ -12,7 +12,7 @@ class CellDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    /// Why a cell does not take a text; null where it does.
+    /// Why a cell refuses a text; null if it accepts it.
     using Refusal = std::function<QString(const QModelIndex &cell, const QString &text)>;
 
     explicit CellDelegate(QObject *parent = nullptr, Refusal refusal = {});
@@ -20,12 +20,12 @@ public:
     QString displayText(const QVariant &value, const QLocale &locale) const override;
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
-    /// An editor that shows what it was opened with changes nothing.
+    /// An editor with unchanged text changes nothing.
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 
 Q_SIGNALS:
     void editorOpened(QWidget *editor) const;
-    /// The editor stays open with the text that was refused.
+    /// The editor stays open with the refused text.
     void refused(const QModelIndex &cell, const QString &reason);
 
 protected:
@@ -34,6 +34,6 @@ protected:
 
 private:
     Refusal m_refusal;
-    mutable QPersistentModelIndex m_cell; // that the newest editor is for
-    mutable QString m_opened; // what was in it
+    mutable QPersistentModelIndex m_cell; // of the newest editor
+    mutable QString m_opened; // its initial text
 };

@@ -4,8 +4,8 @@
 
 #include <QLabel>
 
-/// Says something about a cell, right below it, until the next key or click. A tool tip would disappear at once, with
-/// the change of focus when the cell's editor closes.
+/// A message just below a cell until the next key or click. A tool tip would disappear immediately when the focus
+/// changes as the editor closes.
 class CellMessage : public QLabel
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ public:
     /// Hidden at first.
     explicit CellMessage(QWidget *parent);
 
-    /// @p cell is in the parent's coordinates. The message is above the cell where there is no room below.
+    /// @p cell is in the parent's coordinates. The message is above the cell if there is no room below.
     void show(const QString &text, const QRect &cell);
 
 Q_SIGNALS:

@@ -9,25 +9,25 @@
 
 #include <map>
 
-/// The widths of the contact table's columns and the arrow of the one that it was sorted by, by field: the view has
-/// them by position, and would give them to other columns when one is moved, shown or hidden.
+/// The column widths and sort arrow of the contact table, by field: the view stores them by position, and would give
+/// them to other columns when one is moved, shown or hidden.
 class ColumnLook
 {
 public:
     ColumnLook(QTableView &view, const LoadContactsViewController &controller) : m_view(view), m_controller(controller)
     { }
 
-    /// Keeps both through changes of the columns of @p model, which is the view's.
+    /// Keeps both when columns of @p model, the view's, change.
     void follow(const QAbstractItemModel &model);
 
-    /// By the fields' labels, for the settings.
+    /// By field label, for the settings.
     QVariantMap widths() const;
     void setWidths(const QVariantMap &widths);
     void showSortArrow();
 
 private:
     void remember(); // before a change
-    void restore(); // after it; a column that was not there before is as wide as new ones are
+    void restore(); // after it; new columns get the default width
     const std::vector<Field> &columns() const { return m_controller.getTableView()->columns(); }
 
     QTableView &m_view;

@@ -17,7 +17,7 @@ class QMenu;
 class QStackedWidget;
 class QTableView;
 
-/// The contact table with its search field. Everything it does, its controller does.
+/// The contact table with its search field. All actions are the controller's.
 class ContactTableView : public QWidget
 {
     Q_OBJECT
@@ -26,12 +26,12 @@ public:
     /// @p controller must outlive the view.
     explicit ContactTableView(LoadContactsViewController &controller, QWidget *parent = nullptr);
 
-    /// The column-choice menus; also what the menu bar shows.
+    /// The column menus, also for the menu bar.
     QList<QMenu *> columnMenus() const { return m_columnMenus; }
     QTableView *table() const { return m_table; }
     QLineEdit *searchField() const { return m_search; }
     EmptyPage *emptyPage() const { return m_emptyPage; }
-    /// The table, or what can be done where it is empty; null where that is nothing.
+    /// The table, or what an empty table offers; null if nothing.
     QWidget *mainPane() const;
     /// Whether cells can be edited and people deleted.
     void setEditable(bool isEditable);
@@ -81,7 +81,7 @@ private:
     QStackedWidget *m_pages;
     CellMessage *m_refusal;
     ColumnLook m_look;
-    bool m_isCurrentSeen = false; // the current cell, before the rows changed
+    bool m_isCurrentSeen = false; // whether the current cell was visible before the rows changed
     QMenu *m_contextMenu;
     QAction *m_deleteAction = nullptr;
     QList<QMenu *> m_columnMenus;

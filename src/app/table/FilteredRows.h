@@ -8,8 +8,8 @@
 
 #include <QAbstractProxyModel>
 
-/// The rows of the contact table that hold a text somewhere, in the table's order; all rows while the text is empty.
-/// It hides rows and changes nothing else.
+/// The rows of the contact table that contain a text, in table order; all rows while the text is empty. Only hides
+/// rows.
 class FilteredRows : public QAbstractProxyModel
 {
     Q_OBJECT
@@ -18,9 +18,8 @@ public:
     /// @p table must outlive this.
     explicit FilteredRows(ContactTableModel &table, QObject *parent = nullptr);
 
-    /// Each word must be found in some field of a row, whether the field is shown or not, capitals and small letters
-    /// alike. Takes some milliseconds for 100,000 rows. Their texts are collected on a thread when the first rows or
-    /// many new ones come; until then all rows are shown.
+    /// Each word must be in some field of a row, visible or not, ignoring case. Takes some milliseconds for 100,000
+    /// rows. Texts are collected in the background when the first or many new rows come; until then all rows are shown.
     void setFilterText(const QString &text);
     const QString &filterText() const { return m_text; }
 
@@ -34,7 +33,7 @@ public:
 private:
     void followRemovals();
     void followColumns();
-    // Around a change of which rows there are: selections and open editors follow their rows.
+    // Call around changes of the row set: selections and open editors follow their rows.
     void beginRows();
     void endRows();
     void filter();
@@ -43,8 +42,8 @@ private:
     ContactTableModel &m_table;
     QString m_text;
     std::vector<int> m_tableRows; // by row here, ascending
-    QModelIndexList m_persistentHere; // of beginRows()
+    QModelIndexList m_persistentHere; // from beginRows()
     QList<QPersistentModelIndex> m_persistentThere;
-    std::shared_ptr<SearchTexts> m_texts; // null while they are collected; may be of earlier rows
+    std::shared_ptr<SearchTexts> m_texts; // null while being collected; may be of earlier rows
     Job m_collector;
 };
