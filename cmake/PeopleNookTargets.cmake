@@ -11,7 +11,7 @@ target_compile_definitions(peoplenook_settings INTERFACE
 target_include_directories(peoplenook_settings INTERFACE ${CMAKE_SOURCE_DIR}/src)
 
 if(CMAKE_INTERPROCEDURAL_OPTIMIZATION)
-    # What GCC 12 says of the size of QHash's arrays when it links; it is wrong, and nobody could mend it here.
+    # False warnings of GCC 12 about the size of QHash's arrays when linking.
     target_link_options(peoplenook_settings INTERFACE -Wno-alloc-size-larger-than)
 endif()
 
@@ -25,11 +25,11 @@ if(PEOPLENOOK_FUZZ)
     target_compile_options(peoplenook_settings INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# Most of what a compiler reads are the headers of Qt and the standard library. With this they are read once for each
-# kind of target and not for every file; what libraries or tests define changes Qt's headers.
+# Compilers mostly read headers of Qt and the standard library. Precompiled, these are read once per kind of target
+# instead of once per file; definitions of libraries and tests change Qt's headers.
 option(PEOPLENOOK_PRECOMPILE "Read common headers once" OFF)
 if(PEOPLENOOK_PRECOMPILE)
-    # Some libraries bring it along, and it has to be the same for all.
+    # Some libraries add it, and it must be the same for all.
     target_compile_options(peoplenook_settings INTERFACE -pthread)
 endif()
 set(common_headers
@@ -37,7 +37,7 @@ set(common_headers
     <QString> <QStringList> <algorithm> <array> <chrono> <deque> <functional> <map> <memory> <mutex> <optional> <span>
     <string> <string_view> <thread> <unordered_map> <unordered_set> <utility> <variant> <vector>)
 
-# peoplenook_headers(KIND DEFINITIONS name... LIBRARIES lib... HEADERS header...): what targets of that kind have ready.
+# peoplenook_headers(KIND DEFINITIONS name... LIBRARIES lib... HEADERS header...): precompiled headers of that kind.
 function(peoplenook_headers kind)
     cmake_parse_arguments(ARG "" "" "DEFINITIONS;LIBRARIES;HEADERS" ${ARGN})
     if(PEOPLENOOK_PRECOMPILE)
@@ -54,7 +54,7 @@ function(peoplenook_precompile target kind)
         target_precompile_headers(${target} REUSE_FROM headers_of_${kind})
     endif()
 endfunction()
-# Not for tests and tools: a lambda that returns a concatenation would return references to what is gone.
+# Not for tests and tools: a lambda that returns a concatenation would return dangling references.
 set(library_definitions QT_USE_QSTRINGBUILDER)
 peoplenook_headers(library DEFINITIONS ${library_definitions})
 peoplenook_headers(program)
@@ -89,31 +89,31 @@ function(peoplenook_program name)
     peoplenook_precompile(${name} ${ARG_HEADERS})
 endfunction()
 
-# What tests tell the sanitizers.
+# Sanitizer options of tests.
 set(sanitizer_environment
     "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1"
     "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
-# Clang's need it to name functions, as the suppressions do.
+# Clang's need it for function names, which the suppressions use.
 find_program(PEOPLENOOK_SYMBOLIZER llvm-symbolizer-14)
 if(PEOPLENOOK_SYMBOLIZER)
     list(APPEND sanitizer_environment "ASAN_SYMBOLIZER_PATH=${PEOPLENOOK_SYMBOLIZER}")
 endif()
 
-# Address books are saved with a wait for the disk, which tests need not wait for.
+# Saves wait for the disk, which tests need not do.
 execute_process(COMMAND df --output=avail -BM /dev/shm OUTPUT_VARIABLE memory_disk ERROR_QUIET)
 set(quick_folder)
 if(memory_disk MATCHES "[0-9][0-9][0-9][0-9]M")
     set(quick_folder TMPDIR=/dev/shm)
 endif()
 
-# peoplenook_test(PATH [LABEL label] LIBRARIES lib...): tests/PATH.cpp is one Qt Test program, named as the file, run by
-# ctest from the source root and apart from the user's desktop. Labels: fast (what has none), window, fault, desktop.
+# peoplenook_test(PATH [LABEL label] LIBRARIES lib...): tests/PATH.cpp is one Qt Test program, named after the file, run
+# by ctest from the source root, isolated from the user's desktop. Labels: fast (default), window, fault, desktop.
 function(peoplenook_test path)
     cmake_parse_arguments(ARG "" "LABEL" "LIBRARIES" ${ARGN})
     get_filename_component(name ${path} NAME)
     set(headers test)
     if(ARG_LIBRARIES MATCHES "app|Qt6::Network")
-        set(headers program) # Qt Test's are others where there are windows or sockets
+        set(headers program) # windows and sockets change Qt Test's headers
     endif()
     peoplenook_program(${name} SOURCES ${path}.cpp LIBRARIES Qt6::Test testsupport ${ARG_LIBRARIES} HEADERS ${headers})
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
