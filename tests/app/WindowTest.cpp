@@ -337,12 +337,15 @@ private Q_SLOTS:
         start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}"});
         QVERIFY(contacts()->table()->hasFocus());
         QTest::keyClick(&window(), Qt::Key_F6);
-        QVERIFY(window().scanButton()->hasFocus());
-        QTest::keyClick(window().scanButton(), Qt::Key_Right);
         QVERIFY(window().freshButton()->hasFocus());
-        QTest::keyClick(window().freshButton(), Qt::Key_Tab);
+        QTest::keyClick(window().freshButton(), Qt::Key_Right);
         QVERIFY(window().exportAllButton()->hasFocus());
         QTest::keyClick(window().exportAllButton(), Qt::Key_Tab);
+        QVERIFY(window().scanButton()->hasFocus());
+        QTest::keyClick(window().scanButton(), Qt::Key_Tab);
+        QVERIFY(contacts()->table()->hasFocus());
+        QTest::keyClick(&window(), Qt::Key_F6);
+        QTest::keyClick(&window(), Qt::Key_F6);
         QVERIFY(contacts()->searchField()->hasFocus());
         scan();
         ResultsView *results = window().results();

@@ -129,6 +129,7 @@ void ContactCard::setUpHead(QFormLayout *form)
         m_pictureData.clear();
         showPicture();
     });
+    remove->setFlat(true);
     auto *head = new QHBoxLayout;
     head->addWidget(m_picture);
     head->addWidget(choose);
@@ -202,7 +203,7 @@ void ContactCard::setPicture(const QString &path)
 
 void ContactCard::showPicture()
 {
-    m_picture->setPixmap(personPicture(m_pictureData, kPictureSize, devicePixelRatioF()));
+    m_picture->setPixmap(personPicture(m_pictureData, kPictureSize, devicePixelRatioF(), m_person->uniqueId()));
 }
 
 void ContactCard::refuse(const QString &reason)

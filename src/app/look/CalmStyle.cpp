@@ -2,164 +2,362 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/look/CalmStyle.h"
 
-#include <QAbstractScrollArea>
+#include "app/look/CalmShapes.h"
+#include "app/look/Colours.h"
+#include "app/look/Controls.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPainter>
-#include <QStyleOption>
+#include <QPushButton>
+#include <QTableView>
+
+#include <optional>
 
 namespace {
 
-constexpr qreal kRadius = 4;
-constexpr int kTitleGap = 3;
+constexpr int kControlHeight = 36;
+constexpr int kHeaderHeight = 36;
+constexpr int kFrameWidth = 2; // of the ring around lists, too
+constexpr int kTitleMargin = 14; // of a box, around its title
+constexpr int kFieldMargin = 6;
 
-QPen outline(const QStyleOption &option)
+bool isPrimary(const QStyleOptionButton &option, const QWidget *widget)
 {
-    if (option.state.testFlag(QStyle::State_HasFocus))
-        return {option.palette.color(QPalette::Highlight), 2};
-    const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
-    return {option.palette.color(isEnabled ? QPalette::PlaceholderText : QPalette::Mid), 1};
+    if (!widget)
+        return false;
+    const bool isDefault = option.features.testFlag(QStyleOptionButton::DefaultButton);
+    return widget->property(kPrimaryProperty).toBool()
+        || (isDefault && qobject_cast<const QDialog *>(widget->window()));
 }
 
-QRectF inner(const QRect &rect)
+/// Leaves the painter as it was.
+class SmoothPainter
 {
-    return QRectF(rect).adjusted(1, 1, -1, -1);
-}
+public:
+    explicit SmoothPainter(QPainter *painter) : m_painter(*painter)
+    {
+        m_painter.save();
+        m_painter.setRenderHint(QPainter::Antialiasing);
+    }
+    ~SmoothPainter() { m_painter.restore(); }
+    Q_DISABLE_COPY_MOVE(SmoothPainter)
 
-constexpr int kRingWidth = 2;
-constexpr int kRingGap = 2; // within the outline of a button
+private:
+    QPainter &m_painter;
+};
 
-/// Around what has the focus; within a selected row in the colour of its text.
-void drawFocusRing(const QStyleOption &option, QPainter &painter)
+void drawFrame(const QStyleOption &option, QPainter &painter)
 {
-    const bool isInSelection =
-        option.state.testFlag(QStyle::State_Item) && option.state.testFlag(QStyle::State_Selected);
-    painter.setPen({option.palette.color(isInSelection ? QPalette::HighlightedText : QPalette::Highlight), kRingWidth});
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const bool hasFocus = option.state.testFlag(QStyle::State_HasFocus);
+    const QColor colour = colourFor(hasFocus ? ColourRole::Accent : ColourRole::Line, option.palette);
+    painter.setPen({colour, hasFocus ? 2.0 : 1.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin});
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(inner(option.rect), kRadius - 1, kRadius - 1);
+    painter.drawRect(hasFocus ? option.rect.adjusted(1, 1, -1, -1) : option.rect.adjusted(0, 0, -1, -1));
 }
 
-void drawTick(QPainter &painter, const QRectF &box, const QColor &colour)
+void drawProgress(const QStyleOptionProgressBar &option, bool isGroove, QPainter &painter)
 {
-    painter.setPen(QPen(colour, box.width() / 6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    const auto at = [&box](qreal x, qreal y) {
-        return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
-    };
-    painter.drawPolyline(QPolygonF{at(0.22, 0.52), at(0.43, 0.73), at(0.78, 0.28)});
-}
-
-void drawCheckBox(const QStyleOption &option, QPainter &painter)
-{
-    const QRectF box = inner(option.rect);
-    const bool isOn = option.state.testFlag(QStyle::State_On);
-    painter.setPen(outline(option));
-    painter.setBrush(option.palette.color(isOn ? QPalette::Highlight : QPalette::Base));
-    painter.drawRoundedRect(box, kRadius - 1, kRadius - 1);
-    if (isOn)
-        drawTick(painter, box, option.palette.color(QPalette::HighlightedText));
-}
-
-void drawRadioButton(const QStyleOption &option, QPainter &painter)
-{
-    const QRectF circle = inner(option.rect);
-    painter.setPen(outline(option));
-    painter.setBrush(option.palette.color(QPalette::Base));
-    painter.drawEllipse(circle);
-    if (!option.state.testFlag(QStyle::State_On))
-        return;
-    const qreal margin = circle.width() / 4;
+    QRectF area = option.rect;
+    const int radius = scaled(6, option.fontMetrics);
+    if (!isGroove && option.maximum > option.minimum)
+        area.setWidth(area.width() * (option.progress - option.minimum) / (option.maximum - option.minimum));
     painter.setPen(Qt::NoPen);
-    painter.setBrush(option.palette.color(QPalette::Text));
-    painter.drawEllipse(circle.adjusted(margin, margin, -margin, -margin));
+    painter.setBrush(colourFor(isGroove ? ColourRole::Badge : ColourRole::Accent, option.palette));
+    if (isGroove || area.width() >= 1)
+        painter.drawRoundedRect(area, radius, radius);
+}
+
+std::optional<int> designMetric(QStyle::PixelMetric metric, const QWidget *widget)
+{
+    switch (metric) {
+    case QStyle::PM_LayoutLeftMargin:
+    case QStyle::PM_LayoutTopMargin:
+    case QStyle::PM_LayoutRightMargin:
+    case QStyle::PM_LayoutBottomMargin:
+        return widget && widget->isWindow() ? 16 : 8;
+    case QStyle::PM_LayoutHorizontalSpacing:
+    case QStyle::PM_LayoutVerticalSpacing:
+    case QStyle::PM_CheckBoxLabelSpacing:
+    case QStyle::PM_RadioButtonLabelSpacing:
+    case QStyle::PM_MenuBarPanelWidth:
+        return metric == QStyle::PM_MenuBarPanelWidth ? 0 : 8;
+    case QStyle::PM_IndicatorWidth:
+    case QStyle::PM_IndicatorHeight:
+    case QStyle::PM_ExclusiveIndicatorWidth:
+    case QStyle::PM_ExclusiveIndicatorHeight:
+        return 18;
+    case QStyle::PM_ScrollBarExtent:
+        return 12;
+    case QStyle::PM_ScrollBarSliderMin:
+        return 36;
+    case QStyle::PM_HeaderMargin:
+        return 12;
+    case QStyle::PM_FocusFrameHMargin: // of the texts in cells
+        return qobject_cast<const QTableView *>(widget) ? 11 : 7;
+    case QStyle::PM_SplitterWidth:
+        return 8;
+    default:
+        return {};
+    }
 }
 
 } // namespace
 
 CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("Fusion")) { }
 
+void CalmStyle::polish(QWidget *widget)
+{
+    QProxyStyle::polish(widget);
+    if (auto *view = qobject_cast<QAbstractItemView *>(widget))
+        view->viewport()->setAttribute(Qt::WA_Hover); // or cells are not told about the mouse
+}
+
 void CalmStyle::drawPrimitive(
     PrimitiveElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const
 {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
+    const SmoothPainter smooth(painter);
+    const auto *item = qstyleoption_cast<const QStyleOptionViewItem *>(option);
+    const bool isBareEdit = qobject_cast<const QLineEdit *>(widget) && option->type == QStyleOption::SO_Frame
+        && static_cast<const QStyleOptionFrame *>(option)->lineWidth == 0;
     switch (element) {
     case PE_FrameLineEdit:
-    case PE_PanelLineEdit: {
-        const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
-        // The frame of a combo box comes without a width, too.
-        const bool isBare = frame && frame->lineWidth == 0 && qobject_cast<const QLineEdit *>(widget);
-        painter->setPen(isBare ? QPen(Qt::NoPen) : outline(*option));
-        painter->setBrush(option->palette.color(QPalette::Base));
-        painter->drawRoundedRect(inner(option->rect), kRadius, kRadius);
-        break;
-    }
+    case PE_PanelLineEdit:
+        if (!isBareEdit)
+            drawField(*option, *painter);
+        else if (!qobject_cast<const QComboBox *>(widget->parentWidget()))
+            painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+        return;
+    case PE_PanelButtonCommand:
+        if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option))
+            drawButton(*button, isPrimary(*button, widget), *painter);
+        return;
     case PE_Frame:
-        painter->setRenderHint(QPainter::Antialiasing, false);
-        if (option->state.testFlag(State_HasFocus)) {
-            painter->setPen(
-                {option->palette.color(QPalette::Highlight), kRingWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin});
-            painter->drawRect(option->rect.adjusted(1, 1, -1, -1));
-        } else {
-            painter->setPen(option->palette.color(QPalette::Mid));
-            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
-        }
-        break;
+        return drawFrame(*option, *painter);
     case PE_FrameFocusRect:
-        drawFocusRing(*option, *painter);
-        break;
+        if (!qobject_cast<const QPushButton *>(widget)) // which have a ring of their own
+            drawFocusRing(*option, *painter);
+        return;
     case PE_IndicatorCheckBox:
     case PE_IndicatorItemViewItemCheck:
-        drawCheckBox(*option, *painter);
-        break;
+        return drawCheckBox(*option, *painter);
     case PE_IndicatorRadioButton:
-        drawRadioButton(*option, *painter);
-        break;
+        return drawRadioButton(*option, *painter);
     case PE_FrameGroupBox:
-        // The title stands above the frame, in the rectangle that is given for both.
-        painter->setPen(option->palette.color(QPalette::Mid));
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRoundedRect(
-            inner(option->rect.adjusted(0, option->fontMetrics.height() + kTitleGap, 0, 0)), kRadius, kRadius);
-        break;
-    default:
-        painter->restore();
-        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return drawBox(*option, *painter);
+    case PE_PanelItemViewRow:
+    case PE_PanelItemViewItem:
+        if (item)
+            drawRow(*item, qobject_cast<const QTableView *>(widget), *painter);
+        return;
+    case PE_IndicatorBranch:
+        if (option->state.testFlag(State_Children)) {
+            const bool isOpen = option->state.testFlag(State_Open);
+            drawChevron(option->rect, isOpen ? Qt::DownArrow : Qt::RightArrow,
+                colourFor(ColourRole::Quiet, option->palette), *painter);
+        }
+        return;
+    case PE_IndicatorHeaderArrow: {
+        const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option);
+        const bool isUp = header && header->sortIndicator == QStyleOptionHeader::SortUp;
+        drawChevron(
+            option->rect, isUp ? Qt::DownArrow : Qt::UpArrow, colourFor(ColourRole::Accent, option->palette), *painter);
         return;
     }
-    painter->restore();
+    case PE_PanelStatusBar:
+        painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+        painter->fillRect(0, 0, option->rect.width(), 1, colourFor(ColourRole::Line, option->palette));
+        return;
+    case PE_FrameStatusBarItem:
+        return;
+    default:
+        break;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
 void CalmStyle::drawControl(
     ControlElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const
 {
-    QProxyStyle::drawControl(element, option, painter, widget);
-    if (element != CE_PushButton || !option->state.testFlag(State_HasFocus))
+    const SmoothPainter smooth(painter);
+    switch (element) {
+    case CE_PushButtonLabel:
+        if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+            button && button->state.testFlag(State_Enabled)) {
+            QStyleOptionButton shown = *button;
+            if (isPrimary(*button, widget))
+                shown.palette.setColor(QPalette::ButtonText, colourFor(ColourRole::OnAccent, option->palette));
+            else if (widget && widget->property(kDestructiveProperty).toBool())
+                shown.palette.setColor(QPalette::ButtonText, colourFor(ColourRole::Gone, option->palette));
+            return QProxyStyle::drawControl(element, &shown, painter, widget);
+        }
+        break;
+    case CE_HeaderSection:
+    case CE_HeaderEmptyArea:
+        return drawHeaderSection(*option, *painter);
+    case CE_HeaderLabel:
+        if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option))
+            drawHeaderLabel(*header, *painter);
         return;
-    QStyleOption ring = *option; // Fusion's outline says the same of the default button
-    ring.rect.adjust(kRingGap, kRingGap, -kRingGap, -kRingGap);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    drawFocusRing(ring, *painter);
-    painter->restore();
+    case CE_ProgressBarGroove:
+    case CE_ProgressBarContents:
+        if (const auto *bar = qstyleoption_cast<const QStyleOptionProgressBar *>(option);
+            bar && (element == CE_ProgressBarGroove || bar->maximum > bar->minimum))
+            return drawProgress(*bar, element == CE_ProgressBarGroove, *painter);
+        break;
+    case CE_MenuBarEmptyArea:
+        painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+        return;
+    case CE_Splitter:
+        return; // a gap is enough
+    default:
+        break;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void CalmStyle::drawComplexControl(
+    ComplexControl control, const QStyleOptionComplex *option, QPainter *painter, const QWidget *widget) const
+{
+    const SmoothPainter smooth(painter);
+    if (control == CC_ScrollBar) {
+        drawScrollBar(*option, subControlRect(control, option, SC_ScrollBarSlider, widget), *painter);
+    } else if (control == CC_ComboBox) {
+        drawField(*option, *painter);
+        drawChevron(subControlRect(control, option, SC_ComboBoxArrow, widget), Qt::DownArrow,
+            colourFor(ColourRole::Quiet, option->palette), *painter);
+    } else if (const auto *box = qstyleoption_cast<const QStyleOptionGroupBox *>(option);
+               control == CC_GroupBox && box) {
+        drawBox(*option, *painter);
+        QFont font = painter->font();
+        font.setWeight(QFont::DemiBold);
+        painter->setFont(font);
+        painter->setPen(colourFor(ColourRole::Quiet, option->palette));
+        painter->drawText(subControlRect(control, option, SC_GroupBoxLabel, widget),
+            int(Qt::AlignLeft | Qt::AlignVCenter) | Qt::TextShowMnemonic, box->text);
+    } else {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
 }
 
 int CalmStyle::styleHint(
     StyleHint hint, const QStyleOption *option, const QWidget *widget, QStyleHintReturn *returnData) const
 {
-    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) // pictures beside the words add nothing to them
+    switch (hint) {
+    case SH_DialogButtonBox_ButtonsHaveIcons: // pictures beside the words add nothing to them
+    case SH_EtchDisabledText:
         return 0;
-    return QProxyStyle::styleHint(hint, option, widget, returnData);
+    case SH_ItemView_ShowDecorationSelected: // the whole row is one
+        return 1;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
 }
 
 int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const
 {
     if (metric == PM_DefaultFrameWidth && qobject_cast<const QAbstractScrollArea *>(widget))
-        return kRingWidth;
+        return kFrameWidth;
+    if (const auto length = designMetric(metric, widget)) {
+        const bool isLayout = metric >= PM_LayoutLeftMargin && metric <= PM_LayoutVerticalSpacing;
+        if (isLayout || (!option && !widget))
+            return *length;
+        return scaled(*length, widget ? widget->fontMetrics() : option->fontMetrics);
+    }
     return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+QSize CalmStyle::sizeFromContents(
+    ContentsType type, const QStyleOption *option, const QSize &contents, const QWidget *widget) const
+{
+    QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    switch (type) {
+    case CT_PushButton:
+        size.setWidth(std::max(size.width(), contents.width() + 2 * scaled(14, option->fontMetrics)));
+        [[fallthrough]];
+    case CT_LineEdit:
+    case CT_ComboBox:
+        if (const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option); frame && frame->lineWidth == 0)
+            break; // an editor within something else
+        size.setHeight(std::max(size.height(), scaled(kControlHeight, option->fontMetrics)));
+        break;
+    case CT_HeaderSection:
+        size.setHeight(std::max(size.height(), scaled(kHeaderHeight, option->fontMetrics)));
+        break;
+    case CT_ItemViewItem:
+        if (!qobject_cast<const QTableView *>(widget))
+            size.setHeight(std::max(size.height(), scaled(32, option->fontMetrics)));
+        break;
+    default:
+        break;
+    }
+    return size;
 }
 
 QRect CalmStyle::subElementRect(SubElement element, const QStyleOption *option, const QWidget *widget) const
 {
     if (element == SE_ItemViewItemFocusRect) // the cell, not only its text
         return option->rect;
-    return QProxyStyle::subElementRect(element, option, widget);
+    const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+    if (element == SE_LineEditContents) {
+        const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+        const int margin = frame && frame->lineWidth > 0 ? scaled(kFieldMargin, option->fontMetrics) : 0;
+        return rect.adjusted(margin, 0, -margin, 0);
+    }
+    return rect;
+}
+
+QRect CalmStyle::subControlRect(
+    ComplexControl control, const QStyleOptionComplex *option, SubControl part, const QWidget *widget) const
+{
+    if (control == CC_GroupBox) {
+        const int margin = scaled(kTitleMargin, option->fontMetrics);
+        const int titleHeight = option->fontMetrics.height();
+        switch (part) {
+        case SC_GroupBoxFrame:
+            return option->rect;
+        case SC_GroupBoxLabel:
+            return {margin, margin - 4, option->rect.width() - 2 * margin, titleHeight};
+        case SC_GroupBoxContents:
+            return option->rect.adjusted(margin - 8, margin - 4 + titleHeight, 8 - margin, 8 - margin);
+        default:
+            return QProxyStyle::subControlRect(control, option, part, widget);
+        }
+    }
+    const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+    if (control != CC_ScrollBar || !bar)
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    // No arrows at the ends.
+    const bool isHorizontal = bar->orientation == Qt::Horizontal;
+    const int room = isHorizontal ? bar->rect.width() : bar->rect.height();
+    const int range = bar->maximum - bar->minimum;
+    int length = room;
+    if (range > 0) {
+        const int least = std::min(room, proxy()->pixelMetric(PM_ScrollBarSliderMin, bar, widget));
+        length = std::clamp(int(qint64(bar->pageStep) * room / (qint64(range) + bar->pageStep)), least, room);
+    }
+    const int start =
+        sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition, room - length, bar->upsideDown);
+    const auto piece = [&](int from, int to) {
+        const QRect rect =
+            isHorizontal ? QRect(from, 0, to - from, bar->rect.height()) : QRect(0, from, bar->rect.width(), to - from);
+        return rect.translated(bar->rect.topLeft());
+    };
+    switch (part) {
+    case SC_ScrollBarSlider:
+        return piece(start, start + length);
+    case SC_ScrollBarSubPage:
+        return piece(0, start);
+    case SC_ScrollBarAddPage:
+        return piece(start + length, room);
+    case SC_ScrollBarGroove:
+        return bar->rect;
+    default:
+        return {};
+    }
 }

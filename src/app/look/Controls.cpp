@@ -3,24 +3,69 @@
 #include "app/look/Controls.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QGuiApplication>
+#include <QIconEngine>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QStyle>
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
 constexpr QSize kRoomForFrame(16, 48); // which the window manager adds
 constexpr int kMostLines = 10; // that a text is shown with at once
 
+/// Asks for the colour whenever it is drawn, as that changes with the desktop.
+class Symbol : public QIconEngine
+{
+public:
+    Symbol(const QString &name, ColourRole colour)
+        : m_shape(QStringLiteral(":/art/symbol-%1.png").arg(name)), m_colour(colour)
+    { }
+
+    QIconEngine *clone() const override { return std::make_unique<Symbol>(*this).release(); }
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
+    {
+        const qreal ratio = painter->device()->devicePixelRatioF();
+        QImage image = m_shape.scaled(rect.size() * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+                           .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        const QPalette palette = QGuiApplication::palette();
+        const bool isDisabled = mode == QIcon::Disabled;
+        QPainter tinting(&image);
+        tinting.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        tinting.fillRect(image.rect(),
+            isDisabled ? palette.color(QPalette::Disabled, QPalette::Text) : colourFor(m_colour, palette));
+        tinting.end();
+        image.setDevicePixelRatio(ratio);
+        painter->drawImage(rect.topLeft(), image);
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        return pixmap;
+    }
+
+private:
+    QImage m_shape;
+    ColourRole m_colour;
+};
+
 } // namespace
 
-MyButton::MyButton(QWidget *parent) : QPushButton(parent)
+QIcon symbol(const QString &name, ColourRole colour)
 {
-    setMinimumWidth(fontMetrics().horizontalAdvance(u'm') * 10);
+    return QIcon(std::make_unique<Symbol>(name, colour).release()); // takes it over
 }
+
+MyButton::MyButton(QWidget *parent) : QPushButton(parent) { }
 
 void MyButton::setButtonTitle(const QString &title)
 {
@@ -81,11 +126,9 @@ BannerView::BannerView(const QString &picture, QWidget *parent) : QWidget(parent
 
 void BannerView::paintEvent(QPaintEvent *)
 {
-    // The picture is a soft pattern of its own; it lies thinly over the window's colour, so texts stay readable.
     QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::Button));
-    painter.setOpacity(0.35);
-    painter.drawPixmap(rect(), m_picture);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    painter.drawPixmap(rect(), m_picture); // nearly transparent, so that texts can be read in both schemes
 }
 
 WrappedText::WrappedText(Qt::LayoutDirection direction, QWidget *parent) : QTextEdit(parent)

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/look/Colours.h"
+
+#include <QIcon>
 #include <QLabel>
 #include <QPixmap>
 #include <QPointer>
@@ -9,6 +12,13 @@
 #include <QTextEdit>
 
 #include <vector>
+
+// Properties of buttons, which the style looks at: the one thing to do in a window, and what removes something.
+inline constexpr const char *kPrimaryProperty = "isPrimary";
+inline constexpr const char *kDestructiveProperty = "isDestructive";
+
+/// data/art/symbol-NAME.svg in this colour; on primary buttons that is ColourRole::OnAccent.
+QIcon symbol(const QString &name, ColourRole colour = ColourRole::Text);
 
 /// The buttons of the main window.
 class MyButton : public QPushButton

@@ -5,18 +5,18 @@
 #include "app/look/Controls.h"
 
 #include <QDir>
-#include <QStyle>
 #include <QToolButton>
 
 BookStatus::BookStatus(QWidget *parent)
     : QStatusBar(parent)
     , m_name(new ElidedLabel(this))
+    , m_summary(new QLabel(this))
     , m_giveUp(new QToolButton(this))
     , m_failure(new QToolButton(this))
 {
     m_failure->setAutoRaise(true);
     m_failure->setVisible(false);
-    m_failure->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    m_failure->setIcon(symbol(QStringLiteral("warning"), ColourRole::Warning));
     m_failure->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     connect(m_failure, &QToolButton::clicked, this, [this] {
         m_failure->hide();
@@ -26,10 +26,16 @@ BookStatus::BookStatus(QWidget *parent)
     m_giveUp->setAccessibleName(tr("Cancel opening"));
     m_giveUp->hide();
     connect(m_giveUp, &QToolButton::clicked, this, &BookStatus::openingGivenUp);
-    m_name->setContentsMargins(8, 0, 8, 0); // in line with the table
+    setSizeGripEnabled(false);
+    setMinimumHeight(32);
+    for (QLabel *label : {m_name, m_summary}) {
+        label->setContentsMargins(14, 0, 14, 0); // in line with the search field
+        label->setForegroundRole(QPalette::PlaceholderText);
+    }
     addWidget(m_name);
     addWidget(m_giveUp);
     addPermanentWidget(m_failure);
+    addPermanentWidget(m_summary);
 }
 
 void BookStatus::setName(const QString &name)
@@ -38,6 +44,11 @@ void BookStatus::setName(const QString &name)
     m_name->setText(name.startsWith(home) ? QStringLiteral("~/") % name.sliced(home.size()) : name);
     m_name->setToolTip(name);
     m_giveUp->hide();
+}
+
+void BookStatus::setSummary(const QString &summary)
+{
+    m_summary->setText(summary);
 }
 
 void BookStatus::setReadOnly(const QString &reason)

@@ -17,6 +17,8 @@ public:
     explicit BookStatus(QWidget *parent = nullptr);
 
     void setName(const QString &name);
+    /// Of the contact table.
+    void setSummary(const QString &summary);
     void setReadOnly(const QString &reason);
     /// Can be cancelled; hidden once there is a name.
     void setOpening(qint64 done, qint64 total);
@@ -28,6 +30,7 @@ Q_SIGNALS:
 
 private:
     QLabel *m_name;
+    QLabel *m_summary;
     QToolButton *m_giveUp;
     QToolButton *m_failure;
 };

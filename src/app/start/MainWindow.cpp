@@ -30,6 +30,7 @@
 namespace {
 
 constexpr QSize kFirstSize(1120, 700);
+constexpr int kSearchWidth = 420;
 constexpr int kStepAside = 32;
 
 QStringList localFiles(const QMimeData *data)
@@ -78,7 +79,10 @@ MainWindow::~MainWindow() = default;
 void MainWindow::setUpContactArea()
 {
     m_scanButton->setButtonTitle(tr("Scan"));
-    m_scanButton->setDefault(true);
+    m_scanButton->setProperty(kPrimaryProperty, true);
+    m_scanButton->setIcon(symbol(QStringLiteral("scan"), ColourRole::OnAccent));
+    m_freshButton->setIcon(symbol(QStringLiteral("refresh")));
+    m_exportAllButton->setIcon(symbol(QStringLiteral("export")));
     m_freshButton->setButtonTitle(tr("Refresh"));
     m_exportAllButton->setButtonTitle(tr("Export All"));
     connect(m_scanButton, &QPushButton::clicked, this, &MainWindow::scanRequested);
@@ -88,11 +92,22 @@ void MainWindow::setUpContactArea()
     connect(m_contacts->emptyPage(), &EmptyPage::sampleRequested, this, &MainWindow::sampleRequested);
 
     auto *topView = new BannerView(QStringLiteral(":/art/topBackGround.png"), m_allView);
-    auto *buttons = new QHBoxLayout(topView);
-    buttons->addStretch();
-    for (MyButton *button : {m_scanButton, m_freshButton, m_exportAllButton})
-        buttons->addWidget(button);
-    m_buttonBar = new ButtonBar({m_scanButton, m_freshButton, m_exportAllButton}, topView);
+    auto *top = new QHBoxLayout(topView);
+    top->setContentsMargins(16, 10, 16, 10);
+    m_contacts->searchField()->setMaximumWidth(kSearchWidth);
+    top->addWidget(m_contacts->searchField(), 1);
+    top->addStretch();
+    const QList<QPushButton *> buttons{m_freshButton, m_exportAllButton, m_scanButton};
+    for (QPushButton *button : buttons)
+        top->addWidget(button);
+    m_buttonBar = new ButtonBar(buttons, topView);
+    QWidget *before = m_contacts->searchField();
+    for (QWidget *next : {static_cast<QWidget *>(m_freshButton), static_cast<QWidget *>(m_exportAllButton),
+             static_cast<QWidget *>(m_scanButton), static_cast<QWidget *>(m_contacts->table())}) {
+        setTabOrder(before, next);
+        before = next;
+    }
+    connect(m_contacts, &ContactTableView::summaryChanged, m_status, &BookStatus::setSummary);
     auto *layout = new QVBoxLayout(m_allView);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -202,7 +217,11 @@ void MainWindow::setContactsLoaded()
 {
     m_contacts->emptyPage()->offerContacts();
     m_importAction->setEnabled(!m_isReadOnly);
-    if (std::exchange(m_isFirstLoad, false) && m_contacts->searchField()->text().isEmpty())
+    if (!std::exchange(m_isFirstLoad, false))
+        return;
+    if (QSettings().value(QStringLiteral("table/widths")).isNull())
+        m_contacts->columnLook().fitContents();
+    if (m_contacts->searchField()->text().isEmpty())
         m_contacts->mainPane()->setFocus();
 }
 

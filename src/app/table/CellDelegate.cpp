@@ -4,8 +4,11 @@
 
 #include "table/grid/ContactTableModel.h"
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QToolTip>
 
 #include <algorithm>
 #include <array>
@@ -60,6 +63,20 @@ QString CellDelegate::displayText(const QVariant &value, const QLocale &locale) 
 {
     constexpr qsizetype mostShown = 4000; // wider than any screen, and shaped for each frame
     return QStyledItemDelegate::displayText(value, locale).left(mostShown);
+}
+
+bool CellDelegate::helpEvent(
+    QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    constexpr qsizetype mostSaid = 600;
+    const QString text = index.data().toString();
+    const bool hasToolTip = index.data(Qt::ToolTipRole).isValid();
+    if (event->type() != QEvent::ToolTip || hasToolTip || sizeHint(option, index).width() <= option.rect.width())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    // Not as rich text, whatever is in it.
+    QToolTip::showText(
+        event->globalPos(), QStringLiteral("<span>%1</span>").arg(text.left(mostSaid).toHtmlEscaped()), view);
+    return true;
 }
 
 void CellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const

@@ -23,6 +23,10 @@ public:
     /// An editor with unchanged text changes nothing.
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 
+    /// Says what does not fit into its cell.
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+        const QModelIndex &index) override;
+
 Q_SIGNALS:
     void editorOpened(QWidget *editor) const;
     /// The editor stays open with the refused text.

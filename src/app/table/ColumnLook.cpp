@@ -52,6 +52,16 @@ void ColumnLook::setWidths(const QVariantMap &widths)
     }
 }
 
+void ColumnLook::fitContents()
+{
+    constexpr int least = 110;
+    constexpr int most = 280;
+    m_view.horizontalHeader()->setResizeContentsPrecision(100);
+    m_view.resizeColumnsToContents();
+    for (int column = 0; column < int(columns().size()); ++column)
+        m_view.setColumnWidth(column, std::clamp(m_view.columnWidth(column), least, most));
+}
+
 void ColumnLook::showSortArrow()
 {
     const auto &descriptors = m_controller.sortDescriptors();

@@ -23,6 +23,8 @@ public:
     /// By field label, for the settings.
     QVariantMap widths() const;
     void setWidths(const QVariantMap &widths);
+    /// As wide as the first contacts need them.
+    void fitContents();
     void showSortArrow();
 
 private:

@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/table/ContactTableView.h"
 
+#include "app/look/CalmShapes.h"
+#include "app/look/Controls.h"
 #include "app/look/Counted.h"
 #include "app/look/EmptyPage.h"
 #include "app/table/CellDelegate.h"
 #include "app/table/CellMessage.h"
-#include "table/grid/ColumnMenus.h"
+#include "app/table/CopiedContacts.h"
+#include "app/table/PictureHeader.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -16,25 +19,17 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStackedWidget>
 #include <QTableView>
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
-/// As spreadsheets quote what they copy, so that a value stays in its cell.
-QString inOneCell(QString value)
-{
-    const bool isPlain = std::ranges::none_of(
-        value, [](QChar character) { return character == u'\t' || character == u'\n' || character == u'\r'; });
-    if (isPlain && !value.startsWith(u'"'))
-        return value;
-    return u'"' % value.replace(u'"', QStringLiteral("\"\"")) % u'"';
-}
+constexpr int kRowHeight = 40;
 
 } // namespace
 
@@ -43,28 +38,28 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     , m_controller(controller)
     , m_rows(*controller.getTableView())
     , m_search(new QLineEdit(this))
-    , m_summary(new QLabel(this))
     , m_table(new QTableView(this))
     , m_emptyPage(new EmptyPage(this))
+    , m_noMatch(new QLabel)
+    , m_clear(new QPushButton(tr("Clear")))
     , m_pages(new QStackedWidget(this))
     , m_refusal(new CellMessage(this))
     , m_look(*m_table, controller)
+    , m_columnChoice(controller, this)
     , m_contextMenu(new QMenu(this))
 {
     m_search->setPlaceholderText(tr("Search in all fields"));
     m_search->setAccessibleName(tr("Search contacts"));
     m_search->setClearButtonEnabled(true);
-    auto *top = new QHBoxLayout;
-    top->addWidget(m_search, 1);
-    top->addWidget(m_summary);
+    m_search->addAction(symbol(QStringLiteral("search"), ColourRole::Quiet), QLineEdit::LeadingPosition);
     m_pages->addWidget(m_table);
     m_pages->addWidget(m_emptyPage);
+    m_pages->addWidget(makeNoMatchPage());
     auto *layout = new QVBoxLayout(this);
-    layout->addLayout(top);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_pages, 1);
 
     setUpTable();
-    setUpColumnMenus();
     setUpContextMenu();
     setUpHeader();
     setUpEditing();
@@ -74,6 +69,23 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     connect(&m_rows, &QAbstractItemModel::layoutChanged, this, &ContactTableView::updateSummary);
     connect(m_controller.getTableView(), &QAbstractItemModel::rowsRemoved, this, &ContactTableView::updateSummary);
     updateSummary();
+}
+
+QWidget *ContactTableView::makeNoMatchPage()
+{
+    m_noMatch->setTextFormat(Qt::PlainText);
+    m_noMatch->setAlignment(Qt::AlignCenter);
+    m_noMatch->setWordWrap(true);
+    m_clear->setAccessibleName(tr("Clear the search"));
+    m_clear->setAutoDefault(true); // Return presses it
+    connect(m_clear, &QPushButton::clicked, m_search, &QLineEdit::clear);
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    layout->addStretch();
+    layout->addWidget(m_noMatch);
+    layout->addWidget(m_clear, 0, Qt::AlignHCenter);
+    layout->addStretch();
+    return page;
 }
 
 void ContactTableView::setUpTable()
@@ -89,11 +101,22 @@ void ContactTableView::setUpTable()
     });
     m_table->setTabKeyNavigation(false); // Tab leaves the table; arrows move in it
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setAlternatingRowColors(true);
+    m_table->setFrameShape(QFrame::NoFrame);
     m_table->setShowGrid(false);
     m_table->setWordWrap(false);
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 12);
+    m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_table->setCornerButtonEnabled(false);
+    m_table->setVerticalHeader(new PictureHeader(
+        [this](int row) {
+            const int tableRow = m_rows.mapToSource(m_rows.index(row, 0)).row();
+            return tableRow < 0 ? ABPersonPtr() : m_controller.getTableViewDataArray()[std::size_t(tableRow)]->person();
+        },
+        m_table));
+    m_table->verticalHeader()->setDefaultSectionSize(scaled(kRowHeight, m_table->fontMetrics()));
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        m_table->verticalHeader()->viewport()->update();
+        updateSummary();
+    });
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
 }
 
@@ -108,7 +131,28 @@ void ContactTableView::setUpHeader()
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     connect(header, &QHeaderView::sectionMoved, this, [this](int, int from, int to) { columnDragged(from, to); });
     connect(header, &QHeaderView::sectionClicked, this, &ContactTableView::sortBy);
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(header, &QWidget::customContextMenuRequested, this, &ContactTableView::showHeaderMenu);
     m_look.follow(m_rows);
+    connect(m_controller.getTableView(), &QAbstractItemModel::columnsInserted, this, [this] {
+        m_table->doItemsLayout(); // new columns come at the right end
+        m_table->horizontalScrollBar()->setValue(m_table->horizontalScrollBar()->maximum());
+    });
+}
+
+void ContactTableView::showHeaderMenu(const QPoint &at)
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (const int column = m_table->horizontalHeader()->logicalIndexAt(at); column >= 0) {
+        const Field field = m_controller.getTableView()->columns()[std::size_t(column)];
+        menu->addAction(tr("Sort by This Column"), this, [this, column] { sortBy(column); });
+        menu->addAction(tr("Hide This Column"), this, [this, field] { m_controller.getTableView()->hideColumn(field); });
+        menu->addSeparator();
+    }
+    for (QMenu *columns : m_columnChoice.menus())
+        menu->addMenu(columns);
+    menu->popup(m_table->horizontalHeader()->mapToGlobal(at));
 }
 
 void ContactTableView::setUpEditing()
@@ -205,37 +249,6 @@ bool ContactTableView::typedInTable(const QKeyEvent &key)
     return true;
 }
 
-void ContactTableView::setUpColumnMenus()
-{
-    for (const ColumnMenu &menu : allMenusArray()) {
-        auto *items = new QMenu(menu.title, this);
-        items->setObjectName(menu.name);
-        for (const Field field : menu.fields) {
-            const QString title = fieldInfo(field).label;
-            QAction *item = items->addAction(title);
-            item->setCheckable(true);
-            item->setChecked(m_controller.isColumnShown(field));
-            connect(item, &QAction::triggered, this, [this, title] { m_controller.menuDidChange(title); });
-        }
-        m_columnMenus += items;
-    }
-    for (const auto change : {&QAbstractItemModel::columnsInserted, &QAbstractItemModel::columnsRemoved})
-        connect(m_controller.getTableView(), change, this, &ContactTableView::followColumns);
-    connect(m_controller.getTableView(), &QAbstractItemModel::modelReset, this, &ContactTableView::followColumns);
-    connect(m_controller.getTableView(), &QAbstractItemModel::columnsInserted, this, [this] {
-        m_table->doItemsLayout(); // new columns come at the right end
-        m_table->horizontalScrollBar()->setValue(m_table->horizontalScrollBar()->maximum());
-    });
-}
-
-void ContactTableView::followColumns()
-{
-    for (const QMenu *menu : std::as_const(m_columnMenus)) {
-        for (QAction *item : menu->actions())
-            item->setChecked(m_controller.isColumnShown(*fieldLabelled(item->text())));
-    }
-}
-
 void ContactTableView::setUpContextMenu()
 {
     const auto add = [this](const QString &title, const QKeySequence &keys, auto action) {
@@ -247,8 +260,10 @@ void ContactTableView::setUpContextMenu()
     };
     add(tr("Open Contact Card"), QKeySequence(Qt::CTRL | Qt::Key_O), [this] { openCard(); });
     add(tr("Copy"), QKeySequence::Copy, [this] { copyCellOrRows(); });
-    add(tr("Copy Rows"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C), [this] { copyRows(); });
-    add(tr("Copy Contacts as vCard"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), [this] { copyAsCards(); });
+    add(tr("Copy Rows"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C),
+        [this] { copyCells(m_table->selectionModel()->selectedIndexes()); });
+    add(tr("Copy Contacts as vCard"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C),
+        [this] { copyAsCards(selectedPeople()); });
     m_contextMenu->addSeparator();
     add(tr("Export ..."), QKeySequence(), [this] { m_controller.exportItem(selectedRows()); });
     m_deleteAction = add(tr("Delete ..."), QKeySequence::Delete, [this] {
@@ -318,18 +333,31 @@ void ContactTableView::updateSummary()
 {
     const int all = m_controller.numberOfRowsInTableView();
     const int shown = m_rows.rowCount();
-    m_summary->setText(
-        shown == all ? counted(all, tr("contact"), tr("contacts")) : tr("%L1 of %L2").arg(shown).arg(all));
-    const bool wasFocused = m_emptyPage->isAncestorOf(m_emptyPage->window()->focusWidget());
-    m_pages->setCurrentWidget(all == 0 ? static_cast<QWidget *>(m_emptyPage) : m_table);
-    if (wasFocused && all > 0)
-        m_table->setFocus();
+    const QItemSelection selection = m_table->selectionModel()->selection(); // of whole rows
+    const int selected = std::accumulate(selection.begin(), selection.end(), 0,
+        [](int sum, const QItemSelectionRange &range) { return sum + range.height(); });
+    QString summary = shown == all ? counted(all, tr("contact"), tr("contacts")) : tr("%L1 of %L2").arg(shown).arg(all);
+    if (selected > 0)
+        summary += tr(" · %L1 selected").arg(selected);
+    Q_EMIT summaryChanged(summary);
+    m_noMatch->setText(tr("No contact matches “%1”").arg(m_search->text()));
+    QWidget *page = all == 0 ? static_cast<QWidget *>(m_emptyPage)
+        : shown == 0         ? m_noMatch->parentWidget()
+                             : static_cast<QWidget *>(m_table);
+    if (page == m_pages->currentWidget())
+        return;
+    const bool wasFocused = m_pages->isAncestorOf(window()->focusWidget());
+    m_pages->setCurrentWidget(page);
+    if (wasFocused && mainPane())
+        mainPane()->setFocus();
 }
 
 QWidget *ContactTableView::mainPane() const
 {
     if (m_pages->currentWidget() == m_table)
         return m_table;
+    if (m_pages->currentWidget() != m_emptyPage)
+        return m_clear;
     return m_emptyPage->importButton()->isHidden() ? nullptr : m_emptyPage->importButton();
 }
 
@@ -361,33 +389,9 @@ QList<ABPersonPtr> ContactTableView::selectedPeople() const
 void ContactTableView::copyCellOrRows()
 {
     if (selectedRows().size() > 1)
-        copyRows();
+        copyCells(m_table->selectionModel()->selectedIndexes());
     else if (m_table->currentIndex().isValid())
         QApplication::clipboard()->setText(m_table->currentIndex().data(Qt::EditRole).toString());
-}
-
-void ContactTableView::copyRows()
-{
-    QModelIndexList cells = m_table->selectionModel()->selectedIndexes();
-    std::sort(cells.begin(), cells.end());
-    QString text;
-    for (int i = 0; i < cells.size(); ++i) {
-        if (i > 0)
-            text += cells[i].row() == cells[i - 1].row() ? u'\t' : u'\n';
-        text += inOneCell(cells[i].data(Qt::EditRole).toString());
-    }
-    QApplication::clipboard()->setText(text);
-}
-
-void ContactTableView::copyAsCards()
-{
-    QByteArray cards;
-    for (const ABPersonPtr &person : selectedPeople())
-        cards += person->vCardRepresentation();
-    auto *content = new QMimeData;
-    content->setText(QString::fromUtf8(cards));
-    content->setData(QStringLiteral("text/vcard"), cards);
-    QApplication::clipboard()->setMimeData(content);
 }
 
 void ContactTableView::openCard()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/table/ColumnChoice.h"
 #include "app/table/ColumnLook.h"
 #include "app/table/FilteredRows.h"
 #include "table/grid/LoadContactsViewController.h"
@@ -14,6 +15,7 @@ class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class QPushButton;
 class QStackedWidget;
 class QTableView;
 
@@ -26,8 +28,8 @@ public:
     /// @p controller must outlive the view.
     explicit ContactTableView(LoadContactsViewController &controller, QWidget *parent = nullptr);
 
-    /// The column menus, also for the menu bar.
-    QList<QMenu *> columnMenus() const { return m_columnMenus; }
+    /// The column-choice menus; also what the menu bar shows.
+    QList<QMenu *> columnMenus() const { return m_columnChoice.menus(); }
     QTableView *table() const { return m_table; }
     QLineEdit *searchField() const { return m_search; }
     EmptyPage *emptyPage() const { return m_emptyPage; }
@@ -47,6 +49,8 @@ public:
     void moveCurrentColumn(int by);
 
 Q_SIGNALS:
+    /// How many rows there are, are shown and are selected, in words.
+    void summaryChanged(const QString &summary);
     void cardRequested(const ABPersonPtr &person);
 
 protected:
@@ -54,12 +58,12 @@ protected:
 
 private:
     void setUpTable();
+    QWidget *makeNoMatchPage();
     void setUpHeader();
+    void showHeaderMenu(const QPoint &at);
     void setUpEditing();
-    void setUpColumnMenus();
     void setUpContextMenu();
     void setContextMenuEnabled(bool isEnabled);
-    void followColumns();
     void columnDragged(int from, int to);
     void sortBy(int column);
     void updateSummary();
@@ -67,22 +71,21 @@ private:
     bool typedInTable(const QKeyEvent &key);
     void showRefusal(const QModelIndex &cell, const QString &reason);
     void copyCellOrRows();
-    void copyRows();
-    void copyAsCards();
     void openCard();
     QList<ABPersonPtr> selectedPeople() const;
 
     LoadContactsViewController &m_controller;
     FilteredRows m_rows;
     QLineEdit *m_search;
-    QLabel *m_summary;
     QTableView *m_table;
     EmptyPage *m_emptyPage;
+    QLabel *m_noMatch;
+    QPushButton *m_clear;
     QStackedWidget *m_pages;
     CellMessage *m_refusal;
     ColumnLook m_look;
-    bool m_isCurrentSeen = false; // whether the current cell was visible before the rows changed
+    bool m_isCurrentSeen = false; // the current cell, before the rows changed
+    ColumnChoice m_columnChoice;
     QMenu *m_contextMenu;
     QAction *m_deleteAction = nullptr;
-    QList<QMenu *> m_columnMenus;
 };

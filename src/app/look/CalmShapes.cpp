@@ -1,0 +1,211 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/look/CalmShapes.h"
+
+#include "app/look/Colours.h"
+
+#include <QAbstractItemModel>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kRadius = 8;
+constexpr int kBoxRadius = 12;
+constexpr int kRingWidth = 2;
+constexpr int kMarkWidth = 3; // of the bar at the left of what is selected
+
+QRectF inner(const QRect &rect, qreal penWidth)
+{
+    const qreal half = penWidth / 2;
+    return QRectF(rect).adjusted(half, half, -half, -half);
+}
+
+QColor colourOf(const QStyleOption &option, ColourRole role)
+{
+    return colourFor(role, option.palette);
+}
+
+bool has(const QStyleOption &option, QStyle::StateFlag state)
+{
+    return option.state.testFlag(state);
+}
+
+void drawRound(
+    const QStyleOption &option, int radius, const QPen &pen, const QBrush &brush, QPainter &painter, const QRect &rect)
+{
+    const int round = scaled(radius, option.fontMetrics);
+    painter.setPen(pen);
+    painter.setBrush(brush);
+    painter.drawRoundedRect(inner(rect, pen.style() == Qt::NoPen ? 0 : pen.widthF()), round, round);
+}
+
+QPen indicatorPen(const QStyleOption &option)
+{
+    const bool isEnabled = has(option, QStyle::State_Enabled);
+    const bool isMarked = has(option, QStyle::State_HasFocus) || has(option, QStyle::State_On);
+    if (!isEnabled)
+        return {colourOf(option, ColourRole::Line), 1.6};
+    return {colourOf(option, isMarked ? ColourRole::Accent : ColourRole::Quiet), 1.6};
+}
+
+} // namespace
+
+int scaled(int pixels, const QFontMetrics &metrics)
+{
+    constexpr qreal designHeight = 18;
+    return qRound(pixels * std::max(1.0, metrics.height() / designHeight));
+}
+
+void drawButton(const QStyleOptionButton &option, bool isPrimary, QPainter &painter)
+{
+    const bool isEnabled = has(option, QStyle::State_Enabled);
+    const bool isDown = has(option, QStyle::State_Sunken) || has(option, QStyle::State_On);
+    const bool isFlat = option.features.testFlag(QStyleOptionButton::Flat);
+    const bool isHovered = has(option, QStyle::State_MouseOver) && isEnabled;
+    QColor ground = colourOf(option, isHovered || isDown ? ColourRole::Hover : ColourRole::Pane);
+    QPen pen(colourOf(option, ColourRole::Line), 1);
+    if (isPrimary && isEnabled) {
+        ground = colourOf(option, ColourRole::Accent);
+        if (isHovered || isDown)
+            ground = ground.darker(isDown ? 116 : 108);
+        pen.setColor(ground);
+    } else if (!isEnabled || (isFlat && !isHovered && !isDown)) {
+        ground = Qt::transparent;
+    }
+    if (isFlat)
+        pen = Qt::NoPen;
+    drawRound(option, kRadius, pen, ground, painter, option.rect);
+    if (!has(option, QStyle::State_HasFocus) || !has(option, QStyle::State_KeyboardFocusChange))
+        return;
+    const int gap = 3;
+    const QColor ring = colourOf(option, isPrimary ? ColourRole::OnAccent : ColourRole::Accent);
+    drawRound(
+        option, kRadius - gap, {ring, kRingWidth}, Qt::NoBrush, painter, option.rect.adjusted(gap, gap, -gap, -gap));
+}
+
+void drawField(const QStyleOption &option, QPainter &painter)
+{
+    const bool hasFocus = has(option, QStyle::State_HasFocus);
+    const QPen pen(colourOf(option, hasFocus ? ColourRole::Accent : ColourRole::Line), hasFocus ? kRingWidth : 1);
+    const bool isEnabled = has(option, QStyle::State_Enabled);
+    drawRound(option, kRadius, pen, isEnabled ? option.palette.color(QPalette::Base) : QColor(Qt::transparent), painter,
+        option.rect);
+}
+
+void drawBox(const QStyleOption &option, QPainter &painter)
+{
+    drawRound(option, kBoxRadius, {colourOf(option, ColourRole::Line), 1}, colourOf(option, ColourRole::Pane), painter,
+        option.rect);
+}
+
+void drawFocusRing(const QStyleOption &option, QPainter &painter)
+{
+    const int radius = 6;
+    drawRound(option, radius, {colourOf(option, ColourRole::Accent), kRingWidth}, Qt::NoBrush, painter, option.rect);
+}
+
+void drawCheckBox(const QStyleOption &option, QPainter &painter)
+{
+    const QRectF box = inner(option.rect, 2);
+    const bool isOn = has(option, QStyle::State_On);
+    const bool isEnabled = has(option, QStyle::State_Enabled);
+    const QColor full = colourOf(option, isEnabled ? ColourRole::Accent : ColourRole::Line);
+    painter.setPen(indicatorPen(option));
+    painter.setBrush(isOn ? full : colourOf(option, ColourRole::Pane));
+    painter.drawRoundedRect(box, box.width() / 4, box.width() / 4);
+    if (!isOn)
+        return;
+    painter.setPen(QPen(colourOf(option, isEnabled ? ColourRole::OnAccent : ColourRole::Quiet), box.width() / 8,
+        Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const auto at = [&box](qreal x, qreal y) {
+        return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
+    };
+    painter.drawPolyline(QPolygonF{at(0.25, 0.52), at(0.43, 0.70), at(0.75, 0.32)});
+}
+
+void drawRadioButton(const QStyleOption &option, QPainter &painter)
+{
+    const QRectF circle = inner(option.rect, 2);
+    const bool isOn = has(option, QStyle::State_On);
+    QPen pen = indicatorPen(option);
+    qreal inset = 0;
+    if (isOn) {
+        pen.setWidthF(circle.width() / 3);
+        inset = circle.width() / 6;
+    }
+    painter.setPen(pen);
+    painter.setBrush(colourOf(option, ColourRole::Pane));
+    painter.drawEllipse(circle.adjusted(inset, inset, -inset, -inset));
+}
+
+void drawChevron(const QRect &area, Qt::ArrowType direction, const QColor &colour, QPainter &painter)
+{
+    const qreal half = std::min({qreal(area.width()), qreal(area.height()), 10.0}) / 2;
+    painter.save();
+    painter.translate(QRectF(area).center());
+    painter.rotate(direction == Qt::DownArrow ? 0
+            : direction == Qt::UpArrow        ? 180
+            : direction == Qt::RightArrow     ? -90
+                                              : 90);
+    painter.setPen(QPen(colour, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(QPolygonF{QPointF(-half, -half / 2), QPointF(0, half / 2), QPointF(half, -half / 2)});
+    painter.restore();
+}
+
+void drawRow(const QStyleOptionViewItem &option, bool isInTable, QPainter &painter)
+{
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const bool isSelected = has(option, QStyle::State_Selected);
+    if (isSelected)
+        painter.fillRect(option.rect, option.palette.color(QPalette::Highlight));
+    else if (option.backgroundBrush.style() != Qt::NoBrush)
+        painter.fillRect(option.rect, option.backgroundBrush);
+    else if (has(option, QStyle::State_MouseOver) && has(option, QStyle::State_Enabled))
+        painter.fillRect(option.rect, colourOf(option, ColourRole::Hover));
+    if (isInTable) {
+        const QRect line(option.rect.left(), option.rect.bottom(), option.rect.width(), 1);
+        painter.fillRect(line, colourOf(option, ColourRole::Line));
+        const bool canBeEdited = has(option, QStyle::State_MouseOver) && option.index.flags() & Qt::ItemIsEditable;
+        painter.setRenderHint(QPainter::Antialiasing);
+        if (canBeEdited)
+            drawRound(option, kRadius, {colourOf(option, ColourRole::Quiet), 1}, Qt::NoBrush, painter,
+                option.rect.adjusted(2, 3, -2, -4));
+    } else if (isSelected && option.rect.left() <= 0) { // a whole row, not the part beside the indentation
+        painter.fillRect(QRect(option.rect.topLeft(), QSize(kMarkWidth, option.rect.height())),
+            colourOf(option, ColourRole::Accent));
+    }
+}
+
+void drawHeaderSection(const QStyleOption &option, QPainter &painter)
+{
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.fillRect(
+        option.rect, colourOf(option, has(option, QStyle::State_MouseOver) ? ColourRole::Hover : ColourRole::Pane));
+    painter.fillRect(
+        QRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1), colourOf(option, ColourRole::Line));
+}
+
+void drawHeaderLabel(const QStyleOptionHeader &option, QPainter &painter)
+{
+    QFont font = painter.font();
+    font.setWeight(QFont::DemiBold);
+    painter.setFont(font);
+    painter.setPen(colourOf(option, ColourRole::Quiet));
+    painter.drawText(option.rect, int(option.textAlignment | Qt::AlignVCenter) | Qt::TextSingleLine,
+        QFontMetrics(font).elidedText(option.text, Qt::ElideRight, option.rect.width()));
+}
+
+void drawScrollBar(const QStyleOption &option, const QRect &slider, QPainter &painter)
+{
+    painter.fillRect(option.rect, option.palette.color(QPalette::Base));
+    QColor colour = colourOf(option, ColourRole::Quiet);
+    const bool isUsed = has(option, QStyle::State_MouseOver) || has(option, QStyle::State_Sunken);
+    colour.setAlphaF(isUsed ? 0.8F : 0.45F);
+    const QRectF handle = QRectF(slider).adjusted(2, 2, -2, -2);
+    const qreal radius = std::min(handle.width(), handle.height()) / 2;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colour);
+    painter.drawRoundedRect(handle, radius, radius);
+}

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QStyleOption>
+
+class QPainter;
+
+// What CalmStyle draws; the painter smooths edges.
+
+/// A length of the design, which is made for a font 18 pixels high.
+int scaled(int pixels, const QFontMetrics &metrics);
+
+void drawButton(const QStyleOptionButton &option, bool isPrimary, QPainter &painter);
+/// The ground and outline of a field to type into.
+void drawField(const QStyleOption &option, QPainter &painter);
+/// A box around controls that belong together.
+void drawBox(const QStyleOption &option, QPainter &painter);
+void drawCheckBox(const QStyleOption &option, QPainter &painter);
+void drawRadioButton(const QStyleOption &option, QPainter &painter);
+/// Around what has the focus.
+void drawFocusRing(const QStyleOption &option, QPainter &painter);
+void drawChevron(const QRect &area, Qt::ArrowType direction, const QColor &colour, QPainter &painter);
+/// The ground of a row or of a cell: selected, below the mouse, or plain.
+void drawRow(const QStyleOptionViewItem &option, bool isInTable, QPainter &painter);
+void drawHeaderSection(const QStyleOption &option, QPainter &painter);
+void drawHeaderLabel(const QStyleOptionHeader &option, QPainter &painter);
+void drawScrollBar(const QStyleOption &option, const QRect &slider, QPainter &painter);
