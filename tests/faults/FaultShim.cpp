@@ -12,7 +12,6 @@
 //                           "other", or at all
 //                           a number: this errno, from that call on
 //   PEOPLENOOK_FAULT_WHILE  only while this file exists; without it, always
-//   PEOPLENOOK_FAULT_CLOCK  seconds by which the clock is ahead; may be negative
 //   PEOPLENOOK_FAULT_MARK   a file that is made when the call is reached
 //   PEOPLENOOK_FAULT_RECORD a file to which every call that succeeds is appended (faults/DiskCall.h), and what the
 //                           program writes on standard output; without streams
@@ -32,9 +31,7 @@
 #include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
-#include <sys/time.h>
 #include <sys/uio.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -225,16 +222,6 @@ ssize_t spoiledWrite(int descriptor, const void *data, std::size_t size, off_t o
 
 } // namespace
 
-namespace {
-
-long clockOffset()
-{
-    static const long offset = std::atol(setting("PEOPLENOOK_FAULT_CLOCK"));
-    return offset;
-}
-
-} // namespace
-
 // NOLINTBEGIN: these are the system's names and signatures.
 extern "C" {
 
@@ -244,19 +231,16 @@ ssize_t write(int descriptor, const void *data, size_t size)
     return spoiledWrite(descriptor, data, size, -1, [&](size_t part) { return call(descriptor, data, part); });
 }
 
-ssize_t pwrite(int descriptor, const void *data, size_t size, off_t offset)
-{
-    static const auto call = real<ssize_t(int, const void *, size_t, off_t)>("pwrite");
-    return spoiledWrite(
-        descriptor, data, size, offset, [&](size_t part) { return call(descriptor, data, part, offset); });
-}
+#define PEOPLENOOK_ON_PWRITE(NAME, OFFSET)                                                                             \
+    ssize_t NAME(int descriptor, const void *data, size_t size, OFFSET offset)                                         \
+    {                                                                                                                  \
+        static const auto call = real<ssize_t(int, const void *, size_t, OFFSET)>(#NAME);                              \
+        return spoiledWrite(                                                                                           \
+            descriptor, data, size, offset, [&](size_t part) { return call(descriptor, data, part, offset); });        \
+    }
 
-ssize_t pwrite64(int descriptor, const void *data, size_t size, off64_t offset)
-{
-    static const auto call = real<ssize_t(int, const void *, size_t, off64_t)>("pwrite64");
-    return spoiledWrite(
-        descriptor, data, size, offset, [&](size_t part) { return call(descriptor, data, part, offset); });
-}
+PEOPLENOOK_ON_PWRITE(pwrite, off_t)
+PEOPLENOOK_ON_PWRITE(pwrite64, off64_t)
 
 /// Libraries write documents through streams, whose own writes cannot be seen from outside.
 size_t fwrite(const void *data, size_t size, size_t count, FILE *stream)
@@ -265,23 +249,6 @@ size_t fwrite(const void *data, size_t size, size_t count, FILE *stream)
     if (counts(::fileno(stream)) && isSpoiled(Need::Room))
         return 0;
     return call(data, size, count, stream);
-}
-
-int gettimeofday(timeval *time, void *zone) noexcept
-{
-    static const auto call = real<int(timeval *, void *)>("gettimeofday");
-    const int result = call(time, zone);
-    time->tv_sec += clockOffset();
-    return result;
-}
-
-int clock_gettime(clockid_t clock, timespec *time) noexcept
-{
-    static const auto call = real<int(clockid_t, timespec *)>("clock_gettime");
-    const int result = call(clock, time);
-    if (clock == CLOCK_REALTIME)
-        time->tv_sec += clockOffset();
-    return result;
 }
 
 #define PEOPLENOOK_ON_DESCRIPTOR(NAME, NEED, KIND, OFFSET, PARAMETERS, ARGUMENTS)                                      \

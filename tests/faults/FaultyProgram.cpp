@@ -19,7 +19,6 @@ FaultyRun runWithFault(const QString &program, const QStringList &arguments, con
     environment.insert(QStringLiteral("LD_PRELOAD"), root + QStringLiteral("tests/libfaultshim.so"));
     environment.insert(QStringLiteral("PEOPLENOOK_FAULT"), QString::fromLatin1(fault.kind));
     environment.insert(QStringLiteral("PEOPLENOOK_FAULT_AT"), QString::number(fault.atCall));
-    environment.insert(QStringLiteral("PEOPLENOOK_FAULT_CLOCK"), QString::number(fault.clockOffset));
     environment.insert(QStringLiteral("PEOPLENOOK_FAULT_UNDER"), folder);
     environment.insert(QStringLiteral("PEOPLENOOK_FAULT_MARK"), mark);
     // Sanitizers want to be the first library, but the shim must see the calls first; they see them after it.

@@ -10,7 +10,6 @@ struct Fault
 {
     QByteArray kind; ///< "kill", "torn" (killed amid a write), or the number of an errno, from that call on
     int atCall; ///< from 1; 0: none
-    qint64 clockOffset = 0; ///< seconds by which the program's clock is ahead
 };
 
 struct FaultyRun

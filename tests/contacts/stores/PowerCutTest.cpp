@@ -1,12 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "contacts/cards/RecordJson.h"
 #include "contacts/stores/sqlite/BackupFile.h"
-#include "contacts/stores/sqlite/SqliteStore.h"
 #include "faults/FaultyProgram.h"
+#include "faults/HeldBook.h"
 #include "faults/SavedStates.h"
 #include "faults/SimulatedDisk.h"
-#include "support/SqlQuestion.h"
 #include "support/TestPeople.h"
 
 #include <QDir>
@@ -31,19 +29,6 @@ private:
     static QString u(const char *text) { return QString::fromUtf8(text); }
 
     static QString bookIn(const QString &folder) { return folder + u("/own/book.sqlite"); }
-
-    /// People and history; or what is wrong with the file.
-    static QString heldBy(const QString &path)
-    {
-        const auto store = SqliteStore::open(path);
-        const auto people = store ? (*store)->loadAll() : Result<std::vector<StoredRecord>>(store.error());
-        if (!people)
-            return people.error().text;
-        QStringList held = askSql(path, "PRAGMA integrity_check; SELECT action || ' ' || uid FROM history ORDER BY id");
-        for (const auto &[uid, record] : *people)
-            held += QString::fromStdString(recordToJson(uid, *record));
-        return held.join(u'\n');
-    }
 
     /// What the next program finds in a folder with these files.
     static Books booksIn(const SimulatedDisk::Files &files, const QString &folder)
