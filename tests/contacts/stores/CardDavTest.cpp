@@ -3,10 +3,10 @@
 #include "contacts/book/ABAddressBook.h"
 #include "contacts/stores/eds/EdsJournal.h"
 #include "contacts/stores/eds/EdsStore.h"
+#include "support/Files.h"
 #include "support/PrivateDesktop.h"
 
 #include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTcpServer>
@@ -36,14 +36,12 @@ private:
     static void write(const QString &path, const QByteArray &content)
     {
         QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        put(path, content);
     }
 
     QByteArray cardOnServer(const char *uid = "p1") const
     {
-        QFile file(fileOf("collection-root/club/book/") + u(uid) + u(".vcf"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        return contentOf(fileOf("collection-root/club/book/") + u(uid) + u(".vcf"));
     }
 
     std::unique_ptr<AddressBookStore> open(
