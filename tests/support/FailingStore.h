@@ -13,14 +13,25 @@ public:
     /// Calls count from 1, over loadAll(), commit() and takeChangesFromOutside() together; 0 never fails. A failing
     /// call does not reach @p store. Later calls work again.
     FailingStore(std::unique_ptr<AddressBookStore> store, int failAtCall,
-        Error error = {ErrorKind::Io, QStringLiteral("no space left on the device")});
+        Error error = {ErrorKind::Io, QStringLiteral("no space left on the device")})
+        : m_store(std::move(store)), m_failAtCall(failAtCall), m_error(std::move(error))
+    { }
 
     void failAtCall(int call) { m_failAtCall = call; }
     int callCount() const { return m_callCount; }
 
-    Result<std::vector<StoredRecord>> loadAll() override;
-    Result<void> commit(const std::vector<RecordChange> &changes) override;
-    Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    Result<std::vector<StoredRecord>> loadAll() override
+    {
+        return fails() ? Result<std::vector<StoredRecord>>(m_error) : m_store->loadAll();
+    }
+    Result<void> commit(const std::vector<RecordChange> &changes) override
+    {
+        return fails() ? Result<void>(m_error) : m_store->commit(changes);
+    }
+    Result<std::vector<OutsideChange>> takeChangesFromOutside() override
+    {
+        return fails() ? Result<std::vector<OutsideChange>>(m_error) : m_store->takeChangesFromOutside();
+    }
     void giveUpLooking() override { m_store->giveUpLooking(); }
     void setChangeListener(std::function<void()> listener) override { m_store->setChangeListener(std::move(listener)); }
     Result<std::vector<ChangeSummary>> history() override { return m_store->history(); }
