@@ -18,22 +18,17 @@ class CommandFaultTest : public QObject
     Q_OBJECT
 
 private:
-    struct Kind
-    {
-        QByteArray fault;
-        bool isKill;
-        QByteArray reason; // that a complaint names
-    };
-
     static QString u(const char *text) { return QString::fromUtf8(text); }
 
-    static Kind kindNamed(const QByteArray &name)
+    static bool isKill(const QByteArray &kind) { return kind == "kill" || kind == "torn"; }
+    static QByteArray faultOf(const QByteArray &kind)
     {
-        if (name == "full")
-            return {QByteArray::number(ENOSPC), false, "No space left on device"};
-        if (name == "read-only")
-            return {QByteArray::number(EROFS), false, "Read-only file system"};
-        return {name, true, {}};
+        return isKill(kind) ? kind : QByteArray::number(kind == "full" ? ENOSPC : EROFS);
+    }
+
+    static FaultyRun runOn(const QString &book, const QStringList &words, const QString &folder, const Fault &fault)
+    {
+        return runWithFault(u("bin/peoplenook-cli"), QStringList({u("--address-book"), book}) + words, folder, fault);
     }
 
     static QByteArray peopleIn(const QString &path)
@@ -76,7 +71,7 @@ private:
         }
     }
 
-    static void compareComplaint(const FaultyRun &run, const QString &folder, const QByteArray &reason)
+    static void compareComplaint(const FaultyRun &run, const QString &folder, const QByteArray &reason = {})
     {
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(run.err.count('\n') == 1 && run.err.endsWith('\n'), run.err.constData());
@@ -84,11 +79,32 @@ private:
         QVERIFY2(reason.isEmpty() || run.err.contains(reason), run.err.constData());
     }
 
+    /// Runs a command with a fault at each of its calls in turn, until it makes no more. @p prepare returns where its
+    /// address book is, given a new folder; @p check gets the run, that folder and the book.
+    template <typename Prepare, typename Check>
+    static void spoilEachCall(
+        const QByteArray &kind, const QStringList &words, int leastCalls, const Prepare &prepare, const Check &check)
+    {
+        int call = 1;
+        for (bool reached = true; reached; call = after(call)) {
+            const QTemporaryDir folder(quickFolder());
+            const QString book = prepare(folder.path());
+            const FaultyRun run = runOn(book, QStringList(words).replaceInStrings(u("FOLDER"), folder.path()),
+                folder.path(), {faultOf(kind), call});
+            reached = run.wasReached;
+            QCOMPARE(run.wasKilled, reached && isKill(kind));
+            check(run, folder.path(), book);
+            if (QTest::currentTestFailed())
+                return;
+        }
+        QVERIFY2(call > leastCalls, qPrintable(QString::number(call)));
+    }
+
 private Q_SLOTS:
     void saves_data()
     {
         addRows({{"edit", {u("edit"), u("1"), u("Note"), u("new")}}, {"delete", {u("delete"), u("1"), u("--yes")}},
-            {"import", {u("import"), u("PEOPLE")}},
+            {"import", {u("import"), u("PEOPLE")}}, {"restore", {u("restore"), u("OTHERS")}},
             {"fix", {u("fix"), u("--group"), u("Spacing in first name"), u("--option"), u("Remove the space"), u("1")}},
             {"merge", {u("fix"), u("--group"), u("Duplicate contacts"), u("--option"), u("Merge contacts"), u("b")}},
             {"delete the duplicates",
@@ -99,70 +115,55 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, words);
         QFETCH(QByteArray, kind);
-        const auto [fault, isKill, reason] = kindNamed(kind);
         const QTemporaryDir files;
         put(files.filePath(u("people.jsonl")), "{\"uid\":\"x\",\"note\":\"n\"}\n{\"uid\":\"y\"}\n");
         words.replaceInStrings(u("PEOPLE"), files.filePath(u("people.jsonl")));
-        QByteArray whole;
-        int call = 1;
-        for (bool reached = true; reached; call = after(call)) {
-            const QTemporaryDir folder(quickFolder());
-            const QString book = folder.filePath(u("book"));
-            makeBook(book);
-            const QByteArray before = peopleWithoutNewUids(book);
-            if (whole.isEmpty()) {
-                const QTemporaryDir other(quickFolder());
-                makeBook(other.filePath(u("book")));
-                const QStringList untouched = QStringList({u("--address-book"), other.filePath(u("book"))}) + words;
-                QCOMPARE(runWithFault(u("bin/peoplenook-cli"), untouched, other.path(), {"kill", 0}).exitCode, 0);
-                whole = peopleWithoutNewUids(other.filePath(u("book")));
-                QVERIFY(whole != before);
-            }
-            const FaultyRun run = runWithFault(u("bin/peoplenook-cli"),
-                QStringList({u("--address-book"), book}) + words, folder.path(), {fault, call});
-            reached = run.wasReached;
-            QCOMPARE(run.wasKilled, reached && isKill);
+        words.replaceInStrings(u("OTHERS"), files.filePath(u("others")));
+        runOn(files.filePath(u("others")), {u("import"), files.filePath(u("people.jsonl"))}, files.path(), {"kill", 0});
+        const QString other = files.filePath(u("book"));
+        makeBook(other);
+        const QByteArray before = peopleWithoutNewUids(other);
+        QCOMPARE(runOn(other, words, files.path(), {"kill", 0}).exitCode, 0);
+        const QByteArray whole = peopleWithoutNewUids(other);
+        QVERIFY(whole != before);
+        const auto prepare = [](const QString &folder) {
+            makeBook(folder + u("/book"));
+            return folder + u("/book");
+        };
+        spoilEachCall(kind, words, 5, prepare, [&](const FaultyRun &run, const QString &folder, const QString &book) {
             const QByteArray held = peopleWithoutNewUids(book);
             if (run.exitCode == 0)
                 QCOMPARE(held, whole);
             else
                 QVERIFY2(held == before || held == whole, held.constData());
-            if (run.exitCode != 0 && !isKill)
-                compareComplaint(run, book, {});
-            QCOMPARE(namesIn(folder.path()), QStringList(u("book")));
-        }
-        QVERIFY2(call > 5, qPrintable(QString::number(call)));
+            if (run.exitCode != 0 && !isKill(kind))
+                compareComplaint(run, book);
+            QCOMPARE(namesIn(folder), QStringList(u("book")));
+        });
     }
 
     void firstImports_data() { addRows({{"import", {}}}); }
     void firstImports()
     {
         QFETCH(QByteArray, kind);
-        const auto [fault, isKill, reason] = kindNamed(kind);
         const QTemporaryDir files;
-        put(files.filePath(u("people.jsonl")), "{\"uid\":\"x\",\"note\":\"n\"}\n{\"uid\":\"y\"}\n");
-        int call = 1;
-        for (bool reached = true; reached; call = after(call)) {
-            const QTemporaryDir folder(quickFolder());
-            const QString book = folder.filePath(u("new/book"));
-            const FaultyRun run = runWithFault(u("bin/peoplenook-cli"),
-                {u("--address-book"), book, u("import"), files.filePath(u("people.jsonl"))}, folder.path(),
-                {fault, call});
-            reached = run.wasReached;
-            QCOMPARE(run.wasKilled, reached && isKill);
-            if (run.exitCode != 0 && !isKill)
-                compareComplaint(run, book, {});
+        const QString people = files.filePath(u("people.jsonl"));
+        put(people, "{\"uid\":\"x\",\"note\":\"n\"}\n{\"uid\":\"y\"}\n");
+        const auto prepare = [](const QString &folder) { return folder + u("/new/book"); };
+        const auto check = [&](const FaultyRun &run, const QString &folder, const QString &book) {
+            if (run.exitCode != 0 && !isKill(kind))
+                compareComplaint(run, book);
             // A folder that turns read-only cannot be tidied up.
-            if (!isKill && kind != "read-only" && run.exitCode != 0)
-                QVERIFY(namesIn(folder.filePath(u("new"))).filter(u("book.")).isEmpty());
+            if (kind == "full" && run.exitCode != 0)
+                QVERIFY(namesIn(folder + u("/new")).filter(u("book.")).isEmpty());
             const bool isThere = QFile::exists(book);
             QVERIFY(isThere || run.exitCode != 0);
             if (isThere) {
-                const qsizetype people = peopleIn(book).count('\n');
-                QVERIFY2(people == 2 || (people == 0 && run.exitCode != 0), peopleIn(book).constData());
+                const qsizetype count = peopleIn(book).count('\n');
+                QVERIFY2(count == 2 || (count == 0 && run.exitCode != 0), peopleIn(book).constData());
             }
-        }
-        QVERIFY2(call > 20, qPrintable(QString::number(call)));
+        };
+        spoilEachCall(kind, {u("import"), people}, 20, prepare, check);
     }
 
     /// A book of an earlier format, which the first look at it brings to the present one.
@@ -170,36 +171,27 @@ private Q_SLOTS:
     void migrations()
     {
         QFETCH(QByteArray, kind);
-        const auto [fault, isKill, reason] = kindNamed(kind);
         const QString old = QFINDTESTDATA("data/store/version1.sqlite");
-        QByteArray whole;
-        int call = 1;
-        for (bool reached = true; reached; call = after(call)) {
-            const QTemporaryDir folder(quickFolder());
-            const QString book = folder.filePath(u("book.sqlite"));
-            const QString backup = folder.filePath(u("book-version1.sqlite"));
-            put(book, contentOf(old));
-            if (whole.isEmpty()) {
-                const QTemporaryDir other(quickFolder());
-                put(other.filePath(u("book")), contentOf(old));
-                whole = peopleIn(other.filePath(u("book")));
-            }
-            const FaultyRun run = runWithFault(
-                u("bin/peoplenook-cli"), {u("--address-book"), book, u("people")}, folder.path(), {fault, call});
-            reached = run.wasReached;
-            QCOMPARE(run.wasKilled, reached && isKill);
+        const auto peopleInCopyOf = [](const QString &book) {
+            const QTemporaryDir other(quickFolder());
+            put(other.filePath(u("book")), contentOf(book));
+            return peopleIn(other.filePath(u("book")));
+        };
+        const QByteArray whole = peopleInCopyOf(old);
+        const auto prepare = [&old](const QString &folder) {
+            put(folder + u("/book.sqlite"), contentOf(old));
+            return folder + u("/book.sqlite");
+        };
+        const auto check = [&](const FaultyRun &run, const QString &folder, const QString &book) {
             if (run.exitCode == 0)
                 QCOMPARE(run.out, whole);
-            else if (!isKill)
-                compareComplaint(run, book, {});
-            if (QFile::exists(backup)) {
-                const QTemporaryDir other(quickFolder());
-                put(other.filePath(u("book")), contentOf(backup));
-                QCOMPARE(peopleIn(other.filePath(u("book"))), whole);
-            }
+            else if (!isKill(kind))
+                compareComplaint(run, book);
+            if (QFile::exists(folder + u("/book-version1.sqlite")))
+                QCOMPARE(peopleInCopyOf(folder + u("/book-version1.sqlite")), whole);
             QCOMPARE(peopleIn(book), whole);
-        }
-        QVERIFY2(call > 20, qPrintable(QString::number(call)));
+        };
+        spoilEachCall(kind, {u("people")}, 20, prepare, check);
     }
 
     /// Where nothing can be written from the start, all that needs no writing works.
@@ -225,8 +217,7 @@ private Q_SLOTS:
             put(book, contentOf(source));
         const QByteArray before = contentOf(book);
         const auto run = [&](const QStringList &words) {
-            return runWithFault(u("bin/peoplenook-cli"), QStringList({u("--address-book"), book}) + words,
-                folder.path(), {kindNamed(kind).fault, 1});
+            return runOn(book, words, folder.path(), {faultOf(kind), 1});
         };
         const FaultyRun people = run({u("people")});
         QVERIFY2(people.exitCode == 0 && people.out.count('\n') > 2 && people.wasReached, people.err.constData());
@@ -234,7 +225,7 @@ private Q_SLOTS:
         QCOMPARE(run({u("history")}).exitCode, 0);
         QCOMPARE(run({u("export"), u("--format"), u("csv"), exported.path()}).exitCode, 0);
         QCOMPARE(run({u("backup"), exported.filePath(u("backup"))}).exitCode, 0);
-        compareComplaint(run({u("delete"), u("--yes"), u("1")}), book, {});
+        compareComplaint(run({u("delete"), u("--yes"), u("1")}), book);
         QCOMPARE(contentOf(book), before);
         QCOMPARE(namesIn(folder.path()), QStringList(u("book")));
         QCOMPARE(peopleIn(exported.filePath(u("backup"))), peopleIn(book));
@@ -249,41 +240,32 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, words);
         QFETCH(QByteArray, kind);
-        const auto [fault, isKill, reason] = kindNamed(kind);
         const QTemporaryDir files;
         const QString book = files.filePath(u("book"));
         makeBook(book);
         const QByteArray before = peopleIn(book);
         const bool isCards = words.front() == u("vcard");
-        int call = 1;
-        for (bool reached = true; reached; call = after(call)) {
-            const QTemporaryDir folder(quickFolder());
-            const FaultyRun run = runWithFault(u("bin/peoplenook-cli"),
-                {u("--address-book"), book, u("export"), u("--format"), words.front(), folder.path()}, folder.path(),
-                {fault, call});
-            reached = run.wasReached;
-            const QByteArray where = "call " + QByteArray::number(call) + ": ";
-            QCOMPARE(run.wasKilled, reached && isKill);
+        const auto check = [&](const FaultyRun &run, const QString &folder, const QString &) {
             QStringList told;
             for (const QByteArray &path : run.out.split('\n'))
                 told += path.isEmpty() ? QStringList() : QStringList(QFileInfo(u(path)).fileName());
-            const QStringList names = namesIn(folder.path());
-            if (isKill && reached) // cards are told of when all are done
-                QVERIFY2(isCards ? names.filter(u("export_")) == names : names.size() <= 1,
-                    where + qPrintable(names.join(u' ')));
+            const QStringList names = namesIn(folder);
+            if (run.wasKilled) // cards are told of when all are done
+                QVERIFY2(
+                    isCards ? names.filter(u("export_")) == names : names.size() <= 1, qPrintable(names.join(u' ')));
             else
                 QCOMPARE(names, told);
-            if (reached && !isKill)
-                compareComplaint(run, folder.path(), reason);
-            if (isCards) {
-                for (const QString &name : names)
-                    QVERIFY2(contentOf(folder.filePath(name)).endsWith("END:VCARD\r\n"), where + qPrintable(name));
-            } else if (!reached) {
+            if (run.wasReached && !isKill(kind))
+                compareComplaint(run, folder, kind == "full" ? "No space left on device" : "Read-only file system");
+            for (const QString &name : isCards ? names : QStringList())
+                QVERIFY2(contentOf(folder + u'/' + name).endsWith("END:VCARD\r\n"), qPrintable(name));
+            if (!isCards && !run.wasReached)
                 QCOMPARE(names.size(), 1);
-            }
-        }
+        };
+        const QStringList command{u("export"), u("--format"), words.front(), u("FOLDER")};
+        spoilEachCall(
+            kind, command, 3, [&book](const QString &) { return book; }, check);
         QCOMPARE(peopleIn(book), before);
-        QVERIFY2(call > 3, qPrintable(QString::number(call)));
     }
 };
 

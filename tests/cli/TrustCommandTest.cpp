@@ -1,36 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CommandRun.h"
-#include "support/Files.h"
+#include "support/LimitedFileSize.h"
 #include "support/SqlQuestion.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTest>
 
-#include <csignal>
-#include <sys/resource.h>
-
-/// Writes beyond a size fail while it lives, as on a full disk.
-class LimitedFileSize
-{
-public:
-    explicit LimitedFileSize(qint64 size)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{rlim_t(size), m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~LimitedFileSize() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
-    LimitedFileSize(const LimitedFileSize &) = delete;
-    LimitedFileSize &operator=(const LimitedFileSize &) = delete;
-
-private:
-    rlimit m_before{};
-};
-
-/// The commands that take changes back: history, backup, restore.
+/// Backups and restores where the disk is full, or the address book is damaged.
 class TrustCommandTest : public QObject, private CommandFolder
 {
     Q_OBJECT
@@ -39,12 +15,6 @@ private:
     const std::string m_people = "{\"uid\":\"a\",\"firstName\":\"Ann\",\"lastName\":\"Lee\",\"suffix\":\"Jr.\"}\n"
                                  "{\"uid\":\"b\",\"firstName\":\"Ann\",\"lastName\":\"Lee\",\"note\":\"n\"}\n"
                                  "{\"uid\":\"c\",\"firstName\":\"Bo\",\"lastName\":\"Li\"}\n";
-
-    /// The id of a line of the history, the newest is 0.
-    std::string idOf(const char *book, int line) const
-    {
-        return runOn(book, {"history"}).out.split(u'\n')[line].section(u' ', 0, 0).toStdString();
-    }
 
     QStringList peopleIn(const char *book) const
     {
@@ -73,99 +43,6 @@ private:
 private Q_SLOTS:
     void initTestCase() { qputenv("XDG_DATA_HOME", m_folder.filePath(u("data")).toLocal8Bit()); }
 
-    void everyCommandTellsItsCause()
-    {
-        runOn("causes", {"import", "-"}, m_people);
-        runOn("causes", {"edit", "c", "Home City", "Porto"});
-        runOn("causes", {"fix", "--group", "Duplicate contacts", "--option", "Merge contacts", "a"});
-        runOn("causes", {"delete", "c", "--yes"});
-        const QStringList lines = runOn("causes", {"history"}).out.trimmed().split(u'\n');
-        QStringList causes;
-        for (const QString &line : lines)
-            causes += line.section(QStringLiteral("  "), 2);
-        QCOMPARE(causes,
-            (QStringList{u("1 removed  deletion: Bo Li"),
-                u("1 added, 2 removed  repair: Duplicate contacts: Merge contacts (Ann Lee)"),
-                u("1 changed  edit: Home City (Bo Li)"), u("3 added  import: standard input")}));
-        QCOMPARE(runOn("causes", {"history", "--limit", "1"}).out.trimmed(), lines.front());
-        const auto json =
-            QJsonDocument::fromJson(runOn("causes", {"history", "--limit", "1", "--json"}).out.toUtf8()).object();
-        QCOMPARE(json[u"kind"].toString(), u("deletion"));
-        QCOMPARE(json[u"removed"].toInt(), 1);
-        QVERIFY(QDateTime::fromString(json[u"savedAt"].toString(), Qt::ISODateWithMs).isValid());
-    }
-
-    void aChangeIsShownBeforeAndAfter()
-    {
-        runOn("show", {"import", "-"}, m_people);
-        runOn("show", {"edit", "c", "Note", "two\nlines"});
-        const std::string id = idOf("show", 0);
-        const CommandRun shown = runOn("show", {"history", "show", id});
-        QCOMPARE(shown.out.section(u'\n', 1), u("changed  c  Bo Li\n    note: nothing -> \"two lines\"\n"));
-        const auto json =
-            QJsonDocument::fromJson(runOn("show", {"history", "show", id, "--json"}).out.toUtf8()).object();
-        QCOMPARE(json[u"after"][u"note"].toString(), u("two\nlines"));
-        QVERIFY(json[u"before"].isObject() && json[u"before"][u"note"].isUndefined());
-        const CommandRun unknown = runOn("show", {"history", "show", "x"});
-        QCOMPARE(unknown.status, 1);
-        QCOMPARE(unknown.err, u("x: the history holds no such change\n"));
-    }
-
-    void aRestorePutsPeopleBack()
-    {
-        runOn("undo", {"import", "-"}, m_people);
-        const QStringList before = peopleIn("undo");
-        runOn("undo", {"fix", "--group", "Duplicate contacts", "--option", "Merge contacts", "a"});
-        QCOMPARE(peopleIn("undo").size(), 2);
-        const CommandRun restored = runOn("undo", {"history", "restore", idOf("undo", 0)});
-        QCOMPARE(restored.status, 0);
-        QCOMPARE(restored.out, u("Restored: 2 added, 1 removed.\n"));
-        QCOMPARE(peopleIn("undo"), before);
-
-        runOn("undo", {"edit", "c", "First Name", "Bob"});
-        const std::string edit = idOf("undo", 0);
-        runOn("undo", {"edit", "c", "First Name", "Rob"});
-        const CommandRun refused = runOn("undo", {"history", "restore", edit});
-        QCOMPARE(refused.status, 1);
-        QCOMPARE(refused.err, u("c (Rob Li): was changed since; nothing was restored\n"));
-        QCOMPARE(runOn("undo", {"history", "restore", edit, idOf("undo", 0)}).status, 0);
-        QCOMPARE(peopleIn("undo"), before);
-    }
-
-    void aBackupHoldsEverythingAndRestores()
-    {
-        runOn("kept", {"import", "-"}, m_people);
-        const CommandRun made = runOn("kept", {"backup", file("backup.sqlite")});
-        QCOMPARE(made.out, path("backup.sqlite") + u(": 3 contacts\n"));
-        QCOMPARE(QFile::permissions(path("backup.sqlite")) & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther),
-            QFile::Permissions());
-        QCOMPARE(runOn("backup.sqlite", {"history"}).out, runOn("kept", {"history"}).out);
-        const QByteArray content = contentOf(path("backup.sqlite"));
-        const QStringList before = peopleIn("kept");
-        runOn("kept", {"delete", "a", "--yes"});
-        runOn("kept", {"edit", "c", "Note", "changed"});
-        runOn("kept", {"import", "-"}, "{\"uid\":\"d\"}");
-
-        CommandRun again = runOn("kept", {"backup", file("backup.sqlite")});
-        QCOMPARE(again.status, 1);
-        QCOMPARE(again.err, path("backup.sqlite") + u(": there is a file of this name already\n"));
-        QCOMPARE(contentOf(path("backup.sqlite")), content);
-        QCOMPARE(runOn("kept", {"backup", "--replace", file("kept")}).status, 1); // itself
-        QCOMPARE(runOn("kept", {"restore", "--dry-run", file("backup.sqlite")}).out,
-            u("Would restore: 1 added, 1 changed, 1 removed.\n"));
-        QCOMPARE(peopleIn("kept").size(), 3);
-        QCOMPARE(
-            runOn("kept", {"restore", file("backup.sqlite")}).out, u("Restored: 1 added, 1 changed, 1 removed.\n"));
-        QCOMPARE(peopleIn("kept"), before);
-        QCOMPARE(contentOf(path("backup.sqlite")), content);
-        QVERIFY(runOn("kept", {"history"}).out.contains(u("  restore: backup.sqlite\n")));
-        QCOMPARE(runOn("kept", {"history", "restore", idOf("kept", 0)}).status, 0);
-        QVERIFY(peopleIn("kept").contains(u("{\"uid\":\"d\"}")));
-        again = runOn("kept", {"backup", "--replace", file("backup.sqlite")});
-        QCOMPARE(again.status, 0);
-        QVERIFY(peopleIn("backup.sqlite").contains(u("{\"uid\":\"d\"}")));
-    }
-
     void aBackupThatCannotBeWrittenLeavesNothing()
     {
         makeLargeBook("large");
@@ -177,39 +54,6 @@ private Q_SLOTS:
         QVERIFY2(refused.err.startsWith(QString::fromStdString(target)), qPrintable(refused.err));
         QCOMPARE(refused.err.count(u'\n'), 1);
         QVERIFY(QDir(path("full")).isEmpty(QDir::Files | QDir::Hidden));
-    }
-
-    void aRestoreThatCannotBeWrittenChangesNothing()
-    {
-        makeLargeBook("many");
-        runOn("few", {"import", "-"}, m_people);
-        QCOMPARE(runOn("many", {"edit", "u1", "Note", "n"}).status, 0); // the backup of the day is made
-        const QStringList before = peopleIn("many");
-        const QString history = runOn("many", {"history"}).out;
-        {
-            // Room for the private copy that is read, not for what it would make of the address book.
-            const LimitedFileSize limit(QFileInfo(path("few")).size() + 4096);
-            const CommandRun refused = runOn("many", {"restore", file("few")});
-            QCOMPARE(refused.status, 1);
-            QVERIFY2(refused.err.startsWith(path("many") + u(": ")), qPrintable(refused.err));
-            QCOMPARE(refused.err.count(u'\n'), 1);
-        }
-        QCOMPARE(peopleIn("many"), before);
-        QCOMPARE(runOn("many", {"history"}).out, history);
-    }
-
-    void otherFilesAreNoBackups()
-    {
-        runOn("other", {"import", "-"}, m_people);
-        const QString history = runOn("other", {"history"}).out;
-        put(path("text"), "hello");
-        QCOMPARE(
-            runOn("other", {"restore", file("text")}).err, path("text") + u(": is no address book of this program\n"));
-        const CommandRun refused = runOn("other", {"restore", file("missing")});
-        QCOMPARE(refused.err, path("missing") + u(": cannot be read: No such file or directory\n"));
-        QCOMPARE(refused.status, 1);
-        QCOMPARE(runOn("other", {"history"}).out, history);
-        QVERIFY(!QFile::exists(path("missing")));
     }
 
     void theFirstChangeOfADayIsPrecededByABackup()
@@ -343,23 +187,6 @@ private Q_SLOTS:
         QVERIFY(QFile::link(path("cut.sqlite"), path("link.sqlite")));
         QVERIFY(runOn("link.sqlite", {"people"}).err.contains(u("; its newest backup is ")));
         QCOMPARE(QFileInfo(path("cut.sqlite")).size(), 0);
-    }
-
-    /// A log beside a file is of a program that has it open or was killed: it may hold what the file does not.
-    void logsOfOthersAreNeverAdopted()
-    {
-        for (const char *suffix : {"-wal", "-shm"}) {
-            QFile log(path("logged.sqlite") + u(suffix));
-            QVERIFY(log.open(QIODevice::WriteOnly));
-            runOn("plain.sqlite", {"import", "-"}, m_people);
-            for (const CommandRun &refused : {runOn("plain.sqlite", {"backup", "--replace", file("logged.sqlite")}),
-                     runOn("logged.sqlite", {"people"})}) {
-                QCOMPARE(refused.status, 1);
-                QVERIFY2(refused.err.contains(log.fileName()), qPrintable(refused.err));
-            }
-            QVERIFY(!QFile::exists(path("logged.sqlite")) && log.exists());
-            QVERIFY(log.remove());
-        }
     }
 };
 

@@ -4,8 +4,7 @@
 
 #include "cli/CommandLine.h"
 #include "contacts/book/ABAddressBook.h"
-
-#include <QTemporaryDir>
+#include "support/TestFolder.h"
 
 #include <sstream>
 
@@ -30,10 +29,9 @@ inline CommandRun runCommand(
 }
 
 /// A folder of address books for a test of commands.
-class CommandFolder
+class CommandFolder : protected TestFolder
 {
 protected:
-    static QString u(const char *text) { return QString::fromUtf8(text); }
     QString path(const char *name) const { return m_folder.path() + u'/' + u(name); }
     std::string file(const char *name) const { return path(name).toStdString(); }
     CommandRun runOn(const char *book, std::vector<std::string> arguments, const std::string &input = {},
@@ -42,6 +40,4 @@ protected:
         arguments.insert(arguments.begin(), {"--address-book", file(book)});
         return runCommand(arguments, input, isTerminal);
     }
-
-    QTemporaryDir m_folder;
 };

@@ -2,13 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/OtherReader.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QUrl>
 
 QJsonArray OtherReading::lines() const
 {
@@ -42,18 +38,4 @@ OtherReading readBy(const QString &program, const QStringList &arguments)
     if (!finished || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         return {true, program.toUtf8() + ": " + process.readAllStandardError()};
     return {true, process.readAllStandardOutput()};
-}
-
-QByteArray convertedByOffice(const QString &path, const QString &format)
-{
-    const QTemporaryDir folder;
-    const QString filter = format == u"csv" ? QStringLiteral("csv:Text - txt - csv (StarCalc):44,34,76") : format;
-    const QString settings = QUrl::fromLocalFile(folder.filePath(QStringLiteral("settings"))).toString();
-    const OtherReading reading = readBy(QStringLiteral("soffice"),
-        {QStringLiteral("-env:UserInstallation=") + settings, QStringLiteral("--headless"),
-            QStringLiteral("--convert-to"), filter, QStringLiteral("--outdir"), folder.path(), path});
-    if (!reading.installed)
-        return {};
-    QFile converted(folder.filePath(QFileInfo(path).completeBaseName() + u'.' + format.section(u':', 0, 0)));
-    return converted.open(QIODevice::ReadOnly) ? converted.readAll() : "no file: " + reading.output;
 }

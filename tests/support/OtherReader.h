@@ -18,14 +18,7 @@ struct OtherReading
 /// Runs a program of the system, or a script of tests/tools where @p program ends in .py.
 OtherReading readBy(const QString &program, const QStringList &arguments);
 
-/// What LibreOffice, without a window and with settings of its own, makes of a file; null where it is not installed.
-/// @p format is "csv" or a format of its option --convert-to.
-QByteArray convertedByOffice(const QString &path, const QString &format);
-
 /// In a test function: skips it where the program is missing.
 #define SKIP_WITHOUT(reading)                                                                                          \
     if (!(reading).installed)                                                                                          \
     QSKIP("the other reader is not installed")
-#define SKIP_WITHOUT_OFFICE(output)                                                                                    \
-    if ((output).isNull())                                                                                             \
-    QSKIP("LibreOffice is not installed")

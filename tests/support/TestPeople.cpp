@@ -6,6 +6,7 @@
 #include "support/MemoryStore.h"
 
 #include <QFile>
+#include <QTest>
 
 StoredRecord recordFromText(QByteArray json)
 {
@@ -72,4 +73,11 @@ QList<QStringList> blocksOf(const QString &path)
     if (blocks.back().isEmpty())
         blocks.removeLast();
     return blocks;
+}
+
+void addBlocks(const QString &path)
+{
+    QTest::addColumn<QStringList>("lines");
+    for (const QStringList &lines : blocksOf(path))
+        QTest::newRow(qUtf8Printable(lines.front())) << lines;
 }

@@ -27,3 +27,6 @@ QByteArray textOf(const ABAddressBook &book);
 
 /// The cases in a file of tests/data: lines between empty ones, without their indentation; a line with # is a comment.
 QList<QStringList> blocksOf(const QString &path);
+
+/// The rows of a data-driven test, one a case of that file: the column "lines".
+void addBlocks(const QString &path);
