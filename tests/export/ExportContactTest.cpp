@@ -3,21 +3,14 @@
 #include "export/formats/ExportContact.h"
 #include "support/HardContacts.h"
 #include "support/LogCapture.h"
+#include "support/TableDelegate.h"
+#include "support/TestFolder.h"
 #include "support/TestPeople.h"
 #include "table/grid/LoadContactsViewController.h"
-
-#include <QDir>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <mutex>
 
 namespace {
-
-QString u(const char *text)
-{
-    return QString::fromUtf8(text);
-}
 
 class Panel : public ExportPanel
 {
@@ -26,47 +19,20 @@ public:
     void beginSheet(std::function<void(const std::optional<ExportChoice> &)> done) override { done(choice); }
 };
 
-class Delegate : public ContactTableDelegate, public AlertPanel
-{
-public:
-    RowExporter *exporter = nullptr;
-    void makeFreshButtonEnable() override { }
-    RowExporter *rowExporter() override { return exporter; }
-    AlertPanel &alertPanel() override { return *this; }
-    Answer runAlertPanel(const QString &, const QString &, const QString &, const QString &) override
-    {
-        return Answer::Default;
-    }
-};
-
 } // namespace
 
 /// From the contact table to the files: formats, scopes, threads.
-class ExportContactTest : public QObject
+class ExportContactTest : public QObject, private TestFolder
 {
     Q_OBJECT
 
 private:
-    QTemporaryDir m_folder;
-    Delegate m_delegate;
+    TableDelegate m_delegate;
     Panel m_panel;
     std::unique_ptr<LoadContactsViewController> m_controller;
     std::unique_ptr<ExportContact> m_exporter;
     std::vector<ExportOutcome> m_outcomes;
     std::mutex m_mutex; // guards the outcomes, which come on the threads of the exports
-
-    QString freshFolder() const
-    {
-        QString path = m_folder.filePath(u(QTest::currentTestFunction()) + u(QTest::currentDataTag()));
-        QDir().mkpath(path);
-        return path;
-    }
-
-    static QByteArray contentOf(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
 
     /// As the button for all people does.
     void exportEverybody(const ExportChoice &choice)
@@ -139,7 +105,7 @@ private Q_SLOTS:
         QCOMPARE(log.of(u("peoplenook.export")).count(rows), tells ? 1 : 0);
     }
 
-    void shownFieldsAreCopiedInTheColumnsOrder()
+    void shownFieldsAreCopiedInTheColumnsOrderAndSelectionsFromTheBottom()
     {
         const QString folder = freshFolder();
         exportEverybody({folder, u("Save to CSV"), ExportContact::kTableFieldsTag});
@@ -148,50 +114,33 @@ private Q_SLOTS:
             QByteArray("Last Name,First Name,Birthday,\nLee,Ann,     ,\nOde,     ,2001-02-03,\n     ,Cy,     ,\n"));
         for (const PersonRow &row : m_exporter->copyDictionaryDataSoucre())
             QVERIFY(!row->person() && !row->contains(Field::FullName));
-    }
-
-    void selectionsAreExportedFromTheBottom()
-    {
-        const QString folder = freshFolder();
-        m_panel.choice = {folder, u("Save to CSV"), ExportContact::kTableFieldsTag};
         m_controller->exportItem({0, 2});
         m_exporter->waitForFinished();
-        QCOMPARE(contentOf(folder + u("/allPeople.csv")), QByteArray("First Name,Last Name,\nCy,     ,\nAnn,Lee,\n"));
+        QCOMPARE(
+            contentOf(folder + u("/allPeople(0).csv")), QByteArray("First Name,Last Name,\nCy,     ,\nAnn,Lee,\n"));
         for (const PersonRow &row : m_exporter->exportArray())
             QVERIFY(!row->person());
     }
 
-    void choicesThatExportNothing_data()
-    {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<int>("tag");
-        QTest::newRow("no title") << QString() << 1;
-        QTest::newRow("other title") << u("save to CSV") << 1;
-        QTest::newRow("no tag") << u("Save to CSV") << 0;
-        QTest::newRow("other tag") << u("Save to Excel") << 3;
-        QTest::newRow("given up") << u("Save to CSV") << -1;
-    }
     void choicesThatExportNothing()
     {
-        QFETCH(QString, title);
-        QFETCH(int, tag);
         const QString folder = freshFolder();
-        exportEverybody({folder, title, tag});
-        if (tag == -1) {
-            m_panel.choice.reset();
-            m_exporter->startExport();
-        }
+        for (const auto &[title, tag] :
+            {std::pair("", 1), {"save to CSV", 1}, {"Save to CSV", 0}, {"Save to Excel", 3}})
+            exportEverybody({folder, u(title), tag});
+        m_panel.choice.reset(); // given up
+        m_exporter->startExport();
         m_exporter->waitForFinished();
-        QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+        QCOMPARE(namesIn(folder), QStringList());
     }
 
     void exportsAtTheSameTimeGoOnWithTheirOwnRows()
     {
         const QString folder = freshFolder();
-        constexpr int kExports = 8;
+        constexpr int kExports = 16;
         for (int i = 0; i < kExports; ++i) {
             exportEverybody({folder, u("Save to TXT"), ExportContact::kTableFieldsTag});
-            // What happens to the table meanwhile is none of the export's business.
+            // What happens to the table then is none of the export's business.
             m_controller->getTableView()->setColumns({Field::Note});
             m_controller->updateTableView({});
             m_controller->updateTableView(LoadContactsViewController::loadPeople(ABAddressBook::sharedAddressBook()));
@@ -199,7 +148,7 @@ private Q_SLOTS:
         }
         m_exporter.reset(); // waits
         QCOMPARE(m_outcomes.size(), std::size_t(kExports));
-        const QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+        const QStringList names = namesIn(folder);
         QCOMPARE(names.size(), kExports);
         for (const QString &name : names)
             QCOMPARE(contentOf(folder + u'/' + name), contentOf(folder + u("/allPeople.txt")));
