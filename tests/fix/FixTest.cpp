@@ -26,6 +26,11 @@ private:
             label};
     }
 
+    static std::pair<Condition, QByteArray> repairIn(const QString &line)
+    {
+        return {*conditionTitled(line.section(u(": "), 0, 0)), line.section(u(": "), 1).toLatin1()};
+    }
+
     static FixOutcome fix(const Finding &finding, QLatin1StringView option, bool yes = true)
     {
         Answers answers(yes);
@@ -41,52 +46,16 @@ private:
 private Q_SLOTS:
     void cleanup() { ABAddressBook::setSharedAddressBook(nullptr); }
 
-    void propertyRepairs_data()
-    {
-        QTest::addColumn<Condition>("condition");
-        QTest::addColumn<QString>("option");
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after");
-        const auto row = [](const char *name, Condition condition, QLatin1StringView option, const char *before,
-                             const char *after) {
-            QTest::newRow(name) << condition << QString(option) << QByteArray(before) << QByteArray(after);
-        };
-        row("space", Condition::SpaceInFirstName, kRemoveTheSpace, "'firstName':'A \\t  b '", "'firstName':'A\\tb'");
-        row("hyphen", Condition::SpaceInFirstName, kHyphenateFirstName, "'firstName':'A  b '", "'firstName':'A--b-'");
-        row("title", Condition::UnusualTitle, kRemoveTheTitle, "'title':'x','suffix':'y'", "'suffix':'y'");
-        row("suffix", Condition::UnusualSuffix, kRemoveTheSuffix, "'title':'x','suffix':'y'", "'title':'x'");
-        row("company", Condition::SingleName, kConvertToCompany, "'firstName':'A','flags':16",
-            "'firstName':'A','flags':1");
-        row("no last name", Condition::SingleName, kUseQuestionMarks, "'firstName':'A'",
-            "'firstName':'A','lastName':'?\?\?'");
-        row("an empty name stays", Condition::SingleName, kUseQuestionMarks, "'lastName':''",
-            "'firstName':'?\?\?','lastName':''");
-        row("note", Condition::EmptyNotes, kDeleteBlankProperty, "'nickname':' ','note':' '", "'nickname':' '");
-        row("nickname", Condition::EmptyNickname, kDeleteBlankProperty, "'nickname':' ','note':' '", "'note':' '");
-        row("emails", Condition::DupEmail, kDeleteDuplicateProperty,
-            "'email':[{'label':'h','value':'x'},{'label':'w','value':'X'},{'value':'x'}]",
-            "'email':[{'label':'h','value':'x'},{'label':'w','value':'X'}]");
-        row("phones", Condition::DupPhone, kDeleteDuplicateProperty,
-            "'phone':[{'value':'1'},{'label':'b','value':'1-'},{'label':'c','value':'1'},{'label':'d','value':'1-'}]",
-            "'phone':[{'value':'1'},{'label':'b','value':'1-'}]");
-        row("addresses", Condition::DupAddress, kDeleteDuplicateProperty,
-            "'address':[{'label':'a','value':{'zip':'1'}},{'label':'b','value':{'zip':'1','city':''}},"
-            "{'label':'c','value':{'zip':'1'}}]",
-            "'address':[{'label':'a','value':{'zip':'1'}},{'label':'b','value':{'city':'','zip':'1'}}]");
-        row("invalid characters", Condition::InvalidChar, kEditInContacts, "'note':'x'", "'note':'x'");
-        row("blank name", Condition::BlankName, kEditInContacts, "'note':'x'", "'note':'x'");
-    }
+    void propertyRepairs_data() { addBlocks(u("tests/data/fix/repairs.txt")); }
     void propertyRepairs()
     {
-        QFETCH(Condition, condition);
-        QFETCH(QString, option);
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, after);
-        const auto book = sharedBookOf({"{'uid':'a'," + before + "}"});
-        const FixOutcome outcome = fix(findingIn(*book, condition), QLatin1StringView(option.toLatin1()));
-        QCOMPARE(textAfter(book), QByteArray("{'uid':'a'," + after + "}"));
+        QFETCH(QStringList, lines);
+        const auto [condition, option] = repairIn(lines.at(1));
+        const auto book = sharedBookOf({"{'uid':'a'," + lines.at(2).toUtf8() + "}"});
+        const FixOutcome outcome = fix(findingIn(*book, condition, lines.value(4)), QLatin1StringView(option));
+        QCOMPARE(textAfter(book), QByteArray("{'uid':'a'," + lines.at(3).toUtf8() + "}"));
         QVERIFY(outcome.removesNode && !outcome.error && outcome.sweptUids.isEmpty());
-        QCOMPARE(outcome.editsInContacts, option == kEditInContacts);
+        QCOMPARE(outcome.editsInContacts, QLatin1StringView(option) == kEditInContacts);
     }
 
     void optionsOfOthersChangeNothing()
@@ -145,30 +114,6 @@ private Q_SLOTS:
         }
     }
 
-    void theSharedAddressTakesOthersWithIt_data()
-    {
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<QByteArray>("kept");
-        const QByteArray home = "{'label':'_$!<Home>!$_','value':'h'}";
-        const QByteArray other = "{'label':'_$!<Other>!$_','value':'o'}";
-        const QByteArray work = "{'label':'_$!<Work>!$_','value':'w'}";
-        QTest::newRow("home") << u("_$!<Home>!$_") << QByteArray(other + ',' + work);
-        QTest::newRow("work") << u("_$!<Work>!$_") << QByteArray(home + ',' + other);
-        QTest::newRow("other") << u("_$!<Other>!$_") << QByteArray(home + ',' + work);
-        QTest::newRow("own") << u("own") << QByteArray();
-        QTest::newRow("none") << QString() << QByteArray();
-    }
-    void theSharedAddressTakesOthersWithIt()
-    {
-        QFETCH(QString, label);
-        QFETCH(QByteArray, kept);
-        const auto book = sharedBookOf(
-            {"{'uid':'a','email':[{'label':'_$!<Home>!$_','value':'h'},{'label':'own','value':'x'},{'value':'y'},"
-             "{'label':'_$!<Other>!$_','value':'o'},{'label':'_$!<Work>!$_','value':'w'}]}"});
-        QVERIFY(fix(findingIn(*book, Condition::ShareEmail, label), kRemoveEmail).removesNode);
-        QCOMPARE(textAfter(book), QByteArray("{'uid':'a','email':[" + kept + "]}"));
-    }
-
     void sharers()
     {
         const std::initializer_list<QByteArray> people{
@@ -207,49 +152,12 @@ private Q_SLOTS:
         }
     }
 
-    void logLines_data()
-    {
-        QTest::addColumn<Condition>("condition");
-        QTest::addColumn<QString>("option");
-        QTest::addColumn<bool>("fails");
-        QTest::addColumn<QStringList>("lines");
-        const auto row = [](const char *name, Condition condition, QLatin1StringView option, bool fails,
-                             const QStringList &lines) {
-            QTest::newRow(name) << condition << QString(option) << fails << lines;
-        };
-        const QString out = u("fix.stdout: ");
-        const QString log = u("fix: ");
-        row("space", Condition::SpaceInFirstName, kRemoveTheSpace, false,
-            {log + u("设置修改成功"), log + u("保存到数据成功")});
-        row("space fails", Condition::SpaceInFirstName, kRemoveTheSpace, true,
-            {log + u("设置修改成功"), log + u("保存到数据失败，失败原因：no space left on the device")});
-        row("hyphen", Condition::SpaceInFirstName, kHyphenateFirstName, false,
-            {log + u("设置成功"), log + u(" 保存成功")});
-        row("hyphen fails", Condition::SpaceInFirstName, kHyphenateFirstName, true,
-            {log + u("设置成功"), log + u("保存失败no space left on the device")});
-        row("title", Condition::UnusualTitle, kRemoveTheTitle, false, {out + u("删除成功")});
-        row("title fails", Condition::UnusualTitle, kRemoveTheTitle, true, {log + u("保存失败")});
-        row("suffix", Condition::UnusualSuffix, kRemoveTheSuffix, false, {});
-        row("suffix deletion", Condition::UnusualSuffix, kDeleteThisContact, false, {out + u("删除成功")});
-        row("name", Condition::SingleName, kUseQuestionMarks, false, {log + u("保存成功")});
-        row("note", Condition::EmptyNotes, kDeleteBlankProperty, false,
-            {log + u("删除Note成功"), log + u("提交数据库成功")});
-        row("emails", Condition::DupEmail, kDeleteDuplicateProperty, false,
-            {log + u("x"), log + u("删除旧的email成功"), log + u("设置新的email成功"), log + u("保存数据库成功")});
-        row("phones", Condition::DupPhone, kDeleteDuplicateProperty, true, {log});
-        row("duplicate deletion", Condition::DuplicateContacts, kDeleteThisContact, false,
-            {out + u("删除成功"), out + u("保存数据库成功")});
-        row("shared e-mail", Condition::ShareEmail, kRemoveEmail, false,
-            {log + u("删除旧邮件成功"), log + u("删除homeEmail成功"), log + u("保存数据库成功")});
-        row("later namesakes", Condition::DuplicateContacts, kDeleteDuplicateContacts, false,
-            {log + u("删除重复的联系人成功"), log + u("提交数据库成功")});
-    }
+    void logLines_data() { addBlocks(u("tests/data/fix/logs.txt")); }
     void logLines()
     {
-        QFETCH(Condition, condition);
-        QFETCH(QString, option);
-        QFETCH(bool, fails);
         QFETCH(QStringList, lines);
+        const bool fails = lines.front().endsWith(u" fails");
+        const auto [condition, option] = repairIn(lines.at(1));
         const auto memory = std::make_shared<MemoryStore::Book>();
         QVERIFY(MemoryStore(memory).commit(
             {{u("a"), nullptr,
@@ -260,8 +168,8 @@ private Q_SLOTS:
         const auto book = *ABAddressBook::open(std::move(store));
         ABAddressBook::setSharedAddressBook(book);
         LogCapture log;
-        const FixOutcome outcome = fix(findingIn(*book, condition), QLatin1StringView(option.toLatin1()));
-        QCOMPARE(log.take(), lines);
+        const FixOutcome outcome = fix(findingIn(*book, condition), QLatin1StringView(option));
+        QCOMPARE(log.take().join(u'\n').trimmed(), lines.mid(2).join(u'\n'));
         QCOMPARE(outcome.error.has_value(), fails);
     }
 };
