@@ -15,12 +15,12 @@
 #include "app/table/ContactTableView.h"
 #include "contacts/stores/sqlite/SqliteStore.h"
 #include "support/AppFixture.h"
+#include "support/Files.h"
 #include "support/TestPeople.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QBuffer>
-#include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -30,7 +30,6 @@
 #include <QListView>
 #include <QMimeData>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QStatusBar>
@@ -265,36 +264,29 @@ private Q_SLOTS:
     {
         const QString said = m_folder.filePath(u"said"_s);
         const QString program = m_folder.filePath(u"gnome-contacts"_s);
-        QFile script(program);
-        QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\necho \"$@\" > '" + said.toLocal8Bit() + ".new'\nmv '" + said.toLocal8Bit() + ".new' '"
-            + said.toLocal8Bit() + "'\n");
-        script.close();
+        const QByteArray answer = said.toLocal8Bit();
+        put(program, "#!/bin/sh\necho \"$@\" > '" + answer + ".new'\nmv '" + answer + ".new' '" + answer + "'\n");
         const QByteArray path = qgetenv("PATH");
         QVERIFY(!ContactsApplication::show(QString()));
         qputenv("PATH", m_folder.path().toLocal8Bit());
         QVERIFY(!ContactsApplication::show(u"eds:system-address-book:UID"_s)); // not executable: not there
-        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
         qputenv("PATH", m_folder.path().toLocal8Bit() + ':' + path);
         const bool isStarted = ContactsApplication::show(u"eds:system-address-book:UID"_s);
         qputenv("PATH", path);
         QVERIFY(isStarted);
-        QFile answer(said);
-        QTRY_VERIFY(answer.exists());
-        QVERIFY(answer.open(QIODevice::ReadOnly));
-        QCOMPARE(answer.readAll(), QByteArray("--individual ef54b4cbdfdba8e51528de011e60df27e15b67fd\n"));
+        QTRY_COMPARE(contentOf(said), QByteArray("--individual ef54b4cbdfdba8e51528de011e60df27e15b67fd\n"));
     }
 
     void importsDroppedFiles()
     {
         start({});
-        QFile file(m_folder.filePath(u"dropped.vcf"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("BEGIN:VCARD\nVERSION:3.0\nN:Lee;Ann;;;\nFN:Ann Lee\nEND:VCARD\nBEGIN:VCARD\nKIND:group\nFN:Club\n"
-                   "END:VCARD\n");
-        file.close();
+        const QString file = m_folder.filePath(u"dropped.vcf"_s);
+        put(file,
+            "BEGIN:VCARD\nVERSION:3.0\nN:Lee;Ann;;;\nFN:Ann Lee\nEND:VCARD\nBEGIN:VCARD\nKIND:group\nFN:Club\n"
+            "END:VCARD\n");
         QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(file.fileName())});
+        data.setUrls({QUrl::fromLocalFile(file)});
         QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(&window(), &enter);
         QVERIFY(enter.isAccepted());
@@ -318,12 +310,9 @@ private Q_SLOTS:
         QCOMPARE(unnamedIn(&panel), QStringList());
         panel.setFolder(folder.filePath(u"not/there/yet"_s));
         panel.selectedButton()->setCurrentText(u"Save to CSV"_s);
-        QSignalSpy lines(&m_app->activityLog(), &QAbstractItemModel::rowsInserted);
         panel.accept();
-        QFile file(folder.filePath(u"not/there/yet/allPeople.csv"_s));
-        QTRY_VERIFY(file.exists());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("First Name,\nAnn,\nBo,\n"));
+        QTRY_COMPARE(
+            contentOf(folder.filePath(u"not/there/yet/allPeople.csv"_s)), QByteArray("First Name,\nAnn,\nBo,\n"));
         const auto isNoted = [this, &folder] {
             const ActivityLog &log = m_app->activityLog();
             const QModelIndex last = log.index(log.rowCount() - 1);
@@ -375,13 +364,10 @@ private Q_SLOTS:
             return buffer.data();
         };
         const auto stored = [&](const QByteArray &content) {
-            QFile file(m_folder.filePath(u"picture.png"_s));
-            if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-                return QByteArray();
-            file.close();
+            put(m_folder.filePath(u"picture.png"_s), content);
             m_app->editInAddressBook(person);
             auto *card = window().findChild<ContactCard *>();
-            card->setPicture(file.fileName());
+            card->setPicture(m_folder.filePath(u"picture.png"_s));
             card->save();
             delete card;
             const QByteArray *image = person->record()->imageData();

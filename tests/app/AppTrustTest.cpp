@@ -5,6 +5,7 @@
 #include "app/history/HistoryWindow.h"
 #include "contacts/stores/open/Backups.h"
 #include "support/AppFixture.h"
+#include "support/Files.h"
 
 #include <QAbstractItemModelTester>
 #include <QCryptographicHash>
@@ -106,10 +107,8 @@ private Q_SLOTS:
     {
         start({"{'uid':'1','firstName':'Ann'}"});
         QCOMPARE(m_app->mainWindow().windowHandle()->title(), QFileInfo(m_path).fileName());
-        QFile opener(m_folder.filePath(u"xdg-open"_s));
-        QVERIFY(opener.open(QIODevice::WriteOnly) && opener.write("#!/bin/sh\nexit 3\n") > 0);
-        QVERIFY(opener.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
-        opener.close();
+        put(m_folder.filePath(u"xdg-open"_s), "#!/bin/sh\nexit 3\n");
+        QVERIFY(QFile::setPermissions(m_folder.filePath(u"xdg-open"_s), QFile::ReadOwner | QFile::ExeOwner));
         qputenv("PATH", m_folder.path().toLocal8Bit());
         Q_EMIT m_app->mainWindow().helpRequested();
         QTRY_VERIFY(m_app->mainWindow().findChild<QTextBrowser *>());
@@ -209,10 +208,9 @@ private Q_SLOTS:
         const QByteArray whole = savedBook();
         QTRY_VERIFY(!newestDailyBackup(m_path).isEmpty());
         end();
-        QFile file(m_path);
-        QVERIFY(file.open(QIODevice::ReadWrite));
-        QVERIFY(file.seek(file.readAll().indexOf("{\"firstName\":\"Ann\"") + 14) && file.write("E") == 1);
-        file.close();
+        QByteArray damaged = contentOf(m_path);
+        damaged[damaged.indexOf("{\"firstName\":\"Ann\"") + 14] = 'E';
+        put(m_path, damaged);
 
         restart();
         const QAbstractItemModel *table = m_app->loadContactsViewController().getTableView();
@@ -253,14 +251,11 @@ private Q_SLOTS:
         QTRY_VERIFY(!newestDailyBackup(m_path).isEmpty());
         end();
 
-        QFile file(m_path);
-        QVERIFY(file.open(QIODevice::ReadWrite));
-        QByteArray content = file.readAll();
+        QByteArray content = contentOf(m_path);
         const QByteArray picture =
             QCryptographicHash::hash(QByteArray("\0\1\2", 3), QCryptographicHash::Sha256).toHex();
         content.replace(content.lastIndexOf(picture) / 4096 * 4096, 8, QByteArray(8, '\x55')); // the index of pictures
-        QVERIFY(file.seek(0) && file.write(content) == content.size());
-        file.close();
+        put(m_path, content);
 
         const Answer answer(choice);
         restart(false);
@@ -270,8 +265,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_app->loadContactsViewController().numberOfRowsInTableView(), 1);
         QCOMPARE(ABAddressBook::sharedAddressBook()->file(), newFile);
         QCOMPARE(savedBook().contains("AAEC"), choice.startsWith(u"Open Backup"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), content);
+        QCOMPARE(contentOf(m_path), content);
     }
 };
 

@@ -35,12 +35,7 @@ private Q_SLOTS:
         QVERIFY(!fieldLabelled(u"home city"));
     }
 
-    void fieldsOfPeople_data()
-    {
-        QTest::addColumn<QStringList>("lines");
-        for (const QStringList &lines : blocksOf(u"tests/data/table/people.txt"_s))
-            QTest::newRow(qUtf8Printable(lines.front())) << lines;
-    }
+    void fieldsOfPeople_data() { addBlocks(u"tests/data/table/people.txt"_s); }
     void fieldsOfPeople()
     {
         QFETCH(const QStringList, lines);
