@@ -76,6 +76,7 @@ HistoryWindow::HistoryWindow(QWidget *parent)
     setUpLists();
     m_restore->setEnabled(false);
     auto *close = new QPushButton(tr("&Close"), this);
+    m_restore->setProperty(kPrimaryProperty, true);
     for (QPushButton *button : {m_restore, close})
         button->setAutoDefault(true); // Return presses it
     connect(m_restore, &QPushButton::clicked, this, &HistoryWindow::restoreSelected);
@@ -107,13 +108,13 @@ void HistoryWindow::setUpLists()
     m_steps->setAccessibleName(tr("Changes, newest first"));
     m_steps->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_steps->setTabKeyNavigation(false);
-    m_steps->setShowGrid(false);
     m_steps->setWordWrap(false);
     m_steps->verticalHeader()->hide();
     m_steps->horizontalHeader()->setSectionResizeMode(HistoryModel::What, QHeaderView::Stretch);
     for (QTableView *table : {m_steps, static_cast<QTableView *>(m_differences)}) {
         table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
         table->horizontalHeader()->setHighlightSections(false);
+        table->setShowGrid(false);
     }
     m_steps->setColumnWidth(HistoryModel::When, 160);
     m_steps->setColumnWidth(HistoryModel::HowMany, 220);

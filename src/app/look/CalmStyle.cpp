@@ -173,6 +173,9 @@ void CalmStyle::drawPrimitive(
         painter->fillRect(option->rect, option->palette.color(QPalette::Window));
         painter->fillRect(0, 0, option->rect.width(), 1, colourFor(ColourRole::Line, option->palette));
         return;
+    case PE_PanelScrollAreaCorner:
+        painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+        return;
     case PE_FrameStatusBarItem:
         return;
     default:
@@ -197,8 +200,14 @@ void CalmStyle::drawControl(
             return QProxyStyle::drawControl(element, &shown, painter, widget);
         }
         break;
-    case CE_HeaderSection:
     case CE_HeaderEmptyArea:
+        if (const auto *header = qobject_cast<const QHeaderView *>(widget);
+            header && header->orientation() == Qt::Vertical) {
+            painter->fillRect(option->rect, option->palette.color(QPalette::Base)); // below the rows
+            return;
+        }
+        [[fallthrough]];
+    case CE_HeaderSection:
         return drawHeaderSection(*option, *painter);
     case CE_HeaderLabel:
         if (const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option))
@@ -243,6 +252,13 @@ void CalmStyle::drawComplexControl(
     } else {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
+}
+
+QIcon CalmStyle::standardIcon(StandardPixmap icon, const QStyleOption *option, const QWidget *widget) const
+{
+    if (icon == SP_MessageBoxWarning || icon == SP_MessageBoxCritical)
+        return symbol(QStringLiteral("warning"), icon == SP_MessageBoxWarning ? ColourRole::Warning : ColourRole::Gone);
+    return QProxyStyle::standardIcon(icon, option, widget);
 }
 
 int CalmStyle::styleHint(

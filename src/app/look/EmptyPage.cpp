@@ -15,6 +15,7 @@ EmptyPage::EmptyPage(QWidget *parent)
 {
     connect(m_import, &QPushButton::clicked, this, &EmptyPage::importRequested);
     connect(m_sample, &QPushButton::clicked, this, &EmptyPage::sampleRequested);
+    m_import->setProperty(kPrimaryProperty, true);
     for (QPushButton *button : {m_import, m_sample})
         button->setAutoDefault(true); // Return presses it, as everywhere in dialogs
     auto *buttons = new QHBoxLayout;

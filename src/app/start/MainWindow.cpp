@@ -217,11 +217,11 @@ void MainWindow::setContactsLoaded()
 {
     m_contacts->emptyPage()->offerContacts();
     m_importAction->setEnabled(!m_isReadOnly);
-    if (!std::exchange(m_isFirstLoad, false))
-        return;
-    if (QSettings().value(QStringLiteral("table/widths")).isNull())
+    if (!m_hasWidths && m_contacts->table()->model()->rowCount() > 0) {
         m_contacts->columnLook().fitContents();
-    if (m_contacts->searchField()->text().isEmpty())
+        m_hasWidths = true;
+    }
+    if (std::exchange(m_isFirstLoad, false) && m_contacts->searchField()->text().isEmpty())
         m_contacts->mainPane()->setFocus();
 }
 
@@ -303,7 +303,9 @@ void MainWindow::restoreLayout()
     }
     if (!columns.empty())
         m_table.getTableView()->setColumns(columns);
-    m_contacts->columnLook().setWidths(settings.value(QStringLiteral("table/widths")).toMap());
+    const QVariantMap widths = settings.value(QStringLiteral("table/widths")).toMap();
+    m_contacts->columnLook().setWidths(widths);
+    m_hasWidths = !widths.isEmpty();
 }
 
 void MainWindow::saveLayout() const

@@ -96,6 +96,7 @@ private:
     ProgressWindow *m_progress;
     BookStatus *m_status;
     BookMenu *m_books;
+    bool m_hasWidths = false; // of its columns, as the user left them or as their contents need them
     bool m_standsAside = false;
     QList<QAction *> m_scanActions; // disabled during a scan
     QList<QAction *> m_tableActions; // disabled while results are shown

@@ -27,12 +27,6 @@
 #include <algorithm>
 #include <numeric>
 
-namespace {
-
-constexpr int kRowHeight = 40;
-
-} // namespace
-
 ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidget *parent)
     : QWidget(parent)
     , m_controller(controller)
@@ -112,7 +106,8 @@ void ContactTableView::setUpTable()
             return tableRow < 0 ? ABPersonPtr() : m_controller.getTableViewDataArray()[std::size_t(tableRow)]->person();
         },
         m_table));
-    m_table->verticalHeader()->setDefaultSectionSize(scaled(kRowHeight, m_table->fontMetrics()));
+    constexpr int rowHeight = 40;
+    m_table->verticalHeader()->setDefaultSectionSize(scaled(rowHeight, m_table->fontMetrics()));
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         m_table->verticalHeader()->viewport()->update();
         updateSummary();
@@ -147,7 +142,8 @@ void ContactTableView::showHeaderMenu(const QPoint &at)
     if (const int column = m_table->horizontalHeader()->logicalIndexAt(at); column >= 0) {
         const Field field = m_controller.getTableView()->columns()[std::size_t(column)];
         menu->addAction(tr("Sort by This Column"), this, [this, column] { sortBy(column); });
-        menu->addAction(tr("Hide This Column"), this, [this, field] { m_controller.getTableView()->hideColumn(field); });
+        menu->addAction(
+            tr("Hide This Column"), this, [this, field] { m_controller.getTableView()->hideColumn(field); });
         menu->addSeparator();
     }
     for (QMenu *columns : m_columnChoice.menus())
