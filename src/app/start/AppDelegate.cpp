@@ -26,6 +26,7 @@ AppDelegate::AppDelegate()
 {
     connectCommands();
     connectChanges();
+    connectUndo();
     connectFailures();
     connect(m_window.bookStatus(), &BookStatus::openingGivenUp, this, [this] { m_opener.giveUp(); });
     connect(&m_opener, &BookOpener::progressed, m_window.bookStatus(), &BookStatus::setOpening);
@@ -77,6 +78,22 @@ void AppDelegate::connectChanges()
     });
 }
 
+void AppDelegate::connectUndo()
+{
+    connect(&m_window, &MainWindow::undoRequested, &m_undo, &UndoSteps::undo);
+    connect(&m_window, &MainWindow::redoRequested, &m_undo, &UndoSteps::redo);
+    connect(&m_undo, &UndoSteps::changed, this, [this] { m_window.setUndoable(m_undo.canUndo(), m_undo.canRedo()); });
+    connect(&m_undo, &UndoSteps::applied, this, [this](const QStringList &uids, const QString &message) {
+        // Findings may name people who were put back as others who share an address.
+        showChanged(m_scans.results() ? m_scans.results()->uids() + uids : uids);
+        m_window.bookStatus()->setMessage(message, false);
+    });
+    connect(&m_undo, &UndoSteps::failed, this, [this](const QString &message) {
+        noteFailure(message);
+        m_window.bookStatus()->setMessage(message, false);
+    });
+}
+
 void AppDelegate::connectFailures()
 {
     connect(&m_table, &LoadContactsViewController::failed, this, &AppDelegate::noteFailure);
@@ -119,6 +136,7 @@ void AppDelegate::installAddressBook(
         if (!(*book)->canWrite())
             m_window.setReadOnly((*book)->readOnlyReason().text);
         m_watch.watch(*book);
+        m_undo.watch(*book);
         m_scans.makeButtonEnable();
         loadClicked();
     } else {

@@ -13,6 +13,7 @@
 #include "app/start/OutsideWatch.h"
 #include "app/start/Scans.h"
 #include "app/start/SideWindows.h"
+#include "app/start/UndoSteps.h"
 #include "table/grid/LoadContactsViewController.h"
 
 /// Puts the application together: owns and connects its windows and the objects behind them. Main thread only.
@@ -60,6 +61,7 @@ Q_SIGNALS:
 private:
     void connectCommands();
     void connectChanges();
+    void connectUndo();
     void connectFailures();
     void openAddressBook(const QString &where);
     void installAddressBook(
@@ -81,7 +83,8 @@ private:
     Exports m_exports;
     BackupActions m_backupActions;
     Scans m_scans;
-    OutsideWatch m_watch;
+    UndoSteps m_undo;
+    OutsideWatch m_watch; // gives up what a book waits for, so it goes first
     Job m_sampleMaker;
     BookOpener m_opener;
 };

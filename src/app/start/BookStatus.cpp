@@ -4,8 +4,15 @@
 
 #include "app/look/Controls.h"
 
+#include <QAccessible>
 #include <QDir>
 #include <QToolButton>
+
+namespace {
+
+constexpr std::chrono::seconds kMessageTime(20);
+
+} // namespace
 
 BookStatus::BookStatus(QWidget *parent)
     : QStatusBar(parent)
@@ -13,6 +20,8 @@ BookStatus::BookStatus(QWidget *parent)
     , m_summary(new QLabel(this))
     , m_giveUp(new QToolButton(this))
     , m_failure(new QToolButton(this))
+    , m_message(new ElidedLabel(this))
+    , m_undo(new QToolButton(this))
 {
     m_failure->setAutoRaise(true);
     m_failure->setVisible(false);
@@ -34,8 +43,39 @@ BookStatus::BookStatus(QWidget *parent)
     }
     addWidget(m_name);
     addWidget(m_giveUp);
+    setUpMessage();
     addPermanentWidget(m_failure);
     addPermanentWidget(m_summary);
+}
+
+void BookStatus::setUpMessage()
+{
+    m_undo->setText(tr("Undo"));
+    m_undo->setAutoRaise(true);
+    m_undo->setFocusPolicy(Qt::NoFocus); // Ctrl+Z does the same
+    m_messageTime.setSingleShot(true);
+    m_messageTime.setInterval(kMessageTime);
+    const auto hide = [this] {
+        m_message->hide();
+        m_undo->hide();
+    };
+    hide();
+    connect(&m_messageTime, &QTimer::timeout, this, hide);
+    connect(m_undo, &QToolButton::clicked, this, hide);
+    connect(m_undo, &QToolButton::clicked, this, &BookStatus::undoPressed);
+    addPermanentWidget(m_message);
+    addPermanentWidget(m_undo);
+}
+
+void BookStatus::setMessage(const QString &done, bool canUndo)
+{
+    m_message->setText(done);
+    m_message->setToolTip(done);
+    m_message->show();
+    m_undo->setVisible(canUndo);
+    m_messageTime.start();
+    QAccessibleEvent event(m_message, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
 }
 
 void BookStatus::setName(const QString &name)

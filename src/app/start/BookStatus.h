@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QStatusBar>
+#include <QTimer>
 
 class QLabel;
 class QToolButton;
@@ -23,14 +24,22 @@ public:
     /// Can be cancelled; hidden once there is a name.
     void setOpening(qint64 done, qint64 total);
     void setFailure(const QString &newest);
+    /// What was done, for a while, with a link that takes it back where that can be.
+    void setMessage(const QString &done, bool canUndo);
 
 Q_SIGNALS:
+    void undoPressed();
     void openingGivenUp();
     void failurePressed();
 
 private:
+    void setUpMessage();
+
     QLabel *m_name;
     QLabel *m_summary;
     QToolButton *m_giveUp;
     QToolButton *m_failure;
+    QLabel *m_message;
+    QToolButton *m_undo;
+    QTimer m_messageTime;
 };

@@ -120,6 +120,7 @@ void MainWindow::setUpMenus()
 {
     setUpProgramMenu();
     setUpFileMenu();
+    setUpEditMenu();
     setUpContactsMenus();
     QMenu *window = menuBar()->addMenu(tr("&Window"));
     window->addAction(tr("&Activity"), this, &MainWindow::activityRequested);
@@ -158,6 +159,23 @@ void MainWindow::setUpFileMenu()
     file->addAction(tr("Change &History ..."), this, &MainWindow::historyRequested);
     file->addAction(tr("&Back Up ..."), this, &MainWindow::backUpRequested);
     m_restoreAction = file->addAction(tr("&Restore ..."), this, &MainWindow::restoreRequested);
+}
+
+void MainWindow::setUpEditMenu()
+{
+    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
+    m_undoAction = edit->addAction(tr("&Undo"), this, &MainWindow::undoRequested);
+    m_undoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    m_redoAction = edit->addAction(tr("&Redo"), this, &MainWindow::redoRequested);
+    m_redoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+    setUndoable(false, false);
+    connect(m_status, &BookStatus::undoPressed, m_undoAction, &QAction::trigger);
+}
+
+void MainWindow::setUndoable(bool canUndo, bool canRedo)
+{
+    m_undoAction->setEnabled(canUndo);
+    m_redoAction->setEnabled(canRedo);
 }
 
 void MainWindow::setUpContactsMenus()

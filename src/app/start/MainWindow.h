@@ -47,6 +47,7 @@ public:
     void setAddressBookName(const QString &name, bool isDefault);
     /// For a read-only address book: says so beside its name, and disables what would change it.
     void setReadOnly(const QString &reason);
+    void setUndoable(bool canUndo, bool canRedo);
     /// Moves this many steps from the window's last position, where another one may be.
     void standAside(int steps);
     /// Says why no address book could be opened.
@@ -61,6 +62,8 @@ Q_SIGNALS:
     void historyRequested();
     void backUpRequested();
     void restoreRequested();
+    void undoRequested();
+    void redoRequested();
     void filesDropped(const QStringList &paths);
     void preferencesRequested();
     void aboutRequested();
@@ -78,6 +81,7 @@ private:
     void setUpMenus();
     void setUpProgramMenu();
     void setUpFileMenu();
+    void setUpEditMenu();
     void setUpContactsMenus();
     void restoreLayout();
     void saveLayout() const;
@@ -103,5 +107,7 @@ private:
     QAction *m_refreshAction = nullptr;
     QAction *m_importAction = nullptr;
     QAction *m_restoreAction = nullptr;
+    QAction *m_undoAction = nullptr;
+    QAction *m_redoAction = nullptr;
     bool m_isReadOnly = false;
 };

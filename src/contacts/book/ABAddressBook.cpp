@@ -239,6 +239,7 @@ Result<void> ABAddressBook::commitPending()
         if (auto committed = m_store->commit(changes); !committed)
             return committed;
     }
+    tellCauses(changes);
     const std::scoped_lock lock(m_mutex);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const ABPersonPtr &person = entries[i].person;
@@ -270,6 +271,22 @@ bool ABAddressBook::takeBack(const QStringList &uids)
     }
     m_people.takeOutRemoved();
     return isAny;
+}
+
+void ABAddressBook::tellCauses(const std::vector<RecordChange> &changes) const
+{
+    ChangeCausePtr last;
+    for (const RecordChange &change : changes) {
+        if (m_causeListener && change.cause && change.cause != last)
+            m_causeListener(change.cause);
+        last = change.cause;
+    }
+}
+
+void ABAddressBook::setCauseListener(std::function<void(const ChangeCausePtr &)> listener)
+{
+    const std::scoped_lock lock(m_storeMutex);
+    m_causeListener = std::move(listener);
 }
 
 Result<std::vector<QString>> ABAddressBook::refresh()
@@ -402,6 +419,7 @@ Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const Chang
     }
     if (auto committed = m_store->commit(changes); !committed)
         return committed;
+    tellCauses(changes);
     takeIn(now);
     return {};
 }

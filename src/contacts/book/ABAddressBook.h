@@ -72,6 +72,10 @@ public:
     using SaveRunner = std::function<void(const std::function<void()> &write)>;
     void setSaveRunner(SaveRunner runner) { m_saveRunner = std::move(runner); }
 
+    /// Has @p listener called with each cause whose changes were written, on the thread that wrote them; it must not
+    /// call the address book. Changes without a cause are not told. An empty one ends this.
+    void setCauseListener(std::function<void(const ChangeCausePtr &)> listener);
+
     /// Loads outside changes from the store; pending changes stay, as in save().
     /// @return the uids of the people others changed, added or removed since the last call
     Result<std::vector<QString>> refresh();
@@ -105,6 +109,7 @@ private:
     explicit ABAddressBook(std::unique_ptr<AddressBookStore> store);
 
     bool write(Error *error);
+    void tellCauses(const std::vector<RecordChange> &changes) const;
     Result<void> commitPending();
     /// Undoes the changes of these people and all others with the same causes. False: nothing is pending for them.
     bool takeBack(const QStringList &uids);
@@ -124,7 +129,8 @@ private:
     const std::shared_ptr<PendingChanges> m_pending;
     SaveRunner m_saveRunner = [](const std::function<void()> &write) { write(); };
     std::mutex m_storeMutex; // held around store calls, never while a reader wants m_mutex
-    std::vector<QString> m_untold; // changed by others, not yet reported; guarded by m_storeMutex, as is the next
+    std::function<void(const ChangeCausePtr &)> m_causeListener; // guarded by m_storeMutex, as are the next two
+    std::vector<QString> m_untold; // changed by others, not yet reported
     std::vector<QString> m_dropped; // pending changes dropped, not yet reported by save()
     mutable std::mutex m_mutex; // guards the members below
     PeopleList m_people;

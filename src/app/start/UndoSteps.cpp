@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/start/UndoSteps.h"
+
+#include "contacts/book/RestorePlan.h"
+
+namespace {
+
+/// Puts everybody back whom the cause changed, as the change @p restoring. @return their uids
+Result<QStringList> putBack(ABAddressBook &book, const QString &causeId, const ChangeCausePtr &restoring)
+{
+    const auto plan = planRestore(book, {causeId});
+    if (!plan)
+        return plan.error();
+    if (const auto applied = book.apply(plan->changes, restoring); !applied)
+        return applied.error();
+    QStringList uids;
+    for (const RecordChange &change : plan->changes)
+        uids += change.uid;
+    return uids;
+}
+
+} // namespace
+
+UndoSteps::~UndoSteps()
+{
+    if (m_book)
+        m_book->setCauseListener({});
+}
+
+void UndoSteps::watch(std::shared_ptr<ABAddressBook> book)
+{
+    if (m_book)
+        m_book->setCauseListener({});
+    m_job.drop();
+    m_done.clear();
+    m_undone.clear();
+    m_book = std::move(book);
+    m_book->setCauseListener(
+        [this](const ChangeCausePtr &cause) { Job::deliver(this, [this, cause] { note(cause); }); });
+    Q_EMIT changed();
+}
+
+void UndoSteps::note(const ChangeCausePtr &cause)
+{
+    // Several saves of one cause are one step.
+    if (cause->id == m_ownCauseId || (!m_done.empty() && m_done.back().causeId == cause->id))
+        return;
+    m_done.push_back({cause->id, textOf(*cause)});
+    m_undone.clear();
+    Q_EMIT changed();
+}
+
+void UndoSteps::takeBack(Steps &from, Steps &to)
+{
+    if (from.empty() || m_job.isRunning())
+        return;
+    const Step step = from.back();
+    const auto restoring = makeCause(ChangeCause::Kind::Restore, step.what);
+    m_ownCauseId = restoring->id;
+    m_job.start([book = m_book, id = step.causeId, restoring] { return putBack(*book, id, restoring); },
+        [this, &from, &to, step, restoring](
+            const Result<QStringList> &uids) { finish(from, to, step, restoring->id, uids); });
+    Q_EMIT changed();
+}
+
+void UndoSteps::finish(
+    Steps &from, Steps &to, const Step &step, const QString &restoringId, const Result<QStringList> &uids)
+{
+    const bool isUndo = &from == &m_done;
+    const bool mayWorkLater =
+        !uids && (uids.error().kind == ErrorKind::Unavailable || uids.error().kind == ErrorKind::Io);
+    if (!mayWorkLater) // what was changed since stays so; the step before may still be taken back
+        std::erase_if(from, [&](const Step &each) { return each.causeId == step.causeId; });
+    if (uids) {
+        to.push_back({restoringId, step.what});
+        Q_EMIT applied(*uids, (isUndo ? tr("Undone: %1") : tr("Repeated: %1")).arg(step.what));
+    } else {
+        Q_EMIT failed((isUndo ? tr("This cannot be undone: %1") : tr("This cannot be repeated: %1"))
+                          .arg(uids.error().description()));
+    }
+    Q_EMIT changed();
+}

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/Job.h"
+#include "contacts/book/ABAddressBook.h"
+
+#include <QObject>
+
+/// Takes back what this window changed in the address book, step by step, and repeats it: each step is a cause of the
+/// history. For the main thread, which it never keeps waiting.
+class UndoSteps : public QObject
+{
+    Q_OBJECT
+
+public:
+    ~UndoSteps() override;
+
+    /// In place of the one before, whose steps are forgotten. Not null.
+    void watch(std::shared_ptr<ABAddressBook> book);
+    bool canUndo() const { return !m_done.empty() && !m_job.isRunning(); }
+    bool canRedo() const { return !m_undone.empty() && !m_job.isRunning(); }
+    void undo() { takeBack(m_done, m_undone); }
+    void redo() { takeBack(m_undone, m_done); }
+
+Q_SIGNALS:
+    void changed(); ///< what can be undone and redone
+    /// The people with these uids are as before the step, or after it again.
+    void applied(const QStringList &uids, const QString &message);
+    void failed(const QString &message);
+
+private:
+    struct Step
+    {
+        QString causeId; ///< whose changes are to be taken back
+        QString what;
+    };
+    using Steps = std::vector<Step>;
+
+    void note(const ChangeCausePtr &cause);
+    void takeBack(Steps &from, Steps &to);
+    void finish(Steps &from, Steps &to, const Step &step, const QString &restoringId, const Result<QStringList> &uids);
+
+    std::shared_ptr<ABAddressBook> m_book;
+    Steps m_done;
+    Steps m_undone;
+    QString m_ownCauseId; // of the newest step that was taken back or repeated
+    Job m_job;
+};
