@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/FindingsOfCondition.h"
 #include "contacts/model/Utf8Text.h"
+#include "results/FixAll.h"
 
 #include <QSet>
 
@@ -66,55 +67,45 @@ QString headOf(const PersonItem &node)
     return node.person()->uniqueId() % QStringLiteral("  ") % node.name() % QStringLiteral("  ");
 }
 
-class Repair
+/// Prints what became of a finding; false where it was not saved.
+bool report(const FixAll::Step &step, const CommandContext &context)
 {
-public:
-    Repair(FindingsOfCondition &findings, const CommandContext &context) : m_findings(findings), m_context(context)
-    {
-        QObject::connect(&m_findings.controller(), &OutlineViewController::fixed, &m_findings.controller(),
-            [this](const FixOutcome &outcome) { m_outcome = outcome; });
+    const ABPerson &person = *step.finding->person();
+    switch (step.end) {
+    case FixAll::End::Covered:
+        return true;
+    case FixAll::End::Skipped:
+        context.console.out << onOneLine(headOf(*step.finding) % QStringLiteral("skipped: ") % kNoLongerThere) << '\n';
+        return true;
+    case FixAll::End::Repaired:
+    case FixAll::End::Cancelled:
+        context.console.out << onOneLine(headOf(*step.finding) % changesOf(step.outcome, *step.before, person)) << '\n';
+        return true;
+    case FixAll::End::Failed:
+        break;
     }
+    const QString &uid = person.uniqueId();
+    const Error &error = *step.outcome.error;
+    context.report(uid % QStringLiteral(": not saved: ") % error.text);
+    if (error.kind == ErrorKind::Conflict && step.outcome.added && !step.outcome.removed.isEmpty())
+        context.report(
+            uid % QStringLiteral(": the merge is incomplete; the address book's history holds whoever was removed"));
+    return false;
+}
 
-    /// False: the rest must not be tried.
-    bool run(const PersonItemPtr &node)
-    {
-        if (!m_findings.controller().model().contains(node))
-            return true; // gone with an earlier finding
-        if (node->person()->isRemoved()) { // by an earlier merge
-            m_context.console.out << onOneLine(headOf(*node) % QStringLiteral("skipped: ") % kNoLongerThere) << '\n';
-            return true;
-        }
-        const PersonRecordPtr before = node->person()->record();
-        m_findings.controller().selectItem(node);
-        m_findings.controller().FixFounction();
-        if (m_findings.hasUnansweredQuestion()) {
-            m_status = ExitStatus::Refused;
+/// False: a question found no answer, or something could not be saved.
+bool repair(const QList<PersonItemPtr> &nodes, FindingsOfCondition &findings, const CommandContext &context)
+{
+    bool isDone = true;
+    FixAll repairs(findings.controller(), nodes, findings.alertPanel());
+    while (!repairs.isAtEnd()) {
+        const FixAll::Step step = repairs.next();
+        if (findings.hasUnansweredQuestion())
             return false;
-        }
-        if (!m_outcome.error) {
-            m_context.console.out << onOneLine(headOf(*node) % changesOf(m_outcome, *before, *node->person())) << '\n';
-            return true;
-        }
-        const QString &uid = node->person()->uniqueId();
-        const bool isConflict = m_outcome.error->kind == ErrorKind::Conflict;
-        m_status = m_context.refuse(uid % QStringLiteral(": not saved: ") % m_outcome.error->text);
-        if (isConflict && m_outcome.added && !m_outcome.removed.isEmpty())
-            m_context.report(uid
-                % QStringLiteral(": the merge is incomplete; the address book's history holds whoever was removed"));
-        // What this one could not save is pending, and the next save would write it after all. Only a conflict, where
-        // the other change wins, and a repair that was taken back are settled.
-        return isConflict || !m_outcome.error->uids.isEmpty();
+        isDone = report(step, context) && isDone;
     }
-
-    ExitStatus status() const { return m_status; }
-    void refuse() { m_status = ExitStatus::Refused; }
-
-private:
-    FindingsOfCondition &m_findings;
-    const CommandContext &m_context;
-    FixOutcome m_outcome;
-    ExitStatus m_status = ExitStatus::Done;
-};
+    return isDone;
+}
 
 } // namespace
 
@@ -131,21 +122,18 @@ ExitStatus runFix(const FixOptions &options, const CommandContext &context)
     if (!book)
         return ExitStatus::Refused;
     FindingsOfCondition findings(*group, options.option, context.console, options.yes);
-    Repair repair(findings, context);
+    bool isDone = true;
     QList<PersonItemPtr> nodes = options.all ? findings.nodes() : QList<PersonItemPtr>();
     QSet<PersonItemPtr> named;
     for (const auto &argument : options.uids) {
         const PersonItemPtr node = findings.firstOf(textOfUtf8(argument), context);
         if (!node) {
-            repair.refuse();
+            isDone = false;
         } else if (!named.contains(node)) {
             named.insert(node);
             nodes += node;
         }
     }
-    for (const auto &node : std::as_const(nodes)) {
-        if (!repair.run(node))
-            break;
-    }
-    return repair.status();
+    isDone = repair(nodes, findings, context) && isDone;
+    return isDone ? ExitStatus::Done : ExitStatus::Refused;
 }

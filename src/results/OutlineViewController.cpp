@@ -7,37 +7,7 @@
 #include "fix/FixLog.h"
 #include "results/ResultsLog.h"
 
-#include <QMultiHash>
-
 #include <algorithm>
-
-namespace {
-
-/// Brings the findings of people with the uids @p changed up to date. @return those that are not among @p now
-QList<PersonItemPtr> noLongerFound(
-    const PersonItem &group, const std::vector<Finding> &now, const QSet<QString> &changed)
-{
-    QMultiHash<QString, const Finding *> nowByUid;
-    for (const Finding &finding : now)
-        nowByUid.insert(finding.person->uniqueId(), &finding);
-    QList<PersonItemPtr> gone;
-    for (const auto &node : group.childrenArray()) {
-        const Finding &old = node->finding();
-        if (!changed.contains(old.person->uniqueId()))
-            continue;
-        const auto [begin, end] = std::as_const(nowByUid).equal_range(old.person->uniqueId());
-        const auto found = std::find_if(begin, end, [&old](const Finding *finding) {
-            return finding->sharedAddress == old.sharedAddress && finding->duplicateEmailType == old.duplicateEmailType;
-        });
-        if (found == end)
-            gone += node;
-        else
-            node->setFinding(**found);
-    }
-    return gone;
-}
-
-} // namespace
 
 OutlineViewController::OutlineViewController(ResultsDelegate &delegate, QObject *parent)
     : QObject(parent), m_delegate(delegate)
@@ -79,7 +49,11 @@ void OutlineViewController::setOutlineViewDataSouce(const ScanResult &result)
         groups += group;
     }
     m_collapsed.clear();
+    m_conditions.clear();
+    for (const auto &group : std::as_const(groups))
+        m_conditions.push_back(group->finding().condition);
     m_tree.setRootNodes(std::move(groups));
+    m_totalCount = findingCount();
     setSelected(nullptr);
 }
 
@@ -87,25 +61,61 @@ void OutlineViewController::reexamine(const QStringList &uids, const ScanResult 
 {
     const QSet<QString> changed(uids.begin(), uids.end());
     const PersonItemPtr group = m_selected ? m_selected->parentNode() : nullptr;
-    const QList<PersonItemPtr> groups = rootNodes();
-    for (const auto &row : groups) {
-        const QList<PersonItemPtr> gone = noLongerFound(*row, findingsOf(now, row->finding().condition), changed);
-        for (const auto &finding : gone)
-            m_tree.removeFinding(finding);
-        if (row->childrenCount() == 0)
-            m_tree.removeGroup(row);
-    }
+    for (const Condition condition : m_conditions)
+        m_tree.update(condition, findingsOf(now, condition), changed);
+    m_totalCount = std::max(m_totalCount, findingCount());
     if (rootNodes().isEmpty() || (m_selected && !m_tree.contains(m_selected)))
         moveOn(group);
     else
         outlineViewSelectionDidChange();
 }
 
+void OutlineViewController::setFilter(const QString &text)
+{
+    m_filter = FindingFilter(text);
+    Q_EMIT filterChanged();
+    if (!m_selected || !isShown(*m_selected))
+        selectFirstShown();
+}
+
+QList<PersonItemPtr> OutlineViewController::shownFindings(const PersonItemPtr &group) const
+{
+    QList<PersonItemPtr> shown = group->childrenArray();
+    shown.removeIf([this](const PersonItemPtr &finding) { return !isShown(*finding); });
+    return shown;
+}
+
+/// Null where the group has none.
+PersonItemPtr OutlineViewController::firstShown(const PersonItemPtr &group) const
+{
+    const auto &findings = group->childrenArray();
+    const auto first = std::ranges::find_if(findings, [this](const auto &finding) { return isShown(*finding); });
+    return first == findings.end() ? nullptr : *first;
+}
+
+/// In an open group if possible.
+void OutlineViewController::selectFirstShown()
+{
+    for (const bool isOpen : {true, false}) {
+        for (const auto &group : rootNodes()) {
+            const PersonItemPtr first = isItemExpanded(group) == isOpen ? firstShown(group) : nullptr;
+            if (!first)
+                continue;
+            if (m_collapsed.remove(group.get()))
+                Q_EMIT itemExpanded(m_tree.indexOfNode(group.get()));
+            setSelected(first);
+            return;
+        }
+    }
+    setSelected(nullptr);
+    showTips();
+}
+
 QStringList OutlineViewController::conditionTitles() const
 {
     QStringList titles;
-    for (const auto &group : rootNodes())
-        titles += conditionInfo(group->finding().condition).title;
+    for (const Condition condition : m_conditions)
+        titles += conditionInfo(condition).title;
     return titles;
 }
 
@@ -210,11 +220,11 @@ void OutlineViewController::setItemExpanded(const PersonItemPtr &group, bool exp
 void OutlineViewController::outlineViewItemDidCollapse()
 {
     const auto open = std::ranges::find_if(
-        rootNodes(), [this](const auto &group) { return isItemExpanded(group) && group->childrenCount() > 0; });
+        rootNodes(), [this](const auto &group) { return isItemExpanded(group) && firstShown(group); });
     if (open == rootNodes().end())
         showTips();
     else
-        setSelected((*open)->childAtIndex(0));
+        setSelected(firstShown(*open));
     const qsizetype row = m_selected ? rowForItem(m_selected) : -1;
     qCDebug(lcResults, "选中的row：%s", row < 0 ? "" : qUtf8Printable(QString::number(row)));
 }
@@ -280,6 +290,13 @@ PreviewDocument OutlineViewController::preview() const
     return FixPreview(m_selected->finding()).creatScrollerViewWithTitle(m_previewTitle);
 }
 
+std::vector<LostValue> OutlineViewController::leftBehind() const
+{
+    if (m_previewTitle.isNull() || !m_selected || m_selected->isRootNode() || m_selected->isGone())
+        return {};
+    return ::leftBehind(m_selected->finding(), m_previewTitle);
+}
+
 void OutlineViewController::FixFounction()
 {
     const PersonItemPtr item = m_selected;
@@ -291,24 +308,45 @@ void OutlineViewController::FixFounction()
 
 void OutlineViewController::run(FixHandler handler, const PersonItemPtr &item)
 {
-    const PersonItemPtr group = item->parentNode();
-    if (!group)
-        return;
+    if (item->parentNode())
+        run(handler, item, causeOfRepair({item}), m_delegate.alertPanel());
+}
+
+ChangeCausePtr OutlineViewController::causeOfRepair(const QList<PersonItemPtr> &findings) const
+{
+    const ConditionGroup &group = conditionGroup(findings.front()->finding().condition);
+    const QString repair = group.name % QStringLiteral(": ") % currentOption(group.optionGroup);
+    return makeCause(ChangeCause::Kind::Repair,
+        findings.size() == 1 ? withReadableName(repair, *findings.front()->person()->record())
+                             : QString(repair % QStringLiteral(" (%1 findings)").arg(findings.size())));
+}
+
+FixOutcome OutlineViewController::repair(
+    const PersonItemPtr &finding, const ChangeCausePtr &cause, AlertPanel &alertPanel)
+{
+    return run(handlerFor(finding->finding().condition), finding, cause, alertPanel);
+}
+
+FixOutcome OutlineViewController::run(
+    FixHandler handler, const PersonItemPtr &item, const ChangeCausePtr &cause, AlertPanel &alertPanel)
+{
     Finding finding = item->finding(); // as a question is answered, the node may be brought up to date
-    const QString option = currentOption(conditionGroup(finding.condition).optionGroup);
-    finding.cause = makeCause(ChangeCause::Kind::Repair,
-        withReadableName(group->name() % QStringLiteral(": ") % option, *item->person()->record()));
-    const FixOutcome outcome = handler(finding, option, m_delegate.alertPanel());
+    finding.cause = cause;
+    const FixOutcome outcome =
+        handler(finding, currentOption(conditionGroup(finding.condition).optionGroup), alertPanel);
     if (outcome.editsInContacts)
         m_delegate.editInAddressBook(item->person());
     if (!outcome.cancelled)
         applyToTree(item, outcome);
-    Q_EMIT fixed(outcome);
+    Q_EMIT fixed(outcome, item);
+    return outcome;
 }
 
 void OutlineViewController::applyToTree(const PersonItemPtr &item, const FixOutcome &outcome)
 {
     const PersonItemPtr group = item->parentNode();
+    if (!group)
+        return;
     if (outcome.removesNode)
         m_tree.removeFinding(item);
     for (const QString &uid : outcome.sweptUids) {
@@ -325,13 +363,17 @@ void OutlineViewController::applyToTree(const PersonItemPtr &item, const FixOutc
 
 void OutlineViewController::moveOn(const PersonItemPtr &group)
 {
-    if (group && group->childrenCount() > 0) {
-        setSelected(group->childAtIndex(0));
+    if (const PersonItemPtr next = group ? firstShown(group) : nullptr) {
+        setSelected(next);
         return;
     }
     if (rootNodes().isEmpty()) {
         setSelected(nullptr);
         backClicked();
+        return;
+    }
+    if (isFiltered()) {
+        selectFirstShown();
         return;
     }
     const auto expand = [this](const PersonItemPtr &closed) {

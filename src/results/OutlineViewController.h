@@ -8,6 +8,8 @@
 #include "fix/MergeContacts.h"
 #include "results/ConditionGroups.h"
 #include "results/DetailPanel.h"
+#include "results/FindingFilter.h"
+#include "results/LeftBehind.h"
 #include "results/ResultTree.h"
 #include "results/ResultsDelegate.h"
 #include "scan/ScanResult.h"
@@ -34,16 +36,23 @@ public:
     /// A group with one child per person; null without people.
     static PersonItemPtr creatFatherNode(const QString &name, const std::vector<ABPersonPtr> &withChildArray);
 
-    /// Removes the findings of people with these uids that are not in @p now, and updates the others and the display.
-    /// For outside changes.
+    /// Makes the findings of people with these uids those in @p now, each at its place, and updates what is shown. For
+    /// changes from outside.
     void reexamine(const QStringList &uids, const ScanResult &now);
-    /// The conditions that @p now must be a scan for: those with findings.
+    /// What @p now is to be a scan for: the conditions that this scan found.
     QStringList conditionTitles() const;
     QStringList uids() const; ///< of the people with findings; may repeat
 
     ResultTree &model() { return m_tree; }
     const QList<PersonItemPtr> &rootNodes() const { return m_tree.rootNodes(); }
     qsizetype findingCount() const { return m_tree.findingCount(); }
+    qsizetype totalCount() const { return m_totalCount; } ///< at most so far: those that are not left are done
+
+    /// Only findings with these words are to be shown, selected and repaired; no words: all.
+    void setFilter(const QString &text);
+    bool isFiltered() const { return !m_filter.isEmpty(); }
+    bool isShown(const PersonItem &finding) const { return m_filter.shows(finding); }
+    QList<PersonItemPtr> shownFindings(const PersonItemPtr &group) const; ///< in their order
 
     // For views; a null item is the top level.
     qsizetype numberOfChildrenOfItem(const PersonItemPtr &item) const;
@@ -79,12 +88,20 @@ public:
     bool chooseOption(OptionGroup group, const QString &title);
     void matrixClicked(OptionGroup group) { creatScrollerViewWithTitle(currentOption(group)); }
     void removeAllMatrix() { m_panel.optionGroup.reset(); }
-    void creatScrollerViewWithTitle(const QString &title); ///< previews the option for the selected finding
-    PreviewDocument preview() const; ///< reads the people now; without fields if nothing is shown
+    void creatScrollerViewWithTitle(const QString &title); ///< shows what the option would do to the selected finding
+    PreviewDocument preview() const; ///< read from the people when it is called; without fields when nothing is shown
+    std::vector<LostValue> leftBehind() const; ///< by the repair whose preview is shown
 
     /// Repairs the selected finding with its group's chosen option, then selects the next one.
     void FixFounction();
     void fixClick() { FixFounction(); }
+    /// What the history calls the chosen repair of these findings of one group; at least one.
+    ChangeCausePtr causeOfRepair(const QList<PersonItemPtr> &findings) const;
+    /// Repairs a finding of the tree with the chosen option; leaves the selection alone.
+    FixOutcome repair(const PersonItemPtr &finding, const ChangeCausePtr &cause, AlertPanel &alertPanel);
+    /// Selects what is selected after a repair in this group, which may be gone.
+    void moveOn(const PersonItemPtr &group);
+    void clearSelection() { setSelected(nullptr); }
 
     // Only the repairs: they change the people and the tree, not the selection.
     void processDuplicateContact(const PersonItemPtr &item) { run(::processDuplicateContact, item); }
@@ -109,17 +126,24 @@ Q_SIGNALS:
     void detailPanelChanged(); ///< also for the buttons and tips
     void previewChanged();
     void itemExpanded(const QModelIndex &group); ///< by the controller, not by the user
-    void fixed(const FixOutcome &outcome); ///< the tree is updated, the selection not yet
+    /// The tree is up to date, the selection has not moved on yet.
+    void fixed(const FixOutcome &outcome, const PersonItemPtr &finding);
+    void filterChanged(); ///< the selection has not followed yet
 
 private:
     void run(FixHandler handler, const PersonItemPtr &item);
+    FixOutcome run(FixHandler handler, const PersonItemPtr &item, const ChangeCausePtr &cause, AlertPanel &alertPanel);
     void applyToTree(const PersonItemPtr &item, const FixOutcome &outcome);
-    void moveOn(const PersonItemPtr &group);
+    PersonItemPtr firstShown(const PersonItemPtr &group) const;
+    void selectFirstShown();
     void setSelected(const PersonItemPtr &item);
     void showTips();
 
     ResultsDelegate &m_delegate;
     ResultTree m_tree;
+    FindingFilter m_filter;
+    std::vector<Condition> m_conditions; // that the scan found
+    qsizetype m_totalCount = 0;
     QSet<const PersonItem *> m_collapsed;
     PersonItemPtr m_selected;
     DetailPanel m_panel;

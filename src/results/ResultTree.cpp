@@ -13,6 +13,17 @@ PersonItem *itemOf(const QModelIndex &index)
     return static_cast<PersonItem *>(index.internalPointer());
 }
 
+/// The same for one finding in two scans.
+QString keyOf(const Finding &finding)
+{
+    return finding.person->uniqueId() % u'\n' % finding.duplicateEmailType % u'\n' % finding.sharedAddress;
+}
+
+qsizetype placeOf(Condition condition)
+{
+    return std::ranges::find(conditionGroups(), condition, &ConditionGroup::condition) - conditionGroups().begin();
+}
+
 } // namespace
 
 void ResultTree::setRootNodes(QList<PersonItemPtr> groups)
@@ -40,6 +51,85 @@ bool ResultTree::contains(const PersonItemPtr &node) const
 {
     return node->isRootNode() ? m_rootNodes.contains(node)
                               : m_nodesOfUid.contains(node->person()->uniqueId(), node.get());
+}
+
+void ResultTree::update(Condition condition, const std::vector<Finding> &found, const QSet<QString> &changed)
+{
+    QHash<QString, const Finding *> now; // of the people changed
+    for (const Finding &finding : found) {
+        if (changed.contains(finding.person->uniqueId()))
+            now.insert(keyOf(finding), &finding);
+    }
+    const PersonItemPtr group = groupOf(condition, !now.isEmpty());
+    if (!group)
+        return;
+    updateKnown(*group, now, changed);
+    insertNew(group, found, now);
+    if (group->childrenCount() == 0)
+        removeGroup(group);
+}
+
+/// Null where there is none; one that is wanted is made.
+PersonItemPtr ResultTree::groupOf(Condition condition, bool isWanted)
+{
+    const auto next = std::ranges::find_if(m_rootNodes,
+        [&](const PersonItemPtr &group) { return placeOf(group->finding().condition) >= placeOf(condition); });
+    const auto row = next - m_rootNodes.begin();
+    if (row < m_rootNodes.size() && m_rootNodes[row]->finding().condition == condition)
+        return m_rootNodes[row];
+    if (!isWanted)
+        return nullptr;
+    const PersonItemPtr group = PersonItem::initFatherNodeWithName(conditionGroup(condition).name);
+    group->setFinding({condition});
+    beginInsertRows({}, int(row), int(row));
+    m_rootNodes.insert(row, group);
+    endInsertRows();
+    return group;
+}
+
+void ResultTree::updateKnown(
+    PersonItem &group, const QHash<QString, const Finding *> &now, const QSet<QString> &changed)
+{
+    const QList<PersonItemPtr> findings = group.childrenArray();
+    for (const auto &node : findings) {
+        if (!changed.contains(node->person()->uniqueId()))
+            continue;
+        if (const Finding *finding = now.value(keyOf(node->finding())))
+            node->setFinding(*finding);
+        else
+            removeFinding(node);
+    }
+}
+
+/// Behind the finding before it in the scan.
+void ResultTree::insertNew(
+    const PersonItemPtr &group, const std::vector<Finding> &found, const QHash<QString, const Finding *> &now)
+{
+    QHash<QString, qsizetype> rows;
+    for (qsizetype row = 0; row < group->childrenCount(); ++row)
+        rows.insert(keyOf(group->childAtIndex(row)->finding()), row);
+    qsizetype place = 0;
+    qsizetype inserted = 0;
+    for (const Finding &finding : found) {
+        const QString key = keyOf(finding);
+        if (const auto row = rows.constFind(key); row != rows.constEnd()) {
+            place = std::max(place, *row + inserted + 1);
+        } else if (now.contains(key)) {
+            const PersonItemPtr node = PersonItem::initChildNodeWithPerson(finding.person);
+            node->setFinding(finding);
+            insertFinding(group, place++, node);
+            ++inserted;
+        }
+    }
+}
+
+void ResultTree::insertFinding(const PersonItemPtr &group, qsizetype row, const PersonItemPtr &finding)
+{
+    beginInsertRows(indexOfNode(group.get()), int(row), int(row));
+    finding->setParentNode(group);
+    group->childrenArray().insert(row, finding);
+    m_nodesOfUid.insert(finding->person()->uniqueId(), finding.get());
+    endInsertRows();
 }
 
 void ResultTree::removeFinding(const PersonItemPtr &finding)

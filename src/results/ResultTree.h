@@ -7,6 +7,7 @@
 #include <QAbstractItemModel>
 #include <QMultiHash>
 #include <QRectF>
+#include <QSet>
 
 /// The content of a node's row.
 struct RowView
@@ -42,7 +43,10 @@ public:
     bool contains(const PersonItemPtr &node) const;
     qsizetype findingCount() const { return m_nodesOfUid.size(); }
 
-    /// Both ignore missing nodes.
+    /// Makes the findings of people with the uids @p changed those that are in @p found, a scan's for the condition.
+    /// New ones come at their places, and so does a new group; a group without findings goes.
+    void update(Condition condition, const std::vector<Finding> &found, const QSet<QString> &changed);
+    /// Both do nothing for a node that is not there.
     void removeFinding(const PersonItemPtr &finding);
     void removeGroup(const PersonItemPtr &group);
     /// Removes all findings of the person. @return how many
@@ -64,6 +68,11 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 private:
+    PersonItemPtr groupOf(Condition condition, bool isWanted);
+    void updateKnown(PersonItem &group, const QHash<QString, const Finding *> &now, const QSet<QString> &changed);
+    void insertNew(
+        const PersonItemPtr &group, const std::vector<Finding> &found, const QHash<QString, const Finding *> &now);
+    void insertFinding(const PersonItemPtr &group, qsizetype row, const PersonItemPtr &finding);
     void forget(PersonItem &finding);
 
     QList<PersonItemPtr> m_rootNodes;

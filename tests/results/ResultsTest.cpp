@@ -1,12 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "results/OutlineViewController.h"
+#include "contacts/book/RestorePlan.h"
+#include "results/FixAll.h"
 #include "scan/ScanAddressBook.h"
 #include "support/Answers.h"
 #include "support/LogCapture.h"
 #include "support/TestPeople.h"
 
 #include <QAbstractItemModelTester>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -261,6 +263,88 @@ private Q_SLOTS:
         QCOMPARE(treeOf(s.controller), QString());
         QCOMPARE(s.surroundings.takeAsked(), QStringList({u("edit d"), u("back")}));
         QCOMPARE(fixed.count(), 4);
+    }
+
+    void allOfAGroupEqualOneByOne_data()
+    {
+        QTest::addColumn<QLatin1StringView>("option");
+        for (const auto &option : {kMergeContacts, kDeleteDuplicateContacts, kRemoveEmail})
+            QTest::newRow(option.data()) << option;
+    }
+
+    void allOfAGroupEqualOneByOne()
+    {
+        QFETCH(const QLatin1StringView, option);
+        const auto makeBook = [] {
+            return sharedBookOf({"{'uid':'a','firstName':'A','nickname':'x','email':[{'value':'x'},{'value':'y'}]}",
+                "{'uid':'b','firstName':'B','email':[{'value':'x'}]}",
+                "{'uid':'c','firstName':'C','email':[{'value':'y'}]}",
+                "{'uid':'d','firstName':'D','nickname':'d','email':[{'value':'z'}]}",
+                "{'uid':'e','firstName':'E','email':[{'value':'z'}]}"});
+        };
+        const QStringList title{u("Emails duplicated among multiple contacts")};
+        Surroundings surroundings;
+        const auto results = [&] {
+            auto made = std::make_unique<OutlineViewController>(surroundings);
+            made->setOutlineViewDataSouce(ScanAddressBook::examine(title));
+            made->chooseOption(OptionGroup::ShareEmail, option);
+            return made;
+        };
+        static const QRegularExpression newUid(u("\"uid\":\"[^\"]{9,}\"")); // of a merge
+        const auto texts = [](const ABAddressBook &book) { return QString::fromUtf8(textOf(book)).remove(newUid); };
+
+        const auto oneByOne = makeBook();
+        auto controller = results();
+        QList<PersonItemPtr> nodes = controller->rootNodes().front()->childrenArray();
+        for (const auto &node : nodes) {
+            if (controller->model().contains(node) && !node->isGone()) {
+                controller->selectItem(node);
+                controller->FixFounction();
+            }
+        }
+        const auto book = makeBook();
+        const QByteArray before = textOf(*book);
+        controller = results();
+        nodes = controller->rootNodes().front()->childrenArray();
+        QCOMPARE(controller->model().rowCount(controller->model().index(0, 0)), nodes.size());
+        FixAll repairs(*controller, nodes, surroundings.alertPanel());
+        FixReport report;
+        while (!repairs.isAtEnd()) {
+            const FixAll::Step step = repairs.next();
+            report.count(step.end, step.outcome);
+        }
+        QCOMPARE(texts(*book), texts(*oneByOne));
+        QVERIFY(textOf(*book) != before && report.repaired > 1 && report.failed == 0);
+
+        const auto history = *book->history();
+        QCOMPARE(
+            history.front().cause.description.section(u(" ("), -1), QString::number(nodes.size()) + u(" findings)"));
+        QVERIFY(restore(*book, *planRestore(*book, {history.front().cause.id})));
+        controller->reexamine(
+            QStringList(uidsOf(book->people())) + controller->uids(), ScanAddressBook::examine(title));
+        QCOMPARE(controller->findingCount(), nodes.size());
+        QCOMPARE(QString::fromUtf8(textOf(*book)).split(u'\n').size(), QString::fromUtf8(before).split(u'\n').size());
+        for (const QByteArray &person : before.split('\n'))
+            QVERIFY(textOf(*book).contains(person));
+    }
+
+    void theFilterNarrowsWhatIsSelected()
+    {
+        Setup s({"{'uid':'a','firstName':'Ann','suffix':'x'}", "{'uid':'b','suffix':'x','phone':[{'value':'123'}]}",
+            "{'uid':'c','note':'ann 123'}"});
+        s.find(Condition::UnusualSuffix, {u("a"), u("b")});
+        s.find(Condition::BlankName, {u("c")});
+        s.show();
+        s.controller.setFilter(u("123"));
+        QCOMPARE(treeOf(s.controller), u("UNUSUAL SUFFIX\n a\n *b\nBLANK NAME\n c\n"));
+        s.controller.setFilter(u(" 12 ANN "));
+        QCOMPARE(s.controller.selectedItem()->person()->uniqueId(), u("c"));
+        s.controller.setFilter(u("12"));
+        s.controller.selectRow(2);
+        s.fixWith(kRemoveTheSuffix);
+        QCOMPARE(treeOf(s.controller), u("UNUSUAL SUFFIX\n a\nBLANK NAME\n *c\n"));
+        s.controller.setFilter(u("nothing has this"));
+        QVERIFY(!s.controller.selectedItem() && s.controller.showsTips());
     }
 
     void nodesAreFreedAndForgotten()

@@ -30,13 +30,6 @@ QString causeText(const ChangeCause &cause)
 
 } // namespace
 
-QString propertyTitle(QLatin1StringView name)
-{
-    if (const auto property = propertyNamed(QString(name)))
-        return propertyTitle(*property);
-    return name == kPictureName ? HistoryModel::tr("Picture") : HistoryModel::tr("More from the card");
-}
-
 QString countsText(qint64 added, qint64 changed, qint64 removed)
 {
     const std::array counts{std::pair(added, HistoryModel::tr("%1 added")),

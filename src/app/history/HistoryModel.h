@@ -34,9 +34,6 @@ private:
 /// "1 added, 3 removed"; zeros are left out.
 QString countsText(qint64 added, qint64 changed, qint64 removed);
 
-/// The name of a difference's property in windows.
-QString propertyTitle(QLatin1StringView name);
-
 /// The people changed by one step of the history, one row per change.
 class ChangedPeopleModel : public QAbstractListModel
 {

@@ -7,7 +7,10 @@
 #include "results/ResultTree.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace {
 
@@ -26,14 +29,10 @@ QString lineOf(const QModelIndex &finding)
 
 } // namespace
 
-QRect FindingDelegate::titleArea(const QRect &groupRow, const QFontMetrics &metrics)
+QSize FindingDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    return groupRow.adjusted(0, groupRow.height() - metrics.height() - 2 * kMargin, 0, 0);
-}
-
-QSize FindingDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
-{
-    return {200, 2 * option.fontMetrics.height() + 3 * kMargin};
+    const bool isGroup = !index.parent().isValid();
+    return {200, (isGroup ? 1 : 2) * option.fontMetrics.height() + 3 * kMargin};
 }
 
 const QPixmap &FindingDelegate::pictureOf(const QModelIndex &index, int size, qreal devicePixelRatio) const
@@ -48,6 +47,23 @@ const QPixmap &FindingDelegate::pictureOf(const QModelIndex &index, int size, qr
     if (!m_pictures.contains(uid))
         m_pictures.insert(uid, new QPixmap(personPicture(picture, size, devicePixelRatio)));
     return *m_pictures.object(uid);
+}
+
+void FindingDelegate::paintGroup(QPainter &painter, const QStyleOptionViewItem &item, const QModelIndex &group) const
+{
+    const QFontMetrics metrics = painter.fontMetrics();
+    const QString count = QLocale().toString(group.model()->rowCount(group));
+    QRect badge = item.rect.adjusted(0, kMargin, -2 * kMargin, -kMargin);
+    badge.setLeft(badge.right() - std::max(metrics.horizontalAdvance(count) + 4 * kMargin, badge.height()));
+    const QRect title = item.rect.adjusted(kMargin, 0, badge.left() - item.rect.right() - kMargin, 0);
+    painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter,
+        metrics.elidedText(group.data().toString(), Qt::ElideRight, title.width()));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(item.palette.color(QPalette::Button));
+    painter.setPen(Qt::NoPen);
+    painter.drawRoundedRect(badge, badge.height() / 2.0, badge.height() / 2.0);
+    painter.setPen(item.palette.color(QPalette::ButtonText));
+    painter.drawText(badge, Qt::AlignCenter, count);
 }
 
 void FindingDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -66,8 +82,7 @@ void FindingDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     bold.setBold(true);
     if (index.data(ResultTree::IsGroupRole).toBool()) {
         painter->setFont(bold);
-        painter->drawText(titleArea(item.rect, item.fontMetrics).adjusted(kMargin, 0, -kMargin, 0),
-            Qt::AlignLeft | Qt::AlignVCenter, index.data().toString());
+        paintGroup(*painter, item, index);
         painter->restore();
         return;
     }

@@ -5,7 +5,8 @@
 #include <QCache>
 #include <QStyledItemDelegate>
 
-/// Draws the tree of findings: a group's name, or a finding's picture with the problem and a name below.
+/// Draws the rows of the tree of findings: a group's name and how many findings are left in it, or a picture with what
+/// is wrong and a name under it.
 class FindingDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -13,14 +14,11 @@ class FindingDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    /// The area of a group's title and arrow: at the bottom of its row, near its findings. All rows have the same
-    /// height, so that the view need not measure each.
-    static QRect titleArea(const QRect &groupRow, const QFontMetrics &metrics);
-
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 private:
+    void paintGroup(QPainter &painter, const QStyleOptionViewItem &item, const QModelIndex &group) const;
     const QPixmap &pictureOf(const QModelIndex &index, int size, qreal devicePixelRatio) const;
 
     mutable QCache<QString, QPixmap> m_pictures{500}; // by uid

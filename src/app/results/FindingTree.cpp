@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/results/FindingTree.h"
 
-#include "app/results/FindingDelegate.h"
-
 #include <QItemSelectionModel>
 
 namespace {
@@ -49,10 +47,11 @@ void FindingTree::setModel(QAbstractItemModel *model)
     delete before;
 }
 
-void FindingTree::drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const
+void FindingTree::selectNeighbour(bool isUpwards)
 {
-    const QRect area = isGroup(index) ? FindingDelegate::titleArea(rect, fontMetrics()) : rect;
-    QTreeView::drawBranches(painter, area, index);
+    const QModelIndex next = isUpwards ? indexAbove(currentIndex()) : indexBelow(currentIndex());
+    if (const QModelIndex finding = findingFrom(next, isUpwards); finding.isValid())
+        setCurrentIndex(finding);
 }
 
 QModelIndex FindingTree::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)

@@ -15,9 +15,10 @@ public:
     using QTreeView::QTreeView;
 
     void setModel(QAbstractItemModel *model) override;
+    /// Selects the finding above or below, in closed groups none.
+    void selectNeighbour(bool isUpwards);
 
 protected:
-    void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:

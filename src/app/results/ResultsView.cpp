@@ -6,20 +6,27 @@
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
 #include "app/results/FindingDelegate.h"
-#include "app/results/FindingTree.h"
+#include "app/results/FixAllDialog.h"
 #include "app/results/PreviewView.h"
+#include "app/results/RepairTexts.h"
+#include "app/results/ShownFindings.h"
 #include "contacts/book/ABAddressBook.h"
 
+#include <QAction>
 #include <QBoxLayout>
 #include <QButtonGroup>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QTextDocument>
 
 namespace {
 
@@ -31,7 +38,9 @@ constexpr int kPreviewHeight = 120; // at least; where the window is low, the pa
 ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     : QWidget(parent)
     , m_controller(controller)
+    , m_shown(new ShownFindings(controller, this))
     , m_tree(new FindingTree(this))
+    , m_filter(new QLineEdit(this))
     , m_count(new QLabel(this))
     , m_name(new WrappedText)
     , m_picture(new QLabel(this))
@@ -39,22 +48,20 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     , m_gone(new QLabel(tr("This contact is no longer in the address book."), this))
     , m_problem(new WrappedText(Qt::LeftToRight))
     , m_optionButtons(new QButtonGroup(this))
+    , m_leftBehind(new QLabel(this))
     , m_preview(new PreviewView(this))
     , m_side(new QStackedWidget(this))
+    , m_tips(new QLabel(this))
     , m_openContactButton(new QPushButton(tr("Open In Contacts"), this))
     , m_backButton(new QPushButton(tr("Back"), this))
+    , m_fixAllButton(new QPushButton(tr("Fix All ..."), this))
     , m_fixButton(new QPushButton(tr("Fix"), this))
 {
     setUpTree();
     m_side->addWidget(makePanel());
     m_side->addWidget(makeTips());
-    auto *left = new QWidget;
-    auto *leftLayout = new QVBoxLayout(left);
-    leftLayout->setContentsMargins(0, 0, 0, 0);
-    leftLayout->addWidget(m_count);
-    leftLayout->addWidget(m_tree, 1);
     auto *halves = new QSplitter;
-    halves->addWidget(left);
+    halves->addWidget(makeList());
     halves->addWidget(m_side);
     halves->setStretchFactor(1, 1);
     halves->setSizes({380, 620});
@@ -64,19 +71,34 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     layout->addWidget(makeButtons());
     setFocusProxy(m_tree);
     setUpKeys();
+    setUpActions();
     followController();
 }
 
 void ResultsView::setUpTree()
 {
     m_tree->setAccessibleName(tr("Findings"));
-    m_tree->setModel(&m_controller.model());
+    m_tree->setModel(m_shown);
     m_tree->setItemDelegate(new FindingDelegate(m_tree));
     m_tree->setHeaderHidden(true);
     m_tree->setSelectionMode(QAbstractItemView::SingleSelection);
     m_tree->setAnimated(false);
-    m_tree->setUniformRowHeights(true);
     m_tree->setExpandsOnDoubleClick(true);
+}
+
+QWidget *ResultsView::makeList()
+{
+    m_filter->setClearButtonEnabled(true);
+    m_filter->setAccessibleName(tr("Filter the findings"));
+    m_count->setAlignment(Qt::AlignRight);
+    auto *list = new QWidget;
+    auto *layout = new QVBoxLayout(list);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_filter);
+    layout->addWidget(m_tree, 1);
+    layout->addWidget(m_count);
+    setTabOrder(m_filter, m_tree);
+    return list;
 }
 
 QWidget *ResultsView::makePanel()
@@ -98,17 +120,14 @@ QWidget *ResultsView::makePanel()
 
     auto *box = new QGroupBox(tr("Repair"));
     m_boxWithMatrix = box;
-    m_options = new QVBoxLayout(box);
-    auto *details = new QGroupBox(tr("Preview"));
-    auto *detailsLayout = new QVBoxLayout(details);
-    detailsLayout->addWidget(m_preview);
+    m_options = new QGridLayout(box);
+    m_options->setColumnStretch(0, 1);
     auto *panel = new QWidget;
     auto *layout = new QVBoxLayout(panel);
     layout->addLayout(head);
     layout->addWidget(m_problem);
     layout->addWidget(box);
-    layout->addWidget(details, 1);
-    m_preview->setMinimumHeight(kPreviewHeight);
+    layout->addWidget(makePreview(), 1);
     auto *scroll = new QScrollArea;
     scroll->setWidget(panel);
     scroll->setWidgetResizable(true);
@@ -117,13 +136,26 @@ QWidget *ResultsView::makePanel()
     return scroll;
 }
 
+QWidget *ResultsView::makePreview()
+{
+    m_preview->setMinimumHeight(kPreviewHeight);
+    m_leftBehind->setForegroundRole(QPalette::BrightText);
+    auto *above = new QHBoxLayout;
+    above->addStretch();
+    above->addWidget(m_leftBehind);
+    auto *details = new QGroupBox(tr("Preview"));
+    auto *layout = new QVBoxLayout(details);
+    layout->addLayout(above);
+    layout->addWidget(m_preview, 1);
+    return details;
+}
+
 QWidget *ResultsView::makeTips()
 {
-    auto *tips = new QLabel;
-    tips->setPixmap(QPixmap(QStringLiteral(":/art/tipsView.png")));
-    tips->setAlignment(Qt::AlignCenter);
-    tips->setAccessibleName(tr("Open a group to see its findings"));
-    return tips;
+    m_tips->setAlignment(Qt::AlignCenter);
+    m_tips->setWordWrap(true);
+    m_tips->setTextFormat(Qt::PlainText);
+    return m_tips;
 }
 
 QWidget *ResultsView::makeButtons()
@@ -133,8 +165,10 @@ QWidget *ResultsView::makeButtons()
     layout->addWidget(m_backButton);
     layout->addStretch();
     layout->addWidget(m_openContactButton);
+    layout->addWidget(m_fixAllButton);
     layout->addWidget(m_fixButton);
-    m_buttonBar = new ButtonBar({m_backButton, m_openContactButton, m_fixButton}, bar);
+    m_buttonBar = new ButtonBar({m_backButton, m_openContactButton, m_fixAllButton, m_fixButton}, bar);
+    connect(m_fixAllButton, &QPushButton::clicked, this, &ResultsView::fixAll);
     connect(m_backButton, &QPushButton::clicked, &m_controller, &OutlineViewController::backClicked);
     connect(m_openContactButton, &QPushButton::clicked, &m_controller, &OutlineViewController::openInContacts);
     connect(m_fixButton, &QPushButton::clicked, &m_controller, &OutlineViewController::fixClick);
@@ -163,37 +197,73 @@ void ResultsView::setUpKeys()
     }
 }
 
+void ResultsView::setUpActions()
+{
+    const auto add = [this](const QString &title, const QKeySequence &keys, const auto &action) {
+        auto *added = new QAction(title, this);
+        added->setShortcut(keys);
+        connect(added, &QAction::triggered, this, action);
+        addAction(added);
+        return added;
+    };
+    add(tr("&Next Finding"), QKeySequence(Qt::ALT | Qt::Key_Down), [this] { m_tree->selectNeighbour(false); });
+    add(tr("&Previous Finding"), QKeySequence(Qt::ALT | Qt::Key_Up), [this] { m_tree->selectNeighbour(true); });
+    add(tr("Filter &Findings"), QKeySequence::Find, [this] { m_filter->setFocus(Qt::ShortcutFocusReason); });
+    m_fixAllAction = add(
+        tr("Fix &All ..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Return), [this] { m_fixAllButton->click(); });
+    m_fixAllButton->setToolTip(
+        tr("%1 (%2)").arg(tr("Fix all of the group"), m_fixAllAction->shortcut().toString(QKeySequence::NativeText)));
+
+    connect(m_filter, &QLineEdit::textChanged, &m_controller, &OutlineViewController::setFilter);
+    connect(m_filter, &QLineEdit::returnPressed, this, [this] { m_tree->setFocus(); });
+    auto *leave = new QShortcut(QKeySequence(Qt::Key_Escape), m_filter);
+    leave->setContext(Qt::WidgetShortcut);
+    connect(leave, &QShortcut::activated, this, [this] {
+        m_filter->clear();
+        m_tree->setFocus();
+    });
+}
+
 void ResultsView::followController()
 {
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-        [this](const QModelIndex &current) { m_controller.selectItem(m_controller.model().nodeAt(current)); });
+        [this](const QModelIndex &current) { m_controller.selectItem(m_shown->nodeAt(current)); });
     connect(m_tree, &QTreeView::collapsed, this,
-        [this](const QModelIndex &index) { m_controller.setItemExpanded(m_controller.model().nodeAt(index), false); });
+        [this](const QModelIndex &index) { m_controller.setItemExpanded(m_shown->nodeAt(index), false); });
     connect(m_tree, &QTreeView::expanded, this,
-        [this](const QModelIndex &index) { m_controller.setItemExpanded(m_controller.model().nodeAt(index), true); });
-    connect(&m_controller, &OutlineViewController::itemExpanded, m_tree, &QTreeView::expand);
+        [this](const QModelIndex &index) { m_controller.setItemExpanded(m_shown->nodeAt(index), true); });
+    connect(&m_controller, &OutlineViewController::itemExpanded, this, &ResultsView::openGroups);
+    connect(&m_controller, &OutlineViewController::filterChanged, this, [this] {
+        openGroups();
+        showSelection();
+    });
+    connect(&m_controller, &OutlineViewController::fixed, this, &ResultsView::tellOfRepair);
+    connect(m_shown, &QAbstractItemModel::rowsRemoved, this, &ResultsView::showCount);
+    connect(m_shown, &QAbstractItemModel::rowsInserted, this, [this] {
+        openGroups();
+        showCount();
+    });
     connect(&m_controller, &OutlineViewController::selectionChanged, this, &ResultsView::showSelection);
     connect(&m_controller, &OutlineViewController::detailPanelChanged, this, &ResultsView::showPanel);
-    connect(&m_controller, &OutlineViewController::previewChanged, this,
-        [this] { m_preview->setDocument(m_controller.preview()); });
+    connect(&m_controller, &OutlineViewController::previewChanged, this, &ResultsView::showPreview);
 }
 
 QList<QWidget *> ResultsView::panes() const
 {
-    return {m_tree, m_optionButtons->checkedButton(), m_preview, m_fixButton->isEnabled() ? m_fixButton : m_backButton};
+    return {m_tree, m_optionButtons->checkedButton(), m_preview, m_fixButton->isEnabled() ? m_fixButton : m_backButton,
+        m_filter};
 }
 
 void ResultsView::refresh()
 {
-    m_tree->expandAll();
+    openGroups();
     showCount();
     m_controller.selectRow(1);
 }
 
 void ResultsView::showSelection()
 {
-    const PersonItemPtr &item = m_controller.selectedItem();
-    const QModelIndex index = item ? m_controller.model().indexOfNode(item.get()) : QModelIndex();
+    const QModelIndex index = m_shown->indexOf(m_controller.selectedItem());
     if (m_tree->currentIndex() != index || !m_tree->selectionModel()->isSelected(index))
         m_tree->setCurrentIndex(index);
     if (index.isValid() && index.row() == 0)
@@ -213,11 +283,24 @@ void ResultsView::showPanel()
     m_email->setText(panel.email);
     m_email->setVisible(!panel.email.isEmpty());
     m_problem->setText(panel.problemText);
-    m_side->setCurrentIndex(m_controller.showsTips() ? 1 : 0);
+    showTips();
     m_openContactButton->setEnabled(m_controller.buttonsEnabled());
     m_gone->setVisible(m_controller.buttonsEnabled() && !m_controller.canFix());
     m_fixButton->setEnabled(m_controller.canFix() && !ABAddressBook::isSharedReadOnly());
     showOptions();
+    showFixAll();
+}
+
+void ResultsView::showTips()
+{
+    m_side->setCurrentIndex(m_controller.showsTips() ? 1 : 0);
+    if (m_controller.isFiltered()) {
+        m_tips->setText(tr("No finding has these words."));
+        m_tips->setAccessibleName(m_tips->text());
+    } else {
+        m_tips->setPixmap(QPixmap(QStringLiteral(":/art/tipsView.png")));
+        m_tips->setAccessibleName(tr("Open a group to see its findings"));
+    }
 }
 
 void ResultsView::showOptions()
@@ -226,7 +309,7 @@ void ResultsView::showOptions()
     if (group == m_shownGroup)
         return;
     m_shownGroup = group;
-    qDeleteAll(m_boxWithMatrix->findChildren<QRadioButton *>());
+    qDeleteAll(m_boxWithMatrix->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly));
     if (!group)
         return;
     int number = 0;
@@ -234,9 +317,12 @@ void ResultsView::showOptions()
     for (const QLatin1StringView title : optionGroupInfo(*group).titles) {
         auto *option = new QRadioButton(title, m_boxWithMatrix);
         option->setChecked(m_controller.currentOption(*group) == title);
-        option->setToolTip(tr("Alt+%1").arg(++number));
-        m_optionButtons->addButton(option, number);
-        m_options->addWidget(option);
+        m_optionButtons->addButton(option, ++number);
+        m_options->addWidget(option, number, 0);
+        auto *key = new QLabel(QKeySequence(Qt::ALT | Qt::Key(Qt::Key_0 + number)).toString(QKeySequence::NativeText));
+        key->setForegroundRole(QPalette::PlaceholderText);
+        m_options->addWidget(key, number, 1);
+        option->setAccessibleDescription(key->text());
         setTabOrder(before, option);
         before = option;
         connect(option, &QRadioButton::clicked, this,
@@ -245,7 +331,67 @@ void ResultsView::showOptions()
     setTabOrder(before, m_preview);
 }
 
+void ResultsView::showPreview()
+{
+    m_preview->setDocument(m_controller.preview());
+    const std::vector<LostValue> values = m_controller.leftBehind();
+    const bool isOne = values.size() == 1;
+    m_leftBehind->setText((isOne ? tr("%1 is left behind by this repair") : tr("%1 are left behind by this repair"))
+                              .arg(counted(qint64(values.size()), tr("value"), tr("values"))));
+    m_leftBehind->setToolTip(Qt::convertFromPlainText(linesOf(values)));
+    m_leftBehind->setAccessibleDescription(linesOf(values));
+    m_leftBehind->setVisible(!values.empty());
+    showFixAll();
+}
+
+/// Where it would do something: not where the contacts are only opened to be edited.
+void ResultsView::showFixAll()
+{
+    const PersonItemPtr &item = m_controller.selectedItem();
+    const auto group = m_controller.detailPanel().optionGroup;
+    const int count = m_shown->rowCount(m_shown->indexOf(item).parent());
+    const bool isPossible = item && m_controller.buttonsEnabled() && group && !ABAddressBook::isSharedReadOnly()
+        && m_controller.currentOption(*group) != kEditInContacts;
+    m_fixAllButton->setText(isPossible ? tr("Fix All %L1 ...").arg(count) : tr("Fix All ..."));
+    m_fixAllButton->setEnabled(isPossible);
+    m_fixAllAction->setEnabled(isPossible);
+}
+
+void ResultsView::fixAll()
+{
+    const PersonItemPtr &item = m_controller.selectedItem();
+    QList<PersonItemPtr> findings = m_controller.shownFindings(item->parentNode());
+    findings.removeIf([](const PersonItemPtr &finding) { return finding->isGone(); });
+    if (findings.isEmpty())
+        return;
+    const QScopedValueRollback fixing(m_isFixingAll, true);
+    if (const QString what = ::fixAll(m_controller, findings, *this); !what.isEmpty())
+        Q_EMIT repaired(what);
+}
+
+void ResultsView::tellOfRepair(const FixOutcome &outcome, const PersonItemPtr &finding)
+{
+    if (m_isFixingAll || outcome.cancelled || outcome.error)
+        return;
+    FixReport report;
+    report.count(FixAll::End::Repaired, outcome);
+    const OptionGroup group = conditionGroup(finding->finding().condition).optionGroup;
+    if (const QString what = pastOfRepair(m_controller.currentOption(group), report); !what.isEmpty())
+        Q_EMIT repaired(what);
+}
+
+/// Groups that come back to the view are closed in it.
+void ResultsView::openGroups()
+{
+    for (const auto &group : m_controller.rootNodes())
+        m_tree->setExpanded(m_shown->indexOf(group), m_controller.isItemExpanded(group));
+}
+
 void ResultsView::showCount()
 {
-    m_count->setText(tr("%1 left").arg(counted(m_controller.findingCount(), tr("finding"), tr("findings"))));
+    m_filter->setPlaceholderText(
+        tr("Filter %1").arg(counted(m_controller.findingCount(), tr("finding"), tr("findings"))));
+    const qsizetype total = m_controller.totalCount();
+    m_count->setText(tr("%L1 of %L2 done").arg(total - m_controller.findingCount()).arg(total));
+    showFixAll();
 }

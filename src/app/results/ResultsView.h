@@ -2,18 +2,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/results/FindingTree.h"
 #include "results/OutlineViewController.h"
 
 #include <QWidget>
 
 class ButtonBar;
+class PreviewView;
 class QButtonGroup;
+class QGridLayout;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 class QStackedWidget;
-class QTreeView;
-class QVBoxLayout;
-class PreviewView;
+class ShownFindings;
 class WrappedText;
 
 /// The results of a scan: the tree, and the selected finding with its repairs and their preview. All actions are the
@@ -27,7 +29,9 @@ public:
     explicit ResultsView(OutlineViewController &controller, QWidget *parent = nullptr);
 
     QTreeView *outlineView() const { return m_tree; }
+    QLineEdit *filterField() const { return m_filter; }
     QPushButton *fixButton() const { return m_fixButton; }
+    QPushButton *fixAllButton() const { return m_fixAllButton; }
     QPushButton *backButton() const { return m_backButton; }
     QPushButton *openContactButton() const { return m_openContactButton; }
     PreviewView *preview() const { return m_preview; }
@@ -36,21 +40,35 @@ public:
 
     /// Shows the tree with all groups open and the first finding selected.
     void refresh();
+    void fixAll();
+
+Q_SIGNALS:
+    void repaired(const QString &what); ///< a short message
 
 private:
     void setUpTree();
+    QWidget *makeList();
     QWidget *makePanel();
+    QWidget *makePreview();
     QWidget *makeTips();
     QWidget *makeButtons();
     void setUpKeys();
+    void setUpActions();
     void followController();
     void showSelection();
     void showPanel();
+    void showTips();
     void showOptions();
+    void showPreview();
+    void showFixAll();
     void showCount();
+    void openGroups();
+    void tellOfRepair(const FixOutcome &outcome, const PersonItemPtr &finding);
 
     OutlineViewController &m_controller;
-    QTreeView *m_tree;
+    ShownFindings *m_shown;
+    FindingTree *m_tree;
+    QLineEdit *m_filter;
     QLabel *m_count;
     WrappedText *m_name;
     QLabel *m_picture;
@@ -58,13 +76,18 @@ private:
     QLabel *m_gone;
     WrappedText *m_problem;
     QWidget *m_boxWithMatrix;
-    QVBoxLayout *m_options;
+    QGridLayout *m_options;
     QButtonGroup *m_optionButtons;
+    QLabel *m_leftBehind;
     PreviewView *m_preview;
-    QStackedWidget *m_side; // the panel, or tips when all groups are closed
+    QStackedWidget *m_side; // the panel, or what is said when nothing is selected
+    QLabel *m_tips;
     ButtonBar *m_buttonBar = nullptr;
     QPushButton *m_openContactButton;
     QPushButton *m_backButton;
+    QPushButton *m_fixAllButton;
     QPushButton *m_fixButton;
+    QAction *m_fixAllAction = nullptr;
     std::optional<OptionGroup> m_shownGroup;
+    bool m_isFixingAll = false;
 };

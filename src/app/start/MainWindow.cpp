@@ -181,6 +181,7 @@ void MainWindow::setUndoable(bool canUndo, bool canRedo)
 void MainWindow::setUpContactsMenus()
 {
     QMenu *contacts = menuBar()->addMenu(tr("&Contacts"));
+    m_contactsMenu = contacts;
     m_scanActions += contacts->addAction(tr("&Scan"), this, &MainWindow::scanRequested);
     m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
     m_refreshAction = contacts->addAction(tr("&Refresh"), this, &MainWindow::refreshRequested);
@@ -191,6 +192,7 @@ void MainWindow::setUpContactsMenus()
         m_tableActions.back()->setShortcut(keys);
     };
     addForTable(contacts, tr("&Find"), QKeySequence::Find, [this] { m_contacts->searchField()->setFocus(); });
+    contacts->addSeparator(); // hidden until actions of results come behind it
 
     QMenu *columns = menuBar()->addMenu(tr("C&olumns"));
     addForTable(columns, tr("&Sort by Current Column"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
@@ -270,6 +272,8 @@ void MainWindow::showResults(OutlineViewController &controller)
     m_results = new ResultsView(controller, m_areas);
     m_areas->addWidget(m_results);
     m_areas->setCurrentWidget(m_results);
+    m_contactsMenu->addActions(m_results->actions()); // gone with the view
+    connect(m_results, &ResultsView::repaired, this, [this](const QString &what) { m_status->setMessage(what, true); });
     for (QAction *action : std::as_const(m_tableActions))
         action->setEnabled(false);
     m_results->setFocus();

@@ -104,6 +104,7 @@ private:
     bool m_standsAside = false;
     QList<QAction *> m_scanActions; // disabled during a scan
     QList<QAction *> m_tableActions; // disabled while results are shown
+    QMenu *m_contactsMenu = nullptr;
     QAction *m_refreshAction = nullptr;
     QAction *m_importAction = nullptr;
     QAction *m_restoreAction = nullptr;

@@ -47,13 +47,14 @@ void Scans::showResults(const ScanResult &result)
     m_window.showContacts();
     m_results = std::make_unique<OutlineViewController>(*this);
     m_results->setOutlineViewDataSouce(result);
-    connect(m_results.get(), &OutlineViewController::fixed, this, [this](const FixOutcome &outcome) {
-        if (!outcome.error)
-            return;
-        Q_EMIT failed(outcome.error->description());
-        if (outcome.error->kind == ErrorKind::Conflict && m_results->selectedItem())
-            reexamine({m_results->selectedItem()->person()->uniqueId()});
-    });
+    connect(m_results.get(), &OutlineViewController::fixed, this,
+        [this](const FixOutcome &outcome, const PersonItemPtr &finding) {
+            if (!outcome.error)
+                return;
+            Q_EMIT failed(outcome.error->description());
+            if (outcome.error->kind == ErrorKind::Conflict)
+                reexamine({finding->person()->uniqueId()});
+        });
     m_window.showResults(*m_results);
     QMetaObject::invokeMethod(this, &Scans::outLineViewRefrash, Qt::QueuedConnection);
     makeButtonEnable();

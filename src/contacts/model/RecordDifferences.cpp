@@ -4,6 +4,8 @@
 
 #include "contacts/model/ABLabels.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 QString textOf(const ABMultiValue::Entry &entry)
@@ -36,6 +38,14 @@ QString cardLinesText(const PersonRecord &record)
 }
 
 } // namespace
+
+QString propertyTitle(QLatin1StringView name)
+{
+    if (const auto property = propertyNamed(QString(name)))
+        return propertyTitle(*property);
+    return name == kPictureName ? QCoreApplication::translate("Property", "Picture")
+                                : QCoreApplication::translate("Property", "More from the card");
+}
 
 QString valueText(const ABValue &value)
 {

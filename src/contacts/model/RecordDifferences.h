@@ -15,6 +15,9 @@ QString valueText(const ABValue &value);
 QString valueText(const ABMultiValue::Value &value);
 QString pictureText(const PersonRecord &record);
 
+/// What windows call a property or one of the two above.
+QString propertyTitle(QLatin1StringView name);
+
 /// A difference in one property, as readable texts.
 struct RecordDifference
 {

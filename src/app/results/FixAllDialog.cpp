@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/results/FixAllDialog.h"
+
+#include "app/look/Controls.h"
+#include "app/results/RepairTexts.h"
+#include "base/Job.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QLabel>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QSet>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr QSize kFirstSize(560, 480);
+constexpr int kMillisecondsOfTurn = 30; // between two looks at what the user does
+constexpr int kMillisecondsToProgress = 500;
+
+/// The dialog has asked already.
+class Agreed : public AlertPanel
+{
+public:
+    Answer runAlertPanel(const QString &, const QString &, const QString &, const QString &) override
+    {
+        return Answer::Default;
+    }
+};
+
+FixReport repairAll(OutlineViewController &controller, const QList<PersonItemPtr> &findings, QWidget &window)
+{
+    Agreed agreed;
+    FixAll repairs(controller, findings, agreed);
+    QProgressDialog progress(
+        FixAllDialog::tr("Repairing ..."), FixAllDialog::tr("Cancel"), 0, int(findings.size()), &window);
+    progress.setWindowTitle(FixAllDialog::tr("Fix All"));
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(kMillisecondsToProgress);
+    progress.setValue(0);
+    FixReport report;
+    QElapsedTimer turn;
+    turn.start();
+    while (!repairs.isAtEnd() && !progress.wasCanceled()) {
+        const FixAll::Step step = repairs.next();
+        report.count(step.end, step.outcome);
+        if (turn.elapsed() < kMillisecondsOfTurn)
+            continue;
+        progress.setValue(int(repairs.done()));
+        if (!progress.isVisible()) // what the user does in other windows comes afterwards
+            QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        turn.restart();
+    }
+    report.left = findings.size() - repairs.done();
+    return report;
+}
+
+} // namespace
+
+FixAllDialog::FixAllDialog(const QString &option, QList<PersonItemPtr> findings, QWidget *parent)
+    : QDialog(parent)
+    , m_option(option)
+    , m_findings(std::move(findings))
+    , m_future(new QLabel(this))
+    , m_list(new QTreeWidget(this))
+{
+    setWindowTitle(tr("Fix All"));
+    m_future->setWordWrap(true);
+    m_list->setAccessibleName(tr("Contacts to repair"));
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    fill();
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    m_fix = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_list, &QTreeWidget::itemChanged, this, &FixAllDialog::showCount);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_future);
+    layout->addWidget(m_list, 1);
+    layout->addWidget(buttons);
+    m_fix->setDefault(true); // in the dialog by now, which would take Cancel
+    showCount();
+    setFirstSize(*this, kFirstSize);
+}
+
+void FixAllDialog::fill()
+{
+    bool isAnyLost = false;
+    QList<QTreeWidgetItem *> rows;
+    for (const auto &finding : m_findings) {
+        const QString lost = linesOf(leftBehind(finding->finding(), m_option));
+        auto *row = new QTreeWidgetItem({finding->name(), QString(lost).replace(u'\n', QStringLiteral("; "))});
+        row->setCheckState(0, Qt::Checked);
+        row->setToolTip(1, lost);
+        rows += row;
+        isAnyLost = isAnyLost || !lost.isEmpty();
+    }
+    m_list->setHeaderLabels({tr("Contact"), tr("Left behind by the repair")});
+    m_list->addTopLevelItems(rows);
+    m_list->setColumnHidden(1, !isAnyLost);
+    m_list->resizeColumnToContents(0);
+    m_list->setColumnWidth(0, std::min(m_list->columnWidth(0), kFirstSize.width() / 2));
+    if (!rows.isEmpty())
+        m_list->setCurrentItem(rows.front());
+}
+
+QList<PersonItemPtr> FixAllDialog::chosen() const
+{
+    QList<PersonItemPtr> chosen;
+    for (int row = 0; row < m_list->topLevelItemCount(); ++row) {
+        if (m_list->topLevelItem(row)->checkState(0) == Qt::Checked)
+            chosen += m_findings[row];
+    }
+    return chosen;
+}
+
+void FixAllDialog::showCount()
+{
+    QSet<QString> contacts;
+    const QList<PersonItemPtr> findings = chosen();
+    for (const auto &finding : findings)
+        contacts.insert(finding->person()->uniqueId());
+    m_future->setText(futureOfRepair(m_option, contacts.size()));
+    m_fix->setText(tr("&Fix %1").arg(findings.size()));
+    m_fix->setEnabled(!findings.isEmpty());
+}
+
+QString fixAll(OutlineViewController &controller, const QList<PersonItemPtr> &findings, QWidget &window)
+{
+    const PersonItemPtr group = findings.front()->parentNode();
+    const QString option = controller.currentOption(conditionGroup(group->finding().condition).optionGroup);
+    const Job::Hold hold; // nothing changes the findings under the question or between two repairs
+    FixAllDialog dialog(option, findings, &window);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    controller.clearSelection();
+    const FixReport report = repairAll(controller, dialog.chosen(), window);
+    controller.moveOn(group);
+    return pastOfRepair(option, report);
+}

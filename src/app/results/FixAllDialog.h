@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "results/OutlineViewController.h"
+
+#include <QDialog>
+
+class QLabel;
+class QPushButton;
+class QTreeWidget;
+
+/// Asks before several findings are repaired in one go: says what will happen to how many contacts and what would be
+/// lost, and lets single ones be left out.
+class FixAllDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    FixAllDialog(const QString &option, QList<PersonItemPtr> findings, QWidget *parent);
+
+    /// Those that are ticked, in their order.
+    QList<PersonItemPtr> chosen() const;
+
+private:
+    void fill();
+    void showCount();
+
+    const QString m_option;
+    const QList<PersonItemPtr> m_findings;
+    QLabel *m_future;
+    QTreeWidget *m_list;
+    QPushButton *m_fix;
+};
+
+/// Lets the user choose among these findings of one group, repairs them with the option chosen for it, and selects what
+/// comes then. @return what to say about it; empty where nothing was done
+QString fixAll(OutlineViewController &controller, const QList<PersonItemPtr> &findings, QWidget &window);

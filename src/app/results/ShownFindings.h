@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "results/OutlineViewController.h"
+
+#include <QSortFilterProxyModel>
+
+/// The tree of findings without those that the controller's filter hides, and without groups that have only such.
+class ShownFindings : public QSortFilterProxyModel
+{
+    Q_OBJECT
+
+public:
+    /// @p controller must outlive this.
+    explicit ShownFindings(OutlineViewController &controller, QObject *parent = nullptr);
+
+    QModelIndex indexOf(const PersonItemPtr &node) const;
+    PersonItemPtr nodeAt(const QModelIndex &index) const;
+    /// Findings, of all groups.
+    int count() const;
+
+    /// What is read of a group has its count.
+    QVariant data(const QModelIndex &index, int role) const override;
+
+protected:
+    bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
+
+private:
+    OutlineViewController &m_controller;
+};
