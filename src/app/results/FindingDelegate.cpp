@@ -59,10 +59,10 @@ void FindingDelegate::paintGroup(QPainter &painter, const QStyleOptionViewItem &
     painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter,
         metrics.elidedText(group.data().toString(), Qt::ElideRight, title.width()));
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(item.palette.color(QPalette::Button));
+    painter.setBrush(item.palette.color(QPalette::Window));
     painter.setPen(Qt::NoPen);
     painter.drawRoundedRect(badge, badge.height() / 2.0, badge.height() / 2.0);
-    painter.setPen(item.palette.color(QPalette::ButtonText));
+    painter.setPen(item.palette.color(QPalette::WindowText));
     painter.drawText(badge, Qt::AlignCenter, count);
 }
 
