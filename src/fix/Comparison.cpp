@@ -46,16 +46,22 @@ Comparison::Comparison(std::vector<PersonRecordPtr> records)
         else if (info.kind != ABPropertyKind::ReadOnlyText)
             addRow(info.property);
     }
-    for (Row &row : m_rows)
-        choose(row);
+    for (Row &row : m_rows) {
+        for (Cell &cell : row.cells)
+            cell.isChosen = !row.isSingle && !cell.text.isNull();
+        findFuller(row);
+        if (row.isSingle)
+            chooseFirst(row);
+    }
 }
 
 void Comparison::addRow(std::optional<ABProperty> property)
 {
     Row row{.property = property, .label = {}, .isSingle = property != kABNoteProperty, .cells = {}};
     for (const PersonRecordPtr &record : m_records)
-        row.cells.emplace_back().text = textOf(*record, property);
-    if (firstWithValue(row) < row.cells.size())
+        row.cells.push_back({.text = textOf(*record, property)});
+    // What is not chosen elsewhere comes to the note, so it has a row in any case.
+    if (property == kABNoteProperty || firstWithValue(row) < row.cells.size())
         m_rows.push_back(std::move(row));
 }
 
@@ -68,6 +74,8 @@ void Comparison::addListRows(ABProperty property)
             const ABMultiValue::Entry &value = list->entries()[std::size_t(entry)];
             Cell &cell = rowForEntry(firstRow, property, value, contact).cells[contact];
             cell.text = valueText(value.value);
+            if (cell.text.isNull()) // an empty value is there, too
+                cell.text = QStringLiteral("");
             cell.entry = entry;
         }
     }
@@ -97,23 +105,36 @@ ABMultiValue::Value Comparison::valueOf(const Row &row, std::size_t contact) con
     return cell.text;
 }
 
-/// Says which values are only another way to write a fuller one, and chooses the rest; in a single row, the first.
-void Comparison::choose(Row &row) const
+/// Finds the fuller values among the contacts that are not left out. What has one now is no longer chosen; what has
+/// lost it is.
+void Comparison::findFuller(Row &row) const
 {
     for (std::size_t contact = 0; row.property && contact < row.cells.size(); ++contact) {
         Cell &cell = row.cells[contact];
+        const bool hadFuller = cell.fuller.has_value();
+        cell.fuller.reset();
         for (std::size_t other = 0; !cell.text.isNull() && other < row.cells.size(); ++other) {
             const QString &text = row.cells[other].text;
             const bool isFuller = text.size() > cell.text.size()
                 || (text.size() == cell.text.size() && other < contact && text != cell.text);
-            if (isFuller && isSaidBy(*row.property, valueOf(row, contact), valueOf(row, other)))
+            if (m_included[other] && isFuller && isSaidBy(*row.property, valueOf(row, contact), valueOf(row, other)))
                 cell.fuller = other;
         }
-        cell.isChosen = !row.isSingle && !cell.text.isNull() && !cell.fuller;
+        if (!row.isSingle && !m_keepsWriting && hadFuller != cell.fuller.has_value())
+            cell.isChosen = hadFuller;
     }
-    if (row.isSingle) {
-        const std::size_t first = firstWithValue(row);
-        row.cells[row.cells[first].fuller.value_or(first)].isChosen = true;
+}
+
+/// The first value of a contact that is not left out, or the fuller one that says the same.
+void Comparison::chooseFirst(Row &row) const
+{
+    for (Cell &cell : row.cells)
+        cell.isChosen = false;
+    for (std::size_t contact = 0; contact < row.cells.size(); ++contact) {
+        if (!m_included[contact] || row.cells[contact].text.isNull())
+            continue;
+        row.cells[m_keepsWriting ? contact : row.cells[contact].fuller.value_or(contact)].isChosen = true;
+        return;
     }
 }
 
@@ -125,15 +146,12 @@ bool Comparison::isTaken(const Row &row, std::size_t contact) const
 void Comparison::setIncluded(std::size_t contact, bool isIncluded)
 {
     m_included[contact] = isIncluded;
-    for (std::size_t row = 0; row < m_rows.size(); ++row) {
-        const std::vector<Cell> &cells = m_rows[row].cells;
-        const bool isMissing = m_rows[row].isSingle && std::ranges::none_of(cells, [&](const Cell &cell) {
-            return isTaken(m_rows[row], std::size_t(&cell - cells.data()));
-        });
-        for (std::size_t other = cells.size(); isMissing && other-- > 0;) {
-            if (m_included[other] && !cells[other].text.isNull())
-                setChosen(row, other, true);
-        }
+    for (Row &row : m_rows) {
+        findFuller(row);
+        const auto chosen = std::ranges::find_if(row.cells, &Cell::isChosen);
+        const bool isTakenNow = chosen != row.cells.end() && m_included[std::size_t(chosen - row.cells.begin())];
+        if (row.isSingle && !isTakenNow)
+            chooseFirst(row);
     }
 }
 
@@ -149,13 +167,12 @@ void Comparison::setChosen(std::size_t row, std::size_t contact, bool isChosen)
 void Comparison::keepEverything()
 {
     m_keepsWriting = true;
-    m_included.assign(m_included.size(), true);
-    for (std::size_t row = 0; row < m_rows.size(); ++row) {
-        const std::size_t first = firstWithValue(m_rows[row]);
-        for (std::size_t contact = first; contact < m_records.size(); ++contact) {
-            if (!m_rows[row].cells[contact].text.isNull() && (contact == first || !m_rows[row].isSingle))
-                setChosen(row, contact, true);
-        }
+    m_othersToNote = true;
+    for (Row &row : m_rows) {
+        for (Cell &cell : row.cells)
+            cell.isChosen = !row.isSingle && !cell.text.isNull();
+        if (row.isSingle)
+            chooseFirst(row);
     }
 }
 
@@ -231,7 +248,7 @@ QString Comparison::mergedNote() const
             const Cell &cell = row.cells[contact];
             if (row.property == kABNoteProperty && isTaken(row, contact) && !notes.contains(cell.text))
                 notes += cell.text;
-            if (!row.isSingle || !row.property || !m_included[contact] || cell.text.isNull())
+            if (!m_othersToNote || !row.isSingle || !row.property || !m_included[contact] || cell.text.isNull())
                 continue;
             const bool isInField = chosen != row.cells.end() && chosen->text == cell.text
                 && m_included[std::size_t(chosen - row.cells.begin())];

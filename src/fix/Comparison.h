@@ -16,9 +16,10 @@ class Comparison
 public:
     struct Cell
     {
-        QString text; ///< null: no such value
-        qsizetype entry = 0; ///< for a list, the index of the value
-        std::optional<std::size_t> fuller; ///< the contact whose value in this row says the same more fully
+        QString text; ///< null: the contact has no such value
+        qsizetype entry = 0; ///< for a list, the place of the value in it
+        /// An included contact whose value in this row says the same, written more fully.
+        std::optional<std::size_t> fuller = {};
         bool isChosen = false;
     };
 
@@ -33,18 +34,22 @@ public:
     /// At least one record. The others are merged into the first.
     explicit Comparison(std::vector<PersonRecordPtr> records);
 
-    /// The picture, then the properties in order, if any contact has them.
+    /// The picture, then the properties in their order, as far as a contact has them; the note always.
     const std::vector<Row> &rows() const { return m_rows; }
     const std::vector<PersonRecordPtr> &records() const { return m_records; }
 
-    /// An excluded contact contributes nothing; where its single values were chosen, the first remaining ones are.
+    /// A contact that is left out contributes nothing. Where its single values were chosen, the first ones left are,
+    /// and where a value of it was the fuller one, what is left of that is.
     void setIncluded(std::size_t contact, bool isIncluded);
     bool isIncluded(std::size_t contact) const { return m_included[contact]; }
     /// Whether the value goes into the result: chosen, of an included contact.
     bool isTaken(const Row &row, std::size_t contact) const;
     /// For an existing value. A single row drops its previous choice.
     void setChosen(std::size_t row, std::size_t contact, bool isChosen);
-    /// Chooses every value in every spelling; of single values the first.
+    /// Whether single values that are not chosen go to the end of the note; they do at first.
+    void setOthersToNote(bool goThere) { m_othersToNote = goThere; }
+    bool othersToNote() const { return m_othersToNote; }
+    /// Chooses every value and every way of writing it, of single values the first, of the contacts not left out.
     void keepEverything();
 
     /// The merged record: the first included contact's plus what the others add.
@@ -55,7 +60,8 @@ private:
     void addListRows(ABProperty property);
     Row &rowForEntry(std::size_t firstRow, ABProperty property, const ABMultiValue::Entry &entry, std::size_t contact);
     ABMultiValue::Value valueOf(const Row &row, std::size_t contact) const;
-    void choose(Row &row) const;
+    void findFuller(Row &row) const;
+    void chooseFirst(Row &row) const;
     void setSingle(PersonRecord &result, const Row &row) const;
     ABMultiValue mergedList(ABProperty property) const;
     QString mergedNote() const;
@@ -63,5 +69,6 @@ private:
     std::vector<PersonRecordPtr> m_records;
     std::vector<bool> m_included;
     std::vector<Row> m_rows;
-    bool m_keepsWriting = false; // single values spelled differently also get a line in the note
+    bool m_othersToNote = true;
+    bool m_keepsWriting = false; // single values that say the same in other letters get a line in the note, too
 };

@@ -8,6 +8,6 @@ Result<void> mergeInto(ABAddressBook &book, const std::vector<StoredRecord> &peo
     for (const StoredRecord &person : people)
         changes.push_back({.uid = person.uid, .before = person.record, .after = nullptr});
     changes.front().after = std::make_shared<const PersonRecord>(std::move(result));
-    const QString description = QStringLiteral("%1 contacts made one").arg(people.size());
+    const QString description = QStringLiteral("merge of %1 contacts").arg(people.size());
     return book.apply(std::move(changes), makeCause(ChangeCause::Kind::Repair, description));
 }

@@ -86,6 +86,9 @@ private Q_SLOTS:
             "{'address':[{'value':{'street':'1 mill ln','city':'Astoria','zip':'97103'}}]}",
             "{'address':[{'value':{'street':'1 Mill Ln','city':'ASTORIA'}},"
             "{'value':{'street':'1 mill ln','city':'Astoria','zip':'97103'}}]}");
+        row("empty values are values",
+            {"{'address':[{'value':{}}]}", "{'address':[{'value':{}},{'label':'a','value':{}}]}"},
+            "{'address':[{'value':{}},{'label':'a','value':{}}]}");
         row("an empty text is kept where there is nothing else", {"{'nickname':''}", "{}"}, "{'nickname':''}");
         row("a picture is not lost to a contact without", {"{}", "{'image':'AAAA'}"}, "{'image':'AAAA'}");
     }
@@ -107,9 +110,22 @@ private Q_SLOTS:
             textOf(comparison.result()), "{'title':'Prof','note':'Title: Sir','email':[{'value':'c'},{'value':'d'}]}");
         comparison.setIncluded(0, true);
         comparison.setChosen(0, 2, true); // the title
-        comparison.setChosen(2, 0, false); // the second of the first contact's addresses
+        comparison.setChosen(3, 0, false); // the second of the first contact's addresses
         QCOMPARE(textOf(comparison.result()),
             "{'title':'Sir','note':'Title: Dr\\nTitle: Prof','email':[{'value':'a'},{'value':'c'},{'value':'d'}]}");
+        comparison.setOthersToNote(false);
+        QCOMPARE(textOf(comparison.result()), "{'title':'Sir','email':[{'value':'a'},{'value':'c'},{'value':'d'}]}");
+    }
+
+    void theFullerValueIsLeftOut()
+    {
+        Comparison comparison(recordsOf({"{'organization':'acme inc','phone':[{'value':'(971) 555-0190'}]}",
+            "{'organization':'Acme, Inc.','phone':[{'value':'+1 971 555 0190'}]}"}));
+        comparison.setIncluded(1, false);
+        QCOMPARE(textOf(comparison.result()), "{'organization':'acme inc','phone':[{'value':'(971) 555-0190'}]}");
+        comparison.setIncluded(1, true);
+        QCOMPARE(textOf(comparison.result()),
+            "{'organization':'acme inc','note':'Company: Acme, Inc.','phone':[{'value':'+1 971 555 0190'}]}");
     }
 
     /// Each text of the contacts, whatever it is, is in the merged one, be it in its note.
