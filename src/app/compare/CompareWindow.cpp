@@ -1,0 +1,485 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/compare/CompareWindow.h"
+
+#include "app/look/Controls.h"
+#include "app/look/Counted.h"
+#include "contacts/model/ABLabels.h"
+#include "contacts/model/NameTexts.h"
+#include "contacts/model/RecordDifferences.h"
+#include "fix/LostValues.h"
+#include "fix/MergeContacts.h"
+#include "fix/MergeInto.h"
+
+#include <QBoxLayout>
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <algorithm>
+
+namespace {
+
+constexpr QSize kFirstSize(1240, 780);
+constexpr int kAvatarSize = 44;
+constexpr int kPictureSize = 40;
+
+std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people)
+{
+    std::vector<PersonRecordPtr> records;
+    for (const ABPersonPtr &person : people)
+        records.push_back(person->record());
+    return records;
+}
+
+QString nameOf(const PersonRecord &record)
+{
+    const QString name = readableName(record);
+    return name.isEmpty() ? CompareWindow::tr("No name") : name;
+}
+
+QString titleOf(const std::vector<PersonRecordPtr> &records)
+{
+    const QString name = nameOf(*records.front());
+    const bool isOneName = std::ranges::all_of(records, [&](const auto &record) { return nameOf(*record) == name; });
+    const QString contacts = CompareWindow::tr("%1 contacts").arg(records.size());
+    return isOneName ? CompareWindow::tr("%1 named %2").arg(contacts, name) : contacts;
+}
+
+QString titleOf(const Comparison::Row &row)
+{
+    if (!row.property)
+        return CompareWindow::tr("Picture");
+    const QString title = propertyTitle(*row.property);
+    return row.label.isEmpty() ? title : QString(title % QStringLiteral(" · ") % readableLabel(row.label));
+}
+
+QString shownText(const Comparison::Row &row, const Comparison::Cell &cell)
+{
+    if (row.property == kABPersonFlags && !cell.text.isNull())
+        return cell.text.toLongLong() & kABShowAsCompany ? CompareWindow::tr("shown as a company")
+                                                         : CompareWindow::tr("shown as a person");
+    return cell.text.isNull() || !cell.text.isEmpty() ? cell.text : CompareWindow::tr("(empty)");
+}
+
+QString sameText(const Comparison::Row &row)
+{
+    if (row.property == kABPhoneProperty)
+        return CompareWindow::tr("same number");
+    return row.property == kABAddressProperty ? CompareWindow::tr("same address") : CompareWindow::tr("same value");
+}
+
+bool isEmpty(const Comparison::Row &row)
+{
+    return std::ranges::all_of(row.cells, [](const Comparison::Cell &cell) { return cell.text.isEmpty(); });
+}
+
+QString textOf(const LostValue &value)
+{
+    const auto known = std::ranges::find(allProperties(), value.name, &ABPropertyInfo::name);
+    if (known == allProperties().end())
+        return CompareWindow::tr("Card line: %1").arg(value.text);
+    return propertyTitle(known->property) % QStringLiteral(": ") % value.text;
+}
+
+QPixmap pictureOf(const PersonRecord &record, int size, qreal ratio)
+{
+    const QByteArray *image = record.imageData();
+    return personPicture(image ? *image : QByteArray(), size, ratio);
+}
+
+} // namespace
+
+CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
+    : QDialog(parent)
+    , m_people(people)
+    , m_choices(recordsOf(people))
+    , m_grid(new StickyGrid(this))
+    , m_keep(new QPushButton(tr("&Keep Everything"), this))
+    , m_repair(new QPushButton(tr("&As the Repair Does"), this))
+    , m_toNote(new QCheckBox(tr("Put values that are not chosen into the &note"), this))
+    , m_merge(new QPushButton(this))
+    , m_cancel(new QPushButton(tr("Cancel"), this))
+    , m_summary(new ElidedLabel(this))
+    , m_message(new WrappedText(Qt::LeftToRight, this))
+{
+    setWindowTitle(tr("Compare and Merge"));
+    setFirstSize(*this, kFirstSize);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(makeHeader());
+    layout->addWidget(m_grid, 1);
+    layout->addWidget(makeFoot());
+    setUpHeads();
+    showRows();
+    includeBox(0)->setFocus();
+}
+
+QWidget *CompareWindow::makeHeader()
+{
+    auto *picture = new QLabel;
+    const auto withPicture = std::ranges::find_if(
+        m_choices.records(), [](const PersonRecordPtr &record) { return record->imageData() != nullptr; });
+    const PersonRecordPtr &shown =
+        withPicture == m_choices.records().end() ? m_choices.records().front() : *withPicture;
+    picture->setPixmap(pictureOf(*shown, kAvatarSize, devicePixelRatioF()));
+    auto *title = new QLabel(windowTitle());
+    QFont large = title->font();
+    large.setBold(true);
+    large.setPointSizeF(large.pointSizeF() * 1.3);
+    title->setFont(large);
+    auto *sentence = new WrappedText(Qt::LeftToRight);
+    sentence->setText(tr("%1. Everything is kept unless you untick it; the change can be taken back at any time.")
+                          .arg(titleOf(m_choices.records())));
+    QPalette quiet = sentence->palette();
+    quiet.setColor(QPalette::Text, quiet.color(QPalette::PlaceholderText));
+    sentence->setPalette(quiet);
+    auto *texts = new QVBoxLayout;
+    texts->setSpacing(4);
+    texts->addWidget(title);
+    texts->addWidget(sentence);
+    m_keep->setToolTip(tr("Ticks every value, also those that say the same in other letters."));
+    m_repair->setToolTip(tr("Shows what the repair \"Merge contacts\" gives."));
+    m_repair->setCheckable(true);
+    connect(m_keep, &QPushButton::clicked, this, &CompareWindow::keepEverything);
+    connect(m_repair, &QPushButton::clicked, this, &CompareWindow::showRepair);
+    auto *header = new QWidget;
+    auto *layout = new QHBoxLayout(header);
+    layout->setContentsMargins(20, 16, 20, 16);
+    layout->setSpacing(12);
+    layout->addWidget(picture);
+    layout->addLayout(texts, 1);
+    layout->addWidget(m_keep);
+    layout->addWidget(m_repair);
+    return header;
+}
+
+QWidget *CompareWindow::makeFoot()
+{
+    QPalette warning = palette();
+    warning.setColor(QPalette::Text, warning.color(QPalette::BrightText));
+    m_message->setPalette(warning);
+    m_message->hide();
+    m_merge->setDefault(true);
+    connect(m_toNote, &QCheckBox::clicked, this, [this](bool goThere) {
+        m_choices.setOthersToNote(goThere);
+        showChoices();
+    });
+    connect(m_merge, &QPushButton::clicked, this, &CompareWindow::merge);
+    connect(m_cancel, &QPushButton::clicked, this, &CompareWindow::reject);
+    auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
+    buttons->addWidget(m_summary, 1);
+    buttons->addWidget(m_toNote);
+    buttons->addWidget(m_cancel);
+    buttons->addWidget(m_merge);
+    auto *foot = new QWidget;
+    auto *layout = new QVBoxLayout(foot);
+    layout->setContentsMargins(16, 12, 16, 12);
+    layout->addWidget(m_message);
+    layout->addLayout(buttons);
+    return foot;
+}
+
+void CompareWindow::setUpHeads()
+{
+    m_heads.title = new GridCell;
+    m_heads.result = new GridCell(nullptr, GridCell::Weight::Bold);
+    m_heads.result->setText(tr("Result"));
+    for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
+        auto *box = new QCheckBox;
+        box->setAccessibleName(tr("Merge contact %1, %2").arg(contact + 1).arg(nameOf(*m_choices.records()[contact])));
+        connect(box, &QCheckBox::clicked, this, [this, contact](bool isIncluded) {
+            m_choices.setIncluded(contact, isIncluded);
+            if (m_repaired)
+                showRepair(true); // made of other contacts now
+            else
+                showChoices();
+        });
+        m_heads.cells.push_back(new GridCell(box, GridCell::Weight::Bold));
+    }
+    m_grid->setHeads(m_heads);
+}
+
+/// The rows of the comparison, the note last, as what is not chosen goes there.
+void CompareWindow::showRows()
+{
+    m_rows.clear();
+    std::optional<std::size_t> note;
+    for (std::size_t row = 0; row < shown().rows().size(); ++row) {
+        if (shown().rows()[row].property == kABNoteProperty)
+            note = row;
+        else if (!isEmpty(shown().rows()[row]))
+            addRow(row);
+    }
+    if (note)
+        addRow(*note);
+    std::vector<StickyGrid::Row> widgets;
+    QWidget *before = m_repair;
+    for (const GridCell *head : m_heads.cells) {
+        setTabOrder(before, head->button());
+        before = head->button();
+    }
+    for (const ShownRow &row : m_rows)
+        widgets.push_back(row.widgets);
+    m_grid->setRows(std::move(widgets));
+    for (const ShownRow &row : m_rows) {
+        for (const GridCell *cell : row.widgets.cells) {
+            if (cell) {
+                setTabOrder(before, cell->button());
+                before = cell->button();
+            }
+        }
+    }
+    for (QWidget *next :
+        {static_cast<QWidget *>(m_toNote), static_cast<QWidget *>(m_cancel), static_cast<QWidget *>(m_merge)}) {
+        setTabOrder(before, next);
+        before = next;
+    }
+    showChoices();
+}
+
+void CompareWindow::addRow(std::size_t index)
+{
+    const Comparison::Row &row = shown().rows()[index];
+    ShownRow added{index, {new GridCell(nullptr, GridCell::Weight::Quiet), {}, new GridCell}};
+    added.widgets.title->setText(titleOf(row));
+    QButtonGroup *group = row.isSingle ? new QButtonGroup(added.widgets.title) : nullptr;
+    for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
+        GridCell *cell = nullptr;
+        if (!row.cells[contact].text.isNull()) {
+            cell = new GridCell(makeButton(index, contact));
+            if (group)
+                group->addButton(cell->button());
+            if (!row.property)
+                cell->setPicture(pictureOf(*m_choices.records()[contact], kPictureSize, devicePixelRatioF()));
+        }
+        added.widgets.cells.push_back(cell);
+    }
+    m_rows.push_back(std::move(added));
+}
+
+QAbstractButton *CompareWindow::makeButton(std::size_t index, std::size_t contact)
+{
+    const Comparison::Row &row = shown().rows()[index];
+    auto *button = row.isSingle ? static_cast<QAbstractButton *>(new QRadioButton) : new QCheckBox;
+    button->setAccessibleName(
+        tr("%1: %2, contact %3").arg(titleOf(row), shownText(row, row.cells[contact]), QString::number(contact + 1)));
+    connect(button, &QAbstractButton::clicked, this, [this, index, contact](bool isChosen) {
+        m_choices.setChosen(index, contact, isChosen);
+        showChoices();
+    });
+    return button;
+}
+
+/// Everything that depends on what is ticked.
+void CompareWindow::showChoices()
+{
+    m_result = m_repaired ? *m_repaired->records().back() : m_choices.result();
+    for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
+        GridCell *head = m_heads.cells[contact];
+        head->button()->setChecked(m_choices.isIncluded(contact));
+        const bool isFirst = contact == firstIncluded();
+        head->setText(nameOf(*m_choices.records()[contact]),
+            !m_choices.isIncluded(contact) ? tr("left out, stays as it is")
+                : isFirst                  ? tr("the others are merged into this contact")
+                                           : tr("is merged and removed"));
+    }
+    for (const ShownRow &row : m_rows)
+        showRow(row);
+    m_toNote->setChecked(!m_repaired && m_choices.othersToNote());
+    m_toNote->setEnabled(!m_repaired);
+    m_repair->setChecked(m_repaired.has_value());
+    m_grid->arrange();
+    showSummary();
+}
+
+void CompareWindow::showRow(const ShownRow &row)
+{
+    const Comparison::Row &values = shown().rows()[row.index];
+    const QString result = resultText(values);
+    row.widgets.result->setText(result);
+    if (!values.property)
+        row.widgets.result->setPicture(
+            m_result.imageData() ? pictureOf(m_result, kPictureSize, devicePixelRatioF()) : QPixmap());
+    for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
+        GridCell *cell = row.widgets.cells[contact];
+        if (!cell)
+            continue;
+        const bool isTaken =
+            m_repaired ? m_choices.isIncluded(contact) && !isLost(values, contact) : m_choices.isTaken(values, contact);
+        QButtonGroup *group = cell->button()->group();
+        if (group)
+            group->setExclusive(false); // or the one that is chosen cannot be unticked
+        cell->button()->setChecked(isTaken);
+        if (group)
+            group->setExclusive(!m_repaired);
+        cell->setEnabled(m_choices.isIncluded(contact));
+        cell->button()->setEnabled(!m_repaired);
+        cell->button()->setAccessibleDescription(tr("Result: %1").arg(result.isEmpty() ? tr("nothing") : result));
+        const QString text = values.property ? shownText(values, values.cells[contact]) : QString();
+        cell->setText(text, quietLine(values, contact, isTaken));
+    }
+}
+
+/// What becomes of a value that is not ticked, or that says the same as another one.
+QString CompareWindow::quietLine(const Comparison::Row &row, std::size_t contact, bool isTaken) const
+{
+    const Comparison::Cell &cell = row.cells[contact];
+    if (!m_choices.isIncluded(contact))
+        return {};
+    if (m_repaired)
+        return isTaken ? QString() : tr("left behind");
+    if (cell.fuller)
+        return sameText(row);
+    if (isTaken || cell.text.isEmpty())
+        return {};
+    if (!row.property)
+        return tr("stays in the history only");
+    const bool isInField = valueText(m_result.value(*row.property)) == cell.text;
+    return !row.isSingle || isInField ? QString()
+        : m_choices.othersToNote()    ? tr("goes to the note")
+                                      : tr("left behind");
+}
+
+QString CompareWindow::resultText(const Comparison::Row &row) const
+{
+    if (!row.property)
+        return {};
+    if (m_repaired)
+        return shownText(row, row.cells.back());
+    if (row.property == kABNoteProperty)
+        return textOrNull(m_result, kABNoteProperty);
+    QStringList texts;
+    for (std::size_t contact = 0; contact < row.cells.size(); ++contact) {
+        const QString text = shownText(row, row.cells[contact]);
+        if (m_choices.isTaken(row, contact) && !texts.contains(text))
+            texts += text;
+    }
+    return texts.join(QLatin1Char('\n'));
+}
+
+/// Whether the result has the value nowhere.
+bool CompareWindow::isLost(const Comparison::Row &row, std::size_t contact) const
+{
+    const QLatin1StringView name = row.property ? propertyInfo(*row.property).name : kPictureName;
+    const auto lost = lostValues({m_choices.records()[contact]}, {std::make_shared<const PersonRecord>(m_result)});
+    return std::ranges::any_of(
+        lost, [&](const LostValue &value) { return value.name == name && value.text == row.cells[contact].text; });
+}
+
+void CompareWindow::showSummary()
+{
+    std::vector<PersonRecordPtr> records;
+    for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
+        if (m_choices.isIncluded(contact))
+            records.push_back(m_choices.records()[contact]);
+    }
+    const qsizetype count = qsizetype(records.size());
+    m_merge->setText(tr("&Merge %1").arg(counted(count, tr("Contact"), tr("Contacts"))));
+    m_merge->setEnabled(count > 1 && !ABAddressBook::isSharedReadOnly());
+    m_summary->setToolTip({});
+    if (count < 2) {
+        m_summary->setText(tr("Tick two contacts or more to merge them."));
+        return;
+    }
+    QStringList values;
+    qsizetype pictures = 0;
+    for (const LostValue &value : lostValues(records, {std::make_shared<const PersonRecord>(m_result)})) {
+        if (value.name == kPictureName)
+            ++pictures;
+        else
+            values += textOf(value);
+    }
+    QStringList parts{tr("%1 become 1").arg(counted(count, tr("contact"), tr("contacts")))};
+    if (!values.isEmpty())
+        parts += values.size() == 1 ? tr("1 value is left behind") : tr("%1 values are left behind").arg(values.size());
+    if (pictures > 0)
+        parts += pictures == 1 ? tr("1 picture stays in the history only")
+                               : tr("%1 pictures stay in the history only").arg(pictures);
+    if (parts.size() == 1)
+        parts += tr("nothing is left behind");
+    m_summary->setText(parts.join(QStringLiteral(" · ")));
+    m_summary->setToolTip(values.join(QLatin1Char('\n')));
+    m_summary->setAccessibleDescription(values.join(QStringLiteral("; ")));
+}
+
+std::size_t CompareWindow::firstIncluded() const
+{
+    std::size_t contact = 0;
+    while (contact + 1 < m_choices.records().size() && !m_choices.isIncluded(contact))
+        ++contact;
+    return contact;
+}
+
+void CompareWindow::keepEverything()
+{
+    m_choices.keepEverything();
+    showRepair(false);
+}
+
+void CompareWindow::showRepair(bool isShown)
+{
+    m_repaired.reset();
+    if (isShown) {
+        QList<ABPersonPtr> people;
+        for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
+            if (m_choices.isIncluded(contact))
+                people += m_people[qsizetype(contact)];
+        }
+        std::vector<PersonRecordPtr> records = m_choices.records();
+        records.push_back(mergeContacts(people)->record());
+        m_repaired.emplace(std::move(records));
+    }
+    showRows();
+}
+
+void CompareWindow::merge()
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    if (!m_merge->isEnabled() || !book)
+        return;
+    std::vector<StoredRecord> people;
+    QStringList uids;
+    for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
+        if (!m_choices.isIncluded(contact))
+            continue;
+        uids += m_people[qsizetype(contact)]->uniqueId();
+        people.push_back({uids.back(), m_choices.records()[contact]});
+    }
+    setEnabled(false);
+    m_merger.start([book, people, result = m_result] { return mergeInto(*book, people, result); },
+        [this, uids](const Result<void> &done) { finish(done, uids); });
+}
+
+void CompareWindow::finish(const Result<void> &done, const QStringList &uids)
+{
+    setEnabled(true);
+    if (done) {
+        Q_EMIT merged(uids);
+        accept();
+        return;
+    }
+    m_message->setText(tr("Nothing was merged: %1").arg(done.error().description()));
+    m_message->show();
+    m_merge->setFocus();
+    Q_EMIT failed(m_message->text());
+}
+
+void CompareWindow::reject()
+{
+    if (isEnabled())
+        QDialog::reject();
+}
+
+QString CompareWindow::summary() const
+{
+    return m_summary->text();
+}
+
+QString CompareWindow::message() const
+{
+    return m_message->text();
+}
