@@ -57,6 +57,7 @@ void AppDelegate::connectCommands()
     connect(&m_sideWindows, &SideWindows::restoreRequested, &m_backupActions, &BackupActions::restorePerson);
     connect(m_window.bookStatus(), &BookStatus::failurePressed, &m_sideWindows, &SideWindows::showActivity);
     connect(m_window.contactTable(), &ContactTableView::cardRequested, &m_sideWindows, &SideWindows::showCard);
+    connect(&m_window, &MainWindow::comparisonRequested, &m_sideWindows, &SideWindows::showComparison);
     connect(&m_scans, &Scans::personRequested, this, &AppDelegate::editInAddressBook);
     connect(m_window.bookMenu(), &BookMenu::chosen, this, [this](const QString &where) {
         // One window, one address book: what is open here, with its findings and undone work, stays.

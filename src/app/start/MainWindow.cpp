@@ -192,7 +192,12 @@ void MainWindow::setUpContactsMenus()
         m_tableActions.back()->setShortcut(keys);
     };
     addForTable(contacts, tr("&Find"), QKeySequence::Find, [this] { m_contacts->searchField()->setFocus(); });
-    contacts->addSeparator(); // hidden until actions of results come behind it
+    m_compareAction = contacts->addAction(tr("Compare and &Merge ..."), m_contacts, &ContactTableView::compareSelected);
+    m_compareAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
+    m_compareAction->setEnabled(false);
+    connect(m_contacts, &ContactTableView::comparisonRequested, this, &MainWindow::comparisonRequested);
+    connect(m_contacts->table()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+        &MainWindow::enableCompareAction);
 
     QMenu *columns = menuBar()->addMenu(tr("C&olumns"));
     addForTable(columns, tr("&Sort by Current Column"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
@@ -276,7 +281,13 @@ void MainWindow::showResults(OutlineViewController &controller)
     connect(m_results, &ResultsView::repaired, this, [this](const QString &what) { m_status->setMessage(what, true); });
     for (QAction *action : std::as_const(m_tableActions))
         action->setEnabled(false);
+    enableCompareAction();
     m_results->setFocus();
+}
+
+void MainWindow::enableCompareAction()
+{
+    m_compareAction->setEnabled(!m_results && m_contacts->canCompare());
 }
 
 void MainWindow::showContacts()
@@ -286,6 +297,7 @@ void MainWindow::showContacts()
         action->setEnabled(true);
     delete m_results;
     m_results = nullptr;
+    enableCompareAction();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent *event)

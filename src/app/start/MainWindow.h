@@ -4,6 +4,7 @@
 
 #include "app/start/BookMenu.h"
 #include "app/start/BookStatus.h"
+#include "contacts/book/ABPerson.h"
 
 #include <QMainWindow>
 
@@ -70,6 +71,7 @@ Q_SIGNALS:
     void helpRequested();
     void supportRequested();
     void activityRequested();
+    void comparisonRequested(const QList<ABPersonPtr> &people);
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
@@ -85,6 +87,7 @@ private:
     void setUpContactsMenus();
     void restoreLayout();
     void saveLayout() const;
+    void enableCompareAction();
     void focusNextPane();
 
     LoadContactsViewController &m_table;
@@ -108,7 +111,6 @@ private:
     QAction *m_refreshAction = nullptr;
     QAction *m_importAction = nullptr;
     QAction *m_restoreAction = nullptr;
-    QAction *m_undoAction = nullptr;
-    QAction *m_redoAction = nullptr;
+    QAction *m_compareAction = nullptr;
     bool m_isReadOnly = false;
 };

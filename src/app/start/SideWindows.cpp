@@ -6,12 +6,15 @@
 #include "app/activity/AppLog.h"
 #include "app/activity/OpenOutside.h"
 #include "app/card/ContactCard.h"
+#include "app/compare/CompareWindow.h"
 #include "app/exchange/ImportWindow.h"
 #include "app/history/HistoryWindow.h"
+#include "app/look/Counted.h"
 #include "app/start/AboutWindowController.h"
 #include "app/start/HelpWindow.h"
 
 #include <QApplication>
+#include <QMessageBox>
 
 namespace {
 
@@ -79,6 +82,30 @@ void SideWindows::showCard(const ABPersonPtr &person)
     connect(card, &ContactCard::failed, this, &SideWindows::noteFailure);
     connect(card, &ContactCard::restoreRequested, this, &SideWindows::restoreRequested);
     card->show();
+}
+
+void SideWindows::showComparison(const QList<ABPersonPtr> &people)
+{
+    constexpr qsizetype kMost = 20; // more columns than anyone can look through
+    QList<ABPersonPtr> here = people;
+    const auto book = ABAddressBook::sharedAddressBook();
+    here.removeIf([&](const ABPersonPtr &person) { return !book || !book->containsRecord(person); });
+    if (here.size() < 2 || here.size() > kMost) {
+        const Job::Hold hold;
+        QMessageBox::information(&m_mainWindow, tr("Compare and Merge"),
+            here.size() < 2 ? tr("There are no longer two contacts to compare.")
+                            : tr("Select at most %1 contacts to compare.").arg(kMost));
+        return;
+    }
+    auto *window = new CompareWindow(here, &m_mainWindow);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    connect(window, &CompareWindow::merged, this, [this](const QStringList &uids) {
+        m_activity.append(
+            ActivityLog::Kind::Done, tr("Merged %1 into one").arg(counted(uids.size(), tr("contact"), tr("contacts"))));
+        Q_EMIT peopleChanged(uids);
+    });
+    connect(window, &CompareWindow::failed, this, &SideWindows::noteFailure);
+    window->show();
 }
 
 void SideWindows::importFiles(const QStringList &paths)

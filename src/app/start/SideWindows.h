@@ -10,8 +10,8 @@ class AboutWindowController;
 class ActivityLog;
 class QWidget;
 
-/// Opens the other windows: about, help, activity and history once, raised when requested again; each contact card and
-/// import in a new one. Their failures go to the activity log.
+/// Opens the windows beside the main one: about, help, activity and history once, raised when asked for again; a
+/// contact's card, a comparison and an import each time a new one. What fails in them is told to the activity log.
 class SideWindows : public QObject
 {
     Q_OBJECT
@@ -26,10 +26,11 @@ public:
     void showActivity();
     void showHistory();
     void showCard(const ABPersonPtr &person);
+    void showComparison(const QList<ABPersonPtr> &people);
     void importFiles(const QStringList &paths);
 
 Q_SIGNALS:
-    void peopleChanged(const QStringList &uids); ///< edited; empty: people were added
+    void peopleChanged(const QStringList &uids); ///< edited or merged; empty: people were added
     void restoreRequested(const QString &uid); ///< of a damaged person
     void peopleRestored(); ///< findings and rows may refer to people who are gone
 

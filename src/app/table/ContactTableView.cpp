@@ -255,6 +255,7 @@ void ContactTableView::setUpContextMenu()
         return item;
     };
     add(tr("Open Contact Card"), QKeySequence(Qt::CTRL | Qt::Key_O), [this] { openCard(); });
+    m_compareAction = add(tr("Compare and Merge ..."), QKeySequence(), [this] { compareSelected(); });
     add(tr("Copy"), QKeySequence::Copy, [this] { copyCellOrRows(); });
     add(tr("Copy Rows"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C),
         [this] { copyCells(m_table->selectionModel()->selectedIndexes()); });
@@ -278,7 +279,8 @@ void ContactTableView::setUpContextMenu()
 void ContactTableView::setContextMenuEnabled(bool isEnabled)
 {
     for (QAction *item : m_contextMenu->actions())
-        item->setEnabled(isEnabled && (item != m_deleteAction || m_controller.getTableView()->isEditable()));
+        item->setEnabled(isEnabled && (item != m_deleteAction || m_controller.getTableView()->isEditable())
+            && (item != m_compareAction || canCompare()));
 }
 
 void ContactTableView::setEditable(bool isEditable)
@@ -395,4 +397,18 @@ void ContactTableView::openCard()
     const QList<ABPersonPtr> people = selectedPeople();
     if (!people.isEmpty())
         Q_EMIT cardRequested(people.front());
+}
+
+bool ContactTableView::canCompare() const
+{
+    int rows = 0;
+    for (const QItemSelectionRange &range : m_table->selectionModel()->selection())
+        rows += range.height();
+    return rows > 1;
+}
+
+void ContactTableView::compareSelected()
+{
+    if (canCompare())
+        Q_EMIT comparisonRequested(selectedPeople());
 }

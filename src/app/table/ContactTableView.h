@@ -41,6 +41,9 @@ public:
     const ColumnLook &columnLook() const { return m_look; }
     /// In the order of the contact table's rows, not the filter's.
     std::vector<int> selectedRows() const;
+    /// Whether several rows are selected.
+    bool canCompare() const;
+    void compareSelected();
     /// Whether a cell's editor is open.
     bool isEditing() const;
 
@@ -52,6 +55,7 @@ Q_SIGNALS:
     /// How many rows there are, are shown and are selected, in words.
     void summaryChanged(const QString &summary);
     void cardRequested(const ABPersonPtr &person);
+    void comparisonRequested(const QList<ABPersonPtr> &people);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -88,4 +92,6 @@ private:
     ColumnChoice m_columnChoice;
     QMenu *m_contextMenu;
     QAction *m_deleteAction = nullptr;
+    QAction *m_compareAction = nullptr;
+    QList<QMenu *> m_columnMenus;
 };
