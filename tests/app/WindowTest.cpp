@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/card/ContactCard.h"
+#include "app/compare/CompareWindow.h"
 #include "app/exchange/ImportWindow.h"
 #include "app/look/Controls.h"
 #include "app/look/EmptyPage.h"
@@ -130,6 +131,42 @@ private Q_SLOTS:
         QCOMPARE(selectedName(), u"Ann Lee"_s);
         QTest::keyClick(tree(), Qt::Key_Right);
         QVERIFY(tree()->isExpanded(groups[1]) && isHighlighted(groups[0]));
+    }
+
+    void contactsAreComparedAndMerged()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','phone':[{'value':'(971) 555-0190'}]}",
+            "{'uid':'2','firstName':'Ann','lastName':'Lee','organization':'Acme'}",
+            "{'uid':'3','firstName':'Ann','lastName':'Lee','phone':[{'value':'+1 971 555 0190'}]}"});
+        scan();
+        window().results()->compareButton()->click();
+        auto *compare = window().findChild<CompareWindow *>();
+        QVERIFY(unnamedIn(compare).isEmpty());
+        compare->includeBox(1)->click();
+        QCOMPARE(compare->summary(), u"2 contacts become 1 · nothing is left behind"_s);
+        compare->repairButton()->click();
+        QCOMPARE(compare->summary(), u"2 contacts become 1 · 2 values are left behind"_s);
+        compare->keepButton()->click();
+        const auto book = ABAddressBook::sharedAddressBook();
+        const auto ann = book->personWithUniqueId(u"3"_s);
+        ann->setValue(u"Annie"_s, kABNicknameProperty);
+        QVERIFY(book->save());
+        compare->mergeButton()->click();
+        QTRY_VERIFY(compare->isEnabled());
+        QVERIFY2(compare->message().startsWith(u"Nothing was merged: "_s), qPrintable(compare->message()));
+        QCOMPARE(book->people().size(), 3);
+        ann->removeValueForProperty(kABNicknameProperty);
+        QVERIFY(book->save());
+        compare->mergeButton()->click();
+        QTRY_VERIFY(!m_app->outlineViewController()->uids().contains(u"3"_s));
+        QCOMPARE(savedBook(),
+            "{\"uid\":\"1\",\"firstName\":\"Ann\",\"lastName\":\"Lee\",\"phone\":[{\"value\":\"(971) 555-0190\"},"
+            "{\"value\":\"+1 971 555 0190\"}]}\n"
+            "{\"uid\":\"2\",\"firstName\":\"Ann\",\"lastName\":\"Lee\",\"organization\":\"Acme\"}\n");
+        const auto history = *book->history();
+        QCOMPARE(history.size(), 4); // import, the other two changes, merge
+        QCOMPARE(history.front().changed + history.front().removed, 2);
+        QTRY_COMPARE(m_app->loadContactsViewController().numberOfRowsInTableView(), 2);
     }
 
     void anEditedCardIsExamined()

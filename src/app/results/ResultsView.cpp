@@ -33,6 +33,17 @@ namespace {
 constexpr int kPictureSize = 72;
 constexpr int kPreviewHeight = 120; // at least; where the window is low, the panel scrolls
 
+/// Those whom the finding is about, as far as they are still there; only for what a merge repairs.
+QList<ABPersonPtr> peopleToCompare(const PersonItem &item)
+{
+    const Condition condition = item.finding().condition;
+    if (item.isRootNode() || (condition != Condition::DuplicateContacts && condition != Condition::ShareEmail))
+        return {};
+    QList<ABPersonPtr> people = peopleToMerge(item.finding());
+    people.removeIf([](const ABPersonPtr &person) { return person->isRemoved(); });
+    return people;
+}
+
 } // namespace
 
 ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
@@ -51,7 +62,7 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     , m_leftBehind(new QLabel(this))
     , m_preview(new PreviewView(this))
     , m_side(new QStackedWidget(this))
-    , m_tips(new QLabel(this))
+    , m_compareButton(new QPushButton(this))
     , m_openContactButton(new QPushButton(tr("Open In Contacts"), this))
     , m_backButton(new QPushButton(tr("Back"), this))
     , m_fixAllButton(new QPushButton(tr("Fix All ..."), this))
@@ -120,8 +131,14 @@ QWidget *ResultsView::makePanel()
 
     auto *box = new QGroupBox(tr("Repair"));
     m_boxWithMatrix = box;
-    m_options = new QGridLayout(box);
-    m_options->setColumnStretch(0, 1);
+    m_options = new QVBoxLayout(box);
+    auto *details = new QGroupBox(tr("Preview"));
+    auto *detailsLayout = new QVBoxLayout(details);
+    detailsLayout->addWidget(m_preview);
+    detailsLayout->addWidget(m_compareButton, 0, Qt::AlignLeft);
+    m_compareButton->setAutoDefault(true); // Return presses it
+    connect(m_compareButton, &QPushButton::clicked, this,
+        [this] { Q_EMIT comparisonRequested(peopleToCompare(*m_controller.selectedItem())); });
     auto *panel = new QWidget;
     auto *layout = new QVBoxLayout(panel);
     layout->addLayout(head);
@@ -283,7 +300,11 @@ void ResultsView::showPanel()
     m_email->setText(panel.email);
     m_email->setVisible(!panel.email.isEmpty());
     m_problem->setText(panel.problemText);
-    showTips();
+    m_side->setCurrentIndex(m_controller.showsTips() ? 1 : 0);
+    const PersonItemPtr &item = m_controller.selectedItem();
+    const qsizetype toCompare = item ? peopleToCompare(*item).size() : 0;
+    m_compareButton->setVisible(toCompare > 1);
+    m_compareButton->setText(tr("Compare %1 Contacts ...").arg(toCompare));
     m_openContactButton->setEnabled(m_controller.buttonsEnabled());
     m_gone->setVisible(m_controller.buttonsEnabled() && !m_controller.canFix());
     m_fixButton->setEnabled(m_controller.canFix() && !ABAddressBook::isSharedReadOnly());

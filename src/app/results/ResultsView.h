@@ -34,6 +34,7 @@ public:
     QPushButton *fixAllButton() const { return m_fixAllButton; }
     QPushButton *backButton() const { return m_backButton; }
     QPushButton *openContactButton() const { return m_openContactButton; }
+    QPushButton *compareButton() const { return m_compareButton; }
     PreviewView *preview() const { return m_preview; }
     /// The panes for F6; null for hidden ones.
     QList<QWidget *> panes() const;
@@ -44,6 +45,9 @@ public:
 
 Q_SIGNALS:
     void repaired(const QString &what); ///< a short message
+
+Q_SIGNALS:
+    void comparisonRequested(const QList<ABPersonPtr> &people);
 
 private:
     void setUpTree();
@@ -83,6 +87,7 @@ private:
     QStackedWidget *m_side; // the panel, or what is said when nothing is selected
     QLabel *m_tips;
     ButtonBar *m_buttonBar = nullptr;
+    QPushButton *m_compareButton;
     QPushButton *m_openContactButton;
     QPushButton *m_backButton;
     QPushButton *m_fixAllButton;

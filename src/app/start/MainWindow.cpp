@@ -281,6 +281,7 @@ void MainWindow::showResults(OutlineViewController &controller)
     connect(m_results, &ResultsView::repaired, this, [this](const QString &what) { m_status->setMessage(what, true); });
     for (QAction *action : std::as_const(m_tableActions))
         action->setEnabled(false);
+    connect(m_results, &ResultsView::comparisonRequested, this, &MainWindow::comparisonRequested);
     enableCompareAction();
     m_results->setFocus();
 }
