@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/compare/CompareWindow.h"
 
+#include "app/compare/CompareText.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
-#include "contacts/model/ABLabels.h"
 #include "contacts/model/NameTexts.h"
 #include "contacts/model/RecordDifferences.h"
 #include "fix/LostValues.h"
@@ -31,56 +31,6 @@ std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people)
     for (const ABPersonPtr &person : people)
         records.push_back(person->record());
     return records;
-}
-
-QString nameOf(const PersonRecord &record)
-{
-    const QString name = readableName(record);
-    return name.isEmpty() ? CompareWindow::tr("No name") : name;
-}
-
-QString titleOf(const std::vector<PersonRecordPtr> &records)
-{
-    const QString name = nameOf(*records.front());
-    const bool isOneName = std::ranges::all_of(records, [&](const auto &record) { return nameOf(*record) == name; });
-    const QString contacts = CompareWindow::tr("%1 contacts").arg(records.size());
-    return isOneName ? CompareWindow::tr("%1 named %2").arg(contacts, name) : contacts;
-}
-
-QString titleOf(const Comparison::Row &row)
-{
-    if (!row.property)
-        return CompareWindow::tr("Picture");
-    const QString title = propertyTitle(*row.property);
-    return row.label.isEmpty() ? title : QString(title % QStringLiteral(" · ") % readableLabel(row.label));
-}
-
-QString shownText(const Comparison::Row &row, const Comparison::Cell &cell)
-{
-    if (row.property == kABPersonFlags && !cell.text.isNull())
-        return cell.text.toLongLong() & kABShowAsCompany ? CompareWindow::tr("shown as a company")
-                                                         : CompareWindow::tr("shown as a person");
-    return cell.text.isNull() || !cell.text.isEmpty() ? cell.text : CompareWindow::tr("(empty)");
-}
-
-QString sameText(const Comparison::Row &row)
-{
-    if (row.property == kABPhoneProperty)
-        return CompareWindow::tr("same number");
-    return row.property == kABAddressProperty ? CompareWindow::tr("same address") : CompareWindow::tr("same value");
-}
-
-bool isEmpty(const Comparison::Row &row)
-{
-    return std::ranges::all_of(row.cells, [](const Comparison::Cell &cell) { return cell.text.isEmpty(); });
-}
-
-QString textOf(const LostValue &value)
-{
-    const auto known = std::ranges::find(allProperties(), value.name, &ABPropertyInfo::name);
-    if (known == allProperties().end())
-        return CompareWindow::tr("Card line: %1").arg(value.text);
-    return propertyTitle(known->property) % QStringLiteral(": ") % value.text;
 }
 
 QPixmap pictureOf(const PersonRecord &record, int size, qreal ratio)
@@ -385,25 +335,10 @@ void CompareWindow::showSummary()
         m_summary->setText(tr("Tick two contacts or more to merge them."));
         return;
     }
-    QStringList values;
-    qsizetype pictures = 0;
-    for (const LostValue &value : lostValues(records, {std::make_shared<const PersonRecord>(m_result)})) {
-        if (value.name == kPictureName)
-            ++pictures;
-        else
-            values += textOf(value);
-    }
-    QStringList parts{tr("%1 become 1").arg(counted(count, tr("contact"), tr("contacts")))};
-    if (!values.isEmpty())
-        parts += values.size() == 1 ? tr("1 value is left behind") : tr("%1 values are left behind").arg(values.size());
-    if (pictures > 0)
-        parts += pictures == 1 ? tr("1 picture stays in the history only")
-                               : tr("%1 pictures stay in the history only").arg(pictures);
-    if (parts.size() == 1)
-        parts += tr("nothing is left behind");
-    m_summary->setText(parts.join(QStringLiteral(" · ")));
-    m_summary->setToolTip(values.join(QLatin1Char('\n')));
-    m_summary->setAccessibleDescription(values.join(QStringLiteral("; ")));
+    const MergeSummary summary = summaryOf(records, m_result);
+    m_summary->setText(summary.text);
+    m_summary->setToolTip(summary.leftBehind.join(QLatin1Char('\n')));
+    m_summary->setAccessibleDescription(summary.leftBehind.join(QStringLiteral("; ")));
 }
 
 std::size_t CompareWindow::firstIncluded() const
