@@ -3,6 +3,7 @@
 #include "app/compare/CompareWindow.h"
 
 #include "app/compare/CompareText.h"
+#include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
 #include "contacts/model/NameTexts.h"
@@ -33,10 +34,10 @@ std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people)
     return records;
 }
 
-QPixmap pictureOf(const PersonRecord &record, int size, qreal ratio)
+QPixmap pictureOf(const PersonRecord &record, int size, qreal ratio, const QString &uid = {})
 {
     const QByteArray *image = record.imageData();
-    return personPicture(image ? *image : QByteArray(), size, ratio);
+    return personPicture(image ? *image : QByteArray(), size, ratio, uid);
 }
 
 } // namespace
@@ -74,7 +75,7 @@ QWidget *CompareWindow::makeHeader()
         m_choices.records(), [](const PersonRecordPtr &record) { return record->imageData() != nullptr; });
     const PersonRecordPtr &shown =
         withPicture == m_choices.records().end() ? m_choices.records().front() : *withPicture;
-    picture->setPixmap(pictureOf(*shown, kAvatarSize, devicePixelRatioF()));
+    picture->setPixmap(pictureOf(*shown, kAvatarSize, devicePixelRatioF(), m_people.front()->uniqueId()));
     auto *title = new QLabel(windowTitle());
     QFont large = title->font();
     large.setBold(true);

@@ -35,18 +35,17 @@ QSize FindingDelegate::sizeHint(const QStyleOptionViewItem &option, const QModel
     return {200, (isGroup ? 1 : 2) * option.fontMetrics.height() + 3 * kMargin};
 }
 
-const QPixmap &FindingDelegate::pictureOf(const QModelIndex &index, int size, qreal devicePixelRatio) const
+const QPixmap &FindingDelegate::pictureOf(
+    const QModelIndex &index, int size, qreal devicePixelRatio, const QPalette &palette) const
 {
-    const QByteArray picture = index.data(ResultTree::PictureRole).toByteArray();
-    if (picture.isEmpty()) {
-        if (m_standIn.isNull() || m_standIn.width() != qRound(size * devicePixelRatio))
-            m_standIn = personPicture({}, size, devicePixelRatio);
-        return m_standIn;
-    }
     const QString uid = index.data(ResultTree::UidRole).toString();
-    if (!m_pictures.contains(uid))
-        m_pictures.insert(uid, new QPixmap(personPicture(picture, size, devicePixelRatio)));
-    return *m_pictures.object(uid);
+    // Heads have colours of the palette.
+    const QString key = uid + QStringLiteral(" %1 %2").arg(qRound(size * devicePixelRatio)).arg(palette.cacheKey());
+    if (!m_pictures.contains(key)) {
+        const QByteArray picture = index.data(ResultTree::PictureRole).toByteArray();
+        m_pictures.insert(key, new QPixmap(personPicture(picture, size, devicePixelRatio, uid)));
+    }
+    return *m_pictures.object(key);
 }
 
 void FindingDelegate::paintGroup(QPainter &painter, const QStyleOptionViewItem &item, const QModelIndex &group) const
@@ -87,19 +86,19 @@ void FindingDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
         return;
     }
     const int size = area.height();
-    painter->drawPixmap(area.topLeft(), pictureOf(index, size, painter->device()->devicePixelRatioF()));
+    painter->drawPixmap(area.topLeft(), pictureOf(index, size, painter->device()->devicePixelRatioF(), colours));
     area.setLeft(area.left() + size + 2 * kMargin);
     const QFontMetrics metrics(bold);
     const QColor quiet = colours.color(QPalette::PlaceholderText);
     if (!isSelected && index.data(ResultTree::IsGoneRole).toBool())
         painter->setPen(quiet);
     painter->setFont(bold);
-    painter->drawText(area, Qt::AlignLeft | Qt::AlignTop,
-        metrics.elidedText(index.data(ResultTree::DescriptionRole).toString(), Qt::ElideRight, area.width()));
+    painter->drawText(
+        area, Qt::AlignLeft | Qt::AlignTop, metrics.elidedText(lineOf(index), Qt::ElideRight, area.width()));
     painter->setFont(item.font);
     if (!isSelected)
         painter->setPen(quiet);
     painter->drawText(area, Qt::AlignLeft | Qt::AlignBottom,
-        item.fontMetrics.elidedText(lineOf(index), Qt::ElideRight, area.width()));
+        item.fontMetrics.elidedText(index.data(ResultTree::DescriptionRole).toString(), Qt::ElideRight, area.width()));
     painter->restore();
 }

@@ -19,8 +19,7 @@ public:
 
 private:
     void paintGroup(QPainter &painter, const QStyleOptionViewItem &item, const QModelIndex &group) const;
-    const QPixmap &pictureOf(const QModelIndex &index, int size, qreal devicePixelRatio) const;
+    const QPixmap &pictureOf(const QModelIndex &index, int size, qreal devicePixelRatio, const QPalette &palette) const;
 
-    mutable QCache<QString, QPixmap> m_pictures{500}; // by uid
-    mutable QPixmap m_standIn;
+    mutable QCache<QString, QPixmap> m_pictures{500}; // by uid, size and palette
 };

@@ -62,6 +62,7 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     , m_leftBehind(new QLabel(this))
     , m_preview(new PreviewView(this))
     , m_side(new QStackedWidget(this))
+    , m_tips(new QLabel(this))
     , m_compareButton(new QPushButton(this))
     , m_openContactButton(new QPushButton(tr("Open In Contacts"), this))
     , m_backButton(new QPushButton(tr("Back"), this))
@@ -131,14 +132,8 @@ QWidget *ResultsView::makePanel()
 
     auto *box = new QGroupBox(tr("Repair"));
     m_boxWithMatrix = box;
-    m_options = new QVBoxLayout(box);
-    auto *details = new QGroupBox(tr("Preview"));
-    auto *detailsLayout = new QVBoxLayout(details);
-    detailsLayout->addWidget(m_preview);
-    detailsLayout->addWidget(m_compareButton, 0, Qt::AlignLeft);
-    m_compareButton->setAutoDefault(true); // Return presses it
-    connect(m_compareButton, &QPushButton::clicked, this,
-        [this] { Q_EMIT comparisonRequested(peopleToCompare(*m_controller.selectedItem())); });
+    m_options = new QGridLayout(box);
+    m_options->setColumnStretch(0, 1);
     auto *panel = new QWidget;
     auto *layout = new QVBoxLayout(panel);
     layout->addLayout(head);
@@ -157,7 +152,11 @@ QWidget *ResultsView::makePreview()
 {
     m_preview->setMinimumHeight(kPreviewHeight);
     m_leftBehind->setForegroundRole(QPalette::BrightText);
+    m_compareButton->setAutoDefault(true); // Return presses it
+    connect(m_compareButton, &QPushButton::clicked, this,
+        [this] { Q_EMIT comparisonRequested(peopleToCompare(*m_controller.selectedItem())); });
     auto *above = new QHBoxLayout;
+    above->addWidget(m_compareButton);
     above->addStretch();
     above->addWidget(m_leftBehind);
     auto *details = new QGroupBox(tr("Preview"));
@@ -184,6 +183,7 @@ QWidget *ResultsView::makeButtons()
     layout->addWidget(m_openContactButton);
     layout->addWidget(m_fixAllButton);
     layout->addWidget(m_fixButton);
+    m_fixButton->setProperty(kPrimaryProperty, true);
     m_buttonBar = new ButtonBar({m_backButton, m_openContactButton, m_fixAllButton, m_fixButton}, bar);
     connect(m_fixAllButton, &QPushButton::clicked, this, &ResultsView::fixAll);
     connect(m_backButton, &QPushButton::clicked, &m_controller, &OutlineViewController::backClicked);
@@ -295,12 +295,13 @@ void ResultsView::showPanel()
     m_tree->viewport()->update(); // a repair may leave findings of people who are gone
     const DetailPanel &panel = m_controller.detailPanel();
     m_name->setText(panel.name);
-    m_picture->setPixmap(personPicture(panel.picture, kPictureSize, devicePixelRatioF()));
+    m_picture->setPixmap(personPicture(panel.picture, kPictureSize, devicePixelRatioF(),
+        m_controller.selectedItem() ? m_controller.selectedItem()->person()->uniqueId() : QString()));
     m_picture->setAccessibleName(tr("Picture of %1").arg(panel.name));
     m_email->setText(panel.email);
     m_email->setVisible(!panel.email.isEmpty());
     m_problem->setText(panel.problemText);
-    m_side->setCurrentIndex(m_controller.showsTips() ? 1 : 0);
+    showTips();
     const PersonItemPtr &item = m_controller.selectedItem();
     const qsizetype toCompare = item ? peopleToCompare(*item).size() : 0;
     m_compareButton->setVisible(toCompare > 1);

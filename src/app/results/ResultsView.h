@@ -45,8 +45,6 @@ public:
 
 Q_SIGNALS:
     void repaired(const QString &what); ///< a short message
-
-Q_SIGNALS:
     void comparisonRequested(const QList<ABPersonPtr> &people);
 
 private:

@@ -198,6 +198,7 @@ void MainWindow::setUpContactsMenus()
     connect(m_contacts, &ContactTableView::comparisonRequested, this, &MainWindow::comparisonRequested);
     connect(m_contacts->table()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &MainWindow::enableCompareAction);
+    contacts->addSeparator(); // hidden until actions of results come behind it
 
     QMenu *columns = menuBar()->addMenu(tr("C&olumns"));
     addForTable(columns, tr("&Sort by Current Column"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),

@@ -111,6 +111,8 @@ private:
     QAction *m_refreshAction = nullptr;
     QAction *m_importAction = nullptr;
     QAction *m_restoreAction = nullptr;
+    QAction *m_undoAction = nullptr;
+    QAction *m_redoAction = nullptr;
     QAction *m_compareAction = nullptr;
     bool m_isReadOnly = false;
 };

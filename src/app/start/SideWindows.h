@@ -10,8 +10,8 @@ class AboutWindowController;
 class ActivityLog;
 class QWidget;
 
-/// Opens the windows beside the main one: about, help, activity and history once, raised when asked for again; a
-/// contact's card, a comparison and an import each time a new one. What fails in them is told to the activity log.
+/// Opens the other windows: about, help, activity and history once, raised when requested again; each contact card,
+/// comparison and import in a new one. Their failures go to the activity log.
 class SideWindows : public QObject
 {
     Q_OBJECT

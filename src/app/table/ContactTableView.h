@@ -93,5 +93,4 @@ private:
     QMenu *m_contextMenu;
     QAction *m_deleteAction = nullptr;
     QAction *m_compareAction = nullptr;
-    QList<QMenu *> m_columnMenus;
 };
