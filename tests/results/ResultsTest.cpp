@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/book/RestorePlan.h"
+#include "contacts/stores/sqlite/SqliteStore.h"
 #include "results/FixAll.h"
 #include "scan/ScanAddressBook.h"
 #include "support/Answers.h"
@@ -10,6 +11,7 @@
 #include <QAbstractItemModelTester>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -275,12 +277,20 @@ private Q_SLOTS:
     void allOfAGroupEqualOneByOne()
     {
         QFETCH(const QLatin1StringView, option);
-        const auto makeBook = [] {
-            return sharedBookOf({"{'uid':'a','firstName':'A','nickname':'x','email':[{'value':'x'},{'value':'y'}]}",
-                "{'uid':'b','firstName':'B','email':[{'value':'x'}]}",
-                "{'uid':'c','firstName':'C','email':[{'value':'y'}]}",
-                "{'uid':'d','firstName':'D','nickname':'d','email':[{'value':'z'}]}",
-                "{'uid':'e','firstName':'E','email':[{'value':'z'}]}"});
+        const QTemporaryDir folder;
+        const auto makeBook = [&folder](const QString &name) { // on a store with a history
+            const auto people =
+                sharedBookOf({"{'uid':'a','firstName':'A','nickname':'x','email':[{'value':'x'},{'value':'y'}]}",
+                    "{'uid':'b','firstName':'B','email':[{'value':'x'}]}",
+                    "{'uid':'c','firstName':'C','email':[{'value':'y'}]}",
+                    "{'uid':'d','firstName':'D','nickname':'d','email':[{'value':'z'}]}",
+                    "{'uid':'e','firstName':'E','email':[{'value':'z'}]}"});
+            const auto book = *ABAddressBook::open(std::move(*SqliteStore::open(folder.filePath(name))));
+            for (const auto &person : people->people())
+                book->addRecord(std::make_shared<ABPerson>(person->uniqueId(), person->record()));
+            book->save();
+            ABAddressBook::setSharedAddressBook(book);
+            return book;
         };
         const QStringList title{u("Emails duplicated among multiple contacts")};
         Surroundings surroundings;
@@ -293,7 +303,7 @@ private Q_SLOTS:
         static const QRegularExpression newUid(u("\"uid\":\"[^\"]{9,}\"")); // of a merge
         const auto texts = [](const ABAddressBook &book) { return QString::fromUtf8(textOf(book)).remove(newUid); };
 
-        const auto oneByOne = makeBook();
+        const auto oneByOne = makeBook(u("1"));
         auto controller = results();
         QList<PersonItemPtr> nodes = controller->rootNodes().front()->childrenArray();
         for (const auto &node : nodes) {
@@ -302,7 +312,7 @@ private Q_SLOTS:
                 controller->FixFounction();
             }
         }
-        const auto book = makeBook();
+        const auto book = makeBook(u("2"));
         const QByteArray before = textOf(*book);
         controller = results();
         nodes = controller->rootNodes().front()->childrenArray();
