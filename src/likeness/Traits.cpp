@@ -368,8 +368,9 @@ void countSharers(BookTraits &book)
     holders.erase(std::unique(holders.begin(), holders.end()), holders.end());
     for (Traits &contact : book.contacts) {
         for (ValueTrait &value : contact.values) {
-            const auto same = std::ranges::equal_range(holders, value.hash, {}, &Holder::hash);
-            value.sharers = std::max(1, static_cast<int>(same.size()));
+            const auto first = std::ranges::lower_bound(holders, value.hash, {}, &Holder::hash);
+            const auto last = std::ranges::upper_bound(holders, value.hash, {}, &Holder::hash);
+            value.sharers = std::max(1, static_cast<int>(last - first));
         }
     }
 }
