@@ -188,7 +188,7 @@ private Q_SLOTS:
                 noise += QString::number(random.generate(), 36);
             rows.push_back(rowOf({{Field::Note, noise}}));
         }
-        for (const rlim_t size : {70'000, 200'000, 290'000}) {
+        for (const rlim_t size : {70'000UL, 200'000UL, 290'000UL}) {
             const LimitedFileSize limit(size);
             const ExportReport report = XlsxCreater(rows, folder + u("/a"), true).startConvert();
             QVERIFY(report.error && report.error->text.contains(u("was cut short, as on a full disk")));
