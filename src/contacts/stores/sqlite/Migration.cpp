@@ -151,6 +151,9 @@ Result<void> copyPeople(SQLite::Database &database, Version1 &old, RecordWriter 
         const auto person = old.person(id);
         if (!person)
             return person.error();
+        if (!person->record) // damage: an index lists what the table does not have
+            return Error{
+                ErrorKind::Invalid, QStringLiteral("person %1: is damaged: it is listed but not there").arg(id)};
         if (!writer.insert(id, person->uid, *person->record))
             return Error{ErrorKind::Invalid, person->uid % QStringLiteral(": is damaged: somebody else has its uid")};
     }
