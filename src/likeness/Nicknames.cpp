@@ -4,6 +4,8 @@
 
 #include "likeness/WordForms.h"
 
+#include <QStringList>
+
 #include <unordered_map>
 
 namespace {
