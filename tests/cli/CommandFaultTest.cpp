@@ -250,7 +250,7 @@ private Q_SLOTS:
             for (const QByteArray &path : run.out.split('\n'))
                 told += path.isEmpty() ? QStringList() : QStringList(QFileInfo(u(path)).fileName());
             const QStringList names = namesIn(folder);
-            if (run.wasKilled) // cards are told of when all are done
+            if (run.wasKilled) // cards are reported once all are done
                 QVERIFY2(
                     isCards ? names.filter(u("export_")) == names : names.size() <= 1, qPrintable(names.join(u' ')));
             else

@@ -186,7 +186,7 @@ private Q_SLOTS:
             SKIP_WITHOUT(read);
             QString text = QString::fromUtf8(read.output);
             const bool isGrid = kind == std::string_view("numbers");
-            if (isGrid) // begins with a row of names of its own
+            if (isGrid) // begins with its own row of names
                 text = text.section(u'\n', 1);
             QCOMPARE(words(text), words((isGrid ? lines : paragraphs).join(u'\n')));
         }

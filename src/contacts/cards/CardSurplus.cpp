@@ -76,7 +76,7 @@ QString joined(const QString &a, const QString &separator, const QString &b)
     return a.isEmpty() || b.isEmpty() ? QString(a % b) : QString(a % separator % b);
 }
 
-/// The texts that Evolution makes to file a person by, in an order of its own.
+/// The texts by which Evolution files a person, in its order.
 std::array<QString, 8> fileAsTexts(const PersonRecord &record)
 {
     const QString comma = QStringLiteral(", ");

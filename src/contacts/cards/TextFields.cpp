@@ -317,7 +317,7 @@ void writeBirthday(const CardRow &row, const CardPerson &person, CardUnits &unit
     units.push_back(text.append(":").append(date->toString(Qt::ISODate).toStdString()));
 }
 
-/// 4.0 has dates without dashes, and a form of its own for an unknown year.
+/// 4.0 has dates without dashes, and a special form for an unknown year.
 std::string printBirthday(const UnitToPrint &unit)
 {
     if (!unit.kept.empty() || unit.form != VCardForm::V4)

@@ -380,7 +380,7 @@ private Q_SLOTS:
         });
     }
 
-    /// People reported as whole are as they were saved, none is made up, and whoever is missing is counted.
+    /// People reported as whole are as they were saved, none is made up, and the missing are counted.
     void salvageIsExact()
     {
         const QString path = newPath();
@@ -449,7 +449,7 @@ private Q_SLOTS:
                 content.replace(from, size, QByteArray(size, char(random())));
             check(content, false, u("round %1").arg(round));
         }
-        // Where table, index and history are destroyed at once, nothing can tell.
+        // Known fault: one of these rounds is miscounted, for a reason not found yet. Nobody is shown wrongly in it.
         QVERIFY2(miscounted.size() <= rounds / 50, qPrintable(miscounted.join(QString())));
     }
 

@@ -92,7 +92,7 @@ QByteArray joined(const std::vector<CardLine> &lines)
     return text;
 }
 
-/// Whether the line is of those pictures that the daemon moves into files of its own.
+/// Whether the line is a picture of the kind that the daemon moves into separate files.
 bool isFilePicture(const CardLine &line)
 {
     return (line.area() == CardArea::Picture || equalsIgnoringCase(line.name, "LOGO"))
