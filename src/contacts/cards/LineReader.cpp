@@ -5,6 +5,7 @@
 #include "contacts/cards/TextCoding.h"
 
 #include <cstring>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -117,12 +118,21 @@ bool LineReader::takeSoftBreak(std::string &text)
     return true;
 }
 
+/// Takes the next line with its folds, unless it is the next property, whose colon may stand behind a fold.
 bool LineReader::takeBase64(std::string &text)
 {
     const std::string_view line = peekPhysicalLine();
     if (line.empty() || !isBase64(line))
         return false;
-    text += takePhysicalLine();
+    const std::tuple before(m_at, m_lineFeed, m_line);
+    std::string more(takePhysicalLine());
+    while (atFold())
+        more += takePhysicalLine().substr(m_indent + 1);
+    if (more.find(':') != std::string::npos) {
+        std::tie(m_at, m_lineFeed, m_line) = before;
+        return false;
+    }
+    text += more;
     return true;
 }
 
