@@ -40,9 +40,9 @@ ExitStatus salvage(const QString &newFile, const CommandContext &context)
 QString countsText(qint64 added, qint64 changed, qint64 removed)
 {
     QStringList texts;
-    for (const auto &[count, deed] : {std::pair(added, "added"), {changed, "changed"}, {removed, "removed"}}) {
+    for (const auto &[count, name] : {std::pair(added, "added"), {changed, "changed"}, {removed, "removed"}}) {
         if (count > 0)
-            texts += QStringLiteral("%1 %2").arg(count).arg(QLatin1StringView(deed));
+            texts += QStringLiteral("%1 %2").arg(count).arg(QLatin1StringView(name));
     }
     return texts.isEmpty() ? QStringLiteral("nothing changed") : texts.join(QStringLiteral(", "));
 }

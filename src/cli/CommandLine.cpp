@@ -58,7 +58,8 @@ void addScan(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] =
         add(app, chosen, "scan", "Find contacts that are malformed, incomplete or duplicated", runScan);
-    command->add_option("--condition", options.titles, "Look for this only; may be repeated, runs in the given order")
+    command
+        ->add_option("--condition", options.titles, "Look for this only; may be repeated and runs in the given order")
         ->type_name("TITLE");
     command->add_flag("--json", options.json, "Print one JSON object of uids instead of the tree");
     command->add_flag("--exit-code", options.exitCode, "Exit with status 1 when something was found");
@@ -82,15 +83,15 @@ void addLikely(CLI::App &app, ChosenCommand &chosen)
 void addTable(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] =
-        add(app, chosen, "table", "Print people as rows of the contact table, one JSON object a line", runTable);
+        add(app, chosen, "table", "Print people as rows of the contact table, one JSON object per line", runTable);
     command->add_option("UID", options.uids, "Only these people");
 }
 
 void addEdit(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "edit", "Edit one cell of the contact table", runEdit);
-    command->add_option("UID", options.uid, "Whose row")->required();
-    command->add_option("LABEL", options.label, "Which column, such as \"Home City\"")->required();
+    command->add_option("UID", options.uid, "The person whose row it is")->required();
+    command->add_option("LABEL", options.label, "The column, such as \"Home City\"")->required();
     command->add_option("VALUE", options.value, "The new value; put -- before one that begins with a hyphen")
         ->required();
 }
@@ -98,7 +99,7 @@ void addEdit(CLI::App &app, ChosenCommand &chosen)
 void addDelete(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "delete", "Delete people from the address book", runDelete);
-    command->add_option("UID", options.uids, "Whom")->required();
+    command->add_option("UID", options.uids, "The people to delete")->required();
     command->add_flag("--yes", options.yes, "Do not ask");
 }
 
@@ -124,12 +125,12 @@ void addGroupAndOption(CLI::App *command, std::string &group, std::string &optio
 void addFix(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "fix",
-        "Repair what a scan finds, and save at once. Prints a line a finding: what was changed. It ends at the first "
-        "change that could not be saved",
+        "Repair what a scan finds, and save at once. Prints what was changed, one line per finding. Stops at the first "
+        "change that cannot be saved",
         runFix);
     addGroupAndOption(command, options.group, options.option);
     command->add_option("UID", options.uids, "The contacts whose first finding is repaired");
-    command->add_flag("--all", options.all, "Repair every finding instead");
+    command->add_flag("--all", options.all, "Repair every finding of the group instead");
     command->add_flag("--yes", options.yes, "Answer the question before a deletion with Delete");
     command->footer(optionTable());
 }
@@ -137,12 +138,12 @@ void addFix(CLI::App &app, ChosenCommand &chosen)
 void addMerge(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "merge",
-        "Make one contact of several, as one change that history restore can take back. The first one's uid stays, and "
-        "is printed",
+        "Merge contacts into one, as one change that history restore can take back. The first one's uid stays and is "
+        "printed",
         runMerge);
     command->add_option("UID", options.uids, "The contacts")->required();
     CLI::Option *keepAll = command->add_flag("--keep-all", options.keepAll,
-        "Lose nothing (the default): where single values differ the first one stays, and the others go into the note");
+        "Lose nothing (the default): where single values differ, the first stays and the others go into the note");
     command->add_flag("--as-repair", options.asRepair, "Keep what the repair \"Merge contacts\" keeps")
         ->excludes(keepAll);
 }
@@ -151,7 +152,7 @@ void addPreview(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "preview",
         "Print what a repair would do, and change nothing. Lines from top to bottom, texts in columns from left to "
-        "right: first how it is, then how it would be",
+        "right: first as it is, then as it would be",
         runPreview);
     addGroupAndOption(command, options.group, options.option);
     command->add_option("UID", options.uid, "The contact")->required();
@@ -166,39 +167,41 @@ void addExport(CLI::App &app, ChosenCommand &chosen)
     auto [command, options] =
         add(app, chosen, "export", "Write people to files, and print the files' paths", runExport);
     command->add_option("--format", options.format, "What to write")->required()->check(CLI::IsMember(names));
-    command->add_option("--scope", options.scope, "Which fields: those of the table's columns, or all")
+    command->add_option("--scope", options.scope, "The fields to write: those of the table's columns, or all")
         ->check(CLI::IsMember({"table", "all"}))
         ->capture_default_str();
-    command->add_option("--columns", options.columns, "The table's columns, from the left; without it, its first ones")
+    command->add_option("--columns", options.columns, "The table's columns, from the left; by default its first ones")
         ->type_name("LABEL,LABEL...");
     command->add_option("--select", options.select, "Only these people, the lowest row first; may be repeated")
         ->type_name("UID,UID...");
-    command->add_option("FOLDER", options.folder, "Where to; must be there")->required();
+    command->add_option("FOLDER", options.folder, "An existing folder to write into")->required();
 }
 
 void addHistory(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "history",
-        "Print what was changed and saved, newest first: id, time, what was done to how many, and why", runHistory);
+        "Print the saved changes, newest first: id, time, number of people added, changed and removed, and the reason",
+        runHistory);
     command->require_subcommand(0, 1);
-    command->add_option("--limit", options.limit, "Only so many")
+    command->add_option("--limit", options.limit, "At most this many")
         ->check(CLI::Range(1, std::numeric_limits<int>::max()));
-    command->add_flag("--json", options.json, "Print one JSON object a line");
+    command->add_flag("--json", options.json, "Print one JSON object per line");
     auto [show, showOptions] =
-        add(*command, chosen, "show", "Print whom a change touched, before and after", runHistoryShow);
-    show->add_option("ID", showOptions.id, "Which change, as history prints it")->required();
-    show->add_flag("--json", showOptions.json, "Print one JSON object a person");
+        add(*command, chosen, "show", "Print the people that a change concerned, before and after", runHistoryShow);
+    show->add_option("ID", showOptions.id, "The change's id, as history prints it")->required();
+    show->add_flag("--json", showOptions.json, "Print one JSON object per person");
     auto [restore, restoreOptions] = add(*command, chosen, "restore",
-        "Put everybody whom these changes touched back as they were before, as one change that is in the history too. "
-        "Refused as a whole when one of them was changed since",
+        "Put back everybody whom these changes concerned as they were before, as one change in the history. Refused as "
+        "a "
+        "whole when one of them has changed since",
         runHistoryRestore);
-    restore->add_option("ID", restoreOptions.ids, "Which changes; in any order")->required();
+    restore->add_option("ID", restoreOptions.ids, "The changes' ids, in any order")->required();
 }
 
 void addBackup(CLI::App &app, ChosenCommand &chosen)
 {
-    auto [command, options] = add(
-        app, chosen, "backup", "Write the address book into a new address book file, which is read back", runBackup);
+    auto [command, options] = add(app, chosen, "backup",
+        "Write the address book into a new address book file, and check it by reading it back", runBackup);
     command->add_option("FILE", options.file, "The file to write")->required();
     command->add_flag("--replace", options.replace, "Replace a file of that name");
 }
@@ -209,12 +212,12 @@ void addRestore(CLI::App &app, ChosenCommand &chosen)
         "Make the address book hold exactly what a backup holds, as one change that history restore can take back",
         runRestore);
     command->add_option("FILE", options.file, "The backup; with --salvage, the new file to write")->required();
-    CLI::Option *dryRun = command->add_flag("--dry-run", options.dryRun, "Only count what would be changed");
+    CLI::Option *dryRun = command->add_flag("--dry-run", options.dryRun, "Only count what would change");
     CLI::Option *only =
         command->add_option("--only", options.only, "Restore this person alone; may be repeated")->type_name("UID");
     command
         ->add_flag("--salvage", options.salvage,
-            "Put what can still be read of the address book, which is damaged, into the new file FILE instead")
+            "Write what can still be read of a damaged address book into the new file FILE instead")
         ->excludes(dryRun)
         ->excludes(only);
 }
@@ -222,8 +225,8 @@ void addRestore(CLI::App &app, ChosenCommand &chosen)
 void addVerify(CLI::App &app, ChosenCommand &chosen)
 {
     app.add_subcommand("verify",
-           "Hold every person in an address book file against the digest of what was saved, and every picture too. "
-           "Exit status 1 when one does not fit")
+           "Check every person and picture in an address book file against the digest of what was saved. Exit status 1 "
+           "when one does not match")
         ->callback([&chosen] { chosen = runVerify; });
 }
 
@@ -260,7 +263,7 @@ private:
     QtMessageHandler m_previous;
 };
 
-/// What is wrong with the arguments before anybody looks at what they mean; empty: nothing.
+/// What is wrong with the arguments whatever they mean; empty if nothing is.
 QString objectionTo(const std::vector<std::string> &arguments)
 {
     // Uids, texts and paths are carried as texts, where other bytes would turn into those of something else.

@@ -88,8 +88,9 @@ bool report(const FixAll::Step &step, const CommandContext &context)
     const Error &error = *step.outcome.error;
     context.report(uid % QStringLiteral(": not saved: ") % error.text);
     if (error.kind == ErrorKind::Conflict && step.outcome.added && !step.outcome.removed.isEmpty())
-        context.report(
-            uid % QStringLiteral(": the merge is incomplete; the address book's history holds whoever was removed"));
+        context.report(uid
+            % QStringLiteral(
+                ": the merge is incomplete; the contacts that it removed are in the address book's history"));
     return false;
 }
 

@@ -30,7 +30,7 @@ Json jsonOf(const ChangeSummary &step)
         {"removed", step.removed}};
 }
 
-std::string deedOf(const RecordedChange &change)
+std::string changeName(const RecordedChange &change)
 {
     return !change.before ? "added" : change.after || change.afterIsLost ? "changed" : "removed";
 }
@@ -47,7 +47,7 @@ Json jsonOf(const PersonRecordPtr &record)
 
 void printJson(const RecordedChange &change, std::ostream &out)
 {
-    Json json = {{"uid", change.uid.toStdString()}, {"change", deedOf(change)}, {"before", jsonOf(change.before)}};
+    Json json = {{"uid", change.uid.toStdString()}, {"change", changeName(change)}, {"before", jsonOf(change.before)}};
     if (!change.afterIsLost)
         json["after"] = jsonOf(change.after);
     out << json.dump() << '\n';
@@ -62,7 +62,7 @@ void printText(const RecordedChange &change, std::ostream &out)
 {
     const PersonRecordPtr named = change.after ? change.after : change.before;
     const QString name = named ? readableName(*named) : QString();
-    out << deedOf(change) << "  " << onOneLine(change.uid % QStringLiteral("  ") % name) << '\n';
+    out << changeName(change) << "  " << onOneLine(change.uid % QStringLiteral("  ") % name) << '\n';
     if (change.afterIsLost) {
         out << "    changed since past the history; how it was saved is not known any more\n";
         return;
