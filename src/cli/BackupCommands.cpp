@@ -30,8 +30,8 @@ ExitStatus salvage(const QString &newFile, const CommandContext &context)
     if (!report)
         return context.refuse(report.error().text);
     context.console.out << newFile.toStdString() << ": " << report->people << " contacts, " << report->incomplete
-                        << " of them incomplete or not as they were saved; at least " << report->lost
-                        << " could not be read\n";
+                        << " of them incomplete or not as they were saved; " << (report->isLostExact ? "" : "at least ")
+                        << report->lost << " could not be read\n";
     return ExitStatus::Done;
 }
 

@@ -60,10 +60,11 @@ Result<QString> salvaged(const Rescue::Offer &offer, const QString &newFile)
     const auto report = Rescue::salvage(offer.damagedFile, newFile);
     if (!report)
         return report.error();
-    return BackupActions::tr("What could be read is now in %1: %2, %3 of them incomplete or not as they were saved; at "
-                             "least %4 could not be read")
+    const QString lost = QLocale().toString(report->lost);
+    return BackupActions::tr(
+        "What could be read is now in %1: %2, %3 of them incomplete or not as they were saved; %4 could not be read")
         .arg(newFile, contacts(report->people), QLocale().toString(report->incomplete),
-            QLocale().toString(report->lost));
+            report->isLostExact ? lost : BackupActions::tr("at least %1").arg(lost));
 }
 
 } // namespace

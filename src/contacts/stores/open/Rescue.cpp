@@ -68,7 +68,7 @@ Result<SalvageReport> salvage(const QString &damagedFile, const QString &newFile
     const auto finished = copy ? (*copy)->finish() : copy.error();
     if (!finished)
         return finished.error();
-    return SalvageReport{*finished, salvaged->incomplete, salvaged->lost};
+    return SalvageReport{*finished, salvaged->incomplete, salvaged->lost, salvaged->isLostExact};
 }
 
 QString hintFor(const QString &where, const Error &error)

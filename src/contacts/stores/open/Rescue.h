@@ -37,6 +37,7 @@ struct SalvageReport
     qint64 people = 0;
     qint64 incomplete = 0; ///< of these, people who lack something or a matching digest
     qint64 lost = 0;
+    bool isLostExact = false; ///< else at least
 };
 
 /// Writes everyone who can still be read from @p damagedFile to @p newFile, which must not exist.

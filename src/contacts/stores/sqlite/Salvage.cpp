@@ -11,6 +11,7 @@
 #include <SQLiteCpp/Exception.h>
 
 #include <QFile>
+#include <QHash>
 #include <QSet>
 #include <QtEndian>
 
@@ -20,85 +21,90 @@
 
 namespace {
 
-/// Hands over the rows that a damaged file answers with, as far as it can be read; false: not to the end.
-template <typename Take> bool readRows(SQLite::Database &database, const std::string &question, Take take)
+/// Hands over the rows that a damaged file answers with, as far as it can be read.
+template <typename Take> void readRows(SQLite::Database &database, const std::string &question, Take take)
 {
     try {
         SQLite::Statement rows(database, question);
         while (rows.executeStep())
             take(rows);
-        return true;
-    } catch (const SQLite::Exception &) {
-        return false;
+    } catch (const SQLite::Exception &) { // the rest is lost
     }
 }
-
-/// Whatever in a file of one format speaks of people by their ids.
-std::vector<std::string> questionsForIds(bool isVersion1)
-{
-    if (!isVersion1)
-        return {"SELECT id FROM contact INDEXED BY sqlite_autoindex_contact_1", "SELECT id FROM contact NOT INDEXED",
-            "SELECT max(id) FROM contact"};
-    std::vector<std::string> questions{"SELECT id FROM person INDEXED BY sqlite_autoindex_person_1",
-        "SELECT max(id) FROM person", "SELECT seq FROM sqlite_sequence WHERE name = 'person'"};
-    for (const std::string &table : Version1::tablesOfPeople())
-        questions.push_back("SELECT person FROM " + table);
-    return questions;
-}
-
-/// Who is in the address book by one account of it.
-struct Roll
-{
-    QSet<QString> uids;
-    bool isWhole = true;
-};
 
 const std::array kBothEnds{"", " DESC"};
 
-Roll rollOfIndex(SQLite::Database &database, const std::string &table)
+/// The highest id that anything in the file mentions, as far as it can be.
+qint64 lastId(SQLite::Database &database, bool isVersion1, qint64 most)
 {
-    Roll roll;
+    std::vector<std::string> questions{"SELECT max(seq) FROM sqlite_sequence"};
     for (const char *order : kBothEnds)
-        roll.isWhole = readRows(database,
-            "SELECT uid FROM " + table + " INDEXED BY sqlite_autoindex_" + table + "_1 ORDER BY uid" + order,
-            [&](auto &row) { roll.uids += textOfUtf8(row.getColumn(0).getString()); });
-    return roll;
+        questions.push_back(
+            std::string("SELECT id FROM ") + (isVersion1 ? "person" : "contact") + " NOT INDEXED ORDER BY id" + order);
+    for (const std::string &table : isVersion1 ? Version1::tablesOfPeople() : std::vector<std::string>())
+        questions.push_back("SELECT person FROM " + table);
+    qint64 last = 0;
+    for (const std::string &question : questions) {
+        readRows(database, question,
+            [&](auto &row) { last = std::max(last, std::min(most, qint64(row.getColumn(0).getInt64()))); });
+    }
+    return last;
 }
 
-Roll rollOfHistory(SQLite::Database &database)
+/// The ids by uid, as far as the index can be read. What is out of order there is not the index's own.
+QHash<QString, qint64> readIndex(SQLite::Database &database, const std::string &table)
 {
-    Roll roll;
-    std::map<qint64, std::pair<QString, bool>> steps; // the uid and whether it was removed
-    for (const char *order : kBothEnds)
-        roll.isWhole = readRows(database,
-            std::string("SELECT id, uid, action = 'removed' FROM history ORDER BY id") + order, [&](auto &row) {
-                steps[row.getColumn(0).getInt64()] = {
-                    textOfUtf8(row.getColumn(1).getString()), row.getColumn(2).getInt() == 1};
-            });
-    for (const auto &[id, step] : steps) {
-        if (step.second)
-            roll.uids.remove(step.first);
-        else
-            roll.uids.insert(step.first);
+    QHash<QString, qint64> ids;
+    for (const char *order : kBothEnds) {
+        std::string previous;
+        const std::string question =
+            "SELECT uid, id FROM " + table + " INDEXED BY sqlite_autoindex_" + table + "_1 ORDER BY uid" + order;
+        readRows(database, question, [&, isDown = *order != 0](auto &row) {
+            std::string uid = row.getColumn(0).getString();
+            if (!previous.empty() && (isDown ? uid >= previous : uid <= previous))
+                return;
+            ids[textOfUtf8(uid)] = row.getColumn(1).getInt64();
+            previous = std::move(uid);
+        });
     }
-    const bool reachesBack = !steps.empty() && steps.rbegin()->first == qint64(steps.size());
-    roll.isWhole = roll.isWhole && reachesBack;
-    return roll;
+    return ids;
 }
 
-/// Exact where one account is whole, else the least that is certain.
-qint64 countOfLost(const Salvaged &salvaged, const std::vector<Roll> &rolls)
+/// Who is in the address book, and who no longer is, by its history.
+struct Roll
 {
-    QSet<QString> known;
-    for (const Roll &roll : rolls) {
-        if (roll.isWhole
-            && std::ranges::all_of(salvaged.people, [&](const auto &person) { return roll.uids.contains(person.uid); }))
-            return roll.uids.size() - qint64(salvaged.people.size());
-        known += roll.uids;
+    QSet<QString> present;
+    QSet<QString> removed;
+    bool reachesBack = false; ///< begins with the first change
+    bool isComplete = false; ///< has every change since then, and they fit each other
+};
+
+Roll readHistory(SQLite::Database &database)
+{
+    std::map<qint64, std::pair<QString, QByteArray>> changes; // uid and action, by the numbers from 1
+    for (const char *order : kBothEnds) {
+        readRows(database, std::string("SELECT id, uid, action FROM history ORDER BY id") + order, [&](auto &row) {
+            changes[row.getColumn(0).getInt64()] = {
+                textOfUtf8(row.getColumn(1).getString()), row.getColumn(2).getText()};
+        });
     }
-    for (const StoredRecord &person : salvaged.people)
-        known.remove(person.uid);
-    return std::max(salvaged.lost, qint64(known.size()));
+    Roll roll;
+    bool fits = true;
+    for (const auto &[id, change] : changes) {
+        const auto &[uid, action] = change;
+        const bool isAdded = action == "added";
+        const bool isRemoved = action == "removed";
+        if (isAdded == roll.present.contains(uid) || (!isAdded && !isRemoved && action != "changed"))
+            fits = false;
+        (isRemoved ? roll.removed : roll.present).insert(uid);
+        (isRemoved ? roll.present : roll.removed).remove(uid);
+    }
+    qint64 count = -1;
+    readRows(database, "SELECT seq FROM sqlite_sequence WHERE name = 'history'",
+        [&count](auto &row) { count = row.getColumn(0).getInt64(); });
+    roll.reachesBack = changes.contains(1);
+    roll.isComplete = fits && roll.reachesBack && qint64(changes.size()) == count && changes.rbegin()->first == count;
+    return roll;
 }
 
 /// Gives a file that was cut short its length back: SQLite reads no page of it otherwise, and what is missing is then
@@ -144,26 +150,44 @@ bool rebuildFirstPage(const QString &path)
     return file.write(page) == kPageSize;
 }
 
-template <typename Reader> Salvaged readPeople(Reader &reader, const QSet<qint64> &mentioned, qint64 last)
+/// @return the ids of the people, by their uids
+template <typename Reader> QHash<QString, qint64> readPeople(Reader &reader, qint64 last, Salvaged &salvaged)
 {
-    Salvaged salvaged;
-    QSet<QString> uids;
+    QHash<QString, qint64> ids;
     for (qint64 id = 1; id <= last; ++id) {
         try {
             auto person = reader.person(id);
-            if (person && person->uid.isNull()) {
-                salvaged.lost += mentioned.contains(id) ? 1 : 0; // else removed long ago
-            } else if (!person || person->uid.isEmpty() || uids.contains(person->uid)) {
-                ++salvaged.lost;
-            } else {
-                uids.insert(person->uid);
-                salvaged.people.push_back(std::move(*person));
-            }
-        } catch (const SQLite::Exception &) {
-            ++salvaged.lost; // or removed long ago
+            if (!person || person->uid.isEmpty() || ids.contains(person->uid))
+                continue;
+            ids.insert(person->uid, id);
+            salvaged.people.push_back(std::move(*person));
+        } catch (const SQLite::Exception &) { // or removed long ago
         }
     }
-    return salvaged;
+    return ids;
+}
+
+/// Exact if the history is complete and everyone else agrees with it, else the least that is certain.
+void countLost(
+    SQLite::Database &database, const std::string &table, const QHash<QString, qint64> &read, Salvaged &salvaged)
+{
+    const QHash<QString, qint64> indexed = readIndex(database, table);
+    const Roll roll = readHistory(database);
+    const auto knows = [&roll](const QHash<QString, qint64> &people) {
+        return std::all_of(
+            people.keyBegin(), people.keyEnd(), [&roll](const QString &uid) { return roll.present.contains(uid); });
+    };
+    salvaged.isLostExact = roll.isComplete && knows(read) && knows(indexed);
+    if (salvaged.isLostExact) {
+        salvaged.lost = roll.present.size() - read.size();
+        return;
+    }
+    const QList<qint64> values = read.values();
+    const QSet<qint64> idsRead(values.begin(), values.end());
+    for (const auto &[uid, id] : indexed.asKeyValueRange()) {
+        const bool wasThere = roll.reachesBack ? roll.present.contains(uid) : !roll.removed.contains(uid);
+        salvaged.lost += wasThere && !read.contains(uid) && !idsRead.contains(id) ? 1 : 0;
+    }
 }
 
 /// Of a private copy of the file at @p path.
@@ -173,25 +197,20 @@ Result<Salvaged> readCopy(const QString &copy, const QString &path)
         SQLite::Database database = AddressBookFile::open(copy);
         database.exec("PRAGMA synchronous = OFF");
         const bool isVersion1 = database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion;
-        QSet<qint64> mentioned;
-        for (const std::string &question : questionsForIds(isVersion1))
-            readRows(database, question, [&](auto &row) { mentioned += row.getColumn(0).getInt64(); });
         constexpr qint64 kLeastBytesOfPerson = 8;
-        const qint64 most = QFile(copy).size() / kLeastBytesOfPerson;
-        const qint64 last =
-            mentioned.isEmpty() ? 0 : std::min(*std::max_element(mentioned.cbegin(), mentioned.cend()), most);
+        const qint64 last = lastId(database, isVersion1, QFile(copy).size() / kLeastBytesOfPerson);
         Salvaged salvaged;
         if (isVersion1) {
             Version1 reader(database, Damage::PassOver);
-            salvaged = readPeople(reader, mentioned, last);
+            const auto read = readPeople(reader, last, salvaged);
             salvaged.incomplete = qint64(salvaged.people.size()); // nothing proves them whole
+            countLost(database, "person", read, salvaged);
         } else {
             RecordReader reader(database, Damage::PassOver);
-            salvaged = readPeople(reader, mentioned, last);
+            const auto read = readPeople(reader, last, salvaged);
             salvaged.incomplete = reader.incompleteCount();
+            countLost(database, "contact", read, salvaged);
         }
-        salvaged.lost =
-            countOfLost(salvaged, {rollOfIndex(database, isVersion1 ? "person" : "contact"), rollOfHistory(database)});
         return salvaged;
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, path);
@@ -208,14 +227,14 @@ Result<Salvaged> salvagePeople(const QString &path)
     const QString name = (*copy)->path();
     lengthen(name);
     Result<Salvaged> best = readCopy(name, path);
-    const bool isMissingSome = !best || best->people.empty() || best->lost + best->incomplete > 0;
+    const bool isMissingSome = !best || best->lost + best->incomplete > 0 || !best->isLostExact;
     if (isMissingSome && rebuildFirstPage(name)) {
         auto another = readCopy(name, path);
         // Digests prove who is whole, so more of them is better.
-        const auto countOfWhole = [](const auto &salvaged) {
-            return qint64(salvaged->people.size()) - salvaged->incomplete;
+        const auto worth = [](const auto &salvaged) {
+            return std::pair(qint64(salvaged->people.size()) - salvaged->incomplete, salvaged->isLostExact);
         };
-        if (another && (!best || countOfWhole(another) > countOfWhole(best)))
+        if (another && (!best || worth(another) > worth(best)))
             best = std::move(another);
     }
     if (!best || !best->people.empty())

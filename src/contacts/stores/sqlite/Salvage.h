@@ -12,7 +12,8 @@ struct Salvaged
 {
     std::vector<StoredRecord> people; ///< in the order of adding
     qint64 incomplete = 0; ///< people who lack something or a matching digest
-    qint64 lost = 0; ///< other people whom the file mentions; at least
+    qint64 lost = 0; ///< other people who were in the file
+    bool isLostExact = false; ///< else there may be more of them
 };
 
 /// Reads person by person, skipping damage, from a private copy.
