@@ -117,7 +117,7 @@ template <typename Work> double secondsOf(Work work)
 
 void import(ABAddressBook &book, const QByteArray &content)
 {
-    if (importFile(book, *recordSource(content, formatOfContent(content)), QString()).error)
+    if (importFile(book, recordSource(content, formatOfContent(content)), QString()).error)
         qFatal("not imported");
 }
 

@@ -147,8 +147,7 @@ void readAndSave(benchmark::State &state)
     int run = 0;
     for (auto _ : state) {
         auto book = ABAddressBook::open(std::move(*SqliteStore::open(folder.filePath(QString::number(++run)))));
-        VCardReader reader(text);
-        if (importFile(**book, reader, QString()).error)
+        if (importFile(**book, std::make_unique<VCardReader>(text), QString()).error)
             state.SkipWithError("not saved");
         state.PauseTiming();
         book = Error();

@@ -72,7 +72,7 @@ ExitStatus runImport(const ImportOptions &options, const CommandContext &context
     qint64 alreadyThere = 0;
     for (const auto &argument : options.files) {
         const QString file = textOfUtf8(argument);
-        const auto content = contentOf(file, *book, context.console.in);
+        auto content = contentOf(file, *book, context.console.in);
         if (!content) {
             context.report(content.error().text);
             status = ExitStatus::Refused;
@@ -81,12 +81,14 @@ ExitStatus runImport(const ImportOptions &options, const CommandContext &context
         const auto format = options.format.empty() ? formatOfContent(*content)
             : options.format == "jsonl"            ? RecordFormat::JsonLines
                                                    : RecordFormat::VCard;
+        auto source = recordSource(*content, format);
+        content = QByteArray(); // goes with the source, before the save
         const QString name =
             file == QStringLiteral("-") ? QStringLiteral("standard input") : QFileInfo(file).fileName();
         const ImportReport report = [&] {
             ProgressLine progress(context.console, file);
             return importFile(
-                *book, *recordSource(*content, format), name,
+                *book, std::move(source), name,
                 [&progress](qint64 done, qint64 total) {
                     progress.show(done, total);
                     return true;

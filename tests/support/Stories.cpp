@@ -131,7 +131,7 @@ QStringList restored(ABAddressBook &book, const QStringList &places)
 QStringList imported(ABAddressBook &book, const QString &text, OnOtherContent policy)
 {
     const QByteArray content = text.toUtf8().replace('|', '\n').replace('\'', '"');
-    const auto report = importFile(book, *recordSource(content, formatOfContent(content)), QString(), {}, policy);
+    const auto report = importFile(book, recordSource(content, formatOfContent(content)), QString(), {}, policy);
     return {u("%1 new, %2 there, %3 in all").arg(report.imported).arg(report.alreadyThere).arg(book.people().size())};
 }
 QStringList refreshed(ABAddressBook &book)

@@ -74,7 +74,7 @@ ImportWindow::Report ImportWindow::run(const QStringList &paths, const std::stop
         report.failures += tr("Nothing was imported: no address book is open.");
     for (const QString &path : book ? paths : QStringList()) {
         const QString name = QFileInfo(path).fileName();
-        const auto content = readOutsideFile(path, book->file());
+        auto content = readOutsideFile(path, book->file());
         if (!content) {
             report.failures += content.error().description();
             continue;
@@ -85,8 +85,9 @@ ImportWindow::Report ImportWindow::run(const QStringList &paths, const std::stop
             return !isCancelled.stop_requested();
         };
         progress(0, 1);
-        const auto source = recordSource(*content, formatOfContent(*content));
-        const ImportReport imported = importFile(*book, *source, name, progress);
+        auto source = recordSource(*content, formatOfContent(*content));
+        content = QByteArray(); // goes with the source, before the save
+        const ImportReport imported = importFile(*book, std::move(source), name, progress);
         report.imported += imported.imported;
         report.alreadyThere += imported.alreadyThere;
         for (const ImportProblem &problem : imported.problems)

@@ -30,8 +30,8 @@ Result<QString> sampleBook()
     QFile people(QStringLiteral(":/sample/people.vcf"));
     if (!people.open(QIODevice::ReadOnly))
         return Error{ErrorKind::Io, people.errorString()};
-    const auto source = recordSource(people.readAll(), RecordFormat::VCard);
-    const ImportReport report = importFile(**book, *source, QStringLiteral("people.vcf"));
+    const ImportReport report =
+        importFile(**book, recordSource(people.readAll(), RecordFormat::VCard), QStringLiteral("people.vcf"));
     if (report.error)
         return *report.error;
     return path;

@@ -132,20 +132,21 @@ private:
 
 } // namespace
 
-ImportReport importFile(ABAddressBook &book, RecordSource &source, const QString &fileName,
+ImportReport importFile(ABAddressBook &book, std::unique_ptr<RecordSource> source, const QString &fileName,
     const ImportProgress &progress, OnOtherContent onOtherContent)
 {
     ImportReport report;
     std::vector<ImportedRecord> records;
-    for (ImportedRecord record = source.next(); record.record; record = source.next()) {
+    for (ImportedRecord record = source->next(); record.record; record = source->next()) {
         records.push_back(std::move(record));
         if (progress && records.size() % kRecordsPerProgress == 0
-            && !progress(source.bytesRead(), source.totalBytes())) {
+            && !progress(source->bytesRead(), source->totalBytes())) {
             report.cancelled = true;
             return report;
         }
     }
-    report.problems = source.takeProblems();
+    report.problems = source->takeProblems();
+    source.reset(); // the file's content is not needed for the save, which needs memory itself
     const ChangeCausePtr cause = makeCause(ChangeCause::Kind::Import, fileName);
     for (int attempt = 1;; ++attempt) {
         ImportPlan plan(book, onOtherContent);

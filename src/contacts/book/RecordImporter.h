@@ -31,5 +31,5 @@ using ImportProgress = std::function<bool(qint64 done, qint64 total)>;
 
 /// Reads everything first, then adds and saves it, so the address book is changed as a whole or not at all, while
 /// others keep using it. Importing a file twice changes nothing: people without a uid get one made from their content.
-ImportReport importFile(ABAddressBook &book, RecordSource &source, const QString &fileName,
+ImportReport importFile(ABAddressBook &book, std::unique_ptr<RecordSource> source, const QString &fileName,
     const ImportProgress &progress = {}, OnOtherContent onOtherContent = OnOtherContent::AddUnderNewUid);

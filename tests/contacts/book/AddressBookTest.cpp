@@ -106,7 +106,7 @@ private Q_SLOTS:
         const auto book = sharedBookOf(std::initializer_list<QByteArray>());
         qint64 lastDone = 0;
         const ImportReport report = importFile(
-            *book, *recordSource(content, RecordFormat::JsonLines), QString(), [&](qint64 done, qint64 total) {
+            *book, recordSource(content, RecordFormat::JsonLines), QString(), [&](qint64 done, qint64 total) {
                 lastDone = done;
                 return done < total / 2;
             });
