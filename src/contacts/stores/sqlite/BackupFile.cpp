@@ -126,6 +126,8 @@ Result<std::unique_ptr<BackupFile>> BackupFile::copyOf(const QString &from, cons
         SQLite::Database source = AddressBookFile::connect(from);
         SQLite::Database copy((*backup)->m_temporary.constData(), SQLite::OPEN_READWRITE);
         SQLite::Backup(copy, source).executeStep(-1);
+        // A save that only the copy has: a log of the original then does not go on from it.
+        copy.exec("INSERT INTO save(savedAt) VALUES (strftime('%Y-%m-%dT%H:%M:%fZ', 'now'))");
     } catch (const SQLite::Exception &exception) {
         const int code = exception.getErrorCode() & 0xFF; // without what SQLite adds to it
         return AddressBookFile::errorOf(exception, code == SQLITE_FULL || code == SQLITE_IOERR ? to : from);
