@@ -194,7 +194,7 @@ void BackupActions::offerNewPlace(const QString &file)
     box->setTextFormat(Qt::PlainText);
     box->setInformativeText(
         tr("%1 was moved, replaced or removed while it was open. All contacts as you see them can be "
-           "saved in a new file, without the history.")
+           "saved in a new file, with the history unless it is damaged.")
             .arg(file));
     const auto addChoice = [box](const QString &text, const std::function<void()> &chosen) {
         connect(box->addButton(text, QMessageBox::AcceptRole), &QPushButton::clicked, box, chosen);

@@ -388,6 +388,12 @@ void ABAddressBook::settle(const ABPersonPtr &person, const PersonRecordPtr &sto
     person->setStoredRecord(stored);
 }
 
+bool ABAddressBook::copyTo(const QString &path) const
+{
+    const std::scoped_lock lock(m_storeMutex);
+    return m_store->copyTo(path);
+}
+
 Result<std::vector<ChangeSummary>> ABAddressBook::history()
 {
     const std::scoped_lock lock(m_storeMutex);

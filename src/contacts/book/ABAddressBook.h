@@ -102,6 +102,8 @@ public:
     QString name() const { return m_store->name(); }
     /// The address book file; empty for other stores.
     QString file() const { return m_store->file(); }
+    /// As AddressBookStore::copyTo().
+    bool copyTo(const QString &path) const;
     /// As AddressBookStore::desktopId().
     QString desktopId(const QString &uid) const { return m_store->desktopId(uid); }
 
@@ -128,7 +130,7 @@ private:
     std::unique_ptr<AddressBookStore> m_store; // null after close()
     const std::shared_ptr<PendingChanges> m_pending;
     SaveRunner m_saveRunner = [](const std::function<void()> &write) { write(); };
-    std::mutex m_storeMutex; // held around store calls, never while a reader wants m_mutex
+    mutable std::mutex m_storeMutex; // held around store calls, never while a reader wants m_mutex
     std::function<void(const ChangeCausePtr &)> m_causeListener; // guarded by m_storeMutex, as are the next two
     std::vector<QString> m_untold; // changed by others, not yet reported
     std::vector<QString> m_dropped; // pending changes dropped, not yet reported by save()

@@ -87,6 +87,13 @@ public:
     virtual QString name() const = 0;
     /// The address book file; empty for other stores.
     virtual QString file() const { return {}; }
+    /// Copies the address book with its history to the empty file @p path, even after its own file was moved, replaced
+    /// or removed. False: it is no file, or a damaged one.
+    virtual bool copyTo(const QString &path)
+    {
+        static_cast<void>(path);
+        return false;
+    }
 
 protected:
     const LoadProgress &loadProgress() const { return m_loadProgress; }

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/sqlite/SqliteStore.h"
+#include "contacts/book/ABAddressBook.h"
+#include "contacts/stores/open/Backups.h"
 #include "contacts/stores/sqlite/AddressBookFile.h"
 #include "contacts/stores/sqlite/BackupFile.h"
 #include "contacts/stores/sqlite/Salvage.h"
@@ -210,6 +212,30 @@ private Q_SLOTS:
         QVERIFY(QFile::rename(path + u(".away"), path));
         QVERIFY(store->commit({{u("b"), nullptr, record("{}")}}));
         QCOMPARE(open(path)->loadAll()->size(), std::size_t(2));
+    }
+
+    void aFileThatIsGoneIsSavedElsewhereWithItsHistory()
+    {
+        for (const bool isDamaged : {false, true}) {
+            const QString path = newPath();
+            const auto book = *ABAddressBook::open(open(path));
+            for (int i = 0; i < 3; ++i) {
+                QVERIFY(book->addRecord(
+                    std::make_shared<ABPerson>(QString::number(i), record("{'image':'AAECAwQ=','note':'n'}"))));
+                QVERIFY(book->save());
+            }
+            if (isDamaged)
+                shell(path, "UPDATE contact SET record = '[' WHERE uid = '2'");
+            const QString step = book->history()->front().cause.id;
+            QVERIFY(QFile::remove(path));
+            QVERIFY(book->removeRecord(book->personWithUniqueId(u("0"))) && !book->save());
+            const QString other = path + u(".other");
+            QCOMPARE(*backUp(*book, other, false), 2);
+            const auto saved = open(other);
+            QCOMPARE(int(saved->history()->size()), isDamaged ? 1 : 4);
+            QCOMPARE(bool(saved->historyStep(step)), !isDamaged);
+            QVERIFY(*saved->loadAll()->back().record == *book->personWithUniqueId(u("2"))->record());
+        }
     }
 
     /// Of each, how many steps the history has: those of one day, and a later one every few days.

@@ -65,8 +65,13 @@ Result<qint64> backUp(const ABAddressBook &book, const QString &path, bool repla
     people.reserve(everybody->size());
     for (const auto &[person, record] : *everybody)
         people.push_back({person->uniqueId(), record});
-    auto copy = BackupFile::of(people, path, existing);
-    return copy ? (*copy)->finish() : copy.error();
+    const auto written = [&](const auto &fill) {
+        auto copy = BackupFile::of(people, path, existing, fill);
+        return copy ? (*copy)->finish() : copy.error();
+    };
+    auto withHistory = written([&book](const QString &file) { book.copyTo(file); });
+    // A damaged file that is gone, too, has no history worth losing people for.
+    return withHistory ? withHistory : written(nullptr);
 }
 
 Result<RestorePlan> planRestoreOfBackup(ABAddressBook &book, const QString &path)

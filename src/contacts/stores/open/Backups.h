@@ -10,9 +10,9 @@
 #include <functional>
 
 /// Writes @p book to a new address book file at @p path: a copy of its file with the history or, for other stores, its
-/// people. The file gets its name when it is complete and was read back. Takes as long as reading and writing
-/// everything; others may use the book.
-/// Conflict: the file exists and @p replaces is false. On any error @p path is unchanged.
+/// people. If its file is gone, the people as they are now, with its history unless that was damaged. The file gets its
+/// name when it is complete and was read back. Takes as long as reading and writing everything; others may use the
+/// book. Conflict: the file exists and @p replaces is false. On any error @p path is unchanged.
 /// @return how many people it holds
 Result<qint64> backUp(const ABAddressBook &book, const QString &path, bool replaces);
 

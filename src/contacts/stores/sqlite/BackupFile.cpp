@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/sqlite/BackupFile.h"
 
+#include "contacts/book/RestorePlan.h"
 #include "contacts/stores/sqlite/AddressBookFile.h"
 #include "contacts/stores/sqlite/RecordReader.h"
 #include "contacts/stores/sqlite/Schema.h"
@@ -135,22 +136,20 @@ Result<std::unique_ptr<BackupFile>> BackupFile::copyOf(const QString &from, cons
     return backup;
 }
 
-Result<std::unique_ptr<BackupFile>> BackupFile::of(
-    const std::vector<StoredRecord> &people, const QString &to, Existing existing)
+Result<std::unique_ptr<BackupFile>> BackupFile::of(const std::vector<StoredRecord> &people, const QString &to,
+    Existing existing, const std::function<void(const QString &file)> &fill)
 {
     auto backup = begin(to, existing);
     if (!backup)
         return backup;
     const QString temporary = QFile::decodeName((*backup)->m_temporary);
-    const auto store = SqliteStore::open(temporary);
-    if (!store)
-        return renamed(store.error(), temporary, to);
-    std::vector<RecordChange> additions;
-    additions.reserve(people.size());
-    const ChangeCausePtr cause = makeCause(ChangeCause::Kind::Restore);
-    for (const auto &[uid, record] : people)
-        additions.push_back({uid, nullptr, record, cause});
-    if (auto written = additions.empty() ? Result<void>() : (*store)->commit(additions); !written)
+    if (fill)
+        fill(temporary);
+    auto store = SqliteStore::open(temporary);
+    const auto book = store ? ABAddressBook::open(std::move(*store)) : store.error();
+    const auto plan = book ? planReplacement(**book, people) : book.error();
+    const auto written = plan ? restore(**book, *plan) : plan.error();
+    if (!written)
         return renamed(written.error(), temporary, to);
     return backup;
 }

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -21,9 +22,9 @@ public:
     /// The whole file @p from as it is now, history included, while others keep using it.
     /// Invalid: @p from is no address book or is damaged.
     static Result<std::unique_ptr<BackupFile>> copyOf(const QString &from, const QString &to, Existing existing);
-    /// These people, with a new history.
-    static Result<std::unique_ptr<BackupFile>> of(
-        const std::vector<StoredRecord> &people, const QString &to, Existing existing);
+    /// These people. @p fill may write an address book into the empty file first: its history is continued.
+    static Result<std::unique_ptr<BackupFile>> of(const std::vector<StoredRecord> &people, const QString &to,
+        Existing existing, const std::function<void(const QString &file)> &fill = {});
     ~BackupFile();
     BackupFile(const BackupFile &) = delete;
     BackupFile &operator=(const BackupFile &) = delete;

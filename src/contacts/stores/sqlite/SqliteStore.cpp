@@ -11,6 +11,7 @@
 #include "contacts/stores/sqlite/RecordWriter.h"
 #include "contacts/stores/sqlite/Schema.h"
 
+#include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/Transaction.h>
 
 #include <QFileInfo>
@@ -229,6 +230,16 @@ QString SqliteStore::name() const
 QString SqliteStore::file() const
 {
     return d->hasItsFile() ? d->path : QString();
+}
+
+bool SqliteStore::copyTo(const QString &path)
+{
+    try {
+        SQLite::Database copy(QFile::encodeName(path).constData(), SQLite::OPEN_READWRITE);
+        return d->connection && SQLite::Backup(copy, d->database()).executeStep(-1) == SQLITE_DONE;
+    } catch (const SQLite::Exception &) {
+        return false;
+    }
 }
 
 Result<std::vector<StoredRecord>> SqliteStore::loadAll()

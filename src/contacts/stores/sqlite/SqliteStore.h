@@ -39,6 +39,7 @@ public:
     QString name() const override;
     /// For a read-only one the private copy, so that backups include its history.
     QString file() const override;
+    bool copyTo(const QString &path) override;
 
 private:
     class Private;
