@@ -13,9 +13,7 @@
 
 #include <QFileInfo>
 
-#include <fcntl.h>
 #include <sqlite3.h>
-#include <unistd.h>
 
 namespace {
 
@@ -41,15 +39,6 @@ Error renamed(Error error, const QString &from, const QString &to)
 {
     error.text.replace(from, to);
     return error;
-}
-
-bool reachesDisk(const QByteArray &name)
-{
-    const int file = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
-    const bool isOnDisk = file >= 0 && ::fsync(file) == 0;
-    if (file >= 0)
-        ::close(file);
-    return isOnDisk;
 }
 
 /// Of the file @p file, for messages @p path.
@@ -166,8 +155,6 @@ Result<qint64> BackupFile::finish()
     auto people = checked(temporary, m_source);
     if (!people)
         return people;
-    if (!reachesDisk(m_temporary))
-        return failure(m_to, QStringLiteral("cannot be written"));
     if (auto unused = checkUnused(m_to); !unused)
         return unused.error();
     const auto moved = AddressBookFile::moveIntoPlace(m_temporary, m_to, m_existing == Existing::Replace);
