@@ -36,6 +36,11 @@ public:
     void setChangeListener(std::function<void()> listener) override { m_store->setChangeListener(std::move(listener)); }
     Result<std::vector<ChangeSummary>> history() override { return m_store->history(); }
     Result<ChangeStep> historyStep(const QString &causeId) override { return m_store->historyStep(causeId); }
+    Result<std::vector<Ignored>> ignored() override { return m_store->ignored(); }
+    Result<void> changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds) override
+    {
+        return m_store->changeIgnored(added, removedIds);
+    }
     bool comparesKeptLines() const override { return m_store->comparesKeptLines(); }
     bool canWrite() const override { return m_store->canWrite(); }
     QString name() const override { return m_store->name(); }

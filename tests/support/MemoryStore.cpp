@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/MemoryStore.h"
 
+#include <algorithm>
+
 Result<std::vector<StoredRecord>> MemoryStore::loadAll()
 {
     const std::scoped_lock lock(m_book->m_mutex);
@@ -55,4 +57,15 @@ Result<std::vector<OutsideChange>> MemoryStore::takeChangesFromOutside()
     for (const auto &[uid, record] : latest)
         changes.push_back({uid, record});
     return changes;
+}
+
+Result<void> MemoryStore::changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds)
+{
+    auto &ignored = m_book->m_ignored;
+    std::erase_if(ignored, [&](const Ignored &entry) { return removedIds.contains(entry.id()); });
+    for (const Ignored &entry : added) {
+        if (std::ranges::find(ignored, entry.id(), &Ignored::id) == ignored.end())
+            ignored.push_back(entry);
+    }
+    return {};
 }

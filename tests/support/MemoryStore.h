@@ -31,6 +31,7 @@ public:
         std::vector<Row> m_rows; // in the order of adding; a removed row stays, so that others hear of it
         std::map<QString, std::size_t> m_rowOfUid; // only rows with a record
         quint64 m_revision = 0;
+        std::vector<Ignored> m_ignored;
     };
 
     explicit MemoryStore(std::shared_ptr<Book> book = std::make_shared<Book>()) : m_book(std::move(book)) { }
@@ -40,6 +41,8 @@ public:
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
     Result<std::vector<ChangeSummary>> history() override { return std::vector<ChangeSummary>(); }
     Result<ChangeStep> historyStep(const QString &causeId) override { return noSuchCause(causeId); }
+    Result<std::vector<Ignored>> ignored() override { return m_book->m_ignored; }
+    Result<void> changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds) override;
     bool canWrite() const override { return true; }
     QString name() const override { return QStringLiteral("address book in memory"); }
 

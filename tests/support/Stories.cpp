@@ -184,6 +184,29 @@ QStringList removed(ABAddressBook &book, const QString &uid)
     Error error;
     return said(book.removeRecord(book.personWithUniqueId(uid), &error), error);
 }
+QStringList ignoredIn(AddressBookStore &store)
+{
+    const auto ignored = store.ignored();
+    QStringList texts;
+    for (const Ignored &each : *ignored)
+        texts += each.condition + u' ' + each.uids.join(u',') + u(" '") + each.found + u'\'';
+    return texts;
+}
+/// "+" or "-" and what ignoredIn() tells of one, between semicolons.
+QStringList ignore(AddressBookStore &store, const QString &text)
+{
+    std::vector<Ignored> added;
+    QStringList removed;
+    for (const QString &each : text.split(u(" ; "))) {
+        const Ignored ignored{
+            each.mid(1).section(u' ', 0, 0), each.section(u' ', 1, 1).split(u','), each.section(u' ', 2)};
+        if (each.startsWith(u'+'))
+            added.push_back(ignored);
+        else
+            removed += ignored.id();
+    }
+    return said(store.changeIgnored(added, removed));
+}
 QStringList peopleOf(ABAddressBook &book)
 {
     QStringList texts;
@@ -202,6 +225,8 @@ const QMap<QString, Step> &steps()
         {u("hear"), [](auto &program, auto &) { return hear(program); }},
         {u("fail"), [](auto &program, auto &rest) { return fail(program, rest.toInt()); }},
         {u("calls"), [](auto &program, auto &) { return callsOf(program); }},
+        {u("ignored"), [](auto &program, auto &) { return ignoredIn(program.store); }},
+        {u("ignore"), [](auto &program, auto &rest) { return ignore(program.store, rest); }},
         {u("add"), [](auto &program, auto &rest) { return add(program.book(), rest); }},
         {u("set"), [](auto &program, auto &rest) { return set(program.book(), rest); }},
         {u("remove"), [](auto &program, auto &rest) { return removed(program.book(), rest); }},

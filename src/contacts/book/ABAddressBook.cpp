@@ -406,6 +406,18 @@ Result<ChangeStep> ABAddressBook::historyStep(const QString &causeId)
     return m_store->historyStep(causeId);
 }
 
+Result<std::vector<Ignored>> ABAddressBook::ignored()
+{
+    const std::scoped_lock lock(m_storeMutex);
+    return m_store->ignored();
+}
+
+Result<void> ABAddressBook::changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds)
+{
+    const std::scoped_lock lock(m_storeMutex);
+    return m_store->changeIgnored(added, removedIds);
+}
+
 Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const ChangeCausePtr &cause)
 {
     const std::scoped_lock lock(m_storeMutex);

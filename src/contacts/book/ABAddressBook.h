@@ -87,6 +87,9 @@ public:
     void setChangeListener(std::function<void()> listener);
 
     // These may take as long as the store; not for the main thread.
+    /// As AddressBookStore::ignored() and changeIgnored().
+    Result<std::vector<Ignored>> ignored();
+    Result<void> changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds);
     Result<std::vector<ChangeSummary>> history();
     Result<ChangeStep> historyStep(const QString &causeId);
     /// Writes the changes to the store and updates the people. Added people are new objects. On any error (Conflict:

@@ -4,6 +4,7 @@
 
 #include "base/Result.h"
 #include "contacts/book/ChangeHistory.h"
+#include "contacts/book/Ignored.h"
 #include "contacts/model/PersonRecord.h"
 
 #include <functional>
@@ -65,6 +66,11 @@ public:
     virtual Result<std::vector<ChangeSummary>> history() = 0;
     /// NotFound: the history has no such cause, or no longer.
     virtual Result<ChangeStep> historyStep(const QString &causeId) = 0;
+    /// What the user ignores, in the order of adding.
+    virtual Result<std::vector<Ignored>> ignored() = 0;
+    /// Both or neither; what is there already is not added again, and unknown ids count as removed.
+    virtual Result<void> changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds) = 0;
+
     /// Whether kept lines count when a `before` is compared. False if another program keeps the cards and adds lines.
     virtual bool comparesKeptLines() const { return true; }
 

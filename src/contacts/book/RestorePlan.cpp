@@ -129,5 +129,6 @@ Result<RestorePlan> planReplacement(ABAddressBook &book, const std::vector<Store
 
 Result<void> restore(ABAddressBook &book, const RestorePlan &plan)
 {
-    return book.apply(plan.changes, makeCause(ChangeCause::Kind::Restore, plan.description));
+    const auto applied = book.apply(plan.changes, makeCause(ChangeCause::Kind::Restore, plan.description));
+    return applied && !plan.ignored.empty() ? book.changeIgnored(plan.ignored, {}) : applied;
 }

@@ -9,6 +9,7 @@ struct RestorePlan
 {
     QString description; ///< what is restored, for the history
     std::vector<RecordChange> changes; ///< each person once
+    std::vector<Ignored> ignored; ///< to be ignored too
     qint64 added = 0;
     qint64 changed = 0;
     qint64 removed = 0;
@@ -24,6 +25,7 @@ Result<RestorePlan> planRestore(ABAddressBook &book, const QStringList &causeIds
 /// are in the order of @p wanted.
 Result<RestorePlan> planReplacement(ABAddressBook &book, const std::vector<StoredRecord> &wanted);
 
-/// Carries out a plan, as a new cause; errors as in ABAddressBook::apply(). All three may take as long as the store;
+/// Carries out a plan, as a new cause; errors as in ABAddressBook::apply(), or the people are restored, but what is to
+/// be ignored could not be written. All three may take as long as the store;
 /// not for the main thread.
 Result<void> restore(ABAddressBook &book, const RestorePlan &plan);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/eds/EdsStore.h"
 
+#include "contacts/stores/eds/EdsIgnored.h"
 #include "contacts/stores/eds/EdsSession.h"
 
 #include <optional>
@@ -39,6 +40,7 @@ Result<std::unique_ptr<AddressBookStore>> EdsStore::open(const EdsRequest &reque
         return opened.error();
     store->m_name = store->m_session->info().name;
     store->m_sourceUid = store->m_session->info().uid;
+    store->m_folder = folderOfBook(request.dataFolder, store->m_sourceUid);
     return std::unique_ptr<AddressBookStore>(std::move(store));
 }
 
@@ -112,4 +114,14 @@ Result<std::vector<ChangeSummary>> EdsStore::history()
 Result<ChangeStep> EdsStore::historyStep(const QString &causeId)
 {
     return onThread<ChangeStep>([causeId](EdsSession &session) { return session.historyStep(causeId); });
+}
+
+Result<std::vector<Ignored>> EdsStore::ignored()
+{
+    return EdsIgnored::read(m_folder);
+}
+
+Result<void> EdsStore::changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds)
+{
+    return canWrite() ? EdsIgnored::change(m_folder, added, removedIds) : Result<void>(readOnlyReason());
 }

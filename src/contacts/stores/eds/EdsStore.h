@@ -33,6 +33,8 @@ public:
     void setChangeListener(std::function<void()> listener) override;
     Result<std::vector<ChangeSummary>> history() override;
     Result<ChangeStep> historyStep(const QString &causeId) override;
+    Result<std::vector<Ignored>> ignored() override;
+    Result<void> changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds) override;
     bool comparesKeptLines() const override { return false; }
     /// As of the last call: a book may become read-only while it is open.
     bool canWrite() const override { return !*m_isReadOnly; }
@@ -50,4 +52,5 @@ private:
     std::atomic<bool> m_isLooking = true; // for changes from outside, or may do so
     QString m_name;
     QString m_sourceUid;
+    QString m_folder; // the book's, in the program's data
 };

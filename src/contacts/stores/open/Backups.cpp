@@ -53,20 +53,22 @@ bool makeFolder(const QString &folder)
 
 } // namespace
 
-Result<qint64> backUp(const ABAddressBook &book, const QString &path, bool replaces)
+Result<qint64> backUp(ABAddressBook &book, const QString &path, bool replaces)
 {
     const auto existing = replaces ? BackupFile::Existing::Replace : BackupFile::Existing::Refuse;
     if (!book.file().isEmpty()) {
         auto copy = BackupFile::copyOf(book.file(), path, existing);
         return copy ? (*copy)->finish() : copy.error();
     }
-    std::vector<StoredRecord> people;
+    BookContents contents;
+    if (auto ignored = book.ignored()) // else its file is gone, and the people matter more
+        contents.ignored = std::move(*ignored);
     const PeopleSnapshot everybody = book.snapshot();
-    people.reserve(everybody->size());
+    contents.people.reserve(everybody->size());
     for (const auto &[person, record] : *everybody)
-        people.push_back({person->uniqueId(), record});
+        contents.people.push_back({person->uniqueId(), record});
     const auto written = [&](const auto &fill) {
-        auto copy = BackupFile::of(people, path, existing, fill);
+        auto copy = BackupFile::of(contents, path, existing, fill);
         return copy ? (*copy)->finish() : copy.error();
     };
     auto withHistory = written([&book](const QString &file) { book.copyTo(file); });
@@ -76,24 +78,26 @@ Result<qint64> backUp(const ABAddressBook &book, const QString &path, bool repla
 
 Result<RestorePlan> planRestoreOfBackup(ABAddressBook &book, const QString &path)
 {
-    const auto people = peopleInFile(path);
-    if (!people)
-        return people.error();
-    auto plan = planReplacement(book, *people);
-    if (plan)
+    const auto contents = contentsOfFile(path);
+    if (!contents)
+        return contents.error();
+    auto plan = planReplacement(book, contents->people);
+    if (plan) {
         plan->description = QFileInfo(path).fileName();
+        plan->ignored = contents->ignored;
+    }
     return plan;
 }
 
 Result<RestorePlan> planRestoreOfPeople(ABAddressBook &book, const QString &path, const QStringList &uids)
 {
-    const auto people = peopleInFile(path);
-    if (!people)
-        return people.error();
+    const auto contents = contentsOfFile(path);
+    if (!contents)
+        return contents.error();
     if (auto current = book.catchUp(); !current)
         return current.error();
     QHash<QString, PersonRecordPtr> held;
-    for (const auto &[uid, record] : *people)
+    for (const auto &[uid, record] : contents->people)
         held.insert(uid, record);
     RestorePlan plan;
     plan.description = QFileInfo(path).fileName();
@@ -126,11 +130,11 @@ Result<FaultsInFile> verify(const QString &bookFile)
     const QString folder = folderOfDailyBackups(bookFile);
     for (const QString &name : newestFirst(folder, QDate::currentDate())) {
         const QString backup = folder % u'/' % name;
-        const auto people = missing > 0 ? peopleInFile(backup) : Error();
-        if (!people)
+        const auto contents = missing > 0 ? contentsOfFile(backup) : Error();
+        if (!contents)
             continue; // damaged too, or nobody is looked for any more
         QSet<QString> held;
-        for (const StoredRecord &person : *people)
+        for (const StoredRecord &person : contents->people)
             held.insert(person.uid);
         for (auto &person : faults->people) {
             if (!person.backup.isEmpty() || !held.contains(person.uid))

@@ -14,7 +14,7 @@
 /// name when it is complete and was read back. Takes as long as reading and writing everything; others may use the
 /// book. Conflict: the file exists and @p replaces is false. On any error @p path is unchanged.
 /// @return how many people it holds
-Result<qint64> backUp(const ABAddressBook &book, const QString &path, bool replaces);
+Result<qint64> backUp(ABAddressBook &book, const QString &path, bool replaces);
 
 /// The changes that make the address book hold exactly what the backup at @p path holds.
 Result<RestorePlan> planRestoreOfBackup(ABAddressBook &book, const QString &path);

@@ -280,7 +280,7 @@ SQLite::Database open(const QString &path)
     database.exec("PRAGMA cell_size_check = ON");
     // What a row of the schema makes is decided by its text, whatever its other columns say. Format 1 had no views.
     static const QRegularExpression ours(
-        QStringLiteral("^CREATE (TABLE|INDEX|UNIQUE INDEX|(VIEW (?!(contact|image|save|history) )[a-z]+ AS)) "),
+        QStringLiteral("^CREATE (TABLE|INDEX|UNIQUE INDEX|(VIEW (?!(contact|image|save|history|ignored) )[a-z]+ AS)) "),
         QRegularExpression::CaseInsensitiveOption);
     const bool hasViews = database.execAndGet("PRAGMA user_version").getInt() > 1;
     SQLite::Statement objects(database, "SELECT name, sql FROM sqlite_schema WHERE sql IS NOT NULL");

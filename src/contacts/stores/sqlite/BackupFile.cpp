@@ -125,8 +125,8 @@ Result<std::unique_ptr<BackupFile>> BackupFile::copyOf(const QString &from, cons
     return backup;
 }
 
-Result<std::unique_ptr<BackupFile>> BackupFile::of(const std::vector<StoredRecord> &people, const QString &to,
-    Existing existing, const std::function<void(const QString &file)> &fill)
+Result<std::unique_ptr<BackupFile>> BackupFile::of(const BookContents &contents, const QString &to, Existing existing,
+    const std::function<void(const QString &file)> &fill)
 {
     auto backup = begin(to, existing);
     if (!backup)
@@ -136,7 +136,9 @@ Result<std::unique_ptr<BackupFile>> BackupFile::of(const std::vector<StoredRecor
         fill(temporary);
     auto store = SqliteStore::open(temporary);
     const auto book = store ? ABAddressBook::open(std::move(*store)) : store.error();
-    const auto plan = book ? planReplacement(**book, people) : book.error();
+    auto plan = book ? planReplacement(**book, contents.people) : book.error();
+    if (plan)
+        plan->ignored = contents.ignored;
     const auto written = plan ? restore(**book, *plan) : plan.error();
     if (!written)
         return renamed(written.error(), temporary, to);
@@ -170,12 +172,18 @@ Result<FaultsInFile> faultsInFile(const QString &path)
     return faultsIn(path, path);
 }
 
-Result<std::vector<StoredRecord>> peopleInFile(const QString &path)
+Result<BookContents> contentsOfFile(const QString &path)
 {
     const auto store = SqliteStore::openReadOnly(path, Error());
     if (!store)
         return store.error();
     if (const auto whole = checked((*store)->file(), path); !whole)
         return whole.error();
-    return (*store)->loadAll();
+    auto people = (*store)->loadAll();
+    if (!people)
+        return people.error();
+    auto ignored = (*store)->ignored();
+    if (!ignored)
+        return ignored.error();
+    return BookContents{std::move(*people), std::move(*ignored)};
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "contacts/book/Ignored.h"
 #include "contacts/model/PersonRecord.h"
 
 #include <QByteArray>
@@ -10,6 +11,13 @@
 #include <functional>
 #include <memory>
 #include <vector>
+
+/// What an address book holds, without its history.
+struct BookContents
+{
+    std::vector<StoredRecord> people;
+    std::vector<Ignored> ignored;
+};
 
 /// A new address book file that gets its name only when it is complete, synced, and was read back. Until then the name
 /// is unused, or an existing file unchanged.
@@ -22,9 +30,9 @@ public:
     /// The whole file @p from as it is now, history included, while others keep using it.
     /// Invalid: @p from is no address book or is damaged.
     static Result<std::unique_ptr<BackupFile>> copyOf(const QString &from, const QString &to, Existing existing);
-    /// These people. @p fill may write an address book into the empty file first: its history is continued.
-    static Result<std::unique_ptr<BackupFile>> of(const std::vector<StoredRecord> &people, const QString &to,
-        Existing existing, const std::function<void(const QString &file)> &fill = {});
+    /// These contents. @p fill may write an address book into the empty file first: its history is continued.
+    static Result<std::unique_ptr<BackupFile>> of(const BookContents &contents, const QString &to, Existing existing,
+        const std::function<void(const QString &file)> &fill = {});
     ~BackupFile();
     BackupFile(const BackupFile &) = delete;
     BackupFile &operator=(const BackupFile &) = delete;
@@ -61,6 +69,6 @@ struct FaultsInFile
 /// it is no address book, or cannot be opened.
 Result<FaultsInFile> faultsInFile(const QString &path);
 
-/// All people in the address book file at @p path, which is only read and may be on a read-only medium.
+/// Everything in the address book file at @p path, which is only read and may be on a read-only medium.
 /// Invalid: it is no address book, or is damaged; Io: it is missing or cannot be read.
-Result<std::vector<StoredRecord>> peopleInFile(const QString &path);
+Result<BookContents> contentsOfFile(const QString &path);

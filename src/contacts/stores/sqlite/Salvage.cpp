@@ -211,6 +211,10 @@ Result<Salvaged> readCopy(const QString &copy, const QString &path)
             salvaged.incomplete = reader.incompleteCount();
             countLost(database, "contact", read, salvaged);
         }
+        readRows(database, "SELECT entry FROM ignored", [&](auto &row) {
+            if (auto entry = ignoredFromJson(QByteArray::fromStdString(row.getColumn(0).getString())))
+                salvaged.ignored.push_back(std::move(*entry));
+        });
         return salvaged;
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, path);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "contacts/book/Ignored.h"
 #include "contacts/model/PersonRecord.h"
 
 #include <vector>
@@ -11,6 +12,7 @@
 struct Salvaged
 {
     std::vector<StoredRecord> people; ///< in the order of adding
+    std::vector<Ignored> ignored; ///< as far as it can be read
     qint64 incomplete = 0; ///< people who lack something or a matching digest
     qint64 lost = 0; ///< other people who were in the file
     bool isLostExact = false; ///< else there may be more of them

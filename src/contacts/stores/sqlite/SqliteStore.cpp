@@ -5,6 +5,7 @@
 #include "contacts/model/Utf8Text.h"
 #include "contacts/stores/sqlite/AddressBookFile.h"
 #include "contacts/stores/sqlite/HistoryTable.h"
+#include "contacts/stores/sqlite/IgnoredTable.h"
 #include "contacts/stores/sqlite/LogFile.h"
 #include "contacts/stores/sqlite/Migration.h"
 #include "contacts/stores/sqlite/PrivateCopy.h"
@@ -68,6 +69,8 @@ public:
 
     /// Runs @p work, which returns a Result, on the file that has the address book's name.
     template <typename Work> auto guarded(Work work) -> decltype(work());
+    /// Runs @p work, which writes, until what it wrote is in the file.
+    template <typename Work> Result<void> written(Work work);
     /// What is said of a person who cannot be read, with the file's name.
     Error damage(const Error &error) const { return {error.kind, name % QStringLiteral(": ") % error.text}; }
     bool hasItsFile() const { return book != FileOnDisk() && book == FileOnDisk::named(path); }
@@ -100,6 +103,19 @@ template <typename Work> auto SqliteStore::Private::guarded(Work work) -> declty
     } catch (const SQLite::Exception &exception) {
         return AddressBookFile::errorOf(exception, name);
     }
+}
+
+template <typename Work> Result<void> SqliteStore::Private::written(Work work)
+{
+    if (copy)
+        return readOnlyReason;
+    constexpr int kAttempts = 2; // somebody may take the log away just while it is written
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        Result<void> done = guarded(work);
+        if (!done || hasItsFiles())
+            return done;
+    }
+    return Error{ErrorKind::Unavailable, name % QStringLiteral(": another program keeps taking its log away")};
 }
 
 /// A file of another name keeps all that was saved, and its log does not wait for the next file of this name.
@@ -271,15 +287,7 @@ std::vector<QString> SqliteStore::damagedPeople() const
 
 Result<void> SqliteStore::commit(const std::vector<RecordChange> &changes)
 {
-    if (!canWrite())
-        return d->readOnlyReason;
-    constexpr int kAttempts = 2; // somebody may take the log away just while it is written
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        auto committed = d->guarded([&] { return d->commitOnce(changes); });
-        if (!committed || d->hasItsFiles())
-            return committed;
-    }
-    return Error{ErrorKind::Unavailable, d->name % QStringLiteral(": another program keeps taking its log away")};
+    return d->written([&] { return d->commitOnce(changes); });
 }
 
 Result<void> SqliteStore::Private::commitOnce(const std::vector<RecordChange> &changes)
@@ -355,5 +363,18 @@ Result<ChangeStep> SqliteStore::historyStep(const QString &causeId)
     return d->guarded([&] {
         SQLite::Transaction transaction(d->database()); // what a change left is looked up in several tables
         return HistoryTable::step(d->database(), d->connection->reader, causeId);
+    });
+}
+
+Result<std::vector<Ignored>> SqliteStore::ignored()
+{
+    return d->guarded([this] { return Result(IgnoredTable::read(d->database())); });
+}
+
+Result<void> SqliteStore::changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds)
+{
+    return d->written([&]() -> Result<void> {
+        IgnoredTable::change(d->database(), added, removedIds);
+        return {};
     });
 }

@@ -34,6 +34,8 @@ public:
     void setChangeListener(std::function<void()> listener) override;
     Result<std::vector<ChangeSummary>> history() override;
     Result<ChangeStep> historyStep(const QString &causeId) override;
+    Result<std::vector<Ignored>> ignored() override;
+    Result<void> changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds) override;
     bool canWrite() const override;
     Error readOnlyReason() const override;
     QString name() const override;
