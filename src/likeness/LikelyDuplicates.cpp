@@ -29,12 +29,14 @@ std::optional<LikenessGrade> gradeOf(double score)
     return score >= kPossibleFrom ? std::optional(LikenessGrade::Possible) : std::nullopt;
 }
 
+using AreDifferent = std::function<bool(std::size_t, std::size_t)>;
+
 /// Contacts that were put together, with the links that did it.
 class Clusters
 {
 public:
-    Clusters(const BookTraits &book, const PriorOdds &prior)
-        : m_book(book), m_prior(prior), m_places(book.contacts.size(), kNowhere)
+    Clusters(const BookTraits &book, const PriorOdds &prior, const AreDifferent &areDifferent)
+        : m_book(book), m_prior(prior), m_areDifferent(areDifferent), m_places(book.contacts.size(), kNowhere)
     { }
 
     /// Unless a member of one of the two clusters is surely not one of the other.
@@ -101,6 +103,11 @@ private:
 
     bool fit(const Cluster &a, const Cluster &b) const
     {
+        const auto isUnlike = [&](quint32 first) {
+            return std::ranges::any_of(b.members, [&](quint32 second) { return m_areDifferent(first, second); });
+        };
+        if (m_areDifferent && std::ranges::any_of(a.members, isUnlike))
+            return false;
         constexpr std::size_t kAsked = 20; // of each, so that a cluster of thousands takes no time
         for (std::size_t i = 0; i < std::min(kAsked, a.members.size()); ++i) {
             for (std::size_t j = 0; j < std::min(kAsked, b.members.size()); ++j) {
@@ -113,6 +120,7 @@ private:
 
     const BookTraits &m_book;
     PriorOdds m_prior;
+    const AreDifferent &m_areDifferent;
     std::vector<Cluster> m_clusters;
     std::vector<std::size_t> m_places; // of each contact in m_clusters
 };
@@ -149,7 +157,7 @@ Links linksOf(const BookTraits &book, const std::vector<CandidatePair> &pairs, c
 } // namespace
 
 LikelyDuplicates findLikelyDuplicates(std::span<const PersonSnapshot> people, LikenessGrade upTo, const QString &region,
-    const std::function<bool(double done)> &progress)
+    const std::function<bool(double done)> &progress, const std::function<bool(std::size_t, std::size_t)> &areDifferent)
 {
     LikelyDuplicates result;
     const auto part = [&](double from, double to) {
@@ -166,8 +174,8 @@ LikelyDuplicates findLikelyDuplicates(std::span<const PersonSnapshot> people, Li
     if (result.isCancelled)
         return result;
     result.crowded = candidates.crowded;
-    Clusters strong(book, prior);
-    Clusters possible(book, prior);
+    Clusters strong(book, prior, areDifferent);
+    Clusters possible(book, prior, areDifferent);
     for (const Link &link : links) {
         const LikenessGrade grade = *gradeOf(link.score);
         if (grade > upTo)

@@ -40,8 +40,10 @@ struct LikelyDuplicates
 /// that is possible. The same people give the same groups, whatever their order. For any thread.
 /// @param region where a phone number without country is from when nothing else says it: two capital letters, or empty
 /// @param progress told how far it is, from 0 to 1, on the calling thread; false cancels
+/// @param areDifferent whether the user said so of two; they are in no group together. An empty one: of nobody
 LikelyDuplicates findLikelyDuplicates(std::span<const PersonSnapshot> people, LikenessGrade upTo, const QString &region,
-    const std::function<bool(double done)> &progress);
+    const std::function<bool(double done)> &progress,
+    const std::function<bool(std::size_t, std::size_t)> &areDifferent = {});
 
 /// The region of the user's locale, as above.
 QString regionOfUser();
