@@ -63,6 +63,7 @@ void addScan(CLI::App &app, ChosenCommand &chosen)
         ->type_name("TITLE");
     command->add_flag("--json", options.json, "Print one JSON object of uids instead of the tree");
     command->add_flag("--exit-code", options.exitCode, "Exit with status 1 when something was found");
+    command->add_flag("--without-ignored", options.withoutIgnored, "Leave out what the command ignore remembers");
     std::string titles = "\nTitles, in the order of a scan of everything:\n";
     for (const QString &title : conditionTitles())
         titles += "  " + title.toStdString() + "\n";
@@ -78,6 +79,30 @@ void addLikely(CLI::App &app, ChosenCommand &chosen)
         ->check(CLI::IsMember({"certain", "likely", "possible"}))
         ->capture_default_str();
     command->add_flag("--json", options.json, "Print one JSON object per group");
+}
+
+void addIgnore(CLI::App &app, ChosenCommand &chosen)
+{
+    auto [command, options] = add(app, chosen, "ignore",
+        "Remember that a finding of these contacts is fine until what was found changes, or that they are different "
+        "people. Kept with the address book; scan --without-ignored, likely and the window leave it out",
+        runIgnore);
+    std::vector<std::string> titles;
+    for (const QString &title : conditionTitles())
+        titles.push_back(title.toStdString());
+    CLI::Option *condition = command->add_option("--condition", options.condition, "What was found")
+                                 ->type_name("TITLE")
+                                 ->check(CLI::IsMember(titles).description(""));
+    command->add_flag("--different", options.different, "The contacts are different people")->excludes(condition);
+    command->add_option("UID", options.uids, "The contacts")->required();
+}
+
+void addIgnored(CLI::App &app, ChosenCommand &chosen)
+{
+    auto [command, options] = add(app, chosen, "ignored", "Print what is ignored, each with an id", runIgnored);
+    CLI::Option *json = command->add_flag("--json", options.json, "Print one JSON object a line");
+    command->add_flag("--remove", options.remove, "Bring back what has these ids")->excludes(json);
+    command->add_option("ID", options.ids, "What to bring back");
 }
 
 void addTable(CLI::App &app, ChosenCommand &chosen)
@@ -320,8 +345,8 @@ void addEverything(CLI::App &app, std::string &where, bool &verbose, ChosenComma
         ->type_name("WHERE")
         ->check([](const std::string &name) { return std::string(name.empty() ? "is empty" : ""); });
     app.add_flag("--verbose", verbose, "Show diagnostic lines on standard error");
-    for (const auto addCommand : {addImport, addPeople, addScan, addLikely, addTable, addEdit, addDelete, addFix,
-             addMerge, addPreview, addExport, addHistory, addBackup, addRestore, addVerify})
+    for (const auto addCommand : {addImport, addPeople, addScan, addIgnore, addIgnored, addLikely, addTable, addEdit,
+             addDelete, addFix, addMerge, addPreview, addExport, addHistory, addBackup, addRestore, addVerify})
         addCommand(app, chosen);
     takeLiterally(app);
 }

@@ -74,3 +74,18 @@ std::string onOneLine(QString text)
     }
     return text.toStdString();
 }
+
+QList<ABPersonPtr> peopleNamed(const QStringList &uids, const ABAddressBook &book, const CommandContext &context)
+{
+    QList<ABPersonPtr> people;
+    for (const QString &uid : uids) {
+        const ABPersonPtr person = book.personWithUniqueId(uid);
+        if (!person)
+            context.report(uid % QStringLiteral(": no contact has this uid"));
+        else if (people.contains(person))
+            context.report(uid % QStringLiteral(": is named twice"));
+        else
+            people += person;
+    }
+    return people.size() == uids.size() ? people : QList<ABPersonPtr>();
+}

@@ -32,6 +32,9 @@ struct CommandContext
 /// Arguments, known to be valid UTF-8.
 QStringList textsOf(const std::vector<std::string> &arguments);
 
+/// In the order of the arguments. Empty, with the reasons reported, unless each of them names another contact.
+QList<ABPersonPtr> peopleNamed(const QStringList &uids, const ABAddressBook &book, const CommandContext &context);
+
 /// A text as UTF-8, with blanks in place of all characters that would start a new line or move the cursor, since names,
 /// labels and notes may contain anything.
 std::string onOneLine(QString text);
@@ -56,6 +59,7 @@ struct ScanOptions
     std::vector<std::string> titles; // empty: all of them
     bool json = false;
     bool exitCode = false;
+    bool withoutIgnored = false;
 };
 ExitStatus runScan(const ScanOptions &options, const CommandContext &context);
 
@@ -65,6 +69,22 @@ struct LikelyOptions
     bool json = false;
 };
 ExitStatus runLikely(const LikelyOptions &options, const CommandContext &context);
+
+struct IgnoreOptions
+{
+    std::string condition; ///< its title; empty: `different`
+    bool different = false; ///< the contacts are different people
+    std::vector<std::string> uids;
+};
+ExitStatus runIgnore(const IgnoreOptions &options, const CommandContext &context);
+
+struct IgnoredOptions
+{
+    bool json = false;
+    bool remove = false; ///< `ids`, instead of printing
+    std::vector<std::string> ids;
+};
+ExitStatus runIgnored(const IgnoredOptions &options, const CommandContext &context);
 
 struct TableOptions
 {

@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 
 #include "contacts/model/NameTexts.h"
+#include "fix/IgnoredFindings.h"
 #include "likeness/LikelyDuplicates.h"
 
 #include <nlohmann/json.hpp>
@@ -77,7 +78,11 @@ ExitStatus runLikely(const LikelyOptions &options, const CommandContext &context
             err << '\r' << int(100 * done) << " %" << std::flush;
         return true;
     };
-    const LikelyDuplicates found = findLikelyDuplicates(*people, grade, regionOfUser(), showProgress);
+    const auto ignored = IgnoredFindings::of(*book);
+    if (!ignored)
+        return context.refuse(ignored.error().text);
+    const LikelyDuplicates found =
+        findLikelyDuplicates(*people, grade, regionOfUser(), showProgress, differenceAmong(*people, *ignored));
     if (context.console.errIsTerminal)
         err << "\r\033[K" << std::flush;
     if (found.crowded > 0) {

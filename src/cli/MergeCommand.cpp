@@ -5,26 +5,6 @@
 #include "fix/MergeContacts.h"
 #include "fix/MergeInto.h"
 
-namespace {
-
-/// In the order of the arguments. Empty, with the reasons reported, unless each of them names another contact.
-QList<ABPersonPtr> peopleNamed(const QStringList &uids, const ABAddressBook &book, const CommandContext &context)
-{
-    QList<ABPersonPtr> people;
-    for (const QString &uid : uids) {
-        const ABPersonPtr person = book.personWithUniqueId(uid);
-        if (!person)
-            context.report(uid % QStringLiteral(": no contact has this uid"));
-        else if (people.contains(person))
-            context.report(uid % QStringLiteral(": is named twice"));
-        else
-            people += person;
-    }
-    return people.size() == uids.size() ? people : QList<ABPersonPtr>();
-}
-
-} // namespace
-
 ExitStatus runMerge(const MergeOptions &options, const CommandContext &context)
 {
     if (options.uids.size() < 2) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
 #include "contacts/model/NameTexts.h"
+#include "fix/IgnoredFindings.h"
 #include "results/ConditionGroups.h"
 #include "scan/ScanAddressBook.h"
 
@@ -71,8 +72,13 @@ ExitStatus runScan(const ScanOptions &options, const CommandContext &context)
     const auto book = context.openAddressBook();
     if (!book)
         return ExitStatus::Refused;
-    const ScanResult result =
-        ScanAddressBook::examine(options.titles.empty() ? conditionTitles() : textsOf(options.titles));
+    ScanResult result = ScanAddressBook::examine(options.titles.empty() ? conditionTitles() : textsOf(options.titles));
+    if (options.withoutIgnored) {
+        const auto ignored = IgnoredFindings::of(*book);
+        if (!ignored)
+            return context.refuse(ignored.error().text);
+        result = ignored->split(result).open;
+    }
     std::ostream &out = context.console.out;
     if (options.json)
         out << toJson(result).dump() << '\n';

@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scan/Finders.h"
 
+#include "contacts/model/RecordDifferences.h"
 #include "scan/DuplicateRules.h"
 #include "scan/ScanLog.h"
+
+#include <QSet>
 
 // In the rules of one person an empty text counts as present, and a space is U+0020 only.
 
@@ -93,20 +96,30 @@ bool isAsciiLetter(QChar c)
 }
 
 /// Without "@" or ".com", compared exactly: an address in ".org" is invalid.
+bool isInvalidEmail(const ABMultiValue::Entry &email)
+{
+    return !email.text().contains(u'@') || !email.text().contains(QLatin1StringView(".com"));
+}
+
+bool isInvalidPhone(const ABMultiValue::Entry &phone)
+{
+    return std::ranges::any_of(phone.text(), isAsciiLetter);
+}
+
+std::span<const ABMultiValue::Entry> entriesOf(const PersonRecord &record, ABProperty property)
+{
+    const ABMultiValue *values = record.multiValue(property);
+    return values ? values->entries() : std::span<const ABMultiValue::Entry>();
+}
+
 bool hasInvalidEmail(const PersonRecord &record)
 {
-    const ABMultiValue *emails = record.multiValue(kABEmailProperty);
-    return emails && std::ranges::any_of(emails->entries(), [](const ABMultiValue::Entry &entry) {
-        return !entry.text().contains(u'@') || !entry.text().contains(QLatin1StringView(".com"));
-    });
+    return std::ranges::any_of(entriesOf(record, kABEmailProperty), isInvalidEmail);
 }
 
 bool hasInvalidPhone(const PersonRecord &record)
 {
-    const ABMultiValue *phones = record.multiValue(kABPhoneProperty);
-    return phones && std::ranges::any_of(phones->entries(), [](const ABMultiValue::Entry &entry) {
-        return std::ranges::any_of(entry.text(), isAsciiLetter);
-    });
+    return std::ranges::any_of(entriesOf(record, kABPhoneProperty), isInvalidPhone);
 }
 
 Findings peopleWithNoteOfSpaces(People people)
@@ -129,6 +142,31 @@ Findings peopleWithInvalidCharacters(People people)
         qCDebug(lcScan, "电话号码非法");
         return true;
     });
+}
+
+using IsMeant = bool (*)(const ABMultiValue::Entry &);
+
+QStringList textsOf(const PersonRecord &record, ABProperty property, IsMeant isMeant)
+{
+    QStringList texts;
+    for (const auto &entry : entriesOf(record, property)) {
+        if (isMeant(entry))
+            texts += valueText(entry.value);
+    }
+    return texts;
+}
+
+/// Once for each time that a value is there again.
+QStringList repeatedTexts(const PersonRecord &record, ABProperty property)
+{
+    QSet<QString> seen;
+    QStringList texts = textsOf(record, property, [](const auto &) { return true; });
+    texts.removeIf([&](const QString &text) {
+        const auto count = seen.size();
+        seen.insert(text);
+        return seen.size() > count;
+    });
+    return texts;
 }
 
 struct FinderRow
@@ -160,6 +198,41 @@ constexpr std::array kFinders{
 static_assert(coversConditions(kFinders, &FinderRow::condition));
 
 } // namespace
+
+QStringList foundTexts(Condition condition, const PersonRecord &record)
+{
+    const auto text = [&record](ABProperty property) {
+        const QString *value = record.text(property);
+        return value ? *value : QString();
+    };
+    switch (condition) {
+    case Condition::SingleName:
+        return {text(kABFirstNameProperty), text(kABLastNameProperty)};
+    case Condition::SpaceInFirstName:
+        return {text(kABFirstNameProperty)};
+    case Condition::EmptyNotes:
+        return {text(kABNoteProperty)};
+    case Condition::EmptyNickname:
+        return {text(kABNicknameProperty)};
+    case Condition::UnusualTitle:
+        return {text(kABTitleProperty)};
+    case Condition::UnusualSuffix:
+        return {text(kABSuffixProperty)};
+    case Condition::DupAddress:
+        return repeatedTexts(record, kABAddressProperty);
+    case Condition::DupPhone:
+        return repeatedTexts(record, kABPhoneProperty);
+    case Condition::DupEmail:
+        return repeatedTexts(record, kABEmailProperty);
+    case Condition::InvalidChar:
+        return textsOf(record, kABEmailProperty, isInvalidEmail) + textsOf(record, kABPhoneProperty, isInvalidPhone);
+    case Condition::ShareEmail:
+    case Condition::DuplicateContacts:
+    case Condition::BlankName:
+        break;
+    }
+    return {};
+}
 
 Findings find(Condition condition, People people)
 {

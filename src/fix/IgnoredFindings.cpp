@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "fix/IgnoredFindings.h"
+
+#include "contacts/model/NameTexts.h"
+#include "fix/MergeContacts.h"
+#include "scan/Finders.h"
+
+#include <algorithm>
+
+namespace {
+
+bool isOfSeveral(Condition condition)
+{
+    return condition == Condition::DuplicateContacts || condition == Condition::ShareEmail;
+}
+
+QString keyOf(Condition condition)
+{
+    return conditionInfo(condition).key;
+}
+
+QString foundIn(const Finding &finding)
+{
+    return foundTexts(finding.condition, *finding.person->record()).join(u'\n');
+}
+
+QStringList uidsOf(const QList<ABPersonPtr> &people)
+{
+    QStringList uids;
+    for (const ABPersonPtr &person : people)
+        uids += person->uniqueId();
+    return uids;
+}
+
+} // namespace
+
+IgnoredFindings::IgnoredFindings(std::vector<Ignored> entries) : m_entries(std::move(entries))
+{
+    for (std::size_t place = 0; place < m_entries.size(); ++place) {
+        for (const QString &uid : m_entries[place].uids)
+            m_entriesOf[uid].push_back(place);
+    }
+}
+
+Result<IgnoredFindings> IgnoredFindings::of(ABAddressBook &book)
+{
+    auto entries = book.ignored();
+    return entries ? IgnoredFindings(std::move(*entries)) : Result<IgnoredFindings>(entries.error());
+}
+
+std::optional<Ignored> IgnoredFindings::entryFor(const Finding &finding)
+{
+    if (!isOfSeveral(finding.condition) && !finding.person->isRemoved())
+        return Ignored{keyOf(finding.condition), {finding.person->uniqueId()}, foundIn(finding)};
+    const QStringList uids = uidsOf(peopleToMerge(finding));
+    return uids.size() < 2 ? std::nullopt : std::optional(differentPeople(uids));
+}
+
+bool IgnoredFindings::areDifferent(const QString &uid, const QString &other) const
+{
+    const auto places = m_entriesOf.value(uid);
+    const auto others = m_entriesOf.value(other);
+    return std::ranges::any_of(places, [&](std::size_t place) {
+        return m_entries[place].condition.isEmpty() && std::ranges::binary_search(others, place);
+    });
+}
+
+bool IgnoredFindings::areAllDifferent(const QStringList &uids) const
+{
+    const auto asked = m_entriesOf.value(uids.value(0));
+    const auto hasAll = [&](std::size_t place) {
+        return m_entries[place].condition.isEmpty() && std::ranges::all_of(uids, [&](const QString &uid) {
+            const auto places = m_entriesOf.constFind(uid);
+            return places != m_entriesOf.constEnd() && std::ranges::binary_search(*places, place);
+        });
+    };
+    if (std::ranges::any_of(asked, hasAll))
+        return true;
+    for (qsizetype i = 1; i < uids.size(); ++i) {
+        for (qsizetype earlier = 0; earlier < i; ++earlier) {
+            if (!areDifferent(uids[earlier], uids[i]))
+                return false;
+        }
+    }
+    return uids.size() > 1;
+}
+
+/// Of those found for their names, as far as something is ignored of them: each by itself would take a walk through the
+/// address book.
+IgnoredFindings::Namesakes IgnoredFindings::namesakesIn(const ScanResult &result) const
+{
+    Namesakes namesakes;
+    for (const Finding &finding : findingsOf(result, Condition::DuplicateContacts)) {
+        if (m_entriesOf.contains(finding.person->uniqueId()))
+            namesakes.insert(nameKey(*finding.person->record()), {});
+    }
+    const auto book = ABAddressBook::sharedAddressBook();
+    if (namesakes.isEmpty() || !book)
+        return namesakes;
+    const PeopleSnapshot people = book->snapshot();
+    for (const auto &[person, record] : *people) {
+        if (const auto found = namesakes.find(nameKey(*record)); found != namesakes.end())
+            *found += person->uniqueId();
+    }
+    return namesakes;
+}
+
+bool IgnoredFindings::ignores(const Finding &finding, const Namesakes &namesakes) const
+{
+    const auto places = m_entriesOf.constFind(finding.person->uniqueId());
+    if (places == m_entriesOf.constEnd())
+        return false;
+    if (finding.condition == Condition::DuplicateContacts)
+        return areAllDifferent(namesakes.value(nameKey(*finding.person->record())));
+    if (isOfSeveral(finding.condition))
+        return areAllDifferent(uidsOf(peopleToMerge(finding)));
+    return std::ranges::any_of(*places, [&](std::size_t place) {
+        return m_entries[place].condition == keyOf(finding.condition) && m_entries[place].found == foundIn(finding);
+    });
+}
+
+IgnoredFindings::Split IgnoredFindings::split(const ScanResult &result) const
+{
+    Split split;
+    const Namesakes namesakes = namesakesIn(result);
+    for (const auto &[condition, findings] : result) {
+        const std::vector<Finding> all = findingsOf(result, condition);
+        const auto divide = [&, condition = condition](const auto &list) {
+            std::remove_cvref_t<decltype(list)> open;
+            std::remove_cvref_t<decltype(list)> ignored;
+            for (std::size_t i = 0; i < list.size(); ++i)
+                (ignores(all[i], namesakes) ? ignored : open).push_back(list[i]);
+            split.open.insert(condition, std::move(open));
+            split.ignored.insert(condition, std::move(ignored));
+        };
+        std::visit(divide, findings);
+    }
+    return split;
+}
+
+QString textOf(const Ignored &ignored)
+{
+    if (ignored.condition.isEmpty())
+        return QStringLiteral("Different people");
+    const auto info = std::ranges::find_if(
+        kConditions, [&](const ConditionInfo &known) { return ignored.condition == known.key; });
+    const QString title = info == kConditions.end() ? ignored.condition : QString(info->title);
+    if (ignored.found.isEmpty())
+        return title;
+    return title % QStringLiteral(": \"") % QString(ignored.found).replace(u'\n', QStringLiteral("\", \"")) % u'"';
+}
+
+std::function<bool(std::size_t, std::size_t)> differenceAmong(
+    std::span<const PersonSnapshot> people, const IgnoredFindings &ignored)
+{
+    return [people, &ignored](std::size_t first, std::size_t second) {
+        return ignored.areDifferent(people[first].person->uniqueId(), people[second].person->uniqueId());
+    };
+}
