@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fix/MergeContacts.h"
 
+#include "contacts/book/ABAddressBook.h"
 #include "contacts/model/ABLabels.h"
+#include "contacts/model/NameTexts.h"
 #include "fix/FixLog.h"
-#include "fix/NameIndex.h"
 #include "table/fields/PersonDictionary.h"
 
 #include <QSet>
@@ -211,6 +212,14 @@ ABPersonPtr mergeContacts(const QList<ABPersonPtr> &people)
     auto merged = std::make_shared<ABPerson>();
     merged->replaceRecord(merge.record());
     return merged;
+}
+
+QList<ABPersonPtr> peopleNamedLike(const ABPerson &person)
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    const QList<ABPersonPtr> namesakes =
+        book ? book->peopleWithNameKey(nameKey(*person.record())) : QList<ABPersonPtr>();
+    return namesakes.size() < 2 ? QList<ABPersonPtr>() : namesakes;
 }
 
 QList<ABPersonPtr> peopleToMerge(const Finding &finding)

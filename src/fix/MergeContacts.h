@@ -13,6 +13,10 @@
 /// flags; and a mother becomes a mobile number.
 ABPersonPtr mergeContacts(const QList<ABPersonPtr> &people);
 
+/// All people in the shared address book with @p person's name key, in order, if two or more; otherwise none. Usually
+/// includes @p person.
+QList<ABPersonPtr> peopleNamedLike(const ABPerson &person);
+
 /// The people that the repair merges, in order: for ShareEmail the others, even those removed since, and then the
 /// person; otherwise peopleNamedLike(). Empty if the person was removed.
 QList<ABPersonPtr> peopleToMerge(const Finding &finding);

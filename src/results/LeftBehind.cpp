@@ -4,7 +4,6 @@
 
 #include "contacts/model/RecordDifferences.h"
 #include "fix/MergeContacts.h"
-#include "fix/NameIndex.h"
 #include "fix/PropertyRepairs.h"
 #include "fix/RepairOptions.h"
 

@@ -126,6 +126,14 @@ ABPersonPtr ABAddressBook::personWithUniqueId(const QString &uid) const
     return m_people.withUid(uid);
 }
 
+QList<ABPersonPtr> ABAddressBook::peopleWithNameKey(const QString &key)
+{
+    const std::scoped_lock lock(m_mutex);
+    for (const auto &entry : m_pending->entries())
+        m_people.noteName(*entry.person);
+    return m_people.withNameKey(key);
+}
+
 bool ABAddressBook::containsRecord(const ABPersonPtr &person) const
 {
     const std::scoped_lock lock(m_mutex);
@@ -244,6 +252,7 @@ Result<void> ABAddressBook::commitPending()
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const ABPersonPtr &person = entries[i].person;
         person->settle(written[i]);
+        m_people.noteName(*person);
         if (!written[i]) {
             m_removedPeople.erase(person->uniqueId());
             person->setPendingChanges(nullptr);
@@ -365,6 +374,7 @@ bool ABAddressBook::takeIn(const OutsideChange &change)
         m_dropped.push_back(uid);
     if (pending && !clashes && now) {
         person->rebase(known, now);
+        m_people.noteName(*person);
         return true;
     }
     settle(person, now);
@@ -386,6 +396,7 @@ void ABAddressBook::settle(const ABPersonPtr &person, const PersonRecordPtr &sto
         m_people.insert(person);
     }
     person->setStoredRecord(stored);
+    m_people.noteName(*person);
 }
 
 bool ABAddressBook::copyTo(const QString &path) const

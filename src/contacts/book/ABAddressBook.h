@@ -44,6 +44,8 @@ public:
     PeopleSnapshot snapshot() const;
     /// Null if there is none.
     ABPersonPtr personWithUniqueId(const QString &uid) const;
+    /// Those with this nameKey(), in order. Fast but for the first call.
+    QList<ABPersonPtr> peopleWithNameKey(const QString &key);
     /// False once the person has been removed, even by another program.
     bool containsRecord(const ABPersonPtr &person) const;
     /// In the order of people().

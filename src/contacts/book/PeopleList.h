@@ -2,17 +2,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/book/ABPerson.h"
+#include "contacts/book/NameIndex.h"
 
 #include <unordered_map>
 
-/// The people of an address book in order, also found by uid. One thread at a time.
+/// The people of an address book in order, also found by uid and by name. One thread at a time.
 class PeopleList
 {
 public:
     const std::vector<ABPersonPtr> &all() const { return m_people; }
     /// Null if there is none.
     ABPersonPtr withUid(const QString &uid) const;
+    /// Those with this nameKey(), in order.
+    QList<ABPersonPtr> withNameKey(const QString &key);
+    /// To be told of everyone who may have another name by now, before the next withNameKey().
+    void noteName(const ABPerson &person);
 
     void reserve(std::size_t count) { m_people.reserve(count); }
     /// A person that was here before returns to its place; others go last.
@@ -24,7 +28,10 @@ public:
 private:
     using Index = std::unordered_map<QString, ABPersonPtr>;
 
+    std::vector<ABPersonPtr>::iterator placeOf(quint64 order);
+
     std::vector<ABPersonPtr> m_people; // by ABPerson::m_order
     quint64 m_lastOrder = 0;
     mutable std::optional<Index> m_index; // by uid; made on first use, which most runs never need
+    std::optional<NameIndex> m_names; // of ABPerson::m_order; likewise; names that people had before stay in it
 };

@@ -19,7 +19,3 @@ public:
 private:
     QHash<QString, QList<qsizetype>> m_places;
 };
-
-/// All people in the shared address book with @p person's name key, in order, if two or more; otherwise none. Usually
-/// includes @p person.
-QList<ABPersonPtr> peopleNamedLike(const ABPerson &person);
