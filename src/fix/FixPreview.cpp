@@ -24,13 +24,20 @@ constexpr int kHeaderWidth = 110;
 constexpr int kSentenceWidth = 310;
 constexpr int kWidestSentence = 380; // from the left margin to the edge of the card
 
-/// A name and as many fields as there is room for.
-void addPersonCard(PreviewDocument &document, const ABPerson &person)
+/// A name and as many fields as there is room for. Without @p before they are removed, else added to what it has.
+void addPersonCard(PreviewDocument &document, const ABPerson &person, const ABPerson *before = nullptr)
 {
+    const DisplayFields known = before ? analysePerson(*before) : DisplayFields();
+    const auto changeOf = [&](const DisplayFields::value_type &field) {
+        return !before                                                   ? PreviewChange::Removed
+            : std::ranges::find(known, field) == std::ranges::end(known) ? PreviewChange::Added
+                                                                         : PreviewChange::None;
+    };
     constexpr int kNameY = 132;
     constexpr std::size_t kRoom = 6;
     document.add({kLeft, kNameY, 100, kHeight}, QStringLiteral("Name :"), kLabelInk);
-    document.add({114, kNameY, 210, kHeight}, presentNames(*person.record()));
+    document.add({114, kNameY, 210, kHeight}, presentNames(*person.record()), {},
+        before ? PreviewChange::None : PreviewChange::Removed);
     const DisplayFields fields = analysePerson(person);
     for (std::size_t i = 0; i < std::min(fields.size(), kRoom); ++i) {
         const auto &[label, text] = fields[i];
@@ -38,7 +45,7 @@ void addPersonCard(PreviewDocument &document, const ABPerson &person)
         const bool isLong =
             label == QStringLiteral("Phonetic First Name") || label == QStringLiteral("Phonetic Last Name");
         document.add({kLeft, y, isLong ? 150 : 100, kHeight}, label % QStringLiteral(" :"), kLabelInk);
-        document.add({isLong ? 164 : 114, y, 210, kHeight}, text);
+        document.add({isLong ? 164 : 114, y, 210, kHeight}, text, {}, changeOf(fields[i]));
     }
 }
 
@@ -162,7 +169,7 @@ void FixPreview::deletePersonAndCreatTextFieldToDocumentView(PreviewDocument &do
 void FixPreview::mergeContactsAndCreatTextToDocumentView(PreviewDocument &document) const
 {
     if (const QList<ABPersonPtr> people = peopleToMerge(m_finding); !people.isEmpty())
-        addPersonCard(document, *mergeContacts(people));
+        addPersonCard(document, *mergeContacts(people), m_finding.person.get());
 }
 
 void FixPreview::addSharedAddress(PreviewDocument &document) const

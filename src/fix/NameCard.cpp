@@ -31,21 +31,34 @@ constexpr int kLabelWidth = 70;
 constexpr int kValueWidth = 210;
 constexpr int kTypeY = 132;
 
-void addPair(PreviewDocument &document, int x, int y, QLatin1StringView label, const QString &value)
+void addPair(
+    PreviewDocument &document, int x, int y, QLatin1StringView label, const QString &value, PreviewChange change)
 {
     document.add({x, y, kLabelWidth, kHeight}, label, kLabelInk);
-    document.add({x + kLabelWidth, y, kValueWidth, kHeight}, value);
+    document.add({x + kLabelWidth, y, kValueWidth, kHeight}, value, {}, change);
 }
+
+/// Before or after the repair; values that the other side does not have are marked.
+struct Side
+{
+    const PersonRecord &record;
+    const PersonRecord &other;
+    QString type;
+    PreviewChange change;
+};
 
 /// @p replaced may change a row's labels.
 template <typename Replace>
-void addColumn(PreviewDocument &document, int x, const QString &type, const PersonRecord &record, Replace replaced)
+void addColumn(PreviewDocument &document, int x, const Side &side, bool hasNewType, Replace replaced)
 {
-    addPair(document, x, kTypeY, QLatin1StringView("Type :"), type);
+    addPair(
+        document, x, kTypeY, QLatin1StringView("Type :"), side.type, hasNewType ? side.change : PreviewChange::None);
     for (Row row : kBefore) {
         replaced(row);
-        if (const QString *value = record.text(row.property))
-            addPair(document, x, row.y, row.label, *value);
+        const QString *other = side.other.text(row.property);
+        if (const QString *value = side.record.text(row.property))
+            addPair(
+                document, x, row.y, row.label, *value, other && *other == *value ? PreviewChange::None : side.change);
         else
             document.add({x, row.y, kValueWidth, kHeight}, row.labelAlone, kLabelInk);
     }
@@ -58,12 +71,15 @@ void addNameCard(PreviewDocument &document, const PersonRecord &before, const Pe
 {
     constexpr int kBeforeLeft = 14;
     constexpr int kAfterLeft = 230;
-    addColumn(document, kBeforeLeft, QStringLiteral("person"), before, [form](Row &row) {
+    const Side left{before, after, QStringLiteral("person"), PreviewChange::Removed};
+    const Side right{after, before, typeAfter, PreviewChange::Added};
+    const bool hasNewType = left.type != right.type;
+    addColumn(document, kBeforeLeft, left, hasNewType, [form](Row &row) {
         if (row.property == kABOrganizationProperty && form == NameCardForm::OfTitleAndSuffix)
             row.labelAlone = kOrgNameAloneOfTitleAndSuffix;
     });
     document.add({kAfterLeft, 152, 110, kHeight}, QStringLiteral("After Fixing"), kHeaderInk);
-    addColumn(document, kAfterLeft, typeAfter, after, [](Row &row) {
+    addColumn(document, kAfterLeft, right, hasNewType, [](Row &row) {
         if (row.property == kABLastNameProperty)
             row.label = kLastBesideValueAfter;
     });

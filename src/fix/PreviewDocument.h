@@ -22,6 +22,9 @@ inline constexpr PreviewColour kPaleHeaderInk{PreviewColour::Ink::Black, 0.3};
 inline constexpr PreviewColour kLabelInk{PreviewColour::Ink::Black, 0.5};
 inline constexpr PreviewColour kDeletionInk{PreviewColour::Ink::Red, 1};
 
+/// What a repair does to the value that a text shows.
+enum class PreviewChange { None, Added, Removed };
+
 /// A preview text: read-only, not selectable, without border or background.
 struct PreviewField
 {
@@ -29,6 +32,7 @@ struct PreviewField
     QString text;
     /// With a colour: bold, size 11. Without: the platform's usual text and colour.
     std::optional<PreviewColour> colour;
+    PreviewChange change = PreviewChange::None;
 
     friend bool operator==(const PreviewField &, const PreviewField &) = default;
 };
@@ -39,7 +43,8 @@ struct PreviewDocument
     QSize size{394, 168};
     std::vector<PreviewField> fields; ///< in the order added
 
-    void add(const QRect &frame, const QString &text, const std::optional<PreviewColour> &colour = {});
+    void add(const QRect &frame, const QString &text, const std::optional<PreviewColour> &colour = {},
+        PreviewChange change = PreviewChange::None);
 };
 
 /// A field at the common starting frame: x 15, y 132, width 210, height 17.

@@ -19,7 +19,7 @@ private:
     static QStringList linesOf(const PreviewDocument &document)
     {
         QStringList lines;
-        for (const auto &[frame, text, colour] : document.fields) {
+        for (const auto &[frame, text, colour, change] : document.fields) {
             QString line = u("%1 %2 %3 ").arg(frame.x()).arg(frame.y()).arg(frame.width());
             if (colour)
                 line += (colour->ink == PreviewColour::Ink::Red ? u("R%1 ") : u("B%1 ")).arg(colour->alpha * 100);

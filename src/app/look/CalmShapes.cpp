@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/look/CalmShapes.h"
 
-#include "app/look/Colours.h"
-
 #include <QAbstractItemModel>
 #include <QPainter>
+#include <QWidget>
 
 #include <algorithm>
 
@@ -106,6 +105,12 @@ void drawFocusRing(const QStyleOption &option, QPainter &painter)
     drawRound(option, radius, {colourOf(option, ColourRole::Accent), kRingWidth}, Qt::NoBrush, painter, option.rect);
 }
 
+void drawChip(const QStyleOption &option, ColourRole ground, QPainter &painter)
+{
+    const int radius = 4;
+    drawRound(option, radius, {colourOf(option, ColourRole::Line), 1}, colourOf(option, ground), painter, option.rect);
+}
+
 void drawCheckBox(const QStyleOption &option, QPainter &painter)
 {
     const QRectF box = inner(option.rect, 2);
@@ -172,9 +177,9 @@ void drawRow(const QStyleOptionViewItem &option, bool isInTable, QPainter &paint
         if (canBeEdited)
             drawRound(option, kRadius, {colourOf(option, ColourRole::Quiet), 1}, Qt::NoBrush, painter,
                 option.rect.adjusted(2, 3, -2, -4));
-    } else if (isSelected && option.rect.left() <= 0) { // a whole row, not the part beside the indentation
+    } else if (isSelected && option.rect.left() <= 0 && option.widget && option.widget->hasFocus()) {
         painter.fillRect(QRect(option.rect.topLeft(), QSize(kMarkWidth, option.rect.height())),
-            colourOf(option, ColourRole::Accent));
+            colourOf(option, ColourRole::Accent)); // of a whole row, not of the part beside the indentation
     }
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/look/Colours.h"
+
 #include <QStyleOption>
 
 class QPainter;
@@ -16,6 +18,8 @@ void drawButton(const QStyleOptionButton &option, bool isPrimary, QPainter &pain
 void drawField(const QStyleOption &option, QPainter &painter);
 /// A box around controls that belong together.
 void drawBox(const QStyleOption &option, QPainter &painter);
+/// A small round ground with an outline: of a key, of a label.
+void drawChip(const QStyleOption &option, ColourRole ground, QPainter &painter);
 void drawCheckBox(const QStyleOption &option, QPainter &painter);
 void drawRadioButton(const QStyleOption &option, QPainter &painter);
 /// Around what has the focus.

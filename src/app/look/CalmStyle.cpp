@@ -11,6 +11,7 @@
 #include <QDialog>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
@@ -71,6 +72,21 @@ void drawProgress(const QStyleOptionProgressBar &option, bool isGroove, QPainter
     painter.setBrush(colourFor(isGroove ? ColourRole::Badge : ColourRole::Accent, option.palette));
     if (isGroove || area.width() >= 1)
         painter.drawRoundedRect(area, radius, radius);
+}
+
+void drawMenuTitle(const QStyleOptionMenuItem &option, bool isUnderlined, QPainter &painter)
+{
+    const bool isActive = option.state & (QStyle::State_Selected | QStyle::State_Sunken);
+    painter.fillRect(option.rect, option.palette.color(QPalette::Window));
+    if (isActive) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colourFor(ColourRole::AccentSoft, option.palette));
+        painter.drawRoundedRect(option.rect.adjusted(0, 2, 0, -2), 6, 6);
+    }
+    const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
+    painter.setPen(option.palette.color(isEnabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+    const int mnemonic = isUnderlined ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
+    painter.drawText(option.rect, int(Qt::AlignCenter) | mnemonic, option.text);
 }
 
 std::optional<int> designMetric(QStyle::PixelMetric metric, const QWidget *widget)
@@ -138,11 +154,17 @@ void CalmStyle::drawPrimitive(
             drawButton(*button, isPrimary(*button, widget), *painter);
         return;
     case PE_Frame:
-        return drawFrame(*option, *painter);
-    case PE_FrameFocusRect:
-        if (!qobject_cast<const QPushButton *>(widget)) // which have a ring of their own
+        if (qobject_cast<const QLabel *>(widget))
+            drawChip(*option, ColourRole::Ground, *painter);
+        else
+            drawFrame(*option, *painter);
+        return;
+    case PE_FrameFocusRect: {
+        const bool isSelectedRow = option->state.testFlag(State_Selected) && !qobject_cast<const QTableView *>(widget);
+        if (!isSelectedRow && !qobject_cast<const QPushButton *>(widget)) // buttons have a ring of their own
             drawFocusRing(*option, *painter);
         return;
+    }
     case PE_IndicatorCheckBox:
     case PE_IndicatorItemViewItemCheck:
         return drawCheckBox(*option, *painter);
@@ -219,6 +241,10 @@ void CalmStyle::drawControl(
             bar && (element == CE_ProgressBarGroove || bar->maximum > bar->minimum))
             return drawProgress(*bar, element == CE_ProgressBarGroove, *painter);
         break;
+    case CE_MenuBarItem:
+        if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option))
+            drawMenuTitle(*item, styleHint(SH_UnderlineShortcut, option, widget), *painter);
+        return;
     case CE_MenuBarEmptyArea:
         painter->fillRect(option->rect, option->palette.color(QPalette::Window));
         return;
@@ -305,6 +331,9 @@ QSize CalmStyle::sizeFromContents(
     case CT_HeaderSection:
         size.setHeight(std::max(size.height(), scaled(kHeaderHeight, option->fontMetrics)));
         break;
+    case CT_MenuBarItem:
+        size.setHeight(std::max(size.height(), scaled(30, option->fontMetrics)));
+        break;
     case CT_ItemViewItem:
         if (!qobject_cast<const QTableView *>(widget))
             size.setHeight(std::max(size.height(), scaled(32, option->fontMetrics)));
@@ -319,6 +348,8 @@ QRect CalmStyle::subElementRect(SubElement element, const QStyleOption *option, 
 {
     if (element == SE_ItemViewItemFocusRect) // the cell, not only its text
         return option->rect;
+    if (element == SE_RadioButtonClickRect) // the row
+        return option->rect;
     const QRect rect = QProxyStyle::subElementRect(element, option, widget);
     if (element == SE_LineEditContents) {
         const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
@@ -332,8 +363,9 @@ QRect CalmStyle::subControlRect(
     ComplexControl control, const QStyleOptionComplex *option, SubControl part, const QWidget *widget) const
 {
     if (control == CC_GroupBox) {
+        const auto *box = qstyleoption_cast<const QStyleOptionGroupBox *>(option);
         const int margin = scaled(kTitleMargin, option->fontMetrics);
-        const int titleHeight = option->fontMetrics.height();
+        const int titleHeight = box && box->text.isEmpty() ? 8 - margin : option->fontMetrics.height();
         switch (part) {
         case SC_GroupBoxFrame:
             return option->rect;

@@ -58,7 +58,69 @@ private:
     ColourRole m_colour;
 };
 
+/// A palette that is set would keep its colours when the application's change.
+class TextColour : public QObject
+{
+public:
+    TextColour(QWidget *widget, ColourRole role) : QObject(widget), m_widget(*widget), m_role(role)
+    {
+        widget->installEventFilter(this);
+        apply();
+    }
+
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::ApplicationPaletteChange)
+            apply();
+        return QObject::eventFilter(object, event);
+    }
+
+private:
+    void apply()
+    {
+        QPalette colours = m_widget.palette();
+        for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            colours.setColor(role, colourFor(m_role, QGuiApplication::palette()));
+        m_widget.setPalette(colours);
+    }
+
+    QWidget &m_widget;
+    const ColourRole m_role;
+};
+
 } // namespace
+
+void setTextColour(QWidget *widget, ColourRole role)
+{
+    new TextColour(widget, role);
+}
+
+void makeHeadline(QWidget *widget)
+{
+    constexpr qreal size = 1.4; // of other texts
+    QFont font = widget->font();
+    font.setWeight(QFont::DemiBold);
+    font.setPointSizeF(font.pointSizeF() * size);
+    widget->setFont(font);
+}
+
+QWidget *separator(Qt::Orientation orientation)
+{
+    auto *line = new QWidget;
+    line->setBackgroundRole(QPalette::Mid);
+    line->setAutoFillBackground(true);
+    orientation == Qt::Horizontal ? line->setFixedHeight(1) : line->setFixedWidth(1);
+    return line;
+}
+
+QLabel *keyLabel(const QKeySequence &keys)
+{
+    auto *label = new QLabel(keys.toString(QKeySequence::NativeText));
+    label->setFrameShape(QFrame::StyledPanel); // which the style rounds
+    label->setMargin(3);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    return label;
+}
 
 QIcon symbol(const QString &name, ColourRole colour)
 {

@@ -5,6 +5,7 @@
 #include "app/look/Colours.h"
 
 #include <QIcon>
+#include <QKeySequence>
 #include <QLabel>
 #include <QPixmap>
 #include <QPointer>
@@ -16,6 +17,15 @@
 // Properties of buttons, which the style looks at: the one thing to do in a window, and what removes something.
 inline constexpr const char *kPrimaryProperty = "isPrimary";
 inline constexpr const char *kDestructiveProperty = "isDestructive";
+
+/// The widget's text in this colour, also when the desktop switches between light and dark.
+void setTextColour(QWidget *widget, ColourRole role);
+/// The largest text of a window: whom or what it is about.
+void makeHeadline(QWidget *widget);
+/// A thin line between two parts of a window.
+QWidget *separator(Qt::Orientation orientation);
+/// A key, framed like one.
+QLabel *keyLabel(const QKeySequence &keys);
 
 /// data/art/symbol-NAME.svg in this colour; on primary buttons that is ColourRole::OnAccent.
 QIcon symbol(const QString &name, ColourRole colour = ColourRole::Text);

@@ -2,13 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QWidget>
-
-class QPushButton;
-class WrappedText;
+#include "app/look/StatePage.h"
 
 /// Shown instead of a contact table without rows: why there are none, and what to do.
-class EmptyPage : public QWidget
+class EmptyPage : public StatePage
 {
     Q_OBJECT
 
@@ -27,10 +24,8 @@ Q_SIGNALS:
     void sampleRequested();
 
 private:
-    void say(const QString &title, const QStringList &sentences);
     void setOffersShown(bool isShown);
 
-    WrappedText *m_text;
     QPushButton *m_import;
     QPushButton *m_sample;
 };

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/results/FindingDelegate.h"
 
+#include "app/look/CalmShapes.h"
+#include "app/look/Colours.h"
 #include "app/look/ContactPicture.h"
-#include "app/look/Controls.h"
 #include "results/ResultTree.h"
 
 #include <QApplication>
@@ -14,7 +15,11 @@
 
 namespace {
 
-constexpr int kMargin = 5;
+constexpr int kGroupHeight = 36;
+constexpr int kFindingHeight = 52;
+constexpr int kPictureSize = 36;
+constexpr int kMargin = 8;
+constexpr int kGap = 12;
 
 /// A name may hold line breaks; the row has one line for it.
 QString lineOf(const QModelIndex &finding)
@@ -32,7 +37,7 @@ QString lineOf(const QModelIndex &finding)
 QSize FindingDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     const bool isGroup = !index.parent().isValid();
-    return {200, (isGroup ? 1 : 2) * option.fontMetrics.height() + 3 * kMargin};
+    return {200, scaled(isGroup ? kGroupHeight : kFindingHeight, option.fontMetrics)};
 }
 
 const QPixmap &FindingDelegate::pictureOf(
@@ -52,16 +57,18 @@ void FindingDelegate::paintGroup(QPainter &painter, const QStyleOptionViewItem &
 {
     const QFontMetrics metrics = painter.fontMetrics();
     const QString count = QLocale().toString(group.model()->rowCount(group));
-    QRect badge = item.rect.adjusted(0, kMargin, -2 * kMargin, -kMargin);
-    badge.setLeft(badge.right() - std::max(metrics.horizontalAdvance(count) + 4 * kMargin, badge.height()));
+    const int height = scaled(20, metrics);
+    QRect badge(0, 0, std::max(metrics.horizontalAdvance(count) + height, height), height);
+    badge.moveCenter(item.rect.center());
+    badge.moveRight(item.rect.right() - kGap);
     const QRect title = item.rect.adjusted(kMargin, 0, badge.left() - item.rect.right() - kMargin, 0);
     painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter,
         metrics.elidedText(group.data().toString(), Qt::ElideRight, title.width()));
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(item.palette.color(QPalette::Window));
+    painter.setBrush(colourFor(ColourRole::Badge, item.palette));
     painter.setPen(Qt::NoPen);
     painter.drawRoundedRect(badge, badge.height() / 2.0, badge.height() / 2.0);
-    painter.setPen(item.palette.color(QPalette::WindowText));
+    painter.setPen(colourFor(ColourRole::Quiet, item.palette));
     painter.drawText(badge, Qt::AlignCenter, count);
 }
 
@@ -72,33 +79,29 @@ void FindingDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
     item.text.clear();
     QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
 
-    const bool isSelected = item.state.testFlag(QStyle::State_Selected);
-    const QPalette &colours = item.palette;
     painter->save();
-    painter->setPen(colours.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
-    QRect area = item.rect.adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    const QColor quiet = colourFor(ColourRole::Quiet, item.palette);
+    painter->setPen(index.data(ResultTree::IsGoneRole).toBool() ? quiet : item.palette.color(QPalette::Text));
     QFont bold = item.font;
-    bold.setBold(true);
+    bold.setWeight(QFont::DemiBold);
+    painter->setFont(bold);
     if (index.data(ResultTree::IsGroupRole).toBool()) {
-        painter->setFont(bold);
         paintGroup(*painter, item, index);
         painter->restore();
         return;
     }
-    const int size = area.height();
-    painter->drawPixmap(area.topLeft(), pictureOf(index, size, painter->device()->devicePixelRatioF(), colours));
-    area.setLeft(area.left() + size + 2 * kMargin);
+    const int size = scaled(kPictureSize, item.fontMetrics);
+    const QRect row = item.rect.adjusted(kMargin, 0, -kGap, 0);
+    painter->drawPixmap(row.left(), row.top() + (row.height() - size) / 2,
+        pictureOf(index, size, painter->device()->devicePixelRatioF(), item.palette));
     const QFontMetrics metrics(bold);
-    const QColor quiet = colours.color(QPalette::PlaceholderText);
-    if (!isSelected && index.data(ResultTree::IsGoneRole).toBool())
-        painter->setPen(quiet);
-    painter->setFont(bold);
-    painter->drawText(
-        area, Qt::AlignLeft | Qt::AlignTop, metrics.elidedText(lineOf(index), Qt::ElideRight, area.width()));
+    QRect line(row.left() + size + kGap, 0, row.width() - size - kGap, metrics.height());
+    line.moveTop(row.top() + (row.height() - 2 * metrics.height()) / 2);
+    painter->drawText(line, Qt::AlignLeft, metrics.elidedText(lineOf(index), Qt::ElideRight, line.width()));
+    line.translate(0, metrics.height());
     painter->setFont(item.font);
-    if (!isSelected)
-        painter->setPen(quiet);
-    painter->drawText(area, Qt::AlignLeft | Qt::AlignBottom,
-        item.fontMetrics.elidedText(index.data(ResultTree::DescriptionRole).toString(), Qt::ElideRight, area.width()));
+    painter->setPen(quiet);
+    painter->drawText(line, Qt::AlignLeft,
+        item.fontMetrics.elidedText(index.data(ResultTree::DescriptionRole).toString(), Qt::ElideRight, line.width()));
     painter->restore();
 }

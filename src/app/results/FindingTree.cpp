@@ -3,6 +3,10 @@
 #include "app/results/FindingTree.h"
 
 #include <QItemSelectionModel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
 
 namespace {
 
@@ -38,6 +42,82 @@ public:
 };
 
 } // namespace
+
+/// Lies over the rows while the group's own row is scrolled away.
+class FindingTree::GroupTitle : public QWidget
+{
+public:
+    explicit GroupTitle(FindingTree &tree) : QWidget(&tree), m_tree(tree) { hide(); }
+
+    void follow()
+    {
+        m_group = m_tree.indexAt({0, 0}).parent();
+        setVisible(m_group.isValid());
+        if (!m_group.isValid())
+            return;
+        const int height = m_tree.visualRect(m_group).height();
+        const QModelIndex next = m_group.sibling(m_group.row() + 1, 0);
+        const int top = next.isValid() ? std::min(m_tree.visualRect(next).top() - height, 0) : 0; // which pushes it
+        setGeometry(0, top, m_tree.viewport()->width(), height);
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.fillRect(rect(), m_tree.palette().color(QPalette::Base));
+        QStyleOptionViewItem option;
+        m_tree.initViewItemOption(&option);
+        option.rect = QRect(0, 0, m_tree.indentation(), height());
+        option.state |= QStyle::State_Children | QStyle::State_Open;
+        style()->drawPrimitive(QStyle::PE_IndicatorBranch, &option, &painter, &m_tree);
+        option.rect = rect().adjusted(m_tree.indentation(), 0, 0, 0);
+        m_tree.itemDelegate()->paint(&painter, option, m_group);
+    }
+
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        if (event->position().x() < m_tree.indentation())
+            m_tree.collapse(m_group);
+        m_tree.scrollTo(m_group, PositionAtTop);
+    }
+
+private:
+    FindingTree &m_tree;
+    QPersistentModelIndex m_group;
+};
+
+FindingTree::FindingTree(QWidget *parent) : QTreeView(parent), m_title(new GroupTitle(*this))
+{
+    setVerticalScrollMode(ScrollPerPixel);
+}
+
+void FindingTree::scrollTo(const QModelIndex &index, ScrollHint hint)
+{
+    QTreeView::scrollTo(index, hint);
+    const int covered = visualRect(index.parent()).height() - visualRect(index).top();
+    if (index.parent().isValid() && covered > 0)
+        verticalScrollBar()->setValue(verticalScrollBar()->value() - covered);
+}
+
+void FindingTree::scrollContentsBy(int dx, int dy)
+{
+    QTreeView::scrollContentsBy(dx, dy);
+    m_title->follow();
+}
+
+void FindingTree::updateGeometries()
+{
+    QTreeView::updateGeometries();
+    m_title->follow();
+}
+
+void FindingTree::dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles)
+{
+    QTreeView::dataChanged(first, last, roles);
+    m_title->update();
+}
 
 void FindingTree::setModel(QAbstractItemModel *model)
 {

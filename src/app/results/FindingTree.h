@@ -6,23 +6,30 @@
 
 /// The tree of findings with its navigation: only findings can be selected, and the selected one is current. Clicks on
 /// groups change nothing, and arrow keys skip groups: Left closes the selected finding's group, Right opens the nearest
-/// closed one, preferably below.
+/// closed one, preferably below. The title of the topmost findings' group stays in view.
 class FindingTree : public QTreeView
 {
     Q_OBJECT
 
 public:
-    using QTreeView::QTreeView;
+    explicit FindingTree(QWidget *parent = nullptr);
 
     void setModel(QAbstractItemModel *model) override;
     /// Selects the finding above or below, in closed groups none.
     void selectNeighbour(bool isUpwards);
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
 
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void updateGeometries() override;
+    void dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles) override;
 
 private:
+    class GroupTitle;
     QModelIndex findingFrom(QModelIndex index, bool isUpwards) const;
     void closeGroup();
     void openNearestGroup();
+
+    GroupTitle *m_title;
 };

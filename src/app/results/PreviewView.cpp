@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/results/PreviewView.h"
 
+#include "app/look/Colours.h"
+
 #include <QEvent>
 #include <QLabel>
 #include <QPainter>
@@ -17,14 +19,18 @@ namespace {
 constexpr double kPointsOfLine = 20; // between two rows of a document
 constexpr int kGap = 12; // between two texts of a row
 constexpr int kRingWidth = 2; // of the focus
+constexpr int kTintMargin = 4; // around a changed value
+constexpr int kTintRadius = 4;
 constexpr int kLeastRoom = 60; // for a text
 constexpr qsizetype kMostCharacters = 10'000; // of a text that are shown
 
-/// The ground of previews: a quiet pattern over the window's base colour.
+/// The ground of previews: a quiet pattern over the window's base colour, and a tint below values that change.
 class DocumentView : public QWidget
 {
 public:
     using QWidget::QWidget;
+
+    void tint(const QRect &value, ColourRole colour) { m_tints.emplace_back(value, colour); }
 
 protected:
     void paintEvent(QPaintEvent *) override
@@ -33,11 +39,41 @@ protected:
         painter.fillRect(rect(), palette().color(QPalette::Base));
         painter.setOpacity(0.06);
         painter.drawTiledPixmap(rect(), QPixmap(QStringLiteral(":/art/color.png")));
+        painter.setOpacity(1);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        for (const auto &[value, colour] : m_tints) {
+            painter.setBrush(colourFor(colour, palette()));
+            painter.drawRoundedRect(value, kTintRadius, kTintRadius);
+        }
     }
+
+private:
+    std::vector<std::pair<QRect, ColourRole>> m_tints;
 };
+
+/// How a changed value looks and is read.
+struct ChangeLook
+{
+    ColourRole text;
+    ColourRole ground;
+    QChar sign;
+    const char *words;
+};
+
+const ChangeLook *lookOf(PreviewChange change)
+{
+    static constexpr ChangeLook added{
+        ColourRole::Added, ColourRole::AddedSoft, u'+', QT_TRANSLATE_NOOP("PreviewView", "(added)")};
+    static constexpr ChangeLook removed{
+        ColourRole::Gone, ColourRole::GoneSoft, u'\u2212', QT_TRANSLATE_NOOP("PreviewView", "(removed)")};
+    return change == PreviewChange::None ? nullptr : change == PreviewChange::Added ? &added : &removed;
+}
 
 QColor colourOf(const PreviewField &field, const QPalette &palette)
 {
+    if (const ChangeLook *look = lookOf(field.change))
+        return colourFor(look->text, palette);
     if (!field.colour)
         return palette.color(QPalette::Text);
     if (field.colour->ink == PreviewColour::Ink::Red)
@@ -198,6 +234,11 @@ void PreviewView::layOut()
         excess = std::max(excess, size.height() - toY(kPointsOfLine));
         right = std::max(right, label->geometry().right() + 1);
         texts += fields[i].text;
+        if (const ChangeLook *look = lookOf(fields[i].change); look && !fields[i].text.isEmpty()) {
+            addSign(*view, *label, look->sign);
+            view->tint(label->geometry().adjusted(-kGap, 0, kTintMargin, 0), look->ground);
+            texts += tr(look->words);
+        }
     }
     m_spoken = texts.join(u' ');
     setAccessibleDescription(m_spoken);
@@ -205,6 +246,15 @@ void PreviewView::layOut()
     setWidget(view);
     setWidgetResizable(true); // the ground fills the area, the texts keep their places
     view->show();
+}
+
+/// In the gap before the value.
+void PreviewView::addSign(QWidget &view, const QLabel &label, QChar sign)
+{
+    auto *shown = new QLabel(sign, &view);
+    shown->setPalette(label.palette());
+    shown->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    shown->setGeometry(label.x() - kGap, label.y(), kGap, label.height());
 }
 
 QLabel *PreviewView::addLabel(QWidget &view, const PreviewField &field, int room) const

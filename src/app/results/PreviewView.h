@@ -9,7 +9,8 @@
 class QLabel;
 
 /// Draws the preview of a repair. Positions are for a small font and scale with the font in use; columns grow with
-/// their texts up to the view's width. Longer texts wrap, and whatever is below moves down.
+/// their texts up to the view's width. Longer texts wrap, and whatever is below moves down. What the repair adds or
+/// removes has a sign and a tint.
 class PreviewView : public QScrollArea
 {
     Q_OBJECT
@@ -29,6 +30,7 @@ protected:
 private:
     void layOut();
     QLabel *addLabel(QWidget &view, const PreviewField &field, int room) const;
+    static void addSign(QWidget &view, const QLabel &label, QChar sign);
     int contentWidth() const;
     /// The text's width limit before it wraps.
     int roomFor(const std::vector<PreviewField> &fields, std::size_t i, double across) const;

@@ -5,6 +5,8 @@
 #include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
+#include "app/look/StatePage.h"
+#include "app/look/Strip.h"
 #include "app/results/FindingDelegate.h"
 #include "app/results/FixAllDialog.h"
 #include "app/results/PreviewView.h"
@@ -30,7 +32,7 @@
 
 namespace {
 
-constexpr int kPictureSize = 72;
+constexpr int kPictureSize = 64;
 constexpr int kPreviewHeight = 120; // at least; where the window is low, the panel scrolls
 
 /// Those whom the finding is about, as far as they are still there; only for what a merge repairs.
@@ -57,12 +59,13 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     , m_picture(new QLabel(this))
     , m_email(new WrappedText)
     , m_gone(new QLabel(tr("This contact is no longer in the address book."), this))
-    , m_problem(new WrappedText(Qt::LeftToRight))
+    , m_problem(new Strip(Strip::Kind::Problem))
     , m_optionButtons(new QButtonGroup(this))
     , m_leftBehind(new QLabel(this))
     , m_preview(new PreviewView(this))
     , m_side(new QStackedWidget(this))
-    , m_tips(new QLabel(this))
+    , m_tips(new StatePage(QStringLiteral("tipsView"), this))
+    , m_noMatch(new StatePage(QStringLiteral("emptySearch"), this))
     , m_compareButton(new QPushButton(this))
     , m_openContactButton(new QPushButton(tr("Open In Contacts"), this))
     , m_backButton(new QPushButton(tr("Back"), this))
@@ -71,14 +74,20 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
 {
     setUpTree();
     m_side->addWidget(makePanel());
-    m_side->addWidget(makeTips());
+    m_side->addWidget(m_tips);
+    m_side->addWidget(m_noMatch);
+    m_tips->say(tr("What is to be repaired?"), {tr("Open a group to see its findings.")});
+    m_noMatch->say(tr("No finding has these words."));
     auto *halves = new QSplitter;
     halves->addWidget(makeList());
     halves->addWidget(m_side);
     halves->setStretchFactor(1, 1);
-    halves->setSizes({380, 620});
+    halves->setSizes({372, 628});
+    halves->setHandleWidth(0);
     halves->setChildrenCollapsible(false);
     auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     layout->addWidget(halves, 1);
     layout->addWidget(makeButtons());
     setFocusProxy(m_tree);
@@ -93,6 +102,7 @@ void ResultsView::setUpTree()
     m_tree->setModel(m_shown);
     m_tree->setItemDelegate(new FindingDelegate(m_tree));
     m_tree->setHeaderHidden(true);
+    m_tree->setFrameShape(QFrame::NoFrame);
     m_tree->setSelectionMode(QAbstractItemView::SingleSelection);
     m_tree->setAnimated(false);
     m_tree->setExpandsOnDoubleClick(true);
@@ -102,40 +112,61 @@ QWidget *ResultsView::makeList()
 {
     m_filter->setClearButtonEnabled(true);
     m_filter->setAccessibleName(tr("Filter the findings"));
+    m_filter->addAction(symbol(QStringLiteral("search"), ColourRole::Quiet), QLineEdit::LeadingPosition);
     m_count->setAlignment(Qt::AlignRight);
-    auto *list = new QWidget;
-    auto *layout = new QVBoxLayout(list);
+    m_count->setForegroundRole(QPalette::PlaceholderText);
+    m_count->setContentsMargins(16, 6, 16, 6);
+    auto *above = new QHBoxLayout;
+    above->setContentsMargins(12, 12, 12, 12);
+    above->addWidget(m_filter);
+    auto *pane = new QWidget;
+    pane->setBackgroundRole(QPalette::Base);
+    pane->setAutoFillBackground(true);
+    auto *layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_filter);
+    layout->setSpacing(0);
+    layout->addLayout(above);
     layout->addWidget(m_tree, 1);
+    layout->addWidget(separator(Qt::Horizontal));
     layout->addWidget(m_count);
+    auto *list = new QWidget;
+    auto *sides = new QHBoxLayout(list);
+    sides->setContentsMargins(0, 0, 0, 0);
+    sides->setSpacing(0);
+    sides->addWidget(pane, 1);
+    sides->addWidget(separator(Qt::Vertical));
     setTabOrder(m_filter, m_tree);
     return list;
 }
 
 QWidget *ResultsView::makePanel()
 {
-    QFont large = m_name->font();
-    large.setBold(true);
-    large.setPointSizeF(large.pointSizeF() * 1.3);
-    m_name->setFont(large);
+    makeHeadline(m_name);
+    setTextColour(m_email, ColourRole::Quiet);
+    setTextColour(m_gone, ColourRole::Warning);
     m_picture->setFixedSize(kPictureSize, kPictureSize);
     m_gone->setWordWrap(true);
     auto *names = new QVBoxLayout;
+    names->setSpacing(4);
+    names->addStretch();
     names->addWidget(m_name);
     names->addWidget(m_email);
     names->addWidget(m_gone);
     names->addStretch();
     auto *head = new QHBoxLayout;
+    head->setSpacing(16);
     head->addWidget(m_picture, 0, Qt::AlignTop);
     head->addLayout(names, 1);
 
-    auto *box = new QGroupBox(tr("Repair"));
+    auto *box = new QGroupBox;
+    box->setAccessibleName(tr("Repair"));
     m_boxWithMatrix = box;
     m_options = new QGridLayout(box);
     m_options->setColumnStretch(0, 1);
     auto *panel = new QWidget;
     auto *layout = new QVBoxLayout(panel);
+    layout->setContentsMargins(24, 20, 24, 16);
+    layout->setSpacing(16);
     layout->addLayout(head);
     layout->addWidget(m_problem);
     layout->addWidget(box);
@@ -151,33 +182,37 @@ QWidget *ResultsView::makePanel()
 QWidget *ResultsView::makePreview()
 {
     m_preview->setMinimumHeight(kPreviewHeight);
-    m_leftBehind->setForegroundRole(QPalette::BrightText);
+    setTextColour(m_leftBehind, ColourRole::Warning);
+    m_compareButton->setFlat(true);
     m_compareButton->setAutoDefault(true); // Return presses it
     connect(m_compareButton, &QPushButton::clicked, this,
         [this] { Q_EMIT comparisonRequested(peopleToCompare(*m_controller.selectedItem())); });
+    auto *title = new QLabel(tr("Preview"));
+    QFont bold = title->font();
+    bold.setWeight(QFont::DemiBold);
+    title->setFont(bold);
     auto *above = new QHBoxLayout;
+    above->addWidget(title);
     above->addWidget(m_compareButton);
     above->addStretch();
     above->addWidget(m_leftBehind);
-    auto *details = new QGroupBox(tr("Preview"));
+    auto *details = new QGroupBox;
+    details->setAccessibleName(title->text());
     auto *layout = new QVBoxLayout(details);
     layout->addLayout(above);
     layout->addWidget(m_preview, 1);
     return details;
 }
 
-QWidget *ResultsView::makeTips()
-{
-    m_tips->setAlignment(Qt::AlignCenter);
-    m_tips->setWordWrap(true);
-    m_tips->setTextFormat(Qt::PlainText);
-    return m_tips;
-}
-
 QWidget *ResultsView::makeButtons()
 {
     auto *bar = new BannerView(QStringLiteral(":/art/downBG.png"));
     auto *layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(16, 14, 16, 14);
+    m_backButton->setFlat(true);
+    m_backButton->setIcon(symbol(QStringLiteral("left")));
+    m_openContactButton->setIcon(symbol(QStringLiteral("open")));
+    m_fixButton->setIcon(symbol(QStringLiteral("check"), ColourRole::OnAccent));
     layout->addWidget(m_backButton);
     layout->addStretch();
     layout->addWidget(m_openContactButton);
@@ -315,14 +350,10 @@ void ResultsView::showPanel()
 
 void ResultsView::showTips()
 {
-    m_side->setCurrentIndex(m_controller.showsTips() ? 1 : 0);
-    if (m_controller.isFiltered()) {
-        m_tips->setText(tr("No finding has these words."));
-        m_tips->setAccessibleName(m_tips->text());
-    } else {
-        m_tips->setPixmap(QPixmap(QStringLiteral(":/art/tipsView.png")));
-        m_tips->setAccessibleName(tr("Open a group to see its findings"));
-    }
+    if (!m_controller.showsTips())
+        m_side->setCurrentIndex(0);
+    else
+        m_side->setCurrentWidget(m_controller.isFiltered() ? m_noMatch : m_tips);
 }
 
 void ResultsView::showOptions()
@@ -341,8 +372,7 @@ void ResultsView::showOptions()
         option->setChecked(m_controller.currentOption(*group) == title);
         m_optionButtons->addButton(option, ++number);
         m_options->addWidget(option, number, 0);
-        auto *key = new QLabel(QKeySequence(Qt::ALT | Qt::Key(Qt::Key_0 + number)).toString(QKeySequence::NativeText));
-        key->setForegroundRole(QPalette::PlaceholderText);
+        auto *key = keyLabel(QKeySequence(Qt::ALT | Qt::Key(Qt::Key_0 + number)));
         m_options->addWidget(key, number, 1);
         option->setAccessibleDescription(key->text());
         setTabOrder(before, option);

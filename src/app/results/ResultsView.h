@@ -16,6 +16,8 @@ class QLineEdit;
 class QPushButton;
 class QStackedWidget;
 class ShownFindings;
+class StatePage;
+class Strip;
 class WrappedText;
 
 /// The results of a scan: the tree, and the selected finding with its repairs and their preview. All actions are the
@@ -52,7 +54,6 @@ private:
     QWidget *makeList();
     QWidget *makePanel();
     QWidget *makePreview();
-    QWidget *makeTips();
     QWidget *makeButtons();
     void setUpKeys();
     void setUpActions();
@@ -76,14 +77,15 @@ private:
     QLabel *m_picture;
     WrappedText *m_email;
     QLabel *m_gone;
-    WrappedText *m_problem;
+    Strip *m_problem;
     QWidget *m_boxWithMatrix;
     QGridLayout *m_options;
     QButtonGroup *m_optionButtons;
     QLabel *m_leftBehind;
     PreviewView *m_preview;
-    QStackedWidget *m_side; // the panel, or what is said when nothing is selected
-    QLabel *m_tips;
+    QStackedWidget *m_side; // the panel, or what is shown when nothing is selected
+    StatePage *m_tips;
+    StatePage *m_noMatch;
     ButtonBar *m_buttonBar = nullptr;
     QPushButton *m_compareButton;
     QPushButton *m_openContactButton;
