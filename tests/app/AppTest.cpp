@@ -413,7 +413,7 @@ private Q_SLOTS:
         constexpr double kReadable = 4.5;
         const std::initializer_list<std::pair<ColourRole, QList<ColourRole>>> pairs{
             {Text, {Ground, Pane, AccentSoft, WarningSoft, AddedSoft, GoneSoft, Hover, Badge}},
-            {Quiet, {Ground, Pane, AccentSoft, WarningSoft, Hover, Badge}}, {OnAccent, {Accent}},
+            {Quiet, {Ground, Pane, AccentSoft, WarningSoft, Hover, Badge}}, {OnAccent, {Accent, Gone}},
             {Accent, {Ground, Pane, AccentSoft}}, {Warning, {Ground, Pane, WarningSoft}}, {Added, {Pane, AddedSoft}},
             {Gone, {Ground, Pane, GoneSoft}}};
         for (const auto &[text, grounds] : pairs) {

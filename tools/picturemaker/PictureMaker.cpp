@@ -4,6 +4,8 @@
 
 #include "app/activity/ActivityWindow.h"
 #include "app/card/ContactCard.h"
+#include "app/compare/CompareWindow.h"
+#include "app/exchange/ExportWindow.h"
 #include "app/exchange/ImportWindow.h"
 #include "app/history/HistoryWindow.h"
 #include "app/look/Controls.h"
@@ -19,6 +21,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
@@ -120,7 +123,12 @@ bool PictureMaker::takeTable()
     contacts->searchField()->setText(QStringLiteral("port"));
     contacts->searchField()->setFocus();
     isDone = isDone && save(window, QStringLiteral("search"));
+    contacts->searchField()->setText(QStringLiteral("Atlantis"));
+    isDone = isDone && save(window, QStringLiteral("no-match"));
     contacts->searchField()->clear();
+    contacts->table()->horizontalScrollBar()->setValue(300);
+    isDone = isDone && save(window, QStringLiteral("table-scrolled"));
+    contacts->table()->horizontalScrollBar()->setValue(0);
     QMenu *columns = contacts->columnMenus().at(4);
     columns->popup(window.mapToGlobal(QPoint(200, 40)));
     isDone = isDone && save(*columns, QStringLiteral("columns"));
@@ -134,6 +142,11 @@ bool PictureMaker::takeDialogs()
     auto *preferences = shownWindow<TableViewWindowController>();
     bool isDone = preferences && save(*preferences, QStringLiteral("preferences"));
     preferences->close();
+    m_delegate.exportClicked();
+    QDialog &panel = m_delegate.exportWindow();
+    isDone =
+        isDone && waitFor([&] { return panel.isVisible(); }, "The export") && save(panel, QStringLiteral("export"));
+    panel.close();
     m_delegate.aboutClicked();
     auto *about = shownWindow<AboutWindowController>();
     isDone = isDone && about && save(*about, QStringLiteral("about"));
@@ -176,6 +189,14 @@ bool PictureMaker::takeFindings()
             isDone = isDone && save(window, QStringLiteral("finding-") + fileName(group->name()));
         }
     }
+    for (const PersonItemPtr &group : controller.rootNodes()) {
+        if (group->name() == QStringLiteral("Duplicate contacts"))
+            controller.selectRow(controller.rowForItem(group) + 1);
+    }
+    window.results()->compareButton()->click();
+    auto *compare = shownWindow<CompareWindow>();
+    isDone = isDone && compare && save(*compare, QStringLiteral("compare"));
+    compare->close();
     window.results()->outlineView()->collapseAll();
     isDone = isDone && save(window, QStringLiteral("tips"));
     window.results()->backButton()->click();

@@ -2,43 +2,53 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/card/ContactCard.h"
 
+#include "app/card/CardHead.h"
+#include "app/card/FieldSection.h"
 #include "app/card/MultiValueEditor.h"
-#include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
-#include "app/look/FileDialog.h"
+#include "app/look/Strip.h"
 #include "base/Job.h"
 #include "contacts/book/ABAddressBook.h"
 #include "contacts/model/NameTexts.h"
-#include "contacts/stores/open/OutsideFile.h"
 #include "table/grid/BirthdayText.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDir>
-#include <QFileInfo>
-#include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QScrollArea>
 #include <QTextDocument>
 
+#include <algorithm>
 #include <array>
 
 namespace {
 
-constexpr int kPictureSize = 96;
+constexpr int kWideEnough = 720; // for two columns
+constexpr int kLeastLines = 3; // of the note
+constexpr int kMostLines = 12;
 
-constexpr std::array kTexts{kABTitleProperty, kABFirstNameProperty, kABMiddleNameProperty, kABLastNameProperty,
+constexpr std::array kNameTexts{kABTitleProperty, kABFirstNameProperty, kABMiddleNameProperty, kABLastNameProperty,
     kABSuffixProperty, kABFirstNamePhoneticProperty, kABLastNamePhoneticProperty, kABMaidenNameProperty,
-    kABNicknameProperty, kABOrganizationProperty, kABDepartmentProperty, kABJobTitleProperty};
+    kABNicknameProperty};
+constexpr std::array kWorkTexts{kABOrganizationProperty, kABDepartmentProperty, kABJobTitleProperty};
+constexpr std::array kAlwaysShown{
+    kABFirstNameProperty, kABLastNameProperty, kABEmailProperty, kABPhoneProperty, kABAddressProperty};
 
 constexpr std::array kMultiValues{kABEmailProperty, kABPhoneProperty, kABAddressProperty, kABURLsProperty,
     kABInstantMessageProperty, kABSocialProfileProperty, kABRelatedNamesProperty};
+
+bool isAlwaysShown(ABProperty property)
+{
+    return std::ranges::find(kAlwaysShown, property) != kAlwaysShown.end();
+}
 
 /// A text that was cleared becomes absent; an empty one would be a value that scans find.
 void setText(PersonRecord &record, ABProperty property, const QString &text)
@@ -62,42 +72,72 @@ void makeReadOnly(QWidget &content)
         button->setEnabled(false);
 }
 
+void fitNote(QPlainTextEdit &note)
+{
+    const int lines = std::clamp(int(note.document()->size().height()), kLeastLines, kMostLines);
+    note.setFixedHeight(lines * note.fontMetrics().lineSpacing() + 2 * int(note.document()->documentMargin()) + 8);
+}
+
 } // namespace
 
 ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     : QDialog(parent)
     , m_person(person)
     , m_before(person->record())
+    , m_head(new CardHead(person))
     , m_note(new QPlainTextEdit)
     , m_birthday(new QLineEdit)
-    , m_isCompany(new QCheckBox(tr("Show as a company")))
-    , m_picture(new QLabel)
-    , m_reason(new WrappedText(Qt::LeftToRight))
+    , m_isCompany(new QCheckBox(tr("Company")))
+    , m_reason(new Strip(Strip::Kind::Problem))
 {
     setWindowTitle(tr("Contact"));
-    setFirstSize(*this, {620, 720});
+    setFirstSize(*this, {920, 780});
+    auto *columns = new QWidget;
+    m_columns = new QBoxLayout(QBoxLayout::LeftToRight, columns);
+    m_columns->setContentsMargins(0, 0, 0, 0);
+    m_columns->setSpacing(16);
     auto *content = new QWidget;
-    auto *form = new QFormLayout(content);
-    setUpHead(form);
-    setUpTexts(form);
-    form->addRow(makeMultiValues());
-    form->addRow(propertyTitle(kABNoteProperty), m_note);
+    auto *parts = new QVBoxLayout(content);
+    parts->setContentsMargins(20, 20, 20, 16);
+    parts->setSpacing(16);
+    parts->addWidget(m_head);
+    parts->addWidget(columns, 1);
+    m_columns->addWidget(makeTexts(), 1);
+    m_columns->addWidget(makeMultiValues(), 1);
     auto *scroll = new QScrollArea;
     scroll->setWidget(content);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
-    QPalette colours = palette();
-    colours.setColor(QPalette::Text, colours.color(QPalette::BrightText));
-    m_reason->setPalette(colours);
-    refuse({});
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
-    if (ABAddressBook::isSharedReadOnly() || person->isDamaged()) {
-        buttons->button(QDialogButtonBox::Save)->setEnabled(false);
+    if (ABAddressBook::isSharedReadOnly() || person->isDamaged())
         makeReadOnly(*content);
+    auto *foot = new QVBoxLayout;
+    foot->setContentsMargins(20, 12, 20, 12);
+    foot->addWidget(m_reason);
+    foot->addWidget(makeButtons());
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(scroll, 1);
+    layout->addWidget(separator(Qt::Horizontal));
+    layout->addLayout(foot);
+    refuse(person->isDamaged() ? tr("This contact is damaged: it is not as it was saved, and cannot be edited.")
+                               : QString());
+    showName();
+    connect(m_head, &CardHead::pictureChosen, this, &ContactCard::setPicture);
+    connect(m_head, &CardHead::historyRequested, this, [this] { Q_EMIT historyRequested(m_person); });
+    for (const auto &[property, edit] : m_texts) { // or a button has the focus
+        if (property == kABFirstNameProperty)
+            edit->setFocus();
     }
-    if (person->isDamaged()) {
-        refuse(tr("This contact is damaged: it is not as it was saved, and cannot be edited."));
+}
+
+QDialogButtonBox *ContactCard::makeButtons()
+{
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
+    if (ABAddressBook::isSharedReadOnly() || m_person->isDamaged())
+        buttons->button(QDialogButtonBox::Save)->setEnabled(false);
+    if (m_person->isDamaged()) {
         auto *restore = buttons->addButton(tr("Restore from Backup ..."), QDialogButtonBox::ActionRole);
         restore->setEnabled(!ABAddressBook::isSharedReadOnly());
         connect(restore, &QPushButton::clicked, this, [this] {
@@ -107,57 +147,64 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     }
     connect(buttons, &QDialogButtonBox::accepted, this, &ContactCard::save);
     connect(buttons, &QDialogButtonBox::rejected, this, [this] { done(Rejected); }); // as deliberate as Save
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(scroll, 1);
-    layout->addWidget(m_reason);
-    layout->addWidget(buttons);
-    for (const auto &[property, edit] : m_texts) { // or a button has the focus
-        if (property == kABFirstNameProperty)
-            edit->setFocus();
-    }
+    return buttons;
 }
 
-void ContactCard::setUpHead(QFormLayout *form)
+FieldSection *ContactCard::makeSection(const QString &title, std::span<const ABProperty> properties)
 {
-    const QByteArray *image = m_before->imageData();
-    m_pictureData = image ? *image : QByteArray();
-    m_picture->setAccessibleName(tr("Picture"));
-    auto *choose = new QPushButton(tr("Choose Picture ..."));
-    auto *remove = new QPushButton(tr("Remove Picture"));
-    connect(choose, &QPushButton::clicked, this, &ContactCard::choosePicture);
-    connect(remove, &QPushButton::clicked, this, [this] {
-        m_pictureData.clear();
-        showPicture();
-    });
-    remove->setFlat(true);
-    auto *head = new QHBoxLayout;
-    head->addWidget(m_picture);
-    head->addWidget(choose);
-    head->addWidget(remove);
-    head->addStretch();
-    form->addRow(head);
-    showPicture();
-}
-
-void ContactCard::setUpTexts(QFormLayout *form)
-{
-    for (const ABProperty property : kTexts) {
+    auto *section = new FieldSection(title);
+    for (const ABProperty property : properties) {
         const QString *text = m_before->text(property);
         auto *edit = new QLineEdit(text ? *text : QString());
-        form->addRow(propertyTitle(property), edit);
+        section->add(propertyTitle(property), edit, text || isAlwaysShown(property));
+        connect(edit, &QLineEdit::textEdited, this, &ContactCard::showName);
         m_texts.push_back({property, edit});
     }
+    return section;
+}
+
+QWidget *ContactCard::makeTexts()
+{
+    auto *all = new QWidget;
+    auto *layout = new QVBoxLayout(all);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(16);
+    layout->addWidget(makeSection(tr("Name"), kNameTexts));
+    FieldSection *work = makeSection(tr("Work"), kWorkTexts);
+    m_isCompany->setChecked(m_before->flags().value_or(0) & kABShowAsCompany);
+    work->add(tr("Shown as"), m_isCompany, m_isCompany->isChecked());
+    layout->addWidget(work);
+    layout->addWidget(makeBirthday());
+    layout->addWidget(makeNote());
+    layout->addStretch();
+    return all;
+}
+
+QWidget *ContactCard::makeBirthday()
+{
     const auto birthday = m_before->birthday();
     m_birthday->setText(birthday ? birthdayText(*birthday) : QString());
     m_birthday->setPlaceholderText(QStringLiteral("1990-12-31"));
-    form->addRow(propertyTitle(kABBirthdayProperty), m_birthday);
-    m_isCompany->setChecked(m_before->flags().value_or(0) & kABShowAsCompany);
-    form->addRow(QString(), m_isCompany);
+    connect(m_birthday, &QLineEdit::textEdited, this, &ContactCard::judgeBirthday);
+    m_dates = new FieldSection(tr("Dates"));
+    m_dates->add(propertyTitle(kABBirthdayProperty), m_birthday, birthday.has_value());
+    return m_dates;
+}
+
+QWidget *ContactCard::makeNote()
+{
     const QString *note = m_before->text(kABNoteProperty);
     m_note->setPlainText(note ? *note : QString());
     m_note->setTabChangesFocus(true);
     m_note->setAccessibleName(propertyTitle(kABNoteProperty));
-    m_note->setMinimumHeight(80);
+    m_note->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    connect(m_note->document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
+        [this] { fitNote(*m_note); });
+    fitNote(*m_note);
+    auto *box = new QGroupBox(propertyTitle(kABNoteProperty));
+    auto *layout = new QVBoxLayout(box);
+    layout->addWidget(m_note);
+    return box;
 }
 
 QWidget *ContactCard::makeMultiValues()
@@ -165,45 +212,61 @@ QWidget *ContactCard::makeMultiValues()
     auto *all = new QWidget;
     auto *layout = new QVBoxLayout(all);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(16);
     for (const ABProperty property : kMultiValues) {
-        m_multiValues.push_back(new MultiValueEditor(property, m_before->multiValue(property)));
-        layout->addWidget(m_multiValues.back());
+        auto *editor = new MultiValueEditor(property, m_before->multiValue(property));
+        editor->setVisible(isAlwaysShown(property) || !editor->isEmpty());
+        m_multiValues.push_back(editor);
+        layout->addWidget(editor);
     }
+    QPushButton *add = makeAddButton(all);
+    add->setText(tr("+ Add Field ..."));
+    connect(add, &QPushButton::clicked, this, [this, add] { offerMultiValues(add); });
+    layout->addWidget(add, 0, Qt::AlignLeft);
+    layout->addStretch();
     return all;
 }
 
-void ContactCard::choosePicture()
+void ContactCard::offerMultiValues(QPushButton *add)
 {
-    static QString folder = QDir::homePath(); // where the last one was
-    const QStringList paths = askForFiles(this, FilesAsked::ToOpen, tr("Choose a Picture"), folder,
-        tr("Pictures (*.png *.jpg *.jpeg *.gif *.bmp *.webp)"));
-    if (paths.isEmpty())
-        return;
-    folder = QFileInfo(paths.front()).path();
-    setPicture(paths.front());
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (MultiValueEditor *editor : m_multiValues) {
+        menu->addAction(editor->title(), this, [editor] {
+            editor->show();
+            editor->addNew();
+        });
+    }
+    menu->popup(add->mapToGlobal(QPoint(0, add->height())));
+}
+
+void ContactCard::showName()
+{
+    PersonRecord record = *m_before;
+    applyTexts(record);
+    const QString name = readableName(record);
+    const QString &job = textOrNull(record, kABJobTitleProperty);
+    m_head->setName(
+        name.isEmpty() ? tr("No name") : name, job.isEmpty() ? textOrNull(record, kABOrganizationProperty) : job);
+}
+
+void ContactCard::judgeBirthday()
+{
+    const QString text = m_birthday->text().trimmed();
+    const auto date = birthdayFromText(text, QLocale(), QDate::currentDate());
+    m_dates->setError(m_birthday, date || text.isEmpty() ? QString() : date.error().text);
+}
+
+void ContactCard::resizeEvent(QResizeEvent *event)
+{
+    m_columns->setDirection(event->size().width() < kWideEnough ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    QDialog::resizeEvent(event);
 }
 
 void ContactCard::setPicture(const QString &path)
 {
-    const auto book = ABAddressBook::sharedAddressBook();
-    const auto file = readOutsideFile(path, book ? book->file() : QString(), kLargestChosenPicture);
-    if (!file) {
-        refuse(file.error().text);
-        return;
-    }
-    const auto picture = pictureToStore(*file);
-    if (!picture) {
-        refuse(path % QStringLiteral(": ") % picture.error().text);
-        return;
-    }
-    m_pictureData = *picture;
-    showPicture();
-    refuse({});
-}
-
-void ContactCard::showPicture()
-{
-    m_picture->setPixmap(personPicture(m_pictureData, kPictureSize, devicePixelRatioF(), m_person->uniqueId()));
+    const auto done = m_head->setPicture(path);
+    refuse(done ? QString() : done.error().text);
 }
 
 void ContactCard::refuse(const QString &reason)
@@ -244,7 +307,7 @@ Result<PersonRecord> ContactCard::edited() const
         if (!std::holds_alternative<std::monostate>(value))
             record.setValue(editor->property(), value);
     }
-    record.setImageData(m_pictureData);
+    record.setImageData(m_head->picture());
     return record;
 }
 
@@ -253,6 +316,8 @@ void ContactCard::save()
     const auto book = ABAddressBook::sharedAddressBook();
     const auto record = edited();
     if (!record) {
+        judgeBirthday();
+        m_birthday->setFocus();
         refuse(record.error().text);
         return;
     }

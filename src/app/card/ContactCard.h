@@ -6,13 +6,18 @@
 
 #include <QDialog>
 
+#include <span>
+
+class CardHead;
+class FieldSection;
 class MultiValueEditor;
+class QBoxLayout;
 class QCheckBox;
-class QFormLayout;
-class QLabel;
+class QDialogButtonBox;
 class QLineEdit;
 class QPlainTextEdit;
-class WrappedText;
+class QPushButton;
+class Strip;
 
 /// One contact in full, for viewing and editing: every property, label and picture. Only edits are written, so changes
 /// by others are kept.
@@ -36,6 +41,10 @@ Q_SIGNALS:
     void failed(const QString &reason);
     /// The damaged person should be restored from a backup; the card is closed.
     void restoreRequested(const QString &uid);
+    void historyRequested(const ABPersonPtr &person);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     struct TextField
@@ -44,11 +53,15 @@ private:
         QLineEdit *edit;
     };
 
-    void setUpHead(QFormLayout *form);
-    void setUpTexts(QFormLayout *form);
+    QWidget *makeTexts();
     QWidget *makeMultiValues();
-    void choosePicture();
-    void showPicture();
+    QDialogButtonBox *makeButtons();
+    FieldSection *makeSection(const QString &title, std::span<const ABProperty> properties);
+    QWidget *makeBirthday();
+    QWidget *makeNote();
+    void offerMultiValues(QPushButton *add);
+    void showName();
+    void judgeBirthday();
     void refuse(const QString &reason);
     bool isEdited() const;
     /// The edited record; an error names the invalid field.
@@ -59,10 +72,11 @@ private:
     const PersonRecordPtr m_before;
     std::vector<TextField> m_texts;
     std::vector<MultiValueEditor *> m_multiValues;
+    QBoxLayout *m_columns = nullptr;
+    CardHead *m_head;
+    FieldSection *m_dates = nullptr;
     QPlainTextEdit *m_note;
     QLineEdit *m_birthday;
     QCheckBox *m_isCompany;
-    QLabel *m_picture;
-    WrappedText *m_reason;
-    QByteArray m_pictureData;
+    Strip *m_reason;
 };

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/card/MultiValueEditor.h"
 
+#include "app/card/FieldSection.h"
+#include "app/look/CalmShapes.h"
+#include "app/look/Controls.h"
 #include "contacts/model/ABLabels.h"
 
 #include <QBoxLayout>
@@ -14,6 +17,8 @@
 #include <algorithm>
 
 namespace {
+
+constexpr int kChipWidth = 108;
 
 QStringList standardLabels(ABProperty property)
 {
@@ -51,11 +56,11 @@ MultiValueEditor::MultiValueEditor(ABProperty property, const ABMultiValue *valu
     , m_property(property)
     , m_wasPresent(value != nullptr)
     , m_layout(new QVBoxLayout(this))
+    , m_add(makeAddButton(this))
 {
-    auto *add = new QPushButton(tr("Add"));
-    add->setAccessibleName(tr("Add to %1").arg(title()));
-    m_layout->addWidget(add, 0, Qt::AlignLeft);
-    connect(add, &QPushButton::clicked, this, [this] { addRow(newEntry(), true); });
+    m_add->setText(tr("+ Add %1").arg(title()));
+    m_layout->addWidget(m_add, 0, Qt::AlignLeft);
+    connect(m_add, &QPushButton::clicked, this, &MultiValueEditor::addNew);
     if (!value)
         return;
     for (const auto &entry : value->entries())
@@ -81,6 +86,9 @@ void MultiValueEditor::addRow(const ABMultiValue::Entry &entry, bool isNew)
     for (const QString &label : standardLabels(m_property))
         row.label->addItem(readableLabel(label), label);
     row.label->setEditText(row.shownLabel);
+    row.label->setProperty(kChipProperty, true);
+    setTextColour(row.label->lineEdit(), ColourRole::Quiet);
+    row.label->setFixedWidth(scaled(kChipWidth, fontMetrics()));
     columns->addWidget(row.label, 0, Qt::AlignTop);
     auto *texts = new QGridLayout;
     if (const auto *text = std::get_if<QString>(&entry.value)) {
@@ -89,12 +97,17 @@ void MultiValueEditor::addRow(const ABMultiValue::Entry &entry, bool isNew)
         for (const ABKeyInfo &key : keysOfProperty(m_property)) {
             QLineEdit *edit = addText(row, titleOf(key), entry.dictionary().valueForKey(key.key));
             const int number = int(row.texts.size()) - 1;
-            texts->addWidget(edit, number / 2, number % 2);
+            if (number == 0) // the street, or what else comes first
+                texts->addWidget(edit, 0, 0, 1, 2);
+            else
+                texts->addWidget(edit, (number + 1) / 2, (number + 1) % 2);
         }
     }
     columns->addLayout(texts, 1);
     auto *remove = new QToolButton(widget);
-    remove->setText(tr("Remove"));
+    remove->setIcon(symbol(QStringLiteral("remove"), ColourRole::Quiet));
+    remove->setAutoRaise(true);
+    remove->setToolTip(tr("Remove"));
     remove->setAccessibleName(tr("Remove this entry of %1").arg(title()));
     connect(remove, &QToolButton::clicked, this, [this, widget] { removeRow(widget); });
     columns->addWidget(remove, 0, Qt::AlignTop);
@@ -102,6 +115,7 @@ void MultiValueEditor::addRow(const ABMultiValue::Entry &entry, bool isNew)
     if (isNew)
         row.texts.front()->setFocus();
     m_rows.push_back(std::move(row));
+    setTabOrder(remove, m_add);
 }
 
 void MultiValueEditor::removeRow(const QWidget *widget)

@@ -8,9 +8,10 @@
 
 class QComboBox;
 class QLineEdit;
+class QPushButton;
 class QVBoxLayout;
 
-/// Edits one multi-value of a contact: one row per entry, with its label and its text or parts.
+/// Edits one multi-value of a contact: one row per entry, with its label as a chip and its text or parts.
 class MultiValueEditor : public QGroupBox
 {
     Q_OBJECT
@@ -20,6 +21,9 @@ public:
     MultiValueEditor(ABProperty property, const ABMultiValue *value, QWidget *parent = nullptr);
 
     ABProperty property() const { return m_property; }
+    bool isEmpty() const { return m_rows.empty(); }
+    /// An empty row with the focus in it.
+    void addNew() { addRow(newEntry(), true); }
     /// The content of the rows; std::monostate if the property was absent and has no row. An unedited label is kept as
     /// stored; a missing part that is empty stays missing.
     ABValue value() const;
@@ -45,5 +49,6 @@ private:
     const ABProperty m_property;
     const bool m_wasPresent;
     QVBoxLayout *m_layout;
+    QPushButton *m_add;
     std::vector<Row> m_rows;
 };

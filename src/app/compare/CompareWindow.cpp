@@ -6,6 +6,7 @@
 #include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
+#include "app/look/Strip.h"
 #include "contacts/model/NameTexts.h"
 #include "contacts/model/RecordDifferences.h"
 #include "fix/LostValues.h"
@@ -53,7 +54,7 @@ CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
     , m_merge(new QPushButton(this))
     , m_cancel(new QPushButton(tr("Cancel"), this))
     , m_summary(new ElidedLabel(this))
-    , m_message(new WrappedText(Qt::LeftToRight, this))
+    , m_message(new Strip(Strip::Kind::Problem, this))
 {
     setWindowTitle(tr("Compare and Merge"));
     setFirstSize(*this, kFirstSize);
@@ -62,6 +63,7 @@ CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
     layout->setSpacing(0);
     layout->addWidget(makeHeader());
     layout->addWidget(m_grid, 1);
+    layout->addWidget(separator(Qt::Horizontal));
     layout->addWidget(makeFoot());
     setUpHeads();
     showRows();
@@ -77,16 +79,11 @@ QWidget *CompareWindow::makeHeader()
         withPicture == m_choices.records().end() ? m_choices.records().front() : *withPicture;
     picture->setPixmap(pictureOf(*shown, kAvatarSize, devicePixelRatioF(), m_people.front()->uniqueId()));
     auto *title = new QLabel(windowTitle());
-    QFont large = title->font();
-    large.setBold(true);
-    large.setPointSizeF(large.pointSizeF() * 1.3);
-    title->setFont(large);
+    makeHeadline(title);
     auto *sentence = new WrappedText(Qt::LeftToRight);
     sentence->setText(tr("%1. Everything is kept unless you untick it; the change can be taken back at any time.")
                           .arg(titleOf(m_choices.records())));
-    QPalette quiet = sentence->palette();
-    quiet.setColor(QPalette::Text, quiet.color(QPalette::PlaceholderText));
-    sentence->setPalette(quiet);
+    setTextColour(sentence, ColourRole::Quiet);
     auto *texts = new QVBoxLayout;
     texts->setSpacing(4);
     texts->addWidget(title);
@@ -109,10 +106,8 @@ QWidget *CompareWindow::makeHeader()
 
 QWidget *CompareWindow::makeFoot()
 {
-    QPalette warning = palette();
-    warning.setColor(QPalette::Text, warning.color(QPalette::BrightText));
-    m_message->setPalette(warning);
     m_message->hide();
+    m_merge->setIcon(symbol(QStringLiteral("merge"), ColourRole::OnAccent));
     m_merge->setDefault(true);
     connect(m_toNote, &QCheckBox::clicked, this, [this](bool goThere) {
         m_choices.setOthersToNote(goThere);

@@ -12,7 +12,7 @@
 class ElidedLabel;
 class QCheckBox;
 class QPushButton;
-class WrappedText;
+class Strip;
 
 /// Contacts of the shared address book side by side, a row per value, with what a merge would make of them; the merge
 /// runs in a job. Until the repair is asked for, the user chooses among the values.
@@ -77,6 +77,6 @@ private:
     QPushButton *m_merge;
     QPushButton *m_cancel;
     ElidedLabel *m_summary;
-    WrappedText *m_message;
+    Strip *m_message;
     Job m_merger;
 };

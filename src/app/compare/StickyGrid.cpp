@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/compare/StickyGrid.h"
 
+#include "app/look/Colours.h"
+
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
@@ -17,15 +19,6 @@ constexpr int kGap = 8;
 constexpr int kNarrowestColumn = 200;
 constexpr int kWidestTitle = 176;
 constexpr qreal kQuietScale = 0.92;
-constexpr qreal kTint = 0.12;
-constexpr qreal kLine = 0.6;
-
-QColor between(const QColor &ground, const QColor &colour, qreal share)
-{
-    const auto mixed = [share](float a, float b) { return float(a + (b - a) * share); };
-    return QColor::fromRgbF(mixed(ground.redF(), colour.redF()), mixed(ground.greenF(), colour.greenF()),
-        mixed(ground.blueF(), colour.blueF()));
-}
 
 QFont quietFont(QFont font)
 {
@@ -107,7 +100,7 @@ void GridCell::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     setTextWidth(width());
-    const QColor quiet = palette().color(isEnabled() ? QPalette::PlaceholderText : QPalette::Text);
+    const QColor quiet = isEnabled() ? colourFor(ColourRole::Quiet, palette()) : palette().color(QPalette::Text);
     const QPointF at(textLeft(), kMarginAbove);
     if (!m_picture.isNull()) {
         painter.setOpacity(isEnabled() ? 1 : 0.4);
@@ -154,9 +147,8 @@ protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
-        const QColor ground = palette().color(QPalette::Base);
-        painter.fillRect(rect(), m_isTinted ? between(ground, palette().color(QPalette::Highlight), kTint) : ground);
-        painter.setPen(between(ground, palette().color(QPalette::Mid), kLine));
+        painter.fillRect(rect(), colourFor(m_isTinted ? ColourRole::AccentSoft : ColourRole::Pane, palette()));
+        painter.setPen(colourFor(ColourRole::Line, palette()));
         for (const int line : m_lines)
             painter.drawLine(0, line, width(), line);
         if (m_isTinted)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/exchange/ExportWindow.h"
 
+#include "app/look/Controls.h"
 #include "app/look/FileDialog.h"
 
 #include <QBoxLayout>
@@ -10,6 +11,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QFormLayout>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -37,14 +39,19 @@ ExportWindow::ExportWindow(QWidget *parent)
     connect(choose, &QPushButton::clicked, this, &ExportWindow::chooseFolder);
     m_reason->setTextFormat(Qt::PlainText);
     m_reason->setWordWrap(true);
+    setTextColour(m_reason, ColourRole::Quiet);
     auto *folder = new QHBoxLayout;
     folder->addWidget(m_folder, 1);
     folder->addWidget(choose);
-    auto *form = new QFormLayout;
+    auto *where = new QGroupBox(tr("Where"));
+    auto *form = new QFormLayout(where);
     form->addRow(tr("Folder"), folder);
     form->addRow(tr("Format"), m_format);
-    form->addRow(tr("Fields"), m_tableFields);
-    form->addRow(QString(), m_allFields);
+    form->addRow(QString(), m_reason);
+    auto *what = new QGroupBox(tr("Fields"));
+    auto *fields = new QVBoxLayout(what);
+    fields->addWidget(m_tableFields);
+    fields->addWidget(m_allFields);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     m_save = buttons->button(QDialogButtonBox::Save);
     connect(buttons, &QDialogButtonBox::accepted, this, &ExportWindow::accept);
@@ -52,8 +59,9 @@ ExportWindow::ExportWindow(QWidget *parent)
     connect(m_folder, &QLineEdit::textChanged, this, &ExportWindow::judgeFolder);
     connect(this, &QDialog::finished, this, &ExportWindow::end);
     auto *layout = new QVBoxLayout(this);
-    layout->addLayout(form);
-    layout->addWidget(m_reason);
+    layout->setSpacing(16);
+    layout->addWidget(where);
+    layout->addWidget(what);
     layout->addWidget(buttons);
     setTabOrder(m_folder, choose);
     setTabOrder(choose, m_format);

@@ -39,8 +39,9 @@ Result<QString> restoreCauses(const QStringList &ids)
     return countsText(plan->added, plan->changed, plan->removed);
 }
 
-/// All that these changes did, the newest first, as if it were one.
-Result<ChangedPeopleModel::Step> stepsTogether(const QStringList &ids, const std::stop_token &isSuperseded)
+/// All that these changes did, the newest first, as if it were one; with a uid, only to that person.
+Result<ChangedPeopleModel::Step> stepsTogether(
+    const QStringList &ids, const QString &uid, const std::stop_token &isSuperseded)
 {
     const auto book = ABAddressBook::sharedAddressBook();
     auto together = std::make_shared<ChangeStep>();
@@ -50,9 +51,30 @@ Result<ChangedPeopleModel::Step> stepsTogether(const QStringList &ids, const std
         auto step = book ? book->historyStep(id) : Result<ChangeStep>(noAddressBook());
         if (!step)
             return step.error();
-        std::ranges::move(step->changes, std::back_inserter(together->changes));
+        std::ranges::copy_if(step->changes, std::back_inserter(together->changes),
+            [&](const RecordedChange &change) { return uid.isNull() || change.uid == uid; });
     }
     return ChangedPeopleModel::Step(together);
+}
+
+using History = Result<std::vector<ChangeSummary>>;
+
+/// Of everybody, or of the person with this uid.
+History historyOf(const QString &uid, const std::stop_token &isSuperseded)
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    if (!book)
+        return noAddressBook();
+    auto history = book->history();
+    if (!history || uid.isNull())
+        return history;
+    std::erase_if(*history, [&](const ChangeSummary &summary) {
+        if (isSuperseded.stop_requested())
+            return true;
+        const auto step = book->historyStep(summary.cause.id);
+        return !step || std::ranges::find(step->changes, uid, &RecordedChange::uid) == step->changes.end();
+    });
+    return history;
 }
 
 /// Nothing in the cell tells an absent value from an empty one.
@@ -63,15 +85,16 @@ QString shown(const QString &text)
 
 } // namespace
 
-HistoryWindow::HistoryWindow(QWidget *parent)
+HistoryWindow::HistoryWindow(QWidget *parent, const QString &uid, const QString &name)
     : QWidget(parent, Qt::Window)
+    , m_uid(uid)
     , m_steps(new QTableView(this))
     , m_people(new QListView(this))
     , m_differences(new QTableWidget(0, int(std::size(kDifferenceTitles)), this))
     , m_message(new WrappedText(Qt::LeftToRight, this))
     , m_restore(new QPushButton(tr("&Restore"), this))
 {
-    setWindowTitle(tr("Change History"));
+    setWindowTitle(uid.isNull() ? tr("Change History") : tr("History of %1").arg(name));
     setFirstSize(*this, {860, 600});
     setUpLists();
     m_restore->setEnabled(false);
@@ -153,9 +176,7 @@ void HistoryWindow::say(const QString &text)
 
 void HistoryWindow::reload()
 {
-    using History = Result<std::vector<ChangeSummary>>;
-    m_reader.restart(
-        [book = ABAddressBook::sharedAddressBook()] { return book ? book->history() : History(noAddressBook()); },
+    m_reader.restart([uid = m_uid](const std::stop_token &isSuperseded) { return historyOf(uid, isSuperseded); },
         [this](const History &history) { showHistory(history); });
 }
 
@@ -189,7 +210,8 @@ void HistoryWindow::selectionChanged()
     if (ids.isEmpty())
         m_stepReader.drop();
     else
-        m_stepReader.restart([ids](const std::stop_token &isSuperseded) { return stepsTogether(ids, isSuperseded); },
+        m_stepReader.restart(
+            [ids, uid = m_uid](const std::stop_token &isSuperseded) { return stepsTogether(ids, uid, isSuperseded); },
             [this](const Result<ChangedPeopleModel::Step> &step) { showStep(step); });
 }
 

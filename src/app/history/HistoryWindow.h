@@ -21,7 +21,8 @@ class HistoryWindow : public QWidget
     Q_OBJECT
 
 public:
-    explicit HistoryWindow(QWidget *parent = nullptr);
+    /// With a uid, only the changes of that person, who goes by this name.
+    explicit HistoryWindow(QWidget *parent = nullptr, const QString &uid = {}, const QString &name = {});
     /// Waits for a running restore.
     ~HistoryWindow() override;
 
@@ -29,6 +30,7 @@ public:
     void reload();
     void restoreSelected();
 
+    const QString &uid() const { return m_uid; }
     QTableView *steps() const { return m_steps; }
     QListView *people() const { return m_people; }
     QTableWidget *differences() const { return m_differences; }
@@ -55,6 +57,7 @@ private:
     void finishRestore(const Result<QString> &done);
     void say(const QString &text);
 
+    const QString m_uid; ///< null: everybody's changes
     HistoryModel m_history;
     ChangedPeopleModel m_changedPeople;
     QTableView *m_steps;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/look/Alerts.h"
 
+#include "app/look/Controls.h"
 #include "base/Job.h"
 
 #include <QGridLayout>
@@ -43,6 +44,7 @@ AlertPanel::Answer Alerts::runAlertPanel(
         box.setInformativeText(message);
         box.setTextFormat(Qt::PlainText);
         QPushButton *accept = box.addButton(defaultButton, QMessageBox::AcceptRole);
+        accept->setProperty(kDestructiveProperty, defaultButton == QStringLiteral("Delete"));
         if (!alternateButton.isEmpty())
             box.setEscapeButton(box.addButton(alternateButton, QMessageBox::RejectRole));
         box.setDefaultButton(accept);

@@ -40,6 +40,12 @@ void drawRound(
     painter.drawRoundedRect(inner(rect, pen.style() == Qt::NoPen ? 0 : pen.widthF()), round, round);
 }
 
+QFont demiBold(QFont font)
+{
+    font.setWeight(QFont::DemiBold);
+    return font;
+}
+
 QPen indicatorPen(const QStyleOption &option)
 {
     const bool isEnabled = has(option, QStyle::State_Enabled);
@@ -57,7 +63,7 @@ int scaled(int pixels, const QFontMetrics &metrics)
     return qRound(pixels * std::max(1.0, metrics.height() / designHeight));
 }
 
-void drawButton(const QStyleOptionButton &option, bool isPrimary, QPainter &painter)
+void drawButton(const QStyleOptionButton &option, bool isPrimary, bool isDestructive, QPainter &painter)
 {
     const bool isEnabled = has(option, QStyle::State_Enabled);
     const bool isDown = has(option, QStyle::State_Sunken) || has(option, QStyle::State_On);
@@ -66,7 +72,7 @@ void drawButton(const QStyleOptionButton &option, bool isPrimary, QPainter &pain
     QColor ground = colourOf(option, isHovered || isDown ? ColourRole::Hover : ColourRole::Pane);
     QPen pen(colourOf(option, ColourRole::Line), 1);
     if (isPrimary && isEnabled) {
-        ground = colourOf(option, ColourRole::Accent);
+        ground = colourOf(option, isDestructive ? ColourRole::Gone : ColourRole::Accent);
         if (isHovered || isDown)
             ground = ground.darker(isDown ? 116 : 108);
         pen.setColor(ground);
@@ -84,13 +90,24 @@ void drawButton(const QStyleOptionButton &option, bool isPrimary, QPainter &pain
         option, kRadius - gap, {ring, kRingWidth}, Qt::NoBrush, painter, option.rect.adjusted(gap, gap, -gap, -gap));
 }
 
-void drawField(const QStyleOption &option, QPainter &painter)
+void drawField(const QStyleOption &option, ColourRole ground, bool isWrong, QPainter &painter)
 {
     const bool hasFocus = has(option, QStyle::State_HasFocus);
-    const QPen pen(colourOf(option, hasFocus ? ColourRole::Accent : ColourRole::Line), hasFocus ? kRingWidth : 1);
+    const ColourRole outline = isWrong ? ColourRole::Gone : hasFocus ? ColourRole::Accent : ColourRole::Line;
+    const QPen pen(colourOf(option, outline), hasFocus ? kRingWidth : 1);
     const bool isEnabled = has(option, QStyle::State_Enabled);
-    drawRound(option, kRadius, pen, isEnabled ? option.palette.color(QPalette::Base) : QColor(Qt::transparent), painter,
-        option.rect);
+    drawRound(
+        option, kRadius, pen, isEnabled ? colourOf(option, ground) : QColor(Qt::transparent), painter, option.rect);
+}
+
+void drawPill(const QStyleOption &option, QPainter &painter)
+{
+    const bool hasFocus = has(option, QStyle::State_HasFocus);
+    const QColor ground = colourOf(option, ColourRole::Badge);
+    painter.setPen(QPen(hasFocus ? colourOf(option, ColourRole::Accent) : ground, kRingWidth));
+    painter.setBrush(ground);
+    const QRectF area = inner(option.rect, kRingWidth);
+    painter.drawRoundedRect(area, area.height() / 2, area.height() / 2);
 }
 
 void drawBox(const QStyleOption &option, QPainter &painter)
@@ -183,6 +200,42 @@ void drawRow(const QStyleOptionViewItem &option, bool isInTable, QPainter &paint
     }
 }
 
+QRect drawBadge(const QStyleOptionViewItem &row, const QString &number, QPainter &painter)
+{
+    const int height = scaled(20, row.fontMetrics);
+    const int margin = scaled(12, row.fontMetrics);
+    painter.save();
+    painter.setFont(demiBold(row.font));
+    QRect badge(0, 0, painter.fontMetrics().horizontalAdvance(number) + height, height);
+    badge.moveCenter(row.rect.center());
+    badge.moveRight(row.rect.right() - margin);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(colourOf(row, ColourRole::Badge));
+    painter.setPen(Qt::NoPen);
+    painter.drawRoundedRect(badge, height / 2.0, height / 2.0);
+    painter.setPen(colourOf(row, ColourRole::Quiet));
+    painter.drawText(badge, Qt::AlignCenter, number);
+    painter.restore();
+    return badge;
+}
+
+void drawTwoLines(
+    const QStyleOptionViewItem &row, const QRect &area, const QString &title, const QString &below, QPainter &painter)
+{
+    painter.save();
+    painter.setFont(demiBold(row.font));
+    painter.setPen(row.palette.color(QPalette::Text));
+    const QFontMetrics metrics = painter.fontMetrics();
+    QRect line(area.left(), 0, area.width(), metrics.height());
+    line.moveTop(area.top() + (area.height() - 2 * metrics.height()) / 2);
+    painter.drawText(line, Qt::AlignLeft, metrics.elidedText(title, Qt::ElideRight, line.width()));
+    line.translate(0, metrics.height());
+    painter.setFont(row.font);
+    painter.setPen(colourOf(row, ColourRole::Quiet));
+    painter.drawText(line, Qt::AlignLeft, row.fontMetrics.elidedText(below, Qt::ElideRight, line.width()));
+    painter.restore();
+}
+
 void drawHeaderSection(const QStyleOption &option, QPainter &painter)
 {
     painter.setRenderHint(QPainter::Antialiasing, false);
@@ -194,8 +247,7 @@ void drawHeaderSection(const QStyleOption &option, QPainter &painter)
 
 void drawHeaderLabel(const QStyleOptionHeader &option, QPainter &painter)
 {
-    QFont font = painter.font();
-    font.setWeight(QFont::DemiBold);
+    const QFont font = demiBold(painter.font());
     painter.setFont(font);
     painter.setPen(colourOf(option, ColourRole::Quiet));
     painter.drawText(option.rect, int(option.textAlignment | Qt::AlignVCenter) | Qt::TextSingleLine,
@@ -204,7 +256,6 @@ void drawHeaderLabel(const QStyleOptionHeader &option, QPainter &painter)
 
 void drawScrollBar(const QStyleOption &option, const QRect &slider, QPainter &painter)
 {
-    painter.fillRect(option.rect, option.palette.color(QPalette::Base));
     QColor colour = colourOf(option, ColourRole::Quiet);
     const bool isUsed = has(option, QStyle::State_MouseOver) || has(option, QStyle::State_Sunken);
     colour.setAlphaF(isUsed ? 0.8F : 0.45F);

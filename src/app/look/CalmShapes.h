@@ -13,9 +13,11 @@ class QPainter;
 /// A length of the design, which is made for a font 18 pixels high.
 int scaled(int pixels, const QFontMetrics &metrics);
 
-void drawButton(const QStyleOptionButton &option, bool isPrimary, QPainter &painter);
+void drawButton(const QStyleOptionButton &option, bool isPrimary, bool isDestructive, QPainter &painter);
 /// The ground and outline of a field to type into.
-void drawField(const QStyleOption &option, QPainter &painter);
+void drawField(const QStyleOption &option, ColourRole ground, bool isWrong, QPainter &painter);
+/// Of a field that looks like a label.
+void drawPill(const QStyleOption &option, QPainter &painter);
 /// A box around controls that belong together.
 void drawBox(const QStyleOption &option, QPainter &painter);
 /// A small round ground with an outline: of a key, of a label.
@@ -27,6 +29,11 @@ void drawFocusRing(const QStyleOption &option, QPainter &painter);
 void drawChevron(const QRect &area, Qt::ArrowType direction, const QColor &colour, QPainter &painter);
 /// The ground of a row or of a cell: selected, below the mouse, or plain.
 void drawRow(const QStyleOptionViewItem &option, bool isInTable, QPainter &painter);
+/// A number at the right end of a row; returns its place.
+QRect drawBadge(const QStyleOptionViewItem &row, const QString &number, QPainter &painter);
+/// What a row is about, and a quiet line below it.
+void drawTwoLines(
+    const QStyleOptionViewItem &row, const QRect &area, const QString &title, const QString &below, QPainter &painter);
 void drawHeaderSection(const QStyleOption &option, QPainter &painter);
 void drawHeaderLabel(const QStyleOptionHeader &option, QPainter &painter);
 void drawScrollBar(const QStyleOption &option, const QRect &slider, QPainter &painter);

@@ -27,13 +27,34 @@ constexpr int kFrameWidth = 2; // of the ring around lists, too
 constexpr int kTitleMargin = 14; // of a box, around its title
 constexpr int kFieldMargin = 6;
 
+bool hasProperty(const QWidget *widget, const char *name)
+{
+    return widget && widget->property(name).toBool();
+}
+
 bool isPrimary(const QStyleOptionButton &option, const QWidget *widget)
 {
     if (!widget)
         return false;
     const bool isDefault = option.features.testFlag(QStyleOptionButton::DefaultButton);
-    return widget->property(kPrimaryProperty).toBool()
-        || (isDefault && qobject_cast<const QDialog *>(widget->window()));
+    return hasProperty(widget, kPrimaryProperty) || (isDefault && qobject_cast<const QDialog *>(widget->window()));
+}
+
+/// Of fields: in a box, which has the colour that fields have elsewhere, that of the window.
+ColourRole fieldGround(const QWidget *widget)
+{
+    const QWidget *above = widget;
+    while (above && !qobject_cast<const QGroupBox *>(above))
+        above = above->parentWidget();
+    return above ? ColourRole::Ground : ColourRole::Pane;
+}
+
+/// Of a scroll bar: what it scrolls has this ground.
+QColor groundBeside(const QStyleOption &option, const QWidget *bar)
+{
+    const QWidget *holder = bar ? bar->parentWidget() : nullptr; // in a scroll area
+    const auto *area = qobject_cast<const QAbstractScrollArea *>(holder ? holder->parentWidget() : nullptr);
+    return option.palette.color(area ? area->viewport()->backgroundRole() : QPalette::Base);
 }
 
 /// Leaves the painter as it was.
@@ -145,13 +166,13 @@ void CalmStyle::drawPrimitive(
     case PE_FrameLineEdit:
     case PE_PanelLineEdit:
         if (!isBareEdit)
-            drawField(*option, *painter);
+            drawField(*option, fieldGround(widget), hasProperty(widget, kWrongProperty), *painter);
         else if (!qobject_cast<const QComboBox *>(widget->parentWidget()))
             painter->fillRect(option->rect, option->palette.color(QPalette::Base));
         return;
     case PE_PanelButtonCommand:
         if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option))
-            drawButton(*button, isPrimary(*button, widget), *painter);
+            drawButton(*button, isPrimary(*button, widget), hasProperty(widget, kDestructiveProperty), *painter);
         return;
     case PE_Frame:
         if (qobject_cast<const QLabel *>(widget))
@@ -217,7 +238,7 @@ void CalmStyle::drawControl(
             QStyleOptionButton shown = *button;
             if (isPrimary(*button, widget))
                 shown.palette.setColor(QPalette::ButtonText, colourFor(ColourRole::OnAccent, option->palette));
-            else if (widget && widget->property(kDestructiveProperty).toBool())
+            else if (hasProperty(widget, kDestructiveProperty))
                 shown.palette.setColor(QPalette::ButtonText, colourFor(ColourRole::Gone, option->palette));
             return QProxyStyle::drawControl(element, &shown, painter, widget);
         }
@@ -261,9 +282,13 @@ void CalmStyle::drawComplexControl(
 {
     const SmoothPainter smooth(painter);
     if (control == CC_ScrollBar) {
+        painter->fillRect(option->rect, groundBeside(*option, widget));
         drawScrollBar(*option, subControlRect(control, option, SC_ScrollBarSlider, widget), *painter);
     } else if (control == CC_ComboBox) {
-        drawField(*option, *painter);
+        if (hasProperty(widget, kChipProperty))
+            drawPill(*option, *painter);
+        else
+            drawField(*option, fieldGround(widget), false, *painter);
         drawChevron(subControlRect(control, option, SC_ComboBoxArrow, widget), Qt::DownArrow,
             colourFor(ColourRole::Quiet, option->palette), *painter);
     } else if (const auto *box = qstyleoption_cast<const QStyleOptionGroupBox *>(option);
@@ -320,6 +345,8 @@ QSize CalmStyle::sizeFromContents(
     QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     switch (type) {
     case CT_PushButton:
+        if (hasProperty(widget, kLinkProperty))
+            return {contents.width() + 8, scaled(28, option->fontMetrics)};
         size.setWidth(std::max(size.width(), contents.width() + 2 * scaled(14, option->fontMetrics)));
         [[fallthrough]];
     case CT_LineEdit:
@@ -377,6 +404,9 @@ QRect CalmStyle::subControlRect(
             return QProxyStyle::subControlRect(control, option, part, widget);
         }
     }
+    if (control == CC_ComboBox && part == SC_ComboBoxEditField)
+        return QProxyStyle::subControlRect(control, option, part, widget)
+            .adjusted(scaled(kFieldMargin, option->fontMetrics), 0, 0, 0);
     const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
     if (control != CC_ScrollBar || !bar)
         return QProxyStyle::subControlRect(control, option, part, widget);

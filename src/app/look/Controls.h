@@ -14,9 +14,13 @@
 
 #include <vector>
 
-// Properties of buttons, which the style looks at: the one thing to do in a window, and what removes something.
+// Properties, which the style looks at. Of buttons: the one thing to do in a window, and what removes something.
 inline constexpr const char *kPrimaryProperty = "isPrimary";
 inline constexpr const char *kDestructiveProperty = "isDestructive";
+inline constexpr const char *kLinkProperty = "isLink"; // as narrow as its text
+// Of fields: a label to choose, and what holds something wrong.
+inline constexpr const char *kChipProperty = "isChip";
+inline constexpr const char *kWrongProperty = "isWrong";
 
 /// The widget's text in this colour, also when the desktop switches between light and dark.
 void setTextColour(QWidget *widget, ColourRole role);

@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "scan/ScanResult.h"
+
 #include <QAbstractListModel>
+#include <QHash>
 #include <QStringList>
 
 /// The conditions for the next scan, as a list of check boxes. The choice lasts while the program runs.
@@ -11,12 +14,19 @@ class ConditionListModel : public QAbstractListModel
     Q_OBJECT
 
 public:
+    enum Role { ExplanationRole = Qt::UserRole, CountRole }; ///< a sentence; findings of the last scan, if it looked
+
     explicit ConditionListModel(QObject *parent = nullptr);
 
     /// All titles, in list order.
     const QStringList &dataSoucreArray() const { return m_titles; }
     /// The selected titles; one that is reselected moves to the end.
     const QStringList &getSelectArray() const { return m_selected; }
+
+    /// Selects those that are not, in list order, or none at all.
+    void selectAll(bool isSelected);
+    /// What a scan for these titles has found.
+    void setFound(const QStringList &titles, const ScanResult &result);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
@@ -27,4 +37,5 @@ public:
 private:
     const QStringList m_titles;
     QStringList m_selected;
+    QHash<QString, int> m_found; // in the last scan for each
 };

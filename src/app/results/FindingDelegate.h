@@ -5,8 +5,8 @@
 #include <QCache>
 #include <QStyledItemDelegate>
 
-/// Draws the rows of the tree of findings: a group's name and how many findings are left in it, or a picture with what
-/// is wrong and a name under it.
+/// Draws the rows of the tree of findings: a group's name and how many findings are left in it, or a picture with the
+/// name and, below it, what is wrong.
 class FindingDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -18,7 +18,6 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 private:
-    void paintGroup(QPainter &painter, const QStyleOptionViewItem &item, const QModelIndex &group) const;
     const QPixmap &pictureOf(const QModelIndex &index, int size, qreal devicePixelRatio, const QPalette &palette) const;
 
     mutable QCache<QString, QPixmap> m_pictures{500}; // by uid, size and palette

@@ -4,6 +4,7 @@
 
 #include "app/activity/OpenOutside.h"
 #include "app/activity/WebPages.h"
+#include "app/look/Controls.h"
 
 #include <QApplication>
 #include <QBoxLayout>
@@ -13,7 +14,6 @@
 
 namespace {
 
-constexpr int kTitleSize = 14;
 constexpr int kIconSize = 96;
 
 } // namespace
@@ -24,17 +24,17 @@ AboutWindowController::AboutWindowController(ActivityLog &log, QWidget *parent) 
     auto *icon = new QLabel;
     icon->setPixmap(QApplication::windowIcon().pixmap(kIconSize));
     auto *title = new QLabel(QApplication::applicationDisplayName());
-    QFont bold = title->font();
-    bold.setBold(true);
-    bold.setPointSize(kTitleSize);
-    title->setFont(bold);
+    makeHeadline(title);
     auto *version = new QLabel(tr("Version %1").arg(QApplication::applicationVersion()));
     auto *copyright = new QLabel(tr("Copyright © 2026 The Brindle PeopleNook developers"));
     auto *licence = new QLabel(tr("Free software under the GNU General Public License, version 3 or later."));
     licence->setWordWrap(true);
     auto *more = new QPushButton(tr("More Info ..."));
     connect(more, &QPushButton::clicked, this, &AboutWindowController::moreInfo);
+    for (QLabel *label : {version, copyright, licence})
+        setTextColour(label, ColourRole::Quiet);
     auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(32, 24, 32, 24);
     for (QLabel *label : {icon, title, version, copyright, licence}) {
         label->setAlignment(Qt::AlignHCenter);
         layout->addWidget(label);

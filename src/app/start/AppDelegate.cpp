@@ -51,7 +51,7 @@ void AppDelegate::connectCommands()
     connect(&m_window, &MainWindow::helpRequested, this, &AppDelegate::menuHelpClick);
     connect(&m_window, &MainWindow::supportRequested, this, &AppDelegate::menuSupportClick);
     connect(&m_window, &MainWindow::activityRequested, &m_sideWindows, &SideWindows::showActivity);
-    connect(&m_window, &MainWindow::historyRequested, &m_sideWindows, &SideWindows::showHistory);
+    connect(&m_window, &MainWindow::historyRequested, &m_sideWindows, [this] { m_sideWindows.showHistory(); });
     connect(&m_window, &MainWindow::backUpRequested, &m_backupActions, &BackupActions::backUp);
     connect(&m_window, &MainWindow::restoreRequested, &m_backupActions, &BackupActions::restore);
     connect(&m_sideWindows, &SideWindows::restoreRequested, &m_backupActions, &BackupActions::restorePerson);

@@ -60,6 +60,7 @@ MainWindow::MainWindow(LoadContactsViewController &table)
     , m_exportAllButton(new MyButton(this))
     , m_allView(new QWidget(this))
     , m_contacts(new ContactTableView(table, m_allView))
+    , m_strips(new QVBoxLayout)
     , m_areas(new QStackedWidget(this))
     , m_progress(new ProgressWindow(this))
     , m_status(new BookStatus(this))
@@ -112,6 +113,7 @@ void MainWindow::setUpContactArea()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(topView);
+    layout->addLayout(m_strips);
     layout->addWidget(m_contacts, 1);
     m_areas->addWidget(m_allView);
 }
@@ -217,6 +219,8 @@ void MainWindow::setAddressBookName(const QString &name, bool isDefault)
     m_status->setName(name);
     const QString title = isDefault || name.isEmpty() ? windowTitle() : titleOf(name);
     setAccessibleName(title);
+    if (QFileInfo(name).isAbsolute() && QFileInfo(name) == QFileInfo(sampleBookPath()))
+        addStrip(Strip::Kind::Notice, tr("Sample contacts – nothing here is yours"));
     if (windowHandle())
         windowHandle()->setTitle(title); // on the screen only, where Qt adds the name of the program
 }
@@ -275,6 +279,7 @@ void MainWindow::setFreshButtonEnabled(bool isEnabled)
 void MainWindow::showResults(OutlineViewController &controller)
 {
     showContacts();
+    delete m_nothingLeft;
     m_results = new ResultsView(controller, m_areas);
     m_areas->addWidget(m_results);
     m_areas->setCurrentWidget(m_results);
@@ -300,6 +305,28 @@ void MainWindow::showContacts()
     delete m_results;
     m_results = nullptr;
     enableCompareAction();
+}
+
+void MainWindow::showNothingLeft()
+{
+    auto *close = new QPushButton(symbol(QStringLiteral("remove"), ColourRole::Added), QString());
+    close->setAccessibleName(tr("Close"));
+    m_nothingLeft = addStrip(Strip::Kind::Success, tr("Nothing left to repair"), close);
+    connect(close, &QPushButton::clicked, m_nothingLeft, &QObject::deleteLater);
+}
+
+QWidget *MainWindow::addStrip(Strip::Kind kind, const QString &text, QPushButton *button)
+{
+    auto *strip = new Strip(kind);
+    strip->setText(text);
+    if (button)
+        strip->addButton(button);
+    auto *holder = new QWidget;
+    auto *layout = new QVBoxLayout(holder);
+    layout->setContentsMargins(16, 8, 16, 8);
+    layout->addWidget(strip);
+    m_strips->addWidget(holder);
+    return holder;
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent *event)

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/look/Strip.h"
 #include "app/start/BookMenu.h"
 #include "app/start/BookStatus.h"
 #include "contacts/book/ABPerson.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 class ButtonBar;
 class ContactTableView;
@@ -14,7 +16,9 @@ class LoadContactsViewController;
 class MyButton;
 class OutlineViewController;
 class ProgressWindow;
+class QPushButton;
 class QStackedWidget;
+class QVBoxLayout;
 class ResultsView;
 
 /// The main window: the contact area, or the results of a scan instead.
@@ -44,6 +48,8 @@ public:
     void showResults(OutlineViewController &controller);
     /// Removes the results again.
     void showContacts();
+    /// Until the next results, or until it is closed.
+    void showNothingLeft();
     /// Shows the address book's name, in the title too unless it is the default one.
     void setAddressBookName(const QString &name, bool isDefault);
     /// For a read-only address book: says so beside its name, and disables what would change it.
@@ -80,6 +86,7 @@ protected:
 
 private:
     void setUpContactArea();
+    QWidget *addStrip(Strip::Kind kind, const QString &text, QPushButton *button = nullptr);
     void setUpMenus();
     void setUpProgramMenu();
     void setUpFileMenu();
@@ -97,6 +104,8 @@ private:
     ButtonBar *m_buttonBar = nullptr;
     QWidget *m_allView;
     ContactTableView *m_contacts;
+    QVBoxLayout *m_strips; // above the contacts
+    QPointer<QWidget> m_nothingLeft;
     QStackedWidget *m_areas;
     ResultsView *m_results = nullptr;
     bool m_isFirstLoad = true; // then the contacts get the focus

@@ -5,7 +5,7 @@
 #include "app/results/ProgressWindow.h"
 #include "app/results/ResultsView.h"
 
-Scans::Scans(MainWindow &window, Alerts &alerts, const ConditionListModel &conditions)
+Scans::Scans(MainWindow &window, Alerts &alerts, ConditionListModel &conditions)
     : m_window(window), m_alerts(alerts), m_conditions(conditions), m_scanner(*this)
 {
     connect(&m_scanner, &ScanAddressBook::scanOver, this, &Scans::updateUI, Qt::DirectConnection);
@@ -31,6 +31,8 @@ void Scans::scanClicled()
         makeButtonEnable();
         return;
     }
+    m_titles = titles;
+    m_conditions.setFound(titles, {}); // unless it finds something
     m_job.start([this, titles] { m_scanner.scanEntireAddressBook(titles); });
     m_window.progressWindow()->begin();
     m_reexamination.beginScan();
@@ -44,6 +46,7 @@ void Scans::updateUI(const ScanResult &result)
 void Scans::showResults(const ScanResult &result)
 {
     closeProgress();
+    m_conditions.setFound(m_titles, result);
     m_window.showContacts();
     m_results = std::make_unique<OutlineViewController>(*this);
     m_results->setOutlineViewDataSouce(result);
@@ -71,6 +74,8 @@ void Scans::reloadUI()
     // The view is handling an event, and the controller is carrying out a repair.
     Job::deliver(this, [this] {
         m_window.showContacts();
+        if (m_results && m_results->findingCount() == 0)
+            m_window.showNothingLeft();
         m_results.reset();
         Q_EMIT left();
     });

@@ -18,7 +18,7 @@ class Scans : public QObject, public ScanDelegate, public ResultsDelegate
 
 public:
     /// All must outlive this.
-    Scans(MainWindow &window, Alerts &alerts, const ConditionListModel &conditions);
+    Scans(MainWindow &window, Alerts &alerts, ConditionListModel &conditions);
     /// Waits for a running scan, without further questions.
     ~Scans() override;
 
@@ -52,7 +52,8 @@ private:
 
     MainWindow &m_window;
     Alerts &m_alerts;
-    const ConditionListModel &m_conditions;
+    ConditionListModel &m_conditions;
+    QStringList m_titles; // of the last scan
     ScanAddressBook m_scanner;
     std::unique_ptr<OutlineViewController> m_results;
     Reexamination m_reexamination;

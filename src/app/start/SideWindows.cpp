@@ -12,9 +12,12 @@
 #include "app/look/Counted.h"
 #include "app/start/AboutWindowController.h"
 #include "app/start/HelpWindow.h"
+#include "contacts/model/NameTexts.h"
 
 #include <QApplication>
 #include <QMessageBox>
+
+#include <algorithm>
 
 namespace {
 
@@ -57,13 +60,16 @@ void SideWindows::showActivity()
     bringToFront(window ? window : new ActivityWindow(m_activity, &m_mainWindow));
 }
 
-void SideWindows::showHistory()
+void SideWindows::showHistory(const ABPersonPtr &person)
 {
-    auto *window = m_mainWindow.findChild<HistoryWindow *>();
+    const QString uid = person ? person->uniqueId() : QString();
+    const QList<HistoryWindow *> windows = m_mainWindow.findChildren<HistoryWindow *>();
+    const auto found = std::ranges::find(windows, uid, &HistoryWindow::uid);
+    HistoryWindow *window = found == windows.end() ? nullptr : *found;
     if (window) {
         window->reload();
     } else {
-        window = new HistoryWindow(&m_mainWindow);
+        window = new HistoryWindow(&m_mainWindow, uid, person ? readableName(*person->record()) : QString());
         window->setAttribute(Qt::WA_DeleteOnClose);
         connect(window, &HistoryWindow::restored, this, [this](const QString &what) {
             m_activity.append(ActivityLog::Kind::Done, what);
@@ -81,6 +87,7 @@ void SideWindows::showCard(const ABPersonPtr &person)
     connect(card, &ContactCard::saved, this, [this, uid = person->uniqueId()] { Q_EMIT peopleChanged({uid}); });
     connect(card, &ContactCard::failed, this, &SideWindows::noteFailure);
     connect(card, &ContactCard::restoreRequested, this, &SideWindows::restoreRequested);
+    connect(card, &ContactCard::historyRequested, this, &SideWindows::showHistory);
     card->show();
 }
 

@@ -24,7 +24,8 @@ public:
     /// In the desktop's PDF viewer or, without one, in a window.
     void showHelp();
     void showActivity();
-    void showHistory();
+    /// Of everybody, or of this person.
+    void showHistory(const ABPersonPtr &person = {});
     void showCard(const ABPersonPtr &person);
     void showComparison(const QList<ABPersonPtr> &people);
     void importFiles(const QStringList &paths);

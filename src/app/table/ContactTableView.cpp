@@ -8,6 +8,7 @@
 #include "app/look/EmptyPage.h"
 #include "app/table/CellDelegate.h"
 #include "app/table/CellMessage.h"
+#include "app/table/ContactGrid.h"
 #include "app/table/CopiedContacts.h"
 #include "app/table/PictureHeader.h"
 
@@ -16,7 +17,6 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -32,9 +32,9 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     , m_controller(controller)
     , m_rows(*controller.getTableView())
     , m_search(new QLineEdit(this))
-    , m_table(new QTableView(this))
+    , m_table(new ContactGrid([this](int column) { return isName(column); }, this))
     , m_emptyPage(new EmptyPage(this))
-    , m_noMatch(new QLabel)
+    , m_noMatch(new StatePage(QStringLiteral("emptySearch")))
     , m_clear(new QPushButton(tr("Clear")))
     , m_pages(new QStackedWidget(this))
     , m_refusal(new CellMessage(this))
@@ -67,19 +67,17 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
 
 QWidget *ContactTableView::makeNoMatchPage()
 {
-    m_noMatch->setTextFormat(Qt::PlainText);
-    m_noMatch->setAlignment(Qt::AlignCenter);
-    m_noMatch->setWordWrap(true);
     m_clear->setAccessibleName(tr("Clear the search"));
-    m_clear->setAutoDefault(true); // Return presses it
+    m_clear->setProperty(kPrimaryProperty, true);
     connect(m_clear, &QPushButton::clicked, m_search, &QLineEdit::clear);
-    auto *page = new QWidget;
-    auto *layout = new QVBoxLayout(page);
-    layout->addStretch();
-    layout->addWidget(m_noMatch);
-    layout->addWidget(m_clear, 0, Qt::AlignHCenter);
-    layout->addStretch();
-    return page;
+    m_noMatch->addButton(m_clear);
+    return m_noMatch;
+}
+
+bool ContactTableView::isName(int column) const
+{
+    const Field field = m_controller.getTableView()->columns()[std::size_t(column)];
+    return field == Field::FirstName || field == Field::LastName;
 }
 
 void ContactTableView::setUpTable()
@@ -338,9 +336,11 @@ void ContactTableView::updateSummary()
     if (selected > 0)
         summary += tr(" · %L1 selected").arg(selected);
     Q_EMIT summaryChanged(summary);
-    m_noMatch->setText(tr("No contact matches “%1”").arg(m_search->text()));
+    m_noMatch->say(tr("No contact matches “%1”").arg(m_search->text()), {tr("All fields are searched.")});
+    m_search->setPlaceholderText(
+        all > 0 ? tr("Search %1").arg(counted(all, tr("contact"), tr("contacts"))) : tr("Search in all fields"));
     QWidget *page = all == 0 ? static_cast<QWidget *>(m_emptyPage)
-        : shown == 0         ? m_noMatch->parentWidget()
+        : shown == 0         ? m_noMatch
                              : static_cast<QWidget *>(m_table);
     if (page == m_pages->currentWidget())
         return;

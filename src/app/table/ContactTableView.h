@@ -12,12 +12,12 @@
 class CellMessage;
 class EmptyPage;
 class QKeyEvent;
-class QLabel;
 class QLineEdit;
 class QMenu;
 class QPushButton;
 class QStackedWidget;
 class QTableView;
+class StatePage;
 
 /// The contact table with its search field. All actions are the controller's.
 class ContactTableView : public QWidget
@@ -63,6 +63,7 @@ protected:
 private:
     void setUpTable();
     QWidget *makeNoMatchPage();
+    bool isName(int column) const;
     void setUpHeader();
     void showHeaderMenu(const QPoint &at);
     void setUpEditing();
@@ -83,7 +84,7 @@ private:
     QLineEdit *m_search;
     QTableView *m_table;
     EmptyPage *m_emptyPage;
-    QLabel *m_noMatch;
+    StatePage *m_noMatch;
     QPushButton *m_clear;
     QStackedWidget *m_pages;
     CellMessage *m_refusal;
