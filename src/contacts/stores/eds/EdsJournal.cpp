@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/eds/EdsJournal.h"
 
+#include "base/Folders.h"
 #include "contacts/stores/eds/EdsHistory.h"
 #include "contacts/stores/eds/EdsLog.h"
 
@@ -59,13 +60,6 @@ FileLock lockOf(int file)
     return isLocked ? std::move(lock) : nullptr;
 }
 
-/// Closed to other users, also one that an earlier version made.
-bool makeFolder(const QString &folder)
-{
-    return QDir().mkpath(folder)
-        && QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-}
-
 } // namespace
 
 QString folderOfBook(const QString &dataFolder, const QString &sourceUid)
@@ -80,16 +74,12 @@ Result<void> writeDurably(const QString &path, const QByteArray &text, FileLock 
 {
     const QString folder = QFileInfo(path).path();
     QSaveFile file(path);
-    const bool isWritten = makeFolder(folder) && file.open(QIODevice::WriteOnly)
+    const bool isWritten = makePrivateFolder(folder) && file.open(QIODevice::WriteOnly)
         && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) && file.write(text) == text.size() && file.flush()
         && ::fsync(file.handle()) == 0 && (!lock || (*lock = lockOf(file.handle()))) && file.commit();
     if (!isWritten)
         return Error{ErrorKind::Io, path % QStringLiteral(": cannot be written: ") % file.errorString()};
-    const int directory = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (directory >= 0) {
-        ::fsync(directory);
-        ::close(directory);
-    }
+    syncFolder(folder);
     return {};
 }
 
@@ -129,7 +119,7 @@ Result<void> EdsJournal::begin(const std::vector<Entry> &entries)
 bool EdsJournal::moveToHistory()
 {
     QDateTime now = currentTime();
-    makeFolder(QFileInfo(EdsHistory::fileOf(m_folder, now)).path());
+    makePrivateFolder(QFileInfo(EdsHistory::fileOf(m_folder, now)).path());
     bool isMoved = QFile::rename(m_current, EdsHistory::fileOf(m_folder, now));
     while (!isMoved && QFile::exists(EdsHistory::fileOf(m_folder, now))) { // two saves in one millisecond
         now = now.addMSecs(1);

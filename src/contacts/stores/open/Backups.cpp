@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/open/Backups.h"
 
-#include "contacts/stores/sqlite/AddressBookFile.h"
+#include "base/Folders.h"
 #include "contacts/stores/sqlite/SqliteStore.h"
 
 #include <QCryptographicHash>
@@ -43,12 +43,6 @@ void removeRemains(const QString &folder, const QDate &today)
         if (!file.fileName().startsWith(today.toString(Qt::ISODate)))
             QFile::remove(file.filePath());
     }
-}
-
-bool makeFolder(const QString &folder)
-{
-    return AddressBookFile::makeFolder(folder)
-        && QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 } // namespace
@@ -186,7 +180,7 @@ Result<BackupRest> beginDailyBackup(const ABAddressBook &book, const QDate &toda
     const auto failed = [bookFile](const Error &error) {
         return Error{error.kind, bookFile % QStringLiteral(": today's backup could not be made: ") % error.text};
     };
-    if (!makeFolder(folder))
+    if (!makePrivateFolder(folder))
         return failed({ErrorKind::Io, folder % QStringLiteral(": the folder cannot be made")});
     removeRemains(folder, today);
     auto copy = BackupFile::copyOf(bookFile, path, BackupFile::Existing::Refuse);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/sqlite/AddressBookFile.h"
 
+#include "base/Folders.h"
 #include "contacts/stores/sqlite/DatabaseBytes.h"
 #include "contacts/stores/sqlite/Schema.h"
 
@@ -36,17 +37,6 @@ constexpr std::array kCompanions{"-journal", "-wal", "-shm"};
 constexpr qint64 kHeaderSize = 100;
 constexpr qsizetype kUserVersionOffset = 60;
 constexpr qsizetype kApplicationIdOffset = 68;
-
-/// A new name is only on the disk when its folder is synced. Until then a power cut takes everything that is saved
-/// there.
-void syncFolder(const QString &path)
-{
-    const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0)
-        return;
-    ::fsync(folder);
-    ::close(folder);
-}
 
 QString lastSystemError()
 {
@@ -116,20 +106,6 @@ Error errorOf(const SQLite::Exception &exception, const QString &path)
     default:
         return error(ErrorKind::Io, QStringLiteral("reading or writing the address book failed"));
     }
-}
-
-bool makeFolder(const QString &path)
-{
-    const QFileInfo folder(path);
-    if (folder.isDir())
-        return true;
-    const QString parent = folder.absolutePath();
-    const bool isThere = parent != path && makeFolder(parent)
-        && (::mkdir(QFile::encodeName(path).constData(), 0700) == 0
-            || (errno == EEXIST && QFileInfo(path).isDir())); // another program was faster
-    if (isThere)
-        syncFolder(parent);
-    return isThere;
 }
 
 QString companionOf(const QString &path)

@@ -17,9 +17,6 @@ Error errorOf(const SQLite::Exception &exception, const QString &path);
 /// Invalid: the file is gone, but not its companions, which may hold changes.
 Result<void> create(const QString &path);
 
-/// Creates missing folders, closed to other users.
-bool makeFolder(const QString &path);
-
 /// A companion file beside @p path of an address book that is open, or was when its program was killed; empty if there
 /// is none.
 QString companionOf(const QString &path);
