@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/eds/EdsSession.h"
 
+#include "base/Job.h"
 #include "contacts/stores/eds/EdsLog.h"
 #include "contacts/stores/eds/StoredCard.h"
-
-#include <future>
 
 namespace {
 
@@ -83,17 +82,15 @@ Result<std::vector<OutsideChange>> EdsSession::changesSince(
         }
     };
     std::size_t done = 0;
-    std::future<void> noted; // the page before, while the daemon puts this one together
+    Job noting; // the page before, while the daemon puts this one together
     const auto take = [&](std::vector<EdsBook::Card> &page, std::size_t total) {
         done += page.size();
-        if (noted.valid())
-            noted.get();
-        noted = std::async(std::launch::async, note, std::move(page));
+        noting.wait();
+        noting.start([&note, previous = std::move(page)] { note(previous); });
         return !progress || progress(qint64(done), qint64(total));
     };
     auto read = m_book.readAll(take);
-    if (noted.valid())
-        noted.get();
+    noting.wait();
     if (!read)
         return read.error();
     for (auto it = known.cbegin(); it != known.cend(); ++it) {

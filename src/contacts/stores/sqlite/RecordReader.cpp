@@ -2,17 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/sqlite/RecordReader.h"
 
+#include "base/Job.h"
 #include "contacts/model/Utf8Text.h"
 
 #include <SQLiteCpp/Exception.h>
 
 #include <QCryptographicHash>
+#include <QThread>
 #include <QtEndian>
 
-#include <algorithm>
-#include <atomic>
-#include <future>
-#include <sched.h>
 #include <xxhash.h>
 
 namespace {
@@ -58,12 +56,6 @@ RecordReader::Row firstRow(SQLite::Statement &rows)
     return row;
 }
 
-std::size_t processorCount()
-{
-    cpu_set_t allowed;
-    return ::sched_getaffinity(0, sizeof allowed, &allowed) == 0 ? std::size_t(CPU_COUNT(&allowed)) : 1;
-}
-
 using Person = Result<RecordJsonReader::Person>;
 
 } // namespace
@@ -81,52 +73,54 @@ std::string pictureNameOf(const QByteArray &picture)
     return QCryptographicHash::hash(picture, QCryptographicHash::Sha256).toHex().toStdString();
 }
 
-/// Some thousand rows: enough to be worth a thread, few enough to stay in the processors' caches.
-struct RecordReader::Round
+namespace {
+
+using Row = RecordReader::Row;
+
+/// Some thousand: enough to be worth a thread, few enough to stay in the processors' caches.
+std::vector<Row> nextRows(SQLite::Statement &statement)
 {
-    static constexpr std::size_t kRows = 4096;
-    static constexpr std::size_t kRowsAtOnce = 128;
+    constexpr std::size_t kMost = 4096;
+    std::vector<Row> rows;
+    rows.reserve(kMost);
+    while (rows.size() < kMost && !statement.isDone() && statement.executeStep())
+        rows.push_back(rowIn(statement));
+    return rows;
+}
 
-    /// Reads what comes next; empty: nothing did.
-    void fill(SQLite::Statement &rows)
+/// Reads rows on several threads, each of which has its share.
+class Parsers
+{
+public:
+    void start(const std::vector<Row> &rows)
     {
-        m_bytes.clear();
-        m_ends.clear();
-        uids.clear();
-        proofs.clear();
-        while (uids.size() < kRows && !rows.isDone() && rows.executeStep()) {
-            const std::string_view uid = bytesIn(rows.getColumn(1));
-            const std::string_view document = bytesIn(rows.getColumn(2));
-            uids.push_back(textOfUtf8(uid));
-            proofs.push_back(proofOf(uid, document, rows.getColumn(3)));
-            m_bytes += document;
-            m_ends.push_back(m_bytes.size());
-        }
-        m_bytes.append(RecordJsonReader::kPadding, ' ');
-        people.assign(uids.size(), Error());
-        m_next = 0;
-    }
-
-    /// On several threads at once, each of which takes some rows at a time.
-    void read(RecordJsonReader &reader)
-    {
-        for (std::size_t from = 0; (from = m_next.fetch_add(kRowsAtOnce)) < uids.size();) {
-            for (std::size_t i = from; i < std::min(from + kRowsAtOnce, uids.size()); ++i) {
-                const std::size_t begin = i == 0 ? 0 : m_ends[i - 1];
-                people[i] = reader.readInPlace(std::string_view(m_bytes).substr(begin, m_ends[i] - begin));
-            }
+        m_people.assign(rows.size(), Error());
+        for (std::size_t i = 0; i < m_parsers.size(); ++i) {
+            m_parsers[i].job.start([this, &rows, i, &reader = m_parsers[i].reader] {
+                const std::size_t end = rows.size() * (i + 1) / m_parsers.size();
+                for (std::size_t row = rows.size() * i / m_parsers.size(); row < end; ++row)
+                    m_people[row] = reader.read(rows[row].document);
+            });
         }
     }
-
-    std::vector<QString> uids;
-    std::vector<Proof> proofs;
-    std::vector<Person> people;
+    std::vector<Person> &wait()
+    {
+        for (const Parser &parser : m_parsers)
+            parser.job.wait();
+        return m_people;
+    }
 
 private:
-    std::string m_bytes; // all documents, one behind the other
-    std::vector<std::size_t> m_ends;
-    std::atomic<std::size_t> m_next = 0;
+    struct Parser
+    {
+        RecordJsonReader reader{RecordJsonReader::Form::Document};
+        Job job;
+    };
+    std::vector<Person> m_people;
+    std::vector<Parser> m_parsers{std::size_t(QThread::idealThreadCount())}; // the last member: waits for its jobs
 };
+
+} // namespace
 
 RecordReader::RecordReader(SQLite::Database &database, Damage damage)
     : m_database(database)
@@ -139,27 +133,20 @@ RecordReader::RecordReader(SQLite::Database &database, Damage damage)
 
 Result<void> RecordReader::everybody(const std::function<void(StoredRecord, Proof)> &take)
 {
-    SQLite::Statement rows(m_database, std::string(kRows) + "ORDER BY id");
-    std::vector<std::unique_ptr<RecordJsonReader>> readers(processorCount());
-    for (auto &reader : readers)
-        reader = std::make_unique<RecordJsonReader>(RecordJsonReader::Form::Document);
-    std::array<Round, 2> rounds;
-    rounds[0].fill(rows);
-    for (std::size_t number = 0; !rounds[number % 2].uids.empty(); ++number) {
-        Round &round = rounds[number % 2];
-        std::vector<std::future<void>> others;
-        for (std::size_t i = 1; i < std::min(readers.size(), round.uids.size() / Round::kRowsAtOnce); ++i)
-            others.push_back(std::async(std::launch::async, [&round, &reader = *readers[i]] { round.read(reader); }));
-        rounds[(number + 1) % 2].fill(rows); // while the others read this one
-        round.read(*readers[0]);
-        for (auto &other : others)
-            other.get();
-        for (std::size_t i = 0; i < round.uids.size(); ++i) {
-            auto record = finished(round.uids[i], std::move(round.people[i]), Pictures::AsTheyAre);
+    SQLite::Statement statement(m_database, std::string(kRows) + "ORDER BY id");
+    std::vector<Row> rows = nextRows(statement);
+    Parsers parsers;
+    while (!rows.empty()) {
+        parsers.start(rows);
+        std::vector<Row> next = nextRows(statement);
+        std::vector<Person> &people = parsers.wait();
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            auto record = finished(rows[i].uid, std::move(people[i]), Pictures::AsTheyAre);
             if (!record)
                 return record.error();
-            take({std::move(round.uids[i]), std::move(*record)}, round.proofs[i]);
+            take({std::move(rows[i].uid), std::move(*record)}, rows[i].proof);
         }
+        rows = std::move(next);
     }
     return {};
 }

@@ -65,7 +65,6 @@ public:
     Result<void> asSaved(const Row &row);
 
 private:
-    struct Round;
     Result<PersonRecordPtr> finished(const QString &uid, Result<RecordJsonReader::Person> person, Pictures pictures);
     QByteArray pictureNamed(const std::string &name);
 
