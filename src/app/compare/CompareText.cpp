@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/compare/CompareText.h"
 
+#include "app/look/ContactPicture.h"
 #include "app/look/Counted.h"
 #include "contacts/model/ABLabels.h"
 #include "contacts/model/NameTexts.h"
@@ -28,6 +29,12 @@ QString textOf(const LostValue &value)
 }
 
 } // namespace
+
+QPixmap recordPicture(const PersonRecord &record, int size, qreal ratio, const QString &uid)
+{
+    const QByteArray *image = record.imageData();
+    return personPicture(image ? *image : QByteArray(), size, ratio, uid);
+}
 
 QString nameOf(const PersonRecord &record)
 {

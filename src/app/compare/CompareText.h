@@ -4,7 +4,11 @@
 
 #include "fix/Comparison.h"
 
-// What the window that compares contacts says of them and their values.
+#include <QPixmap>
+
+// What the window that compares contacts says and shows of them and their values.
+
+QPixmap recordPicture(const PersonRecord &record, int size, qreal ratio, const QString &uid = {});
 
 /// A name to tell the contact by; never empty.
 QString nameOf(const PersonRecord &record);

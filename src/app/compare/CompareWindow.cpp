@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/compare/CompareWindow.h"
 
+#include "app/compare/CompareHeader.h"
 #include "app/compare/CompareText.h"
-#include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
 #include "app/look/Strip.h"
@@ -24,7 +24,6 @@
 namespace {
 
 constexpr QSize kFirstSize(1240, 780);
-constexpr int kAvatarSize = 44;
 constexpr int kPictureSize = 40;
 
 std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people)
@@ -35,12 +34,6 @@ std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people)
     return records;
 }
 
-QPixmap pictureOf(const PersonRecord &record, int size, qreal ratio, const QString &uid = {})
-{
-    const QByteArray *image = record.imageData();
-    return personPicture(image ? *image : QByteArray(), size, ratio, uid);
-}
-
 } // namespace
 
 CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
@@ -48,8 +41,7 @@ CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
     , m_people(people)
     , m_choices(recordsOf(people))
     , m_grid(new StickyGrid(this))
-    , m_keep(new QPushButton(tr("&Keep Everything"), this))
-    , m_repair(new QPushButton(tr("&As the Repair Does"), this))
+    , m_header(new CompareHeader(m_choices.records(), people.front()->uniqueId(), this))
     , m_toNote(new QCheckBox(tr("Put values that are not chosen into the &note"), this))
     , m_merge(new QPushButton(this))
     , m_cancel(new QPushButton(tr("Cancel"), this))
@@ -57,51 +49,19 @@ CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
     , m_message(new Strip(Strip::Kind::Problem, this))
 {
     setWindowTitle(tr("Compare and Merge"));
+    connect(keepButton(), &QPushButton::clicked, this, &CompareWindow::keepEverything);
+    connect(repairButton(), &QPushButton::clicked, this, &CompareWindow::showRepair);
     setFirstSize(*this, kFirstSize);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(makeHeader());
+    layout->addWidget(m_header);
     layout->addWidget(m_grid, 1);
     layout->addWidget(separator(Qt::Horizontal));
     layout->addWidget(makeFoot());
     setUpHeads();
     showRows();
     includeBox(0)->setFocus();
-}
-
-QWidget *CompareWindow::makeHeader()
-{
-    auto *picture = new QLabel;
-    const auto withPicture = std::ranges::find_if(
-        m_choices.records(), [](const PersonRecordPtr &record) { return record->imageData() != nullptr; });
-    const PersonRecordPtr &shown =
-        withPicture == m_choices.records().end() ? m_choices.records().front() : *withPicture;
-    picture->setPixmap(pictureOf(*shown, kAvatarSize, devicePixelRatioF(), m_people.front()->uniqueId()));
-    auto *title = new QLabel(windowTitle());
-    makeHeadline(title);
-    auto *sentence = new WrappedText(Qt::LeftToRight);
-    sentence->setText(tr("%1. Everything is kept unless you untick it; the change can be taken back at any time.")
-                          .arg(titleOf(m_choices.records())));
-    setTextColour(sentence, ColourRole::Quiet);
-    auto *texts = new QVBoxLayout;
-    texts->setSpacing(4);
-    texts->addWidget(title);
-    texts->addWidget(sentence);
-    m_keep->setToolTip(tr("Ticks every value, also those that say the same in other letters."));
-    m_repair->setToolTip(tr("Shows what the repair \"Merge contacts\" gives."));
-    m_repair->setCheckable(true);
-    connect(m_keep, &QPushButton::clicked, this, &CompareWindow::keepEverything);
-    connect(m_repair, &QPushButton::clicked, this, &CompareWindow::showRepair);
-    auto *header = new QWidget;
-    auto *layout = new QHBoxLayout(header);
-    layout->setContentsMargins(20, 16, 20, 16);
-    layout->setSpacing(12);
-    layout->addWidget(picture);
-    layout->addLayout(texts, 1);
-    layout->addWidget(m_keep);
-    layout->addWidget(m_repair);
-    return header;
 }
 
 QWidget *CompareWindow::makeFoot()
@@ -163,7 +123,7 @@ void CompareWindow::showRows()
     if (note)
         addRow(*note);
     std::vector<StickyGrid::Row> widgets;
-    QWidget *before = m_repair;
+    QWidget *before = repairButton();
     for (const GridCell *head : m_heads.cells) {
         setTabOrder(before, head->button());
         before = head->button();
@@ -200,7 +160,7 @@ void CompareWindow::addRow(std::size_t index)
             if (group)
                 group->addButton(cell->button());
             if (!row.property)
-                cell->setPicture(pictureOf(*m_choices.records()[contact], kPictureSize, devicePixelRatioF()));
+                cell->setPicture(recordPicture(*m_choices.records()[contact], kPictureSize, devicePixelRatioF()));
         }
         added.widgets.cells.push_back(cell);
     }
@@ -237,7 +197,7 @@ void CompareWindow::showChoices()
         showRow(row);
     m_toNote->setChecked(!m_repaired && m_choices.othersToNote());
     m_toNote->setEnabled(!m_repaired);
-    m_repair->setChecked(m_repaired.has_value());
+    repairButton()->setChecked(m_repaired.has_value());
     m_grid->arrange();
     showSummary();
 }
@@ -249,7 +209,7 @@ void CompareWindow::showRow(const ShownRow &row)
     row.widgets.result->setText(result);
     if (!values.property)
         row.widgets.result->setPicture(
-            m_result.imageData() ? pictureOf(m_result, kPictureSize, devicePixelRatioF()) : QPixmap());
+            m_result.imageData() ? recordPicture(m_result, kPictureSize, devicePixelRatioF()) : QPixmap());
     for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
         GridCell *cell = row.widgets.cells[contact];
         if (!cell)

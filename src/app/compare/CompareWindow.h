@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/compare/CompareHeader.h"
 #include "app/compare/StickyGrid.h"
 #include "base/Job.h"
 #include "contacts/book/ABAddressBook.h"
@@ -31,8 +32,8 @@ public:
     void reject() override;
 
     QAbstractButton *includeBox(std::size_t contact) const { return m_heads.cells[contact]->button(); }
-    QPushButton *keepButton() const { return m_keep; }
-    QPushButton *repairButton() const { return m_repair; }
+    QPushButton *keepButton() const { return m_header->keepButton(); }
+    QPushButton *repairButton() const { return m_header->repairButton(); }
     QPushButton *mergeButton() const { return m_merge; }
     QString summary() const;
     QString message() const;
@@ -48,7 +49,6 @@ private:
         StickyGrid::Row widgets;
     };
 
-    QWidget *makeHeader();
     QWidget *makeFoot();
     void setUpHeads();
     void showRows();
@@ -71,8 +71,7 @@ private:
     StickyGrid *m_grid;
     StickyGrid::Row m_heads{};
     std::vector<ShownRow> m_rows;
-    QPushButton *m_keep;
-    QPushButton *m_repair;
+    CompareHeader *m_header;
     QCheckBox *m_toNote;
     QPushButton *m_merge;
     QPushButton *m_cancel;
