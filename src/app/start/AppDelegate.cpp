@@ -83,7 +83,14 @@ void AppDelegate::connectUndo()
 {
     connect(&m_window, &MainWindow::undoRequested, &m_undo, &UndoSteps::undo);
     connect(&m_window, &MainWindow::redoRequested, &m_undo, &UndoSteps::redo);
-    connect(&m_undo, &UndoSteps::changed, this, [this] { m_window.setUndoable(m_undo.canUndo(), m_undo.canRedo()); });
+    connect(&m_undo, &UndoSteps::changed, this,
+        [this] { m_window.setUndoable(m_undo.canUndo(), m_undo.canRedo()); });
+    const auto tell = [this](const QString &message) {
+        if (!message.isEmpty())
+            m_window.bookStatus()->setMessage(message, true);
+    };
+    connect(&m_undo, &UndoSteps::noted, this, tell);
+    connect(&m_sideWindows, &SideWindows::merged, this, tell);
     connect(&m_undo, &UndoSteps::applied, this, [this](const QStringList &uids, const QString &message) {
         // Findings may name people who were put back as others who share an address.
         showChanged(m_scans.results() ? m_scans.results()->uids() + uids : uids);

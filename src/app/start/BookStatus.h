@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QLabel>
 #include <QStatusBar>
 #include <QTimer>
 
-class QLabel;
 class QToolButton;
 
 /// The main window's status bar: the address book or the progress of opening it, and an unobtrusive mark for the last
@@ -26,6 +26,7 @@ public:
     void setFailure(const QString &newest);
     /// What was done, for a while, with a link that takes it back where that can be.
     void setMessage(const QString &done, bool canUndo);
+    QString message() const { return m_message->toolTip(); }
 
 Q_SIGNALS:
     void undoPressed();

@@ -107,8 +107,9 @@ void SideWindows::showComparison(const QList<ABPersonPtr> &people)
     auto *window = new CompareWindow(here, &m_mainWindow);
     window->setAttribute(Qt::WA_DeleteOnClose);
     connect(window, &CompareWindow::merged, this, [this](const QStringList &uids) {
-        m_activity.append(
-            ActivityLog::Kind::Done, tr("Merged %1 into one").arg(counted(uids.size(), tr("contact"), tr("contacts"))));
+        const QString what = tr("Merged %1 into one").arg(counted(uids.size(), tr("contact"), tr("contacts")));
+        m_activity.append(ActivityLog::Kind::Done, what);
+        Q_EMIT merged(what);
         Q_EMIT peopleChanged(uids);
     });
     connect(window, &CompareWindow::failed, this, &SideWindows::noteFailure);

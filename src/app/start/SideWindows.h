@@ -33,6 +33,7 @@ public:
 Q_SIGNALS:
     void peopleChanged(const QStringList &uids); ///< edited or merged; empty: people were added
     void restoreRequested(const QString &uid); ///< of a damaged person
+    void merged(const QString &what); ///< for the user
     void peopleRestored(); ///< findings and rows may refer to people who are gone
 
 private:

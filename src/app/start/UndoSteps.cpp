@@ -6,6 +6,26 @@
 
 namespace {
 
+QString messageOf(const ChangeCause &cause)
+{
+    switch (cause.kind) {
+    case ChangeCause::Kind::Edit:
+        return UndoSteps::tr("Changed: %1").arg(cause.description);
+    case ChangeCause::Kind::Deletion:
+        return UndoSteps::tr("Deleted: %1").arg(cause.description);
+    case ChangeCause::Kind::Import:
+        return UndoSteps::tr("Imported: %1").arg(cause.description);
+    case ChangeCause::Kind::Card:
+        return UndoSteps::tr("Saved: %1").arg(cause.description);
+    case ChangeCause::Kind::Restore:
+        return UndoSteps::tr("Restored: %1").arg(cause.description);
+    case ChangeCause::Kind::Repair:
+    case ChangeCause::Kind::Other:
+        break;
+    }
+    return {};
+}
+
 /// Puts everybody back whom the cause changed, as the change @p restoring. @return their uids
 Result<QStringList> putBack(ABAddressBook &book, const QString &causeId, const ChangeCausePtr &restoring)
 {
@@ -49,6 +69,7 @@ void UndoSteps::note(const ChangeCausePtr &cause)
     m_done.push_back({cause->id, textOf(*cause)});
     m_undone.clear();
     Q_EMIT changed();
+    Q_EMIT noted(messageOf(*cause));
 }
 
 void UndoSteps::takeBack(Steps &from, Steps &to)

@@ -25,6 +25,8 @@ public:
 
 Q_SIGNALS:
     void changed(); ///< what can be undone and redone
+    /// A step can be undone by now; the message is empty for repairs, whose windows say more.
+    void noted(const QString &message);
     /// The people with these uids are as before the step, or after it again.
     void applied(const QStringList &uids, const QString &message);
     void failed(const QString &message);
