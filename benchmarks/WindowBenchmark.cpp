@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GeneratedBook.h"
 #include "app/look/CalmStyle.h"
+#include "app/results/FixAllDialog.h"
 #include "app/results/ResultsView.h"
 #include "app/start/AppDelegate.h"
 #include "app/table/ContactTableView.h"
@@ -148,6 +149,40 @@ void waits(AppDelegate &app)
         exportOnce(app, format, folder.path());
 }
 
+/// Repairs all findings of a group.
+void fixAll(AppDelegate &app, QLatin1StringView group, OptionGroup options, QLatin1StringView option)
+{
+    OutlineViewController &results = *app.outlineViewController();
+    const auto found = std::ranges::find_if(results.rootNodes(), [&](const auto &row) { return row->name() == group; });
+    results.chooseOption(options, option);
+    results.selectItem((*found)->childAtIndex(0));
+    const qsizetype count = (*found)->childrenCount();
+    QElapsedTimer timer;
+    double untilAsked = 0;
+    QTimer::singleShot(0, [&] {
+        untilAsked = milliseconds(timer.nsecsElapsed());
+        app.mainWindow().results()->findChild<FixAllDialog *>()->accept();
+        timer.start();
+    });
+    const Heartbeat heartbeat;
+    timer.start();
+    app.mainWindow().results()->fixAll();
+    report(qPrintable(QStringLiteral("Fix All: ") + group), milliseconds(timer.nsecsElapsed()));
+    report("    findings", double(count), "");
+    report("    until its question is shown", untilAsked);
+    report("    longest wait of an event", heartbeat.longest());
+}
+
+void repairs(AppDelegate &app)
+{
+    app.scanClicled();
+    waitUntil([&app] { return app.mainWindow().results() && app.outlineViewController()->selectedItem(); });
+    fixAll(app, QLatin1StringView("Unusual Title"), OptionGroup::BadTitle, kRemoveTheTitle);
+    fixAll(app, QLatin1StringView("Duplicate contacts"), OptionGroup::DupContact, kMergeContacts);
+    app.scans().reloadUI();
+    waitUntil([&app] { return !app.mainWindow().results(); });
+}
+
 /// Whether a widget was painted since it was asked last.
 class PaintWatch : public QObject
 {
@@ -253,6 +288,7 @@ int main(int argc, char *argv[])
     typing(app);
     scrolling(app);
     waits(app);
+    repairs(app);
     idling();
     return 0;
 }

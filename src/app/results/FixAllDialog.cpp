@@ -14,6 +14,7 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QSet>
+#include <QSignalBlocker>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -22,7 +23,7 @@
 namespace {
 
 constexpr QSize kFirstSize(560, 480);
-constexpr int kMillisecondsOfTurn = 30; // between two looks at what the user does
+constexpr int kMillisecondsOfTurn = 20; // between two looks at what the user does
 constexpr int kMillisecondsToProgress = 500;
 
 /// The dialog has asked already.
@@ -93,23 +94,41 @@ FixAllDialog::FixAllDialog(const QString &option, QList<PersonItemPtr> findings,
 
 void FixAllDialog::fill()
 {
-    bool isAnyLost = false;
     QList<QTreeWidgetItem *> rows;
     for (const auto &finding : m_findings) {
-        const QString lost = linesOf(leftBehind(finding->finding(), m_option));
-        auto *row = new QTreeWidgetItem({finding->name(), QString(lost).replace(u'\n', QStringLiteral("; "))});
-        row->setCheckState(0, Qt::Checked);
-        row->setToolTip(1, lost);
-        rows += row;
-        isAnyLost = isAnyLost || !lost.isEmpty();
+        rows += new QTreeWidgetItem(QStringList(finding->name()));
+        rows.back()->setCheckState(0, Qt::Checked);
     }
     m_list->setHeaderLabels({tr("Contact"), tr("Left behind by the repair")});
     m_list->addTopLevelItems(rows);
-    m_list->setColumnHidden(1, !isAnyLost);
+    m_list->setColumnHidden(1, true);
     m_list->resizeColumnToContents(0);
     m_list->setColumnWidth(0, std::min(m_list->columnWidth(0), kFirstSize.width() / 2));
     if (!rows.isEmpty())
         m_list->setCurrentItem(rows.front());
+    connect(&m_idle, &QTimer::timeout, this, &FixAllDialog::fillLost);
+    connect(this, &QDialog::finished, &m_idle, &QTimer::stop);
+    m_idle.start(0);
+    fillLost();
+}
+
+/// Some at a time, as merges are tried out for it.
+void FixAllDialog::fillLost()
+{
+    QElapsedTimer turn;
+    turn.start();
+    const QSignalBlocker blocker(m_list); // nobody ticks anything
+    for (; m_filled < m_findings.size() && turn.elapsed() < kMillisecondsOfTurn; ++m_filled) {
+        const QString lost = linesOf(leftBehind(m_findings[m_filled]->finding(), m_option));
+        if (lost.isEmpty())
+            continue;
+        QTreeWidgetItem *row = m_list->topLevelItem(int(m_filled));
+        row->setText(1, QString(lost).replace(u'\n', QStringLiteral("; ")));
+        row->setToolTip(1, lost);
+        m_list->setColumnHidden(1, false);
+    }
+    if (m_filled == m_findings.size())
+        m_idle.stop();
 }
 
 QList<PersonItemPtr> FixAllDialog::chosen() const

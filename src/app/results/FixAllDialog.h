@@ -5,6 +5,7 @@
 #include "results/OutlineViewController.h"
 
 #include <QDialog>
+#include <QTimer>
 
 class QLabel;
 class QPushButton;
@@ -24,12 +25,15 @@ public:
 
 private:
     void fill();
+    void fillLost();
     void showCount();
 
     const QString m_option;
     const QList<PersonItemPtr> m_findings;
     QLabel *m_future;
     QTreeWidget *m_list;
+    QTimer m_idle;
+    qsizetype m_filled = 0; ///< rows that say what would be lost
     QPushButton *m_fix;
 };
 
