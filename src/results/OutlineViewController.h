@@ -78,8 +78,8 @@ public:
     const DetailPanel &detailPanel() const { return m_panel; }
     bool showsTips() const { return m_showsTips; } ///< instead of the detail panel: every group is closed
     bool buttonsEnabled() const { return m_buttonsEnabled; } ///< "Open In Contacts" and "Fix"
-    /// False also if another repair removed the person.
-    bool canFix() const { return m_buttonsEnabled && m_selected && !m_selected->isGone(); }
+    /// False also if another repair removed the person, or it is damaged.
+    bool canFix() const { return m_buttonsEnabled && m_selected && m_selected->whyNotFixable().isNull(); }
     void openInContacts();
     void backClicked() { m_delegate.reloadUI(); }
 

@@ -27,3 +27,13 @@ qsizetype PersonItem::indexOfChild(const PersonItem *child) const
     const auto found = std::ranges::find(m_childrenArray, child, &PersonItemPtr::get);
     return found == m_childrenArray.end() ? -1 : found - m_childrenArray.begin();
 }
+
+QString PersonItem::whyNotFixable() const
+{
+    if (isGone())
+        return QStringLiteral("This contact is no longer in the address book.");
+    if (person() && person()->isDamaged())
+        return QStringLiteral(
+            "This contact is damaged: it is not as it was saved. Open it to restore it from a backup.");
+    return {};
+}

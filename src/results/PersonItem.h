@@ -47,6 +47,8 @@ public:
     void setPerson(const ABPersonPtr &person) { m_finding.person = person; }
     /// Whether the finding's person has since been removed, for example by a merge.
     bool isGone() const { return person() && person()->isRemoved(); }
+    /// Why nothing can be repaired here, for the user; null if it can, and for a group.
+    QString whyNotFixable() const;
     /// Null for a group, and once the group is gone.
     PersonItemPtr parentNode() const { return m_parentNode.lock(); }
     void setParentNode(const PersonItemPtr &parent) { m_parentNode = parent; }

@@ -9,6 +9,7 @@
 #include "app/look/Strip.h"
 #include "app/results/FindingDelegate.h"
 #include "app/results/FixAllDialog.h"
+#include "app/results/PlacesLabel.h"
 #include "app/results/PreviewView.h"
 #include "app/results/RepairTexts.h"
 #include "app/results/ShownFindings.h"
@@ -169,6 +170,8 @@ QWidget *ResultsView::makePanel()
     layout->setSpacing(16);
     layout->addLayout(head);
     layout->addWidget(m_problem);
+    m_places = new PlacesLabel;
+    layout->addWidget(m_places);
     layout->addWidget(box);
     layout->addWidget(makePreview(), 1);
     auto *scroll = new QScrollArea;
@@ -338,11 +341,15 @@ void ResultsView::showPanel()
     m_problem->setText(panel.problemText);
     showTips();
     const PersonItemPtr &item = m_controller.selectedItem();
+    m_places->setPlaces(
+        item && !item->isRootNode() && !item->isGone() ? problemPlaces(item->finding()) : std::vector<ProblemPlace>());
     const qsizetype toCompare = item ? peopleToCompare(*item).size() : 0;
     m_compareButton->setVisible(toCompare > 1);
     m_compareButton->setText(tr("Compare %1 Contacts ...").arg(toCompare));
     m_openContactButton->setEnabled(m_controller.buttonsEnabled());
-    m_gone->setVisible(m_controller.buttonsEnabled() && !m_controller.canFix());
+    m_gone->setText(item ? item->whyNotFixable() : QString());
+    m_gone->setVisible(!m_gone->text().isEmpty());
+    m_fixButton->setAccessibleDescription(m_gone->text());
     m_fixButton->setEnabled(m_controller.canFix() && !ABAddressBook::isSharedReadOnly());
     showOptions();
     showFixAll();

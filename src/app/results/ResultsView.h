@@ -8,6 +8,7 @@
 #include <QWidget>
 
 class ButtonBar;
+class PlacesLabel;
 class PreviewView;
 class QButtonGroup;
 class QGridLayout;
@@ -80,6 +81,7 @@ private:
     Strip *m_problem;
     QWidget *m_boxWithMatrix;
     QGridLayout *m_options;
+    PlacesLabel *m_places = nullptr;
     QButtonGroup *m_optionButtons;
     QLabel *m_leftBehind;
     PreviewView *m_preview;
