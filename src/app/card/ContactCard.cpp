@@ -84,13 +84,15 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     : QDialog(parent)
     , m_person(person)
     , m_before(person->record())
+    , m_isNew(!person->isRemoved() && ABAddressBook::sharedAddressBook()
+          && !ABAddressBook::sharedAddressBook()->containsRecord(person))
     , m_head(new CardHead(person))
     , m_note(new QPlainTextEdit)
     , m_birthday(new QLineEdit)
     , m_isCompany(new QCheckBox(tr("Company")))
     , m_reason(new Strip(Strip::Kind::Problem))
 {
-    setWindowTitle(tr("Contact"));
+    setWindowTitle(m_isNew ? tr("New Contact") : tr("Contact"));
     setFirstSize(*this, {920, 780});
     auto *columns = new QWidget;
     m_columns = new QBoxLayout(QBoxLayout::LeftToRight, columns);
@@ -321,6 +323,10 @@ void ContactCard::save()
         refuse(record.error().text);
         return;
     }
+    if (m_isNew && book) {
+        saveNew(*book, *record);
+        return;
+    }
     if (!book || !book->containsRecord(m_person)) {
         refuse(tr("This contact was removed from the address book meanwhile."));
         return;
@@ -331,12 +337,37 @@ void ContactCard::save()
     if (!book->save(&error, makeCause(ChangeCause::Kind::Card, readableName(*record)))) {
         if (error.kind != ErrorKind::Conflict) // else the book has taken the other's record over, and it must stay
             m_person->replaceRecord(now);
-        refuse(error.description());
-        Q_EMIT failed(error.description());
+        refuseSave(error);
         return;
     }
-    Q_EMIT saved();
+    Q_EMIT saved(m_person->uniqueId());
     accept();
+}
+
+/// Adds a contact, unless it would have no value.
+void ContactCard::saveNew(ABAddressBook &book, const PersonRecord &record)
+{
+    if (record == *m_before) {
+        accept();
+        return;
+    }
+    const auto person = std::make_shared<ABPerson>(); // for every attempt another, as a failed one is removed
+    person->replaceRecord(std::make_shared<PersonRecord>(record));
+    Error error;
+    if (!book.addRecord(person, &error)
+        || !book.save(&error, makeCause(ChangeCause::Kind::Card, readableName(record)))) {
+        book.removeRecord(person); // or the next save would write it
+        refuseSave(error);
+        return;
+    }
+    Q_EMIT saved(person->uniqueId());
+    accept();
+}
+
+void ContactCard::refuseSave(const Error &error)
+{
+    refuse(error.description());
+    Q_EMIT failed(error.description());
 }
 
 bool ContactCard::isEdited() const

@@ -8,6 +8,7 @@
 
 #include <span>
 
+class ABAddressBook;
 class CardHead;
 class FieldSection;
 class MultiValueEditor;
@@ -20,7 +21,8 @@ class QPushButton;
 class Strip;
 
 /// One contact in full, for viewing and editing: every property, label and picture. Only edits are written, so changes
-/// by others are kept.
+/// by others are kept. An empty person in no address book stands for a new contact: if something is typed in, a contact
+/// is added with it.
 class ContactCard : public QDialog
 {
     Q_OBJECT
@@ -37,7 +39,7 @@ public:
     void reject() override;
 
 Q_SIGNALS:
-    void saved();
+    void saved(const QString &uid);
     void failed(const QString &reason);
     /// The damaged person should be restored from a backup; the card is closed.
     void restoreRequested(const QString &uid);
@@ -63,6 +65,8 @@ private:
     void showName();
     void judgeBirthday();
     void refuse(const QString &reason);
+    void refuseSave(const Error &error);
+    void saveNew(ABAddressBook &book, const PersonRecord &record);
     bool isEdited() const;
     /// The edited record; an error names the invalid field.
     Result<PersonRecord> edited() const;
@@ -70,6 +74,7 @@ private:
 
     const ABPersonPtr m_person;
     const PersonRecordPtr m_before;
+    const bool m_isNew;
     std::vector<TextField> m_texts;
     std::vector<MultiValueEditor *> m_multiValues;
     QBoxLayout *m_columns = nullptr;

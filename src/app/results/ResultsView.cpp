@@ -233,7 +233,10 @@ QWidget *ResultsView::makeButtons()
 void ResultsView::setUpKeys()
 {
     const auto addKey = [this](const QKeySequence &keys, QPushButton *button) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, button, &QPushButton::click);
+        auto *action = new QAction(button->text(), this); // the menu shows the keys
+        action->setShortcut(keys);
+        connect(action, &QAction::triggered, button, &QPushButton::click);
+        addAction(action);
         button->setToolTip(tr("%1 (%2)").arg(button->text(), keys.toString(QKeySequence::NativeText)));
     };
     addKey(QKeySequence(Qt::CTRL | Qt::Key_Return), m_fixButton);
@@ -263,7 +266,6 @@ void ResultsView::setUpActions()
     };
     add(tr("&Next Finding"), QKeySequence(Qt::ALT | Qt::Key_Down), [this] { m_tree->selectNeighbour(false); });
     add(tr("&Previous Finding"), QKeySequence(Qt::ALT | Qt::Key_Up), [this] { m_tree->selectNeighbour(true); });
-    add(tr("Filter &Findings"), QKeySequence::Find, [this] { m_filter->setFocus(Qt::ShortcutFocusReason); });
     m_fixAllAction = add(
         tr("Fix &All ..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Return), [this] { m_fixAllButton->click(); });
     m_fixAllButton->setToolTip(

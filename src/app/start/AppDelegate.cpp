@@ -7,6 +7,7 @@
 #include "app/activity/WebPages.h"
 #include "app/look/FileDialog.h"
 #include "app/start/ContactsApplication.h"
+#include "app/start/EditMenu.h"
 #include "app/start/SampleBook.h"
 #include "app/table/ContactTableView.h"
 
@@ -42,6 +43,7 @@ void AppDelegate::connectCommands()
         else
             openAddressBook(m_opener.where()); // it could not be opened before
     });
+    connect(&m_window, &MainWindow::newContactRequested, &m_sideWindows, &SideWindows::showNewCard);
     connect(&m_window, &MainWindow::exportAllRequested, this, &AppDelegate::exportClicked);
     connect(&m_window, &MainWindow::importRequested, this, &AppDelegate::importClicked);
     connect(&m_window, &MainWindow::filesDropped, this, &AppDelegate::importFiles);
@@ -84,7 +86,7 @@ void AppDelegate::connectUndo()
     connect(&m_window, &MainWindow::undoRequested, &m_undo, &UndoSteps::undo);
     connect(&m_window, &MainWindow::redoRequested, &m_undo, &UndoSteps::redo);
     connect(&m_undo, &UndoSteps::changed, this,
-        [this] { m_window.setUndoable(m_undo.canUndo(), m_undo.canRedo()); });
+        [this] { m_window.editMenu()->setUndoable(m_undo.canUndo(), m_undo.canRedo()); });
     const auto tell = [this](const QString &message) {
         if (!message.isEmpty())
             m_window.bookStatus()->setMessage(message, true);

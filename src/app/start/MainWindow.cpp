@@ -7,6 +7,7 @@
 #include "app/look/EmptyPage.h"
 #include "app/results/ProgressWindow.h"
 #include "app/results/ResultsView.h"
+#include "app/start/EditMenu.h"
 #include "app/start/SampleBook.h"
 #include "app/table/ContactTableView.h"
 
@@ -65,6 +66,7 @@ MainWindow::MainWindow(LoadContactsViewController &table)
     , m_progress(new ProgressWindow(this))
     , m_status(new BookStatus(this))
     , m_books(new BookMenu(this))
+    , m_edit(new EditMenu(this))
 {
     setWindowTitle(QApplication::applicationDisplayName());
     setAcceptDrops(true);
@@ -122,7 +124,15 @@ void MainWindow::setUpMenus()
 {
     setUpProgramMenu();
     setUpFileMenu();
-    setUpEditMenu();
+    menuBar()->addMenu(m_edit);
+    connect(m_edit, &EditMenu::undoRequested, this, &MainWindow::undoRequested);
+    connect(m_edit, &EditMenu::redoRequested, this, &MainWindow::redoRequested);
+    connect(m_edit, &EditMenu::findRequested, this, [this] {
+        QLineEdit *field = m_results ? m_results->filterField() : m_contacts->searchField();
+        field->setFocus(Qt::ShortcutFocusReason);
+        field->selectAll();
+    });
+    connect(m_status, &BookStatus::undoPressed, m_edit, &EditMenu::undoRequested);
     setUpContactsMenus();
     QMenu *window = menuBar()->addMenu(tr("&Window"));
     window->addAction(tr("&Activity"), this, &MainWindow::activityRequested);
@@ -163,27 +173,25 @@ void MainWindow::setUpFileMenu()
     m_restoreAction = file->addAction(tr("&Restore ..."), this, &MainWindow::restoreRequested);
 }
 
-void MainWindow::setUpEditMenu()
-{
-    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
-    m_undoAction = edit->addAction(tr("&Undo"), this, &MainWindow::undoRequested);
-    m_undoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
-    m_redoAction = edit->addAction(tr("&Redo"), this, &MainWindow::redoRequested);
-    m_redoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
-    setUndoable(false, false);
-    connect(m_status, &BookStatus::undoPressed, m_undoAction, &QAction::trigger);
-}
-
-void MainWindow::setUndoable(bool canUndo, bool canRedo)
-{
-    m_undoAction->setEnabled(canUndo);
-    m_redoAction->setEnabled(canRedo);
-}
-
 void MainWindow::setUpContactsMenus()
 {
     QMenu *contacts = menuBar()->addMenu(tr("&Contacts"));
+    const auto addForRows = [this, contacts](const QString &title, const QKeySequence &keys,
+                                Qt::ShortcutContext context, void (ContactTableView::*action)()) {
+        m_rowActions += contacts->addAction(title, m_contacts, action);
+        m_rowActions.back()->setShortcut(keys);
+        m_rowActions.back()->setShortcutContext(context);
+        m_rowActions.back()->setEnabled(false);
+    };
     m_contactsMenu = contacts;
+    m_newAction = contacts->addAction(tr("&New Contact ..."), this, &MainWindow::newContactRequested);
+    m_newAction->setShortcut(QKeySequence::New);
+    m_newAction->setEnabled(false);
+    addForRows(
+        tr("&Duplicate"), QKeySequence(Qt::CTRL | Qt::Key_D), Qt::WindowShortcut, &ContactTableView::duplicateSelected);
+    // The table has its keys, which mean something else in a field.
+    addForRows(tr("De&lete ..."), QKeySequence::Delete, Qt::WidgetShortcut, &ContactTableView::deleteSelected);
+    contacts->addSeparator();
     m_scanActions += contacts->addAction(tr("&Scan"), this, &MainWindow::scanRequested);
     m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
     m_refreshAction = contacts->addAction(tr("&Refresh"), this, &MainWindow::refreshRequested);
@@ -193,13 +201,12 @@ void MainWindow::setUpContactsMenus()
         m_tableActions += menu->addAction(title, this, action);
         m_tableActions.back()->setShortcut(keys);
     };
-    addForTable(contacts, tr("&Find"), QKeySequence::Find, [this] { m_contacts->searchField()->setFocus(); });
     m_compareAction = contacts->addAction(tr("Compare and &Merge ..."), m_contacts, &ContactTableView::compareSelected);
     m_compareAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     m_compareAction->setEnabled(false);
     connect(m_contacts, &ContactTableView::comparisonRequested, this, &MainWindow::comparisonRequested);
     connect(m_contacts->table()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-        &MainWindow::enableCompareAction);
+        &MainWindow::enableRowActions);
     contacts->addSeparator(); // hidden until actions of results come behind it
 
     QMenu *columns = menuBar()->addMenu(tr("C&olumns"));
@@ -232,6 +239,7 @@ void MainWindow::setReadOnly(const QString &reason)
     m_contacts->setEditable(false);
     m_contacts->emptyPage()->importButton()->setEnabled(false);
     m_importAction->setEnabled(false);
+    m_newAction->setEnabled(false);
     m_restoreAction->setEnabled(false);
     setAcceptDrops(false);
 }
@@ -247,6 +255,7 @@ void MainWindow::setContactsLoaded()
 {
     m_contacts->emptyPage()->offerContacts();
     m_importAction->setEnabled(!m_isReadOnly);
+    m_newAction->setEnabled(!m_isReadOnly);
     if (!m_hasWidths && m_contacts->table()->model()->rowCount() > 0) {
         m_contacts->columnLook().fitContents();
         m_hasWidths = true;
@@ -288,13 +297,16 @@ void MainWindow::showResults(OutlineViewController &controller)
     for (QAction *action : std::as_const(m_tableActions))
         action->setEnabled(false);
     connect(m_results, &ResultsView::comparisonRequested, this, &MainWindow::comparisonRequested);
-    enableCompareAction();
+    enableRowActions();
     m_results->setFocus();
 }
 
-void MainWindow::enableCompareAction()
+void MainWindow::enableRowActions()
 {
     m_compareAction->setEnabled(!m_results && m_contacts->canCompare());
+    const bool canChange = !m_results && !m_isReadOnly && m_contacts->table()->selectionModel()->hasSelection();
+    for (QAction *action : std::as_const(m_rowActions))
+        action->setEnabled(canChange);
 }
 
 void MainWindow::showContacts()
@@ -304,7 +316,7 @@ void MainWindow::showContacts()
         action->setEnabled(true);
     delete m_results;
     m_results = nullptr;
-    enableCompareAction();
+    enableRowActions();
 }
 
 void MainWindow::showNothingLeft()

@@ -12,6 +12,7 @@
 
 class ButtonBar;
 class ContactTableView;
+class EditMenu;
 class LoadContactsViewController;
 class MyButton;
 class OutlineViewController;
@@ -35,6 +36,7 @@ public:
     ProgressWindow *progressWindow() const { return m_progress; }
     BookStatus *bookStatus() const { return m_status; }
     BookMenu *bookMenu() const { return m_books; }
+    EditMenu *editMenu() const { return m_edit; }
     MyButton *scanButton() const { return m_scanButton; }
     MyButton *freshButton() const { return m_freshButton; }
     MyButton *exportAllButton() const { return m_exportAllButton; }
@@ -54,7 +56,6 @@ public:
     void setAddressBookName(const QString &name, bool isDefault);
     /// For a read-only address book: says so beside its name, and disables what would change it.
     void setReadOnly(const QString &reason);
-    void setUndoable(bool canUndo, bool canRedo);
     /// Moves this many steps from the window's last position, where another one may be.
     void standAside(int steps);
     /// Says why no address book could be opened.
@@ -63,6 +64,7 @@ public:
 Q_SIGNALS:
     void scanRequested();
     void refreshRequested();
+    void newContactRequested();
     void exportAllRequested();
     void importRequested();
     void sampleRequested();
@@ -90,11 +92,10 @@ private:
     void setUpMenus();
     void setUpProgramMenu();
     void setUpFileMenu();
-    void setUpEditMenu();
     void setUpContactsMenus();
     void restoreLayout();
     void saveLayout() const;
-    void enableCompareAction();
+    void enableRowActions();
     void focusNextPane();
 
     LoadContactsViewController &m_table;
@@ -112,16 +113,17 @@ private:
     ProgressWindow *m_progress;
     BookStatus *m_status;
     BookMenu *m_books;
+    EditMenu *m_edit;
     bool m_hasWidths = false; // of its columns, as the user left them or as their contents need them
     bool m_standsAside = false;
     QList<QAction *> m_scanActions; // disabled during a scan
     QList<QAction *> m_tableActions; // disabled while results are shown
+    QList<QAction *> m_rowActions; // that change the selected contacts
     QMenu *m_contactsMenu = nullptr;
     QAction *m_refreshAction = nullptr;
+    QAction *m_newAction = nullptr;
     QAction *m_importAction = nullptr;
     QAction *m_restoreAction = nullptr;
-    QAction *m_undoAction = nullptr;
-    QAction *m_redoAction = nullptr;
     QAction *m_compareAction = nullptr;
     bool m_isReadOnly = false;
 };

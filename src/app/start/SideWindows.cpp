@@ -84,11 +84,17 @@ void SideWindows::showCard(const ABPersonPtr &person)
 {
     auto *card = new ContactCard(person, &m_mainWindow);
     card->setAttribute(Qt::WA_DeleteOnClose);
-    connect(card, &ContactCard::saved, this, [this, uid = person->uniqueId()] { Q_EMIT peopleChanged({uid}); });
+    connect(card, &ContactCard::saved, this, [this](const QString &uid) { Q_EMIT peopleChanged({uid}); });
     connect(card, &ContactCard::failed, this, &SideWindows::noteFailure);
     connect(card, &ContactCard::restoreRequested, this, &SideWindows::restoreRequested);
     connect(card, &ContactCard::historyRequested, this, &SideWindows::showHistory);
     card->show();
+}
+
+void SideWindows::showNewCard()
+{
+    if (ABAddressBook::sharedAddressBook())
+        showCard(std::make_shared<ABPerson>());
 }
 
 void SideWindows::showComparison(const QList<ABPersonPtr> &people)

@@ -27,13 +27,14 @@ public:
     /// Of everybody, or of this person.
     void showHistory(const ABPersonPtr &person = {});
     void showCard(const ABPersonPtr &person);
+    void showNewCard();
     void showComparison(const QList<ABPersonPtr> &people);
     void importFiles(const QStringList &paths);
 
 Q_SIGNALS:
     void peopleChanged(const QStringList &uids); ///< edited or merged; empty: people were added
-    void restoreRequested(const QString &uid); ///< of a damaged person
     void merged(const QString &what); ///< for the user
+    void restoreRequested(const QString &uid); ///< of a damaged person
     void peopleRestored(); ///< findings and rows may refer to people who are gone
 
 private:

@@ -261,10 +261,7 @@ void ContactTableView::setUpContextMenu()
         [this] { copyAsCards(selectedPeople()); });
     m_contextMenu->addSeparator();
     add(tr("Export ..."), QKeySequence(), [this] { m_controller.exportItem(selectedRows()); });
-    m_deleteAction = add(tr("Delete ..."), QKeySequence::Delete, [this] {
-        m_controller.deleteItem(selectedRows());
-        setContextMenuEnabled(true); // the shortcuts work again
-    });
+    m_deleteAction = add(tr("Delete ..."), QKeySequence::Delete, [this] { deleteSelected(); });
     connect(
         &m_controller, &LoadContactsViewController::contextMenuEnabled, this, &ContactTableView::setContextMenuEnabled);
     connect(m_table, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
@@ -397,6 +394,12 @@ void ContactTableView::openCard()
     const QList<ABPersonPtr> people = selectedPeople();
     if (!people.isEmpty())
         Q_EMIT cardRequested(people.front());
+}
+
+void ContactTableView::deleteSelected()
+{
+    m_controller.deleteItem(selectedRows());
+    setContextMenuEnabled(true); // the shortcuts work again
 }
 
 bool ContactTableView::canCompare() const

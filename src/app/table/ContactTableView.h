@@ -44,6 +44,8 @@ public:
     /// Whether several rows are selected.
     bool canCompare() const;
     void compareSelected();
+    void duplicateSelected() { m_controller.duplicateItem(selectedRows()); }
+    void deleteSelected(); ///< after asking
     /// Whether a cell's editor is open.
     bool isEditing() const;
 

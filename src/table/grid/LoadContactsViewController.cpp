@@ -217,6 +217,28 @@ void LoadContactsViewController::deletePerson(
         m_table.takeRow(static_cast<int>(row - rows.begin()));
 }
 
+void LoadContactsViewController::duplicateItem(const std::vector<int> &selectedRows)
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    if (!book || selectedRows.empty())
+        return;
+    QList<ABPersonPtr> copies;
+    for (const int row : selectedRows) {
+        copies += std::make_shared<ABPerson>();
+        copies.back()->replaceRecord(m_table.rows()[static_cast<std::size_t>(row)]->person()->record());
+        book->addRecord(copies.back());
+    }
+    const QString what = copies.size() == 1 ? readableName(*copies.front()->record())
+                                            : QString(QString::number(copies.size()) % QStringLiteral(" contacts"));
+    Error error;
+    if (!book->save(&error, makeCause(ChangeCause::Kind::Card, QStringLiteral("copy of ") % what))) {
+        for (const ABPersonPtr &copy : std::as_const(copies)) // or the next save would write them
+            book->removeRecord(copy);
+        Q_EMIT failed(error.description());
+    }
+    loadPersonInAddressBook();
+}
+
 void LoadContactsViewController::exportItem(std::vector<int> selectedRows)
 {
     std::ranges::sort(selectedRows, std::greater<>());

@@ -75,6 +75,8 @@ public:
     /// Deletes the people of these rows from the address book, after asking. A person whose removal fails or cannot be
     /// saved stays, in the table too.
     void deleteItem(std::vector<int> selectedRows);
+    /// Adds a copy of each of these rows' people, with everything but the uid, and starts a load.
+    void duplicateItem(const std::vector<int> &selectedRows);
     /// Passes copies of these rows to the exporter, the lowest row first.
     void exportItem(std::vector<int> selectedRows);
 
