@@ -29,3 +29,22 @@ std::vector<Finding> findingsOf(const ScanResult &result, Condition condition)
         std::visit(append, *found);
     return findings;
 }
+
+ScanResult filtered(const ScanResult &result, const std::function<bool(const Finding &)> &isWanted)
+{
+    ScanResult wanted;
+    for (const auto &[condition, findings] : result) {
+        Findings kept = findings;
+        const auto reduce = [&, condition = condition](auto &list) {
+            std::erase_if(list, [&](const auto &found) { return !isWanted(findingOf(condition, found)); });
+        };
+        std::visit(reduce, kept);
+        wanted.insert(condition, std::move(kept));
+    }
+    return wanted;
+}
+
+QString keyOf(const Finding &finding)
+{
+    return finding.person->uniqueId() % u'\n' % finding.duplicateEmailType % u'\n' % finding.sharedAddress;
+}

@@ -8,6 +8,8 @@
 
 #include <QList>
 
+#include <functional>
+
 /// One finding of a scan.
 struct Finding
 {
@@ -23,6 +25,11 @@ struct Finding
 
 /// The findings of a condition, in order.
 std::vector<Finding> findingsOf(const ScanResult &result, Condition condition);
+/// Only those findings, in their order.
+ScanResult filtered(const ScanResult &result, const std::function<bool(const Finding &)> &isWanted);
+
+/// The same for one finding in two scans for its condition.
+QString keyOf(const Finding &finding);
 
 /// What a repair did, and how to update the tree.
 struct FixOutcome

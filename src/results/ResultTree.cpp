@@ -13,12 +13,6 @@ PersonItem *itemOf(const QModelIndex &index)
     return static_cast<PersonItem *>(index.internalPointer());
 }
 
-/// The same for one finding in two scans.
-QString keyOf(const Finding &finding)
-{
-    return finding.person->uniqueId() % u'\n' % finding.duplicateEmailType % u'\n' % finding.sharedAddress;
-}
-
 qsizetype placeOf(Condition condition)
 {
     return std::ranges::find(conditionGroups(), condition, &ConditionGroup::condition) - conditionGroups().begin();

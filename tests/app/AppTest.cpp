@@ -7,6 +7,7 @@
 #include "app/look/Colours.h"
 #include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
+#include "app/results/FixAllDialog.h"
 #include "app/results/PreviewView.h"
 #include "app/results/ProgressWindow.h"
 #include "app/results/ResultsView.h"
@@ -390,9 +391,23 @@ private Q_SLOTS:
         QCOMPARE(unnamedIn(&window()), QStringList());
         scan();
         QCOMPARE(unnamedIn(&window()), QStringList());
+        QStringList unnamed;
+        QTimer::singleShot(0, this, [this, &unnamed] {
+            auto *dialog = window().results()->findChild<FixAllDialog *>();
+            unnamed = unnamedIn(dialog);
+            dialog->reject();
+        });
+        window().results()->fixAll();
+        QCOMPARE(unnamed, QStringList());
         m_app->preferencesButtonClicled();
         m_app->aboutClicked();
-        Q_EMIT m_app->mainWindow().activityRequested();
+        m_app->exportClicked();
+        m_app->importFiles({});
+        m_app->editInAddressBook(ABAddressBook::sharedAddressBook()->people().front());
+        Q_EMIT window().newContactRequested();
+        Q_EMIT window().historyRequested();
+        Q_EMIT window().activityRequested();
+        QTRY_COMPARE(window().findChildren<ContactCard *>().size(), 2);
         for (QWidget *top : QApplication::topLevelWidgets()) {
             if (top->isVisible())
                 QCOMPARE(unnamedIn(top), QStringList());

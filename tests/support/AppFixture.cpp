@@ -21,7 +21,7 @@ void findUnnamed(QAccessibleInterface *object, const QString &path, QStringList 
     const QString here =
         path + u'/' + QString::fromLatin1(object->object() ? object->object()->metaObject()->className() : "row");
     const QString name = object->text(QAccessible::Name);
-    const bool isFinding = object->role() == QAccessible::TreeItem && !object->state().expandable;
+    const bool isFinding = path.endsWith(QStringLiteral("FindingTree")) && !object->state().expandable;
     if (object->state().focusable && !object->state().invisible
         && (name.isEmpty() || (isFinding && !name.contains(QStringLiteral(": ")))))
         unnamed += here;

@@ -318,6 +318,20 @@ void ResultsView::refresh()
     m_controller.selectRow(1);
 }
 
+void ResultsView::resume()
+{
+    openGroups();
+    showCount();
+    if (m_controller.selectedItem()) {
+        showSelection();
+        m_controller.outlineViewSelectionDidChange();
+    } else if (m_controller.showsTips()) {
+        showPanel();
+    } else {
+        m_controller.selectRow(1);
+    }
+}
+
 void ResultsView::showSelection()
 {
     const QModelIndex index = m_shown->indexOf(m_controller.selectedItem());

@@ -44,6 +44,8 @@ public:
 
     /// Shows the tree with all groups open and the first finding selected.
     void refresh();
+    /// Shows the tree as it was left.
+    void resume();
     void fixAll();
 
 Q_SIGNALS:
@@ -79,9 +81,9 @@ private:
     WrappedText *m_email;
     QLabel *m_gone;
     Strip *m_problem;
+    PlacesLabel *m_places = nullptr;
     QWidget *m_boxWithMatrix;
     QGridLayout *m_options;
-    PlacesLabel *m_places = nullptr;
     QButtonGroup *m_optionButtons;
     QLabel *m_leftBehind;
     PreviewView *m_preview;

@@ -43,6 +43,7 @@ void AppDelegate::connectCommands()
         else
             openAddressBook(m_opener.where()); // it could not be opened before
     });
+    connect(&m_window, &MainWindow::continueRequested, &m_scans, &Scans::continueResults);
     connect(&m_window, &MainWindow::newContactRequested, &m_sideWindows, &SideWindows::showNewCard);
     connect(&m_window, &MainWindow::exportAllRequested, this, &AppDelegate::exportClicked);
     connect(&m_window, &MainWindow::importRequested, this, &AppDelegate::importClicked);
@@ -148,6 +149,7 @@ void AppDelegate::installAddressBook(
         m_watch.watch(*book);
         m_undo.watch(*book);
         m_scans.makeButtonEnable();
+        m_scans.offerKept();
         loadClicked();
     } else {
         m_window.setFreshButtonEnabled(true);

@@ -4,6 +4,7 @@
 
 #include "app/card/ContactCard.h"
 #include "app/look/Controls.h"
+#include "app/look/Counted.h"
 #include "app/look/EmptyPage.h"
 #include "app/results/ProgressWindow.h"
 #include "app/results/ResultsView.h"
@@ -59,6 +60,7 @@ MainWindow::MainWindow(LoadContactsViewController &table)
     , m_scanButton(new MyButton(this))
     , m_freshButton(new MyButton(this))
     , m_exportAllButton(new MyButton(this))
+    , m_continueButton(new QPushButton(this))
     , m_allView(new QWidget(this))
     , m_contacts(new ContactTableView(table, m_allView))
     , m_strips(new QVBoxLayout)
@@ -91,6 +93,7 @@ void MainWindow::setUpContactArea()
     connect(m_scanButton, &QPushButton::clicked, this, &MainWindow::scanRequested);
     connect(m_freshButton, &QPushButton::clicked, this, &MainWindow::refreshRequested);
     connect(m_exportAllButton, &QPushButton::clicked, this, &MainWindow::exportAllRequested);
+    connect(m_continueButton, &QPushButton::clicked, this, &MainWindow::continueRequested);
     connect(m_contacts->emptyPage(), &EmptyPage::importRequested, this, &MainWindow::importRequested);
     connect(m_contacts->emptyPage(), &EmptyPage::sampleRequested, this, &MainWindow::sampleRequested);
 
@@ -100,13 +103,14 @@ void MainWindow::setUpContactArea()
     m_contacts->searchField()->setMaximumWidth(kSearchWidth);
     top->addWidget(m_contacts->searchField(), 1);
     top->addStretch();
-    const QList<QPushButton *> buttons{m_freshButton, m_exportAllButton, m_scanButton};
+    const QList<QPushButton *> buttons{m_continueButton, m_freshButton, m_exportAllButton, m_scanButton};
     for (QPushButton *button : buttons)
         top->addWidget(button);
     m_buttonBar = new ButtonBar(buttons, topView);
     QWidget *before = m_contacts->searchField();
-    for (QWidget *next : {static_cast<QWidget *>(m_freshButton), static_cast<QWidget *>(m_exportAllButton),
-             static_cast<QWidget *>(m_scanButton), static_cast<QWidget *>(m_contacts->table())}) {
+    for (QWidget *next : {static_cast<QWidget *>(m_continueButton), static_cast<QWidget *>(m_freshButton),
+             static_cast<QWidget *>(m_exportAllButton), static_cast<QWidget *>(m_scanButton),
+             static_cast<QWidget *>(m_contacts->table())}) {
         setTabOrder(before, next);
         before = next;
     }
@@ -194,6 +198,9 @@ void MainWindow::setUpContactsMenus()
     contacts->addSeparator();
     m_scanActions += contacts->addAction(tr("&Scan"), this, &MainWindow::scanRequested);
     m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
+    m_continueAction = contacts->addAction(tr("&Continue with Findings"), this, &MainWindow::continueRequested);
+    m_continueAction->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R));
+    offerResults(0);
     m_refreshAction = contacts->addAction(tr("&Refresh"), this, &MainWindow::refreshRequested);
     m_refreshAction->setShortcut(QKeySequence::Refresh);
     contacts->addSeparator();
@@ -299,6 +306,14 @@ void MainWindow::showResults(OutlineViewController &controller)
     connect(m_results, &ResultsView::comparisonRequested, this, &MainWindow::comparisonRequested);
     enableRowActions();
     m_results->setFocus();
+}
+
+void MainWindow::offerResults(qsizetype findings)
+{
+    m_continueButton->setText(tr("Continue with %1").arg(counted(findings, tr("finding"), tr("findings"))));
+    m_continueButton->setVisible(findings > 0);
+    m_continueButton->setEnabled(findings > 0);
+    m_continueAction->setEnabled(findings > 0);
 }
 
 void MainWindow::enableRowActions()

@@ -40,6 +40,7 @@ public:
     MyButton *scanButton() const { return m_scanButton; }
     MyButton *freshButton() const { return m_freshButton; }
     MyButton *exportAllButton() const { return m_exportAllButton; }
+    QPushButton *continueButton() const { return m_continueButton; }
 
     /// Scan, Refresh and Export All, as buttons and in the menus.
     void setButtonsEnabled(bool isEnabled);
@@ -52,6 +53,8 @@ public:
     void showContacts();
     /// Until the next results, or until it is closed.
     void showNothingLeft();
+    /// Offers to continue with so many findings; 0: with none.
+    void offerResults(qsizetype findings);
     /// Shows the address book's name, in the title too unless it is the default one.
     void setAddressBookName(const QString &name, bool isDefault);
     /// For a read-only address book: says so beside its name, and disables what would change it.
@@ -64,6 +67,7 @@ public:
 Q_SIGNALS:
     void scanRequested();
     void refreshRequested();
+    void continueRequested();
     void newContactRequested();
     void exportAllRequested();
     void importRequested();
@@ -102,6 +106,7 @@ private:
     MyButton *m_scanButton;
     MyButton *m_freshButton;
     MyButton *m_exportAllButton;
+    QPushButton *m_continueButton;
     ButtonBar *m_buttonBar = nullptr;
     QWidget *m_allView;
     ContactTableView *m_contacts;
@@ -121,6 +126,7 @@ private:
     QList<QAction *> m_rowActions; // that change the selected contacts
     QMenu *m_contactsMenu = nullptr;
     QAction *m_refreshAction = nullptr;
+    QAction *m_continueAction = nullptr;
     QAction *m_newAction = nullptr;
     QAction *m_importAction = nullptr;
     QAction *m_restoreAction = nullptr;

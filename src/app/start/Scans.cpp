@@ -2,8 +2,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/start/Scans.h"
 
+#include "app/results/KeptFindings.h"
 #include "app/results/ProgressWindow.h"
 #include "app/results/ResultsView.h"
+
+namespace {
+
+/// The uids of all who have been changed, added or removed in between.
+QStringList changedBetween(const PeopleSnapshot &before, const PeopleSnapshot &now)
+{
+    QHash<const ABPerson *, PersonRecordPtr> records;
+    for (const auto &[person, record] : *before)
+        records.insert(person.get(), record);
+    QStringList uids;
+    for (const auto &[person, record] : *now) {
+        if (records.take(person.get()) != record)
+            uids += person->uniqueId();
+    }
+    for (const auto &[person, record] : *before) {
+        if (records.contains(person.get()))
+            uids += person->uniqueId();
+    }
+    return uids;
+}
+
+} // namespace
 
 Scans::Scans(MainWindow &window, Alerts &alerts, ConditionListModel &conditions)
     : m_window(window), m_alerts(alerts), m_conditions(conditions), m_scanner(*this)
@@ -16,6 +39,7 @@ Scans::~Scans()
     // A scan that runs may be waiting for this thread to answer it.
     m_alerts.answerEverythingFromNowOn();
     Job::runAndWait([this] { m_job.wait(); });
+    keepResults();
     m_window.showContacts();
 }
 
@@ -47,7 +71,17 @@ void Scans::showResults(const ScanResult &result)
 {
     closeProgress();
     m_conditions.setFound(m_titles, result);
+    setResults(result);
+    m_window.showResults(*m_results);
+    offerResults();
+    QMetaObject::invokeMethod(this, &Scans::outLineViewRefrash, Qt::QueuedConnection);
+    makeButtonEnable();
+}
+
+void Scans::setResults(const ScanResult &result)
+{
     m_window.showContacts();
+    m_left = nullptr;
     m_results = std::make_unique<OutlineViewController>(*this);
     m_results->setOutlineViewDataSouce(result);
     connect(m_results.get(), &OutlineViewController::fixed, this,
@@ -58,9 +92,61 @@ void Scans::showResults(const ScanResult &result)
             if (outcome.error->kind == ErrorKind::Conflict)
                 reexamine({finding->person()->uniqueId()});
         });
-    m_window.showResults(*m_results);
-    QMetaObject::invokeMethod(this, &Scans::outLineViewRefrash, Qt::QueuedConnection);
-    makeButtonEnable();
+    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(&m_results->model(), signal, this, &Scans::offerResults);
+}
+
+void Scans::offerKept()
+{
+    m_examiner.restart(
+        [book = ABAddressBook::sharedAddressBook()] {
+            const KeptFindings kept = KeptFindings::load(book->name());
+            return std::pair(kept, kept.examine());
+        },
+        [this](const std::pair<KeptFindings, ScanResult> &found) {
+            if (m_results || isRunning() || found.second.isEmpty())
+                return;
+            setResults(found.second);
+            found.first.select(*m_results);
+            m_left = ABAddressBook::sharedAddressBook()->snapshot();
+            m_reexamination.endScan(m_results.get());
+            offerResults();
+        });
+}
+
+void Scans::continueResults()
+{
+    if (!m_left)
+        return;
+    m_examiner.restart(
+        [left = m_left, titles = m_results->conditionTitles()] {
+            const PeopleSnapshot now = ABAddressBook::sharedAddressBook()->snapshot();
+            return std::pair(changedBetween(left, now), ScanAddressBook::examine(titles));
+        },
+        [this](const std::pair<QStringList, ScanResult> &found) {
+            if (!m_left)
+                return;
+            m_results->reexamine(found.first, found.second);
+            if (m_results->rootNodes().isEmpty()) // and so it was left once more
+                return;
+            m_left = nullptr;
+            m_window.showResults(*m_results);
+            m_window.results()->resume();
+            offerResults();
+        });
+}
+
+/// Where they wait.
+void Scans::offerResults()
+{
+    m_window.offerResults(m_left ? m_results->findingCount() : 0);
+}
+
+void Scans::keepResults() const
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    if (book && m_results)
+        KeptFindings(*m_results).save(book->name());
 }
 
 void Scans::outLineViewRefrash()
@@ -73,10 +159,18 @@ void Scans::reloadUI()
 {
     // The view is handling an event, and the controller is carrying out a repair.
     Job::deliver(this, [this] {
+        if (!m_results)
+            return;
         m_window.showContacts();
-        if (m_results && m_results->findingCount() == 0)
+        m_left = ABAddressBook::sharedAddressBook()->snapshot();
+        m_results->setFilter({});
+        keepResults();
+        if (m_results->findingCount() == 0) {
+            m_results.reset();
+            m_left = nullptr;
             m_window.showNothingLeft();
-        m_results.reset();
+        }
+        offerResults();
         Q_EMIT left();
     });
 }

@@ -11,7 +11,8 @@
 #include "scan/ScanAddressBook.h"
 
 /// The scans of the main window: runs them behind the progress window, shows the results instead of the contacts, and
-/// rechecks findings of people changed since. Main thread unless documented otherwise.
+/// rechecks findings of people changed since. Back keeps the results, also for the next start. Main thread unless
+/// documented otherwise.
 class Scans : public QObject, public ScanDelegate, public ResultsDelegate
 {
     Q_OBJECT
@@ -23,12 +24,16 @@ public:
     ~Scans() override;
 
     bool isRunning() const { return m_job.isRunning(); }
-    /// Null before the first scan with findings, and after Back.
+    /// Null before the first scan with findings, and once none is left. After Back they wait to be continued.
     OutlineViewController *results() { return m_results.get(); }
     /// For changed people.
     void reexamine(const QStringList &uids) { m_reexamination.reexamine(uids); }
 
     void scanClicled();
+    /// Offers to continue with the findings that were left when the program ended, as far as they still hold.
+    void offerKept();
+    /// Shows the results that Back left, after examining again who has changed since.
+    void continueResults();
     /// Shows a scan's results. Any thread.
     void updateUI(const ScanResult &result);
     void outLineViewRefrash();
@@ -49,6 +54,9 @@ Q_SIGNALS:
 
 private:
     void showResults(const ScanResult &result);
+    void setResults(const ScanResult &result);
+    void offerResults();
+    void keepResults() const;
 
     MainWindow &m_window;
     Alerts &m_alerts;
@@ -56,6 +64,8 @@ private:
     QStringList m_titles; // of the last scan
     ScanAddressBook m_scanner;
     std::unique_ptr<OutlineViewController> m_results;
+    PeopleSnapshot m_left; // everyone when the results were left; null while they are shown
     Reexamination m_reexamination;
     Job m_job;
+    Job m_examiner;
 };
