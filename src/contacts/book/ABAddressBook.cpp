@@ -5,7 +5,6 @@
 #include "contacts/book/PendingChanges.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace {
 
@@ -27,8 +26,7 @@ bool refuse(Error *error, ErrorKind kind, const ABPersonPtr &person, const char 
     return fail(error, {kind, person->uniqueId() % QStringLiteral(": ") % QLatin1StringView(reason)});
 }
 
-/// How often a save takes in what others changed before it gives up; each round means that another program saved in
-/// between.
+/// How often a save takes in what others changed; each round means that another program was faster.
 constexpr int kSaveAttempts = 5;
 
 } // namespace
@@ -211,8 +209,7 @@ bool ABAddressBook::write(Error *error)
             return !refusal || fail(error, *refusal);
         if (!saved.error().uids.isEmpty() && takeBack(saved.error().uids)) {
             if (!refusal)
-                refusal = Error{saved.error().kind, saved.error().text % QStringLiteral("; the change was taken back"),
-                    saved.error().uids};
+                refusal.emplace(saved.error()).text += QStringLiteral("; the change was taken back");
             continue;
         }
         if (saved.error().kind != ErrorKind::Conflict || attempt >= kSaveAttempts)
@@ -232,30 +229,17 @@ bool ABAddressBook::write(Error *error)
 Result<void> ABAddressBook::commitPending()
 {
     const auto entries = m_pending->entries();
-    std::vector<RecordChange> changes;
-    changes.reserve(entries.size());
-    std::vector<PersonRecordPtr> written;
-    written.reserve(entries.size());
-    for (const auto &entry : entries) {
-        const PersonRecordPtr after = entry.removed ? nullptr : entry.person->record();
-        written.push_back(after);
-        const bool same = entry.before && after ? *entry.before == *after : entry.before == after;
-        if (!same)
-            changes.push_back({entry.person->uniqueId(), entry.before, after, entry.cause});
-    }
-    if (!changes.empty()) {
-        if (auto committed = m_store->commit(changes); !committed)
-            return committed;
-    }
+    const auto changes = PendingChanges::changesIn(entries);
+    if (auto committed = changes.empty() ? Result<void>() : m_store->commit(changes); !committed)
+        return committed;
     tellCauses(changes);
     const std::scoped_lock lock(m_mutex);
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        const ABPersonPtr &person = entries[i].person;
-        person->settle(written[i]);
-        m_people.noteName(*person);
-        if (!written[i]) {
-            m_removedPeople.erase(person->uniqueId());
-            person->setPendingChanges(nullptr);
+    for (const auto &entry : entries) {
+        entry.person->settle(entry.now);
+        m_people.noteName(*entry.person);
+        if (!entry.now) {
+            m_removedPeople.erase(entry.person->uniqueId());
+            entry.person->setPendingChanges(nullptr);
         }
     }
     return {};
@@ -263,29 +247,18 @@ Result<void> ABAddressBook::commitPending()
 
 bool ABAddressBook::takeBack(const QStringList &uids)
 {
-    const auto entries = m_pending->entries();
-    std::unordered_set<ChangeCausePtr> causes; // a repair is made as a whole or not at all
-    for (const auto &entry : entries) {
-        if (entry.cause && uids.contains(entry.person->uniqueId()))
-            causes.insert(entry.cause);
-    }
+    const auto entries = m_pending->entriesWithCausesOf(uids);
     const std::scoped_lock lock(m_mutex);
     m_pending->touch();
-    bool isAny = false;
-    for (const auto &entry : entries) {
-        if (!causes.contains(entry.cause) && !uids.contains(entry.person->uniqueId()))
-            continue;
+    for (const auto &entry : entries)
         settle(entry.person, entry.before);
-        isAny = true;
-    }
     m_people.takeOutRemoved();
-    return isAny;
+    return !entries.empty();
 }
 
 void ABAddressBook::tellCauses(const std::vector<RecordChange> &changes) const
 {
-    ChangeCausePtr last;
-    for (const RecordChange &change : changes) {
+    for (ChangeCausePtr last; const RecordChange &change : changes) {
         if (m_causeListener && change.cause && change.cause != last)
             m_causeListener(change.cause);
         last = change.cause;
@@ -303,7 +276,8 @@ Result<std::vector<QString>> ABAddressBook::refresh()
     const std::scoped_lock lock(m_storeMutex);
     if (const auto takenIn = takeInOutsideChanges(); !takenIn)
         return takenIn.error();
-    return std::exchange(m_untold, {});
+    const auto uids = std::exchange(m_untold, {});
+    return std::vector<QString>(uids.begin(), uids.end());
 }
 
 Result<void> ABAddressBook::catchUp()
@@ -327,9 +301,7 @@ Result<std::size_t> ABAddressBook::takeInOutsideChanges()
     if (!outside)
         return outside.error();
     const std::vector<QString> uids = takeIn(*outside);
-    const std::unordered_set<QString> told(m_untold.begin(), m_untold.end());
-    std::ranges::copy_if(
-        uids, std::back_inserter(m_untold), [&told](const QString &uid) { return !told.contains(uid); });
+    m_untold.insert(uids.begin(), uids.end());
     return uids.size();
 }
 
@@ -367,9 +339,7 @@ bool ABAddressBook::takeIn(const OutsideChange &change)
     if (now && known && *now == *known)
         return false; // an echo of what was saved or read here
 
-    const bool removedHere = pending && pending->removed;
-    const bool clashes =
-        pending && (removedHere ? now != nullptr : !(now && known) || changesClash(*known, *person->record(), *now));
+    const bool clashes = pending && pending->clashesWith(now);
     if (clashes)
         m_dropped.push_back(uid);
     if (pending && !clashes && now) {
@@ -441,7 +411,6 @@ Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const Chang
     if (changes.empty())
         return {};
     std::vector<OutsideChange> now;
-    now.reserve(changes.size());
     for (RecordChange &change : changes) {
         change.cause = cause;
         now.push_back({change.uid, change.after});

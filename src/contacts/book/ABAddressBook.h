@@ -9,6 +9,7 @@
 #include <QList>
 
 #include <mutex>
+#include <set>
 #include <unordered_map>
 
 struct PersonSnapshot
@@ -137,7 +138,7 @@ private:
     SaveRunner m_saveRunner = [](const std::function<void()> &write) { write(); };
     mutable std::mutex m_storeMutex; // held around store calls, never while a reader wants m_mutex
     std::function<void(const ChangeCausePtr &)> m_causeListener; // guarded by m_storeMutex, as are the next two
-    std::vector<QString> m_untold; // changed by others, not yet reported
+    std::set<QString> m_untold; // changed by others, not yet reported
     std::vector<QString> m_dropped; // pending changes dropped, not yet reported by save()
     mutable std::mutex m_mutex; // guards the members below
     PeopleList m_people;

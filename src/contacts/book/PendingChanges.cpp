@@ -3,6 +3,7 @@
 #include "contacts/book/PendingChanges.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 PendingChanges::Noted &PendingChanges::noted(const ABPersonPtr &person, const PersonRecordPtr &before)
 {
@@ -51,24 +52,67 @@ void PendingChanges::setCause(const ChangeCausePtr &cause)
 
 std::vector<PendingChanges::Entry> PendingChanges::entries() const
 {
-    const std::scoped_lock lock(m_mutex);
-    std::vector<const Noted *> inOrder;
-    inOrder.reserve(m_noted.size());
-    for (const auto &[person, noted] : m_noted)
-        inOrder.push_back(&noted);
+    std::vector<Noted> inOrder;
+    {
+        const std::scoped_lock lock(m_mutex);
+        inOrder.reserve(m_noted.size());
+        for (const auto &[person, noted] : m_noted)
+            inOrder.push_back(noted);
+    }
     std::ranges::sort(inOrder, {}, &Noted::order);
     std::vector<Entry> entries;
     entries.reserve(inOrder.size());
-    for (const Noted *noted : inOrder)
-        entries.push_back(noted->entry);
+    for (Noted &noted : inOrder) {
+        entries.push_back(std::move(noted.entry));
+        if (!entries.back().removed)
+            entries.back().now = entries.back().person->record(); // not while locked: a person's lock is taken first
+    }
+    return entries;
+}
+
+std::vector<PendingChanges::Entry> PendingChanges::entriesWithCausesOf(const QStringList &uids) const
+{
+    std::vector<Entry> entries = this->entries();
+    std::unordered_set<ChangeCausePtr> causes;
+    for (const Entry &entry : entries) {
+        if (entry.cause && uids.contains(entry.person->uniqueId()))
+            causes.insert(entry.cause);
+    }
+    std::erase_if(entries,
+        [&](const Entry &entry) { return !causes.contains(entry.cause) && !uids.contains(entry.person->uniqueId()); });
     return entries;
 }
 
 std::optional<PendingChanges::Entry> PendingChanges::entryOf(const ABPersonPtr &person) const
 {
-    const std::scoped_lock lock(m_mutex);
-    const auto found = m_noted.find(person.get());
-    return found == m_noted.end() ? std::nullopt : std::optional(found->second.entry);
+    std::optional<Entry> entry;
+    {
+        const std::scoped_lock lock(m_mutex);
+        if (const auto found = m_noted.find(person.get()); found != m_noted.end())
+            entry = found->second.entry;
+    }
+    if (entry && !entry->removed)
+        entry->now = person->record();
+    return entry;
+}
+
+bool PendingChanges::Entry::clashesWith(const PersonRecordPtr &theirs) const
+{
+    if (removed)
+        return theirs != nullptr;
+    return !theirs || !before || changesClash(*before, *now, *theirs);
+}
+
+std::vector<RecordChange> PendingChanges::changesIn(const std::vector<Entry> &entries)
+{
+    std::vector<RecordChange> changes;
+    changes.reserve(entries.size());
+    for (const Entry &entry : entries) {
+        const bool same = entry.before && entry.now ? *entry.before == *entry.now : entry.before == entry.now;
+        if (!same)
+            changes.push_back({entry.person->uniqueId(), entry.before, entry.now, entry.cause});
+    }
+    return changes;
 }
 
 bool PendingChanges::isEmpty() const

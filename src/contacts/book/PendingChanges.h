@@ -3,7 +3,7 @@
 #pragma once
 
 #include "contacts/book/ABPerson.h"
-#include "contacts/book/ChangeCause.h"
+#include "contacts/book/AddressBookStore.h"
 
 #include <atomic>
 #include <mutex>
@@ -18,8 +18,12 @@ public:
     {
         ABPersonPtr person;
         PersonRecordPtr before; ///< null: not stored yet
+        PersonRecordPtr now = nullptr; ///< when it was asked for; null: removed
         bool removed = false;
         ChangeCausePtr cause = {}; ///< null until a save names it
+
+        /// Whether this change cannot be made any more where another program has left @p theirs (null: removed).
+        bool clashesWith(const PersonRecordPtr &theirs) const;
     };
 
     /// Grows with every change of a person or of the set of people, before the change becomes visible, on a thread that
@@ -40,8 +44,12 @@ public:
 
     /// In the order in which people were first noted.
     std::vector<Entry> entries() const;
+    /// Those of these people, and all others with the same causes: a repair is made as a whole or not at all.
+    std::vector<Entry> entriesWithCausesOf(const QStringList &uids) const;
     std::optional<Entry> entryOf(const ABPersonPtr &person) const;
     bool isEmpty() const;
+    /// What a store has to do; nothing for people who are as they were.
+    static std::vector<RecordChange> changesIn(const std::vector<Entry> &entries);
 
     /// The store now holds @p stored for @p person; null: nothing. With @p changedSince the person differs from it
     /// again and stays noted.
