@@ -38,10 +38,7 @@ constexpr qint64 kHeaderSize = 100;
 constexpr qsizetype kUserVersionOffset = 60;
 constexpr qsizetype kApplicationIdOffset = 68;
 
-QString lastSystemError()
-{
-    return QString::fromLocal8Bit(std::strerror(errno));
-}
+const QString kNotCreated = QStringLiteral("the address book cannot be created: ");
 
 constexpr int kStepsPerRound = 1'000'000;
 thread_local qint64 roundsOfStatement = 0;
@@ -81,12 +78,20 @@ bool isOurs(const QByteArray &header)
 
 } // namespace
 
+Error failure(const QString &path, const QString &reason, ErrorKind kind)
+{
+    return {kind, path % QStringLiteral(": ") % reason};
+}
+
+Error systemFailure(const QString &path, const QString &what, ErrorKind kind)
+{
+    return failure(path, what % QString::fromLocal8Bit(std::strerror(errno)), kind);
+}
+
 Error errorOf(const SQLite::Exception &exception, const QString &path)
 {
     const auto error = [&](ErrorKind kind, const QString &reason) {
-        return Error{kind,
-            path % QStringLiteral(": ") % reason % QStringLiteral(" (") % QString::fromUtf8(exception.what())
-                % QLatin1Char(')')};
+        return failure(path, reason % QStringLiteral(" (") % QString::fromUtf8(exception.what()) % u')', kind);
     };
     switch (exception.getErrorCode()) {
     case SQLITE_CORRUPT:
@@ -127,17 +132,15 @@ void removeWithCompanions(const QByteArray &name)
 
 Result<void> create(const QString &path)
 {
-    const auto failed = [&](const QString &reason) {
-        return Error{ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % reason};
-    };
     // SQLite would take what it finds beside the new file for its own. If another program is faster, its file is there
     // before anything is beside it.
     if (const QString companion = companionOf(path); !companion.isEmpty() && QFileInfo(path).size() == 0)
-        return Error{ErrorKind::Invalid,
-            path % QStringLiteral(": the address book is gone, but ") % companion
-                % QStringLiteral(" belongs to it and may hold changes; put the address book back or move that away")};
+        return failure(path,
+            QStringLiteral("the address book is gone, but ") % companion
+                % QStringLiteral(" belongs to it and may hold changes; put the address book back or move that away"),
+            ErrorKind::Invalid);
     if (!makeFolder(QFileInfo(path).absolutePath()))
-        return failed(lastSystemError());
+        return systemFailure(path, kNotCreated);
 
     const auto name = temporaryBeside(path);
     if (!name)
@@ -169,8 +172,7 @@ Result<QByteArray> temporaryBeside(const QString &path)
     QByteArray name = QFile::encodeName(path) + ".XXXXXX";
     const int file = ::mkstemp(name.data()); // mode 0600
     if (file < 0)
-        return Error{
-            ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % lastSystemError()};
+        return systemFailure(path, kNotCreated);
     ::close(file);
     return name;
 }
@@ -186,8 +188,7 @@ Result<bool> moveIntoPlace(const QByteArray &temporaryName, const QString &path,
     if (result != 0 && errno == EEXIST)
         return false;
     if (result != 0)
-        return Error{
-            ErrorKind::Io, path % QStringLiteral(": the address book cannot be created: ") % lastSystemError()};
+        return systemFailure(path, kNotCreated);
     syncFolder(QFileInfo(path).absolutePath());
     return true;
 }
@@ -196,11 +197,11 @@ Result<void> checkVersion(int version, const QString &path)
 {
     if (version <= Schema::kVersion)
         return {};
-    return Error{ErrorKind::Invalid,
-        path
-            % QStringLiteral(": was written by a newer version of this program (format %1, this one reads up to %2)")
-                  .arg(version)
-                  .arg(Schema::kVersion)};
+    return failure(path,
+        QStringLiteral("was written by a newer version of this program (format %1, this one reads up to %2)")
+            .arg(version)
+            .arg(Schema::kVersion),
+        ErrorKind::Invalid);
 }
 
 bool isMarkedAsOurs(const QString &path)
@@ -211,19 +212,16 @@ bool isMarkedAsOurs(const QString &path)
 
 Result<void> checkReadable(const QString &path)
 {
-    const auto refuse = [&](ErrorKind kind, const QString &reason) {
-        return Error{kind, path % QStringLiteral(": ") % reason};
-    };
-    if (QFileInfo(path).isDir())
-        return refuse(ErrorKind::Invalid, QStringLiteral("is a folder, not an address book"));
-    if (const QFileInfo info(path); info.exists() && !info.isFile())
-        return refuse(ErrorKind::Invalid, QStringLiteral("is no address book of this program"));
-    const auto file = DatabaseBytes::open(path);
-    if (!file)
-        return refuse(ErrorKind::ReadOnly, QStringLiteral("cannot be read: ") % lastSystemError());
-    const QByteArray header = file->read(0, kHeaderSize);
+    const QFileInfo info(path);
+    if (info.isDir())
+        return failure(path, QStringLiteral("is a folder, not an address book"), ErrorKind::Invalid);
+    const bool isFile = info.isFile() || !info.exists();
+    const auto file = isFile ? DatabaseBytes::open(path) : nullptr;
+    if (isFile && !file)
+        return systemFailure(path, QStringLiteral("cannot be read: "), ErrorKind::ReadOnly);
+    const QByteArray header = file ? file->read(0, kHeaderSize) : QByteArray();
     if (!isOurs(header))
-        return refuse(ErrorKind::Invalid, QStringLiteral("is no address book of this program"));
+        return failure(path, QStringLiteral("is no address book of this program"), ErrorKind::Invalid);
     return checkVersion(qFromBigEndian<qint32>(header.constData() + kUserVersionOffset), path);
 }
 
@@ -234,13 +232,12 @@ Result<void> check(const QString &path)
     // SQLite finds the log by the file's name, so programs that use different names would not see each other's saves.
     struct stat status = {};
     if (::stat(QFile::encodeName(path).constData(), &status) == 0 && status.st_nlink > 1)
-        return Error{ErrorKind::Invalid,
-            path
-                % QStringLiteral(": the address book has %1 names (hard links); keep one of them, or make a copy")
-                      .arg(status.st_nlink)};
+        return failure(path,
+            QStringLiteral("the address book has %1 names (hard links); keep one of them, or make a copy")
+                .arg(status.st_nlink),
+            ErrorKind::Invalid);
     if (::access(QFile::encodeName(path).constData(), W_OK) != 0)
-        return Error{
-            ErrorKind::ReadOnly, path % QStringLiteral(": the address book cannot be written: ") % lastSystemError()};
+        return systemFailure(path, QStringLiteral("the address book cannot be written: "), ErrorKind::ReadOnly);
     return {};
 }
 

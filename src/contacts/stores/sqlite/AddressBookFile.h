@@ -9,7 +9,11 @@
 /// Opens, checks and creates the file of an SqliteStore.
 namespace AddressBookFile {
 
-/// SQLite's error as an Error that names the file.
+/// An error that names the file.
+Error failure(const QString &path, const QString &reason, ErrorKind kind = ErrorKind::Io);
+/// The same with what the system says of its last error.
+Error systemFailure(const QString &path, const QString &what, ErrorKind kind = ErrorKind::Io);
+/// The same for an error of SQLite.
 Error errorOf(const SQLite::Exception &exception, const QString &path);
 
 /// Creates an empty address book at @p path in one step: complete or not at all. An empty file is replaced; any other

@@ -17,10 +17,7 @@
 
 namespace {
 
-Error failure(const QString &path, const QString &reason, ErrorKind kind = ErrorKind::Io)
-{
-    return {kind, path % QStringLiteral(": ") % reason};
-}
+using AddressBookFile::failure;
 
 /// Replacing a file that a connection has open would leave its log beside the new file, and ruin both.
 Result<void> checkUnused(const QString &path)

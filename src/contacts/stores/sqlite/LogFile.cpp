@@ -12,8 +12,6 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 
-#include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -156,9 +154,8 @@ Result<void> putAsideUnrelated(const QString &path)
         for (int number = 2; QFileInfo::exists(other); ++number)
             other = log % QStringLiteral(".unrelated-") % QString::number(number);
         if (::rename(QFile::encodeName(log).constData(), QFile::encodeName(other).constData()) != 0)
-            return Error{ErrorKind::Io,
-                log % QStringLiteral(": belongs to another address book and cannot be renamed: ")
-                    % QString::fromLocal8Bit(std::strerror(errno))};
+            return AddressBookFile::systemFailure(
+                log, QStringLiteral("belongs to another address book and cannot be renamed: "));
         qCCritical(lcLog).noquote() << path
                 % QStringLiteral(": the log beside it belongs to another address book; it is now ") % other;
     }

@@ -3,6 +3,7 @@
 #include "contacts/stores/sqlite/Migration.h"
 
 #include "contacts/model/Utf8Text.h"
+#include "contacts/stores/sqlite/AddressBookFile.h"
 #include "contacts/stores/sqlite/BackupFile.h"
 #include "contacts/stores/sqlite/RecordWriter.h"
 #include "contacts/stores/sqlite/Schema.h"
@@ -192,8 +193,8 @@ Result<void> migrate(SQLite::Database &database, const QString &path, Backup bac
     if (database.execAndGet("PRAGMA user_version").getInt() >= Schema::kVersion)
         return {}; // another program may have been faster
     const auto refused = [&path](const Error &error) {
-        return Error{error.kind,
-            path % QStringLiteral(": cannot be brought to the present format without a backup: ") % error.text};
+        return AddressBookFile::failure(path,
+            QStringLiteral("cannot be brought to the present format without a backup: ") % error.text, error.kind);
     };
     std::unique_ptr<BackupFile> copy;
     if (backup == Backup::Keep) {

@@ -2,14 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/sqlite/PrivateCopy.h"
 
+#include "contacts/stores/sqlite/AddressBookFile.h"
 #include "contacts/stores/sqlite/DatabaseBytes.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 
-#include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <tuple>
@@ -69,24 +68,22 @@ Result<std::unique_ptr<PrivateCopy>> PrivateCopy::of(const QString &path, Log lo
         if (!copy || stateOf(path) == before)
             return copy;
     }
-    return Error{ErrorKind::Unavailable, path % QStringLiteral(": another program is busy with the address book")};
+    return AddressBookFile::failure(
+        path, QStringLiteral("another program is busy with the address book"), ErrorKind::Unavailable);
 }
 
 Result<std::unique_ptr<PrivateCopy>> PrivateCopy::in(const QString &folder, const QString &path, Log log)
 {
     std::unique_ptr<PrivateCopy> copy(new PrivateCopy(folder));
-    const auto failed = [&](const QString &what) {
-        return Error{ErrorKind::Io, path % what % QString::fromLocal8Bit(std::strerror(errno))};
-    };
     const auto file = DatabaseBytes::open(path);
     if (!file)
-        return failed(QStringLiteral(": cannot be read: "));
+        return AddressBookFile::systemFailure(path, QStringLiteral("cannot be read: "));
     const QString logName = path % QStringLiteral("-wal");
     const bool isCopied = copy->m_folder.isValid() && file->copyTo(copy->path())
         && (log == Log::Without || QFileInfo(logName).size() == 0
             || copyLog(logName, copy->path() % QStringLiteral("-wal")));
     if (!isCopied)
-        return failed(QStringLiteral(": cannot be copied for reading: "));
+        return AddressBookFile::systemFailure(path, QStringLiteral("cannot be copied for reading: "));
     return copy;
 }
 

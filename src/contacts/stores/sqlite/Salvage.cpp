@@ -35,19 +35,13 @@ template <typename Take> void readRows(SQLite::Database &database, const std::st
 const std::array kBothEnds{"", " DESC"};
 
 /// The highest id that anything in the file mentions, as far as it can be.
-qint64 lastId(SQLite::Database &database, bool isVersion1, qint64 most)
+qint64 lastId(SQLite::Database &database, const std::string &table, qint64 most)
 {
-    std::vector<std::string> questions{"SELECT max(seq) FROM sqlite_sequence"};
-    for (const char *order : kBothEnds)
-        questions.push_back(
-            std::string("SELECT id FROM ") + (isVersion1 ? "person" : "contact") + " NOT INDEXED ORDER BY id" + order);
-    for (const std::string &table : isVersion1 ? Version1::tablesOfPeople() : std::vector<std::string>())
-        questions.push_back("SELECT person FROM " + table);
     qint64 last = 0;
-    for (const std::string &question : questions) {
-        readRows(database, question,
-            [&](auto &row) { last = std::max(last, std::min(most, qint64(row.getColumn(0).getInt64()))); });
-    }
+    const auto note = [&](auto &row) { last = std::clamp(qint64(row.getColumn(0).getInt64()), last, most); };
+    readRows(database, "SELECT max(seq) FROM sqlite_sequence", note);
+    for (const char *order : kBothEnds)
+        readRows(database, "SELECT id FROM " + table + " NOT INDEXED ORDER BY id" + order, note);
     return last;
 }
 
@@ -198,18 +192,19 @@ Result<Salvaged> readCopy(const QString &copy, const QString &path)
         database.exec("PRAGMA synchronous = OFF");
         const bool isVersion1 = database.execAndGet("PRAGMA user_version").getInt() < Schema::kVersion;
         constexpr qint64 kLeastBytesOfPerson = 8;
-        const qint64 last = lastId(database, isVersion1, QFile(copy).size() / kLeastBytesOfPerson);
+        const std::string table = isVersion1 ? "person" : "contact";
+        const qint64 last = lastId(database, table, QFile(copy).size() / kLeastBytesOfPerson);
         Salvaged salvaged;
         if (isVersion1) {
             Version1 reader(database, Damage::PassOver);
             const auto read = readPeople(reader, last, salvaged);
             salvaged.incomplete = qint64(salvaged.people.size()); // nothing proves them whole
-            countLost(database, "person", read, salvaged);
+            countLost(database, table, read, salvaged);
         } else {
             RecordReader reader(database, Damage::PassOver);
             const auto read = readPeople(reader, last, salvaged);
             salvaged.incomplete = reader.incompleteCount();
-            countLost(database, "contact", read, salvaged);
+            countLost(database, table, read, salvaged);
         }
         readRows(database, "SELECT entry FROM ignored", [&](auto &row) {
             if (auto entry = ignoredFromJson(QByteArray::fromStdString(row.getColumn(0).getString())))

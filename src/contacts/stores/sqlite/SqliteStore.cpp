@@ -72,7 +72,7 @@ public:
     /// Runs @p work, which writes, until what it wrote is in the file.
     template <typename Work> Result<void> written(Work work);
     /// What is said of a person who cannot be read, with the file's name.
-    Error damage(const Error &error) const { return {error.kind, name % QStringLiteral(": ") % error.text}; }
+    Error damage(const Error &error) const { return AddressBookFile::failure(name, error.text, error.kind); }
     bool hasItsFile() const { return book != FileOnDisk() && book == FileOnDisk::named(path); }
     bool hasItsFiles() const { return hasItsFile() && log == FileOnDisk::named(LogFile::nameFor(path)); }
     void leaveMovedFile();
@@ -138,10 +138,10 @@ Result<void> SqliteStore::Private::reopenIfLogIsGone()
         return {};
     leaveMovedFile();
     if (!hasItsFile())
-        return Error{ErrorKind::Unavailable,
-            name
-                % QStringLiteral(": the address book was moved, replaced or removed while it was open; nothing can be "
-                                 "read from it or saved in it any more")};
+        return AddressBookFile::failure(name,
+            QStringLiteral("the address book was moved, replaced or removed while it was open; nothing can be read "
+                           "from it or saved in it any more"),
+            ErrorKind::Unavailable);
     qCWarning(lcStore).noquote() << name % QStringLiteral(": its log was removed by another program; opened again");
     // The lost log is not to be written into the file, which another program has gone on with.
     if (connection)
