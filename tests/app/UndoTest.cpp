@@ -62,8 +62,7 @@ public:
 
     void import(int count)
     {
-        const auto source = recordSource(people(count), RecordFormat::JsonLines);
-        QVERIFY(!importFile(m_book, *source, u"people.jsonl"_s).error);
+        QVERIFY(!importFile(m_book, recordSource(people(count), RecordFormat::JsonLines), u"people.jsonl"_s).error);
     }
 
     void change()

@@ -243,7 +243,7 @@ private Q_SLOTS:
             all += shown();
         }
         QCOMPARE(all,
-            QStringList({u"First name: A B; wrong: a blank"_s, u"Email (own): x@y.com also of Cy Ito"_s,
+            QStringList({u"First name: A B; wrong: a blank"_s, u"E-mail (own): x@y.com also of Cy Ito"_s,
                 u"Phone (Home): 2ext3; wrong: e, x, t"_s}));
         QVERIFY(window().results()->findChild<PlacesLabel *>()->text().contains(u">ext</u>"));
     }

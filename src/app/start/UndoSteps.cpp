@@ -53,6 +53,7 @@ void UndoSteps::watch(std::shared_ptr<ABAddressBook> book)
     if (m_book)
         m_book->setCauseListener({});
     m_job.drop();
+    m_isBusy = false;
     m_done.clear();
     m_undone.clear();
     m_book = std::move(book);
@@ -74,8 +75,9 @@ void UndoSteps::note(const ChangeCausePtr &cause)
 
 void UndoSteps::takeBack(Steps &from, Steps &to)
 {
-    if (from.empty() || m_job.isRunning())
+    if (from.empty() || m_isBusy)
         return;
+    m_isBusy = true;
     const Step step = from.back();
     const auto restoring = makeCause(ChangeCause::Kind::Restore, step.what);
     m_ownCauseId = restoring->id;
@@ -88,6 +90,7 @@ void UndoSteps::takeBack(Steps &from, Steps &to)
 void UndoSteps::finish(
     Steps &from, Steps &to, const Step &step, const QString &restoringId, const Result<QStringList> &uids)
 {
+    m_isBusy = false;
     const bool isUndo = &from == &m_done;
     const bool mayWorkLater =
         !uids && (uids.error().kind == ErrorKind::Unavailable || uids.error().kind == ErrorKind::Io);

@@ -18,8 +18,8 @@ public:
 
     /// In place of the one before, whose steps are forgotten. Not null.
     void watch(std::shared_ptr<ABAddressBook> book);
-    bool canUndo() const { return !m_done.empty() && !m_job.isRunning(); }
-    bool canRedo() const { return !m_undone.empty() && !m_job.isRunning(); }
+    bool canUndo() const { return !m_done.empty() && !m_isBusy; }
+    bool canRedo() const { return !m_undone.empty() && !m_isBusy; }
     void undo() { takeBack(m_done, m_undone); }
     void redo() { takeBack(m_undone, m_done); }
 
@@ -47,5 +47,6 @@ private:
     Steps m_done;
     Steps m_undone;
     QString m_ownCauseId; // of the newest step that was taken back or repeated
+    bool m_isBusy = false; // until the end of the job is delivered
     Job m_job;
 };
