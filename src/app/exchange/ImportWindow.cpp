@@ -31,6 +31,7 @@ ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *
     , m_skipped(new QListWidget(this))
     , m_button(new QPushButton(tr("Cancel"), this))
 {
+    m_text->setAccessibleName(tr("Result of the import"));
     setWindowTitle(tr("Import"));
     setFirstSize(*this, {560, 320});
     m_bar->setAccessibleName(tr("Import progress"));

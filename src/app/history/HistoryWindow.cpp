@@ -97,6 +97,7 @@ HistoryWindow::HistoryWindow(QWidget *parent, const QString &uid, const QString 
     setWindowTitle(uid.isNull() ? tr("Change History") : tr("History of %1").arg(name));
     setFirstSize(*this, {860, 600});
     setUpLists();
+    m_message->setAccessibleName(tr("Message"));
     m_restore->setEnabled(false);
     auto *close = new QPushButton(tr("&Close"), this);
     m_restore->setProperty(kPrimaryProperty, true);
