@@ -26,6 +26,13 @@ QStringList changedBetween(const PeopleSnapshot &before, const PeopleSnapshot &n
     return uids;
 }
 
+/// Here, so that the first look at duplicates need not wait for it.
+void indexNames()
+{
+    if (const auto book = ABAddressBook::sharedAddressBook())
+        book->peopleWithNameKey({});
+}
+
 } // namespace
 
 Scans::Scans(MainWindow &window, Alerts &alerts, ConditionListModel &conditions)
@@ -64,6 +71,7 @@ void Scans::scanClicled()
 
 void Scans::updateUI(const ScanResult &result)
 {
+    indexNames();
     Job::deliver(this, [this, result] { showResults(result); });
 }
 
@@ -100,6 +108,7 @@ void Scans::offerKept()
 {
     m_examiner.restart(
         [book = ABAddressBook::sharedAddressBook()] {
+            indexNames();
             const KeptFindings kept = KeptFindings::load(book->name());
             return std::pair(kept, kept.examine());
         },
