@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/results/ResultsView.h"
 
-#include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
 #include "app/look/StatePage.h"
 #include "app/look/Strip.h"
-#include "app/results/FindingDelegate.h"
+#include "app/results/FindingHead.h"
+#include "app/results/FindingList.h"
 #include "app/results/FixAllDialog.h"
 #include "app/results/PlacesLabel.h"
 #include "app/results/PreviewView.h"
@@ -33,7 +33,6 @@
 
 namespace {
 
-constexpr int kPictureSize = 64;
 constexpr int kPreviewHeight = 120; // at least; where the window is low, the panel scrolls
 
 /// Those whom the finding is about, as far as they are still there; only for what a merge repairs.
@@ -53,13 +52,10 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     : QWidget(parent)
     , m_controller(controller)
     , m_shown(new ShownFindings(controller, this))
-    , m_tree(new FindingTree(this))
-    , m_filter(new QLineEdit(this))
-    , m_count(new QLabel(this))
-    , m_name(new WrappedText)
-    , m_picture(new QLabel(this))
-    , m_email(new WrappedText)
-    , m_gone(new QLabel(tr("This contact is no longer in the address book."), this))
+    , m_list(new FindingList(*m_shown))
+    , m_tree(m_list->tree())
+    , m_filter(m_list->filterField())
+    , m_head(new FindingHead)
     , m_problem(new Strip(Strip::Kind::Problem))
     , m_optionButtons(new QButtonGroup(this))
     , m_leftBehind(new QLabel(this))
@@ -73,14 +69,13 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     , m_fixAllButton(new QPushButton(tr("Fix All ..."), this))
     , m_fixButton(new QPushButton(tr("Fix"), this))
 {
-    setUpTree();
     m_side->addWidget(makePanel());
     m_side->addWidget(m_tips);
     m_side->addWidget(m_noMatch);
     m_tips->say(tr("What is to be repaired?"), {tr("Open a group to see its findings.")});
     m_noMatch->say(tr("No finding has these words."));
     auto *halves = new QSplitter;
-    halves->addWidget(makeList());
+    halves->addWidget(m_list);
     halves->addWidget(m_side);
     halves->setStretchFactor(1, 1);
     halves->setSizes({372, 628});
@@ -97,68 +92,8 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     followController();
 }
 
-void ResultsView::setUpTree()
-{
-    m_tree->setAccessibleName(tr("Findings"));
-    m_tree->setModel(m_shown);
-    m_tree->setItemDelegate(new FindingDelegate(m_tree));
-    m_tree->setHeaderHidden(true);
-    m_tree->setFrameShape(QFrame::NoFrame);
-    m_tree->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_tree->setAnimated(false);
-    m_tree->setExpandsOnDoubleClick(true);
-}
-
-QWidget *ResultsView::makeList()
-{
-    m_filter->setClearButtonEnabled(true);
-    m_filter->setAccessibleName(tr("Filter the findings"));
-    m_filter->addAction(symbol(QStringLiteral("search"), ColourRole::Quiet), QLineEdit::LeadingPosition);
-    m_count->setAlignment(Qt::AlignRight);
-    m_count->setForegroundRole(QPalette::PlaceholderText);
-    m_count->setContentsMargins(16, 6, 16, 6);
-    auto *above = new QHBoxLayout;
-    above->setContentsMargins(12, 12, 12, 12);
-    above->addWidget(m_filter);
-    auto *pane = new QWidget;
-    pane->setBackgroundRole(QPalette::Base);
-    pane->setAutoFillBackground(true);
-    auto *layout = new QVBoxLayout(pane);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addLayout(above);
-    layout->addWidget(m_tree, 1);
-    layout->addWidget(separator(Qt::Horizontal));
-    layout->addWidget(m_count);
-    auto *list = new QWidget;
-    auto *sides = new QHBoxLayout(list);
-    sides->setContentsMargins(0, 0, 0, 0);
-    sides->setSpacing(0);
-    sides->addWidget(pane, 1);
-    sides->addWidget(separator(Qt::Vertical));
-    setTabOrder(m_filter, m_tree);
-    return list;
-}
-
 QWidget *ResultsView::makePanel()
 {
-    makeHeadline(m_name);
-    setTextColour(m_email, ColourRole::Quiet);
-    setTextColour(m_gone, ColourRole::Warning);
-    m_picture->setFixedSize(kPictureSize, kPictureSize);
-    m_gone->setWordWrap(true);
-    auto *names = new QVBoxLayout;
-    names->setSpacing(4);
-    names->addStretch();
-    names->addWidget(m_name);
-    names->addWidget(m_email);
-    names->addWidget(m_gone);
-    names->addStretch();
-    auto *head = new QHBoxLayout;
-    head->setSpacing(16);
-    head->addWidget(m_picture, 0, Qt::AlignTop);
-    head->addLayout(names, 1);
-
     auto *box = new QGroupBox;
     box->setAccessibleName(tr("Repair"));
     m_boxWithMatrix = box;
@@ -168,7 +103,7 @@ QWidget *ResultsView::makePanel()
     auto *layout = new QVBoxLayout(panel);
     layout->setContentsMargins(24, 20, 24, 16);
     layout->setSpacing(16);
-    layout->addLayout(head);
+    layout->addWidget(m_head);
     layout->addWidget(m_problem);
     m_places = new PlacesLabel;
     layout->addWidget(m_places);
@@ -348,12 +283,6 @@ void ResultsView::showPanel()
     showCount();
     m_tree->viewport()->update(); // a repair may leave findings of people who are gone
     const DetailPanel &panel = m_controller.detailPanel();
-    m_name->setText(panel.name);
-    m_picture->setPixmap(personPicture(panel.picture, kPictureSize, devicePixelRatioF(),
-        m_controller.selectedItem() ? m_controller.selectedItem()->person()->uniqueId() : QString()));
-    m_picture->setAccessibleName(tr("Picture of %1").arg(panel.name));
-    m_email->setText(panel.email);
-    m_email->setVisible(!panel.email.isEmpty());
     m_problem->setText(panel.problemText);
     showTips();
     const PersonItemPtr &item = m_controller.selectedItem();
@@ -363,9 +292,8 @@ void ResultsView::showPanel()
     m_compareButton->setVisible(toCompare > 1);
     m_compareButton->setText(tr("Compare %1 Contacts ...").arg(toCompare));
     m_openContactButton->setEnabled(m_controller.buttonsEnabled());
-    m_gone->setText(item ? item->whyNotFixable() : QString());
-    m_gone->setVisible(!m_gone->text().isEmpty());
-    m_fixButton->setAccessibleDescription(m_gone->text());
+    m_head->showFinding(panel, item.get());
+    m_fixButton->setAccessibleDescription(item ? item->whyNotFixable() : QString());
     m_fixButton->setEnabled(m_controller.canFix() && !ABAddressBook::isSharedReadOnly());
     showOptions();
     showFixAll();
@@ -467,6 +395,6 @@ void ResultsView::showCount()
     m_filter->setPlaceholderText(
         tr("Filter %1").arg(counted(m_controller.findingCount(), tr("finding"), tr("findings"))));
     const qsizetype total = m_controller.totalCount();
-    m_count->setText(tr("%L1 of %L2 done").arg(total - m_controller.findingCount()).arg(total));
+    m_list->setCount(tr("%L1 of %L2 done").arg(total - m_controller.findingCount()).arg(total));
     showFixAll();
 }

@@ -8,6 +8,8 @@
 #include <QWidget>
 
 class ButtonBar;
+class FindingHead;
+class FindingList;
 class PlacesLabel;
 class PreviewView;
 class QButtonGroup;
@@ -19,7 +21,6 @@ class QStackedWidget;
 class ShownFindings;
 class StatePage;
 class Strip;
-class WrappedText;
 
 /// The results of a scan: the tree, and the selected finding with its repairs and their preview. All actions are the
 /// controller's.
@@ -53,8 +54,6 @@ Q_SIGNALS:
     void comparisonRequested(const QList<ABPersonPtr> &people);
 
 private:
-    void setUpTree();
-    QWidget *makeList();
     QWidget *makePanel();
     QWidget *makePreview();
     QWidget *makeButtons();
@@ -73,13 +72,10 @@ private:
 
     OutlineViewController &m_controller;
     ShownFindings *m_shown;
+    FindingList *m_list;
     FindingTree *m_tree;
     QLineEdit *m_filter;
-    QLabel *m_count;
-    WrappedText *m_name;
-    QLabel *m_picture;
-    WrappedText *m_email;
-    QLabel *m_gone;
+    FindingHead *m_head;
     Strip *m_problem;
     PlacesLabel *m_places = nullptr;
     QWidget *m_boxWithMatrix;
