@@ -10,6 +10,7 @@
 #include "app/results/ResultsView.h"
 #include "app/start/EditMenu.h"
 #include "app/start/SampleBook.h"
+#include "app/start/WindowLayout.h"
 #include "app/table/ContactTableView.h"
 
 #include <QApplication>
@@ -21,7 +22,6 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
-#include <QSettings>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTableView>
@@ -31,7 +31,6 @@
 
 namespace {
 
-constexpr QSize kFirstSize(1120, 700);
 constexpr int kSearchWidth = 420;
 constexpr int kStepAside = 32;
 
@@ -76,7 +75,7 @@ MainWindow::MainWindow(LoadContactsViewController &table)
     setUpMenus();
     setStatusBar(m_status);
     setCentralWidget(m_areas);
-    restoreLayout();
+    m_hasWidths = restoreLayout(*this, *m_table.getTableView(), m_contacts->columnLook());
 }
 
 MainWindow::~MainWindow() = default;
@@ -376,38 +375,9 @@ void MainWindow::closeEvent(QCloseEvent *event)
             return;
         }
     }
-    saveLayout();
+    saveLayout(*this, !m_standsAside, *m_table.getTableView(), m_contacts->columnLook());
     QMainWindow::closeEvent(event);
     QApplication::quit();
-}
-
-void MainWindow::restoreLayout()
-{
-    const QSettings settings;
-    if (!restoreGeometry(settings.value(QStringLiteral("window/geometry")).toByteArray()))
-        setFirstSize(*this, kFirstSize);
-    std::vector<Field> columns;
-    for (const QString &label : settings.value(QStringLiteral("table/columns")).toStringList()) {
-        if (const auto field = fieldLabelled(label))
-            columns.push_back(*field);
-    }
-    if (!columns.empty())
-        m_table.getTableView()->setColumns(columns);
-    const QVariantMap widths = settings.value(QStringLiteral("table/widths")).toMap();
-    m_contacts->columnLook().setWidths(widths);
-    m_hasWidths = !widths.isEmpty();
-}
-
-void MainWindow::saveLayout() const
-{
-    QStringList columns;
-    for (const Field field : m_table.getTableView()->columns())
-        columns += fieldInfo(field).label;
-    QSettings settings;
-    if (!m_standsAside) // or the first window would wander from start to start
-        settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
-    settings.setValue(QStringLiteral("table/columns"), columns);
-    settings.setValue(QStringLiteral("table/widths"), m_contacts->columnLook().widths());
 }
 
 void MainWindow::focusNextPane()

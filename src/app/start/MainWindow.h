@@ -97,8 +97,6 @@ private:
     void setUpProgramMenu();
     void setUpFileMenu();
     void setUpContactsMenus();
-    void restoreLayout();
-    void saveLayout() const;
     void enableRowActions();
     void focusNextPane();
 
