@@ -6,13 +6,18 @@
 #include "app/look/Counted.h"
 #include "contacts/book/RecordImporter.h"
 #include "contacts/stores/open/OutsideFile.h"
+#include "fix/IgnoredFindings.h"
+#include "likeness/LikelyDuplicates.h"
 
 #include <QDialogButtonBox>
 #include <QFileInfo>
+#include <QLabel>
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 struct ImportWindow::Report
 {
@@ -21,7 +26,54 @@ struct ImportWindow::Report
     bool cancelled = false;
     QStringList skipped; ///< file, line and reason
     QStringList failures;
+    std::shared_ptr<const QSet<QString>> before; ///< the uids that were there
 };
+
+namespace {
+
+std::shared_ptr<const QSet<QString>> uidsIn(const ABAddressBook &book)
+{
+    const PeopleSnapshot people = book.snapshot();
+    auto uids = std::make_shared<QSet<QString>>();
+    for (const auto &[person, record] : *people)
+        uids->insert(person->uniqueId());
+    return uids;
+}
+
+/// Of the people who were not there before: those who look like one who was.
+struct NewLikenesses
+{
+    QSet<QString> uids;
+    qsizetype added = 0;
+};
+
+NewLikenesses newLikenesses(const QSet<QString> &before, const QString &region, const std::stop_token &isCancelled)
+{
+    NewLikenesses found;
+    const auto book = ABAddressBook::sharedAddressBook();
+    const auto ignored = book ? IgnoredFindings::of(*book) : Result<IgnoredFindings>(noAddressBook());
+    if (!ignored)
+        return found;
+    const PeopleSnapshot people = book->snapshot();
+    found.added = std::ranges::count_if(
+        *people, [&](const PersonSnapshot &each) { return !before.contains(each.person->uniqueId()); });
+    const auto likely = findLikelyDuplicates(
+        *people, LikenessGrade::Likely, region, [&](double) { return !isCancelled.stop_requested(); },
+        differenceAmong(*people, *ignored));
+    for (const LikelyGroup &group : likely.groups) {
+        QStringList added;
+        for (const std::size_t member : group.members) {
+            const QString &uid = (*people)[member].person->uniqueId();
+            if (!before.contains(uid))
+                added += uid;
+        }
+        if (added.size() < qsizetype(group.members.size()))
+            found.uids += QSet<QString>(added.begin(), added.end());
+    }
+    return found;
+}
+
+} // namespace
 
 ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *parent)
     : QDialog(parent)
@@ -29,6 +81,9 @@ ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *
     , m_text(new WrappedText(Qt::LeftToRight, this))
     , m_bar(new QProgressBar(this))
     , m_skipped(new QListWidget(this))
+    , m_likelyStrip(new QWidget(this))
+    , m_likelyText(new QLabel(m_likelyStrip))
+    , m_likely(new QPushButton(tr("Show Them ..."), m_likelyStrip))
     , m_button(new QPushButton(tr("Cancel"), this))
 {
     m_text->setAccessibleName(tr("Result of the import"));
@@ -45,7 +100,13 @@ ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *
     layout->addWidget(m_bar);
     layout->addWidget(m_skipped, 1);
     layout->addStretch(); // as long as there is no list
+    auto *strip = new QHBoxLayout(m_likelyStrip);
+    strip->setContentsMargins(0, 0, 0, 0);
+    strip->addWidget(m_likelyText, 1);
+    strip->addWidget(m_likely);
+    layout->addWidget(m_likelyStrip);
     layout->addWidget(m_button, 0, Qt::AlignRight);
+    m_likelyStrip->hide();
     m_job.start([this, paths](const std::stop_token &isCancelled) { return run(paths, isCancelled); },
         [this](const Report &report) { showReport(report); });
 }
@@ -73,6 +134,8 @@ ImportWindow::Report ImportWindow::run(const QStringList &paths, const std::stop
     const auto book = ABAddressBook::sharedAddressBook();
     if (!book)
         report.failures += tr("Nothing was imported: no address book is open.");
+    else
+        report.before = uidsIn(*book);
     for (const QString &path : book ? paths : QStringList()) {
         const QString name = QFileInfo(path).fileName();
         auto content = readOutsideFile(path, book->file());
@@ -136,7 +199,29 @@ void ImportWindow::showReport(const Report &report)
     m_button->setText(tr("Close"));
     m_button->setEnabled(true);
     m_button->setFocus();
-    if (report.imported > 0)
+    if (report.imported > 0) {
+        lookForLikely(report.before);
         Q_EMIT imported();
+    }
     Q_EMIT ended();
+}
+
+void ImportWindow::lookForLikely(const std::shared_ptr<const QSet<QString>> &before)
+{
+    if (before->isEmpty())
+        return;
+    m_likeness.start([before, region = regionOfUser()](
+                         const std::stop_token &isCancelled) { return newLikenesses(*before, region, isCancelled); },
+        [this](const NewLikenesses &found) {
+            if (found.uids.isEmpty())
+                return;
+            m_likelyText->setText((found.uids.size() == 1 ? tr("%L1 of the %2 looks like one you have.")
+                                                          : tr("%L1 of the %2 look like ones you have."))
+                                      .arg(found.uids.size())
+                                      .arg(counted(found.added, tr("new contact"), tr("new contacts"))));
+            connect(m_likely, &QPushButton::clicked, this, [this, uids = found.uids] { Q_EMIT likelyRequested(uids); });
+            m_likelyStrip->show();
+            if (m_skipped->isHidden())
+                resize(width(), layout()->totalSizeHint().height());
+        });
 }

@@ -6,7 +6,11 @@
 #include "base/Job.h"
 
 #include <QDialog>
+#include <QSet>
 
+#include <memory>
+
+class QLabel;
 class QListWidget;
 class QProgressBar;
 class QPushButton;
@@ -24,11 +28,13 @@ public:
     ~ImportWindow() override;
 
     QString summary() const;
+    QPushButton *likelyButton() const { return m_likely; }
 
 Q_SIGNALS:
     /// At least one contact was added or changed.
     void imported();
     void ended();
+    void likelyRequested(const QSet<QString> &uids); ///< of new contacts like ones that were there
 
 protected:
     void reject() override;
@@ -38,12 +44,17 @@ private:
     Report run(const QStringList &paths, const std::stop_token &isCancelled);
     void showProgress(const QString &path, int percent);
     void showReport(const Report &report);
+    void lookForLikely(const std::shared_ptr<const QSet<QString>> &before);
 
     ActivityLog &m_log;
     WrappedText *m_text;
     QProgressBar *m_bar;
     QListWidget *m_skipped;
+    QWidget *m_likelyStrip; ///< hidden where the new contacts are like none
+    QLabel *m_likelyText;
+    QPushButton *m_likely;
     QPushButton *m_button;
     bool m_isRunning = true;
+    Job m_likeness;
     Job m_job; // last: uses the members above
 };
