@@ -3,6 +3,7 @@
 #include "fix/IgnoredFindings.h"
 
 #include "contacts/model/NameTexts.h"
+#include "fix/FixLog.h"
 #include "fix/MergeContacts.h"
 #include "scan/Finders.h"
 
@@ -122,29 +123,27 @@ bool IgnoredFindings::ignores(const Finding &finding, const Namesakes &namesakes
 
 IgnoredFindings::Split IgnoredFindings::split(const ScanResult &result) const
 {
-    Split split;
-    const Namesakes namesakes = namesakesIn(result);
-    for (const auto &[condition, findings] : result) {
-        const std::vector<Finding> all = findingsOf(result, condition);
-        const auto divide = [&, condition = condition](const auto &list) {
-            std::remove_cvref_t<decltype(list)> open;
-            std::remove_cvref_t<decltype(list)> ignored;
-            for (std::size_t i = 0; i < list.size(); ++i)
-                (ignores(all[i], namesakes) ? ignored : open).push_back(list[i]);
-            split.open.insert(condition, std::move(open));
-            split.ignored.insert(condition, std::move(ignored));
-        };
-        std::visit(divide, findings);
-    }
-    return split;
+    const auto isIgnored = [this, namesakes = namesakesIn(result)](
+                               const Finding &finding) { return ignores(finding, namesakes); };
+    return {filtered(result, std::not_fn(isIgnored)), filtered(result, isIgnored)};
+}
+
+IgnoredFindings::Split IgnoredFindings::splitShared(const ScanResult &result)
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    const auto ignored = book ? of(*book) : Result<IgnoredFindings>(noAddressBook());
+    if (ignored)
+        return ignored->split(result);
+    qCWarning(lcFix, "%s", qUtf8Printable(ignored.error().description()));
+    return {result, {}};
 }
 
 QString textOf(const Ignored &ignored)
 {
     if (ignored.condition.isEmpty())
         return QStringLiteral("Different people");
-    const auto info = std::ranges::find_if(
-        kConditions, [&](const ConditionInfo &known) { return ignored.condition == known.key; });
+    const auto info =
+        std::ranges::find_if(kConditions, [&](const ConditionInfo &known) { return ignored.condition == known.key; });
     const QString title = info == kConditions.end() ? ignored.condition : QString(info->title);
     if (ignored.found.isEmpty())
         return title;

@@ -34,6 +34,8 @@ public:
     };
     /// Of a scan of the shared address book. Not for the main thread.
     Split split(const ScanResult &result) const;
+    /// By what the shared address book ignores; if that cannot be read, everything is open.
+    static Split splitShared(const ScanResult &result);
 
 private:
     using Namesakes = QHash<QString, QStringList>; // uids by name key

@@ -9,6 +9,18 @@
 
 #include <algorithm>
 
+namespace {
+
+qsizetype countOf(const ScanResult &result)
+{
+    qsizetype count = 0;
+    for (const auto &[condition, findings] : result)
+        count += std::visit([](const auto &list) { return qsizetype(list.size()); }, findings);
+    return count;
+}
+
+} // namespace
+
 OutlineViewController::OutlineViewController(ResultsDelegate &delegate, QObject *parent)
     : QObject(parent), m_delegate(delegate)
 { }
@@ -32,10 +44,13 @@ PersonItemPtr OutlineViewController::creatFatherNode(
     return group;
 }
 
-void OutlineViewController::setOutlineViewDataSouce(const ScanResult &result)
+void OutlineViewController::setOutlineViewDataSouce(const ScanResult &result, const ScanResult &ignored)
 {
     QList<PersonItemPtr> groups;
+    m_conditions.clear();
     for (const ConditionGroup &row : conditionGroups()) {
+        if (result.find(row.condition) || ignored.find(row.condition))
+            m_conditions.push_back(row.condition);
         const std::vector<Finding> findings = findingsOf(result, row.condition);
         std::vector<ABPersonPtr> people;
         for (const Finding &finding : findings)
@@ -49,21 +64,20 @@ void OutlineViewController::setOutlineViewDataSouce(const ScanResult &result)
         groups += group;
     }
     m_collapsed.clear();
-    m_conditions.clear();
-    for (const auto &group : std::as_const(groups))
-        m_conditions.push_back(group->finding().condition);
     m_tree.setRootNodes(std::move(groups));
     m_totalCount = findingCount();
+    m_ignoredCount = countOf(ignored);
     setSelected(nullptr);
 }
 
-void OutlineViewController::reexamine(const QStringList &uids, const ScanResult &now)
+void OutlineViewController::reexamine(const QStringList &uids, const ScanResult &now, const ScanResult &ignored)
 {
     const QSet<QString> changed(uids.begin(), uids.end());
     const PersonItemPtr group = m_selected ? m_selected->parentNode() : nullptr;
     for (const Condition condition : m_conditions)
         m_tree.update(condition, findingsOf(now, condition), changed);
-    m_totalCount = std::max(m_totalCount, findingCount());
+    const qsizetype ignoredBefore = std::exchange(m_ignoredCount, countOf(ignored));
+    m_totalCount = std::max(m_totalCount + ignoredBefore - m_ignoredCount, findingCount());
     if (rootNodes().isEmpty() || (m_selected && !m_tree.contains(m_selected)))
         moveOn(group);
     else

@@ -31,14 +31,14 @@ public:
     explicit OutlineViewController(ResultsDelegate &delegate, QObject *parent = nullptr);
     ~OutlineViewController() override;
 
-    /// Builds the tree: nothing selected, all groups expanded.
-    void setOutlineViewDataSouce(const ScanResult &result);
+    /// Builds the tree: nothing selected, all groups expanded. What the scan found too, but is @p ignored, only counts.
+    void setOutlineViewDataSouce(const ScanResult &result, const ScanResult &ignored = {});
     /// A group with one child per person; null without people.
     static PersonItemPtr creatFatherNode(const QString &name, const std::vector<ABPersonPtr> &withChildArray);
 
     /// Makes the findings of people with these uids those in @p now, each at its place, and updates what is shown. For
-    /// changes from outside.
-    void reexamine(const QStringList &uids, const ScanResult &now);
+    /// changes from outside, and of what is ignored.
+    void reexamine(const QStringList &uids, const ScanResult &now, const ScanResult &ignored = {});
     /// What @p now is to be a scan for: the conditions that this scan found.
     QStringList conditionTitles() const;
     QStringList uids() const; ///< of the people with findings; may repeat
@@ -47,6 +47,7 @@ public:
     const QList<PersonItemPtr> &rootNodes() const { return m_tree.rootNodes(); }
     qsizetype findingCount() const { return m_tree.findingCount(); }
     qsizetype totalCount() const { return m_totalCount; } ///< at most so far: those that are not left are done
+    qsizetype ignoredCount() const { return m_ignoredCount; } ///< not among these
 
     /// Only findings with these words are to be shown, selected and repaired; no words: all.
     void setFilter(const QString &text);
@@ -144,6 +145,7 @@ private:
     FindingFilter m_filter;
     std::vector<Condition> m_conditions; // that the scan found
     qsizetype m_totalCount = 0;
+    qsizetype m_ignoredCount = 0;
     QSet<const PersonItem *> m_collapsed;
     PersonItemPtr m_selected;
     DetailPanel m_panel;

@@ -3,8 +3,10 @@
 #include "app/card/ContactCard.h"
 #include "app/compare/CompareWindow.h"
 #include "app/exchange/ImportWindow.h"
+#include "app/likely/LikelyWindow.h"
 #include "app/look/Controls.h"
 #include "app/look/EmptyPage.h"
+#include "app/results/IgnoredWindow.h"
 #include "app/results/PreviewView.h"
 #include "app/results/ResultsView.h"
 #include "app/table/CellMessage.h"
@@ -12,6 +14,7 @@
 #include "base/Job.h"
 #include "contacts/stores/open/OpenStore.h"
 #include "support/AppFixture.h"
+#include "support/Files.h"
 #include "support/TestPeople.h"
 
 #include <QApplication>
@@ -21,12 +24,14 @@
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QMenu>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTableView>
 #include <QTest>
 #include <QTreeView>
+#include <QTreeWidget>
 
 #include <sqlite3.h>
 
@@ -167,6 +172,68 @@ private Q_SLOTS:
         QCOMPARE(history.size(), 4); // import, the other two changes, merge
         QCOMPARE(history.front().changed + history.front().removed, 2);
         QTRY_COMPARE(m_app->loadContactsViewController().numberOfRowsInTableView(), 2);
+    }
+
+    void findingsAreIgnoredAndBroughtBack()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}",
+            "{'uid':'2','firstName':'Bo','lastName':'Ng','suffix':'QQQ'}",
+            "{'uid':'3','firstName':'Bo','lastName':'Ng'}"});
+        scan();
+        const auto shown = [this] {
+            const auto *results = m_app->outlineViewController();
+            return u"%1: %2 of %3, %4"_s.arg(results->uids().join(u','))
+                .arg(results->findingCount())
+                .arg(results->totalCount())
+                .arg(results->ignoredCount());
+        };
+        QCOMPARE(shown(), u"1,2,2: 3 of 3, 0"_s);
+        window().results()->ignoreButton()->click();
+        QTRY_COMPARE(shown(), u"2,2: 2 of 2, 1"_s);
+        QCOMPARE(selectedName(), u"Bo Ng"_s);
+        window().results()->fixButton()->click();
+        window().results()->ignoreButton()->click(); // they are different people
+        QTRY_VERIFY(!m_app->outlineViewController()); // nothing is left
+        Answer ok(u"OK"_s);
+        m_app->scanClicled();
+        QTRY_VERIFY2(ok.said.contains(u"ignored"), qPrintable(ok.said));
+
+        Q_EMIT window().ignoredRequested();
+        auto *ignored = window().findChild<IgnoredWindow *>();
+        QTRY_COMPARE(ignored->list()->topLevelItemCount(), 2);
+        QVERIFY(unnamedIn(ignored).isEmpty());
+        ignored->bringBackButton()->click();
+        QTRY_COMPARE(ignored->list()->topLevelItemCount(), 1);
+        scan();
+        QCOMPARE(shown(), u"1: 1 of 1, 1"_s);
+        ignored->bringBackButton()->click();
+        QTRY_COMPARE(shown(), u"1,2: 2 of 2, 0"_s);
+    }
+
+    void likelyDuplicatesAreComparedOrDifferent()
+    {
+        start({"{'uid':'1','firstName':'Bob','lastName':'Müller','phone':[{'value':'+49 170 1234567'}]}",
+            "{'uid':'2','firstName':'Anna','lastName':'Newcomer'}"});
+        const QString file = m_folder.filePath(u"new.jsonl"_s);
+        put(file,
+            R"({"uid":"3","firstName":"Robert","lastName":"MUELLER","phone":[{"value":"+491701234567"}]})"
+            "\n{\"uid\":\"4\",\"firstName\":\"Zoe\",\"lastName\":\"Quirk\"}\n");
+        m_app->importFiles({file});
+        auto *import = window().findChild<ImportWindow *>();
+        QTRY_VERIFY(import->likelyButton()->isVisible());
+        import->likelyButton()->click();
+        auto *likely = window().findChild<LikelyWindow *>();
+        QSignalSpy(likely, &LikelyWindow::ended).wait();
+        QCOMPARE(likely->groups()->topLevelItem(0)->child(0)->text(0), u"Bob Müller  ·  Robert MUELLER"_s);
+        QVERIFY(unnamedIn(likely).isEmpty());
+        likely->compareButton()->click();
+        window().findChild<CompareWindow *>()->differentButton()->click();
+        QCOMPARE(likely->groups()->topLevelItemCount(), 0);
+        const auto book = ABAddressBook::sharedAddressBook();
+        QTRY_COMPARE(book->ignored()->size(), std::size_t(1));
+        const LikelyWindow again;
+        QSignalSpy(&again, &LikelyWindow::ended).wait();
+        QCOMPARE(again.message(), u"No two contacts look like one person."_s);
     }
 
     void anEditedCardIsExamined()

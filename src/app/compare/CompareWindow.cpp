@@ -43,6 +43,7 @@ CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
     , m_grid(new StickyGrid(this))
     , m_header(new CompareHeader(m_choices.records(), people.front()->uniqueId(), this))
     , m_toNote(new QCheckBox(tr("Put values that are not chosen into the &note"), this))
+    , m_different(new QPushButton(tr("These Are &Different People"), this))
     , m_merge(new QPushButton(this))
     , m_cancel(new QPushButton(tr("Cancel"), this))
     , m_summary(new ElidedLabel(this))
@@ -73,12 +74,15 @@ QWidget *CompareWindow::makeFoot()
         m_choices.setOthersToNote(goThere);
         showChoices();
     });
+    m_different->setToolTip(tr("Remember this: they are no longer shown as duplicates"));
+    connect(m_different, &QPushButton::clicked, this, &CompareWindow::rememberDifferent);
     connect(m_merge, &QPushButton::clicked, this, &CompareWindow::merge);
     connect(m_cancel, &QPushButton::clicked, this, &CompareWindow::reject);
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(8);
     buttons->addWidget(m_summary, 1);
     buttons->addWidget(m_toNote);
+    buttons->addWidget(m_different);
     buttons->addWidget(m_cancel);
     buttons->addWidget(m_merge);
     auto *foot = new QWidget;
@@ -139,8 +143,8 @@ void CompareWindow::showRows()
             }
         }
     }
-    for (QWidget *next :
-        {static_cast<QWidget *>(m_toNote), static_cast<QWidget *>(m_cancel), static_cast<QWidget *>(m_merge)}) {
+    for (QWidget *next : {static_cast<QWidget *>(m_toNote), static_cast<QWidget *>(m_different),
+             static_cast<QWidget *>(m_cancel), static_cast<QWidget *>(m_merge)}) {
         setTabOrder(before, next);
         before = next;
     }
@@ -286,6 +290,7 @@ void CompareWindow::showSummary()
     const qsizetype count = qsizetype(records.size());
     m_merge->setText(tr("&Merge %1").arg(counted(count, tr("Contact"), tr("Contacts"))));
     m_merge->setEnabled(count > 1 && !ABAddressBook::isSharedReadOnly());
+    m_different->setEnabled(m_merge->isEnabled());
     m_summary->setToolTip({});
     if (count < 2) {
         m_summary->setText(tr("Tick two contacts or more to merge them."));
@@ -333,16 +338,30 @@ void CompareWindow::merge()
     if (!m_merge->isEnabled() || !book)
         return;
     std::vector<StoredRecord> people;
-    QStringList uids;
+    const QStringList uids = includedUids();
     for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
-        if (!m_choices.isIncluded(contact))
-            continue;
-        uids += m_people[qsizetype(contact)]->uniqueId();
-        people.push_back({uids.back(), m_choices.records()[contact]});
+        if (m_choices.isIncluded(contact))
+            people.push_back({m_people[qsizetype(contact)]->uniqueId(), m_choices.records()[contact]});
     }
     setEnabled(false);
     m_merger.start([book, people, result = m_result] { return mergeInto(*book, people, result); },
         [this, uids](const Result<void> &done) { finish(done, uids); });
+}
+
+QStringList CompareWindow::includedUids() const
+{
+    QStringList uids;
+    for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
+        if (m_choices.isIncluded(contact))
+            uids += m_people[qsizetype(contact)]->uniqueId();
+    }
+    return uids;
+}
+
+void CompareWindow::rememberDifferent()
+{
+    Q_EMIT differentPeople(includedUids());
+    accept();
 }
 
 void CompareWindow::finish(const Result<void> &done, const QStringList &uids)

@@ -28,18 +28,21 @@ public:
     void keepEverything();
     void showRepair(bool isShown);
     void merge();
+    void rememberDifferent();
     /// Stays open during a merge, whose end has to be told.
     void reject() override;
 
     QAbstractButton *includeBox(std::size_t contact) const { return m_heads.cells[contact]->button(); }
     QPushButton *keepButton() const { return m_header->keepButton(); }
     QPushButton *repairButton() const { return m_header->repairButton(); }
+    QPushButton *differentButton() const { return m_different; }
     QPushButton *mergeButton() const { return m_merge; }
     QString summary() const;
     QString message() const;
 
 Q_SIGNALS:
     void merged(const QStringList &uids); ///< those of the people who are one now
+    void differentPeople(const QStringList &uids); ///< of those who are not left out
     void failed(const QString &reason);
 
 private:
@@ -57,6 +60,7 @@ private:
     void showChoices();
     void showRow(const ShownRow &row);
     void showSummary();
+    QStringList includedUids() const;
     QString quietLine(const Comparison::Row &row, std::size_t contact, bool isTaken) const;
     QString resultText(const Comparison::Row &row) const;
     bool isLost(const Comparison::Row &row, std::size_t contact) const;
@@ -73,6 +77,7 @@ private:
     std::vector<ShownRow> m_rows;
     CompareHeader *m_header;
     QCheckBox *m_toNote;
+    QPushButton *m_different;
     QPushButton *m_merge;
     QPushButton *m_cancel;
     ElidedLabel *m_summary;

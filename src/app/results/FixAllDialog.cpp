@@ -79,6 +79,8 @@ FixAllDialog::FixAllDialog(const QString &option, QList<PersonItemPtr> findings,
     m_list->setUniformRowHeights(true);
     fill();
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    m_ignore = buttons->addButton(QString(), QDialogButtonBox::ActionRole);
+    connect(m_ignore, &QPushButton::clicked, this, [this] { done(kIgnored); });
     m_fix = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -150,15 +152,21 @@ void FixAllDialog::showCount()
     m_future->setText(futureOfRepair(m_option, contacts.size()));
     m_fix->setText(tr("&Fix %1").arg(findings.size()));
     m_fix->setEnabled(!findings.isEmpty());
+    m_ignore->setText(tr("&Ignore %1").arg(findings.size()));
+    m_ignore->setEnabled(!findings.isEmpty());
 }
 
-QString fixAll(OutlineViewController &controller, const QList<PersonItemPtr> &findings, QWidget &window)
+QString fixAll(OutlineViewController &controller, const QList<PersonItemPtr> &findings, QWidget &window,
+    const std::function<void(const QList<PersonItemPtr> &)> &ignore)
 {
     const PersonItemPtr group = findings.front()->parentNode();
     const QString option = controller.currentOption(conditionGroup(group->finding().condition).optionGroup);
     const Job::Hold hold; // nothing changes the findings under the question or between two repairs
     FixAllDialog dialog(option, findings, &window);
-    if (dialog.exec() != QDialog::Accepted)
+    const int answer = dialog.exec();
+    if (answer == FixAllDialog::kIgnored)
+        ignore(dialog.chosen());
+    if (answer != QDialog::Accepted)
         return {};
     controller.clearSelection();
     const FixReport report = repairAll(controller, dialog.chosen(), window);

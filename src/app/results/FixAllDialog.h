@@ -18,6 +18,8 @@ class FixAllDialog : public QDialog
     Q_OBJECT
 
 public:
+    static constexpr int kIgnored = 2; ///< a result beside those of QDialog
+
     FixAllDialog(const QString &option, QList<PersonItemPtr> findings, QWidget *parent);
 
     /// Those that are ticked, in their order.
@@ -34,9 +36,11 @@ private:
     QTreeWidget *m_list;
     QTimer m_idle;
     qsizetype m_filled = 0; ///< rows that say what would be lost
+    QPushButton *m_ignore;
     QPushButton *m_fix;
 };
 
 /// Lets the user choose among these findings of one group, repairs them with the option chosen for it, and selects what
-/// comes then. @return what to say about it; empty where nothing was done
-QString fixAll(OutlineViewController &controller, const QList<PersonItemPtr> &findings, QWidget &window);
+/// comes then; or hands them to @p ignore. @return what to say about it; empty where nothing was done
+QString fixAll(OutlineViewController &controller, const QList<PersonItemPtr> &findings, QWidget &window,
+    const std::function<void(const QList<PersonItemPtr> &)> &ignore);

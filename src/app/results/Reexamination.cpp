@@ -3,6 +3,7 @@
 #include "app/results/Reexamination.h"
 
 #include "base/Job.h"
+#include "fix/IgnoredFindings.h"
 #include "scan/ScanAddressBook.h"
 
 void Reexamination::endScan(OutlineViewController *shown)
@@ -21,12 +22,15 @@ void Reexamination::reexamine(const QStringList &uids)
     if (!m_results || m_outstanding.isEmpty())
         return;
     // Takes the place of an earlier one, so it looks at everybody who is outstanding.
-    m_job.restart([titles = m_results->conditionTitles()] { return ScanAddressBook::examine(titles); },
-        [this, all = m_outstanding, results = m_results](const ScanResult &now) {
+    m_job.restart(
+        [titles = m_results->conditionTitles()] {
+            return IgnoredFindings::splitShared(ScanAddressBook::examine(titles));
+        },
+        [this, all = m_outstanding, results = m_results](const IgnoredFindings::Split &now) {
             if (!results || results != m_results)
                 return;
             if (!m_isScanning) // else they are looked at in the new findings too
                 m_outstanding.clear();
-            results->reexamine(all, now);
+            results->reexamine(all, now.open, now.ignored);
         });
 }

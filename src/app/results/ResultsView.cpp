@@ -64,6 +64,7 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     , m_tips(new StatePage(QStringLiteral("tipsView"), this))
     , m_noMatch(new StatePage(QStringLiteral("emptySearch"), this))
     , m_compareButton(new QPushButton(this))
+    , m_ignoreButton(new QPushButton(symbol(QStringLiteral("ignore")), tr("Ignore"), this))
     , m_openContactButton(new QPushButton(tr("Open In Contacts"), this))
     , m_backButton(new QPushButton(tr("Back"), this))
     , m_fixAllButton(new QPushButton(tr("Fix All ..."), this))
@@ -153,11 +154,14 @@ QWidget *ResultsView::makeButtons()
     m_fixButton->setIcon(symbol(QStringLiteral("check"), ColourRole::OnAccent));
     layout->addWidget(m_backButton);
     layout->addStretch();
+    layout->addWidget(m_ignoreButton);
     layout->addWidget(m_openContactButton);
     layout->addWidget(m_fixAllButton);
     layout->addWidget(m_fixButton);
     m_fixButton->setProperty(kPrimaryProperty, true);
-    m_buttonBar = new ButtonBar({m_backButton, m_openContactButton, m_fixAllButton, m_fixButton}, bar);
+    m_buttonBar = new ButtonBar({m_backButton, m_ignoreButton, m_openContactButton, m_fixAllButton, m_fixButton}, bar);
+    connect(
+        m_ignoreButton, &QPushButton::clicked, this, [this] { Q_EMIT ignoreRequested({m_controller.selectedItem()}); });
     connect(m_fixAllButton, &QPushButton::clicked, this, &ResultsView::fixAll);
     connect(m_backButton, &QPushButton::clicked, &m_controller, &OutlineViewController::backClicked);
     connect(m_openContactButton, &QPushButton::clicked, &m_controller, &OutlineViewController::openInContacts);
@@ -205,6 +209,9 @@ void ResultsView::setUpActions()
         tr("Fix &All ..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Return), [this] { m_fixAllButton->click(); });
     m_fixAllButton->setToolTip(
         tr("%1 (%2)").arg(tr("Fix all of the group"), m_fixAllAction->shortcut().toString(QKeySequence::NativeText)));
+
+    m_ignoreAction =
+        add(tr("&Ignore"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I), [this] { m_ignoreButton->click(); });
 
     connect(m_filter, &QLineEdit::textChanged, &m_controller, &OutlineViewController::setFilter);
     connect(m_filter, &QLineEdit::returnPressed, this, [this] { m_tree->setFocus(); });
@@ -297,6 +304,7 @@ void ResultsView::showPanel()
     m_fixButton->setEnabled(m_controller.canFix() && !ABAddressBook::isSharedReadOnly());
     showOptions();
     showFixAll();
+    showIgnore();
 }
 
 void ResultsView::showTips()
@@ -347,6 +355,22 @@ void ResultsView::showPreview()
     showFixAll();
 }
 
+/// Of a finding of several contacts it says what will be remembered of them.
+void ResultsView::showIgnore()
+{
+    const PersonItemPtr &item = m_controller.selectedItem();
+    const Condition condition = item ? item->finding().condition : Condition();
+    const bool isOfSeveral = condition == Condition::DuplicateContacts || condition == Condition::ShareEmail;
+    m_ignoreButton->setEnabled(item && m_controller.canFix() && !ABAddressBook::isSharedReadOnly()
+        && (!isOfSeveral || !m_compareButton->isHidden()));
+    m_ignoreButton->setText(isOfSeveral ? tr("Different People") : tr("Ignore"));
+    m_ignoreButton->setToolTip(
+        tr("%1 (%2)").arg(isOfSeveral ? tr("These are different people") : tr("This is fine: hide it until it changes"),
+            m_ignoreAction->shortcut().toString(QKeySequence::NativeText)));
+    m_ignoreAction->setText(isOfSeveral ? tr("These Are D&ifferent People") : tr("&Ignore"));
+    m_ignoreAction->setEnabled(m_ignoreButton->isEnabled());
+}
+
 /// Where it would do something: not where the contacts are only opened to be edited.
 void ResultsView::showFixAll()
 {
@@ -368,7 +392,8 @@ void ResultsView::fixAll()
     if (findings.isEmpty())
         return;
     const QScopedValueRollback fixing(m_isFixingAll, true);
-    if (const QString what = ::fixAll(m_controller, findings, *this); !what.isEmpty())
+    const auto ignore = [this](const QList<PersonItemPtr> &chosen) { Q_EMIT ignoreRequested(chosen); };
+    if (const QString what = ::fixAll(m_controller, findings, *this, ignore); !what.isEmpty())
         Q_EMIT repaired(what);
 }
 
@@ -395,6 +420,8 @@ void ResultsView::showCount()
     m_filter->setPlaceholderText(
         tr("Filter %1").arg(counted(m_controller.findingCount(), tr("finding"), tr("findings"))));
     const qsizetype total = m_controller.totalCount();
-    m_list->setCount(tr("%L1 of %L2 done").arg(total - m_controller.findingCount()).arg(total));
+    const QString done = tr("%L1 of %L2 done").arg(total - m_controller.findingCount()).arg(total);
+    const qsizetype ignored = m_controller.ignoredCount();
+    m_list->setCount(ignored > 0 ? tr("%1, %L2 ignored").arg(done).arg(ignored) : done);
     showFixAll();
 }

@@ -38,6 +38,7 @@ public:
     QPushButton *fixAllButton() const { return m_fixAllButton; }
     QPushButton *backButton() const { return m_backButton; }
     QPushButton *openContactButton() const { return m_openContactButton; }
+    QPushButton *ignoreButton() const { return m_ignoreButton; }
     QPushButton *compareButton() const { return m_compareButton; }
     PreviewView *preview() const { return m_preview; }
     /// The panes for F6; null for hidden ones.
@@ -51,6 +52,7 @@ public:
 
 Q_SIGNALS:
     void repaired(const QString &what); ///< a short message
+    void ignoreRequested(const QList<PersonItemPtr> &findings);
     void comparisonRequested(const QList<ABPersonPtr> &people);
 
 private:
@@ -66,6 +68,7 @@ private:
     void showOptions();
     void showPreview();
     void showFixAll();
+    void showIgnore();
     void showCount();
     void openGroups();
     void tellOfRepair(const FixOutcome &outcome, const PersonItemPtr &finding);
@@ -88,11 +91,13 @@ private:
     StatePage *m_noMatch;
     ButtonBar *m_buttonBar = nullptr;
     QPushButton *m_compareButton;
+    QPushButton *m_ignoreButton;
     QPushButton *m_openContactButton;
     QPushButton *m_backButton;
     QPushButton *m_fixAllButton;
     QPushButton *m_fixButton;
     QAction *m_fixAllAction = nullptr;
+    QAction *m_ignoreAction = nullptr;
     std::optional<OptionGroup> m_shownGroup;
     bool m_isFixingAll = false;
 };

@@ -54,6 +54,10 @@ void AppDelegate::connectCommands()
     connect(&m_window, &MainWindow::helpRequested, this, &AppDelegate::menuHelpClick);
     connect(&m_window, &MainWindow::supportRequested, this, &AppDelegate::menuSupportClick);
     connect(&m_window, &MainWindow::activityRequested, &m_sideWindows, &SideWindows::showActivity);
+    connect(&m_window, &MainWindow::likelyRequested, &m_sideWindows, [this] { m_sideWindows.showLikely(); });
+    connect(&m_window, &MainWindow::ignoredRequested, &m_sideWindows, &SideWindows::showIgnored);
+    connect(&m_sideWindows, &SideWindows::differentPeople, &m_scans, &Scans::rememberDifferent);
+    connect(&m_sideWindows, &SideWindows::broughtBack, &m_scans, &Scans::reexamine);
     connect(&m_window, &MainWindow::historyRequested, &m_sideWindows, [this] { m_sideWindows.showHistory(); });
     connect(&m_window, &MainWindow::backUpRequested, &m_backupActions, &BackupActions::backUp);
     connect(&m_window, &MainWindow::restoreRequested, &m_backupActions, &BackupActions::restore);

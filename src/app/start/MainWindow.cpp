@@ -213,6 +213,10 @@ void MainWindow::setUpContactsMenus()
     connect(m_contacts, &ContactTableView::comparisonRequested, this, &MainWindow::comparisonRequested);
     connect(m_contacts->table()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &MainWindow::enableRowActions);
+    contacts->addSeparator();
+    m_scanActions += contacts->addAction(tr("Find &Likely Duplicates ..."), this, &MainWindow::likelyRequested);
+    m_scanActions.back()->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
+    m_scanActions += contacts->addAction(tr("I&gnored Findings ..."), this, &MainWindow::ignoredRequested);
     contacts->addSeparator(); // hidden until actions of results come behind it
 
     QMenu *columns = menuBar()->addMenu(tr("C&olumns"));

@@ -83,6 +83,8 @@ Q_SIGNALS:
     void helpRequested();
     void supportRequested();
     void activityRequested();
+    void likelyRequested();
+    void ignoredRequested();
     void comparisonRequested(const QList<ABPersonPtr> &people);
 
 protected:

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/start/Scans.h"
 
+#include "app/look/Counted.h"
 #include "app/results/KeptFindings.h"
 #include "app/results/ProgressWindow.h"
 #include "app/results/ResultsView.h"
@@ -72,26 +73,86 @@ void Scans::scanClicled()
 void Scans::updateUI(const ScanResult &result)
 {
     indexNames();
-    Job::deliver(this, [this, result] { showResults(result); });
+    const auto split = IgnoredFindings::splitShared(result);
+    if (!split.open.isEmpty()) {
+        Job::deliver(this, [this, split] { showResults(split); });
+        return;
+    }
+    closeProgress();
+    m_alerts.runAlertPanel(QStringLiteral("Notes"),
+        tr("Scan completed. Everything found is ignored; Contacts > Ignored Findings brings it back."),
+        QStringLiteral("OK"), {});
+    makeButtonEnable();
 }
 
-void Scans::showResults(const ScanResult &result)
+void Scans::ignore(const QList<PersonItemPtr> &findings)
+{
+    std::vector<Finding> values;
+    for (const auto &finding : findings)
+        values.push_back(finding->finding());
+    remember([values] {
+        std::vector<Ignored> entries;
+        for (const Finding &finding : values) {
+            if (auto entry = IgnoredFindings::entryFor(finding))
+                entries.push_back(std::move(*entry));
+        }
+        return entries;
+    });
+}
+
+void Scans::rememberDifferent(const QStringList &uids)
+{
+    remember([uids] { return std::vector{IgnoredFindings::differentPeople(uids)}; });
+}
+
+void Scans::remember(const std::function<std::vector<Ignored>()> &entries)
+{
+    using Remembered = Result<std::vector<Ignored>>;
+    m_ignoring.start(
+        [entries, book = ABAddressBook::sharedAddressBook()]() -> Remembered {
+            const std::vector<Ignored> all = entries();
+            const auto changed = book ? book->changeIgnored(all, {}) : Result<void>(noAddressBook());
+            return changed ? Remembered(all) : changed.error();
+        },
+        [this](const Remembered &remembered) {
+            if (!remembered)
+                Q_EMIT failed(remembered.error().description());
+            if (!remembered || remembered->empty())
+                return;
+            QStringList uids;
+            for (const Ignored &entry : *remembered)
+                uids += entry.uids;
+            reexamine(uids);
+            m_window.bookStatus()->setMessage(remembered->size() > 1
+                    ? tr("%1 ignored").arg(counted(qint64(remembered->size()), tr("finding"), tr("findings")))
+                    : tr("Remembered: %1").arg(textOf(remembered->front())),
+                false);
+        });
+}
+
+void Scans::showResults(const IgnoredFindings::Split &result)
 {
     closeProgress();
-    m_conditions.setFound(m_titles, result);
+    m_conditions.setFound(m_titles, result.open);
     setResults(result);
-    m_window.showResults(*m_results);
+    showView();
     offerResults();
     QMetaObject::invokeMethod(this, &Scans::outLineViewRefrash, Qt::QueuedConnection);
     makeButtonEnable();
 }
 
-void Scans::setResults(const ScanResult &result)
+void Scans::showView()
+{
+    m_window.showResults(*m_results);
+    connect(m_window.results(), &ResultsView::ignoreRequested, this, &Scans::ignore);
+}
+
+void Scans::setResults(const IgnoredFindings::Split &result)
 {
     m_window.showContacts();
     m_left = nullptr;
     m_results = std::make_unique<OutlineViewController>(*this);
-    m_results->setOutlineViewDataSouce(result);
+    m_results->setOutlineViewDataSouce(result.open, result.ignored);
     connect(m_results.get(), &OutlineViewController::fixed, this,
         [this](const FixOutcome &outcome, const PersonItemPtr &finding) {
             if (!outcome.error)
@@ -110,10 +171,10 @@ void Scans::offerKept()
         [book = ABAddressBook::sharedAddressBook()] {
             indexNames();
             const KeptFindings kept = KeptFindings::load(book->name());
-            return std::pair(kept, kept.examine());
+            return std::pair(kept, IgnoredFindings::splitShared(kept.examine()));
         },
-        [this](const std::pair<KeptFindings, ScanResult> &found) {
-            if (m_results || isRunning() || found.second.isEmpty())
+        [this](const std::pair<KeptFindings, IgnoredFindings::Split> &found) {
+            if (m_results || isRunning() || found.second.open.isEmpty())
                 return;
             setResults(found.second);
             found.first.select(*m_results);
@@ -130,16 +191,16 @@ void Scans::continueResults()
     m_examiner.restart(
         [left = m_left, titles = m_results->conditionTitles()] {
             const PeopleSnapshot now = ABAddressBook::sharedAddressBook()->snapshot();
-            return std::pair(changedBetween(left, now), ScanAddressBook::examine(titles));
+            return std::pair(changedBetween(left, now), IgnoredFindings::splitShared(ScanAddressBook::examine(titles)));
         },
-        [this](const std::pair<QStringList, ScanResult> &found) {
+        [this](const std::pair<QStringList, IgnoredFindings::Split> &found) {
             if (!m_left)
                 return;
-            m_results->reexamine(found.first, found.second);
+            m_results->reexamine(found.first, found.second.open, found.second.ignored);
             if (m_results->rootNodes().isEmpty()) // and so it was left once more
                 return;
             m_left = nullptr;
-            m_window.showResults(*m_results);
+            showView();
             m_window.results()->resume();
             offerResults();
         });

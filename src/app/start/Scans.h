@@ -7,6 +7,7 @@
 #include "app/results/Reexamination.h"
 #include "app/start/MainWindow.h"
 #include "base/Job.h"
+#include "fix/IgnoredFindings.h"
 #include "results/OutlineViewController.h"
 #include "scan/ScanAddressBook.h"
 
@@ -29,6 +30,10 @@ public:
     /// For changed people.
     void reexamine(const QStringList &uids) { m_reexamination.reexamine(uids); }
 
+    /// Remembers that these findings are fine, or that no two of these people are one, and looks at them again.
+    void ignore(const QList<PersonItemPtr> &findings);
+    void rememberDifferent(const QStringList &uids);
+
     void scanClicled();
     /// Offers to continue with the findings that were left when the program ended, as far as they still hold.
     void offerKept();
@@ -48,15 +53,17 @@ public:
     qsizetype subviewCount() const override;
 
 Q_SIGNALS:
-    void failed(const QString &reason); ///< a repair
+    void failed(const QString &reason); ///< a repair, or to remember what is ignored
     void personRequested(const ABPersonPtr &person); ///< to be edited
     void left(); ///< the results, for the contacts
 
 private:
-    void showResults(const ScanResult &result);
-    void setResults(const ScanResult &result);
+    void showResults(const IgnoredFindings::Split &result);
+    void setResults(const IgnoredFindings::Split &result);
+    void showView();
     void offerResults();
     void keepResults() const;
+    void remember(const std::function<std::vector<Ignored>()> &entries);
 
     MainWindow &m_window;
     Alerts &m_alerts;
@@ -66,6 +73,7 @@ private:
     std::unique_ptr<OutlineViewController> m_results;
     PeopleSnapshot m_left; // everyone when the results were left; null while they are shown
     Reexamination m_reexamination;
+    Job m_ignoring;
     Job m_job;
     Job m_examiner;
 };

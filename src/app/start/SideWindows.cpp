@@ -9,7 +9,9 @@
 #include "app/compare/CompareWindow.h"
 #include "app/exchange/ImportWindow.h"
 #include "app/history/HistoryWindow.h"
+#include "app/likely/LikelyWindow.h"
 #include "app/look/Counted.h"
+#include "app/results/IgnoredWindow.h"
 #include "app/start/AboutWindowController.h"
 #include "app/start/HelpWindow.h"
 #include "contacts/model/NameTexts.h"
@@ -117,9 +119,44 @@ void SideWindows::showComparison(const QList<ABPersonPtr> &people)
         m_activity.append(ActivityLog::Kind::Done, what);
         Q_EMIT merged(what);
         Q_EMIT peopleChanged(uids);
+        leaveOutOfLikely({});
+    });
+    connect(window, &CompareWindow::differentPeople, this, [this](const QStringList &uids) {
+        Q_EMIT differentPeople(uids);
+        leaveOutOfLikely(uids);
     });
     connect(window, &CompareWindow::failed, this, &SideWindows::noteFailure);
     window->show();
+}
+
+void SideWindows::showIgnored()
+{
+    auto *window = m_mainWindow.findChild<IgnoredWindow *>();
+    if (window) {
+        window->reload();
+    } else {
+        window = new IgnoredWindow(&m_mainWindow);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        connect(window, &IgnoredWindow::broughtBack, this, &SideWindows::broughtBack);
+        connect(window, &IgnoredWindow::failed, this, &SideWindows::noteFailure);
+    }
+    bringToFront(window);
+}
+
+void SideWindows::showLikely(const QSet<QString> &among)
+{
+    auto *window = new LikelyWindow(among, &m_mainWindow);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    connect(window, &LikelyWindow::comparisonRequested, this, &SideWindows::showComparison);
+    connect(window, &LikelyWindow::differentPeople, this, &SideWindows::differentPeople);
+    bringToFront(window);
+}
+
+void SideWindows::leaveOutOfLikely(const QStringList &different)
+{
+    const auto windows = m_mainWindow.findChildren<LikelyWindow *>();
+    for (LikelyWindow *window : windows)
+        window->leaveOut(different);
 }
 
 void SideWindows::importFiles(const QStringList &paths)
@@ -127,6 +164,7 @@ void SideWindows::importFiles(const QStringList &paths)
     auto *window = new ImportWindow(paths, m_activity, &m_mainWindow);
     window->setAttribute(Qt::WA_DeleteOnClose);
     connect(window, &ImportWindow::imported, this, [this] { Q_EMIT peopleChanged({}); });
+    connect(window, &ImportWindow::likelyRequested, this, &SideWindows::showLikely);
     window->show();
 }
 

@@ -5,6 +5,7 @@
 #include "contacts/book/ABPerson.h"
 
 #include <QObject>
+#include <QSet>
 
 class AboutWindowController;
 class ActivityLog;
@@ -29,15 +30,20 @@ public:
     void showCard(const ABPersonPtr &person);
     void showNewCard();
     void showComparison(const QList<ABPersonPtr> &people);
+    void showIgnored();
+    void showLikely(const QSet<QString> &among = {});
     void importFiles(const QStringList &paths);
 
 Q_SIGNALS:
+    void differentPeople(const QStringList &uids); ///< to be remembered
+    void broughtBack(const QStringList &uids); ///< their findings are no longer ignored
     void peopleChanged(const QStringList &uids); ///< edited or merged; empty: people were added
     void merged(const QString &what); ///< for the user
     void restoreRequested(const QString &uid); ///< of a damaged person
     void peopleRestored(); ///< findings and rows may refer to people who are gone
 
 private:
+    void leaveOutOfLikely(const QStringList &different);
     void noteFailure(const QString &reason);
 
     QWidget &m_mainWindow;

@@ -1,0 +1,134 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/results/IgnoredWindow.h"
+
+#include "app/look/Controls.h"
+#include "contacts/model/NameTexts.h"
+#include "fix/IgnoredFindings.h"
+
+#include <QBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTreeWidget>
+
+namespace {
+
+constexpr QSize kFirstSize(680, 460);
+constexpr int kUidsRole = Qt::UserRole + 1;
+
+QString namesOf(const QStringList &uids)
+{
+    const auto book = ABAddressBook::sharedAddressBook();
+    QStringList names;
+    for (const QString &uid : uids) {
+        const ABPersonPtr person = book ? book->personWithUniqueId(uid) : nullptr;
+        const QString name = person ? readableName(*person->record()).simplified() : QString();
+        names += !person     ? IgnoredWindow::tr("no longer in the address book")
+            : name.isEmpty() ? IgnoredWindow::tr("No name")
+                             : name;
+    }
+    return names.join(QStringLiteral("  ·  "));
+}
+
+} // namespace
+
+IgnoredWindow::IgnoredWindow(QWidget *parent)
+    : QWidget(parent, Qt::Window)
+    , m_list(new QTreeWidget(this))
+    , m_message(new WrappedText(Qt::LeftToRight, this))
+    , m_bringBack(new QPushButton(tr("&Bring Back"), this))
+{
+    setWindowTitle(tr("Ignored Findings"));
+    setFirstSize(*this, kFirstSize);
+    setUpList();
+    auto *close = new QPushButton(tr("&Close"), this);
+    m_bringBack->setProperty(kPrimaryProperty, true);
+    for (QPushButton *button : {m_bringBack, close})
+        button->setAutoDefault(true); // Return presses it
+    connect(m_bringBack, &QPushButton::clicked, this, &IgnoredWindow::bringBack);
+    connect(close, &QPushButton::clicked, this, &QWidget::close);
+    connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(m_message, 1);
+    buttons->addStretch();
+    buttons->addWidget(m_bringBack);
+    buttons->addWidget(close);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_list, 1);
+    layout->addLayout(buttons);
+    m_list->setFocus();
+    reload();
+}
+
+void IgnoredWindow::setUpList()
+{
+    m_list->setAccessibleName(windowTitle());
+    m_list->setHeaderLabels({tr("Contacts"), tr("What is ignored")});
+    m_list->header()->resizeSection(0, kFirstSize.width() / 2);
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    connect(m_list, &QTreeWidget::itemSelectionChanged, this,
+        [this] { m_bringBack->setEnabled(!m_list->selectedItems().isEmpty() && !ABAddressBook::isSharedReadOnly()); });
+    m_bringBack->setEnabled(false);
+}
+
+void IgnoredWindow::reload()
+{
+    using All = Result<std::vector<Ignored>>;
+    m_reader.restart(
+        [book = ABAddressBook::sharedAddressBook()] { return book ? book->ignored() : All(noAddressBook()); },
+        [this](const All &ignored) { showIgnored(ignored); });
+}
+
+void IgnoredWindow::showIgnored(const Result<std::vector<Ignored>> &ignored)
+{
+    m_list->clear();
+    QList<QTreeWidgetItem *> rows;
+    for (const Ignored &entry : ignored ? *ignored : std::vector<Ignored>()) {
+        auto *row = new QTreeWidgetItem({namesOf(entry.uids), textOf(entry).simplified()});
+        for (const int column : {0, 1}) {
+            row->setToolTip(column, row->text(column));
+            row->setData(column, Qt::AccessibleTextRole, tr("%1: %2").arg(row->text(0), row->text(1)));
+        }
+        row->setData(0, Qt::UserRole, entry.id());
+        row->setData(0, kUidsRole, entry.uids);
+        rows += row;
+    }
+    m_list->addTopLevelItems(rows);
+    if (!rows.isEmpty())
+        m_list->setCurrentItem(rows.front());
+    say(!ignored ? ignored.error().description() : rows.isEmpty() ? tr("Nothing is ignored.") : QString());
+    Q_EMIT loaded();
+}
+
+void IgnoredWindow::bringBack()
+{
+    QStringList ids;
+    QStringList uids;
+    for (const QTreeWidgetItem *row : m_list->selectedItems()) {
+        ids += row->data(0, Qt::UserRole).toString();
+        uids += row->data(0, kUidsRole).toStringList();
+    }
+    m_writer.start(
+        [ids, book = ABAddressBook::sharedAddressBook()] {
+            return book ? book->changeIgnored({}, ids) : Result<void>(noAddressBook());
+        },
+        [this, uids](const Result<void> &done) {
+            if (done) {
+                reload();
+                Q_EMIT broughtBack(uids);
+                return;
+            }
+            say(done.error().description());
+            Q_EMIT failed(done.error().description());
+        });
+}
+
+void IgnoredWindow::say(const QString &text)
+{
+    m_message->setText(text);
+    m_message->setAccessibleName(text);
+    m_message->setVisible(!text.isEmpty());
+}

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/Job.h"
+#include "base/Result.h"
+#include "contacts/book/Ignored.h"
+
+#include <QWidget>
+
+class QPushButton;
+class QTreeWidget;
+class WrappedText;
+
+/// What is ignored in the shared address book, and a button that brings back what is selected. Reads and writes in
+/// jobs.
+class IgnoredWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit IgnoredWindow(QWidget *parent = nullptr);
+
+    void reload();
+    void bringBack();
+
+    QTreeWidget *list() const { return m_list; }
+    QPushButton *bringBackButton() const { return m_bringBack; }
+
+Q_SIGNALS:
+    void loaded();
+    void broughtBack(const QStringList &uids); ///< whose findings are to be looked at again
+    void failed(const QString &reason);
+
+private:
+    void setUpList();
+    void showIgnored(const Result<std::vector<Ignored>> &ignored);
+    void say(const QString &text);
+
+    QTreeWidget *m_list;
+    WrappedText *m_message;
+    QPushButton *m_bringBack;
+    Job m_reader;
+    Job m_writer;
+};
