@@ -3,10 +3,12 @@
 #include "app/card/ContactCard.h"
 #include "app/exchange/ExportWindow.h"
 #include "app/exchange/ImportWindow.h"
+#include "app/history/HistoryWindow.h"
 #include "app/look/Appearance.h"
 #include "app/look/Colours.h"
 #include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
+#include "app/look/Strip.h"
 #include "app/results/FixAllDialog.h"
 #include "app/results/PreviewView.h"
 #include "app/results/ProgressWindow.h"
@@ -38,6 +40,7 @@
 #include <QTest>
 #include <QTreeView>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -127,6 +130,10 @@ private Q_SLOTS:
         OutlineViewController *controller = m_app->outlineViewController();
         QTRY_VERIFY(controller->selectedItem());
         QCOMPARE(controller->selectedItem()->name(), u"Ann Lee"_s);
+        QStringList counts; // of the conditions, as the preferences show them
+        for (int row = 0; row < m_app->conditions().rowCount(); ++row)
+            counts += m_app->conditions().index(row).data(ConditionListModel::CountRole).toString();
+        QCOMPARE(counts.join(u' '), u"0 0 0 0 0 0 0 0 2 0 0 0 0"_s);
         QVERIFY(window().results()->preview()->spokenText().contains(u"Suffix : XYZ"));
 
         QTreeView *tree = window().results()->outlineView();
@@ -142,8 +149,10 @@ private Q_SLOTS:
         QCOMPARE(controller->selectedItem()->name(), u"Ann Lee"_s);
         window().results()->fixButton()->setFocus();
         QTest::keyClick(window().results()->fixButton(), Qt::Key_Return);
-        QTRY_VERIFY(!window().results()); // nothing is left to repair
+        QTRY_VERIFY(!window().results());
         QVERIFY(contacts()->isVisible());
+        const auto *strip = window().findChild<Strip *>();
+        QTRY_VERIFY(strip && strip->isVisible() && strip->text() == u"Nothing left to repair");
         QCOMPARE(savedBook(),
             QByteArray("{\"uid\":\"1\",\"firstName\":\"Ann\",\"lastName\":\"Lee\"}\n"
                        "{\"uid\":\"2\",\"firstName\":\"Bo\",\"lastName\":\"Ng\"}\n"));
@@ -162,6 +171,10 @@ private Q_SLOTS:
         conditions.setData(conditions.index(0), {}, Qt::CheckStateRole);
         conditions.setData(conditions.index(0), {}, Qt::CheckStateRole);
         QCOMPARE(conditions.getSelectArray(), all.mid(1) + all.mid(0, 1));
+        conditions.selectAll(true);
+        QCOMPARE(conditions.getSelectArray(), all.mid(1) + all.mid(0, 1));
+        conditions.selectAll(false);
+        QVERIFY(conditions.getSelectArray().isEmpty());
         m_app->preferencesButtonClicled();
         auto *preferences = window().findChild<TableViewWindowController *>();
         auto *list = preferences->findChild<QListView *>();
@@ -352,6 +365,48 @@ private Q_SLOTS:
         QCOMPARE(savedBook(),
             QByteArray("{\"uid\":\"1\",\"firstName\":\"Bea\",\"suffix\":\"theirs\",\"note\":\"two\\nlines\","
                        "\"address\":[{\"label\":\"hut\",\"value\":{\"city\":\"Rome\"}}]}\n"));
+    }
+
+    void cardAddsFieldsAndSaysWhatIsWrong()
+    {
+        start({"{'uid':'1','firstName':'Ann'}", "{'uid':'2','firstName':'Bo'}"});
+        const auto people = ABAddressBook::sharedAddressBook()->people();
+        people.back()->setValue(u"Ng"_s, kABLastNameProperty);
+        QVERIFY(ABAddressBook::sharedAddressBook()->save());
+        m_app->editInAddressBook(people.front());
+        auto *card = window().findChild<ContactCard *>();
+        const auto named = [card](const QString &name) -> QLineEdit * {
+            for (auto *edit : card->findChildren<QLineEdit *>()) {
+                if (edit->accessibleName() == name)
+                    return edit;
+            }
+            return nullptr;
+        };
+        QVERIFY(named(u"Last name"_s)->isVisible() && !named(u"Suffix"_s)->isVisible());
+        QLineEdit *birthday = named(u"Birthday"_s);
+        QVERIFY(!birthday->isVisible());
+        const auto press = [card](const QString &text) {
+            for (auto *button : card->findChildren<QPushButton *>()) {
+                if (button->text() == text)
+                    return button->click();
+            }
+        };
+        press(u"+ Add Birthday"_s);
+        QTest::keyClicks(birthday, u"1987-07-32"_s);
+        const QString reason = birthday->accessibleDescription();
+        QVERIFY(reason.startsWith(u"Birthday: "));
+        const auto labels = card->findChildren<QLabel *>();
+        const auto isSaid = [&reason](const QLabel *label) { return label->isVisible() && label->text() == reason; };
+        QVERIFY(std::ranges::any_of(labels, isSaid));
+        QTest::keyClick(birthday, Qt::Key_Backspace);
+        QTest::keyClicks(birthday, u"1"_s);
+        QCOMPARE(birthday->accessibleDescription(), QString());
+        QVERIFY(std::ranges::none_of(labels, isSaid));
+        press(u"History of This Contact"_s);
+        auto *history = window().findChild<HistoryWindow *>();
+        QSignalSpy loaded(history, &HistoryWindow::loaded);
+        QTRY_COMPARE(loaded.count(), 1);
+        QCOMPARE(history->steps()->model()->rowCount(), 1); // the import, not what was done to the other
     }
 
     void cardTakesPicturesThatItCanShow()

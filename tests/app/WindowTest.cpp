@@ -26,6 +26,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTableView>
@@ -136,6 +137,33 @@ private Q_SLOTS:
         QCOMPARE(selectedName(), u"Ann Lee"_s);
         QTest::keyClick(tree(), Qt::Key_Right);
         QVERIFY(tree()->isExpanded(groups[1]) && isHighlighted(groups[0]));
+    }
+
+    /// Titles of groups and names lie over what is scrolled.
+    void whatIsCurrentIsNotCovered()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});
+        for (int i = 0; i < 40; ++i)
+            ABAddressBook::sharedAddressBook()->addRecord(std::make_shared<ABPerson>(
+                QString::number(100 + i), recordFromText("{'firstName':'Bo','lastName':'Ng','suffix':'XYZ'}").record));
+        QTableView *table = contacts()->table();
+        m_app->loadContactsViewController().getTableView()->setColumns(
+            {Field::FirstName, Field::LastName, Field::MiddleName, Field::Nickname, Field::Birthday, Field::Note});
+        for (int column = 2; column < 6; ++column)
+            table->setColumnWidth(column, 300);
+        table->setCurrentIndex(table->model()->index(0, 5));
+        while (table->currentIndex().column() > 3)
+            QTest::keyClick(table, Qt::Key_Left);
+        QVERIFY(table->horizontalScrollBar()->value() > 0);
+        QVERIFY(table->visualRect(table->currentIndex()).left() >= table->columnWidth(0) + table->columnWidth(1));
+
+        scan();
+        m_app->outlineViewController()->selectRow(40);
+        for (int i = 0; i < 20; ++i)
+            QTest::keyClick(tree(), Qt::Key_Up);
+        const QRect title = tree()->visualRect(tree()->currentIndex().parent());
+        QVERIFY(title.bottom() < 0);
+        QVERIFY(tree()->visualRect(tree()->currentIndex()).top() >= title.height());
     }
 
     void contactsAreComparedAndMerged()

@@ -52,6 +52,32 @@ private Q_SLOTS:
         QCOMPARE(found, lines);
     }
 
+    void changesAreMarked_data()
+    {
+        QTest::addColumn<QStringList>("marked");
+        const auto add = [](QLatin1StringView option, const char *marked) {
+            QTest::newRow(option.latin1()) << u(marked).split(u',');
+        };
+        add(kRemoveTheSuffix, "-x");
+        add(kHyphenateFirstName, "-A B,+A-B");
+        add(kConvertToCompany, "-person,+company");
+        add(kDeleteThisContact, "-A B L,-x");
+    }
+    void changesAreMarked()
+    {
+        QFETCH(const QStringList, marked);
+        Finding finding{Condition::UnusualSuffix, {}, {}, {}};
+        finding.person = std::make_shared<ABPerson>(
+            u("p"), recordFromText("{'firstName':'A B','lastName':'L','suffix':'x'}").record);
+        QStringList found;
+        const QLatin1StringView option(QTest::currentDataTag());
+        for (const PreviewField &field : FixPreview(finding).creatScrollerViewWithTitle(option).fields) {
+            if (field.change != PreviewChange::None)
+                found += (field.change == PreviewChange::Added ? u'+' : u'-') + field.text;
+        }
+        QCOMPARE(found, marked);
+    }
+
     void namesakesAreLookedUpInTheAddressBook()
     {
         const auto book = sharedBookOf({"{'uid':'a','firstName':'A','suffix':'x'}", "{'uid':'b','firstName':'B'}",

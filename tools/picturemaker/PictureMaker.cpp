@@ -143,7 +143,8 @@ bool PictureMaker::takeDialogs()
     bool isDone = preferences && save(*preferences, QStringLiteral("preferences"));
     preferences->close();
     m_delegate.exportClicked();
-    QDialog &panel = m_delegate.exportWindow();
+    ExportWindow &panel = m_delegate.exportWindow();
+    panel.setFolder(QStringLiteral("/home/ann/Documents"));
     isDone =
         isDone && waitFor([&] { return panel.isVisible(); }, "The export") && save(panel, QStringLiteral("export"));
     panel.close();

@@ -174,7 +174,7 @@ QWidget *ContactCard::makeTexts()
     layout->addWidget(makeSection(tr("Name"), kNameTexts));
     FieldSection *work = makeSection(tr("Work"), kWorkTexts);
     m_isCompany->setChecked(m_before->flags().value_or(0) & kABShowAsCompany);
-    work->add(tr("Shown as"), m_isCompany, m_isCompany->isChecked());
+    work->add(tr("Kind of contact"), m_isCompany, m_isCompany->isChecked());
     layout->addWidget(work);
     layout->addWidget(makeBirthday());
     layout->addWidget(makeNote());

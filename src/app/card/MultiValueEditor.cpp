@@ -83,6 +83,7 @@ void MultiValueEditor::addRow(const ABMultiValue::Entry &entry, bool isNew)
     row.label->setEditable(true);
     row.label->setAccessibleName(tr("Label"));
     row.label->lineEdit()->setAccessibleName(tr("Label"));
+    row.label->lineEdit()->setPlaceholderText(tr("Label"));
     for (const QString &label : standardLabels(m_property))
         row.label->addItem(readableLabel(label), label);
     row.label->setEditText(row.shownLabel);
@@ -107,6 +108,7 @@ void MultiValueEditor::addRow(const ABMultiValue::Entry &entry, bool isNew)
     auto *remove = new QToolButton(widget);
     remove->setIcon(symbol(QStringLiteral("remove"), ColourRole::Quiet));
     remove->setAutoRaise(true);
+    remove->setFixedHeight(row.label->sizeHint().height());
     remove->setToolTip(tr("Remove"));
     remove->setAccessibleName(tr("Remove this entry of %1").arg(title()));
     connect(remove, &QToolButton::clicked, this, [this, widget] { removeRow(widget); });
@@ -128,6 +130,7 @@ void MultiValueEditor::removeRow(const QWidget *widget)
 QLineEdit *MultiValueEditor::addText(Row &row, const QString &title, const QString *text)
 {
     auto *edit = new QLineEdit(text ? *text : QString(), row.widget);
+    edit->setCursorPosition(0); // or the start of a long text is out of view
     edit->setPlaceholderText(title);
     edit->setAccessibleName(title);
     row.texts.push_back(edit);

@@ -80,8 +80,7 @@ QWidget *CompareWindow::makeFoot()
     connect(m_cancel, &QPushButton::clicked, this, &CompareWindow::reject);
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(8);
-    buttons->addWidget(m_summary, 1);
-    buttons->addWidget(m_toNote);
+    buttons->addWidget(m_toNote, 1);
     buttons->addWidget(m_different);
     buttons->addWidget(m_cancel);
     buttons->addWidget(m_merge);
@@ -89,6 +88,7 @@ QWidget *CompareWindow::makeFoot()
     auto *layout = new QVBoxLayout(foot);
     layout->setContentsMargins(16, 12, 16, 12);
     layout->addWidget(m_message);
+    layout->addWidget(m_summary);
     layout->addLayout(buttons);
     return foot;
 }

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
 
@@ -153,6 +154,8 @@ void CalmStyle::polish(QWidget *widget)
     QProxyStyle::polish(widget);
     if (auto *view = qobject_cast<QAbstractItemView *>(widget))
         view->viewport()->setAttribute(Qt::WA_Hover); // or cells are not told about the mouse
+    if (auto *text = qobject_cast<QPlainTextEdit *>(widget))
+        text->viewport()->setAutoFillBackground(false); // over the round ground
 }
 
 void CalmStyle::drawPrimitive(
@@ -177,6 +180,8 @@ void CalmStyle::drawPrimitive(
     case PE_Frame:
         if (qobject_cast<const QLabel *>(widget))
             drawChip(*option, ColourRole::Ground, *painter);
+        else if (qobject_cast<const QPlainTextEdit *>(widget))
+            drawField(*option, fieldGround(widget), false, *painter);
         else
             drawFrame(*option, *painter);
         return;

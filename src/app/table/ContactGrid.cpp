@@ -111,7 +111,9 @@ private:
         if (at.y() < 0)
             return;
         QMouseEvent sent(event.type(), at, event.globalPosition(), event.button(), event.buttons(), event.modifiers());
+        const int scrolled = m_grid.horizontalScrollBar()->value();
         QApplication::sendEvent(m_grid.verticalHeader()->viewport(), &sent);
+        m_grid.horizontalScrollBar()->setValue(scrolled); // the row's first cell has become the current one
         m_grid.setFocus(Qt::MouseFocusReason);
     }
 
