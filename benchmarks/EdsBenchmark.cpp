@@ -94,7 +94,7 @@ void saveOne(benchmark::State &state)
     int round = 0;
     for (auto _ : state) {
         auto after = std::make_shared<PersonRecord>(*person.record);
-        after->setText(ABProperty::Note, QString::number(++round));
+        after->setText(kABNoteProperty, QString::number(++round));
         if (!(*store)->commit({{person.uid, person.record, after}}) || !(*store)->takeChangesFromOutside())
             state.SkipWithError("not saved");
         person.record = after;

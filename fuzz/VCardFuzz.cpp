@@ -11,9 +11,9 @@ void demandUpdate(const QByteArray &card)
     if (!before.record)
         return;
     PersonRecord after = *before.record;
-    after.removeValue(ABProperty::Phone);
-    after.removeValue(ABProperty::JobTitle);
-    after.setText(ABProperty::FirstName, QStringLiteral("new"));
+    after.removeValue(kABPhoneProperty);
+    after.removeValue(kABJobTitleProperty);
+    after.setText(kABFirstNameProperty, QStringLiteral("new"));
     const QByteArray text = updateCard(card, {before.uid, *before.record, after, VCardForm::V3});
     if (text.isNull())
         return;

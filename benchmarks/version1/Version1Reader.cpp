@@ -52,7 +52,7 @@ std::string nameOf(QLatin1StringView name)
 /// Parts that many people share; a street or an account is as good as unique and not worth looking up.
 bool isCommon(ABKey key)
 {
-    return key != ABKey::AddressStreet && key != ABKey::InstantMessageUsername && key != ABKey::SocialProfileUsername;
+    return key != kABAddressStreetKey && key != kABInstantMessageUsernameKey && key != kABSocialProfileUsernameKey;
 }
 
 } // namespace

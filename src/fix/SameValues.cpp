@@ -84,11 +84,11 @@ bool sayTheSame(ABProperty property, const QString &a, const QString &b)
     if (a.isEmpty() || b.isEmpty())
         return false;
     switch (property) {
-    case ABProperty::Phone:
+    case kABPhoneProperty:
         return isSamePhone(a, b);
-    case ABProperty::Email:
+    case kABEmailProperty:
         return a.trimmed().toCaseFolded() == b.trimmed().toCaseFolded();
-    case ABProperty::Urls:
+    case kABURLsProperty:
         return withoutScheme(a.trimmed().toCaseFolded()) == withoutScheme(b.trimmed().toCaseFolded());
     default:
         break;

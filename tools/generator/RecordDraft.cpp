@@ -112,7 +112,7 @@ RecordDraft::RecordDraft(const Name &name, qint64 index, SplitMix64 random)
 void RecordDraft::makeCompany()
 {
     m_record.setFlags(kABShowAsCompany);
-    if (!m_record.text(ABProperty::Organization))
+    if (!m_record.text(kABOrganizationProperty))
         addOrganization();
 }
 
@@ -126,31 +126,31 @@ void RecordDraft::addFault(Condition condition)
     switch (condition) {
     case Condition::SingleName:
         // Only the exact value of a company excuses a missing name; 17 holds the same bit and another one.
-        m_record.removeValue(ABProperty::Flags);
+        m_record.removeValue(kABPersonFlags);
         if (m_random.percent(30))
             m_record.setFlags(m_random.percent(50) ? 0 : 17);
         break;
     case Condition::BlankName:
-        m_record.removeValue(ABProperty::FirstName);
-        m_record.removeValue(ABProperty::LastName);
+        m_record.removeValue(kABFirstNameProperty);
+        m_record.removeValue(kABLastNameProperty);
         break;
     case Condition::SpaceInFirstName: {
         const QString &second = m_random.pick(m_culture.firstNames).text;
         const Texts forms{m_name.first % u' ' % second, u' ' % m_name.first, m_name.first % u' '};
-        m_record.setText(ABProperty::FirstName, m_random.pick(forms));
+        m_record.setText(kABFirstNameProperty, m_random.pick(forms));
         break;
     }
     case Condition::UnusualTitle:
-        m_record.setText(ABProperty::Title, m_random.pick(unusualTitles()));
+        m_record.setText(kABTitleProperty, m_random.pick(unusualTitles()));
         break;
     case Condition::UnusualSuffix:
-        m_record.setText(ABProperty::Suffix, m_random.pick(unusualSuffixes()));
+        m_record.setText(kABSuffixProperty, m_random.pick(unusualSuffixes()));
         break;
     case Condition::EmptyNotes:
-        m_record.setText(ABProperty::Note, QString(1 + m_random.below(5), u' '));
+        m_record.setText(kABNoteProperty, QString(1 + m_random.below(5), u' '));
         break;
     case Condition::EmptyNickname:
-        m_record.setText(ABProperty::Nickname, QString(1 + m_random.below(3), u' '));
+        m_record.setText(kABNicknameProperty, QString(1 + m_random.below(3), u' '));
         break;
     case Condition::InvalidChar:
         addInvalidText();
@@ -174,10 +174,10 @@ void RecordDraft::addFault(Condition condition)
 
 PersonRecord RecordDraft::finish()
 {
-    m_record.setMultiValue(ABProperty::Email, ABMultiValue(std::move(m_emails)));
-    m_record.setMultiValue(ABProperty::Phone, ABMultiValue(std::move(m_phones)));
+    m_record.setMultiValue(kABEmailProperty, ABMultiValue(std::move(m_emails)));
+    m_record.setMultiValue(kABPhoneProperty, ABMultiValue(std::move(m_phones)));
     if (!m_addresses.empty())
-        m_record.setMultiValue(ABProperty::Address, ABMultiValue(std::move(m_addresses)));
+        m_record.setMultiValue(kABAddressProperty, ABMultiValue(std::move(m_addresses)));
     return std::move(m_record);
 }
 
@@ -187,22 +187,22 @@ void RecordDraft::addNames()
         if (!text.isNull())
             m_record.setText(property, text);
     };
-    setUnlessNull(ABProperty::FirstName, m_name.first);
-    setUnlessNull(ABProperty::LastName, m_name.last);
+    setUnlessNull(kABFirstNameProperty, m_name.first);
+    setUnlessNull(kABLastNameProperty, m_name.last);
     if (m_culture.phonetic && m_random.percent(60)) {
-        setUnlessNull(ABProperty::PhoneticFirstName, capitalized(m_name.asciiFirst));
-        setUnlessNull(ABProperty::PhoneticLastName, capitalized(m_name.asciiLast));
+        setUnlessNull(kABFirstNamePhoneticProperty, capitalized(m_name.asciiFirst));
+        setUnlessNull(kABLastNamePhoneticProperty, capitalized(m_name.asciiLast));
     }
     if (m_random.percent(25))
-        m_record.setText(ABProperty::MiddleName, m_random.pick(m_culture.firstNames).text);
+        m_record.setText(kABMiddleNameProperty, m_random.pick(m_culture.firstNames).text);
     if (m_random.percent(4))
-        m_record.setText(ABProperty::MaidenName, m_random.pick(m_culture.lastNames).text);
+        m_record.setText(kABMaidenNameProperty, m_random.pick(m_culture.lastNames).text);
     if (m_random.percent(20))
-        m_record.setText(ABProperty::Nickname, m_random.pick(commonWords().nicknames));
+        m_record.setText(kABNicknameProperty, m_random.pick(commonWords().nicknames));
     if (m_random.percent(30))
-        m_record.setText(ABProperty::Title, m_random.pick(titles()));
+        m_record.setText(kABTitleProperty, m_random.pick(titles()));
     if (m_random.percent(8))
-        m_record.setText(ABProperty::Suffix, m_random.pick(suffixes()));
+        m_record.setText(kABSuffixProperty, m_random.pick(suffixes()));
     if (m_random.percent(35))
         m_record.setBirthday(QDate{1935 + static_cast<int>(m_random.below(75)),
             1 + static_cast<int>(m_random.below(12)), 1 + static_cast<int>(m_random.below(28))});
@@ -212,7 +212,7 @@ void RecordDraft::addOrganization()
 {
     QString organization = m_random.pick(m_culture.organizations);
     organization.replace(u'*', m_random.pick(m_culture.lastNames).text);
-    m_record.setText(ABProperty::Organization, organization);
+    m_record.setText(kABOrganizationProperty, organization);
 }
 
 void RecordDraft::addWork()
@@ -224,9 +224,9 @@ void RecordDraft::addWork()
     else
         return;
     if (m_random.percent(55))
-        m_record.setText(ABProperty::Department, m_random.pick(m_culture.departments));
+        m_record.setText(kABDepartmentProperty, m_random.pick(m_culture.departments));
     if (m_random.percent(80))
-        m_record.setText(ABProperty::JobTitle, m_random.pick(m_culture.jobTitles));
+        m_record.setText(kABJobTitleProperty, m_random.pick(m_culture.jobTitles));
 }
 
 void RecordDraft::addEmails()
@@ -271,21 +271,21 @@ void RecordDraft::addOnlineAccounts()
             label(kABHomePageLabel, kABWorkLabel));
         if (m_random.percent(15))
             urls.addValue(QString(QStringLiteral("https://") % host), label(kABWorkLabel, kABOtherLabel));
-        m_record.setMultiValue(ABProperty::Urls, urls);
+        m_record.setMultiValue(kABURLsProperty, urls);
     }
     if (m_random.percent(25)) {
         ABMutableMultiValue accounts;
         const ABDictionary parts{
             {kABInstantMessageServiceKey, m_random.pick(messageServices())}, {kABInstantMessageUsernameKey, account}};
         accounts.addValue(parts, label(kABHomeLabel, kABWorkLabel));
-        m_record.setMultiValue(ABProperty::InstantMessage, accounts);
+        m_record.setMultiValue(kABInstantMessageProperty, accounts);
     }
     if (m_random.percent(35)) {
         ABMutableMultiValue profiles;
         const ABDictionary parts{
             {kABSocialProfileServiceKey, m_random.pick(socialServices())}, {kABSocialProfileUsernameKey, account}};
         profiles.addValue(parts, label(kABHomeLabel, kABWorkLabel));
-        m_record.setMultiValue(ABProperty::SocialProfile, profiles);
+        m_record.setMultiValue(kABSocialProfileProperty, profiles);
     }
 }
 
@@ -300,7 +300,7 @@ void RecordDraft::addRelatedNames()
         const QString &relation = m_random.pick(relationLabels());
         relatives.addValue(QString(first % u' ' % last), label(relation, relation));
     }
-    m_record.setMultiValue(ABProperty::RelatedNames, relatives);
+    m_record.setMultiValue(kABRelatedNamesProperty, relatives);
 }
 
 void RecordDraft::addNotes()
@@ -311,7 +311,7 @@ void RecordDraft::addNotes()
     QString note = m_random.pick(m_culture.notes);
     while (note.size() < atLeast)
         note += u' ' + m_random.pick(m_culture.notes);
-    m_record.setText(ABProperty::Note, note);
+    m_record.setText(kABNoteProperty, note);
 }
 
 void RecordDraft::addInvalidText()

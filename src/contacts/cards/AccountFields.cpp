@@ -30,16 +30,16 @@ QString serviceText(std::string_view word)
 const QString *placeLabel(const CardLine &line)
 {
     quint16 plainTypes = 0;
-    return labelOfTypes(ABProperty::InstantMessage, line.types, plainTypes);
+    return labelOfTypes(kABInstantMessageProperty, line.types, plainTypes);
 }
 
 bool addAccount(CardDraft &draft, const CardLine &line, const QString &service, std::string_view username)
 {
     ABDictionary account;
     if (!service.isEmpty())
-        account.setValue(service, ABKey::InstantMessageService);
+        account.setValue(service, kABInstantMessageServiceKey);
     if (!username.empty())
-        account.setValue(unescaped(username), ABKey::InstantMessageUsername);
+        account.setValue(unescaped(username), kABInstantMessageUsernameKey);
     draft.addEntry(line, draft.labelOf(line, placeLabel(line)), std::move(account), true);
     return true;
 }
@@ -48,9 +48,9 @@ bool addProfile(CardDraft &draft, const CardLine &line, const QString &service, 
 {
     ABDictionary profile;
     if (!service.isEmpty())
-        profile.setValue(service, ABKey::SocialProfileService);
+        profile.setValue(service, kABSocialProfileServiceKey);
     if (!username.isEmpty())
-        profile.setValue(username, ABKey::SocialProfileUsername);
+        profile.setValue(username, kABSocialProfileUsernameKey);
     const QString *place = placeLabel(line);
     // The program shows profiles under this label only.
     const QString label = draft.labelOf(line, place ? place : &kABHomeLabel);
@@ -163,13 +163,13 @@ bool readTwitter(CardDraft &draft, const CardLine &line)
 
 void mergeAccounts(CardDraft &draft)
 {
-    auto &entries = draft.entries(ABProperty::InstantMessage);
+    auto &entries = draft.entries(kABInstantMessageProperty);
     if (!draft.hasAccountLines || entries.size() < 2)
         return;
     // One source per entry, since each of these lines has one.
     std::vector<CardDraft::Source *> sources;
     for (auto &source : draft.sources()) {
-        if (source.line->area() == areaOf(ABProperty::InstantMessage))
+        if (source.line->area() == areaOf(kABInstantMessageProperty))
             sources.push_back(&source);
     }
     struct First
@@ -184,7 +184,7 @@ void mergeAccounts(CardDraft &draft)
             const QString *text = entries[i].dictionary().valueForKey(key);
             return text ? text->toCaseFolded() : QString();
         };
-        const QString key = part(ABKey::InstantMessageService) % u'\n' % part(ABKey::InstantMessageUsername);
+        const QString key = part(kABInstantMessageServiceKey) % u'\n' % part(kABInstantMessageUsernameKey);
         const bool isOfService = sources[i]->line->row->read == readAccount;
         const auto [place, isFirst] = firsts.try_emplace(key.toStdString(), First{merged.size(), isOfService});
         if (isFirst || place->second.isOfService == isOfService) {
@@ -203,8 +203,8 @@ void mergeAccounts(CardDraft &draft)
 void writeAccounts(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
     for (const auto &entry : entriesOf(person.record, row.area)) {
-        const QString *service = entry.dictionary().valueForKey(ABKey::InstantMessageService);
-        const QString *username = entry.dictionary().valueForKey(ABKey::InstantMessageUsername);
+        const QString *service = entry.dictionary().valueForKey(kABInstantMessageServiceKey);
+        const QString *username = entry.dictionary().valueForKey(kABInstantMessageUsernameKey);
         const CardService *known = service ? serviceOfText(*service) : nullptr;
         const std::string word = known ? known->word.data() : service ? paramOf(*service) : std::string();
         std::string value(known ? known->scheme.data() : kNeutralScheme);
@@ -216,8 +216,8 @@ void writeAccounts(const CardRow &row, const CardPerson &person, CardUnits &unit
 void writeProfiles(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
     for (const auto &entry : entriesOf(person.record, row.area)) {
-        const QString *service = entry.dictionary().valueForKey(ABKey::SocialProfileService);
-        const QString *username = entry.dictionary().valueForKey(ABKey::SocialProfileUsername);
+        const QString *service = entry.dictionary().valueForKey(kABSocialProfileServiceKey);
+        const QString *username = entry.dictionary().valueForKey(kABSocialProfileUsernameKey);
         const std::string word = service && isNetworkWord(service->toStdString()) ? paramOf(*service) : std::string();
         const std::string user = username ? paramOf(*username) : std::string();
         std::string params;

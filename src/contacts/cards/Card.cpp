@@ -70,7 +70,7 @@ bool Card::holdsValue(const CardLine &line) const
     const auto alone = [&] { return recordOfLines({asWritten(line)}).record; };
     if (line.area() == CardArea::Picture)
         return line.value.find("file://") != std::string_view::npos || alone()->imageData();
-    if (line.area() != areaOf(ABProperty::Flags))
+    if (line.area() != areaOf(kABPersonFlags))
         return true;
     const PersonRecordPtr record = alone();
     return !record || record->flags();

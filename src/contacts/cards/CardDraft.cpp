@@ -91,7 +91,7 @@ ImportedRecord CardDraft::finish()
 
 std::vector<ABMultiValue::Entry> &CardDraft::entries(ABProperty property)
 {
-    return m_entries.at(static_cast<std::size_t>(property) - static_cast<std::size_t>(ABProperty::Email));
+    return m_entries.at(static_cast<std::size_t>(property) - static_cast<std::size_t>(kABEmailProperty));
 }
 
 void CardDraft::addSource(const CardLine &line, bool holdsMore)
@@ -140,11 +140,11 @@ void CardDraft::lose(const CardLine &line, const QString &reason)
 void CardDraft::storeCollected()
 {
     if (noteLines > 0)
-        m_record->setText(ABProperty::Note, std::exchange(note, {}));
+        m_record->setText(kABNoteProperty, std::exchange(note, {}));
     for (std::size_t slot = 0; slot < kMultiCount; ++slot) {
         if (m_entries.at(slot).empty())
             continue;
-        const auto property = static_cast<ABProperty>(slot + static_cast<std::size_t>(ABProperty::Email));
+        const auto property = static_cast<ABProperty>(slot + static_cast<std::size_t>(kABEmailProperty));
         m_record->setMultiValue(property, ABMultiValue(std::exchange(m_entries.at(slot), {})));
     }
 }

@@ -71,7 +71,7 @@ public:
 
 private:
     static constexpr std::size_t kMultiCount =
-        static_cast<std::size_t>(ABProperty::SocialProfile) - static_cast<std::size_t>(ABProperty::Email) + 1;
+        static_cast<std::size_t>(kABSocialProfileProperty) - static_cast<std::size_t>(kABEmailProperty) + 1;
 
     void findGroups(std::span<const CardLine> lines);
 

@@ -11,36 +11,36 @@ bool passOver(CardDraft &, const CardLine &)
     return true;
 }
 
-constexpr auto kName = areaOf(ABProperty::FirstName);
-constexpr auto kBirthday = areaOf(ABProperty::Birthday);
-constexpr auto kFlags = areaOf(ABProperty::Flags);
-constexpr auto kRelations = areaOf(ABProperty::RelatedNames);
-constexpr auto kAccounts = areaOf(ABProperty::InstantMessage);
-constexpr auto kProfiles = areaOf(ABProperty::SocialProfile);
+constexpr auto kName = areaOf(kABFirstNameProperty);
+constexpr auto kBirthday = areaOf(kABBirthdayProperty);
+constexpr auto kFlags = areaOf(kABPersonFlags);
+constexpr auto kRelations = areaOf(kABRelatedNamesProperty);
+constexpr auto kAccounts = areaOf(kABInstantMessageProperty);
+constexpr auto kProfiles = areaOf(kABSocialProfileProperty);
 
 /// Labels and country codes are read with the value they belong to.
 constexpr std::array kRows{
     CardRow{"BEGIN", CardArea::Begin, passOver},
     CardRow{"END", CardArea::End, passOver},
     CardRow{"VERSION", CardArea::Version, passOver},
-    CardRow{"UID", areaOf(ABProperty::Uid), readUid, writeUid},
+    CardRow{"UID", areaOf(kABUIDProperty), readUid, writeUid},
     CardRow{"N", kName, readName, writeName},
     CardRow{"FN", CardArea::Display, readFormattedName, writeFormattedName},
-    CardRow{"X-PHONETIC-FIRST-NAME", areaOf(ABProperty::PhoneticFirstName), readText, writeText},
-    CardRow{"X-PHONETIC-LAST-NAME", areaOf(ABProperty::PhoneticLastName), readText, writeText},
-    CardRow{"X-MAIDENNAME", areaOf(ABProperty::MaidenName), readText, writeText},
-    CardRow{"NICKNAME", areaOf(ABProperty::Nickname), readText, writeText},
-    CardRow{"ORG", areaOf(ABProperty::Organization), readOrganization, writeOrganization},
-    CardRow{"TITLE", areaOf(ABProperty::JobTitle), readText, writeText},
-    CardRow{"NOTE", areaOf(ABProperty::Note), readNote, writeText},
+    CardRow{"X-PHONETIC-FIRST-NAME", areaOf(kABFirstNamePhoneticProperty), readText, writeText},
+    CardRow{"X-PHONETIC-LAST-NAME", areaOf(kABLastNamePhoneticProperty), readText, writeText},
+    CardRow{"X-MAIDENNAME", areaOf(kABMaidenNameProperty), readText, writeText},
+    CardRow{"NICKNAME", areaOf(kABNicknameProperty), readText, writeText},
+    CardRow{"ORG", areaOf(kABOrganizationProperty), readOrganization, writeOrganization},
+    CardRow{"TITLE", areaOf(kABJobTitleProperty), readText, writeText},
+    CardRow{"NOTE", areaOf(kABNoteProperty), readNote, writeText},
     CardRow{"BDAY", kBirthday, readBirthday, writeBirthday, printBirthday},
     CardRow{"X-EVOLUTION-BIRTHDAY", kBirthday, readBirthday, nullptr, nullptr, true},
     CardRow{"X-ABShowAs", kFlags, readShowAs, writeShowAs},
     CardRow{"KIND", kFlags, readKind},
     CardRow{"X-ADDRESSBOOKSERVER-KIND", kFlags, readKind},
-    CardRow{"EMAIL", areaOf(ABProperty::Email), readEntry, writeEntries, printLabelled},
-    CardRow{"TEL", areaOf(ABProperty::Phone), readPhone, writeEntries, printLabelled},
-    CardRow{"URL", areaOf(ABProperty::Urls), readEntry, writeEntries},
+    CardRow{"EMAIL", areaOf(kABEmailProperty), readEntry, writeEntries, printLabelled},
+    CardRow{"TEL", areaOf(kABPhoneProperty), readPhone, writeEntries, printLabelled},
+    CardRow{"URL", areaOf(kABURLsProperty), readEntry, writeEntries},
     CardRow{"X-ABRELATEDNAMES", kRelations, readRelatedName, writeEntries},
     CardRow{"RELATED", kRelations, readRelated},
     CardRow{"X-SPOUSE", kRelations, readRelation},
@@ -49,7 +49,7 @@ constexpr std::array kRows{
     CardRow{"X-EVOLUTION-SPOUSE", kRelations, readRelation},
     CardRow{"X-EVOLUTION-MANAGER", kRelations, readRelation},
     CardRow{"X-EVOLUTION-ASSISTANT", kRelations, readRelation},
-    CardRow{"ADR", areaOf(ABProperty::Address), readAddress, writeAddresses, printLabelled},
+    CardRow{"ADR", areaOf(kABAddressProperty), readAddress, writeAddresses, printLabelled},
     CardRow{"X-ABLabel", CardArea::Label, passOver},
     CardRow{"X-ABADR", CardArea::CountryCode, passOver},
     CardRow{"IMPP", kAccounts, readInstantMessage, writeAccounts},

@@ -27,13 +27,13 @@ enum class CardArea : quint8 {
 constexpr CardArea areaOf(ABProperty property)
 {
     switch (property) {
-    case ABProperty::LastName:
-    case ABProperty::MiddleName:
-    case ABProperty::Title:
-    case ABProperty::Suffix:
-        return static_cast<CardArea>(ABProperty::FirstName);
-    case ABProperty::Department:
-        return static_cast<CardArea>(ABProperty::Organization);
+    case kABLastNameProperty:
+    case kABMiddleNameProperty:
+    case kABTitleProperty:
+    case kABSuffixProperty:
+        return static_cast<CardArea>(kABFirstNameProperty);
+    case kABDepartmentProperty:
+        return static_cast<CardArea>(kABOrganizationProperty);
     default:
         return static_cast<CardArea>(property);
     }
@@ -42,7 +42,7 @@ constexpr CardArea areaOf(ABProperty property)
 /// Whether the area is a list of entries.
 constexpr bool isList(CardArea area)
 {
-    return area >= areaOf(ABProperty::Email) && area <= areaOf(ABProperty::SocialProfile);
+    return area >= areaOf(kABEmailProperty) && area <= areaOf(kABSocialProfileProperty);
 }
 
 struct CardPerson

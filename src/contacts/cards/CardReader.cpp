@@ -163,14 +163,14 @@ void CardReader::keepFormattedName()
 void CardReader::keepSource(const CardDraft::Source &source)
 {
     const CardArea area = source.line->area();
-    const bool isOneOfNotes = area == areaOf(ABProperty::Note) && m_draft.noteLines > 1;
+    const bool isOneOfNotes = area == areaOf(kABNoteProperty) && m_draft.noteLines > 1;
     const CardDraft::Group *group = m_draft.groupOf(*source.line);
     const bool groupMatters = group && (group->hasKeptLines || !isNumberedItem(group->name));
     if (!source.holdsMore && !groupMatters && !isOneOfNotes)
         return;
     const std::string text = sourceLines(source, groupMatters ? group : nullptr);
     const std::string *plain = plainOf(area, source.entry);
-    const bool mayHaveMore = isOneOfNotes || (area == areaOf(ABProperty::InstantMessage) && m_draft.hasAccountLines);
+    const bool mayHaveMore = isOneOfNotes || (area == areaOf(kABInstantMessageProperty) && m_draft.hasAccountLines);
     if (plain && text == *plain && !mayHaveMore)
         return;
     if (mayHaveMore) {
@@ -198,7 +198,7 @@ std::string CardReader::sourceLines(const CardDraft::Source &source, const CardD
     const CardDraft::Group *own = m_draft.groupOf(line);
     const bool usesLabel = own && own->label && own->labelUsed && isList(line.area());
     const bool usesCountry =
-        own && own->countryCode && own->countryCodeUsed && line.area() == areaOf(ABProperty::Address);
+        own && own->countryCode && own->countryCodeUsed && line.area() == areaOf(kABAddressProperty);
     std::string_view name;
     if (group)
         name = group->name;

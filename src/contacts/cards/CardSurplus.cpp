@@ -54,12 +54,12 @@ std::string mergedValue(const CardLine &old, const CardLine &line)
         std::string parts(takePart(from));
         return parts.append(";").append(takePart(from));
     };
-    if (line.area() == areaOf(ABProperty::Address)) { // post-office box and extended address
+    if (line.area() == areaOf(kABAddressProperty)) { // post-office box and extended address
         twoParts(rest);
         return twoParts(oldRest).append(";").append(rest);
     }
     twoParts(oldRest);
-    if (line.area() != areaOf(ABProperty::Organization) || oldRest.empty())
+    if (line.area() != areaOf(kABOrganizationProperty) || oldRest.empty())
         return std::string(line.value);
     const std::string_view organization = takePart(rest);
     return std::string(organization).append(";").append(takePart(rest)).append(";").append(oldRest);
@@ -81,10 +81,10 @@ std::array<QString, 8> fileAsTexts(const PersonRecord &record)
 {
     const QString comma = QStringLiteral(", ");
     const QString blank = QStringLiteral(" ");
-    const QString last = part(record, ABProperty::LastName);
-    const QString first = part(record, ABProperty::FirstName);
-    const QString company = part(record, ABProperty::Organization);
-    const QString given = joined(first, blank, part(record, ABProperty::MiddleName));
+    const QString last = part(record, kABLastNameProperty);
+    const QString first = part(record, kABFirstNameProperty);
+    const QString company = part(record, kABOrganizationProperty);
+    const QString given = joined(first, blank, part(record, kABMiddleNameProperty));
     const QString inBrackets = company.isEmpty() ? QString() : QString(u'(' % company % u')');
     const QString filed = joined(last, comma, given);
     return {filed, joined(last, comma, first), joined(given, blank, last), joined(first, blank, last),

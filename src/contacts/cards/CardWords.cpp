@@ -129,7 +129,7 @@ quint16 paramBit(std::string_view word)
 const QString *labelOfTypes(ABProperty property, quint16 types, quint16 &plainTypes)
 {
     for (const TypeLabel &row : kTypeLabels) {
-        if ((types & row.needed) != row.needed || (row.ofPhonesOnly && property != ABProperty::Phone))
+        if ((types & row.needed) != row.needed || (row.ofPhonesOnly && property != kABPhoneProperty))
             continue;
         plainTypes = row.written;
         return &row.label;
@@ -141,17 +141,17 @@ const QString *labelOfTypes(ABProperty property, quint16 types, quint16 &plainTy
 QLatin1StringView typesOfLabel(ABProperty property, const QString &label)
 {
     const auto *found = std::ranges::find_if(kTypeLabels, [&](const TypeLabel &row) {
-        return row.label == label && (!row.ofPhonesOnly || property == ABProperty::Phone)
-            && property != ABProperty::RelatedNames; // a relation is not at a place
+        return row.label == label && (!row.ofPhonesOnly || property == kABPhoneProperty)
+            && property != kABRelatedNamesProperty; // a relation is not at a place
     });
     return found == std::end(kTypeLabels) ? QLatin1StringView() : found->words;
 }
 
 quint16 assumedTypes(ABProperty property)
 {
-    return property == ABProperty::Phone ? CardType::Voice
-        : property == ABProperty::Email  ? CardType::Internet
-                                         : quint16(0);
+    return property == kABPhoneProperty ? CardType::Voice
+        : property == kABEmailProperty  ? CardType::Internet
+                                        : quint16(0);
 }
 
 const QString *relationLabel(std::string_view word)

@@ -7,7 +7,7 @@
 namespace {
 
 constexpr std::array kAddressParts{
-    ABKey::AddressStreet, ABKey::AddressCity, ABKey::AddressState, ABKey::AddressZip, ABKey::AddressCountry};
+    kABAddressStreetKey, kABAddressCityKey, kABAddressStateKey, kABAddressZIPKey, kABAddressCountryKey};
 
 /// The label that a line's TYPE words stand for, unless one is spelled out, and whether the words say more than that.
 struct TypeLabel
@@ -95,7 +95,7 @@ QString relationOf(const CardLine &line)
 /// Cities and countries repeat from card to card; streets and codes hardly do.
 bool isShared(ABKey key)
 {
-    return key != ABKey::AddressStreet && key != ABKey::AddressZip;
+    return key != kABAddressStreetKey && key != kABAddressZIPKey;
 }
 
 } // namespace
@@ -132,7 +132,7 @@ bool readAddress(CardDraft &draft, const CardLine &line)
     CardDraft::Group *group = draft.groupOf(line);
     if (group && group->countryCode) {
         group->countryCodeUsed = true;
-        address.setValue(unescaped(group->countryCode->value), ABKey::AddressCountryCode);
+        address.setValue(unescaped(group->countryCode->value), kABAddressCountryCodeKey);
     }
     const TypeLabel type(draft, line);
     draft.addEntry(line, type.label, std::move(address), holdsMore || type.wordsSayMore || line.hasUnusualParams());
@@ -185,7 +185,7 @@ std::string entryUnit(
 
 void writeEntries(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
-    const Escapes escapes = row.area == areaOf(ABProperty::Urls) ? Escapes::OnlyBackslashAndNewline : Escapes::All;
+    const Escapes escapes = row.area == areaOf(kABURLsProperty) ? Escapes::OnlyBackslashAndNewline : Escapes::All;
     for (const auto &entry : entriesOf(person.record, row.area))
         units.push_back(entryUnit(row, entry.label, {}, escaped(entry.text(), escapes)));
 }
@@ -199,7 +199,7 @@ void writeAddresses(const CardRow &row, const CardPerson &person, CardUnits &uni
             value.append(";").append(part ? escaped(*part) : std::string());
         }
         units.push_back(
-            entryUnit(row, entry.label, {}, value, entry.dictionary().valueForKey(ABKey::AddressCountryCode)));
+            entryUnit(row, entry.label, {}, value, entry.dictionary().valueForKey(kABAddressCountryCodeKey)));
     }
 }
 

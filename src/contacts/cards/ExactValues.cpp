@@ -22,7 +22,7 @@ void copy(std::optional<ABProperty> property, const CardValues &from, CardValues
 {
     if (!property) {
         to.record.setImageData(from.record.imageData() ? *from.record.imageData() : QByteArray());
-    } else if (property == ABProperty::Uid) {
+    } else if (property == kABUIDProperty) {
         to.uid = from.uid;
     } else {
         to.record.removeValue(*property);
@@ -32,7 +32,7 @@ void copy(std::optional<ABProperty> property, const CardValues &from, CardValues
 
 bool isSame(std::optional<ABProperty> property, const CardValues &a, const CardValues &b)
 {
-    if (property == ABProperty::Uid)
+    if (property == kABUIDProperty)
         return a.uid == b.uid;
     if (property)
         return a.record.value(*property) == b.record.value(*property);
@@ -76,14 +76,14 @@ bool isSayableValue(const QString *text)
 
 bool isSayableAccount(const ABDictionary &account)
 {
-    const QString *service = account.valueForKey(ABKey::InstantMessageService);
-    return service && serviceOfText(*service) && isSayableValue(account.valueForKey(ABKey::InstantMessageUsername));
+    const QString *service = account.valueForKey(kABInstantMessageServiceKey);
+    return service && serviceOfText(*service) && isSayableValue(account.valueForKey(kABInstantMessageUsernameKey));
 }
 
 bool isSayableProfile(const ABMultiValue::Entry &profile)
 {
-    const QString *service = profile.dictionary().valueForKey(ABKey::SocialProfileService);
-    const QString *username = profile.dictionary().valueForKey(ABKey::SocialProfileUsername);
+    const QString *service = profile.dictionary().valueForKey(kABSocialProfileServiceKey);
+    const QString *username = profile.dictionary().valueForKey(kABSocialProfileUsernameKey);
     const QString *known = service ? socialService(service->toStdString()) : nullptr;
     const auto endsParam = [](QChar c) { return c < u' ' || c == u'"' || c == u'^' || c == QChar(0x7F); };
     return !profile.label.isNull() && known && *known == *service && username && !username->isEmpty()
@@ -94,7 +94,7 @@ bool isSayableAddress(const ABDictionary &address)
 {
     bool hasPart = false;
     for (const auto &[key, text] : address) {
-        const bool isCode = key == ABKey::AddressCountryCode;
+        const bool isCode = key == kABAddressCountryCodeKey;
         hasPart = hasPart || !isCode;
         if (!isSayable(text) || (text.isEmpty() && !isCode))
             return false;
@@ -107,13 +107,13 @@ bool isSayableEntry(ABProperty property, const ABMultiValue::Entry &entry)
     if (!isSayable(entry.label) || entry.label.contains(u'^'))
         return false;
     switch (property) {
-    case ABProperty::Address:
+    case kABAddressProperty:
         return isSayableAddress(entry.dictionary());
-    case ABProperty::InstantMessage:
+    case kABInstantMessageProperty:
         return isSayableAccount(entry.dictionary());
-    case ABProperty::SocialProfile:
+    case kABSocialProfileProperty:
         return isSayableProfile(entry);
-    case ABProperty::Phone:
+    case kABPhoneProperty:
         return isSayableValue(&entry.text()) && !entry.text().startsWith(QLatin1String("tel:"), Qt::CaseInsensitive);
     default:
         return isSayableValue(&entry.text());
@@ -151,7 +151,7 @@ bool isSafe(const KeptLine &kept)
     if (hasDecodedParams || text.find('^') != std::string::npos)
         return false;
     const CardArea area = parsedLine(text).area();
-    return kept.basis.isNull() ? area >= CardArea::AddressLabel : area != areaOf(ABProperty::InstantMessage);
+    return kept.basis.isNull() ? area >= CardArea::AddressLabel : area != areaOf(kABInstantMessageProperty);
 }
 
 } // namespace

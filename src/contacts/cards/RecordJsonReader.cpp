@@ -80,8 +80,8 @@ QDate dateFrom(std::string_view key, std::string_view text)
 /// Parts that many people share; the others are nearly unique and not worth looking up.
 bool isCommon(ABKey key)
 {
-    return key != ABKey::AddressStreet && key != ABKey::AddressZip && key != ABKey::InstantMessageUsername
-        && key != ABKey::SocialProfileUsername;
+    return key != kABAddressStreetKey && key != kABAddressZIPKey && key != kABInstantMessageUsernameKey
+        && key != kABSocialProfileUsernameKey;
 }
 
 // Keys of an object beside the properties, as places in the set of those that were met.
@@ -152,7 +152,7 @@ void RecordJsonReader::Private::readField(Person &person, std::string_view key, 
 {
     if (const ABPropertyInfo *info = propertyOf(key)) {
         meet(std::size_t(info->property), key);
-        if (info->property != ABProperty::Uid)
+        if (info->property != kABUIDProperty)
             return readProperty(*person.record, *info, key, value);
         person.uid = textOfUtf8(textIn(value, key));
         if (person.uid.isEmpty())

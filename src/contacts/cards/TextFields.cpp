@@ -9,7 +9,7 @@ namespace {
 
 /// In the order in which a line has them.
 constexpr std::array kNameParts{
-    ABProperty::LastName, ABProperty::FirstName, ABProperty::MiddleName, ABProperty::Title, ABProperty::Suffix};
+    kABLastNameProperty, kABFirstNameProperty, kABMiddleNameProperty, kABTitleProperty, kABSuffixProperty};
 
 /// Sets one part of a structured value; false when it is a list or the like, which one plain text cannot tell.
 bool setPart(CardDraft &draft, ABProperty property, std::string_view part)
@@ -67,11 +67,11 @@ struct DisplayName
 {
     explicit DisplayName(const PersonRecord &record)
     {
-        for (const ABProperty part : {ABProperty::Title, ABProperty::FirstName, ABProperty::MiddleName,
-                 ABProperty::LastName, ABProperty::Suffix})
+        for (const ABProperty part :
+            {kABTitleProperty, kABFirstNameProperty, kABMiddleNameProperty, kABLastNameProperty, kABSuffixProperty})
             add(record.text(part));
-        for (const QString *other : {record.text(ABProperty::Organization),
-                 firstText(record.multiValue(ABProperty::Email)), firstText(record.multiValue(ABProperty::Phone))}) {
+        for (const QString *other : {record.text(kABOrganizationProperty),
+                 firstText(record.multiValue(kABEmailProperty)), firstText(record.multiValue(kABPhoneProperty))}) {
             if (count == 0)
                 add(other);
         }
@@ -148,25 +148,25 @@ void takeNameFromFormattedName(CardDraft &draft)
     if (draft.hasName || !draft.formattedName)
         return;
     const QString name = unescaped(draft.formattedName->value).trimmed();
-    const QString *organization = draft.record().text(ABProperty::Organization);
+    const QString *organization = draft.record().text(kABOrganizationProperty);
     if (name.isEmpty() || (organization && organization->trimmed() == name))
         return;
     const qsizetype blank = name.lastIndexOf(u' ');
     if (blank < 0) {
-        draft.record().setText(ABProperty::FirstName, name);
+        draft.record().setText(kABFirstNameProperty, name);
         return;
     }
-    draft.record().setText(ABProperty::FirstName, name.first(blank).trimmed());
-    draft.record().setText(ABProperty::LastName, name.sliced(blank + 1));
+    draft.record().setText(kABFirstNameProperty, name.first(blank).trimmed());
+    draft.record().setText(kABLastNameProperty, name.sliced(blank + 1));
 }
 
 bool readOrganization(CardDraft &draft, const CardLine &line)
 {
-    if (draft.record().text(ABProperty::Organization) || draft.record().text(ABProperty::Department))
+    if (draft.record().text(kABOrganizationProperty) || draft.record().text(kABDepartmentProperty))
         return false;
     std::string_view rest = line.value;
-    setPart(draft, ABProperty::Organization, takePart(rest));
-    setPart(draft, ABProperty::Department, takePart(rest));
+    setPart(draft, kABOrganizationProperty, takePart(rest));
+    setPart(draft, kABDepartmentProperty, takePart(rest));
     const bool hasSurplus = rest.find_first_not_of(';') != std::string_view::npos;
     draft.addSource(line, line.types != 0 || line.hasUnusualParams() || hasSurplus);
     return true;
@@ -180,7 +180,7 @@ bool readText(CardDraft &draft, const CardLine &line)
     if (draft.record().text(property))
         return false;
     draft.record().setText(property, unescaped(line.value));
-    const bool dividesList = property == ABProperty::Nickname && isList(line.value);
+    const bool dividesList = property == kABNicknameProperty && isList(line.value);
     draft.addSource(line, line.types != 0 || line.hasUnusualParams() || dividesList);
     return true;
 }
@@ -291,8 +291,8 @@ void writeFormattedName(const CardRow &row, const CardPerson &person, CardUnits 
 
 void writeOrganization(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
-    std::string value = part(person.record, ABProperty::Organization);
-    const std::string department = part(person.record, ABProperty::Department);
+    std::string value = part(person.record, kABOrganizationProperty);
+    const std::string department = part(person.record, kABDepartmentProperty);
     if (!department.empty())
         value.append(";").append(department);
     if (!value.empty())

@@ -150,7 +150,7 @@ void VCardReader::Private::reportBreakOff(const ImportedRecord &imported)
     };
     QString name = m_cardReader.formattedName();
     if (name.isEmpty())
-        name = text(ABProperty::FirstName) % u' ' % text(ABProperty::LastName);
+        name = text(kABFirstNameProperty) % u' ' % text(kABLastNameProperty);
     name = name.simplified().left(most);
     QString reason = QStringLiteral("the card ");
     if (!name.isEmpty())

@@ -120,7 +120,7 @@ private:
 /// A name for display follows the parts of the name, or whatever it was made of; otherwise it is the user's own.
 bool CardUpdate::isDisplayLeftAlone() const
 {
-    if (m_changed.contains(areaOf(ABProperty::FirstName)))
+    if (m_changed.contains(areaOf(kABFirstNameProperty)))
         return false;
     const auto line = std::ranges::find(m_card.lines(), CardArea::Display, &CardLine::area);
     return line == m_card.lines().end() || !isFormattedName(m_change.before, line->value);
@@ -232,7 +232,7 @@ void CardUpdate::replaceEntries(const CardRow &row, const CardUnits &units)
     for (const std::string &unit : units) {
         auto &same = old[unit];
         // Two lines may stand for one entry, such as an account in both of its forms: the last entry has the rest.
-        const bool hasRest = --wanted[unit] == 0 && row.area == areaOf(ABProperty::InstantMessage);
+        const bool hasRest = --wanted[unit] == 0 && row.area == areaOf(kABInstantMessageProperty);
         const auto end = same.begin() + qsizetype(hasRest ? same.size() : std::min<std::size_t>(same.size(), 1));
         reused.emplace_back(same.begin(), end);
         same.erase(same.begin(), end);
@@ -256,7 +256,7 @@ void CardUpdate::replaceEntries(const CardRow &row, const CardUnits &units)
 
 void CardUpdate::adjustFiledAs()
 {
-    if (!m_changed.contains(areaOf(ABProperty::FirstName)) && !m_changed.contains(areaOf(ABProperty::Organization)))
+    if (!m_changed.contains(areaOf(kABFirstNameProperty)) && !m_changed.contains(areaOf(kABOrganizationProperty)))
         return;
     for (const CardLine &line : m_card.lines()) {
         if (line.area() != CardArea::FiledAs)
@@ -317,7 +317,7 @@ std::vector<Piece> CardUpdate::assembled()
 bool keepsNotes(const PersonRecord &record)
 {
     return std::ranges::any_of(record.keptLines(), [](const KeptLine &kept) {
-        return kept.basis.isNull() && parsedLine(kept.text.toStdString()).area() == areaOf(ABProperty::Note);
+        return kept.basis.isNull() && parsedLine(kept.text.toStdString()).area() == areaOf(kABNoteProperty);
     });
 }
 
@@ -334,8 +334,8 @@ void CardUpdate::addExactLines(std::vector<Piece> &pieces) const
     const ImportedRecord imported = recordOfLines(std::move(lines));
     CardValues read{imported.uid, imported.record ? *imported.record : PersonRecord()};
     CardValues wanted{m_change.uid.isEmpty() ? QString() : m_change.uid, m_change.after};
-    if (read.record.text(ABProperty::Note) && keepsNotes(wanted.record))
-        wanted.record.setText(ABProperty::Note, *read.record.text(ABProperty::Note));
+    if (read.record.text(kABNoteProperty) && keepsNotes(wanted.record))
+        wanted.record.setText(kABNoteProperty, *read.record.text(kABNoteProperty));
     if (!m_isNew) { // the picture may be kept elsewhere, and the uid is the store's
         read.uid = wanted.uid;
         if (!m_changed.contains(CardArea::Picture)) {

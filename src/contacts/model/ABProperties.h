@@ -12,54 +12,31 @@
 /// The properties of a person, in the order in which records are written. The groups (texts, date, integer,
 /// multi-values of texts, of dictionaries) are contiguous; PersonRecord relies on it.
 enum class ABProperty : quint8 {
-    FirstName,
-    LastName,
-    MiddleName,
-    PhoneticFirstName,
-    PhoneticLastName,
-    MaidenName,
-    Nickname,
-    Title,
-    Suffix,
-    Organization,
-    Department,
-    JobTitle,
-    Note,
-    Birthday,
-    Flags,
-    Email,
-    Phone,
-    Urls,
-    RelatedNames,
-    Address,
-    InstantMessage,
-    SocialProfile,
-    Uid,
+    kABFirstNameProperty,
+    kABLastNameProperty,
+    kABMiddleNameProperty,
+    kABFirstNamePhoneticProperty,
+    kABLastNamePhoneticProperty,
+    kABMaidenNameProperty,
+    kABNicknameProperty,
+    kABTitleProperty,
+    kABSuffixProperty,
+    kABOrganizationProperty,
+    kABDepartmentProperty,
+    kABJobTitleProperty,
+    kABNoteProperty,
+    kABBirthdayProperty,
+    kABPersonFlags,
+    kABEmailProperty,
+    kABPhoneProperty,
+    kABURLsProperty,
+    kABRelatedNamesProperty,
+    kABAddressProperty,
+    kABInstantMessageProperty,
+    kABSocialProfileProperty,
+    kABUIDProperty,
 };
-
-inline constexpr auto kABFirstNameProperty = ABProperty::FirstName;
-inline constexpr auto kABLastNameProperty = ABProperty::LastName;
-inline constexpr auto kABMiddleNameProperty = ABProperty::MiddleName;
-inline constexpr auto kABFirstNamePhoneticProperty = ABProperty::PhoneticFirstName;
-inline constexpr auto kABLastNamePhoneticProperty = ABProperty::PhoneticLastName;
-inline constexpr auto kABMaidenNameProperty = ABProperty::MaidenName;
-inline constexpr auto kABNicknameProperty = ABProperty::Nickname;
-inline constexpr auto kABTitleProperty = ABProperty::Title;
-inline constexpr auto kABSuffixProperty = ABProperty::Suffix;
-inline constexpr auto kABOrganizationProperty = ABProperty::Organization;
-inline constexpr auto kABDepartmentProperty = ABProperty::Department;
-inline constexpr auto kABJobTitleProperty = ABProperty::JobTitle;
-inline constexpr auto kABNoteProperty = ABProperty::Note;
-inline constexpr auto kABBirthdayProperty = ABProperty::Birthday;
-inline constexpr auto kABPersonFlags = ABProperty::Flags;
-inline constexpr auto kABEmailProperty = ABProperty::Email;
-inline constexpr auto kABPhoneProperty = ABProperty::Phone;
-inline constexpr auto kABURLsProperty = ABProperty::Urls;
-inline constexpr auto kABRelatedNamesProperty = ABProperty::RelatedNames;
-inline constexpr auto kABAddressProperty = ABProperty::Address;
-inline constexpr auto kABInstantMessageProperty = ABProperty::InstantMessage;
-inline constexpr auto kABSocialProfileProperty = ABProperty::SocialProfile;
-inline constexpr auto kABUIDProperty = ABProperty::Uid;
+using enum ABProperty;
 
 /// The flags value of a record shown as a company.
 inline constexpr qint64 kABShowAsCompany = 1;
@@ -81,38 +58,61 @@ struct ABPropertyInfo
 };
 
 /// In the order of ABProperty.
-std::span<const ABPropertyInfo> allProperties();
+inline constexpr auto kPropertyTable = std::to_array<ABPropertyInfo>({
+    {kABFirstNameProperty, 0, ABPropertyKind::Text, QLatin1StringView("firstName"), "First name"},
+    {kABLastNameProperty, 1, ABPropertyKind::Text, QLatin1StringView("lastName"), "Last name"},
+    {kABMiddleNameProperty, 2, ABPropertyKind::Text, QLatin1StringView("middleName"), "Middle name"},
+    {kABFirstNamePhoneticProperty, 3, ABPropertyKind::Text, QLatin1StringView("phoneticFirstName"),
+        "Phonetic first name"},
+    {kABLastNamePhoneticProperty, 4, ABPropertyKind::Text, QLatin1StringView("phoneticLastName"), "Phonetic last name"},
+    {kABMaidenNameProperty, 5, ABPropertyKind::Text, QLatin1StringView("maidenName"), "Maiden name"},
+    {kABNicknameProperty, 6, ABPropertyKind::Text, QLatin1StringView("nickname"), "Nickname"},
+    {kABTitleProperty, 7, ABPropertyKind::Text, QLatin1StringView("title"), "Title"},
+    {kABSuffixProperty, 8, ABPropertyKind::Text, QLatin1StringView("suffix"), "Suffix"},
+    {kABOrganizationProperty, 9, ABPropertyKind::Text, QLatin1StringView("organization"), "Company"},
+    {kABDepartmentProperty, 10, ABPropertyKind::Text, QLatin1StringView("department"), "Department"},
+    {kABJobTitleProperty, 11, ABPropertyKind::Text, QLatin1StringView("jobTitle"), "Job title"},
+    {kABNoteProperty, 12, ABPropertyKind::Text, QLatin1StringView("note"), "Note"},
+    {kABBirthdayProperty, 13, ABPropertyKind::Date, QLatin1StringView("birthday"), "Birthday"},
+    {kABPersonFlags, 14, ABPropertyKind::Integer, QLatin1StringView("flags"), "Flags"},
+    {kABEmailProperty, 15, ABPropertyKind::MultiText, QLatin1StringView("email"), "E-mail"},
+    {kABPhoneProperty, 16, ABPropertyKind::MultiText, QLatin1StringView("phone"), "Phone"},
+    {kABURLsProperty, 17, ABPropertyKind::MultiText, QLatin1StringView("urls"), "Web pages"},
+    {kABRelatedNamesProperty, 18, ABPropertyKind::MultiText, QLatin1StringView("relatedNames"), "Related names"},
+    {kABAddressProperty, 19, ABPropertyKind::MultiDictionary, QLatin1StringView("address"), "Addresses"},
+    {kABInstantMessageProperty, 20, ABPropertyKind::MultiDictionary, QLatin1StringView("instantMessage"), "Messaging"},
+    {kABSocialProfileProperty, 21, ABPropertyKind::MultiDictionary, QLatin1StringView("socialProfile"),
+        "Social profiles"},
+    {kABUIDProperty, 22, ABPropertyKind::ReadOnlyText, QLatin1StringView("uid"), "uid"},
+});
+inline std::span<const ABPropertyInfo> allProperties()
+{
+    return kPropertyTable;
+}
 /// In the same order.
 std::span<const ABPropertyInfo> propertiesOfKind(ABPropertyKind kind);
-const ABPropertyInfo &propertyInfo(ABProperty property);
+inline const ABPropertyInfo &propertyInfo(ABProperty property)
+{
+    return kPropertyTable.at(static_cast<std::size_t>(property));
+}
 std::optional<ABProperty> propertyNamed(QStringView name);
 /// Its name in windows.
 QString propertyTitle(ABProperty property);
 
 /// The keys of dictionaries in multi-values, in the order in which they are written.
 enum class ABKey : quint8 {
-    AddressStreet,
-    AddressCity,
-    AddressState,
-    AddressZip,
-    AddressCountry,
-    AddressCountryCode,
-    InstantMessageService,
-    InstantMessageUsername,
-    SocialProfileService,
-    SocialProfileUsername,
+    kABAddressStreetKey,
+    kABAddressCityKey,
+    kABAddressStateKey,
+    kABAddressZIPKey,
+    kABAddressCountryKey,
+    kABAddressCountryCodeKey,
+    kABInstantMessageServiceKey,
+    kABInstantMessageUsernameKey,
+    kABSocialProfileServiceKey,
+    kABSocialProfileUsernameKey,
 };
-
-inline constexpr auto kABAddressStreetKey = ABKey::AddressStreet;
-inline constexpr auto kABAddressCityKey = ABKey::AddressCity;
-inline constexpr auto kABAddressStateKey = ABKey::AddressState;
-inline constexpr auto kABAddressZIPKey = ABKey::AddressZip;
-inline constexpr auto kABAddressCountryKey = ABKey::AddressCountry;
-inline constexpr auto kABAddressCountryCodeKey = ABKey::AddressCountryCode;
-inline constexpr auto kABInstantMessageServiceKey = ABKey::InstantMessageService;
-inline constexpr auto kABInstantMessageUsernameKey = ABKey::InstantMessageUsername;
-inline constexpr auto kABSocialProfileServiceKey = ABKey::SocialProfileService;
-inline constexpr auto kABSocialProfileUsernameKey = ABKey::SocialProfileUsername;
+using enum ABKey;
 
 /// A key, its property, its short name (JSON) and its text. Id and names as above.
 struct ABKeyInfo

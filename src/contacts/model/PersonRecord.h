@@ -77,9 +77,9 @@ public:
     friend bool operator==(const PersonRecord &a, const PersonRecord &b);
 
 private:
-    static constexpr std::size_t kTextCount = static_cast<std::size_t>(ABProperty::Note) + 1;
-    static constexpr std::size_t kFirstMulti = static_cast<std::size_t>(ABProperty::Email);
-    static constexpr std::size_t kMultiCount = static_cast<std::size_t>(ABProperty::SocialProfile) + 1 - kFirstMulti;
+    static constexpr std::size_t kTextCount = static_cast<std::size_t>(kABNoteProperty) + 1;
+    static constexpr std::size_t kFirstMulti = static_cast<std::size_t>(kABEmailProperty);
+    static constexpr std::size_t kMultiCount = static_cast<std::size_t>(kABSocialProfileProperty) + 1 - kFirstMulti;
     static constexpr std::size_t multiSlot(ABProperty property)
     {
         return static_cast<std::size_t>(property) - kFirstMulti;

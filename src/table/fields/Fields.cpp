@@ -152,7 +152,7 @@ private:
 
     std::vector<FieldInfo> m_rows;
     QHash<QString, Field> m_byLabel;
-    std::array<std::span<const FieldInfo>, static_cast<std::size_t>(ABProperty::Uid) + 1> m_byProperty{};
+    std::array<std::span<const FieldInfo>, static_cast<std::size_t>(kABUIDProperty) + 1> m_byProperty{};
 };
 
 const FieldTable &fieldTable()

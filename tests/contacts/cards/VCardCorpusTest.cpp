@@ -209,9 +209,9 @@ void VCardCorpusTest::people()
 void VCardCorpusTest::compareCard(const PersonRecord &record, const QJsonObject &card)
 {
     const QJsonObject name = card[QLatin1String("n")].toObject();
-    const QList<std::pair<QLatin1String, ABProperty>> parts{{QLatin1String("family"), ABProperty::LastName},
-        {QLatin1String("given"), ABProperty::FirstName}, {QLatin1String("middle"), ABProperty::MiddleName},
-        {QLatin1String("prefix"), ABProperty::Title}, {QLatin1String("suffix"), ABProperty::Suffix}};
+    const QList<std::pair<QLatin1String, ABProperty>> parts{{QLatin1String("family"), kABLastNameProperty},
+        {QLatin1String("given"), kABFirstNameProperty}, {QLatin1String("middle"), kABMiddleNameProperty},
+        {QLatin1String("prefix"), kABTitleProperty}, {QLatin1String("suffix"), kABSuffixProperty}};
     bool hasName = false;
     for (const auto &[key, property] : parts)
         hasName = hasName || !joined(name[key]).isEmpty();
@@ -219,21 +219,21 @@ void VCardCorpusTest::compareCard(const PersonRecord &record, const QJsonObject 
         if (hasName && !isFree(card, QStringLiteral("N")))
             QCOMPARE(textOf(record, property), joined(name[key]));
     }
-    QCOMPARE(textsOf(record, ABProperty::Email), texts(card[QLatin1String("emails")], compared));
-    QCOMPARE(textsOf(record, ABProperty::Phone), texts(card[QLatin1String("phones")], comparedPhone));
+    QCOMPARE(textsOf(record, kABEmailProperty), texts(card[QLatin1String("emails")], compared));
+    QCOMPARE(textsOf(record, kABPhoneProperty), texts(card[QLatin1String("phones")], comparedPhone));
     const QJsonArray organization = card[QLatin1String("org")].toArray().first().toArray();
-    QCOMPARE(textOf(record, ABProperty::Organization), compared(organization.first().toString()));
-    QCOMPARE(textOf(record, ABProperty::Department),
+    QCOMPARE(textOf(record, kABOrganizationProperty), compared(organization.first().toString()));
+    QCOMPARE(textOf(record, kABDepartmentProperty),
         compared(organization.size() > 1 ? organization[1].toString() : QString()));
-    QCOMPARE(textOf(record, ABProperty::JobTitle), compared(card[QLatin1String("title")].toArray().first().toString()));
+    QCOMPARE(textOf(record, kABJobTitleProperty), compared(card[QLatin1String("title")].toArray().first().toString()));
     static const QRegularExpression emptyLines(QStringLiteral("\\s*\n\\s*\n\\s*")); // what is expected is trimmed
     const QString notes = texts(card[QLatin1String("note")], compared).join(QLatin1String("\n\n"));
-    QCOMPARE(textOf(record, ABProperty::Note).replace(emptyLines, QStringLiteral("\n\n")),
+    QCOMPARE(textOf(record, kABNoteProperty).replace(emptyLines, QStringLiteral("\n\n")),
         QString(notes).replace(emptyLines, QStringLiteral("\n\n")));
     // Several lines of nicknames are lists of their own; the record has the first.
     const QString nicknames = joined(card[QLatin1String("nickname")]);
-    QVERIFY(nicknames.startsWith(textOf(record, ABProperty::Nickname)));
-    QCOMPARE(textOf(record, ABProperty::Nickname).isEmpty(), nicknames.isEmpty());
+    QVERIFY(nicknames.startsWith(textOf(record, kABNicknameProperty)));
+    QCOMPARE(textOf(record, kABNicknameProperty).isEmpty(), nicknames.isEmpty());
     QCOMPARE(record.birthday().value_or(QDate()), expectedBirthday(card[QLatin1String("bday")].toArray()));
     compareAddresses(record, card);
 }
@@ -241,14 +241,14 @@ void VCardCorpusTest::compareCard(const PersonRecord &record, const QJsonObject 
 void VCardCorpusTest::compareAddresses(const PersonRecord &record, const QJsonObject &card)
 {
     const QJsonArray addresses = card[QLatin1String("addresses")].toArray();
-    const ABMultiValue *value = record.multiValue(ABProperty::Address);
+    const ABMultiValue *value = record.multiValue(kABAddressProperty);
     if (!isFree(card, QStringLiteral("ADR")))
         QCOMPARE(value ? value->count() : 0, addresses.size());
     if (!value || isFree(card, QStringLiteral("ADR")))
         return;
-    const QList<std::pair<QLatin1String, ABKey>> parts{{QLatin1String("street"), ABKey::AddressStreet},
-        {QLatin1String("city"), ABKey::AddressCity}, {QLatin1String("region"), ABKey::AddressState},
-        {QLatin1String("zip"), ABKey::AddressZip}, {QLatin1String("country"), ABKey::AddressCountry}};
+    const QList<std::pair<QLatin1String, ABKey>> parts{{QLatin1String("street"), kABAddressStreetKey},
+        {QLatin1String("city"), kABAddressCityKey}, {QLatin1String("region"), kABAddressStateKey},
+        {QLatin1String("zip"), kABAddressZIPKey}, {QLatin1String("country"), kABAddressCountryKey}};
     for (qsizetype i = 0; i < addresses.size(); ++i) {
         for (const auto &[key, part] : parts) {
             const QString *text = value->entries()[static_cast<std::size_t>(i)].dictionary().valueForKey(part);

@@ -259,7 +259,7 @@ void VCardReaderTest::largeCard()
     text += line.repeated(count) + "NOTE:end\r\nEND:VCARD\r\n";
     const auto person = VCardReader(text).next();
     QCOMPARE(person.record->imageData()->size(), count * 54);
-    QVERIFY(person.record->text(ABProperty::Note));
+    QVERIFY(person.record->text(kABNoteProperty));
 }
 
 void VCardReaderTest::oddSizes_data()

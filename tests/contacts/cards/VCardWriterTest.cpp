@@ -36,8 +36,8 @@ bool hasLine(const QByteArray &text, const char *line)
 PersonRecord named(const QString &first, const QString &last)
 {
     PersonRecord record;
-    record.setText(ABProperty::FirstName, first);
-    record.setText(ABProperty::LastName, last);
+    record.setText(kABFirstNameProperty, first);
+    record.setText(kABLastNameProperty, last);
     return record;
 }
 
@@ -127,7 +127,7 @@ private:
             return text();
         ABDictionary parts;
         for (const ABKeyInfo &info : keys) {
-            const bool isService = info.key == ABKey::InstantMessageService || info.key == ABKey::SocialProfileService;
+            const bool isService = info.key == kABInstantMessageServiceKey || info.key == kABSocialProfileServiceKey;
             if (below(4) > 0)
                 parts.setValue(isService && below(4) > 0 ? services.at(below(int(services.size()))) : text(), info.key);
         }
@@ -164,20 +164,20 @@ private Q_SLOTS:
 void VCardWriterTest::plainLines()
 {
     PersonRecord record = named(QStringLiteral("Ada"), QStringLiteral("Lovell; Byron"));
-    record.setText(ABProperty::Organization, QStringLiteral("Engines, Ltd"));
-    record.setText(ABProperty::Department, QStringLiteral("Analysis"));
-    record.setText(ABProperty::Note, QStringLiteral("one\ntwo"));
+    record.setText(kABOrganizationProperty, QStringLiteral("Engines, Ltd"));
+    record.setText(kABDepartmentProperty, QStringLiteral("Analysis"));
+    record.setText(kABNoteProperty, QStringLiteral("one\ntwo"));
     record.setFlags(kABShowAsCompany);
-    record.setMultiValue(ABProperty::Phone, oneEntry(QStringLiteral("+44 1"), kABPhoneHomeFAXLabel));
-    record.setMultiValue(ABProperty::Email, oneEntry(QStringLiteral("a@b.example"), QStringLiteral("Boat, old")));
-    record.setMultiValue(ABProperty::Urls, oneEntry(QStringLiteral("http://x.example/?a=1,2;3"), QString()));
-    record.setMultiValue(ABProperty::Address,
-        oneEntry(ABDictionary{{ABKey::AddressCity, QStringLiteral("Bern")},
-                     {ABKey::AddressCountryCode, QStringLiteral("ch")}},
+    record.setMultiValue(kABPhoneProperty, oneEntry(QStringLiteral("+44 1"), kABPhoneHomeFAXLabel));
+    record.setMultiValue(kABEmailProperty, oneEntry(QStringLiteral("a@b.example"), QStringLiteral("Boat, old")));
+    record.setMultiValue(kABURLsProperty, oneEntry(QStringLiteral("http://x.example/?a=1,2;3"), QString()));
+    record.setMultiValue(kABAddressProperty,
+        oneEntry(
+            ABDictionary{{kABAddressCityKey, QStringLiteral("Bern")}, {kABAddressCountryCodeKey, QStringLiteral("ch")}},
             kABWorkLabel));
-    record.setMultiValue(ABProperty::InstantMessage,
-        oneEntry(ABDictionary{{ABKey::InstantMessageService, kABInstantMessageServiceJabber},
-                     {ABKey::InstantMessageUsername, QStringLiteral("ada@x.example")}},
+    record.setMultiValue(kABInstantMessageProperty,
+        oneEntry(ABDictionary{{kABInstantMessageServiceKey, kABInstantMessageServiceJabber},
+                     {kABInstantMessageUsernameKey, QStringLiteral("ada@x.example")}},
             kABHomeLabel));
     const QByteArray text = vCardFromRecord(QStringLiteral("id-1"), record);
     const QByteArrayList expected{"BEGIN:VCARD\r", "VERSION:3.0\r", "UID:id-1\r", "N:Lovell\\; Byron;Ada;;;\r",
@@ -234,7 +234,7 @@ void VCardWriterTest::picture()
 void VCardWriterTest::folding()
 {
     PersonRecord record = named(QStringLiteral("A"), QStringLiteral("B"));
-    record.setText(ABProperty::Note, QStringLiteral("\u00E9\u4E16\U0001F600 ").repeated(80) + QString(300, u' '));
+    record.setText(kABNoteProperty, QStringLiteral("\u00E9\u4E16\U0001F600 ").repeated(80) + QString(300, u' '));
     const QByteArray text = vCardFromRecord({}, record);
     const QByteArrayList lines = text.split('\n');
     for (const QByteArray &line : lines) {
@@ -275,7 +275,7 @@ void VCardWriterTest::hostileRecords()
 void VCardWriterTest::longTexts()
 {
     PersonRecord record = named(QString(100000, u'\u4E16'), QString(100000, u';'));
-    record.setText(ABProperty::Note, QStringLiteral("\r").repeated(50000));
+    record.setText(kABNoteProperty, QStringLiteral("\r").repeated(50000));
     record.setImageData(QByteArray(3000000, '\x80'));
     QVERIFY(*readOne(vCardFromRecord({}, record)).record == record);
 }
@@ -335,10 +335,10 @@ void VCardWriterTest::keptLineEndsWithItsValue()
 {
     PersonRecord record =
         *readOne(card({"N:B;A", "FN:Captain A.", "TEL;TYPE=HOME;PREF=1:1", "NOTE:1", "NOTE:2"})).record;
-    QCOMPARE(*record.text(ABProperty::Note), QStringLiteral("1\n\n2"));
-    record.setText(ABProperty::Note, QStringLiteral("1"));
-    record.setMultiValue(ABProperty::Phone, oneEntry(QStringLiteral("2"), kABHomeLabel));
-    record.setText(ABProperty::LastName, QStringLiteral("C"));
+    QCOMPARE(*record.text(kABNoteProperty), QStringLiteral("1\n\n2"));
+    record.setText(kABNoteProperty, QStringLiteral("1"));
+    record.setMultiValue(kABPhoneProperty, oneEntry(QStringLiteral("2"), kABHomeLabel));
+    record.setText(kABLastNameProperty, QStringLiteral("C"));
     const QByteArray text = vCardFromRecord({}, record);
     QVERIFY(hasLine(text, "TEL;TYPE=HOME:2"));
     QVERIFY(hasLine(text, "FN:A C"));
@@ -357,12 +357,12 @@ void VCardWriterTest::keptGroupsAreNotTaken()
 void VCardWriterTest::exactLineGivesWayToOtherEdits()
 {
     PersonRecord record = named(QStringLiteral("A"), QStringLiteral("B"));
-    record.setText(ABProperty::Note, QStringLiteral("tab\tbell\a end"));
+    record.setText(kABNoteProperty, QStringLiteral("tab\tbell\a end"));
     QByteArray text = vCardFromRecord({}, record);
     QVERIFY(text.contains("X-PEOPLENOOK-EXACT;X-PROPERTY=note;"));
-    QCOMPARE(*readOne(text).record->text(ABProperty::Note), *record.text(ABProperty::Note));
+    QCOMPARE(*readOne(text).record->text(kABNoteProperty), *record.text(kABNoteProperty));
     text.replace("NOTE:tab", "NOTE:another tab");
-    QCOMPARE(*readOne(text).record->text(ABProperty::Note), QStringLiteral("another tab\tbell end"));
+    QCOMPARE(*readOne(text).record->text(kABNoteProperty), QStringLiteral("another tab\tbell end"));
     QVERIFY(readOne(text).record->keptLines().empty());
 
     VCardReader reader(card({"N:B;A", "X-PEOPLENOOK-EXACT;X-PROPERTY=note;X-SUM=0:no JSON"}));
@@ -375,7 +375,7 @@ void VCardWriterTest::uncommonValuesNeedOneLine()
     PersonRecord record = named(QStringLiteral("A"), QStringLiteral("B"));
     QVERIFY(!vCardFromRecord({}, record).contains("EXACT"));
     record.setFlags(17);
-    record.setText(ABProperty::Suffix, QString());
+    record.setText(kABSuffixProperty, QString());
     const QByteArray text = vCardFromRecord({}, record);
     QCOMPARE(text.count("X-PEOPLENOOK-EXACT"), 2);
     QVERIFY(*readOne(text).record == record);

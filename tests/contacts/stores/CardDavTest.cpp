@@ -52,7 +52,7 @@ private:
 
     static PersonRecordPtr noted(PersonRecord record, const char *note)
     {
-        record.setText(ABProperty::Note, u(note));
+        record.setText(kABNoteProperty, u(note));
         return std::make_shared<PersonRecord>(std::move(record));
     }
 

@@ -192,7 +192,7 @@ private Q_SLOTS:
         QVERIFY2(people, people ? "" : qPrintable(people.error().text));
         QCOMPARE(people->size(), std::size_t(24));
         QCOMPARE(people->back().uid, u("x"));
-        QCOMPARE(people->back().record->text(ABProperty::Note)->size(), note.size());
+        QCOMPARE(people->back().record->text(kABNoteProperty)->size(), note.size());
     }
 
     void backupsComeBeforeTheFirstChange()
@@ -294,7 +294,7 @@ private Q_SLOTS:
         const auto person = personOf(*later, u("u"));
         const auto waiting = later->commit({{u("p0000"), m_b, m_a}});
         m_desktop.setDiskFull(false);
-        QCOMPARE(*person->text(ABProperty::FirstName), u("Half"));
+        QCOMPARE(*person->text(kABFirstNameProperty), u("Half"));
         QVERIFY(!waiting);
         QVERIFY(*personOf(*later, u("u")) == *m_b);
         QVERIFY(later->commit({{u("p0000"), m_b, m_a}}));

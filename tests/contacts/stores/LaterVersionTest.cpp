@@ -58,11 +58,11 @@ private Q_SLOTS:
 
         // The new properties are kept and come back.
         PersonRecord changed = *people->front().record;
-        changed.setText(ABProperty::Pronouns, u("she"));
+        changed.setText(kABPronounsProperty, u("she"));
         changed.setMultiValue(
-            ABProperty::Dates, ABMultiValue(QList<ABMultiValue::Entry>{{u("Wedding"), u("2001-02-03")}}));
-        const ABDictionary address{{ABKey::AddressCity, u("Ulm")}, {ABKey::AddressDistrict, u("Söflingen")}};
-        changed.setMultiValue(ABProperty::Address, ABMultiValue(QList<ABMultiValue::Entry>{{QString(), address}}));
+            kABDatesProperty, ABMultiValue(QList<ABMultiValue::Entry>{{u("Wedding"), u("2001-02-03")}}));
+        const ABDictionary address{{kABAddressCityKey, u("Ulm")}, {kABAddressDistrictKey, u("Söflingen")}};
+        changed.setMultiValue(kABAddressProperty, ABMultiValue(QList<ABMultiValue::Entry>{{QString(), address}}));
         QVERIFY(store->commit({{u("a"), people->front().record, std::make_shared<const PersonRecord>(changed)}}));
         store.reset();
         QVERIFY(*(*SqliteStore::open(m_book))->loadAll()->front().record == changed);
