@@ -8,75 +8,36 @@
 
 namespace {
 
-/// Splits "scheme:rest"; an empty scheme when there is none.
-std::string_view takeScheme(std::string_view &text)
-{
-    const std::size_t end = text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+.-");
-    if (end == std::string_view::npos || end == 0 || text[end] != ':')
-        return {};
-    const std::string_view scheme = text.substr(0, end);
-    text.remove_prefix(end + 1);
-    return scheme;
-}
-
 constexpr std::string_view kNeutralScheme = "x-apple";
 
 QString serviceText(std::string_view word)
 {
     const CardService *known = serviceOfWord(word);
-    return known ? *known->service : textFromUtf8(word);
+    return known ? *known->service : textOfUtf8(word);
 }
 
-const QString *placeLabel(const CardLine &line)
+bool add(CardDraft &draft, const CardLine &line, const QString &service, const QString &username)
 {
-    quint16 plainTypes = 0;
-    return labelOfTypes(kABInstantMessageProperty, line.types, plainTypes);
-}
-
-bool addAccount(CardDraft &draft, const CardLine &line, const QString &service, std::string_view username)
-{
+    const bool isProfile = line.area() == areaOf(kABSocialProfileProperty);
     ABDictionary account;
     if (!service.isEmpty())
-        account.setValue(service, kABInstantMessageServiceKey);
-    if (!username.empty())
-        account.setValue(unescaped(username), kABInstantMessageUsernameKey);
-    draft.addEntry(line, draft.labelOf(line, placeLabel(line)), std::move(account), true);
-    return true;
-}
-
-bool addProfile(CardDraft &draft, const CardLine &line, const QString &service, const QString &username)
-{
-    ABDictionary profile;
-    if (!service.isEmpty())
-        profile.setValue(service, kABSocialProfileServiceKey);
+        account.setValue(service, isProfile ? kABSocialProfileServiceKey : kABInstantMessageServiceKey);
     if (!username.isEmpty())
-        profile.setValue(username, kABSocialProfileUsernameKey);
-    const QString *place = placeLabel(line);
-    // The program shows profiles under this label only.
-    const QString label = draft.labelOf(line, place ? place : &kABHomeLabel);
-    draft.addEntry(line, label, std::move(profile), true);
+        account.setValue(username, isProfile ? kABSocialProfileUsernameKey : kABInstantMessageUsernameKey);
+    const TypeLabel *place = labelOfTypes(propertyOf(line.area()), line.types);
+    // The program shows profiles under the label for home only.
+    const QString *assumed = isProfile ? &kABHomeLabel : nullptr;
+    draft.addEntry(line, draft.labelOf(line, place ? &place->label : assumed), std::move(account), true);
     return true;
 }
 
 /// The first word of TYPE that is not about the place.
 QString networkOfTypes(const CardLine &line)
 {
-    std::string_view rest = line.params;
-    LineParam param;
-    while (takeParam(rest, param)) {
-        const quint16 bit = param.name.empty() ? CardParam::Type : paramBit(param.name);
-        if (bit != CardParam::Type && bit != CardParam::ServiceType)
-            continue;
-        std::string_view words = param.value;
-        std::string_view word;
-        while (takeWord(words, word)) {
-            if (!isNetworkWord(word))
-                continue;
-            const QString *known = socialService(word);
-            return known ? *known : textFromUtf8(word);
-        }
-    }
-    return {};
+    constexpr unsigned params = CardParam::Bare | CardParam::Type | CardParam::ServiceType;
+    const std::string_view word = findWord(line, params, isFreeWord);
+    const QString *known = socialService(word);
+    return known ? *known : word.empty() ? QString() : textOfUtf8(word);
 }
 
 /// The network whose site the address is on: the label before the top-level domain.
@@ -106,8 +67,7 @@ std::string_view userOfAddress(std::string_view address)
 /// @p text as a parameter value of vCard 3.0; empty where that cannot hold it.
 std::string paramOf(const QString &text)
 {
-    const auto breaksOut = [](QChar c) { return c == u'"' || c < u' ' || c == QChar(0x7F); };
-    if (std::ranges::any_of(text, breaksOut))
+    if (breaksParam(text))
         return {};
     const auto needsQuotes = [](QChar c) { return c == u':' || c == u';' || c == u',' || c.isSpace(); };
     return (std::ranges::any_of(text, needsQuotes) ? QString(u'"' % text % u'"') : text).toStdString();
@@ -124,9 +84,9 @@ bool readInstantMessage(CardDraft &draft, const CardLine &line)
     const std::string_view scheme = takeScheme(username);
     const bool isNeutral = equalsIgnoringCase(scheme, kNeutralScheme);
     if (word.empty())
-        return addAccount(draft, line, isNeutral ? QString() : serviceText(scheme), username);
+        return add(draft, line, isNeutral ? QString() : serviceText(scheme), unescaped(username));
     const bool belongs = isNeutral || serviceOfWord(scheme) || equalsIgnoringCase(scheme, word);
-    return addAccount(draft, line, serviceText(word), belongs ? username : line.value);
+    return add(draft, line, serviceText(word), unescaped(belongs ? username : line.value));
 }
 
 bool readAccount(CardDraft &draft, const CardLine &line)
@@ -135,7 +95,7 @@ bool readAccount(CardDraft &draft, const CardLine &line)
         return true;
     draft.hasAccountLines = true;
     constexpr std::string_view extensionMark = "X-";
-    return addAccount(draft, line, serviceText(line.name.substr(extensionMark.size())), line.value);
+    return add(draft, line, serviceText(line.name.substr(extensionMark.size())), unescaped(line.value));
 }
 
 bool readSocialProfile(CardDraft &draft, const CardLine &line)
@@ -152,13 +112,12 @@ bool readSocialProfile(CardDraft &draft, const CardLine &line)
         address = rest;
     if (network.isEmpty())
         network = ofScheme ? *ofScheme : networkOfAddress(address);
-    return addProfile(draft, line, network, user.empty() ? unescaped(userOfAddress(address)) : textFromUtf8(user));
+    return add(draft, line, network, user.empty() ? unescaped(userOfAddress(address)) : textOfUtf8(user));
 }
 
 bool readTwitter(CardDraft &draft, const CardLine &line)
 {
-    return line.value.empty()
-        || addProfile(draft, line, kABSocialProfileServiceTwitter, unescaped(userOfAddress(line.value)));
+    return line.value.empty() || add(draft, line, kABSocialProfileServiceTwitter, unescaped(userOfAddress(line.value)));
 }
 
 void mergeAccounts(CardDraft &draft)
@@ -168,7 +127,7 @@ void mergeAccounts(CardDraft &draft)
         return;
     // One source per entry, since each of these lines has one.
     std::vector<CardDraft::Source *> sources;
-    for (auto &source : draft.sources()) {
+    for (auto &source : draft.sources) {
         if (source.line->area() == areaOf(kABInstantMessageProperty))
             sources.push_back(&source);
     }
@@ -202,12 +161,12 @@ void mergeAccounts(CardDraft &draft)
 
 void writeAccounts(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
-    for (const auto &entry : entriesOf(person.record, row.area)) {
+    for (const auto &entry : person.record.entries(propertyOf(row.area))) {
         const QString *service = entry.dictionary().valueForKey(kABInstantMessageServiceKey);
         const QString *username = entry.dictionary().valueForKey(kABInstantMessageUsernameKey);
         const CardService *known = service ? serviceOfText(*service) : nullptr;
-        const std::string word = known ? known->word.data() : service ? paramOf(*service) : std::string();
-        std::string value(known ? known->scheme.data() : kNeutralScheme);
+        const std::string word = known ? std::string(known->word) : service ? paramOf(*service) : std::string();
+        std::string value(known ? known->scheme : kNeutralScheme);
         value.append(":").append(username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : std::string());
         units.push_back(entryUnit(row, entry.label, word.empty() ? word : ";X-SERVICE-TYPE=" + word, value));
     }
@@ -215,10 +174,10 @@ void writeAccounts(const CardRow &row, const CardPerson &person, CardUnits &unit
 
 void writeProfiles(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
-    for (const auto &entry : entriesOf(person.record, row.area)) {
+    for (const auto &entry : person.record.entries(propertyOf(row.area))) {
         const QString *service = entry.dictionary().valueForKey(kABSocialProfileServiceKey);
         const QString *username = entry.dictionary().valueForKey(kABSocialProfileUsernameKey);
-        const std::string word = service && isNetworkWord(service->toStdString()) ? paramOf(*service) : std::string();
+        const std::string word = service && isFreeWord(service->toStdString()) ? paramOf(*service) : std::string();
         const std::string user = username ? paramOf(*username) : std::string();
         std::string params;
         if (!word.empty())

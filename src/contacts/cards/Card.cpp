@@ -13,11 +13,6 @@ bool isContinuation(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }
 
-bool isBlank(char byte)
-{
-    return byte == ' ' || byte == '\t';
-}
-
 /// Where to end a line of at most @p room bytes that begins at @p at: never inside a character, and if possible not
 /// before a blank, which some readers drop.
 std::size_t foldPosition(std::string_view line, std::size_t at, std::size_t room)

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr std::size_t kUsualEntries = 2;
-
 /// RFC 6868: how 4.0 writes what no parameter value may hold.
 std::string withoutCarets(std::string_view text)
 {
@@ -29,12 +27,12 @@ bool comesBefore(std::string_view a, std::string_view b)
 
 } // namespace
 
-void CardDraft::begin(std::span<const CardLine> lines, std::vector<ImportProblem> &problems)
+void CardDraft::begin(std::span<CardLine> lines, std::vector<ImportProblem> &problems)
 {
     m_problems = &problems;
     m_record = std::make_shared<PersonRecord>();
     findGroups(lines);
-    m_sources.clear();
+    sources.clear();
     for (auto &entries : m_entries)
         entries.clear();
     exactLines.clear();
@@ -44,7 +42,7 @@ void CardDraft::begin(std::span<const CardLine> lines, std::vector<ImportProblem
     hasName = isGroup = isVersion4 = hasAccountLines = false;
 }
 
-void CardDraft::findGroups(std::span<const CardLine> lines)
+void CardDraft::findGroups(std::span<CardLine> lines)
 {
     m_groups.clear();
     for (const CardLine &line : lines) {
@@ -56,21 +54,16 @@ void CardDraft::findGroups(std::span<const CardLine> lines)
     std::ranges::sort(m_groups, comesBefore, &Group::name);
     const auto isSame = [](const Group &a, const Group &b) { return equalsIgnoringCase(a.name, b.name); };
     m_groups.erase(std::unique(m_groups.begin(), m_groups.end(), isSame), m_groups.end());
-    for (const CardLine &line : lines) {
-        Group *group = groupOf(line);
-        if (group && line.area() == CardArea::Label && !group->label)
+    for (CardLine &line : lines) {
+        if (line.group.empty())
+            continue;
+        const auto group = std::ranges::lower_bound(m_groups, line.group, comesBefore, &Group::name);
+        line.groupIndex = int(group - m_groups.begin());
+        if (line.area() == CardArea::Label && !group->label)
             group->label = &line;
-        else if (group && line.area() == CardArea::CountryCode && !group->countryCode)
+        else if (line.area() == CardArea::CountryCode && !group->countryCode)
             group->countryCode = &line;
     }
-}
-
-CardDraft::Group *CardDraft::groupOf(const CardLine &line)
-{
-    if (line.group.empty())
-        return nullptr;
-    const auto place = std::ranges::lower_bound(m_groups, line.group, comesBefore, &Group::name);
-    return place != m_groups.end() && equalsIgnoringCase(place->name, line.group) ? &*place : nullptr;
 }
 
 bool CardDraft::isLeftover(const CardLine &line)
@@ -84,30 +77,22 @@ bool CardDraft::isLeftover(const CardLine &line)
     return !group || group->countryCode != &line || !group->countryCodeUsed;
 }
 
-ImportedRecord CardDraft::finish()
-{
-    return {std::exchange(uid, {}), std::move(m_record)};
-}
-
 std::vector<ABMultiValue::Entry> &CardDraft::entries(ABProperty property)
 {
     return m_entries.at(static_cast<std::size_t>(property) - static_cast<std::size_t>(kABEmailProperty));
 }
 
-void CardDraft::addSource(const CardLine &line, bool holdsMore)
+void CardDraft::addSource(const CardLine &line, bool holdsMore, std::size_t entry)
 {
     // A group may turn out to matter once all lines are read.
     if (holdsMore || notesAllSources || !line.group.empty())
-        m_sources.push_back({&line, 0, holdsMore});
+        sources.push_back({&line, entry, holdsMore});
 }
 
 void CardDraft::addEntry(const CardLine &line, const QString &label, ABMultiValue::Value value, bool holdsMore)
 {
-    auto &list = entries(static_cast<ABProperty>(line.area()));
-    if (holdsMore || notesAllSources || !line.group.empty())
-        m_sources.push_back({&line, list.size(), holdsMore});
-    if (list.empty())
-        list.reserve(kUsualEntries);
+    auto &list = entries(propertyOf(line.area()));
+    addSource(line, holdsMore, list.size());
     list.push_back({label, std::move(value)});
 }
 
@@ -117,10 +102,10 @@ QString CardDraft::labelOf(const CardLine &line, const QString *other)
     if (group && group->label) {
         group->labelUsed = true;
         const std::string_view value = group->label->value;
-        return value.find('\\') == std::string_view::npos ? m_pool.intern(value) : unescaped(value);
+        return value.find('\\') == std::string_view::npos ? pool.intern(value) : unescaped(value);
     }
-    if ((line.paramBits & CardParam::GoogleLabel) != 0)
-        return textFromUtf8(paramText(line, "X-GOOGLE-LABEL"));
+    if (line.has(CardParam::GoogleLabel))
+        return textOfUtf8(paramText(line, "X-GOOGLE-LABEL"));
     return other ? *other : QString();
 }
 
@@ -145,6 +130,6 @@ void CardDraft::storeCollected()
         if (m_entries.at(slot).empty())
             continue;
         const auto property = static_cast<ABProperty>(slot + static_cast<std::size_t>(kABEmailProperty));
-        m_record->setMultiValue(property, ABMultiValue(std::exchange(m_entries.at(slot), {})));
+        m_record->setMultiValue(property, ABMultiValue(std::move(m_entries.at(slot))));
     }
 }

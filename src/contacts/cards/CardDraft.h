@@ -32,22 +32,23 @@ public:
         bool hasKeptLines = false; ///< lines written again under the same name
     };
 
-    /// Begins the card with these lines, whose values are UTF-8. Problems are added to @p problems.
-    void begin(std::span<const CardLine> lines, std::vector<ImportProblem> &problems);
+    /// Begins the card with these lines. Problems are added to @p problems.
+    void begin(std::span<CardLine> lines, std::vector<ImportProblem> &problems);
     /// Returns the record. The draft's views into the lines must not be used after that.
-    ImportedRecord finish();
+    ImportedRecord finish() { return {std::exchange(uid, {}), std::move(m_record)}; }
 
     PersonRecord &record() { return *m_record; }
-    TextPool &pool() { return m_pool; }
-    std::vector<Source> &sources() { return m_sources; }
     std::vector<ABMultiValue::Entry> &entries(ABProperty property);
     /// nullptr if the line has none.
-    Group *groupOf(const CardLine &line);
+    Group *groupOf(const CardLine &line)
+    {
+        return line.groupIndex < 0 ? nullptr : &m_groups[std::size_t(line.groupIndex)];
+    }
     /// Whether the line is a label or country code that no value uses.
     bool isLeftover(const CardLine &line);
 
     /// Records that the line is in the record. Without @p holdsMore it says nothing beyond that.
-    void addSource(const CardLine &line, bool holdsMore);
+    void addSource(const CardLine &line, bool holdsMore, std::size_t entry = 0);
     void addEntry(const CardLine &line, const QString &label, ABMultiValue::Value value, bool holdsMore);
     /// The line's explicit label, otherwise @p other; null for none.
     QString labelOf(const CardLine &line, const QString *other);
@@ -56,6 +57,9 @@ public:
     void lose(const CardLine &line, const QString &reason);
     /// Moves the entries and the note into the record.
     void storeCollected();
+
+    TextPool pool;
+    std::vector<Source> sources;
 
     // Left by the readers of single lines for the end of the card.
     QString uid; ///< null when there is none
@@ -73,12 +77,10 @@ private:
     static constexpr std::size_t kMultiCount =
         static_cast<std::size_t>(kABSocialProfileProperty) - static_cast<std::size_t>(kABEmailProperty) + 1;
 
-    void findGroups(std::span<const CardLine> lines);
+    void findGroups(std::span<CardLine> lines);
 
-    TextPool m_pool;
     std::vector<Group> m_groups; // sorted by name, case ignored
     std::shared_ptr<PersonRecord> m_record;
     std::array<std::vector<ABMultiValue::Entry>, kMultiCount> m_entries;
-    std::vector<Source> m_sources;
     std::vector<ImportProblem> *m_problems = nullptr;
 };

@@ -48,9 +48,3 @@ std::string printLabelled(const UnitToPrint &unit);
 /// One entry of a list: a line with @p params before those of its label, and the lines that belong to it by a group.
 std::string entryUnit(const CardRow &row, const QString &label, std::string params, std::string_view value,
     const QString *countryCode = nullptr);
-
-inline std::span<const ABMultiValue::Entry> entriesOf(const PersonRecord &record, CardArea area)
-{
-    const ABMultiValue *list = record.multiValue(static_cast<ABProperty>(area));
-    return list ? list->entries() : std::span<const ABMultiValue::Entry>();
-}

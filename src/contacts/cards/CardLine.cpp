@@ -5,6 +5,8 @@
 #include "contacts/cards/CardMap.h"
 #include "contacts/cards/TextCoding.h"
 
+#include <memory>
+
 namespace {
 
 using Encoding = CardLine::Encoding;
@@ -42,40 +44,25 @@ std::size_t unquotedLength(std::string_view text, char separator)
     return at;
 }
 
-void readTypes(CardLine &line, std::string_view words)
-{
-    std::string_view word;
-    while (takeWord(words, word))
-        line.types = static_cast<quint16>(line.types | typeBit(word));
-}
-
-void readBareParam(CardLine &line, std::string_view word)
-{
-    if (const auto encoding = encodingOf(word))
-        line.encoding = *encoding;
-    else
-        readTypes(line, word);
-    line.hasBareParams = true;
-}
-
 void readParams(CardLine &line)
 {
     std::string_view rest = line.params;
     LineParam param;
     while (takeParam(rest, param)) {
-        if (param.name.empty()) {
-            readBareParam(line, param.value);
-            continue;
-        }
-        const quint16 bit = paramBit(param.name);
-        line.paramBits = static_cast<quint16>(line.paramBits | bit);
-        if (bit == CardParam::Type) {
-            readTypes(line, param.value);
-        } else if (bit == CardParam::Charset) {
+        const unsigned bit = paramBit(param.name);
+        line.paramBits |= bit;
+        std::optional<Encoding> encoding;
+        if (bit == CardParam::Bare)
+            encoding = encodingOf(param.value);
+        else if (bit == CardParam::Encoding)
+            encoding = encodingOf(withoutQuotes(param.value));
+        if (encoding)
+            line.encoding = *encoding;
+        else if (bit == CardParam::Charset)
             line.charset = withoutQuotes(param.value);
-        } else if (bit == CardParam::Encoding) {
-            if (const auto encoding = encodingOf(withoutQuotes(param.value)))
-                line.encoding = *encoding;
+        else if (bit == CardParam::Type || bit == CardParam::Bare) {
+            for (std::string_view word; takeWord(param.value, word);)
+                line.types |= typeBit(word);
         }
     }
 }
@@ -91,8 +78,8 @@ void append(std::string &out, std::string_view name, std::string_view value)
 /// One parameter as 3.0 has it; nothing for those that only say how the value's bytes were written.
 void appendParam(std::string &out, const LineParam &param)
 {
-    const quint16 bit = param.name.empty() ? quint16(0) : paramBit(param.name);
-    const bool maybeEncoding = param.name.empty() || bit == CardParam::Encoding;
+    const unsigned bit = paramBit(param.name);
+    const bool maybeEncoding = bit == CardParam::Bare || bit == CardParam::Encoding;
     const auto encoding = maybeEncoding ? encodingOf(withoutQuotes(param.value)) : std::nullopt;
     if (bit == CardParam::Charset)
         return;
@@ -111,14 +98,9 @@ CardArea CardLine::area() const
     return row ? row->area : CardArea::None;
 }
 
-bool CardLine::isBegin(std::string_view component) const
+bool CardLine::frames(CardArea beginOrEnd, std::string_view component) const
 {
-    return area() == CardArea::Begin && equalsIgnoringCase(trimmed(value), component);
-}
-
-bool CardLine::isEnd(std::string_view component) const
-{
-    return area() == CardArea::End && equalsIgnoringCase(trimmed(value), component);
+    return area() == beginOrEnd && equalsIgnoringCase(trimmed(value), component);
 }
 
 bool takeParam(std::string_view &rest, LineParam &param)
@@ -170,6 +152,19 @@ std::string_view paramValue(const CardLine &line, std::string_view name)
     return {};
 }
 
+std::string_view findWord(const CardLine &line, unsigned params, const std::function<bool(std::string_view)> &wanted)
+{
+    LineParam param;
+    for (std::string_view rest = line.params; takeParam(rest, param);) {
+        std::string_view word;
+        while ((paramBit(param.name) & params) != 0 && takeWord(param.value, word)) {
+            if (wanted(word))
+                return word;
+        }
+    }
+    return {};
+}
+
 bool HeadFinder::find(std::string_view text)
 {
     for (; m_position < text.size(); ++m_position) {
@@ -198,7 +193,7 @@ bool HeadFinder::findIgnoringQuotes(std::string_view text)
 
 void parseLine(CardLine &line, std::string_view text, const HeadFinder &head)
 {
-    line = CardLine();
+    std::construct_at(&line); // an assignment would copy a large temporary object
     if (head.colon == HeadFinder::npos) {
         line.value = text;
         return;
@@ -233,11 +228,11 @@ namespace {
 /// The line as it stands in memory, if it stands there as it would be written; else empty.
 std::string_view wholeLine(const CardLine &line, std::string_view group, std::string_view value)
 {
-    constexpr unsigned rewritten = CardParam::Charset | CardParam::Encoding;
+    constexpr unsigned rewritten = CardParam::Bare | CardParam::Charset | CardParam::Encoding;
     const char *begin = line.name.data();
     const char *headEnd = line.params.data() + line.params.size();
     const bool isWhole = begin + line.name.size() == line.params.data() && headEnd + 1 == value.data();
-    if (!group.empty() || !isWhole || line.hasBareParams || (line.paramBits & rewritten) != 0)
+    if (!group.empty() || !isWhole || line.has(rewritten))
         return {};
     return {begin, static_cast<std::size_t>(value.data() + value.size() - begin)};
 }

@@ -4,6 +4,7 @@
 
 #include "contacts/cards/CardWords.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -23,21 +24,24 @@ struct CardLine
     std::string_view charset;
     const CardRow *row = nullptr; ///< the name's row in the map; nullptr if there is none
     qint64 number = 0; ///< its first line; lines count from 1
-    quint16 types = 0; ///< bits of CardType
-    quint16 paramBits = 0; ///< bits of CardParam
+    unsigned types = 0; ///< bits of CardType
+    unsigned paramBits = 0; ///< bits of CardParam
     Encoding encoding = Encoding::Plain;
     bool hasColon = false; ///< false: the whole line is in value
-    bool hasBareParams = false; ///< as in 2.1
+    bool isUtf8 = false; ///< known to be
+    int groupIndex = -1; ///< in a draft; -1 if it has no group
 
     CardArea area() const;
-    bool isBegin(std::string_view component) const;
-    bool isEnd(std::string_view component) const;
+    /// Whether it begins or ends a card or another component.
+    bool frames(CardArea beginOrEnd, std::string_view component) const;
+    bool has(unsigned bits) const { return (paramBits & bits) != 0; }
     /// Whether it has parameters that a plain line would not have, apart from TYPE.
     bool hasUnusualParams() const
     {
-        constexpr unsigned usual = CardParam::Type | CardParam::Encoding | CardParam::Charset | CardParam::Value;
-        return (paramBits & ~usual) != 0;
+        return has(~(CardParam::Bare | CardParam::Type | CardParam::Encoding | CardParam::Charset | CardParam::Value));
     }
+    /// Whether it says nothing beyond its value.
+    bool hasOnlyValue() const { return types == 0 && !hasUnusualParams(); }
 };
 
 /// One parameter. A bare word (2.1) is a value without a name.
@@ -53,6 +57,8 @@ bool takeParam(std::string_view &rest, LineParam &param);
 bool takeWord(std::string_view &rest, std::string_view &word);
 /// The value of this parameter, without quotes; empty if missing.
 std::string_view paramValue(const CardLine &line, std::string_view name);
+/// The first word that is @p wanted in the parameters @p params, bits of CardParam; empty if there is none.
+std::string_view findWord(const CardLine &line, unsigned params, const std::function<bool(std::string_view)> &wanted);
 
 /// Finds the parts of a line's head, even if the text comes in pieces. A ':' inside quotes does not end it.
 class HeadFinder

@@ -4,6 +4,8 @@
 
 #include "contacts/cards/CardFields.h"
 
+#include <unordered_map>
+
 namespace {
 
 bool passOver(CardDraft &, const CardLine &)
@@ -94,9 +96,25 @@ std::span<const CardRow> cardRows()
 
 const CardRow *cardRow(std::string_view name)
 {
-    const auto *found = std::ranges::find_if(
-        kRows, [name](std::string_view each) { return equalsIgnoringCase(each, name); }, &CardRow::name);
-    return found == kRows.end() ? nullptr : found;
+    struct Hash // names differ in length and at their ends
+    {
+        std::size_t operator()(std::string_view text) const
+        {
+            return text.empty() ? 0 : text.size() * 31 + std::size_t(upperAscii(text.back()));
+        }
+    };
+    struct IsSame
+    {
+        bool operator()(std::string_view a, std::string_view b) const { return equalsIgnoringCase(a, b); }
+    };
+    static const auto rows = [] {
+        std::unordered_map<std::string_view, const CardRow *, Hash, IsSame> byName;
+        for (const CardRow &row : kRows)
+            byName.emplace(row.name, &row);
+        return byName;
+    }();
+    const auto found = rows.find(name);
+    return found == rows.end() ? nullptr : found->second;
 }
 
 CardUnits unitsOf(CardArea area, const CardPerson &person)

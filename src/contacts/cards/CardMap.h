@@ -39,6 +39,11 @@ constexpr CardArea areaOf(ABProperty property)
     }
 }
 
+constexpr ABProperty propertyOf(CardArea area)
+{
+    return static_cast<ABProperty>(area);
+}
+
 /// Whether the area is a list of entries.
 constexpr bool isList(CardArea area)
 {
@@ -100,8 +105,7 @@ CardUnits unitsOf(CardArea area, const CardPerson &person);
 void takeNameFromFormattedName(CardDraft &draft);
 /// Merges accounts that a card names twice, by IMPP and by a line such as X-AIM.
 void mergeAccounts(CardDraft &draft);
-/// The escaped name for display, which a card must have: from the name's parts, or else the organisation, or else an
-/// address of the person.
+/// The escaped name for display.
 std::string formattedName(const PersonRecord &record);
-/// Whether that name is @p name (UTF-8, still escaped), without building it.
+/// Whether that name is @p name (UTF-8, still escaped).
 bool isFormattedName(const PersonRecord &record, std::string_view name);

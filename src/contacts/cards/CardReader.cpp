@@ -29,7 +29,7 @@ std::string_view keptValue(const CardLine &line, std::string &memory)
     if (line.encoding != CardLine::Encoding::Base64 || line.value.find_first_of(" \t") == std::string_view::npos)
         return line.value;
     // Blanks in base64 are left over from folding.
-    std::ranges::copy_if(line.value, std::back_inserter(memory), [](char c) { return c != ' ' && c != '\t'; });
+    std::ranges::remove_copy_if(line.value, std::back_inserter(memory), isBlank);
     return memory;
 }
 
@@ -62,7 +62,7 @@ ImportedRecord CardReader::read(std::vector<CardLine> &lines, TextBuffers &texts
     readLines(lines);
     if (meanings) {
         meanings->assign(lines.size(), {});
-        for (const CardDraft::Source &source : m_draft.sources())
+        for (const CardDraft::Source &source : m_draft.sources)
             meanings->at(std::size_t(source.line - lines.data())) = {LineMeaning::Value, source.entry, {}};
         for (const Kept &each : m_kept) {
             if (each.kept.basis.isNull())
@@ -88,17 +88,18 @@ void CardReader::decode(CardLine &line, TextBuffers &texts)
     if (line.encoding == CardLine::Encoding::Base64)
         return;
     if (line.encoding == CardLine::Encoding::QuotedPrintable) {
-        std::string &text = texts.add();
+        std::string &text = texts.emplace_back();
         appendQuotedPrintable(line.value, text);
         line.value = text;
     }
     constexpr char escape = '\x1B'; // begins another script in charsets that look like ASCII
-    const bool isUnchanged = isAscii(line.value)
-        ? line.charset.empty() || line.value.find(escape) == std::string_view::npos
-        : line.charset.empty() && isUtf8(line.value);
+    const bool isKnown = line.isUtf8 && line.encoding == CardLine::Encoding::Plain;
+    const bool isUnchanged = line.charset.empty()
+        ? isKnown || isUtf8(line.value)
+        : isAscii(line.value) && line.value.find(escape) == std::string_view::npos;
     if (isUnchanged)
         return;
-    std::string &text = texts.add();
+    std::string &text = texts.emplace_back();
     m_decoder.appendDecoded(line.value, line.charset, text);
     line.value = text;
 }
@@ -135,7 +136,7 @@ void CardReader::readLines(const std::vector<CardLine> &lines)
     mergeAccounts(m_draft);
     m_draft.storeCollected();
     keepFormattedName();
-    for (const CardDraft::Source &source : m_draft.sources())
+    for (const CardDraft::Source &source : m_draft.sources)
         keepSource(source);
 }
 
@@ -144,7 +145,7 @@ void CardReader::keep(const CardLine &line)
 {
     if (CardDraft::Group *group = m_draft.groupOf(line))
         group->hasKeptLines = true;
-    m_kept.push_back({&line, {textFromUtf8(normalised(line, line.group)), QString()}});
+    m_kept.push_back({&line, {textOfUtf8(normalised(line, line.group)), QString()}});
 }
 
 void CardReader::keepFormattedName()
@@ -152,8 +153,7 @@ void CardReader::keepFormattedName()
     const CardLine *line = m_draft.formattedName;
     if (!line)
         return;
-    const bool holdsMore =
-        line->types != 0 || line->hasUnusualParams() || !isFormattedName(m_draft.record(), line->value);
+    const bool holdsMore = !line->hasOnlyValue() || !isFormattedName(m_draft.record(), line->value);
     if (holdsMore || !line->group.empty())
         keepSource({line, 0, holdsMore});
 }
@@ -176,11 +176,11 @@ void CardReader::keepSource(const CardDraft::Source &source)
     if (mayHaveMore) {
         const auto [place, isFirst] = m_joined.emplace(std::pair(area, source.entry), m_kept.size());
         if (!isFirst) {
-            m_kept[place->second].kept.text += u'\n' + textFromUtf8(text);
+            m_kept[place->second].kept.text += u'\n' + textOfUtf8(text);
             return;
         }
     }
-    m_kept.push_back({source.line, {textFromUtf8(text), plain ? textFromUtf8(*plain) : QString()}});
+    m_kept.push_back({source.line, {textOfUtf8(text), plain ? textOfUtf8(*plain) : QString()}});
 }
 
 /// The plain form of a value; nullptr where it has none.

@@ -18,24 +18,12 @@ bool isOfValue(std::string_view param)
     return std::ranges::any_of(names, [param](std::string_view name) { return equalsIgnoringCase(name, param); });
 }
 
-bool hasTypeWord(const CardLine &line, std::string_view wanted)
-{
-    LineParam param;
-    for (std::string_view rest = line.params; takeParam(rest, param);) {
-        std::string_view word;
-        for (std::string_view words = param.value; equalsIgnoringCase(param.name, "TYPE") && takeWord(words, word);) {
-            if (equalsIgnoringCase(word, wanted))
-                return true;
-        }
-    }
-    return false;
-}
-
 std::string carriedParams(const CardLine &old, const CardLine &line)
 {
     std::string carried;
     for (const std::string_view word : {"INTERNET", "PREF"}) { // they name no label
-        if (hasTypeWord(old, word) && !hasTypeWord(line, word))
+        const auto is = [word](std::string_view each) { return equalsIgnoringCase(each, word); };
+        if (!findWord(old, CardParam::Type, is).empty() && findWord(line, CardParam::Type, is).empty())
             carried.append(";TYPE=").append(word);
     }
     LineParam param;
@@ -65,12 +53,6 @@ std::string mergedValue(const CardLine &old, const CardLine &line)
     return std::string(organization).append(";").append(takePart(rest)).append(";").append(oldRest);
 }
 
-QString part(const PersonRecord &record, ABProperty property)
-{
-    const QString *text = record.text(property);
-    return text ? *text : QString();
-}
-
 QString joined(const QString &a, const QString &separator, const QString &b)
 {
     return a.isEmpty() || b.isEmpty() ? QString(a % b) : QString(a % separator % b);
@@ -81,10 +63,10 @@ std::array<QString, 8> fileAsTexts(const PersonRecord &record)
 {
     const QString comma = QStringLiteral(", ");
     const QString blank = QStringLiteral(" ");
-    const QString last = part(record, kABLastNameProperty);
-    const QString first = part(record, kABFirstNameProperty);
-    const QString company = part(record, kABOrganizationProperty);
-    const QString given = joined(first, blank, part(record, kABMiddleNameProperty));
+    const QString last = record.textOrEmpty(kABLastNameProperty);
+    const QString first = record.textOrEmpty(kABFirstNameProperty);
+    const QString company = record.textOrEmpty(kABOrganizationProperty);
+    const QString given = joined(first, blank, record.textOrEmpty(kABMiddleNameProperty));
     const QString inBrackets = company.isEmpty() ? QString() : QString(u'(' % company % u')');
     const QString filed = joined(last, comma, given);
     return {filed, joined(last, comma, first), joined(given, blank, last), joined(first, blank, last),

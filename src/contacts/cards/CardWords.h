@@ -4,48 +4,61 @@
 
 #include "contacts/model/ABProperties.h"
 
+#include <string>
 #include <string_view>
 
 /// Words of the TYPE parameter, as bits.
 namespace CardType {
-inline constexpr quint16 Home = 1U << 0U;
-inline constexpr quint16 Work = 1U << 1U;
-inline constexpr quint16 Cell = 1U << 2U;
-inline constexpr quint16 IPhone = 1U << 3U;
-inline constexpr quint16 Main = 1U << 4U;
-inline constexpr quint16 Fax = 1U << 5U;
-inline constexpr quint16 Pager = 1U << 6U;
-inline constexpr quint16 Others = 1U << 7U; ///< the word OTHER
-inline constexpr quint16 Voice = 1U << 8U;
-inline constexpr quint16 Internet = 1U << 9U;
-inline constexpr quint16 Unknown = 1U << 10U; ///< any other word
+enum : unsigned {
+    Home = 1U << 0U,
+    Work = 1U << 1U,
+    Cell = 1U << 2U,
+    IPhone = 1U << 3U,
+    Main = 1U << 4U,
+    Fax = 1U << 5U,
+    Pager = 1U << 6U,
+    Others = 1U << 7U, ///< the word OTHER
+    Voice = 1U << 8U,
+    Internet = 1U << 9U,
+    Unknown = 1U << 10U, ///< any other word
+};
 } // namespace CardType
 
 /// Parameters, as bits.
 namespace CardParam {
-inline constexpr quint16 Type = 1U << 0U;
-inline constexpr quint16 Encoding = 1U << 1U;
-inline constexpr quint16 Charset = 1U << 2U;
-inline constexpr quint16 Value = 1U << 3U;
-inline constexpr quint16 ServiceType = 1U << 4U;
-inline constexpr quint16 User = 1U << 5U;
-inline constexpr quint16 GoogleLabel = 1U << 6U;
-inline constexpr quint16 OmitYear = 1U << 7U;
-inline constexpr quint16 Unknown = 1U << 8U; ///< any other parameter
+enum : unsigned {
+    Bare = 1U << 0U, ///< a word without a name (2.1)
+    Type = 1U << 1U,
+    Encoding = 1U << 2U,
+    Charset = 1U << 3U,
+    Value = 1U << 4U,
+    ServiceType = 1U << 5U,
+    User = 1U << 6U,
+    GoogleLabel = 1U << 7U,
+    OmitYear = 1U << 8U,
+    Unknown = 1U << 9U, ///< any other parameter
+};
 } // namespace CardParam
 
 /// One bit of CardType.
-quint16 typeBit(std::string_view word);
+unsigned typeBit(std::string_view word);
 /// One bit of CardParam.
-quint16 paramBit(std::string_view word);
+unsigned paramBit(std::string_view word);
 
-/// The label that TYPE words give a value of @p property, or nullptr; @p plainTypes receives the words that are written
-/// for this label.
-const QString *labelOfTypes(ABProperty property, quint16 types, quint16 &plainTypes);
+/// A label, the TYPE words that must all be there for it, and those that it is written with.
+struct TypeLabel
+{
+    unsigned needed;
+    unsigned written;
+    bool ofPhonesOnly;
+    const QString &label;
+};
+/// What TYPE words say of a value of @p property, or nullptr.
+const TypeLabel *labelOfTypes(ABProperty property, unsigned types);
 /// The TYPE words for @p label; empty if it has to be spelled out.
-QLatin1StringView typesOfLabel(ABProperty property, const QString &label);
+std::string typesOfLabel(ABProperty property, const QString &label);
 /// The TYPE words that a reader assumes for @p property anyway.
-quint16 assumedTypes(ABProperty property);
+unsigned assumedTypes(ABProperty property);
 
 /// The label of a relation by its RELATED type or its line's name; nullptr if there is no standard one.
 const QString *relationLabel(std::string_view word);
@@ -54,15 +67,15 @@ const QString *relationLabel(std::string_view word);
 struct CardService
 {
     const QString *service;
-    QLatin1StringView word;
-    QLatin1StringView scheme;
+    std::string_view word;
+    std::string_view scheme;
     std::string_view otherWords; ///< other words for it, including its scheme if unique
 };
 /// By any word for it, its line's name without "X-", or its scheme; nullptr if unknown.
 const CardService *serviceOfWord(std::string_view word);
 const CardService *serviceOfText(const QString &service);
 
-/// Whether a TYPE word can name a social network, having no other meaning.
-bool isNetworkWord(std::string_view word);
+/// Whether a TYPE word has no other meaning than to name a relation or a social network.
+bool isFreeWord(std::string_view word);
 /// nullptr if unknown.
 const QString *socialService(std::string_view word);

@@ -10,18 +10,17 @@ constexpr std::array kAddressParts{
     kABAddressStreetKey, kABAddressCityKey, kABAddressStateKey, kABAddressZIPKey, kABAddressCountryKey};
 
 /// The label that a line's TYPE words stand for, unless one is spelled out, and whether the words say more than that.
-struct TypeLabel
+struct LineLabel
 {
-    TypeLabel(CardDraft &draft, const CardLine &line)
+    LineLabel(CardDraft &draft, const CardLine &line)
     {
-        const auto property = static_cast<ABProperty>(line.area());
-        quint16 plainTypes = 0;
-        const unsigned types = static_cast<unsigned>(line.types) & ~static_cast<unsigned>(assumedTypes(property));
-        const QString *ofTypes = labelOfTypes(property, line.types, plainTypes);
+        const auto property = propertyOf(line.area());
+        const TypeLabel *ofTypes = labelOfTypes(property, line.types);
         const CardDraft::Group *group = draft.groupOf(line);
-        const bool isSpelledOut = (group && group->label) || (line.paramBits & CardParam::GoogleLabel) != 0;
-        label = draft.labelOf(line, ofTypes);
-        wordsSayMore = types != (isSpelledOut ? 0U : plainTypes);
+        const bool isSpelledOut = (group && group->label) || line.has(CardParam::GoogleLabel);
+        label = draft.labelOf(line, ofTypes ? &ofTypes->label : nullptr);
+        const unsigned plainTypes = ofTypes && !isSpelledOut ? ofTypes->written : 0U;
+        wordsSayMore = (line.types & ~assumedTypes(property)) != plainTypes;
     }
 
     QString label;
@@ -40,25 +39,17 @@ bool addText(CardDraft &draft, const CardLine &line, std::string_view value, boo
 {
     if (value.empty())
         return leaveOut(draft, line);
-    const TypeLabel type(draft, line);
+    const LineLabel type(draft, line);
     draft.addEntry(line, type.label, unescaped(value), holdsMore || type.wordsSayMore || line.hasUnusualParams());
     return true;
 }
 
-/// A relation, labelled by the first word that names one.
-bool addRelation(CardDraft &draft, const CardLine &line, const QString &label)
+bool addRelation(CardDraft &draft, const CardLine &line, const QString *label, bool holdsMore)
 {
     if (line.value.empty())
         return leaveOut(draft, line);
-    draft.addEntry(line, label, unescaped(line.value), true);
+    draft.addEntry(line, draft.labelOf(line, label), unescaped(line.value), holdsMore);
     return true;
-}
-
-bool hasScheme(std::string_view value)
-{
-    const std::size_t end =
-        value.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+.-");
-    return end != std::string_view::npos && end > 0 && value[end] == ':';
 }
 
 /// A relation may point to a card or a page elsewhere instead of naming somebody.
@@ -67,35 +58,20 @@ bool isReference(const CardLine &line)
     const std::string_view kind = paramValue(line, "VALUE");
     if (equalsIgnoringCase(kind, "text"))
         return false;
+    std::string_view rest = line.value;
     return equalsIgnoringCase(kind, "uri")
-        || (hasScheme(line.value) && line.value.find_first_of(" \t") == std::string_view::npos);
+        || (!takeScheme(rest).empty() && line.value.find_first_of(" \t") == std::string_view::npos);
 }
 
 /// The label that the words of TYPE give a relation: a standard one, or else the first word itself.
 QString relationOf(const CardLine &line)
 {
-    QString label;
-    std::string_view rest = line.params;
-    LineParam param;
-    while (takeParam(rest, param)) {
-        if (!param.name.empty() && paramBit(param.name) != CardParam::Type)
-            continue;
-        std::string_view words = param.value;
-        std::string_view word;
-        while (takeWord(words, word)) {
-            if (const QString *standard = relationLabel(word))
-                return *standard;
-            if (label.isNull() && typeBit(word) == CardType::Unknown && !equalsIgnoringCase(word, "PREF"))
-                label = textFromUtf8(word);
-        }
-    }
-    return label;
-}
-
-/// Cities and countries repeat from card to card; streets and codes hardly do.
-bool isShared(ABKey key)
-{
-    return key != kABAddressStreetKey && key != kABAddressZIPKey;
+    constexpr unsigned params = CardParam::Bare | CardParam::Type;
+    const std::string_view standard = findWord(line, params, relationLabel);
+    if (!standard.empty())
+        return *relationLabel(standard);
+    const std::string_view word = findWord(line, params, isFreeWord);
+    return word.empty() ? QString() : textOfUtf8(word);
 }
 
 } // namespace
@@ -123,7 +99,7 @@ bool readAddress(CardDraft &draft, const CardLine &line)
         if (part.empty())
             continue;
         const bool isPlain = part.find('\\') == std::string_view::npos;
-        address.setValue(isPlain && isShared(key) ? draft.pool().intern(part) : unescaped(part), key);
+        address.setValue(isPlain && isShared(key) ? draft.pool.intern(part) : unescaped(part), key);
     }
     const bool holdsMore =
         !postBox.empty() || !extended.empty() || rest.find_first_not_of(';') != std::string_view::npos;
@@ -134,45 +110,37 @@ bool readAddress(CardDraft &draft, const CardLine &line)
         group->countryCodeUsed = true;
         address.setValue(unescaped(group->countryCode->value), kABAddressCountryCodeKey);
     }
-    const TypeLabel type(draft, line);
+    const LineLabel type(draft, line);
     draft.addEntry(line, type.label, std::move(address), holdsMore || type.wordsSayMore || line.hasUnusualParams());
     return true;
 }
 
 bool readRelatedName(CardDraft &draft, const CardLine &line)
 {
-    if (line.value.empty())
-        return leaveOut(draft, line);
     const QString ofTypes = relationOf(line);
-    const bool holdsMore = line.types != 0 || line.hasUnusualParams();
-    draft.addEntry(line, draft.labelOf(line, &ofTypes), unescaped(line.value), holdsMore);
-    return true;
+    return addRelation(draft, line, &ofTypes, !line.hasOnlyValue());
 }
 
 bool readRelated(CardDraft &draft, const CardLine &line)
 {
-    if (isReference(line))
-        return false;
     const QString ofTypes = relationOf(line);
-    return addRelation(draft, line, draft.labelOf(line, &ofTypes));
+    return !isReference(line) && addRelation(draft, line, &ofTypes, true);
 }
 
 bool readRelation(CardDraft &draft, const CardLine &line)
 {
-    const QString *ofName = relationLabel(line.name.substr(line.name.rfind('-') + 1));
-    return addRelation(draft, line, draft.labelOf(line, ofName));
+    return addRelation(draft, line, relationLabel(line.name.substr(line.name.rfind('-') + 1)), true);
 }
 
 std::string entryUnit(
     const CardRow &row, const QString &label, std::string params, std::string_view value, const QString *countryCode)
 {
-    const QLatin1StringView types =
-        label.isNull() ? QLatin1StringView() : typesOfLabel(static_cast<ABProperty>(row.area), label);
-    if (!types.isEmpty())
-        params.append(";TYPE=").append(types.data(), std::size_t(types.size()));
+    const std::string types = label.isNull() ? std::string() : typesOfLabel(propertyOf(row.area), label);
+    if (!types.empty())
+        params.append(";TYPE=").append(types);
     std::string line(row.name);
     line.append(params).append(":").append(value);
-    const bool isSpelledOut = !label.isNull() && types.isEmpty();
+    const bool isSpelledOut = !label.isNull() && types.empty();
     if (!isSpelledOut && !countryCode)
         return line;
     line.insert(0, kUnitMark);
@@ -186,13 +154,13 @@ std::string entryUnit(
 void writeEntries(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
     const Escapes escapes = row.area == areaOf(kABURLsProperty) ? Escapes::OnlyBackslashAndNewline : Escapes::All;
-    for (const auto &entry : entriesOf(person.record, row.area))
+    for (const auto &entry : person.record.entries(propertyOf(row.area)))
         units.push_back(entryUnit(row, entry.label, {}, escaped(entry.text(), escapes)));
 }
 
 void writeAddresses(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
-    for (const auto &entry : entriesOf(person.record, row.area)) {
+    for (const auto &entry : person.record.entries(propertyOf(row.area))) {
         std::string value = ";";
         for (const ABKey key : kAddressParts) {
             const QString *part = entry.dictionary().valueForKey(key);
@@ -213,9 +181,8 @@ std::string printLabelled(const UnitToPrint &unit)
     const CardLine value = parsedLine(std::string_view(lines).substr(0, end));
     const CardLine label = parsedLine(std::string_view(lines).substr(end + 1, lines.find('\n', end + 1) - end - 1));
     const QString text = unescaped(label.value);
-    const auto breaksOut = [](QChar c) { return c == u'"' || c < u' ' || c == QChar(0x7F); };
-    if (label.area() != CardArea::Label || (value.paramBits & (CardParam::Type | CardParam::GoogleLabel)) != 0
-        || text.isEmpty() || std::ranges::any_of(text, breaksOut))
+    if (label.area() != CardArea::Label || value.has(CardParam::Type | CardParam::GoogleLabel) || text.isEmpty()
+        || breaksParam(text))
         return lines;
     const auto place = std::size_t(value.name.data() + value.name.size() - lines.data());
     return lines.insert(place, ";TYPE=OTHER;X-GOOGLE-LABEL=\"" + text.toStdString() + '"');

@@ -34,11 +34,7 @@ bool isSame(std::optional<ABProperty> property, const CardValues &a, const CardV
 {
     if (property == kABUIDProperty)
         return a.uid == b.uid;
-    if (property)
-        return a.record.value(*property) == b.record.value(*property);
-    const QByteArray *left = a.record.imageData();
-    const QByteArray *right = b.record.imageData();
-    return left && right ? *left == *right : left == right;
+    return property ? a.record.value(*property) == b.record.value(*property) : a.record.hasImageOf(b.record);
 }
 
 /// The JSON of a record that has no other property.
@@ -60,7 +56,7 @@ std::string exactLine(
     QLatin1StringView name, std::optional<ABProperty> property, const CardValues &wanted, const CardValues &read)
 {
     return std::string("X-PEOPLENOOK-EXACT;X-PROPERTY=") + name.data() + ";X-SUM=" + sum(json(property, read)) + ':'
-        + escaped(textFromUtf8(json(property, wanted)));
+        + escaped(textOfUtf8(json(property, wanted)));
 }
 
 bool isSayable(const QString &text)
@@ -69,55 +65,38 @@ bool isSayable(const QString &text)
 }
 
 /// What a reader cannot take for another value or for none.
-bool isSayableValue(const QString *text)
+bool isSayableValue(const QString &text)
 {
-    return text && !text->isEmpty() && isSayable(*text);
+    return !text.isEmpty() && isSayable(text);
 }
 
-bool isSayableAccount(const ABDictionary &account)
+bool isSayableDictionary(ABProperty property, const ABMultiValue::Entry &entry)
 {
-    const QString *service = account.valueForKey(kABInstantMessageServiceKey);
-    return service && serviceOfText(*service) && isSayableValue(account.valueForKey(kABInstantMessageUsernameKey));
-}
-
-bool isSayableProfile(const ABMultiValue::Entry &profile)
-{
-    const QString *service = profile.dictionary().valueForKey(kABSocialProfileServiceKey);
-    const QString *username = profile.dictionary().valueForKey(kABSocialProfileUsernameKey);
-    const QString *known = service ? socialService(service->toStdString()) : nullptr;
-    const auto endsParam = [](QChar c) { return c < u' ' || c == u'"' || c == u'^' || c == QChar(0x7F); };
-    return !profile.label.isNull() && known && *known == *service && username && !username->isEmpty()
-        && std::ranges::none_of(*username, endsParam);
-}
-
-bool isSayableAddress(const ABDictionary &address)
-{
-    bool hasPart = false;
-    for (const auto &[key, text] : address) {
-        const bool isCode = key == kABAddressCountryCodeKey;
-        hasPart = hasPart || !isCode;
-        if (!isSayable(text) || (text.isEmpty() && !isCode))
-            return false;
-    }
-    return hasPart;
+    const ABDictionary &parts = entry.dictionary();
+    const auto isSayablePart = [](const ABDictionary::Entry &part) { return isSayableValue(part.second); };
+    if (parts.isEmpty() || !std::ranges::all_of(parts, isSayablePart))
+        return false;
+    const auto &[firstKey, first] = *parts.begin();
+    if (property == kABAddressProperty)
+        return firstKey != kABAddressCountryCodeKey;
+    if (property == kABInstantMessageProperty)
+        return firstKey == kABInstantMessageServiceKey && serviceOfText(first)
+            && parts.valueForKey(kABInstantMessageUsernameKey);
+    const QString *username = parts.valueForKey(kABSocialProfileUsernameKey);
+    const QString *known = socialService(first.toStdString());
+    return !entry.label.isNull() && firstKey == kABSocialProfileServiceKey && known && *known == first && username
+        && !breaksParam(*username) && !username->contains(u'^');
 }
 
 bool isSayableEntry(ABProperty property, const ABMultiValue::Entry &entry)
 {
     if (!isSayable(entry.label) || entry.label.contains(u'^'))
         return false;
-    switch (property) {
-    case kABAddressProperty:
-        return isSayableAddress(entry.dictionary());
-    case kABInstantMessageProperty:
-        return isSayableAccount(entry.dictionary());
-    case kABSocialProfileProperty:
-        return isSayableProfile(entry);
-    case kABPhoneProperty:
-        return isSayableValue(&entry.text()) && !entry.text().startsWith(QLatin1String("tel:"), Qt::CaseInsensitive);
-    default:
-        return isSayableValue(&entry.text());
-    }
+    const auto *text = std::get_if<QString>(&entry.value);
+    if (!text)
+        return isSayableDictionary(property, entry);
+    return isSayableValue(*text)
+        && (property != kABPhoneProperty || !text->startsWith(QLatin1String("tel:"), Qt::CaseInsensitive));
 }
 
 bool isSayableProperty(const ABPropertyInfo &info, const PersonRecord &record)
@@ -126,7 +105,7 @@ bool isSayableProperty(const ABPropertyInfo &info, const PersonRecord &record)
         return std::holds_alternative<std::monostate>(record.value(info.property));
     switch (info.kind) {
     case ABPropertyKind::Text:
-        return !record.text(info.property) || isSayableValue(record.text(info.property));
+        return !record.text(info.property) || isSayableValue(*record.text(info.property));
     case ABPropertyKind::Integer:
         return !record.flags() || record.flags() == kABShowAsCompany;
     case ABPropertyKind::MultiText:
@@ -178,7 +157,7 @@ std::vector<std::string> exactLines(const CardValues &wanted, const CardValues &
 
 bool applyExactValue(std::string_view property, std::string_view sum, const QString &value, CardValues &values)
 {
-    const QString name = textFromUtf8(property);
+    const QString name = textOfUtf8(property);
     const auto which = propertyOf(name);
     if (!which && name != kImage)
         return false;

@@ -12,19 +12,12 @@ namespace {
 
 using Encoding = CardLine::Encoding;
 
-constexpr std::size_t kMostIdleTexts = 256;
-constexpr std::size_t kLongestIdleText = 1 << 16;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 const char *find(const char *begin, const char *end, char wanted)
 {
     const void *found = begin == end ? nullptr : std::memchr(begin, wanted, static_cast<std::size_t>(end - begin));
     return found ? static_cast<const char *>(found) : end;
-}
-
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\t';
 }
 
 /// A quoted-printable value ends in '=' at a soft break, whatever few blanks a mail program put behind it.
@@ -48,30 +41,11 @@ bool isFrame(std::string_view line)
 
 } // namespace
 
-std::string &TextBuffers::add()
-{
-    if (m_used == m_texts.size())
-        m_texts.emplace_back();
-    std::string &text = m_texts[m_used++];
-    text.clear();
-    return text;
-}
-
-void TextBuffers::clear()
-{
-    if (m_used > kMostIdleTexts)
-        m_texts.clear();
-    for (std::size_t i = 0; i < std::min(m_used, m_texts.size()); ++i) {
-        if (m_texts[i].capacity() > kLongestIdleText)
-            m_texts[i] = std::string();
-    }
-    m_used = 0;
-}
-
 LineReader::LineReader(QByteArray data)
     : m_data(std::move(data))
     , m_at(m_data.constData())
     , m_end(m_at + m_data.size())
+    , m_isUtf8(::isUtf8(view(m_data)))
     , m_lineFeed(find(m_at, m_end, '\n'))
 { }
 
@@ -138,8 +112,7 @@ bool LineReader::takeBase64(std::string &text)
 
 void LineReader::unfold(CardLine &line, std::string_view first, HeadFinder head)
 {
-    std::string &text = m_buffers.add();
-    text = first;
+    std::string &text = m_buffers.emplace_back(first);
     bool isHeadRead = head.colon != HeadFinder::npos;
     for (;;) {
         if (line.encoding == Encoding::QuotedPrintable && takeSoftBreak(text))
@@ -188,6 +161,7 @@ bool LineReader::next(CardLine &line)
     if (isFolded || softBreak || line.encoding == Encoding::Base64)
         unfold(line, text, head);
     line.number = number;
+    line.isUtf8 = m_isUtf8;
     line.raw = {begin, static_cast<std::size_t>(m_at - begin)};
     return true;
 }

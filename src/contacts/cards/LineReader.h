@@ -8,17 +8,8 @@
 
 #include <deque>
 
-/// Texts with stable addresses until the next clear(). Reuses its memory.
-class TextBuffers
-{
-public:
-    std::string &add();
-    void clear();
-
-private:
-    std::deque<std::string> m_texts;
-    std::size_t m_used = 0;
-};
+/// Texts that stay where they are when more are added.
+using TextBuffers = std::deque<std::string>;
 
 /// Splits data into content lines: undoes folding, soft line breaks and base64 over several lines. Knows nothing about
 /// cards. Reads every byte a fixed number of times. The data must not be in a wide encoding.
@@ -49,6 +40,7 @@ private:
     QByteArray m_data;
     const char *m_at;
     const char *m_end;
+    bool m_isUtf8; // as a whole, and so each line
     const char *m_lineFeed; // the first line feed at or after m_at, or m_end
     qint64 m_line = 0; // physical lines before m_at
     std::size_t m_indent = 0; // blanks before the last BEGIN, and so before each line of its card

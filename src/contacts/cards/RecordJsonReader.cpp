@@ -48,25 +48,17 @@ Value wanted(simdjson::simdjson_result<Value> result, std::string_view key, cons
     return value;
 }
 
-std::string_view keyOf(simdjson::simdjson_result<ondemand::field> &field)
+template <typename Value> Value taken(simdjson::simdjson_result<Value> result)
 {
-    std::string_view key;
-    if (const auto error = field.unescaped_key().get(key))
+    Value value;
+    if (const auto error = std::move(result).get(value))
         refuse(error);
-    return key;
+    return value;
 }
 
 std::string_view textIn(ondemand::value value, std::string_view key)
 {
     return wanted(value.get_string(), key, "must be a text");
-}
-
-ondemand::value valueOf(simdjson::simdjson_result<ondemand::field> &field)
-{
-    ondemand::value value;
-    if (const auto error = field.value().get(value))
-        refuse(error);
-    return value;
 }
 
 QDate dateFrom(std::string_view key, std::string_view text)
@@ -75,13 +67,6 @@ QDate dateFrom(std::string_view key, std::string_view text)
     if (text.size() != 10 || !date.isValid())
         refuse(key, QStringLiteral("must be a date that exists, as YYYY-MM-DD"));
     return date;
-}
-
-/// Parts that many people share; the others are nearly unique and not worth looking up.
-bool isCommon(ABKey key)
-{
-    return key != kABAddressStreetKey && key != kABAddressZIPKey && key != kABInstantMessageUsernameKey
-        && key != kABSocialProfileUsernameKey;
 }
 
 // Keys of an object beside the properties, as places in the set of those that were met.
@@ -128,9 +113,7 @@ RecordJsonReader::Person RecordJsonReader::Private::read(std::string_view json)
     m_unknownKey.clear();
     m_remarks.clear();
     Person person{{}, std::make_shared<PersonRecord>(), {}, {}, {}};
-    ondemand::document document;
-    if (const auto error = parser.iterate(json.data(), json.size(), json.size() + kPadding).get(document))
-        refuse(error);
+    auto document = taken(parser.iterate(json.data(), json.size(), json.size() + kPadding));
     ondemand::object object;
     if (const auto error = document.get_object().get(object)) {
         if (error == simdjson::INCORRECT_TYPE)
@@ -138,8 +121,8 @@ RecordJsonReader::Person RecordJsonReader::Private::read(std::string_view json)
         refuse(error);
     }
     for (auto field : object) {
-        const std::string_view key = keyOf(field);
-        readField(person, key, valueOf(field));
+        const std::string_view key = taken(field.unescaped_key());
+        readField(person, key, taken(field.value()));
     }
     if (document.current_location().error() != simdjson::OUT_OF_BOUNDS)
         refuse(simdjson::TRAILING_CONTENT);
@@ -247,15 +230,9 @@ ABMultiValue RecordJsonReader::Private::multiValueFrom(
 {
     m_entries.clear();
     for (auto element : wanted(value.get_array(), key, "must be an array")) {
-        ondemand::value entry;
-        if (const auto error = element.get(entry))
-            refuse(error);
-        m_entries.push_back(entryFrom(info, key, entry));
+        m_entries.push_back(entryFrom(info, key, taken(std::move(element))));
     }
-    QList<ABMultiValue::Entry> entries;
-    entries.reserve(qsizetype(m_entries.size())); // no room to grow: it would stay unused for as long as the person
-    std::ranges::move(m_entries, std::back_inserter(entries));
-    return ABMultiValue(std::move(entries));
+    return ABMultiValue(std::move(m_entries));
 }
 
 ABMultiValue::Entry RecordJsonReader::Private::entryFrom(
@@ -266,7 +243,7 @@ ABMultiValue::Entry RecordJsonReader::Private::entryFrom(
     bool hasLabel = false;
     bool hasValue = false;
     for (auto field : wanted(value.get_object(), key, kMustHoldObjects)) {
-        const std::string_view name = keyOf(field);
+        const std::string_view name = taken(field.unescaped_key());
         bool &isThere = name == "label" ? hasLabel : hasValue;
         if (name != "label" && name != "value") {
             if (form == Form::Line)
@@ -277,11 +254,11 @@ ABMultiValue::Entry RecordJsonReader::Private::entryFrom(
         if (std::exchange(isThere, true))
             repeated(name);
         if (name == "label")
-            entry.label = texts.intern(textIn(valueOf(field), "label"));
+            entry.label = texts.intern(textIn(taken(field.value()), "label"));
         else if (info.kind == ABPropertyKind::MultiText)
-            entry.value = textOfUtf8(textIn(valueOf(field), key));
+            entry.value = textOfUtf8(textIn(taken(field.value()), key));
         else
-            entry.value = dictionaryFrom(info.property, key, valueOf(field));
+            entry.value = dictionaryFrom(info.property, key, taken(field.value()));
     }
     if (!hasValue)
         refuse(key, QString::fromLatin1(kMustHoldObjects));
@@ -293,7 +270,7 @@ ABDictionary RecordJsonReader::Private::dictionaryFrom(ABProperty property, std:
     ABDictionary dictionary;
     const auto keys = keysOfProperty(property);
     for (auto field : wanted(value.get_object(), key, "must hold objects as its values")) {
-        const std::string_view name = keyOf(field);
+        const std::string_view name = taken(field.unescaped_key());
         const auto part = std::ranges::find_if(keys, [name](const ABKeyInfo &each) {
             return std::string_view(each.name.data(), std::size_t(each.name.size())) == name;
         });
@@ -305,8 +282,8 @@ ABDictionary RecordJsonReader::Private::dictionaryFrom(ABProperty property, std:
         }
         if (dictionary.valueForKey(part->key))
             repeated(name);
-        const std::string_view text = textIn(valueOf(field), name);
-        dictionary.setValue(isCommon(part->key) ? texts.intern(text) : textOfUtf8(text), part->key);
+        const std::string_view text = textIn(taken(field.value()), name);
+        dictionary.setValue(isShared(part->key) ? texts.intern(text) : textOfUtf8(text), part->key);
     }
     return dictionary;
 }
@@ -330,9 +307,7 @@ std::vector<KeptLine> RecordJsonReader::Private::cardLinesFrom(std::string_view 
         std::array<QString, 2> pair; // a null one where the row says null
         std::size_t count = 0;
         for (auto element : wanted(row.get_array(), key, kMustHoldPairs)) {
-            ondemand::value text;
-            if (const auto error = element.get(text))
-                refuse(error);
+            ondemand::value text = taken(std::move(element));
             if (count >= pair.size())
                 refuse(key, QString::fromLatin1(kMustHoldPairs));
             const bool isNull = count == 1 && text.is_null();

@@ -2,12 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/cards/TextCoding.h"
 
-#include "contacts/model/Utf8Text.h"
-
 #include <simdjson.h>
 
 #include <array>
-#include <cstring>
 
 namespace {
 
@@ -103,15 +100,7 @@ constexpr auto kBase64Alphabet = [] {
 
 bool isAscii(std::string_view bytes)
 {
-    const char *at = bytes.data();
-    const char *end = at + bytes.size();
-    for (; end - at >= 8; at += 8) {
-        quint64 block = 0;
-        std::memcpy(&block, at, sizeof block);
-        if ((block & 0x8080808080808080U) != 0)
-            return false;
-    }
-    return std::all_of(at, end, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return std::ranges::all_of(bytes, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 bool isUtf8(std::string_view bytes)
@@ -193,15 +182,10 @@ bool isBase64(std::string_view text)
     return std::ranges::all_of(text, [](char c) { return kBase64Alphabet.at(static_cast<unsigned char>(c)); });
 }
 
-QString textFromUtf8(std::string_view utf8)
-{
-    return textOfUtf8(utf8);
-}
-
 QString unescaped(std::string_view utf8)
 {
     if (utf8.find('\\') == std::string_view::npos)
-        return textFromUtf8(utf8);
+        return textOfUtf8(utf8);
     std::string text;
     text.reserve(utf8.size());
     for (std::size_t at = 0; at < utf8.size(); ++at) {
@@ -223,7 +207,7 @@ QString unescaped(std::string_view utf8)
             text.push_back(utf8[at]);
         }
     }
-    return textFromUtf8(text);
+    return textOfUtf8(text);
 }
 
 std::string_view takePart(std::string_view &rest)
@@ -274,10 +258,26 @@ std::string escaped(QStringView text, Escapes escapes)
     return out;
 }
 
+bool breaksParam(QStringView text)
+{
+    return std::ranges::any_of(text, [](QChar c) { return c == u'"' || c < u' ' || c == QChar(0x7F); });
+}
+
+std::string_view takeScheme(std::string_view &text)
+{
+    const std::size_t end = text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+.-");
+    if (end == std::string_view::npos || end == 0 || text[end] != ':')
+        return {};
+    const std::string_view scheme = text.substr(0, end);
+    text.remove_prefix(end + 1);
+    return scheme;
+}
+
 std::string_view trimmed(std::string_view text)
 {
-    constexpr std::string_view blanks = " \t";
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "contacts/model/Utf8Text.h"
+
 #include <QByteArray>
-#include <QString>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -16,6 +17,11 @@
 constexpr char upperAscii(char c)
 {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+constexpr bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
 }
 
 constexpr bool equalsIgnoringCase(std::string_view a, std::string_view b)
@@ -56,8 +62,6 @@ bool isBase64(std::string_view text);
 
 /// Decodes valid UTF-8 and resolves backslash escapes. Never null.
 QString unescaped(std::string_view utf8);
-/// Decodes valid UTF-8. Never null.
-QString textFromUtf8(std::string_view utf8);
 /// Takes the text up to the next unescaped ';' off @p rest, with that ';'.
 std::string_view takePart(std::string_view &rest);
 /// Whether an unescaped ',' divides @p utf8 into a list.
@@ -68,6 +72,11 @@ enum class Escapes { All, OnlyBackslashAndNewline };
 /// @p text as the value of a line, in UTF-8. Line ends become \n; controls that no value may hold are left out.
 std::string escaped(QStringView text, Escapes escapes = Escapes::All);
 
+/// Whether no parameter value can hold @p text, even in quotes.
+bool breaksParam(QStringView text);
+
+/// Takes "scheme:" off @p text, and returns it without the ':'; empty if there is none.
+std::string_view takeScheme(std::string_view &text);
 std::string_view trimmed(std::string_view text);
 inline std::string_view view(const QByteArray &bytes)
 {

@@ -62,55 +62,32 @@ QDate dateFrom(std::string_view text)
     return {year, month, day};
 }
 
-/// What can be said of a name for display, in order; views into the record.
-struct DisplayName
+/// The name for display, which a card must have: from the name's parts, or else the organisation, or else an address.
+QString shownName(const PersonRecord &record)
 {
-    explicit DisplayName(const PersonRecord &record)
-    {
-        for (const ABProperty part :
-            {kABTitleProperty, kABFirstNameProperty, kABMiddleNameProperty, kABLastNameProperty, kABSuffixProperty})
-            add(record.text(part));
-        for (const QString *other : {record.text(kABOrganizationProperty),
-                 firstText(record.multiValue(kABEmailProperty)), firstText(record.multiValue(kABPhoneProperty))}) {
-            if (count == 0)
-                add(other);
-        }
+    constexpr qsizetype usual = 48;
+    QString name;
+    name.reserve(usual);
+    const auto add = [&name](const QString &piece) {
+        if (!name.isEmpty() && !piece.isEmpty())
+            name += u' ';
+        name += piece;
+    };
+    for (const ABProperty part :
+        {kABTitleProperty, kABFirstNameProperty, kABMiddleNameProperty, kABLastNameProperty, kABSuffixProperty})
+        add(record.textOrEmpty(part));
+    if (name.isEmpty())
+        name = record.textOrEmpty(kABOrganizationProperty);
+    for (const ABProperty list : {kABEmailProperty, kABPhoneProperty}) {
+        if (const auto entries = record.entries(list); name.isEmpty() && !entries.empty())
+            name = entries.front().text();
     }
-
-    static const QString *firstText(const ABMultiValue *value)
-    {
-        return value && value->count() > 0 ? &value->entries().front().text() : nullptr;
-    }
-    void add(const QString *piece)
-    {
-        if (piece && !piece->isEmpty())
-            pieces.at(count++) = *piece;
-    }
-
-    std::array<QStringView, 5> pieces;
-    std::size_t count = 0;
-};
-
-template <typename View> bool matches(const DisplayName &name, View text)
-{
-    for (std::size_t i = 0; i < name.count; ++i) {
-        const QStringView piece = name.pieces.at(i);
-        if (i > 0) {
-            if (!text.startsWith(QLatin1Char(' ')))
-                return false;
-            text = text.sliced(1);
-        }
-        if (!text.startsWith(piece))
-            return false;
-        text = text.sliced(piece.size());
-    }
-    return text.isEmpty();
+    return name;
 }
 
 std::string part(const PersonRecord &record, ABProperty property)
 {
-    const QString *text = record.text(property);
-    return text ? escaped(*text) : std::string();
+    return escaped(record.textOrEmpty(property));
 }
 
 std::string line(const CardRow &row, std::string_view value)
@@ -127,7 +104,7 @@ bool readName(CardDraft &draft, const CardLine &line)
         return false;
     draft.hasName = true;
     std::string_view rest = line.value;
-    bool isPlain = line.types == 0 && !line.hasUnusualParams();
+    bool isPlain = line.hasOnlyValue();
     for (const ABProperty property : kNameParts)
         isPlain = setPart(draft, property, takePart(rest)) && isPlain;
     const bool hasSurplus = rest.find_first_not_of(';') != std::string_view::npos;
@@ -168,7 +145,7 @@ bool readOrganization(CardDraft &draft, const CardLine &line)
     setPart(draft, kABOrganizationProperty, takePart(rest));
     setPart(draft, kABDepartmentProperty, takePart(rest));
     const bool hasSurplus = rest.find_first_not_of(';') != std::string_view::npos;
-    draft.addSource(line, line.types != 0 || line.hasUnusualParams() || hasSurplus);
+    draft.addSource(line, !line.hasOnlyValue() || hasSurplus);
     return true;
 }
 
@@ -176,12 +153,12 @@ bool readText(CardDraft &draft, const CardLine &line)
 {
     if (line.value.empty())
         return true;
-    const auto property = static_cast<ABProperty>(line.area());
+    const auto property = propertyOf(line.area());
     if (draft.record().text(property))
         return false;
     draft.record().setText(property, unescaped(line.value));
     const bool dividesList = property == kABNicknameProperty && isList(line.value);
-    draft.addSource(line, line.types != 0 || line.hasUnusualParams() || dividesList);
+    draft.addSource(line, !line.hasOnlyValue() || dividesList);
     return true;
 }
 
@@ -193,7 +170,7 @@ bool readNote(CardDraft &draft, const CardLine &line)
     if (draft.noteLines++ > 0)
         draft.note += QLatin1String("\n\n");
     draft.note += unescaped(line.value);
-    draft.sources().push_back({&line, 0, line.types != 0 || line.hasUnusualParams()});
+    draft.sources.push_back({&line, 0, !line.hasOnlyValue()});
     return true;
 }
 
@@ -203,8 +180,8 @@ bool readBirthday(CardDraft &draft, const CardLine &line)
     if (!date.isValid())
         return line.value.empty();
     bool isPlain = !line.row->isLate && line.types == 0 && trimmed(line.value).size() <= 10;
-    if ((line.paramBits & CardParam::OmitYear) != 0) {
-        isPlain = isPlain && date.year() == kNoYear && (line.paramBits & CardParam::Unknown) == 0;
+    if (line.has(CardParam::OmitYear)) {
+        isPlain = isPlain && date.year() == kNoYear && !line.has(CardParam::Unknown);
         if (paramValue(line, "X-APPLE-OMIT-YEAR") == view(QByteArray::number(date.year())))
             date = QDate(kNoYear, date.month(), date.day());
     } else {
@@ -223,7 +200,7 @@ bool readUid(CardDraft &draft, const CardLine &line)
     if (value.empty())
         return true;
     draft.uid = unescaped(value);
-    draft.addSource(line, line.types != 0 || line.hasUnusualParams());
+    draft.addSource(line, !line.hasOnlyValue());
     return true;
 }
 
@@ -232,7 +209,7 @@ bool readShowAs(CardDraft &draft, const CardLine &line)
     if (draft.record().flags() || !equalsIgnoringCase(trimmed(line.value), "COMPANY"))
         return false;
     draft.record().setFlags(kABShowAsCompany);
-    draft.addSource(line, line.types != 0 || line.hasUnusualParams());
+    draft.addSource(line, !line.hasOnlyValue());
     return true;
 }
 
@@ -255,19 +232,12 @@ bool readExact(CardDraft &draft, const CardLine &line)
 
 std::string formattedName(const PersonRecord &record)
 {
-    const DisplayName name(record);
-    std::string text;
-    for (std::size_t i = 0; i < name.count; ++i)
-        text.append(i > 0 ? " " : "").append(escaped(name.pieces.at(i)));
-    return text;
+    return escaped(shownName(record));
 }
 
 bool isFormattedName(const PersonRecord &record, std::string_view name)
 {
-    const DisplayName expected(record);
-    if (isAscii(name) && name.find('\\') == std::string_view::npos)
-        return matches(expected, QLatin1StringView(name.data(), static_cast<qsizetype>(name.size())));
-    return matches(expected, QStringView(unescaped(name)));
+    return shownName(record) == unescaped(name);
 }
 
 void writeUid(const CardRow &row, const CardPerson &person, CardUnits &units)
@@ -301,7 +271,7 @@ void writeOrganization(const CardRow &row, const CardPerson &person, CardUnits &
 
 void writeText(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
-    const std::string value = part(person.record, static_cast<ABProperty>(row.area));
+    const std::string value = part(person.record, propertyOf(row.area));
     if (!value.empty())
         units.push_back(line(row, value));
 }

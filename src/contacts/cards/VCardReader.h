@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "contacts/cards/CardReader.h"
 #include "contacts/cards/RecordSource.h"
-
-#include <memory>
 
 /// Reads vCard 2.1, 3.0 and 4.0 as real programs write them, even mixed in one file.
 ///
@@ -15,15 +14,35 @@
 class VCardReader : public RecordSource
 {
 public:
-    explicit VCardReader(const QByteArray &data);
-    ~VCardReader() override;
+    explicit VCardReader(const QByteArray &data) : m_lines(utf8FromWideData(data, &m_brokenLines)) { }
 
     ImportedRecord next() override;
     std::vector<ImportProblem> takeProblems() override;
-    qint64 bytesRead() const override;
-    qint64 totalBytes() const override;
+    qint64 bytesRead() const override { return m_lines.bytesRead(); }
+    qint64 totalBytes() const override { return m_lines.totalBytes(); }
 
 private:
-    class Private;
-    std::unique_ptr<Private> d;
+    bool takeLine();
+    void releaseLines()
+    {
+        if (!m_isPushedBack)
+            m_lines.releaseLines();
+    }
+    bool findCard();
+    void passOverComponent();
+    void reportJunk();
+    bool collectLines();
+    void lose(qint64 line, const QString &reason);
+    void reportBreakOff(const ImportedRecord &imported);
+    void takeAgent(CardLine &agent);
+
+    std::vector<qint64> m_brokenLines; // of wide data, where characters were replaced; the first to be made
+    LineReader m_lines;
+    std::vector<ImportProblem> m_problems;
+    CardLine m_line;
+    bool m_isPushedBack = false; // m_line is to be taken again
+    qint64 m_junkLines = 0; // of the run of lines outside cards that is being passed over
+    qint64 m_junkStart = 0;
+    std::vector<CardLine> m_card;
+    CardReader m_cardReader;
 };

@@ -34,13 +34,6 @@ bool isCompanion(const CardLine &line)
     return line.area() == CardArea::Label || line.area() == CardArea::CountryCode;
 }
 
-bool hasSamePicture(const PersonRecord &a, const PersonRecord &b)
-{
-    const QByteArray *left = a.imageData();
-    const QByteArray *right = b.imageData();
-    return left && right ? *left == *right : left == right;
-}
-
 /// The lines kept for no value that @p a has and @p b has not.
 QStringList keptOnlyIn(const PersonRecord &a, const PersonRecord &b)
 {
@@ -76,7 +69,7 @@ std::string writable(const QString &kept)
     for (const std::string_view each : split(text)) {
         const CardLine line = parsedLine(each);
         const bool isFrame = line.area() == CardArea::Begin || line.area() == CardArea::End;
-        if (line.hasColon && !isFrame && each.find('\r') == each.npos && each.front() != ' ' && each.front() != '\t')
+        if (line.hasColon && !isFrame && each.find('\r') == each.npos && !isBlank(each.front()))
             lines.append(lines.empty() ? "" : "\n").append(each);
     }
     return lines;
@@ -132,7 +125,7 @@ void CardUpdate::findChanges()
         if (m_change.before.value(info.property) != m_change.after.value(info.property))
             m_changed.insert(areaOf(info.property));
     }
-    if (!hasSamePicture(m_change.before, m_change.after))
+    if (!m_change.before.hasImageOf(m_change.after))
         m_changed.insert(CardArea::Picture);
     if (formattedName(m_change.before) != formattedName(m_change.after) && !isDisplayLeftAlone())
         m_changed.insert(CardArea::Display);

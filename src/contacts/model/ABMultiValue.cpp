@@ -6,7 +6,7 @@
 
 ABMultiValue::ABMultiValue(QList<Entry> entries) : m_entries(std::move(entries)) { }
 
-ABMultiValue::ABMultiValue(std::vector<Entry> entries)
+ABMultiValue::ABMultiValue(std::vector<Entry> &&entries)
     : m_entries(std::make_move_iterator(entries.begin()), std::make_move_iterator(entries.end()))
 { }
 

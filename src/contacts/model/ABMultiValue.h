@@ -30,7 +30,8 @@ public:
 
     ABMultiValue() = default;
     explicit ABMultiValue(QList<Entry> entries);
-    explicit ABMultiValue(std::vector<Entry> entries);
+    /// Moves the entries out, and leaves the list its memory.
+    explicit ABMultiValue(std::vector<Entry> &&entries);
 
     qsizetype count() const { return m_entries.size(); }
     /// Require 0 <= index < count().

@@ -26,18 +26,13 @@ QString presentNames(const PersonRecord &record)
 
 QString readableName(const PersonRecord &record)
 {
-    const auto textOf = [&record](ABProperty property) {
-        const QString *text = record.text(property);
-        return text ? text->simplified() : QString();
-    };
+    const auto textOf = [&record](ABProperty property) { return record.textOrEmpty(property).simplified(); };
     QString name = QString(textOf(kABFirstNameProperty) % u' ' % textOf(kABLastNameProperty)).trimmed();
     if (!name.isEmpty())
         return name;
-    QString organization = textOf(kABOrganizationProperty);
-    const ABMultiValue *emails = record.multiValue(kABEmailProperty);
-    if (!organization.isEmpty() || !emails || emails->count() == 0)
-        return organization;
-    return std::get<QString>(emails->entries().front().value).simplified();
+    const QString organization = textOf(kABOrganizationProperty);
+    const auto emails = record.entries(kABEmailProperty);
+    return organization.isEmpty() && !emails.empty() ? emails.front().text().simplified() : organization;
 }
 
 QString withReadableName(const QString &text, const PersonRecord &record)

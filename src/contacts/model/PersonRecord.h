@@ -40,14 +40,21 @@ public:
     /// nullptr if absent; valid until the record changes. Only for the kind Text.
     const QString *text(ABProperty property) const
     {
-        const QString &value = m_texts[static_cast<std::size_t>(property)];
+        const QString &value = textOrEmpty(property);
         return value.isNull() ? nullptr : &value;
     }
+    /// Null, which is empty, if absent. Only for the kind Text.
+    const QString &textOrEmpty(ABProperty property) const { return m_texts[static_cast<std::size_t>(property)]; }
     /// nullptr if absent. Only for the kinds MultiText and MultiDictionary.
     const ABMultiValue *multiValue(ABProperty property) const
     {
         const std::size_t slot = multiSlot(property);
         return m_presentMultiValues.test(slot) ? &m_multiValues[slot] : nullptr;
+    }
+    /// The same; none if absent.
+    std::span<const ABMultiValue::Entry> entries(ABProperty property) const
+    {
+        return m_multiValues[multiSlot(property)].entries();
     }
     std::optional<QDate> birthday() const { return m_birthday.isNull() ? std::nullopt : std::optional(m_birthday); }
     std::optional<qint64> flags() const { return m_flags; }

@@ -2,11 +2,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
+#include "contacts/model/ABProperties.h"
 
 #include <string>
 #include <string_view>
 #include <unordered_map>
+
+/// Whether many people share the texts of this key: the others are nearly unique and not worth looking up.
+constexpr bool isShared(ABKey key)
+{
+    return key != kABAddressStreetKey && key != kABAddressZIPKey && key != kABInstantMessageUsernameKey
+        && key != kABSocialProfileUsernameKey;
+}
 
 /// Returns one shared QString for equal texts, so that common labels, services, cities and countries take memory once.
 /// For one reader at a time; texts outlive the pool.

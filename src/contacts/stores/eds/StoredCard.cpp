@@ -35,7 +35,7 @@ bool hasOwnLabel(const CardLine &line, const std::vector<CardLine> &lines)
         return each.area() == CardArea::Label && equalsIgnoringCase(each.group, line.group);
     });
     return label != lines.end() && !label->value.empty()
-        && unescaped(label->value) == textFromUtf8(paramValue(line, kGoogleLabel));
+        && unescaped(label->value) == textOfUtf8(paramValue(line, kGoogleLabel));
 }
 
 /// The line, unfolded, without the number and our own label for other programs.
@@ -68,7 +68,7 @@ std::vector<CardLine> takeNormalised(LineReader &reader)
         const bool hasLabel = hasOwnLabel(each, lines);
         if (!hasLabel && paramValue(each, kNumber).empty())
             continue;
-        std::string &text = reader.texts().add();
+        std::string &text = reader.texts().emplace_back();
         appendOwnWriting(text, each, hasLabel);
         text.append("\r\n");
         each = parsedLine(std::string_view(text).substr(0, text.size() - 2));
