@@ -17,5 +17,12 @@ struct ExportReport
     QString remark; ///< where to find what may be missed; nothing is lost
 
     /// Takes the path of a written file, or the error. True for a file.
-    bool take(const Result<QString> &written);
+    bool take(const Result<QString> &written)
+    {
+        if (written)
+            paths += *written;
+        else if (!error)
+            error = written.error();
+        return bool(written);
+    }
 };

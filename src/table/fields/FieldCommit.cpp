@@ -206,29 +206,17 @@ void commitAddress(const QString &fieldLabel, const QString &commitValue, const 
 {
     const FieldInfo &field = infoOf(fieldLabel);
     const OldValue old(withPerson, kABAddressProperty);
-    ABDictionary home;
-    ABDictionary work;
-    ABDictionary other;
+    static constexpr std::array copiers{copyHomeAddress, copyWorkAddress, copyOtherAddress};
+    std::array<ABDictionary, kFieldGroupCount> addresses;
     for (const auto &entry : old.entries()) {
-        switch (groupOfLabel(entry.label)) {
-        case FieldGroup::Home:
-            copyHomeAddress(entry.dictionary(), home);
-            break;
-        case FieldGroup::Work:
-            copyWorkAddress(entry.dictionary(), work);
-            break;
-        case FieldGroup::Other:
-            copyOtherAddress(entry.dictionary(), other);
-            break;
-        }
+        const auto group = static_cast<std::size_t>(groupOfLabel(entry.label));
+        copiers[group](entry.dictionary(), addresses[group]);
     }
-    const std::array groups{&home, &work, &other};
-    groups[static_cast<std::size_t>(groupOfLabel(field.storeLabel))]->setValue(commitValue, *field.part);
+    addresses[static_cast<std::size_t>(groupOfLabel(field.storeLabel))].setValue(commitValue, *field.part);
 
     ABMutableMultiValue edited;
-    edited.addValue(home, kABAddressHomeLabel);
-    edited.addValue(work, kABAddressWorkLabel);
-    edited.addValue(other, kABOtherLabel);
+    for (const FieldGroup group : {FieldGroup::Home, FieldGroup::Work, FieldGroup::Other})
+        edited.addValue(addresses[static_cast<std::size_t>(group)], labelOfGroup(group));
     withPerson->setValue(edited, kABAddressProperty);
 }
 

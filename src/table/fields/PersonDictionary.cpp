@@ -22,12 +22,6 @@ const FieldInfo *fieldOf(ABProperty property, QString FieldInfo::*column, const 
     return found == fields.end() ? nullptr : &*found;
 }
 
-std::span<const ABMultiValue::Entry> entriesOf(const PersonRecord &record, ABProperty property)
-{
-    const ABMultiValue *value = record.multiValue(property);
-    return value ? value->entries() : std::span<const ABMultiValue::Entry>();
-}
-
 } // namespace
 
 FieldValue PersonDictionary::value(const Entry &entry) const
@@ -131,18 +125,18 @@ public:
         addSingles(record, form);
         if (form == DictionaryForm::Table)
             set(Field::FullName, nullptr);
-        for (const auto &entry : entriesOf(record, kABEmailProperty)) {
+        for (const auto &entry : record.entries(kABEmailProperty)) {
             const FieldInfo *field = fieldOf(kABEmailProperty, &FieldInfo::storeLabel, entry.label);
             set(field ? field->field : Field::OtherEmail, &entry.text());
         }
         addLabelled(record, kABURLsProperty);
         addLabelled(record, kABPhoneProperty);
-        for (const auto &entry : entriesOf(record, kABAddressProperty))
+        for (const auto &entry : record.entries(kABAddressProperty))
             addAddress(entry);
         addLabelled(record, kABRelatedNamesProperty);
-        for (const auto &entry : entriesOf(record, kABSocialProfileProperty))
+        for (const auto &entry : record.entries(kABSocialProfileProperty))
             addProfile(entry);
-        for (const auto &entry : entriesOf(record, kABInstantMessageProperty))
+        for (const auto &entry : record.entries(kABInstantMessageProperty))
             addAccount(entry);
         return std::move(m_dictionary);
     }
@@ -167,7 +161,7 @@ private:
 
     void addLabelled(const PersonRecord &record, ABProperty property)
     {
-        for (const auto &entry : entriesOf(record, property)) {
+        for (const auto &entry : record.entries(property)) {
             if (const FieldInfo *field = fieldOf(property, &FieldInfo::storeLabel, entry.label))
                 set(field->field, &entry.text());
         }
