@@ -39,8 +39,7 @@ public:
     /// Makes the findings of people with these uids those in @p now, each at its place, and updates what is shown. For
     /// changes from outside, and of what is ignored.
     void reexamine(const QStringList &uids, const ScanResult &now, const ScanResult &ignored = {});
-    /// What @p now is to be a scan for: the conditions that this scan found.
-    QStringList conditionTitles() const;
+    QStringList conditionTitles() const; ///< that this scan found, and @p now is to be a scan for
     QStringList uids() const; ///< of the people with findings; may repeat
 
     ResultTree &model() { return m_tree; }
@@ -49,8 +48,7 @@ public:
     qsizetype totalCount() const { return m_totalCount; } ///< at most so far: those that are not left are done
     qsizetype ignoredCount() const { return m_ignoredCount; } ///< not among these
 
-    /// Only findings with these words are to be shown, selected and repaired; no words: all.
-    void setFilter(const QString &text);
+    void setFilter(const QString &text); ///< shows, selects and repairs only findings with these words; none: all
     bool isFiltered() const { return !m_filter.isEmpty(); }
     bool isShown(const PersonItem &finding) const { return m_filter.shows(finding); }
     QList<PersonItemPtr> shownFindings(const PersonItemPtr &group) const; ///< in their order
@@ -85,8 +83,7 @@ public:
     void backClicked() { m_delegate.reloadUI(); }
 
     QString currentOption(OptionGroup group) const;
-    /// Like a click on an option. False, with nothing changed, if the group has no such option.
-    bool chooseOption(OptionGroup group, const QString &title);
+    bool chooseOption(OptionGroup group, const QString &title); ///< like a click; false if the group has no such option
     void matrixClicked(OptionGroup group) { creatScrollerViewWithTitle(currentOption(group)); }
     void removeAllMatrix() { m_panel.optionGroup.reset(); }
     void creatScrollerViewWithTitle(const QString &title); ///< shows what the option would do to the selected finding
@@ -127,8 +124,7 @@ Q_SIGNALS:
     void detailPanelChanged(); ///< also for the buttons and tips
     void previewChanged();
     void itemExpanded(const QModelIndex &group); ///< by the controller, not by the user
-    /// The tree is up to date, the selection has not moved on yet.
-    void fixed(const FixOutcome &outcome, const PersonItemPtr &finding);
+    void fixed(const FixOutcome &outcome, const PersonItemPtr &finding); ///< the selection has not moved on yet
     void filterChanged(); ///< the selection has not followed yet
 
 private:

@@ -14,7 +14,6 @@
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -25,7 +24,6 @@
 #include <QTableView>
 
 #include <algorithm>
-#include <numeric>
 
 ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidget *parent)
     : QWidget(parent)
@@ -252,9 +250,12 @@ void ContactTableView::setUpContextMenu()
         m_table->addAction(item);
         return item;
     };
-    add(tr("Open Contact Card"), QKeySequence(Qt::CTRL | Qt::Key_O), [this] { openCard(); });
+    add(tr("Open Contact Card"), QKeySequence(Qt::CTRL | Qt::Key_O), [this] {
+        if (const QList<ABPersonPtr> people = selectedPeople(); !people.isEmpty())
+            Q_EMIT cardRequested(people.front());
+    });
     m_compareAction = add(tr("Compare and Merge ..."), QKeySequence(), [this] { compareSelected(); });
-    add(tr("Copy"), QKeySequence::Copy, [this] { copyCellOrRows(); });
+    add(tr("Copy"), QKeySequence::Copy, [this] { copyCellOrRows(*m_table); });
     add(tr("Copy Rows"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C),
         [this] { copyCells(m_table->selectionModel()->selectedIndexes()); });
     add(tr("Copy Contacts as vCard"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C),
@@ -326,9 +327,7 @@ void ContactTableView::updateSummary()
 {
     const int all = m_controller.numberOfRowsInTableView();
     const int shown = m_rows.rowCount();
-    const QItemSelection selection = m_table->selectionModel()->selection(); // of whole rows
-    const int selected = std::accumulate(selection.begin(), selection.end(), 0,
-        [](int sum, const QItemSelectionRange &range) { return sum + range.height(); });
+    const int selected = selectedRowCount();
     QString summary = shown == all ? counted(all, tr("contact"), tr("contacts")) : tr("%L1 of %L2").arg(shown).arg(all);
     if (selected > 0)
         summary += tr(" · %L1 selected").arg(selected);
@@ -380,34 +379,18 @@ QList<ABPersonPtr> ContactTableView::selectedPeople() const
     return people;
 }
 
-/// Several rows are meant as rows; in a single one the cell with the ring is.
-void ContactTableView::copyCellOrRows()
-{
-    if (selectedRows().size() > 1)
-        copyCells(m_table->selectionModel()->selectedIndexes());
-    else if (m_table->currentIndex().isValid())
-        QApplication::clipboard()->setText(m_table->currentIndex().data(Qt::EditRole).toString());
-}
-
-void ContactTableView::openCard()
-{
-    const QList<ABPersonPtr> people = selectedPeople();
-    if (!people.isEmpty())
-        Q_EMIT cardRequested(people.front());
-}
-
 void ContactTableView::deleteSelected()
 {
     m_controller.deleteItem(selectedRows());
     setContextMenuEnabled(true); // the shortcuts work again
 }
 
-bool ContactTableView::canCompare() const
+int ContactTableView::selectedRowCount() const
 {
     int rows = 0;
-    for (const QItemSelectionRange &range : m_table->selectionModel()->selection())
+    for (const QItemSelectionRange &range : m_table->selectionModel()->selection()) // of whole rows
         rows += range.height();
-    return rows > 1;
+    return rows;
 }
 
 void ContactTableView::compareSelected()

@@ -42,7 +42,7 @@ public:
     /// In the order of the contact table's rows, not the filter's.
     std::vector<int> selectedRows() const;
     /// Whether several rows are selected.
-    bool canCompare() const;
+    bool canCompare() const { return selectedRowCount() > 1; }
     void compareSelected();
     void duplicateSelected() { m_controller.duplicateItem(selectedRows()); }
     void deleteSelected(); ///< after asking
@@ -77,8 +77,7 @@ private:
     bool typedInSearchField(const QKeyEvent &key);
     bool typedInTable(const QKeyEvent &key);
     void showRefusal(const QModelIndex &cell, const QString &reason);
-    void copyCellOrRows();
-    void openCard();
+    int selectedRowCount() const;
     QList<ABPersonPtr> selectedPeople() const;
 
     LoadContactsViewController &m_controller;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/table/CopiedContacts.h"
 
+#include <QAbstractItemView>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -32,6 +33,14 @@ void copyCells(QModelIndexList cells)
         text += inOneCell(cells[i].data(Qt::EditRole).toString());
     }
     QGuiApplication::clipboard()->setText(text);
+}
+
+void copyCellOrRows(const QAbstractItemView &view)
+{
+    if (view.selectionModel()->selectedRows().size() > 1)
+        copyCells(view.selectionModel()->selectedIndexes());
+    else if (view.currentIndex().isValid())
+        QGuiApplication::clipboard()->setText(view.currentIndex().data(Qt::EditRole).toString());
 }
 
 void copyAsCards(const QList<ABPersonPtr> &people)
