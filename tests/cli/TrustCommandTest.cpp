@@ -140,8 +140,7 @@ private Q_SLOTS:
         QCOMPARE(restored.status, 1);
         QCOMPARE(peopleIn("other.sqlite").size(), 3);
         const CommandRun salvaged = runOn("quiet.sqlite", {"restore", "--salvage", file("quiet-saved.sqlite")});
-        QVERIFY2(
-            salvaged.out.endsWith(u("saved; %1 could not be read\n").arg(3000 - left)), qPrintable(salvaged.out));
+        QVERIFY2(salvaged.out.endsWith(u("saved; %1 could not be read\n").arg(3000 - left)), qPrintable(salvaged.out));
         QCOMPARE(contentOf(path("quiet.sqlite")), damaged);
     }
 
