@@ -247,9 +247,10 @@ void ContactCard::showName()
     PersonRecord record = *m_before;
     applyTexts(record);
     const QString name = readableName(record);
-    const QString &job = textOrNull(record, kABJobTitleProperty);
-    m_head->setName(
-        name.isEmpty() ? tr("No name") : name, job.isEmpty() ? textOrNull(record, kABOrganizationProperty) : job);
+    const auto textOf = [&record](
+                            ABProperty property) { return record.text(property) ? *record.text(property) : QString(); };
+    const QString job = textOf(kABJobTitleProperty);
+    m_head->setName(name.isEmpty() ? tr("No name") : name, job.isEmpty() ? textOf(kABOrganizationProperty) : job);
 }
 
 void ContactCard::judgeBirthday()
