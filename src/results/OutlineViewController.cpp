@@ -80,6 +80,8 @@ void OutlineViewController::reexamine(const QStringList &uids, const ScanResult 
     m_totalCount = std::max(m_totalCount + ignoredBefore - m_ignoredCount, findingCount());
     if (rootNodes().isEmpty() || (m_selected && !m_tree.contains(m_selected)))
         moveOn(group);
+    else if (!m_selected && isFiltered())
+        selectFirstShown();
     else
         outlineViewSelectionDidChange();
 }

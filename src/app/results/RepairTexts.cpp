@@ -78,7 +78,7 @@ QString pastOfRepair(const QString &option, const FixReport &report)
     const qsizetype count = texts && texts->countsRemoved ? report.removed : report.repaired;
     if (texts && count > 0) {
         const QString past = tr(texts->past).arg(contacts(count));
-        parts += past.contains(QStringLiteral("%2")) ? past.arg(report.added) : past;
+        parts += past.contains(QStringLiteral("%2")) ? past.arg(QLocale().toString(report.added)) : past;
     }
     if (report.skipped > 0)
         parts += tr("%1 skipped: %2").arg(report.skipped).arg(tr(kNoLongerThere.data()));
