@@ -224,10 +224,16 @@ void LoadContactsViewController::duplicateItem(const std::vector<int> &selectedR
         return;
     QList<ABPersonPtr> copies;
     for (const int row : selectedRows) {
+        const ABPersonPtr &person = m_table.rows()[static_cast<std::size_t>(row)]->person();
+        if (person->isDamaged()) { // a copy would look whole
+            Q_EMIT failed(person->uniqueId() % QStringLiteral(": is damaged; nothing was duplicated"));
+            return;
+        }
         copies += std::make_shared<ABPerson>();
-        copies.back()->replaceRecord(m_table.rows()[static_cast<std::size_t>(row)]->person()->record());
-        book->addRecord(copies.back());
+        copies.back()->replaceRecord(person->record());
     }
+    for (const ABPersonPtr &copy : std::as_const(copies))
+        book->addRecord(copy);
     const QString what = copies.size() == 1 ? readableName(*copies.front()->record())
                                             : QString(QString::number(copies.size()) % QStringLiteral(" contacts"));
     Error error;
