@@ -204,7 +204,7 @@ void typing(AppDelegate &app)
     QLineEdit *field = app.mainWindow().contactTable()->searchField();
     PaintWatch rows(*app.mainWindow().contactTable()->table()->viewport());
     double longest = 0;
-    for (const char *text : {"a", "an", "ann", "ann 1", "", "zzz", "z", "example.com", ""}) {
+    for (const char *text : {"a", "an", "ann", "ann 1", "", "z", "example.com", ""}) {
         QElapsedTimer timer;
         timer.start();
         field->setText(QString::fromLatin1(text));
