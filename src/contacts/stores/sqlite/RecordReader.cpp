@@ -11,6 +11,8 @@
 #include <QThread>
 #include <QtEndian>
 
+#include <algorithm>
+#include <atomic>
 #include <xxhash.h>
 
 namespace {
@@ -88,23 +90,20 @@ std::vector<Row> nextRows(SQLite::Statement &statement)
     return rows;
 }
 
-/// Reads rows on several threads, each of which has its share.
+/// Parses rows on all processors. The calling thread takes part, since memory is cheapest there.
 class Parsers
 {
 public:
     void start(const std::vector<Row> &rows)
     {
         m_people.assign(rows.size(), Error());
-        for (std::size_t i = 0; i < m_parsers.size(); ++i) {
-            m_parsers[i].job.start([this, &rows, i, &reader = m_parsers[i].reader] {
-                const std::size_t end = rows.size() * (i + 1) / m_parsers.size();
-                for (std::size_t row = rows.size() * i / m_parsers.size(); row < end; ++row)
-                    m_people[row] = reader.read(rows[row].document);
-            });
-        }
+        m_next = 0;
+        for (std::size_t i = 1; i < m_parsers.size(); ++i)
+            m_parsers[i].job.start([this, &rows, &reader = m_parsers[i].reader] { parse(rows, reader); });
     }
-    std::vector<Person> &wait()
+    std::vector<Person> &finish(const std::vector<Row> &rows)
     {
+        parse(rows, m_parsers[0].reader);
         for (const Parser &parser : m_parsers)
             parser.job.wait();
         return m_people;
@@ -116,7 +115,18 @@ private:
         RecordJsonReader reader{RecordJsonReader::Form::Document};
         Job job;
     };
+
+    void parse(const std::vector<Row> &rows, RecordJsonReader &reader)
+    {
+        constexpr std::size_t kAtOnce = 128;
+        for (std::size_t from = 0; (from = m_next.fetch_add(kAtOnce)) < rows.size();) {
+            for (std::size_t i = from; i < std::min(from + kAtOnce, rows.size()); ++i)
+                m_people[i] = reader.read(rows[i].document);
+        }
+    }
+
     std::vector<Person> m_people;
+    std::atomic<std::size_t> m_next = 0; // row that no thread has taken
     std::vector<Parser> m_parsers{std::size_t(QThread::idealThreadCount())}; // the last member: waits for its jobs
 };
 
@@ -139,7 +149,7 @@ Result<void> RecordReader::everybody(const std::function<void(StoredRecord, Proo
     while (!rows.empty()) {
         parsers.start(rows);
         std::vector<Row> next = nextRows(statement);
-        std::vector<Person> &people = parsers.wait();
+        std::vector<Person> &people = parsers.finish(rows);
         for (std::size_t i = 0; i < rows.size(); ++i) {
             auto record = finished(rows[i].uid, std::move(people[i]), Pictures::AsTheyAre);
             if (!record)
