@@ -15,11 +15,12 @@ class QObject;
 ///     m_job.start([path] { return read(path); }, [this](const Content &content) { show(content); });
 ///
 /// Threads: jobs are started, and results delivered, on the main thread. Work without a delivery may also be started
-/// and waited for on another one. Order: the tasks of one job run one after the other, different jobs in parallel. All
-/// deliveries come through one queue, in the order in which they became ready. Drop: the destructor stops the work,
-/// waits for it, and drops tasks not begun and results not delivered. A job that is its owner's last member may use
-/// `this` in both functions. Hold: nothing is delivered while a Hold exists, so a question or save never finds its
-/// subject changed.
+/// and waited for on another one.
+/// Order: the tasks of one job run one after the other, different jobs in parallel. All deliveries come through one
+/// queue, in the order in which they became ready.
+/// Drop: the destructor stops the work, waits for it, and drops tasks not begun and results not delivered. A job that
+/// is its owner's last member may use `this` in both functions.
+/// Hold: nothing is delivered while a Hold exists, so a question or save never finds its subject changed.
 class Job
 {
 public:
