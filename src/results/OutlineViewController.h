@@ -90,15 +90,13 @@ public:
     PreviewDocument preview() const; ///< read from the people when it is called; without fields when nothing is shown
     std::vector<LostValue> leftBehind() const; ///< by the repair whose preview is shown
 
-    /// Repairs the selected finding with its group's chosen option, then selects the next one.
-    void FixFounction();
+    void FixFounction(); ///< repairs the selected finding with its group's chosen option, then selects the next one
     void fixClick() { FixFounction(); }
     /// What the history calls the chosen repair of these findings of one group; at least one.
     ChangeCausePtr causeOfRepair(const QList<PersonItemPtr> &findings) const;
     /// Repairs a finding of the tree with the chosen option; leaves the selection alone.
     FixOutcome repair(const PersonItemPtr &finding, const ChangeCausePtr &cause, AlertPanel &alertPanel);
-    /// Selects what is selected after a repair in this group, which may be gone.
-    void moveOn(const PersonItemPtr &group);
+    void moveOn(const PersonItemPtr &group); ///< selects what follows a repair in this group, which may be gone
     void clearSelection() { setSelected(nullptr); }
 
     // Only the repairs: they change the people and the tree, not the selection.
