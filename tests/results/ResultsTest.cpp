@@ -237,7 +237,7 @@ private Q_SLOTS:
     {
         Setup s({"{'uid':'a','email':[{'label':'l','value':'x'},{'label':'l','value':'y'}]}",
             "{'uid':'b','email':[{'value':'x'}]}", "{'uid':'c','email':[{'value':'y'}]}"});
-        const QStringList title{u("Emails duplicated among multiple contacts")};
+        const QStringList title{conditionInfo(condition).title};
         s.result = ScanAddressBook::examine(title);
         s.show();
         s.controller.reexamine({u("a")}, ScanAddressBook::examine(title));
@@ -269,13 +269,17 @@ private Q_SLOTS:
 
     void allOfAGroupEqualOneByOne_data()
     {
+        QTest::addColumn<Condition>("condition");
         QTest::addColumn<QLatin1StringView>("option");
         for (const auto &option : {kMergeContacts, kDeleteDuplicateContacts, kRemoveEmail})
-            QTest::newRow(option.data()) << option;
+            QTest::addRow("shared: %s", option.data()) << Condition::ShareEmail << option;
+        for (const auto &option : {kMergeContacts, kDeleteDuplicateContacts})
+            QTest::addRow("duplicates: %s", option.data()) << Condition::DuplicateContacts << option;
     }
 
     void allOfAGroupEqualOneByOne()
     {
+        QFETCH(const Condition, condition);
         QFETCH(const QLatin1StringView, option);
         const QTemporaryDir folder;
         const auto makeBook = [&folder](const QString &name) { // on a store with a history
@@ -284,7 +288,8 @@ private Q_SLOTS:
                     "{'uid':'b','firstName':'B','email':[{'value':'x'}]}",
                     "{'uid':'c','firstName':'C','email':[{'value':'y'}]}",
                     "{'uid':'d','firstName':'D','nickname':'d','email':[{'value':'z'}]}",
-                    "{'uid':'e','firstName':'E','email':[{'value':'z'}]}"});
+                    "{'uid':'e','firstName':'E','email':[{'value':'z'}]}", "{'uid':'f','firstName':'A','note':'f'}",
+                    "{'uid':'g','firstName':'C','nickname':'g'}"});
             const auto book = *ABAddressBook::open(std::move(*SqliteStore::open(folder.filePath(name))));
             for (const auto &person : people->people())
                 book->addRecord(std::make_shared<ABPerson>(person->uniqueId(), person->record()));
@@ -297,7 +302,7 @@ private Q_SLOTS:
         const auto results = [&] {
             auto made = std::make_unique<OutlineViewController>(surroundings);
             made->setOutlineViewDataSouce(ScanAddressBook::examine(title));
-            made->chooseOption(OptionGroup::ShareEmail, option);
+            made->chooseOption(conditionGroup(condition).optionGroup, option);
             return made;
         };
         static const QRegularExpression newUid(u("\"uid\":\"[^\"]{9,}\"")); // of a merge
