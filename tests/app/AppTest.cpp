@@ -495,6 +495,18 @@ private Q_SLOTS:
         }
     }
 
+    void colouredTextsFollowTheDesktop()
+    {
+        QLabel label;
+        setTextColour(&label, ColourRole::Warning);
+        Appearance appearance;
+        for (const auto scheme : {Appearance::Scheme::Dark, Appearance::Scheme::Light}) {
+            appearance.setScheme(scheme);
+            const QPalette palette = paletteOf(scheme == Appearance::Scheme::Dark);
+            QCOMPARE(label.palette().color(QPalette::WindowText), colourFor(ColourRole::Warning, palette));
+        }
+    }
+
     void endsWhileAScanRuns()
     {
         start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});

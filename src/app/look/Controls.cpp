@@ -70,7 +70,7 @@ public:
 
     bool eventFilter(QObject *object, QEvent *event) override
     {
-        if (event->type() == QEvent::ApplicationPaletteChange)
+        if (event->type() == QEvent::PaletteChange)
             apply();
         return QObject::eventFilter(object, event);
     }
@@ -78,9 +78,12 @@ public:
 private:
     void apply()
     {
+        const QColor colour = colourFor(m_role, QGuiApplication::palette());
         QPalette colours = m_widget.palette();
+        if (colours.color(QPalette::WindowText) == colour)
+            return; // or this would be called by itself
         for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-            colours.setColor(role, colourFor(m_role, QGuiApplication::palette()));
+            colours.setColor(role, colour);
         m_widget.setPalette(colours);
     }
 
