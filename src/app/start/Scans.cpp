@@ -74,7 +74,8 @@ void Scans::updateUI(const ScanResult &result)
 {
     indexNames();
     const auto split = IgnoredFindings::splitShared(result);
-    if (!split.open.isEmpty()) {
+    const bool isAllIgnored = split.open.isEmpty() && !split.ignored.isEmpty();
+    if (!isAllIgnored) {
         Job::deliver(this, [this, split] { showResults(split); });
         return;
     }
