@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fix/IgnoredFindings.h"
 
-#include "contacts/model/NameTexts.h"
 #include "fix/FixLog.h"
 #include "fix/MergeContacts.h"
-#include "scan/Finders.h"
+#include "fix/ProblemPlaces.h"
 
 #include <algorithm>
 
@@ -21,9 +20,13 @@ QString keyOf(Condition condition)
     return conditionInfo(condition).key;
 }
 
+/// The values with the problem, or what is missing.
 QString foundIn(const Finding &finding)
 {
-    return foundTexts(finding.condition, *finding.person->record()).join(u'\n');
+    QStringList found;
+    for (const ProblemPlace &place : problemPlaces(finding))
+        found += place.text.isEmpty() ? place.title : place.text;
+    return found.join(u'\n');
 }
 
 QStringList uidsOf(const QList<ABPersonPtr> &people)
@@ -87,33 +90,11 @@ bool IgnoredFindings::areAllDifferent(const QStringList &uids) const
     return uids.size() > 1;
 }
 
-/// Of those found for their names, as far as something is ignored of them: each by itself would take a walk through the
-/// address book.
-IgnoredFindings::Namesakes IgnoredFindings::namesakesIn(const ScanResult &result) const
-{
-    Namesakes namesakes;
-    for (const Finding &finding : findingsOf(result, Condition::DuplicateContacts)) {
-        if (m_entriesOf.contains(finding.person->uniqueId()))
-            namesakes.insert(nameKey(*finding.person->record()), {});
-    }
-    const auto book = ABAddressBook::sharedAddressBook();
-    if (namesakes.isEmpty() || !book)
-        return namesakes;
-    const PeopleSnapshot people = book->snapshot();
-    for (const auto &[person, record] : *people) {
-        if (const auto found = namesakes.find(nameKey(*record)); found != namesakes.end())
-            *found += person->uniqueId();
-    }
-    return namesakes;
-}
-
-bool IgnoredFindings::ignores(const Finding &finding, const Namesakes &namesakes) const
+bool IgnoredFindings::ignores(const Finding &finding) const
 {
     const auto places = m_entriesOf.constFind(finding.person->uniqueId());
     if (places == m_entriesOf.constEnd())
         return false;
-    if (finding.condition == Condition::DuplicateContacts)
-        return areAllDifferent(namesakes.value(nameKey(*finding.person->record())));
     if (isOfSeveral(finding.condition))
         return areAllDifferent(uidsOf(peopleToMerge(finding)));
     return std::ranges::any_of(*places, [&](std::size_t place) {
@@ -123,8 +104,7 @@ bool IgnoredFindings::ignores(const Finding &finding, const Namesakes &namesakes
 
 IgnoredFindings::Split IgnoredFindings::split(const ScanResult &result) const
 {
-    const auto isIgnored = [this, namesakes = namesakesIn(result)](
-                               const Finding &finding) { return ignores(finding, namesakes); };
+    const auto isIgnored = [this](const Finding &finding) { return ignores(finding); };
     return {filtered(result, std::not_fn(isIgnored)), filtered(result, isIgnored)};
 }
 

@@ -10,8 +10,8 @@
 #include <functional>
 #include <span>
 
-/// Knows which findings are ignored: one of a single contact while its foundTexts() are those that were ignored; one of
-/// several contacts if each two of them are different people. A value.
+/// Knows which findings are ignored: one of a single contact while its problemPlaces() have the values that were
+/// ignored; one of several contacts if each two of them are different people. A value.
 class IgnoredFindings
 {
 public:
@@ -20,8 +20,7 @@ public:
     /// The book's. Not for the main thread.
     static Result<IgnoredFindings> of(ABAddressBook &book);
 
-    /// What has to be remembered for the finding to be ignored. Nothing if its contact is gone. It looks through the
-    /// shared address book, so many of them are not for the main thread.
+    /// What has to be remembered for the finding to be ignored. Nothing if its contact is gone.
     static std::optional<Ignored> entryFor(const Finding &finding);
     static Ignored differentPeople(QStringList uids) { return {{}, std::move(uids), {}}; }
 
@@ -38,10 +37,7 @@ public:
     static Split splitShared(const ScanResult &result);
 
 private:
-    using Namesakes = QHash<QString, QStringList>; // uids by name key
-
-    Namesakes namesakesIn(const ScanResult &result) const;
-    bool ignores(const Finding &finding, const Namesakes &namesakes) const;
+    bool ignores(const Finding &finding) const;
     bool areAllDifferent(const QStringList &uids) const;
 
     std::vector<Ignored> m_entries;

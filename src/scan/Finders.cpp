@@ -2,11 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scan/Finders.h"
 
-#include "contacts/model/RecordDifferences.h"
 #include "scan/DuplicateRules.h"
 #include "scan/ScanLog.h"
-
-#include <QSet>
 
 // In the rules of one person an empty text counts as present, and a space is U+0020 only.
 
@@ -144,31 +141,6 @@ Findings peopleWithInvalidCharacters(People people)
     });
 }
 
-using IsMeant = bool (*)(const ABMultiValue::Entry &);
-
-QStringList textsOf(const PersonRecord &record, ABProperty property, IsMeant isMeant)
-{
-    QStringList texts;
-    for (const auto &entry : entriesOf(record, property)) {
-        if (isMeant(entry))
-            texts += valueText(entry.value);
-    }
-    return texts;
-}
-
-/// Once for each time that a value is there again.
-QStringList repeatedTexts(const PersonRecord &record, ABProperty property)
-{
-    QSet<QString> seen;
-    QStringList texts = textsOf(record, property, [](const auto &) { return true; });
-    texts.removeIf([&](const QString &text) {
-        const auto count = seen.size();
-        seen.insert(text);
-        return seen.size() > count;
-    });
-    return texts;
-}
-
 struct FinderRow
 {
     Condition condition;
@@ -198,41 +170,6 @@ constexpr std::array kFinders{
 static_assert(coversConditions(kFinders, &FinderRow::condition));
 
 } // namespace
-
-QStringList foundTexts(Condition condition, const PersonRecord &record)
-{
-    const auto text = [&record](ABProperty property) {
-        const QString *value = record.text(property);
-        return value ? *value : QString();
-    };
-    switch (condition) {
-    case Condition::SingleName:
-        return {text(kABFirstNameProperty), text(kABLastNameProperty)};
-    case Condition::SpaceInFirstName:
-        return {text(kABFirstNameProperty)};
-    case Condition::EmptyNotes:
-        return {text(kABNoteProperty)};
-    case Condition::EmptyNickname:
-        return {text(kABNicknameProperty)};
-    case Condition::UnusualTitle:
-        return {text(kABTitleProperty)};
-    case Condition::UnusualSuffix:
-        return {text(kABSuffixProperty)};
-    case Condition::DupAddress:
-        return repeatedTexts(record, kABAddressProperty);
-    case Condition::DupPhone:
-        return repeatedTexts(record, kABPhoneProperty);
-    case Condition::DupEmail:
-        return repeatedTexts(record, kABEmailProperty);
-    case Condition::InvalidChar:
-        return textsOf(record, kABEmailProperty, isInvalidEmail) + textsOf(record, kABPhoneProperty, isInvalidPhone);
-    case Condition::ShareEmail:
-    case Condition::DuplicateContacts:
-    case Condition::BlankName:
-        break;
-    }
-    return {};
-}
 
 Findings find(Condition condition, People people)
 {

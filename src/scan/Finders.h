@@ -6,6 +6,3 @@
 
 /// The people who meet the condition, once each, in address book order unless documented otherwise.
 Findings find(Condition condition, People people);
-
-/// The texts for which a person meets the condition; none if what counts is other people or that nothing is there.
-QStringList foundTexts(Condition condition, const PersonRecord &record);

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "results/ProblemPlaces.h"
+#include "fix/ProblemPlaces.h"
 
 #include <QLabel>
 

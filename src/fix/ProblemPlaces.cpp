@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "results/ProblemPlaces.h"
+#include "fix/ProblemPlaces.h"
 
 #include "contacts/model/ABLabels.h"
 #include "contacts/model/NameTexts.h"
