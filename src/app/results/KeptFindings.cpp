@@ -60,7 +60,7 @@ void KeptFindings::save(const QString &bookName) const
         file.commit();
 }
 
-ScanResult KeptFindings::examine() const
+IgnoredFindings::Split KeptFindings::examine() const
 {
     QSet<QString> names;
     for (const QJsonValue &name : m_json.value(kFindings).toArray())
@@ -68,8 +68,11 @@ ScanResult KeptFindings::examine() const
     QStringList titles;
     for (const QJsonValue &title : m_json.value(kTitles).toArray())
         titles += title.toString();
-    return filtered(names.isEmpty() ? ScanResult() : ScanAddressBook::examine(titles),
-        [&names](const Finding &finding) { return names.contains(nameOf(finding)); });
+    if (names.isEmpty())
+        return {};
+    auto now = IgnoredFindings::splitShared(ScanAddressBook::examine(titles));
+    now.open = filtered(now.open, [&names](const Finding &finding) { return names.contains(nameOf(finding)); });
+    return now;
 }
 
 void KeptFindings::select(OutlineViewController &results) const

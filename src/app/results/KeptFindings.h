@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "fix/IgnoredFindings.h"
 #include "results/OutlineViewController.h"
 
 #include <QJsonObject>
@@ -17,8 +18,8 @@ public:
     static KeptFindings load(const QString &bookName);
     void save(const QString &bookName) const;
 
-    /// Those of a new examination that were kept. Any thread.
-    ScanResult examine() const;
+    /// Those of a new examination that were kept, and what is ignored of it. Any thread.
+    IgnoredFindings::Split examine() const;
     /// Selects the finding that was selected, if it is there.
     void select(OutlineViewController &results) const;
 

@@ -172,7 +172,7 @@ void Scans::offerKept()
         [book = ABAddressBook::sharedAddressBook()] {
             indexNames();
             const KeptFindings kept = KeptFindings::load(book->name());
-            return std::pair(kept, IgnoredFindings::splitShared(kept.examine()));
+            return std::pair(kept, kept.examine());
         },
         [this](const std::pair<KeptFindings, IgnoredFindings::Split> &found) {
             if (m_results || isRunning() || found.second.open.isEmpty())
