@@ -297,7 +297,7 @@ private Q_SLOTS:
             ABAddressBook::setSharedAddressBook(book);
             return book;
         };
-        const QStringList title{u("Emails duplicated among multiple contacts")};
+        const QStringList title{conditionInfo(condition).title};
         Surroundings surroundings;
         const auto results = [&] {
             auto made = std::make_unique<OutlineViewController>(surroundings);
