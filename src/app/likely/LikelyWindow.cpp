@@ -114,10 +114,7 @@ LikelyWindow::LikelyWindow(QSet<QString> among, QWidget *parent)
 QWidget *LikelyWindow::makeHeader()
 {
     auto *title = new QLabel(m_among.isEmpty() ? windowTitle() : tr("New Contacts That You Seem to Have Already"));
-    QFont large = title->font();
-    large.setBold(true);
-    large.setPointSizeF(large.pointSizeF() * 1.3);
-    title->setFont(large);
+    makeHeadline(title);
     auto *sentence =
         new QLabel(tr("These contacts are probably one person each, although they are written differently. "
                       "Nothing is merged until you say so."));

@@ -149,6 +149,7 @@ QWidget *ResultsView::makeButtons()
     auto *layout = new QHBoxLayout(bar);
     layout->setContentsMargins(16, 14, 16, 14);
     m_backButton->setFlat(true);
+    m_ignoreButton->setFlat(true);
     m_backButton->setIcon(symbol(QStringLiteral("left")));
     m_openContactButton->setIcon(symbol(QStringLiteral("open")));
     m_fixButton->setIcon(symbol(QStringLiteral("check"), ColourRole::OnAccent));
