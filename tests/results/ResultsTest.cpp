@@ -237,7 +237,7 @@ private Q_SLOTS:
     {
         Setup s({"{'uid':'a','email':[{'label':'l','value':'x'},{'label':'l','value':'y'}]}",
             "{'uid':'b','email':[{'value':'x'}]}", "{'uid':'c','email':[{'value':'y'}]}"});
-        const QStringList title{conditionInfo(condition).title};
+        const QStringList title{u("Emails duplicated among multiple contacts")};
         s.result = ScanAddressBook::examine(title);
         s.show();
         s.controller.reexamine({u("a")}, ScanAddressBook::examine(title));
