@@ -9,6 +9,7 @@
 #include "app/results/FindingHead.h"
 #include "app/results/FindingList.h"
 #include "app/results/FixAllDialog.h"
+#include "app/results/OptionBox.h"
 #include "app/results/PlacesLabel.h"
 #include "app/results/PreviewView.h"
 #include "app/results/RepairTexts.h"
@@ -17,13 +18,10 @@
 
 #include <QAction>
 #include <QBoxLayout>
-#include <QButtonGroup>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QShortcut>
@@ -57,7 +55,7 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     , m_filter(m_list->filterField())
     , m_head(new FindingHead)
     , m_problem(new Strip(Strip::Kind::Problem))
-    , m_optionButtons(new QButtonGroup(this))
+    , m_options(new OptionBox(controller))
     , m_leftBehind(new QLabel(this))
     , m_preview(new PreviewView(this))
     , m_side(new QStackedWidget(this))
@@ -95,11 +93,6 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
 
 QWidget *ResultsView::makePanel()
 {
-    auto *box = new QGroupBox;
-    box->setAccessibleName(tr("Repair"));
-    m_boxWithMatrix = box;
-    m_options = new QGridLayout(box);
-    m_options->setColumnStretch(0, 1);
     auto *panel = new QWidget;
     auto *layout = new QVBoxLayout(panel);
     layout->setContentsMargins(24, 20, 24, 16);
@@ -108,7 +101,7 @@ QWidget *ResultsView::makePanel()
     layout->addWidget(m_problem);
     m_places = new PlacesLabel;
     layout->addWidget(m_places);
-    layout->addWidget(box);
+    layout->addWidget(m_options);
     layout->addWidget(makePreview(), 1);
     auto *scroll = new QScrollArea;
     scroll->setWidget(panel);
@@ -186,13 +179,6 @@ void ResultsView::setUpKeys()
         if (!index.data(ResultTree::IsGroupRole).toBool())
             m_fixButton->setFocus();
     });
-    for (int number = 1; number <= 4; ++number) { // no condition has more options
-        auto *shortcut = new QShortcut(QKeySequence(Qt::ALT | Qt::Key(Qt::Key_0 + number)), this);
-        connect(shortcut, &QShortcut::activated, this, [this, number] {
-            if (QAbstractButton *option = m_optionButtons->button(number))
-                option->click();
-        });
-    }
 }
 
 void ResultsView::setUpActions()
@@ -250,8 +236,8 @@ void ResultsView::followController()
 
 QList<QWidget *> ResultsView::panes() const
 {
-    return {m_tree, m_optionButtons->checkedButton(), m_preview, m_fixButton->isEnabled() ? m_fixButton : m_backButton,
-        m_filter};
+    return {
+        m_tree, m_options->checkedOption(), m_preview, m_fixButton->isEnabled() ? m_fixButton : m_backButton, m_filter};
 }
 
 void ResultsView::refresh()
@@ -303,7 +289,7 @@ void ResultsView::showPanel()
     m_head->showFinding(panel, item.get());
     m_fixButton->setAccessibleDescription(item ? item->whyNotFixable() : QString());
     m_fixButton->setEnabled(m_controller.canFix() && !ABAddressBook::isSharedReadOnly());
-    showOptions();
+    m_options->showOptions(m_tree, m_preview);
     showFixAll();
     showIgnore();
 }
@@ -314,33 +300,6 @@ void ResultsView::showTips()
         m_side->setCurrentIndex(0);
     else
         m_side->setCurrentWidget(m_controller.isFiltered() ? m_noMatch : m_tips);
-}
-
-void ResultsView::showOptions()
-{
-    const auto group = m_controller.detailPanel().optionGroup;
-    if (group == m_shownGroup)
-        return;
-    m_shownGroup = group;
-    qDeleteAll(m_boxWithMatrix->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly));
-    if (!group)
-        return;
-    int number = 0;
-    QWidget *before = m_tree;
-    for (const QLatin1StringView title : optionGroupInfo(*group).titles) {
-        auto *option = new QRadioButton(title, m_boxWithMatrix);
-        option->setChecked(m_controller.currentOption(*group) == title);
-        m_optionButtons->addButton(option, ++number);
-        m_options->addWidget(option, number, 0);
-        auto *key = keyLabel(QKeySequence(Qt::ALT | Qt::Key(Qt::Key_0 + number)));
-        m_options->addWidget(key, number, 1);
-        option->setAccessibleDescription(key->text());
-        setTabOrder(before, option);
-        before = option;
-        connect(option, &QRadioButton::clicked, this,
-            [this, group, text = QString(title)] { m_controller.chooseOption(*group, text); });
-    }
-    setTabOrder(before, m_preview);
 }
 
 void ResultsView::showPreview()

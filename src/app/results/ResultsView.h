@@ -10,10 +10,9 @@
 class ButtonBar;
 class FindingHead;
 class FindingList;
+class OptionBox;
 class PlacesLabel;
 class PreviewView;
-class QButtonGroup;
-class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -65,7 +64,6 @@ private:
     void showSelection();
     void showPanel();
     void showTips();
-    void showOptions();
     void showPreview();
     void showFixAll();
     void showIgnore();
@@ -81,9 +79,7 @@ private:
     FindingHead *m_head;
     Strip *m_problem;
     PlacesLabel *m_places = nullptr;
-    QWidget *m_boxWithMatrix;
-    QGridLayout *m_options;
-    QButtonGroup *m_optionButtons;
+    OptionBox *m_options;
     QLabel *m_leftBehind;
     PreviewView *m_preview;
     QStackedWidget *m_side; // the panel, or what is shown when nothing is selected
@@ -98,6 +94,5 @@ private:
     QPushButton *m_fixButton;
     QAction *m_fixAllAction = nullptr;
     QAction *m_ignoreAction = nullptr;
-    std::optional<OptionGroup> m_shownGroup;
     bool m_isFixingAll = false;
 };
