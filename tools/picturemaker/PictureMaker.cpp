@@ -30,7 +30,7 @@
 
 namespace {
 
-constexpr QSize kWindowSize(1000, 620);
+constexpr QSize kWindowSize(1000, 700);
 
 template <typename Window> Window *shownWindow()
 {

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::size_t kMostPlaces = 12;
+constexpr std::size_t kMostPlaces = 4; // or the preview would be out of view
 constexpr qsizetype kMostLetters = 300;
 
 QString htmlOf(const ProblemPlace &place, const QString &red)
