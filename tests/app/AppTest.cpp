@@ -503,7 +503,7 @@ private Q_SLOTS:
         for (const auto scheme : {Appearance::Scheme::Dark, Appearance::Scheme::Light}) {
             appearance.setScheme(scheme);
             const QPalette palette = paletteOf(scheme == Appearance::Scheme::Dark);
-            QCOMPARE(label.palette().color(QPalette::WindowText), colourFor(ColourRole::Warning, palette));
+            QTRY_COMPARE(label.palette().color(QPalette::WindowText), colourFor(ColourRole::Warning, palette));
         }
     }
 
