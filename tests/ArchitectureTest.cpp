@@ -27,7 +27,7 @@ private:
         {QStringLiteral("simdjson.h"), {QStringLiteral("contacts/cards")}},
         {QStringLiteral("snappy.h"), {QStringLiteral("export/office")}},
         {QStringLiteral("phonenumbers/"), {QStringLiteral("src/likeness/PhoneLines.cpp")}},
-        {QStringLiteral("unicode/"), {QStringLiteral("src/likeness/WordForms.cpp")}},
+        {QStringLiteral("unicode/"), {QStringLiteral("src/likeness/Words.cpp")}},
         {QStringLiteral("QFileDialog"), {QStringLiteral("src/app/look/FileDialog.cpp")}},
     };
 

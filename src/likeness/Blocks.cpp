@@ -2,19 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "likeness/Blocks.h"
 
-#include "likeness/Nicknames.h"
-
 #include <algorithm>
-#include <iterator>
 #include <set>
 
 namespace {
 
-constexpr std::size_t kLargestBlock = 40;
-constexpr std::size_t kNeighbours = 8;
+constexpr std::ptrdiff_t kLargestBlock = 40;
+constexpr std::ptrdiff_t kNeighbours = 8;
 constexpr std::size_t kStreetWords = 3;
 constexpr int kFewSharers = 3; ///< a switchboard has more: its block is split by initials
 
+/// Contacts with an equal key are compared.
 struct KeyOfContact
 {
     quint64 key;
@@ -22,29 +20,65 @@ struct KeyOfContact
     auto operator<=>(const KeyOfContact &) const = default;
 };
 
-enum class KeyKind : quint64 { Value = 1, Birthday, WholeName, NameInTown, NameAtCompany, Number, Zip, Company };
+enum class KeyKind : quint64 { Value = 1, Birthday, Day, WholeName, NameInTown, NameAtCompany, Number, Zip, Company };
 
 class Keys
 {
 public:
-    explicit Keys(const BookTraits &book) : m_book(book) { }
+    Keys(const BookTraits &book, quint32 contact, std::vector<KeyOfContact> &keys)
+        : m_book(book), m_contact(contact), m_keys(keys)
+    { }
 
-    std::vector<KeyOfContact> all()
+    void add()
     {
-        for (m_contact = 0; m_contact < m_book.contacts.size(); ++m_contact) {
-            const Traits &contact = m_book.contacts[m_contact];
-            if (contact.isCompany)
-                add(KeyKind::Company, contact.company);
-            addNames(contact);
-            for (const AddressTrait &address : contact.addresses)
-                addAddress(address);
+        const Traits &contact = m_book.contacts[m_contact];
+        const NameTraits &name = contact.name;
+        // Which of the two is the first name is often wrong, so the keys do not tell them apart.
+        std::set<quint32> names{contact.isCompany ? contact.company : 0};
+        for (const NameReading &reading : name.readings) {
+            names.insert({reading.given.whole, reading.family.whole});
+            names.insert(reading.given.words.begin(), reading.given.words.end());
+            names.insert(reading.family.words.begin(), reading.family.words.end());
         }
-        std::ranges::sort(m_keys);
-        m_keys.erase(std::unique(m_keys.begin(), m_keys.end()), m_keys.end());
-        return std::move(m_keys);
+        names.erase(0);
+        std::set<char> initials;
+        const auto collect = [&](const auto &words) {
+            for (const quint32 number : words)
+                initials.insert(word(number).initials.begin(), word(number).initials.end());
+        };
+        collect(names);
+        collect(name.middle);
+        collect(name.nicknames);
+        for (const ValueTrait &value : contact.values)
+            addSplit(KeyKind::Value, value.hash, initials, value.sharers > kFewSharers);
+        if (contact.birthday.isValid()) {
+            addSplit(KeyKind::Birthday, static_cast<quint64>(contact.birthday.toJulianDay()), initials, true);
+            for (const quint32 number : names) // without the year, or with another one
+                add(KeyKind::Day, sound(number),
+                    static_cast<quint64>(contact.birthday.month() * 32 + contact.birthday.day()));
+        }
+        add(KeyKind::WholeName, sound(name.readings.back().given.whole) + sound(name.readings.back().family.whole));
+        if (contact.isCompany)
+            add(KeyKind::Company, contact.company);
+        for (const AddressTrait &address : contact.addresses)
+            addAddress(address);
+        for (const quint32 number : names) {
+            std::set<char> others; // of the other names
+            for (const quint32 other : names) {
+                if (other != number || names.size() == 1)
+                    others.insert(word(other).initials.begin(), word(other).initials.end());
+            }
+            for (const AddressTrait &address : contact.addresses)
+                addSplit(KeyKind::NameInTown, sound(number) * 31 + sound(address.city), others, true);
+            if (contact.company != 0)
+                addSplit(KeyKind::NameAtCompany, sound(number) + contact.company, others, true);
+        }
     }
 
 private:
+    const Word &word(quint32 number) const { return m_book.words[number]; }
+    quint64 sound(quint32 number) const { return std::hash<std::string>()(word(number).sound); }
+
     void add(KeyKind kind, quint64 a, quint64 b = 0)
     {
         constexpr quint64 kOdd = 0x9E3779B97F4A7C15;
@@ -53,126 +87,72 @@ private:
             key = (key ^ part) * kOdd;
             key ^= key >> 29;
         }
-        m_keys.push_back({key, static_cast<quint32>(m_contact)});
+        m_keys.push_back({key, m_contact});
     }
 
-    static quint64 hash(std::string_view text) { return std::hash<std::string_view>()(text); }
-
-    /// How a first name and its other forms begin.
-    void collectInitials(quint32 number, std::set<char> &initials) const
+    /// One for each initial where that is wanted.
+    void addSplit(KeyKind kind, quint64 value, const std::set<char> &initials, bool isSplit)
     {
-        const Vocabulary::Word &word = m_book.words.word(number);
-        if (word.sound.empty())
-            return;
-        initials.insert(word.sound.front());
-        if (word.nicknameRows) {
-            for (const int row : *word.nicknameRows)
-                initials.insert(soundOf(headOfNicknameRow(row)).front());
-        }
-    }
-
-    void addNames(const Traits &contact)
-    {
-        const NameTraits &name = contact.name;
-        // Which of the two is the first name is often wrong, so the keys do not tell them apart.
-        std::set<quint32> distinct{name.given.whole, name.family.whole};
-        distinct.insert(name.given.words.begin(), name.given.words.end());
-        distinct.insert(name.family.words.begin(), name.family.words.end());
-        distinct.erase(0);
-        std::set<char> initials;
-        if (contact.isCompany)
-            collectInitials(contact.company, initials);
-        for (const quint32 word : distinct)
-            collectInitials(word, initials);
-        for (const auto *others : {&name.middle, &name.nicknames}) {
-            for (const quint32 word : *others)
-                collectInitials(word, initials);
-        }
-        for (const ValueTrait &value : contact.values) {
-            if (value.sharers <= kFewSharers) {
-                add(KeyKind::Value, value.hash);
-                continue;
-            }
-            for (const char initial : initials)
-                add(KeyKind::Value, value.hash, static_cast<quint64>(initial));
-        }
-        if (contact.birthday.isValid()) {
-            const auto day = static_cast<quint64>(contact.birthday.month() * 32 + contact.birthday.day());
-            for (const char initial : initials)
-                add(KeyKind::Birthday, day + 512 * static_cast<quint64>(contact.birthday.year()),
-                    static_cast<quint64>(initial));
-            for (const quint32 word : distinct) // without the year, or with another one
-                add(KeyKind::Birthday, day, hash(m_book.words.word(word).sound));
-        }
-        const quint64 given = hash(m_book.words.word(name.given.whole).sound);
-        const quint64 family = hash(m_book.words.word(name.family.whole).sound);
-        if (name.given.whole != 0 && name.family.whole != 0)
-            add(KeyKind::WholeName, given + family);
-        for (const quint32 word : distinct) {
-            for (const char initial : initials) {
-                const quint64 key = hash(m_book.words.word(word).sound) + static_cast<quint64>(initial);
-                for (const AddressTrait &address : contact.addresses) {
-                    if (address.city != 0)
-                        add(KeyKind::NameInTown, key, hash(m_book.words.word(address.city).sound));
-                    if (address.zip != 0)
-                        add(KeyKind::NameInTown, key, address.zip);
-                }
-                if (contact.company != 0)
-                    add(KeyKind::NameAtCompany, key, contact.company);
-            }
-        }
+        if (!isSplit)
+            return add(kind, value);
+        for (const char initial : initials)
+            add(kind, value, static_cast<quint64>(initial));
     }
 
     void addAddress(const AddressTrait &address)
     {
         for (std::size_t i = 0; i < std::min(kStreetWords, address.streetWords.size()); ++i) {
-            const quint64 sound = hash(m_book.words.word(address.streetWords[i]).sound);
+            const quint64 street = sound(address.streetWords[i]);
             if (address.number != 0)
-                add(KeyKind::Number, sound, address.number);
+                add(KeyKind::Number, street, address.number);
             if (address.zip != 0)
-                add(KeyKind::Zip, sound, address.zip);
+                add(KeyKind::Zip, street, address.zip);
         }
         if (address.number != 0 && address.zip != 0)
             add(KeyKind::Zip, address.number, address.zip);
     }
 
     const BookTraits &m_book;
-    std::size_t m_contact = 0;
-    std::vector<KeyOfContact> m_keys;
+    quint32 m_contact;
+    std::vector<KeyOfContact> &m_keys;
 };
 
 } // namespace
 
-Candidates candidatePairs(const BookTraits &book)
+Candidates candidatePairs(const BookTraits &book, const LikenessProgress &progress)
 {
-    const std::vector<KeyOfContact> keys = Keys(book).all();
+    std::vector<KeyOfContact> keys;
+    for (quint32 contact = 0; contact < book.contacts.size(); ++contact) {
+        if (!progress(contact / 2.0 / static_cast<double>(book.contacts.size())))
+            return {};
+        Keys(book, contact, keys).add();
+    }
+    std::ranges::sort(keys);
+    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+    const auto byName = [&](const KeyOfContact &entry) {
+        const Traits &contact = book.contacts[entry.contact];
+        const auto form = [&](quint32 word) -> std::string_view { return book.words[word].form; };
+        const NameReading &name = contact.name.readings.back();
+        return std::tuple(form(name.family.whole), form(name.given.whole), contact.rank);
+    };
     Candidates candidates;
-    const auto add = [&](quint32 a, quint32 b) {
-        const bool isInOrder = book.contacts[a].rank < book.contacts[b].rank;
-        candidates.pairs.push_back(isInOrder ? CandidatePair{a, b} : CandidatePair{b, a});
-    };
-    const auto byName = [&](quint32 number) {
-        const Traits &contact = book.contacts[number];
-        const auto form = [&](quint32 word) -> std::string_view { return book.words.word(word).form; };
-        return std::tuple(form(contact.name.family.whole), form(contact.name.given.whole), contact.rank);
-    };
     std::vector<bool> isCrowded(book.contacts.size());
-    std::vector<quint32> block;
     for (auto begin = keys.begin(); begin != keys.end();) {
+        if (!progress((1 + static_cast<double>(begin - keys.begin()) / static_cast<double>(keys.size())) / 2))
+            return {};
         const auto end = std::find_if(begin, keys.end(), [&](const auto &entry) { return entry.key != begin->key; });
-        block.clear();
-        std::transform(begin, end, std::back_inserter(block), [](const auto &entry) { return entry.contact; });
-        begin = end;
-        const bool isLarge = block.size() > kLargestBlock;
-        if (isLarge) {
-            std::ranges::sort(block, {}, byName);
-            for (const quint32 contact : block)
-                isCrowded[contact] = true;
-        }
-        for (std::size_t i = 0; i < block.size(); ++i) {
-            const std::size_t last = isLarge ? std::min(i + kNeighbours + 1, block.size()) : block.size();
-            for (std::size_t j = i + 1; j < last; ++j)
-                add(block[i], block[j]);
+        const bool isLarge = end - begin > kLargestBlock;
+        if (isLarge)
+            std::sort(begin, end, [&](const auto &a, const auto &b) { return byName(a) < byName(b); });
+        for (; begin != end; ++begin) {
+            if (isLarge)
+                isCrowded[begin->contact] = true;
+            const auto last = isLarge && end - begin > kNeighbours + 1 ? begin + kNeighbours + 1 : end;
+            for (auto other = begin + 1; other < last; ++other) {
+                const auto [a, b] = std::minmax(begin->contact, other->contact,
+                    [&](quint32 x, quint32 y) { return book.contacts[x].rank < book.contacts[y].rank; });
+                candidates.pairs.push_back({a, b});
+            }
         }
     }
     std::ranges::sort(candidates.pairs);

@@ -23,4 +23,5 @@ struct Candidates
 };
 
 /// The pairs that are worth comparing: those who share a value, or part of a name together with something else.
-Candidates candidatePairs(const BookTraits &book);
+/// Incomplete when @p progress gave it up.
+Candidates candidatePairs(const BookTraits &book, const LikenessProgress &progress);

@@ -12,6 +12,15 @@ namespace {
 
 constexpr int kNoYear = 1604; // as cards have a birthday without its year
 
+constexpr quint64 bitOf(Sign sign)
+{
+    return quint64{1} << static_cast<int>(sign);
+}
+
+constexpr quint64 kPersonalSigns = bitOf(Sign::BirthdaySame) | bitOf(Sign::BirthdayOfOtherName)
+    | bitOf(Sign::PersonalPhoneSame) | bitOf(Sign::PhoneSame) | bitOf(Sign::EmailSame) | bitOf(Sign::AccountSame)
+    | bitOf(Sign::PictureSame);
+
 class Comparer
 {
 public:
@@ -27,31 +36,34 @@ public:
             compareNames();
         compareBirthdays();
         compareValues();
+        const bool areOthers = m_evidence.has(Sign::FamilyDiffers) && !agreeGiven();
+        if (areOthers && (m_evidence.signs & kPersonalSigns) == 0)
+            return m_evidence; // neighbours and colleagues: spares much time
         compareAddresses();
         if (!m_a.isCompany && !m_b.isCompany && m_a.company != 0 && m_b.company != 0) {
             if (m_a.company == m_b.company)
                 addRare(Sign::CompanySame, m_a.company, kMostCompanyBits);
-            else if (!isTypingError(form(m_a.company), form(m_b.company)))
+            else if (!isTypingError(word(m_a.company), word(m_b.company)))
                 m_evidence.add(Sign::CompaniesDiffer);
         }
         return m_evidence;
     }
 
 private:
-    const std::string &form(quint32 word) const { return m_book.words.word(word).form; }
+    const Word &word(quint32 number) const { return m_book.words[number]; }
 
-    double rarity(quint32 word, double most) const
+    double rarity(quint32 number, double most) const
     {
         constexpr double kOthersElsewhere = 200; // keeps a small book from calling everything rare
-        const double bits = std::log2(
-            (static_cast<double>(m_book.contacts.size()) + kOthersElsewhere) / (m_book.words.word(word).contacts + 1));
+        const double bits =
+            std::log2((static_cast<double>(m_book.contacts.size()) + kOthersElsewhere) / (word(number).contacts + 1));
         return std::clamp(bits, 0.0, most);
     }
 
-    void addRare(Sign sign, quint32 word, double most)
+    void addRare(Sign sign, quint32 number, double most)
     {
         m_evidence.add(sign);
-        m_evidence.stranger += static_cast<float>(rarity(word, most));
+        m_evidence.stranger += static_cast<float>(rarity(number, most));
     }
 
     void compareNames()
@@ -116,7 +128,7 @@ private:
     {
         if (m_a.company == m_b.company)
             m_evidence.add(Sign::CompanyNameSame);
-        else if (isTypingError(form(m_a.company), form(m_b.company)))
+        else if (isTypingError(word(m_a.company), word(m_b.company)))
             m_evidence.add(Sign::CompanyNameMistyped);
         else
             m_evidence.add(Sign::CompanyNameDiffers);
@@ -132,12 +144,16 @@ private:
         if (a.year() == kNoYear || b.year() == kNoYear)
             m_evidence.add(sameDay ? Sign::BirthdayWithoutYear : Sign::BirthdayDiffers);
         else if (a == b)
-            m_evidence.add(hasOtherName() ? Sign::BirthdayOfOtherName : Sign::BirthdaySame);
+            m_evidence.add(agreeGiven() ? Sign::BirthdaySame : Sign::BirthdayOfOtherName);
         else
             m_evidence.add(areOneSlipApart(a, b) ? Sign::BirthdayMistyped : Sign::BirthdayDiffers);
     }
 
-    bool hasOtherName() const { return m_evidence.hasAny({Sign::GivenDiffers, Sign::GivenUnlike, Sign::GivenSecond}); }
+    bool agreeGiven() const
+    {
+        return m_evidence.hasAny({Sign::GivenSame, Sign::GivenNickname, Sign::GivenMistyped, Sign::GivenInitial,
+            Sign::CompanyNameSame, Sign::CompanyNameMistyped});
+    }
 
     static bool areOneSlipApart(QDate a, QDate b)
     {
@@ -178,8 +194,11 @@ private:
                     continue;
                 bothHavePhones = bothHavePhones || a.kind == ValueKind::Phone;
                 bothHaveEmails = bothHaveEmails || a.kind == ValueKind::Email;
-                const bool otherDesk = a.extension != 0 && b.extension != 0 && a.extension != b.extension;
-                if (a.isSameAs(b) && !otherDesk)
+                if (a.hash != b.hash)
+                    continue;
+                if (a.extension != 0 && b.extension != 0 && a.extension != b.extension)
+                    m_evidence.add(Sign::DesksDiffer);
+                else
                     addValue(signOf(a, b), std::max(a.sharers, b.sharers));
             }
         }
@@ -229,7 +248,7 @@ private:
     {
         if (a == 0 || b == 0)
             return 0;
-        return a == b ? equal : typingErrors(form(a), form(b)) <= 2 ? kPlaceAlikeBits : kOtherPlaceBits;
+        return a == b ? equal : typingErrors(word(a).form, word(b).form) <= 2 ? kPlaceAlikeBits : kOtherPlaceBits;
     }
 
     AddressMatch addressMatch(const AddressTrait &a, const AddressTrait &b) const
@@ -240,12 +259,13 @@ private:
             : street > 0.65        ? kStreetAlikeBits
             : street > 0.45        ? kStreetPartlyBits
                                    : kOtherStreetBits;
+        found.bits = std::min({found.bits, rarity(a.street, kStreetEqualBits), rarity(b.street, kStreetEqualBits)});
         if (a.number != 0 && b.number != 0)
             found.bits += a.number == b.number ? kNumberBits : kOtherNumberBits;
         found.bits += placeBits(a.city, b.city, kCityBits) + placeBits(a.zip, b.zip, kZipBits);
         found.isStreetEqual = street > 0.85 && a.number == b.number;
         found.isCityOther = a.city != 0 && b.city != 0
-            && typingErrors(form(a.city), form(b.city)) * 2 > static_cast<int>(form(a.city).size());
+            && typingErrors(word(a.city).form, word(b.city).form) * 2 > static_cast<int>(word(a.city).form.size());
         return found;
     }
 
@@ -290,11 +310,12 @@ std::pair<double, double> sumsOf(const Evidence &evidence, bool isSpoiled)
 {
     double stranger = evidence.stranger;
     double close = evidence.close;
+    const bool mayBeWrong = isSpoiled && !evidence.hasAny({Sign::PhonesDiffer, Sign::EmailsDiffer});
     for (quint64 left = evidence.signs; left != 0; left &= left - 1) {
         const SignWeight &weight = kSignWeights[static_cast<std::size_t>(std::countr_zero(left))];
-        const bool isCheap = isSpoiled && weight.contradicts;
-        stranger += isCheap ? kContradictionInSpoiledBook : weight.stranger;
-        close += isCheap ? kContradictionInSpoiledBook : weight.close;
+        const bool isCheap = mayBeWrong && weight.canBeError;
+        stranger += isCheap ? kErrorInSpoiledBook : weight.stranger;
+        close += isCheap ? kErrorInSpoiledBook : weight.close;
     }
     return {stranger, close};
 }
@@ -314,21 +335,17 @@ PriorOdds BookHabits::oddsFor(int duplicates) const
 PriorOdds BookHabits::priorOdds() const
 {
     PriorOdds odds = oddsFor(m_certain);
-    odds.isSpoiled = isSpoiled();
-    if (odds.isSpoiled)
-        odds.close = std::log2(m_neighbours / (m_relatives + 2.0)) + kSpoiledMargin;
-    return odds;
-}
-
-bool BookHabits::isSpoiled() const
-{
     // Errors that no family explains, of two kinds, so that people who married or towns of two names are not enough.
     constexpr int kFew = 5;
     constexpr double kLeastShare = 0.01;
-    constexpr int kNeighboursPerRelative = 4;
     const int errors = std::min(m_otherSurnames, m_otherCities);
-    return errors >= kFew && errors >= kLeastShare * m_alike
-        && m_neighbours > kNeighboursPerRelative * (m_relatives + 1);
+    // They hit all fields about alike. Contradictions that are much more frequent are families'.
+    constexpr int kMostPerError = 3;
+    odds.isSpoiled = errors >= kFew && errors >= kLeastShare * m_alike && m_otherGivens <= kMostPerError * errors
+        && m_otherBirthdays <= kMostPerError * errors;
+    if (odds.isSpoiled)
+        odds.close = kSpoiledMargin;
+    return odds;
 }
 
 void BookHabits::count(const Evidence &evidence)
@@ -336,15 +353,16 @@ void BookHabits::count(const Evidence &evidence)
     m_certain += scoreOf(evidence, m_first) >= kCertainFrom ? 1 : 0;
     const bool agreeGiven = evidence.hasAny({Sign::GivenSame, Sign::GivenNickname, Sign::GivenMistyped});
     const bool agreeFamily = evidence.hasAny({Sign::FamilySame, Sign::FamilyMistyped});
+    const bool shareHome =
+        evidence.hasAny({Sign::AddressSame, Sign::SharedPhoneSame, Sign::PhoneSame, Sign::PersonalPhoneSame});
     if (agreeGiven && evidence.has(Sign::BirthdaySame) && evidence.has(Sign::StreetSame)) {
         m_alike += 1;
         m_otherSurnames += evidence.has(Sign::FamilyDiffers) ? 1 : 0;
         m_otherCities += agreeFamily && evidence.has(Sign::CityDiffers) ? 1 : 0;
     }
-    if (evidence.hasAny({Sign::AddressSame, Sign::SharedPhoneSame, Sign::PhoneSame, Sign::PersonalPhoneSame})) {
-        const bool otherGiven = evidence.hasAny({Sign::GivenDiffers, Sign::GivenUnlike});
-        m_neighbours += agreeGiven ? 1 : 0;
-        m_relatives += otherGiven && !evidence.has(Sign::BirthdayOfOtherName) ? 1 : 0;
+    if (agreeFamily && shareHome) {
+        m_otherGivens += evidence.hasAny({Sign::GivenDiffers, Sign::GivenUnlike}) ? 1 : 0;
+        m_otherBirthdays += agreeGiven && evidence.has(Sign::BirthdayDiffers) ? 1 : 0;
     }
 }
 
@@ -369,8 +387,11 @@ bool mayBeOnePerson(const Evidence &evidence)
 
 bool excludesOnePerson(const Evidence &evidence, const PriorOdds &prior)
 {
-    return !prior.isSpoiled && scoreOf(evidence, prior) < kPossibleFrom
-        && evidence.hasAny({Sign::GivenDiffers, Sign::SuffixDiffers, Sign::BirthdayDiffers, Sign::CompanyNameDiffers});
+    if (evidence.has(Sign::SuffixDiffers))
+        return true;
+    return !prior.isSpoiled && scoreOf(evidence, prior) < kLikelyFrom
+        && evidence.hasAny({Sign::GivenDiffers, Sign::GivenUnlike, Sign::SuffixOnOne, Sign::BirthdayDiffers,
+            Sign::DesksDiffer, Sign::CompanyNameDiffers});
 }
 
 QStringList reasonsOf(const Evidence &evidence)

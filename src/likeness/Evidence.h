@@ -31,8 +31,7 @@ struct PriorOdds
 {
     double stranger; ///< against two strangers
     double close; ///< against two people who are close
-    /// Fields of the book hold other people's texts so often, and families are so rare in it, that another first name
-    /// at the same address means an error.
+    /// The book's texts are wrong so often, and families are so rare in it, that a contradiction may be an error.
     bool isSpoiled = false;
 };
 
@@ -47,7 +46,6 @@ public:
 
 private:
     PriorOdds oddsFor(int duplicates) const;
-    bool isSpoiled() const;
 
     double m_contacts;
     PriorOdds m_first; // before anything was counted
@@ -56,8 +54,9 @@ private:
     int m_alike = 0; // agree in first name, birthday and street
     int m_otherSurnames = 0; // and not in the last name
     int m_otherCities = 0; // and in the last name, but not in the city
-    int m_neighbours = 0; // share an address or a phone, and have the same first name
-    int m_relatives = 0; // and have not
+    // Of pairs that share an address or a phone, and a last name:
+    int m_otherGivens = 0; // and not the first name
+    int m_otherBirthdays = 0; // and the first name, but not the birthday
 };
 
 /// Of two contacts by their numbers; their order does not count.

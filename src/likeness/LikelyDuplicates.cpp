@@ -133,11 +133,10 @@ struct Links
 
 Links linksOf(const BookTraits &book, const std::vector<CandidatePair> &pairs, const LikenessProgress &progress)
 {
-    constexpr std::size_t kStep = 4096;
     BookHabits habits(book.contacts.size());
     std::vector<Link> links;
     for (std::size_t i = 0; i < pairs.size(); ++i) {
-        if (i % kStep == 0 && !progress(static_cast<double>(i) / static_cast<double>(pairs.size())))
+        if (!progress(static_cast<double>(i) / static_cast<double>(pairs.size())))
             return {{}, habits.priorOdds()};
         const Evidence evidence = compare(book, pairs[i].first, pairs[i].second);
         habits.count(evidence);
@@ -160,17 +159,25 @@ LikelyDuplicates findLikelyDuplicates(std::span<const PersonSnapshot> people, Li
     const std::function<bool(double done)> &progress, const std::function<bool(std::size_t, std::size_t)> &areDifferent)
 {
     LikelyDuplicates result;
+    double told = -1;
     const auto part = [&](double from, double to) {
-        return [&result, &progress, from, to](double done) {
-            result.isCancelled = result.isCancelled || !progress(from + (to - from) * done);
+        return [&, from, to](double done) {
+            constexpr double kStep = 0.002;
+            const double all = from + (to - from) * done;
+            if (all >= told + kStep) {
+                told = all;
+                result.isCancelled = result.isCancelled || !progress(all);
+            }
             return !result.isCancelled;
         };
     };
-    const BookTraits book = traitsOf(people, region, part(0.2, 0.6));
+    const BookTraits book = traitsOf(people, region, part(0, 0.4));
     if (result.isCancelled)
         return result;
-    const Candidates candidates = candidatePairs(book);
-    const auto [links, prior] = linksOf(book, candidates.pairs, part(0.7, 1));
+    const Candidates candidates = candidatePairs(book, part(0.4, 0.6));
+    if (result.isCancelled)
+        return result;
+    const auto [links, prior] = linksOf(book, candidates.pairs, part(0.6, 1));
     if (result.isCancelled)
         return result;
     result.crowded = candidates.crowded;

@@ -11,6 +11,11 @@ template <typename Value> bool haveCommon(const std::vector<Value> &a, const std
     return std::ranges::find_first_of(a, b) != a.end();
 }
 
+bool isSubset(const std::vector<quint32> &part, const std::vector<quint32> &all)
+{
+    return std::ranges::all_of(part, [&](quint32 word) { return std::ranges::find(all, word) != all.end(); });
+}
+
 /// Paul and Paula, Mario and Maria.
 bool differByGender(std::string_view a, std::string_view b)
 {
@@ -21,113 +26,141 @@ bool differByGender(std::string_view a, std::string_view b)
     return stem(a) == stem(b);
 }
 
-int points(NameLikeness likeness)
-{
-    return likeness <= NameLikeness::Unlike ? -2 : static_cast<int>(likeness);
-}
-
 int points(const NameMatch &match)
 {
-    return points(match.given) + points(match.family);
+    const auto of = [](NameLikeness likeness) {
+        return likeness <= NameLikeness::Unlike ? -2 : static_cast<int>(likeness);
+    };
+    return of(match.given) + of(match.family);
 }
 
 class Matcher
 {
 public:
-    explicit Matcher(const BookTraits &book) : m_book(book) { }
+    Matcher(const NameTraits &a, const NameTraits &b, const BookTraits &book) : m_a(a), m_b(b), m_book(book) { }
 
-    NameMatch match(const NameTraits &a, const NameTraits &b) const
+    /// By the best of all readings, since fields may be exchanged or hold a whole name.
+    NameMatch match() const
     {
-        NameMatch best = match(a, a.given, a.family, b, b.given, b.family);
-        if (points(best) < 2 * points(NameLikeness::Mistyped)) {
-            // Either may be the one that is wrong, which matters to nicknames.
-            for (NameMatch swapped : {match(a, a.given, a.family, b, b.family, b.given),
-                     match(a, a.family, a.given, b, b.given, b.family)}) {
-                swapped.isSwapped = true;
-                if (points(swapped) > points(best))
-                    best = swapped;
+        NameMatch best{.given = NameLikeness::Differs, .family = NameLikeness::Differs};
+        const int good = 2 * static_cast<int>(NameLikeness::Mistyped);
+        for (const NameReading &a : m_a.readings) {
+            for (const NameReading &b : m_b.readings) {
+                if (isMisread(m_a, a, b) || isMisread(m_b, b, a))
+                    continue;
+                // Either may be the one that is exchanged, which matters to nicknames.
+                keepBetter(matchParts(a.given, a.family, b.given, b.family), best);
+                if (points(best) < good) {
+                    keepExchanged(matchParts(a.given, a.family, b.family, b.given), best);
+                    keepExchanged(matchParts(a.family, a.given, b.given, b.family), best);
+                }
             }
-            if (!best.isSwapped && haveSameWhole(a, b)) // split in different places
-                best.given = best.family = NameLikeness::Same;
         }
-        if (!a.middle.empty() && !b.middle.empty())
-            best.middle = givenName(a.middle.front(), b.middle.front());
+        if (points(best) < good && haveSameLetters())
+            best.given = best.family = NameLikeness::Same;
+        if (!m_a.middle.empty() && !m_b.middle.empty())
+            best.middle = givenName(m_a.middle.front(), m_b.middle.front());
         return best;
     }
 
 private:
-    NameMatch match(const NameTraits &a, const NamePart &givenA, const NamePart &familyA, const NameTraits &b,
-        const NamePart &givenB, const NamePart &familyB) const
+    static void keepBetter(const NameMatch &match, NameMatch &best)
+    {
+        if (points(match) > points(best))
+            best = match;
+    }
+
+    static void keepExchanged(NameMatch match, NameMatch &best)
+    {
+        match.isSwapped = true;
+        if (std::max(match.given, match.family) > NameLikeness::Missing)
+            keepBetter(match, best);
+    }
+
+    bool isGuess() const { return m_a.readings.size() + m_b.readings.size() > 2; }
+
+    /// Several words in one field are only one of the names where the other contact has all of them there.
+    static bool isMisread(const NameTraits &name, const NameReading &reading, const NameReading &other)
+    {
+        return name.readings.size() > 1 && &reading == &name.readings.front()
+            && !(
+                isSubset(reading.given.words, other.given.words) && isSubset(reading.family.words, other.family.words));
+    }
+
+    NameMatch matchParts(
+        const NamePart &givenA, const NamePart &familyA, const NamePart &givenB, const NamePart &familyB) const
     {
         NameMatch match;
         if (!givenA.words.empty() && !givenB.words.empty()) {
-            match.given =
-                std::max({givenName(givenA.whole, givenB.whole), givenName(givenA.words.front(), givenB.words.front()),
-                    otherName(a, givenA, givenB.words.front()), otherName(b, givenB, givenA.words.front())});
-            match.givenWord = commoner(givenA.words.front(), givenB.words.front());
+            const quint32 one = givenA.words.front();
+            const quint32 other = givenB.words.front();
+            match.given = std::max({givenName(givenA.whole, givenB.whole), givenName(one, other),
+                otherName(m_a, givenA, other), otherName(m_b, givenB, one)});
+            if (match.given == NameLikeness::Second && isGuess()) // the order of the words is not known
+                match.given = NameLikeness::Same;
+            match.givenWord = commoner(one, other);
         }
         if (!familyA.words.empty() && !familyB.words.empty()) {
             match.family = familyName(familyA, familyB);
             if (match.family == NameLikeness::Differs
-                && (haveCommon(familyA.words, b.maiden) || haveCommon(familyB.words, a.maiden)))
+                && (haveCommon(familyA.words, m_b.maiden) || haveCommon(familyB.words, m_a.maiden)))
                 match.family = NameLikeness::Mistyped;
             match.familyWord = commoner(familyA.whole, familyB.whole);
         }
         return match;
     }
 
-    bool haveSameWhole(const NameTraits &a, const NameTraits &b) const
+    /// Such as those of a name in a script without blanks, or one that is split in different places.
+    bool haveSameLetters() const
     {
-        const std::string &givenA = form(a.given.whole);
-        const std::string &familyA = form(a.family.whole);
-        const std::string &givenB = form(b.given.whole);
-        const std::string &familyB = form(b.family.whole);
-        const std::size_t length = givenA.size() + familyA.size();
-        return length > 0 && length == givenB.size() + familyB.size()
-            && (givenA + familyA == givenB + familyB || givenA + familyA == familyB + givenB);
+        const auto lettersOf = [&](const NameTraits &name, bool isSwapped) {
+            const std::string &given = word(name.readings.front().given.whole).ascii;
+            const std::string &family = word(name.readings.front().family.whole).ascii;
+            return isSwapped ? family + given : given + family;
+        };
+        const std::string letters = lettersOf(m_a, false);
+        return !letters.empty()
+            && (letters == lettersOf(m_b, false) || letters == lettersOf(m_b, true)
+                || lettersOf(m_a, true) == lettersOf(m_b, false));
     }
 
-    const std::string &form(quint32 word) const { return m_book.words.word(word).form; }
+    const Word &word(quint32 number) const { return m_book.words[number]; }
 
-    quint32 commoner(quint32 a, quint32 b) const
-    {
-        return m_book.words.word(a).contacts >= m_book.words.word(b).contacts ? a : b;
-    }
+    quint32 commoner(quint32 a, quint32 b) const { return word(a).contacts >= word(b).contacts ? a : b; }
 
     /// Too often to be a typing error.
-    bool isFrequent(const Vocabulary::Word &word) const
+    bool isFrequent(const Word &word) const
     {
         return word.contacts > 3 + static_cast<double>(m_book.contacts.size()) / 2000;
     }
-
-    bool isKnown(const Vocabulary::Word &name) const { return name.nicknameRows || isFrequent(name); }
 
     NameLikeness givenName(quint32 a, quint32 b) const
     {
         if (a == b)
             return NameLikeness::Same;
-        const Vocabulary::Word &first = m_book.words.word(a);
-        const Vocabulary::Word &second = m_book.words.word(b);
+        const Word &first = word(a);
+        const Word &second = word(b);
         if (first.form.size() == 1 || second.form.size() == 1)
             return first.form.front() == second.form.front() ? NameLikeness::Initial : NameLikeness::Unlike;
         if (first.nicknameRows && second.nicknameRows && haveCommon(*first.nicknameRows, *second.nicknameRows))
             return NameLikeness::Nickname;
+        const auto isKnown = [&](const Word &name) { return name.nicknameRows || isFrequent(name); };
         if ((isKnown(first) && isKnown(second)) || differByGender(first.form, second.form))
             return NameLikeness::Differs;
         constexpr std::size_t kShortForm = 3; // as no table may have it
         const auto isShortFor = [](const std::string &name, const std::string &full) {
             return name.size() >= kShortForm && full.size() >= name.size() + 2 && full.starts_with(name);
         };
-        const bool isAlike = isShortFor(first.form, second.form) || isShortFor(second.form, first.form)
-            || isTypingError(first.form, second.form);
+        const bool isAlike =
+            isShortFor(first.form, second.form) || isShortFor(second.form, first.form) || isTypingError(first, second);
         return isAlike ? NameLikeness::Mistyped : NameLikeness::Unlike;
     }
 
     /// Whether somebody is called so too.
     NameLikeness otherName(const NameTraits &name, const NamePart &given, quint32 called) const
     {
-        const auto isSo = [&](quint32 word) {
-            return form(word).size() > 1 && givenName(word, called) >= NameLikeness::Nickname;
+        const auto isSo = [&](quint32 other) {
+            return word(other).form.size() > 1 && givenName(other, called) >= NameLikeness::Nickname;
         };
         if (std::ranges::any_of(name.nicknames, isSo))
             return NameLikeness::Nickname;
@@ -141,14 +174,15 @@ private:
         if (a.whole == b.whole)
             return NameLikeness::Same;
         if (haveCommon(a.words, b.words))
-            return NameLikeness::Mistyped;
-        const std::string &one = form(a.whole);
-        const std::string &other = form(b.whole);
-        const bool areBothKnown = isFrequent(m_book.words.word(a.whole)) && isFrequent(m_book.words.word(b.whole));
-        const bool isAlike = areBothKnown ? typingErrors(one, other) <= 1 : isTypingError(one, other);
+            return isGuess() ? NameLikeness::Same : NameLikeness::Mistyped;
+        const bool areBothKnown = isFrequent(word(a.whole)) && isFrequent(word(b.whole));
+        const bool isAlike = isTypingError(word(a.whole), word(b.whole))
+            && (!areBothKnown || typingErrors(word(a.whole).form, word(b.whole).form) <= 1);
         return isAlike ? NameLikeness::Mistyped : NameLikeness::Differs;
     }
 
+    const NameTraits &m_a;
+    const NameTraits &m_b;
     const BookTraits &m_book;
 };
 
@@ -156,5 +190,14 @@ private:
 
 NameMatch matchNames(const NameTraits &a, const NameTraits &b, const BookTraits &book)
 {
-    return Matcher(book).match(a, b);
+    return Matcher(a, b, book).match();
+}
+
+bool mayShareName(const Traits &a, const Traits &b, const BookTraits &book)
+{
+    if (a.isCompany || b.isCompany)
+        return a.isCompany && b.isCompany && a.company == b.company;
+    const NameMatch match = matchNames(a.name, b.name, book);
+    return match.given > NameLikeness::Unlike && match.family > NameLikeness::Unlike
+        && (a.name.suffix == b.name.suffix || a.name.suffix == NameSuffix::None || b.name.suffix == NameSuffix::None);
 }

@@ -18,3 +18,5 @@ struct NameMatch
 };
 
 NameMatch matchNames(const NameTraits &a, const NameTraits &b, const BookTraits &book);
+/// False where two contacts have names that exclude each other.
+bool mayShareName(const Traits &a, const Traits &b, const BookTraits &book);

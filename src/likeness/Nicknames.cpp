@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "likeness/Nicknames.h"
 
-#include "likeness/WordForms.h"
+#include "likeness/Words.h"
 
-#include <QStringList>
-
+#include <sstream>
 #include <unordered_map>
 
 namespace {
@@ -14,16 +13,16 @@ namespace {
 // form may stand in several rows; full names that only look alike (Daniel, Daniela) stand in rows of their own.
 constexpr const char *kRows = R"(
 robert bob bobby rob robbie bert roberto robin; william bill billy will willy liam wilhelm guillermo guillaume;
-richard dick rick ricky rich richie ricardo riccardo; james jim jimmy jamie jaime; jacob jake jakob jacobo; john jack
-johnny jon johan johann johannes hans hannes jan jean juan giovanni ivan sean ian joao; jonathan jon jonny johnny
-nathan; joseph joe joey josef sepp jupp pepi jose pepe giuseppe beppe beppo yusuf jozef; francis frank francisco paco
-pancho kiko francesco franco franz franzl francois frans frantisek; franklin frank; charles charlie chuck karl carl
+richard dick rick ricky rich richie ricardo riccardo; james jim jimmy jamie jaime; jacob jake jakob jacobo jakub kuba; john jack
+johnny jon johan johann johannes hans hannes jan jean juan giovanni gianni nanni ivan vanya sean ian joao; jonathan jon jonny johnny
+nathan; joseph joe joey josef sepp jupp pepi jose pepe chema giuseppe peppe beppe beppo yusuf jozef; francis frank francisco paco
+pancho kiko francesco checco ciccio franco franz franzl francois frans frantisek; franklin frank; charles charlie chuck karl carl
 carlos carlo karel; edward ed eddie ted teddy ned eduard eduardo edoardo; edmund ed eddie ted edmond; edwin ed eddie;
-thomas tom tommy tomas tomasz tommaso; timothy tim timmy; michael mike mick mickey michel miguel mikhail misha mischa
+thomas tom tommy tomas tomasz tomek tommaso; timothy tim timmy; michael mike mick mickey michel miguel mikhail misha mischa
 mikael michal mihail; david dave davy davide dawid; daniel dan danny daniil; daniela dani danielle; anthony tony
-anton antonio toni antoine antonin ton; andrew andy drew andreas andre andrei andrej andrzej andres; alexander alex
+anton antonio tono tonino toni antoine antonin ton; andrew andy drew andreas andre andrei andrej andrzej andres; alexander alex
 al sandy xander sasha sascha alessandro alejandro alexandre aleksandr alexandru sandro aleksander alec lex; alexandra
-alex sandra sandy sasha sascha alessandra alejandra aleksandra lexi; albert al bert alberto adalbert; alfred al fred
+alex sandra sandy sasha sascha alessandra alejandra aleksandra ola lexi; albert al bert alberto adalbert; alfred al fred
 freddy alfredo alf; frederick fred freddy friedrich fritz federico frederic frederik fryderyk; benjamin ben benny
 benji; benedict ben benedikt benito benedetto; samuel sam sammy samuele; samantha sam sammy; matthew matt matty
 matthias matteo mateo mathieu matthieu mateusz matias mats; mathilde tilda tilly matilda; christopher chris topher
@@ -47,33 +46,33 @@ markus marco marcos marek; luke lucas lukas luca luc lukasz luka; simon simeon s
 joshua josh josua; nathaniel nathan nate nat; oliver ollie olli olivier oliviero; olivia livia liv livvy; dominic dom
 nick dominik domenico domingo dominique; gabriel gabe; gabriela gabi gabriella gaby gabrielle gabriele; vladimir vova
 volodya wladimir volodymyr wlodzimierz; dmitri dima mitya dimitri dmitry dmitriy dmytro dimitrios; eugene gene evgeny
-evgeni evgeniy yevgeny yevgeniy eugen eugenio zhenya; sergei sergey serge sergio seryozha serhiy; alexei alexey
+evgeni evgeniy yevgeny yevgeniy eugen eugenio zhenya; sergei sergey serge sergio seryozha serezha serhiy; alexei alexey
 alyosha aleksei aleksey alexis alexej; nikita nik; mikhailo misha; constantine costa konstantin kostya costas kostas;
 elizabeth liz lizzy beth betty eliza lisa elisabeth elisabetta isabel lise elsa lilli libby bess elspeth sissi liesl
 elzbieta; isabella bella isa isabelle izzy isabel; margaret maggie meg peggy margie greta gretel margarete margarita
-marguerite gretchen rita marge daisy margot malgorzata margherita; mary maria marie molly polly maryam mariam miriam
+marguerite gretchen rita marge daisy margot malgorzata margherita; mary maria mari marie molly polly maryam mariam miriam
 mitzi maja marija maura; annamaria annemarie; anna ann anne annie ana ania anja anya; johanna hanna hannah joan
-joanna jane jeanne juana giovanna jana hanne; katherine kate kathy katie kat kitty catherine cathy katharina kathi
+joanna jane jeanne juana giovanna jana hanne; katherine kate kaethe kathy katie kat kitty catherine cathy katharina kathi
 katrin catarina caterina ekaterina yekaterina katya katja karin karen katarzyna kasia kaija kathryn; barbara barb
-babs babsi basia barbie; susan sue susie suzy susanne susanna suzanne sanna; jennifer jen jenny jenni; jessica jess
+babs babsi basia barbie; susan sue susie suzy susanne susanna suzanne sanna; jennifer jen jenny jenni; rebecca becky becca rebekka; kimberly kim; amanda mandy; jacqueline jackie; jessica jess
 jessie; rebecca becky becca rebekka reba; deborah deb debbie debra debora; victoria vicky tori viktoria vittoria;
 veronica ronnie vroni veronika nika; theresa terry tess tessa teresa therese resi tere; dorothy dot dottie dolly
 dorothea dora doro thea; eleanor ellie nell nora eleonora leonora elena elinor lenore; helen helena nell ellen helene
 elena yelena lena leni ilona; magdalena lena magda maddy madeleine leni madeline madalena; caroline carrie carol
 carolina karoline karolina lina caro; charlotte lottie charly lotte carlotta; josephine josie jo josefine fina
 giuseppina josefa; abigail abby gail; emily emma em emilia milly emilie; amelia amy millie amalia; alice ali alicia
-alicja alix; cynthia cindy; pamela pam; sophia sophie sofia sonia sonja zofia sofie; natalia natalie natasha nathalie
+alicja alix; cynthia cindy; pamela pam; sophia sophie sofia sonia sonja zofia sofie; natalia natalie natasha natalya nathalie
 natascha natalya; tatiana tanya tania tatjana; olga olya; irene irina ira irena; eva eve evi ewa evita; ursula uschi
 ulla urszula; gertrude trudy gerti gertrud; brigitte gitte birgit brigitta bridget biddy brigida; angela angie
 angelika angelica geli; martina tina; valentina tina valya; bettina tina betti; ferdinand ferdi fernando nando
 fernand hernando; rudolf rudi rodolfo rudolph; wolfgang wolf wolfi; siegfried sigi siggi; gunther gunter guenter
 gunnar; dietrich dieter; bernhard bernd bernie bernard bernardo; reinhard reiner rainer; eberhard ebi hardy; ulrich
 uli ulrik; joachim jochen achim joaquin; tobias tobi toby; concepcion concha conchita; dolores lola; guadalupe lupe
-lupita; rosario charo rosa; mercedes merche; pilar pili; enriqueta queta henriette harriet hattie; mohammed mohamed
-muhammad mehmet mohammad muhammed; ahmed ahmad ahmet; ibrahim abraham abe brahim; yusef yusuf yousef youssef; ali;
+lupita; rosario charo rosa; mercedes merche; pilar pili; enriqueta queta henriette harriet hattie; mohammed mohamed mohamad mo
+muhammad mehmet memo mohammad muhammed; ahmed ahmad ahmet; ibrahim abraham abe brahim; yusef yusuf yousef youssef; ali;
 fatima fatma; omar umar omer; hassan hasan; hussein husain hossein huseyin; ruben reuben; rene; stanislav stan stas
-stanislaw; boleslaw bolek; wojciech wojtek; agnes agnieszka aga ines; malgorzata gosia; beata beate bea; beatrice bea
-beatriz trixi beatrix; kristof krzysztof christoph; susanne sanne; lucia lucy lucie luzia; julia julie juliet giulia
+stanislaw staszek; boleslaw bolek; wojciech wojtek; agnes agnieszka aga ines; malgorzata gosia; beata beate bea; beatrice bea
+beatriz trixi beatrix; kristof krzysztof krzysiek christoph; susanne sanne; lucia lucy lucie luzia; julia julie juliet giulia
 yulia julija; julian jules julien; julius jules giulio julio; laura lauren laure; claudia claudette claudine; claude
 claudio claudius klaudiusz; monica monika mona; ruth; sarah sara sally; rachel rachele raquel; lea leah; clara claire
 klara chiara clare; erik eric erich; kevin kev; brian bryan; alan allan allen; hugo hugh ugo; leon lion; paula paola;
@@ -93,14 +92,17 @@ const Table &table()
 {
     static const Table made = [] {
         Table all;
-        for (const QString &row : QString::fromLatin1(kRows).split(u';')) {
-            const auto names = wordForms(row);
-            for (const std::string &name : names) {
-                auto &rows = all.rows[name];
-                if (rows.empty() || rows.back() != static_cast<int>(all.heads.size()))
-                    rows.push_back(static_cast<int>(all.heads.size()));
+        std::istringstream rows(kRows);
+        for (std::string row; std::getline(rows, row, ';');) {
+            const int number = static_cast<int>(all.heads.size());
+            std::istringstream names(row);
+            for (std::string name; names >> name;) {
+                auto &rowsOfName = all.rows[formOf(name)];
+                if (rowsOfName.empty() || rowsOfName.back() != number)
+                    rowsOfName.push_back(number);
+                if (static_cast<int>(all.heads.size()) == number)
+                    all.heads.push_back(formOf(name));
             }
-            all.heads.push_back(names.front());
         }
         return all;
     }();

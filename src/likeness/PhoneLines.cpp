@@ -25,26 +25,39 @@ const PhoneNumberUtil &util()
 /// One number of one contact.
 struct Entry
 {
-    std::size_t contact;
+    quint32 contact;
+    quint32 ending = 0; ///< its last digits; 0: too short to be understood
     const ABMultiValue::Entry *phone;
-    QString digits; ///< of an international number without 00, and none of an extension
+    QByteArray digits; ///< without 00, and up to where an extension begins
     bool isInternational;
-    bool isPlain; ///< nothing but digits and what separates them
+    bool isPlain = true; ///< nothing but digits and what separates them
+    QString region{};
+    PhoneLine line{};
 };
 
-constexpr qsizetype kEnding = 7;
+constexpr int kEnding = 7;
 
-/// ASCII digits up to where an extension begins.
-QString digitsOf(const QString &text)
+Entry entryOf(std::size_t contact, const ABMultiValue::Entry &phone)
 {
-    QString digits;
+    const QString &text = phone.text();
+    Entry entry{.contact = static_cast<quint32>(contact),
+        .phone = &phone,
+        .digits = {},
+        .isInternational = text.startsWith(QLatin1String("00")) || text.contains(u'+')};
+    entry.isPlain = !text.contains(QLatin1String("(0"));
     for (const QChar c : text) {
-        if (c.isDigit())
-            digits += QChar(u'0' + c.digitValue());
-        else if (digits.size() >= kEnding && (c.isLetter() || c == u'#' || c == u';' || c == u','))
+        const bool isSpecial = c.isLetter() || c == u'#' || c == u';' || c == u',';
+        entry.isPlain = entry.isPlain && !isSpecial;
+        if (isSpecial && entry.digits.size() >= kEnding)
             break;
+        if (c.isDigit())
+            entry.digits += static_cast<char>('0' + c.digitValue());
     }
-    return digits;
+    if (entry.digits.startsWith("00"))
+        entry.digits.remove(0, 2);
+    if (entry.digits.size() >= kEnding)
+        entry.ending = entry.digits.right(kEnding).toUInt() + 1;
+    return entry;
 }
 
 /// Two capital letters by the names of countries in all languages that Qt knows, and by the codes themselves.
@@ -83,10 +96,10 @@ QString regionOfAddress(const PersonRecord &record)
 }
 
 /// Digits that begin with the code of a country; those codes do not begin like each other.
-QString regionOfInternational(QStringView digits)
+QString regionOfInternational(const QByteArray &digits)
 {
-    constexpr qsizetype kLongestCode = 3;
-    for (qsizetype length = 1; length <= std::min(kLongestCode, digits.size()); ++length) {
+    constexpr int kLongestCode = 3;
+    for (int length = 1; length <= kLongestCode; ++length) {
         std::string region;
         util().GetRegionCodeForCountryCode(digits.left(length).toInt(), &region);
         if (region != "ZZ")
@@ -95,25 +108,21 @@ QString regionOfInternational(QStringView digits)
     return {};
 }
 
-bool parse(const Entry &entry, const QString &region, PhoneNumber &number)
+/// The country of the contact's other numbers, else of its address.
+QString regionOf(const PersonRecord &record)
 {
-    std::string text = entry.phone->text().toStdString();
-    if (text.starts_with("00"))
-        text.replace(0, 2, "+");
-    return util().Parse(text, region.isEmpty() ? "ZZ" : region.toStdString(), &number)
-        == PhoneNumberUtil::NO_PARSING_ERROR;
+    for (const auto &phone : record.multiValue(kABPhoneProperty)->entries()) {
+        const Entry entry = entryOf(0, phone);
+        const QString region = entry.isInternational ? regionOfInternational(entry.digits) : QString();
+        if (!region.isEmpty())
+            return region;
+    }
+    return regionOfAddress(record);
 }
 
-quint64 keyOf(const std::string &digits)
+quint64 keyOf(std::string_view digits)
 {
-    return std::hash<std::string>()(digits);
-}
-
-quint64 keyOf(const PhoneNumber &number)
-{
-    std::string national;
-    util().GetNationalSignificantNumber(number, &national);
-    return keyOf(std::to_string(number.country_code()) + national);
+    return std::hash<std::string_view>()(digits);
 }
 
 PhoneUse useByLabel(const QString &label)
@@ -125,137 +134,124 @@ PhoneUse useByLabel(const QString &label)
     return isShared ? PhoneUse::Shared : PhoneUse::Unknown;
 }
 
-PhoneLine lineOf(const PhoneNumber &number, const QString &label)
+/// Unknown: ask the label, as in North America, where a number does not tell.
+PhoneUse useOf(const PhoneNumber &number)
 {
-    PhoneLine line{keyOf(number), 0, useByLabel(label)};
-    if (number.has_extension() && !number.extension().empty()) {
-        line.extension = static_cast<quint32>(std::hash<std::string>()(number.extension())) | 1U;
-        line.use = PhoneUse::Personal;
-        return line;
-    }
     switch (util().GetNumberType(number)) {
-    case PhoneNumberUtil::MOBILE: // whatever the label says
+    case PhoneNumberUtil::MOBILE:
     case PhoneNumberUtil::PERSONAL_NUMBER:
-        line.use = PhoneUse::Personal;
-        break;
+        return PhoneUse::Personal;
     case PhoneNumberUtil::FIXED_LINE:
     case PhoneNumberUtil::TOLL_FREE:
     case PhoneNumberUtil::SHARED_COST:
     case PhoneNumberUtil::PREMIUM_RATE:
     case PhoneNumberUtil::UAN:
-        line.use = PhoneUse::Shared;
-        break;
-    default: // in North America a number does not tell
-        break;
+        return PhoneUse::Shared;
+    default:
+        return PhoneUse::Unknown;
     }
-    return line;
 }
 
-class Numbering
+bool parse(const Entry &entry, const QString &region, PhoneNumber &number)
 {
-public:
-    Numbering(std::span<const PersonSnapshot> people, const QString &region) : m_people(people), m_region(region)
-    {
-        for (std::size_t contact = 0; contact < people.size(); ++contact) {
-            const ABMultiValue *const phones = people[contact].record->multiValue(kABPhoneProperty);
-            if (!phones)
-                continue;
-            for (const auto &phone : phones->entries()) {
-                if (Entry entry = entryOf(contact, phone); !entry.digits.isEmpty())
-                    m_entries.push_back(std::move(entry));
-            }
+    std::string text = entry.phone->text().toStdString();
+    if (text.starts_with("00"))
+        text.replace(0, 2, "+");
+    return util().Parse(text, region.isEmpty() ? "ZZ" : region.toStdString(), &number)
+        == PhoneNumberUtil::NO_PARSING_ERROR;
+}
+
+bool understand(Entry &entry, const QString &region)
+{
+    PhoneNumber number;
+    if (!parse(entry, region, number))
+        return false;
+    std::string national;
+    util().GetNationalSignificantNumber(number, &national);
+    entry.line.number = keyOf(std::to_string(number.country_code()) + national);
+    if (number.has_extension() && !number.extension().empty())
+        entry.line.extension = static_cast<quint32>(keyOf(number.extension())) | 1U;
+    entry.region = region;
+    return true;
+}
+
+/// Numbers of several contacts that end alike. All others are equal to none and need not be understood.
+void understandAll(std::span<Entry> entries, std::span<const PersonSnapshot> people, const QString &userRegion)
+{
+    std::vector<Entry *> withoutCountry;
+    std::set<QString> regions;
+    std::set<quint64> known;
+    for (Entry &entry : entries) {
+        entry.region =
+            entry.isInternational ? regionOfInternational(entry.digits) : regionOf(*people[entry.contact].record);
+        if (entry.region.isEmpty()) {
+            withoutCountry.push_back(&entry);
+            continue;
+        }
+        regions.insert(entry.region);
+        if (!entry.isInternational || !entry.isPlain)
+            understand(entry, entry.region);
+        known.insert(entry.line.number);
+    }
+    for (Entry *const entry : withoutCountry) {
+        const auto isKnown = [&](const QString &region) {
+            return !region.isEmpty() && understand(*entry, region) && known.contains(entry->line.number);
+        };
+        if (!isKnown(userRegion) && std::ranges::none_of(regions, isKnown))
+            understand(*entry, userRegion);
+    }
+}
+
+/// What a number that several contacts have is for.
+void noteUses(std::span<Entry> entries)
+{
+    const auto number = [](const Entry &entry) { return entry.line.number; };
+    std::ranges::stable_sort(entries, {}, number);
+    for (auto begin = entries.begin(); begin != entries.end();) {
+        const auto end =
+            std::find_if(begin, entries.end(), [&](const Entry &e) { return number(e) != number(*begin); });
+        PhoneNumber parsed;
+        const bool isShared = (end - 1)->contact != begin->contact;
+        const PhoneUse use = isShared && parse(*begin, begin->region, parsed) ? useOf(parsed) : PhoneUse::Unknown;
+        for (; begin != end; ++begin) {
+            if (begin->line.extension != 0)
+                begin->line.use = PhoneUse::Personal;
+            else if (use != PhoneUse::Unknown)
+                begin->line.use = use;
         }
     }
-
-    std::vector<std::vector<PhoneLine>> lines()
-    {
-        std::vector<std::vector<PhoneLine>> lines(m_people.size());
-        const auto ending = [](const Entry &entry) { return QStringView(entry.digits).right(kEnding); };
-        std::ranges::stable_sort(m_entries, {}, ending);
-        for (auto begin = m_entries.begin(); begin != m_entries.end();) {
-            const auto end = std::find_if(
-                begin, m_entries.end(), [&](const Entry &entry) { return ending(entry) != ending(*begin); });
-            addEqualEndings({begin, end}, lines);
-            begin = end;
-        }
-        return lines;
-    }
-
-private:
-    static Entry entryOf(std::size_t contact, const ABMultiValue::Entry &phone)
-    {
-        const QString &text = phone.text();
-        Entry entry{contact, &phone, digitsOf(text), true, true};
-        if (text.startsWith(QLatin1String("00")))
-            entry.digits.remove(0, 2);
-        else
-            entry.isInternational = text.contains(u'+');
-        entry.isPlain = std::ranges::none_of(
-            text, [](QChar c) { return c.isLetter() || c == u'(' || c == u'#' || c == u';' || c == u','; });
-        return entry;
-    }
-
-    /// Numbers that nobody else's ends like are equal to none, and need not be understood.
-    void addEqualEndings(std::span<const Entry> entries, std::vector<std::vector<PhoneLine>> &lines) const
-    {
-        const bool isOnlyOne =
-            std::ranges::all_of(entries, [&](const Entry &entry) { return entry.contact == entries.front().contact; });
-        std::set<QString> regions;
-        std::set<quint64> internationals;
-        for (const Entry &entry : entries) {
-            if (!isOnlyOne && entry.isInternational) {
-                regions.insert(regionOfInternational(entry.digits));
-                internationals.insert(keyOf(entry.digits.toStdString()));
-            }
-        }
-        // What a number is for takes long to ask, and of one that many have it is known.
-        constexpr std::size_t kFew = 8;
-        for (const Entry &entry : entries) {
-            const bool isKnown = isOnlyOne || entry.digits.size() < kEnding
-                || (entry.isInternational && entry.isPlain && entries.size() > kFew);
-            PhoneNumber number;
-            const bool isUnderstood = !isKnown
-                && (entry.isInternational ? parse(entry, {}, number)
-                                          : parseNational(entry, regions, internationals, number));
-            const QString &label = entry.phone->label;
-            lines[entry.contact].push_back(isUnderstood
-                    ? lineOf(number, label)
-                    : PhoneLine{keyOf(entry.digits.toStdString()), 0, useByLabel(label)});
-        }
-    }
-
-    bool parseNational(const Entry &entry, const std::set<QString> &regions, const std::set<quint64> &internationals,
-        PhoneNumber &number) const
-    {
-        if (const QString region = ownRegion(entry.contact); !region.isEmpty())
-            return parse(entry, region, number);
-        for (const QString &region : regions) {
-            if (parse(entry, region, number) && internationals.contains(keyOf(number)))
-                return true;
-        }
-        return !m_region.isEmpty() && parse(entry, m_region, number);
-    }
-
-    QString ownRegion(std::size_t contact) const
-    {
-        const PersonRecord &record = *m_people[contact].record;
-        for (const auto &phone : record.multiValue(kABPhoneProperty)->entries()) {
-            const Entry entry = entryOf(contact, phone);
-            const QString region = entry.isInternational ? regionOfInternational(entry.digits) : QString();
-            if (!region.isEmpty())
-                return region;
-        }
-        return regionOfAddress(record);
-    }
-
-    std::span<const PersonSnapshot> m_people;
-    QString m_region;
-    std::vector<Entry> m_entries;
-};
+}
 
 } // namespace
 
-std::vector<std::vector<PhoneLine>> phoneLines(std::span<const PersonSnapshot> people, const QString &region)
+std::vector<std::vector<PhoneLine>> phoneLines(
+    std::span<const PersonSnapshot> people, const QString &region, const LikenessProgress &progress)
 {
-    return Numbering(people, region).lines();
+    std::vector<Entry> entries;
+    for (std::size_t contact = 0; contact < people.size(); ++contact) {
+        const ABMultiValue *const phones = people[contact].record->multiValue(kABPhoneProperty);
+        for (std::size_t i = 0; phones && i < phones->entries().size(); ++i) {
+            Entry entry = entryOf(contact, phones->entries()[i]);
+            entry.line = {keyOf(entry.digits.toStdString()), 0, useByLabel(entry.phone->label)};
+            if (!entry.digits.isEmpty())
+                entries.push_back(std::move(entry));
+        }
+    }
+    std::ranges::stable_sort(entries, {}, &Entry::ending);
+    for (auto begin = entries.begin(); begin != entries.end();) {
+        const auto end = std::find_if(begin, entries.end(), [&](const Entry &e) { return e.ending != begin->ending; });
+        const auto done = static_cast<double>(begin - entries.begin()) / static_cast<double>(entries.size());
+        if (!progress(done))
+            return {};
+        const bool isOfOne = std::all_of(begin, end, [&](const Entry &e) { return e.contact == begin->contact; });
+        if (!isOfOne && begin->ending != 0) {
+            understandAll({begin, end}, people, region);
+            noteUses({begin, end});
+        }
+        begin = end;
+    }
+    std::vector<std::vector<PhoneLine>> lines(people.size());
+    for (const Entry &entry : entries)
+        lines[entry.contact].push_back(entry.line);
+    return lines;
 }

@@ -2,149 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "likeness/Traits.h"
 
-#include "likeness/Nicknames.h"
+#include "likeness/NameMatch.h"
 
 #include <QSet>
 
 #include <algorithm>
-#include <array>
-#include <compare>
-#include <iterator>
+#include <numeric>
 #include <tuple>
-#include <unordered_set>
 
 namespace {
 
-using Words = std::vector<std::string>;
-
-/// These words as forms.
-std::unordered_set<std::string> setOf(const char *words)
-{
-    const Words forms = wordForms(QString::fromLatin1(words));
-    return {forms.begin(), forms.end()};
-}
-
-bool isTitle(const std::string &word)
-{
-    static const auto titles =
-        setOf("dr prof professor mr mrs ms miss mister herr frau hr fr mag ing dipl doctor doktor "
-              "sir rev reverend mme mlle monsieur madame sra srta sig signor signora dott "
-              "drs capt captain phd md mba msc bsc esq");
-    return titles.contains(word);
-}
-
-bool isParticle(const std::string &word)
-{
-    static const auto particles =
-        setOf("van von de der den del della di da do dos das du la le el al bin ibn ter ten zu zur vom");
-    return particles.contains(word);
-}
-
-bool isLegalForm(const std::string &word)
-{
-    static const auto forms = setOf("gmbh inc incorporated llc ltd limited ag co corp corporation company kg ohg ug ev "
-                                    "sa srl sarl spa sl bv nv ab as oy plc pty se kk und and the");
-    return forms.contains(word);
-}
-
-NameSuffix suffixOf(const std::string &word)
-{
-    static constexpr std::array<std::pair<std::string_view, NameSuffix>, 9> kSuffixes{
-        {{"jr", NameSuffix::Junior}, {"junior", NameSuffix::Junior}, {"jun", NameSuffix::Junior},
-            {"sr", NameSuffix::Senior}, {"senior", NameSuffix::Senior}, {"sen", NameSuffix::Senior},
-            {"i2", NameSuffix::Second}, {"i3", NameSuffix::Third}, {"iv", NameSuffix::Fourth}}};
-    const auto row = std::ranges::find(kSuffixes, word, &std::pair<std::string_view, NameSuffix>::first);
-    return row == kSuffixes.end() ? NameSuffix::None : row->second;
-}
-
-/// The words of a text; Roman numbers are kept from becoming a single "i".
-Words nameWords(const QString *text)
-{
-    if (!text)
-        return {};
-    QString spelled = *text;
-    for (const auto &[roman, sign] : {std::pair{u" III", u" i3"}, std::pair{u" II", u" i2"}}) {
-        if (spelled.endsWith(QStringView(roman)))
-            spelled = spelled.chopped(QStringView(roman).size()) + QStringView(sign).toString();
-    }
-    return wordForms(spelled);
-}
-
-/// Takes titles out, and a suffix from the end.
-void clean(Words &words, NameSuffix &suffix)
-{
-    if (words.size() > 1 && suffixOf(words.back()) != NameSuffix::None) {
-        suffix = suffixOf(words.back());
-        words.pop_back();
-    }
-    Words rest;
-    std::ranges::remove_copy_if(words, std::back_inserter(rest), isTitle);
-    words = std::move(rest);
-}
-
-struct NameTexts
-{
-    Words given;
-    Words middle;
-    Words family;
-};
-
-/// Both names of @p words, which stood in one field.
-NameTexts splitWhole(const Words &words)
-{
-    const auto particle = std::find_if(words.begin() + 1, words.end() - 1, isParticle);
-    return {{words.front()}, {words.begin() + 1, particle}, {particle, words.end()}};
-}
-
-NameTexts nameTexts(const PersonRecord &record, NameSuffix &suffix)
-{
-    const QString *first = record.text(kABFirstNameProperty);
-    const QString *last = record.text(kABLastNameProperty);
-    const bool hasFirst = first && !first->isEmpty();
-    const bool hasLast = last && !last->isEmpty();
-    NameTexts texts{nameWords(first), nameWords(record.text(kABMiddleNameProperty)), nameWords(last)};
-    const QString *const only = hasFirst == hasLast ? nullptr : hasFirst ? first : last;
-    if (const qsizetype comma = only ? only->indexOf(u',') : -1; comma > 0) {
-        const QString before = only->left(comma);
-        const QString behind = only->mid(comma + 1);
-        const Words rest = nameWords(&behind);
-        if (!(rest.size() == 1 && suffixOf(rest.front()) != NameSuffix::None)) { // not "Martin King, Jr."
-            texts.family = nameWords(&before);
-            texts.given = rest;
-        }
-    }
-    if (const QString *const text = record.text(kABSuffixProperty)) {
-        const QString spaced = u' ' % *text;
-        for (const std::string &word : nameWords(&spaced))
-            suffix = suffixOf(word) == NameSuffix::None ? suffix : suffixOf(word);
-    }
-    clean(texts.given, suffix);
-    clean(texts.family, suffix);
-    if (texts.family.empty() != texts.given.empty()) {
-        const Words &all = texts.family.empty() ? texts.given : texts.family;
-        if (all.size() > 1) {
-            NameTexts split = splitWhole(all);
-            split.middle.insert(split.middle.end(), texts.middle.begin(), texts.middle.end());
-            return split;
-        }
-    }
-    return texts;
-}
-
-Words withoutParticles(const Words &words)
-{
-    Words rest;
-    std::ranges::remove_copy_if(words, std::back_inserter(rest), isParticle);
-    return rest.empty() ? words : rest;
-}
-
-std::string joined(const Words &words)
-{
-    std::string text;
-    for (const std::string &word : words)
-        text += word;
-    return text;
-}
+using Numbers = std::vector<quint32>;
 
 quint64 hashOf(ValueKind kind, const QString &text)
 {
@@ -188,7 +56,21 @@ ValueTrait emailTrait(const QString &text)
 class Reader
 {
 public:
-    explicit Reader(Vocabulary &words) : m_words(words) { }
+    explicit Reader(Vocabulary &words) : m_words(words)
+    {
+        static constexpr std::pair<const char *, NameSuffix> kSuffixes[]{{"jr junior jun", NameSuffix::Junior},
+            {"sr senior sen", NameSuffix::Senior}, {"ii", NameSuffix::Second}, {"iii", NameSuffix::Third},
+            {"iv", NameSuffix::Fourth}};
+        for (const auto &[texts, suffix] : kSuffixes) {
+            for (const quint32 word : setOf(texts))
+                m_suffixes[word] = suffix;
+        }
+        static constexpr std::pair<const char *, const char *> kStreets[]{{"st", "street"}, {"str", "strasse"},
+            {"av", "avenue"}, {"ave", "avenue"}, {"rd", "road"}, {"dr", "drive"}, {"pl", "place"}, {"ln", "lane"},
+            {"blvd", "boulevard"}, {"c", "calle"}};
+        for (const auto &[brief, full] : kStreets)
+            m_streets[*setOf(brief).begin()] = *setOf(full).begin();
+    }
 
     Traits read(const PersonRecord &record, const std::vector<PhoneLine> &lines)
     {
@@ -204,49 +86,90 @@ public:
     }
 
 private:
-    std::vector<quint32> numbers(const Words &words)
+    QSet<quint32> setOf(const char *text)
     {
-        std::vector<quint32> numbers;
-        for (const std::string &word : words)
-            numbers.push_back(m_words.number(word));
-        return numbers;
+        const Numbers words = m_words.numbers(QString::fromLatin1(text));
+        return {words.begin(), words.end()};
     }
 
-    NamePart part(const Words &words) { return {numbers(words), counted(joined(words))}; }
+    Numbers numbers(const QString *text) { return text ? m_words.numbers(*text) : Numbers(); }
 
-    quint32 counted(const std::string &word)
+    static Numbers without(const QSet<quint32> &unwanted, Numbers words)
     {
-        const quint32 number = m_words.number(word);
-        m_words.count(number);
-        return number;
+        std::erase_if(words, [&](quint32 word) { return unwanted.contains(word); });
+        return words;
+    }
+
+    Numbers withoutParticles(const Numbers &words) const
+    {
+        const Numbers rest = without(m_particles, words);
+        return rest.empty() ? words : rest;
+    }
+
+    NamePart part(Numbers words)
+    {
+        const quint32 whole = m_words.joined(words);
+        return {std::move(words), whole};
+    }
+
+    quint32 counted(quint32 word)
+    {
+        m_words.count(word);
+        return word;
+    }
+
+    /// Without titles, and with a suffix at the end noted.
+    Numbers nameWords(const QString &text, NameSuffix &suffix)
+    {
+        Numbers words = m_words.numbers(text);
+        if (words.size() > 1 && m_suffixes.contains(words.back())) {
+            suffix = m_suffixes.value(words.back());
+            words.pop_back();
+        }
+        return without(m_titles, std::move(words));
     }
 
     void readName(const PersonRecord &record, Traits &traits)
     {
         NameTraits &name = traits.name;
-        NameTexts texts = nameTexts(record, name.suffix);
-        Words company;
-        if (const QString *const organization = record.text(kABOrganizationProperty)) {
-            const Words words = wordForms(*organization);
-            std::ranges::remove_copy_if(words, std::back_inserter(company), isLegalForm);
-            traits.company = counted(joined(company));
+        const auto textOf = [&](ABProperty property) {
+            const QString *const text = record.text(property);
+            return text ? *text : QString();
+        };
+        QString first = textOf(kABFirstNameProperty);
+        QString last = textOf(kABLastNameProperty);
+        name.spelling = qHashMulti(0, first, last);
+        const QString only = first.isEmpty() ? last : last.isEmpty() ? first : QString();
+        if (const QString behind = only.section(u',', 1); !behind.isEmpty()) {
+            const Numbers words = m_words.numbers(behind);
+            if (words.size() != 1 || !m_suffixes.contains(words.front())) { // not "Martin King, Jr."
+                last = only.section(u',', 0, 0);
+                first = behind;
+            }
         }
-        traits.isCompany = traits.company != 0
-            && (record.flags() == kABShowAsCompany || (texts.given.empty() && texts.family.empty()));
+        for (const quint32 word : numbers(record.text(kABSuffixProperty)))
+            name.suffix = m_suffixes.value(word, name.suffix);
+        const Numbers given = nameWords(first, name.suffix);
+        const Numbers family = withoutParticles(nameWords(last, name.suffix));
+        traits.company = counted(m_words.joined(without(m_legalForms, numbers(record.text(kABOrganizationProperty)))));
+        traits.isCompany =
+            traits.company != 0 && (record.flags() == kABShowAsCompany || (given.empty() && family.empty()));
+        name.readings.push_back({part(given), part(family)});
         if (traits.isCompany)
             return;
-        texts.family = withoutParticles(texts.family);
-        name.given = part(texts.given);
-        name.middle = numbers(texts.middle);
-        for (const ABProperty property : {kABFirstNameProperty, kABLastNameProperty}) {
-            if (const QString *const text = record.text(property))
-                name.spelling = qHash(*text, name.spelling);
+        if (given.empty() != family.empty()) {
+            const Numbers all = withoutParticles(given.empty() ? family : given);
+            if (all.size() > 1)
+                name.readings.push_back({part({all.front()}), part({all.begin() + 1, all.end()})});
         }
-        name.family = part(texts.family);
-        name.nicknames = numbers(nameWords(record.text(kABNicknameProperty)));
-        name.maiden = numbers(withoutParticles(nameWords(record.text(kABMaidenNameProperty))));
-        if (name.given.words.size() > 1)
-            m_words.count(name.given.words.front());
+        const NameReading &counts = name.readings.back();
+        counted(counts.given.words.empty() ? 0 : counts.given.words.front());
+        if (counts.given.words.size() > 1)
+            counted(counts.given.whole);
+        counted(counts.family.whole);
+        name.middle = numbers(record.text(kABMiddleNameProperty));
+        name.nicknames = numbers(record.text(kABNicknameProperty));
+        name.maiden = withoutParticles(numbers(record.text(kABMaidenNameProperty)));
     }
 
     static void readValues(
@@ -293,85 +216,84 @@ private:
         }
     }
 
-    static std::string streetWord(const std::string &word)
-    {
-        static constexpr std::array<std::pair<std::string_view, const char *>, 9> kShort{
-            {{"st", "stret"}, {"str", "strase"}, {"av", "avenu"}, {"ave", "avenu"}, {"rd", "road"}, {"dr", "drive"},
-                {"pl", "place"}, {"ln", "lane"}, {"blvd", "boulevard"}}};
-        const auto row = std::ranges::find(kShort, word, &std::pair<std::string_view, const char *>::first);
-        if (row != kShort.end())
-            return row->second;
-        return word.size() > 5 && word.ends_with("str") ? word + "ase" : word;
-    }
-
     void readAddress(const ABDictionary &address, std::vector<AddressTrait> &addresses)
     {
-        const auto words = [&](ABKey key) {
-            const QString *const text = address.valueForKey(key);
-            return text ? wordForms(*text) : Words();
-        };
         AddressTrait trait;
-        Words streetWords;
-        for (const std::string &word : words(kABAddressStreetKey)) {
-            if (std::ranges::any_of(word, [](char c) { return c >= '0' && c <= '9'; })) {
-                if (trait.number == 0)
-                    trait.number = m_words.number(word.substr(0, word.find_first_not_of("0123456789")));
-            } else {
-                streetWords.push_back(streetWord(word));
-            }
+        Numbers &street = trait.streetWords;
+        for (const quint32 word : numbers(address.valueForKey(kABAddressStreetKey))) {
+            const std::string &ascii = m_words[word].ascii;
+            if (const std::size_t digit = ascii.find_first_of("0123456789"); digit == std::string::npos)
+                street.push_back(streetWord(word));
+            else if (trait.number == 0)
+                trait.number = m_words.numbers(QString::fromStdString(leadingNumber(ascii.substr(digit)))).front();
         }
-        const std::string street = joined(streetWords);
-        for (std::size_t i = 1; i < street.size(); ++i)
-            trait.letterPairs.push_back(static_cast<quint16>((street[i - 1] << 8) | street[i]));
+        std::string letters;
+        for (const quint32 word : street)
+            letters += m_words[word].form;
+        for (std::size_t i = 1; i < letters.size(); ++i)
+            trait.letterPairs.push_back(static_cast<quint16>((letters[i - 1] << 8) | letters[i]));
         std::ranges::sort(trait.letterPairs);
-        std::ranges::stable_sort(streetWords, std::greater(), [](const std::string &word) { return word.size(); });
-        trait.streetWords = numbers(streetWords);
-        trait.city = counted(joined(words(kABAddressCityKey)));
-        trait.zip = m_words.number(joined(words(kABAddressZIPKey)));
+        trait.street = counted(m_words.joined(street));
+        std::ranges::stable_sort(street, std::greater(), [&](quint32 word) { return m_words[word].form.size(); });
+        trait.city = counted(m_words.joined(numbers(address.valueForKey(kABAddressCityKey))));
+        trait.zip = m_words.joined(numbers(address.valueForKey(kABAddressZIPKey)));
         if (!trait.letterPairs.empty() || trait.city != 0 || trait.zip != 0)
             addresses.push_back(std::move(trait));
     }
 
+    quint32 streetWord(quint32 word)
+    {
+        const std::string &ascii = m_words[word].ascii;
+        if (ascii.size() > 5 && ascii.ends_with("str"))
+            return m_words.numbers(QString::fromStdString(ascii + "asse")).front();
+        return m_streets.value(word, word);
+    }
+
+    static std::string leadingNumber(const std::string &text)
+    {
+        return text.substr(0, text.find_first_not_of("0123456789"));
+    }
+
     Vocabulary &m_words;
+    QSet<quint32> m_titles = setOf("dr prof professor mr mrs ms miss mister herr frau hr fr mag ing dipl doctor doktor "
+                                   "sir rev reverend mme mlle monsieur madame sra srta sig signor signora dott "
+                                   "drs capt captain phd md mba msc bsc esq");
+    QSet<quint32> m_particles =
+        setOf("van von de der den del della di da do dos das du la le el al bin ibn ter ten zu zur vom");
+    QSet<quint32> m_legalForms = setOf("gmbh inc incorporated llc ltd limited ag co corp corporation company kg ohg ug "
+                                       "ev sa srl sarl spa sl bv nv ab as oy plc pty se kk und and the");
+    QHash<quint32, NameSuffix> m_suffixes;
+    QHash<quint32, quint32> m_streets; // in full, by how they are shortened
 };
 
-/// One number for all forms of a first name; 0 for none and for initials.
-quint32 calledBy(const Traits &contact, Vocabulary &words)
-{
-    if (contact.isCompany)
-        return contact.company;
-    if (contact.name.given.words.empty())
-        return 0;
-    const Vocabulary::Word &word = words.word(contact.name.given.words.front());
-    if (word.form.size() == 1)
-        return 0;
-    return words.number(word.nicknameRows ? headOfNicknameRow(word.nicknameRows->front()) : word.sound);
-}
-
-/// Notes at each value how many different people seem to have it.
+/// Notes at each value how many people seem to have it: of its holders those whose names exclude each other.
 void countSharers(BookTraits &book)
 {
+    constexpr std::size_t kMany = 32;
     struct Holder
     {
         quint64 hash;
-        quint32 name;
-        auto operator<=>(const Holder &) const = default;
+        quint32 rank;
+        quint32 contact;
+        ValueTrait *value;
     };
     std::vector<Holder> holders;
-    for (const Traits &contact : book.contacts) {
-        if (const quint32 name = calledBy(contact, book.words)) {
-            for (const ValueTrait &value : contact.values)
-                holders.push_back({value.hash, name});
-        }
+    for (quint32 i = 0; i < book.contacts.size(); ++i) {
+        for (ValueTrait &value : book.contacts[i].values)
+            holders.push_back({value.hash, book.contacts[i].rank, i, &value});
     }
-    std::ranges::sort(holders);
-    holders.erase(std::unique(holders.begin(), holders.end()), holders.end());
-    for (Traits &contact : book.contacts) {
-        for (ValueTrait &value : contact.values) {
-            const auto first = std::ranges::lower_bound(holders, value.hash, {}, &Holder::hash);
-            const auto last = std::ranges::upper_bound(holders, value.hash, {}, &Holder::hash);
-            value.sharers = std::max(1, static_cast<int>(last - first));
+    std::ranges::sort(holders, {}, [](const Holder &holder) { return std::pair(holder.hash, holder.rank); });
+    std::vector<const Traits *> people;
+    for (auto begin = holders.begin(); begin != holders.end();) {
+        const auto end = std::find_if(begin, holders.end(), [&](const Holder &h) { return h.hash != begin->hash; });
+        people.clear();
+        for (auto holder = begin; end - begin > 1 && holder != end && people.size() < kMany; ++holder) {
+            const Traits &contact = book.contacts[holder->contact];
+            if (std::ranges::none_of(people, [&](const Traits *other) { return mayShareName(contact, *other, book); }))
+                people.push_back(&contact);
         }
+        for (; begin != end; ++begin)
+            begin->value->sharers = std::max(1, static_cast<int>(people.size()));
     }
 }
 
@@ -379,18 +301,16 @@ void countSharers(BookTraits &book)
 
 BookTraits traitsOf(std::span<const PersonSnapshot> people, const QString &region, const LikenessProgress &progress)
 {
-    constexpr std::size_t kStep = 1024;
     BookTraits book;
-    const auto lines = phoneLines(people, region);
+    const auto lines = phoneLines(people, region, [&](double done) { return progress(done / 2); });
     Reader reader(book.words);
     for (std::size_t i = 0; i < people.size(); ++i) {
-        if (i % kStep == 0 && !progress(static_cast<double>(i) / static_cast<double>(people.size())))
+        if (!progress((1 + static_cast<double>(i) / static_cast<double>(people.size())) / 2))
             return book;
         book.contacts.push_back(reader.read(*people[i].record, lines[i]));
     }
     std::vector<quint32> byUid(people.size());
-    for (quint32 i = 0; i < byUid.size(); ++i)
-        byUid[i] = i;
+    std::iota(byUid.begin(), byUid.end(), 0);
     std::ranges::sort(byUid, {}, [&](quint32 i) -> const QString & { return people[i].person->uniqueId(); });
     for (quint32 rank = 0; rank < byUid.size(); ++rank)
         book.contacts[byUid[rank]].rank = rank;

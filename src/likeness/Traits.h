@@ -3,9 +3,7 @@
 #pragma once
 
 #include "likeness/PhoneLines.h"
-#include "likeness/WordForms.h"
-
-#include <functional>
+#include "likeness/Words.h"
 
 enum class NameSuffix : quint8 { None, Junior, Senior, Second, Third, Fourth };
 
@@ -16,11 +14,18 @@ struct NamePart
     quint32 whole = 0; ///< all of them together
 };
 
-/// A name taken apart.
-struct NameTraits
+/// One way to take a name apart.
+struct NameReading
 {
     NamePart given; ///< the first word is what the person is called
     NamePart family;
+};
+
+struct NameTraits
+{
+    /// As the fields say; and where one field is empty and the other has several words, as if these were the whole
+    /// name.
+    std::vector<NameReading> readings;
     std::vector<quint32> middle;
     std::vector<quint32> nicknames;
     std::vector<quint32> maiden;
@@ -37,15 +42,14 @@ struct ValueTrait
     PhoneUse use = PhoneUse::Unknown; ///< of a phone
     quint32 extension = 0; ///< of a phone
     quint64 hash;
-    int sharers = 1; ///< by how many different first names the book has it
-
-    bool isSameAs(const ValueTrait &other) const { return hash == other.hash; }
+    int sharers = 1; ///< how many people seem to have it
 };
 
 struct AddressTrait
 {
     std::vector<quint16> letterPairs; ///< of the street, sorted
     std::vector<quint32> streetWords; ///< the longest first
+    quint32 street = 0;
     quint32 number = 0;
     quint32 city = 0;
     quint32 zip = 0;
@@ -69,9 +73,6 @@ struct BookTraits
     std::vector<Traits> contacts;
     Vocabulary words;
 };
-
-/// Told how far something is, from 0 to 1; false: give it up.
-using LikenessProgress = std::function<bool(double done)>;
 
 /// Incomplete when @p progress gave it up.
 BookTraits traitsOf(std::span<const PersonSnapshot> people, const QString &region, const LikenessProgress &progress);

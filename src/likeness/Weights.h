@@ -34,6 +34,7 @@ enum class Sign : quint8 {
     PhoneSame,
     SharedPhoneSame,
     PhonesDiffer,
+    DesksDiffer,
     EmailSame,
     OfficeEmailSame,
     EmailsDiffer,
@@ -62,7 +63,7 @@ struct SignWeight
     Sign sign;
     double stranger;
     double close;
-    bool contradicts; ///< one person's contacts say this only when one of them is wrong
+    bool canBeError; ///< one person's contacts say this when one of them is wrong
     const char *says; ///< empty: nothing to tell the user
 };
 
@@ -86,7 +87,7 @@ inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     {Sign::MiddleDiffers, -4, -4, false, ""},
     {Sign::SuffixSame, 2, 2, false, ""},
     {Sign::SuffixOnOne, 0, -4, false, ""}, // only the son may be given one, and often neither is
-    {Sign::SuffixDiffers, -14, -14, true, ""}, // father and son
+    {Sign::SuffixDiffers, -14, -14, false, ""}, // father and son
 
     // 365 days of some 60 years. Twins aside, a family does not share a day; and twins have different names.
     {Sign::BirthdaySame, 14, 8, false, "same birthday"},
@@ -95,12 +96,13 @@ inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     {Sign::BirthdayMistyped, 4, 2, false, "similar birthday"},
     {Sign::BirthdayDiffers, -9, -9, true, ""},
 
-    // Nobody has a stranger's number or address. How close people share one is what the close column says, and where
-    // the book has it with several first names it weighs less, by kBitsPerSharing.
+    // Strangers never share a number or an address. How often people who are close do is in the close column, and a
+    // value that several people of the book have weighs less, by kBitsPerSharing.
     {Sign::PersonalPhoneSame, 30, 6, false, "same phone number"},
     {Sign::PhoneSame, 30, 3, false, "same phone number"},
     {Sign::SharedPhoneSame, 28, 0, false, "same phone number"},
     {Sign::PhonesDiffer, -1, -1, false, ""}, // most people have several
+    {Sign::DesksDiffer, -5, -5, false, ""}, // two extensions of one number
     {Sign::EmailSame, 30, 6, false, "same e-mail address"},
     {Sign::OfficeEmailSame, 20, 0, false, "same e-mail address"},
     {Sign::EmailsDiffer, -1, -1, false, ""},
@@ -133,7 +135,7 @@ static_assert([] {
     return true;
 }());
 
-/// For a value that so many first names share: less by this for each doubling.
+/// A value weighs less by this for each doubling of the people who share it.
 inline constexpr double kBitsPerSharing = 3;
 
 // How much a name or a place can tell: that of everybody little, a rare one not more than one can know from a book.
@@ -162,8 +164,8 @@ inline constexpr double kSmallestBook = 1000; ///< a smaller one tells no more o
 inline constexpr double kStrangerMargin = -5;
 inline constexpr double kCloseMargin = -4;
 /// What a contradiction weighs in a book whose texts are known to be wrong often.
-inline constexpr double kContradictionInSpoiledBook = -2;
-inline constexpr double kSpoiledMargin = 0; ///< instead of kCloseMargin
+inline constexpr double kErrorInSpoiledBook = -2;
+inline constexpr double kSpoiledMargin = 4; ///< instead of kCloseMargin
 
 // The grades: log2 of the odds that are left.
 inline constexpr double kCertainFrom = 6;
