@@ -63,15 +63,10 @@ public:
         for (const AddressTrait &address : contact.addresses)
             addAddress(address);
         for (const quint32 number : names) {
-            std::set<char> others; // of the other names
-            for (const quint32 other : names) {
-                if (other != number || names.size() == 1)
-                    others.insert(word(other).initials.begin(), word(other).initials.end());
-            }
             for (const AddressTrait &address : contact.addresses)
-                addSplit(KeyKind::NameInTown, sound(number) * 31 + sound(address.city), others, true);
+                addSplit(KeyKind::NameInTown, sound(number) * 31 + sound(address.city), initials, true);
             if (contact.company != 0)
-                addSplit(KeyKind::NameAtCompany, sound(number) + contact.company, others, true);
+                addSplit(KeyKind::NameAtCompany, sound(number) + contact.company, initials, true);
         }
     }
 
