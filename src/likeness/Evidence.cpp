@@ -17,9 +17,9 @@ constexpr quint64 bitOf(Sign sign)
     return quint64{1} << static_cast<int>(sign);
 }
 
-constexpr quint64 kPersonalSigns = bitOf(Sign::BirthdaySame) | bitOf(Sign::BirthdayOfOtherName)
-    | bitOf(Sign::PersonalPhoneSame) | bitOf(Sign::PhoneSame) | bitOf(Sign::EmailSame) | bitOf(Sign::AccountSame)
-    | bitOf(Sign::PictureSame);
+constexpr quint64 kPersonalSigns = bitOf(Sign::BirthdaySame) | bitOf(Sign::BirthdayMistyped)
+    | bitOf(Sign::BirthdayOfOtherName) | bitOf(Sign::PersonalPhoneSame) | bitOf(Sign::PhoneSame)
+    | bitOf(Sign::EmailSame) | bitOf(Sign::AccountSame) | bitOf(Sign::PictureSame);
 
 class Comparer
 {
