@@ -137,7 +137,7 @@ class UndoTest : public QObject
     static QByteArrayList peopleOf(const ABAddressBook &book)
     {
         QByteArrayList people = textOf(book).split('\n');
-        std::ranges::sort(people); // whoever was removed comes back as the last
+        std::ranges::sort(people); // those who were removed come back last
         return people;
     }
     static void verifyNames(ABAddressBook &book)

@@ -8,12 +8,12 @@
 
 // The stories of tests/data/book/stories.txt, which says how they are written.
 
-/// The rows of a data-driven test, with the columns "kind" and "story": those that are told of these kinds of stores.
+/// The rows of a data-driven test, with the columns "kind" and "story": those for these kinds of stores.
 void addStories(std::initializer_list<const char *> kinds);
 
 /// Opens another store on one address book each time, like another program would.
 using StoreOpener = std::function<std::unique_ptr<AddressBookStore>()>;
-/// What a kind of store has for steps of its own. Nothing: the line is a program's.
+/// Steps that only one kind of store has. Nothing: the line is a program's.
 using BesideStep = std::function<std::optional<QStringList>(const QString &name, const QString &rest)>;
 
 /// Compares what the programs answer with the story, where FILE stands for @p file.

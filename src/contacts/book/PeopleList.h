@@ -15,7 +15,7 @@ public:
     ABPersonPtr withUid(const QString &uid) const;
     /// Those with this nameKey(), in order.
     QList<ABPersonPtr> withNameKey(const QString &key);
-    /// To be told of everyone who may have another name by now, before the next withNameKey().
+    /// Call for everyone whose name may have changed, before the next withNameKey().
     void noteName(const ABPerson &person);
 
     void reserve(std::size_t count) { m_people.reserve(count); }

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/eds/EdsIgnored.h"
 
+#include "base/Folders.h"
 #include "contacts/stores/eds/EdsJournal.h"
 
-#include <QDir>
 #include <QLockFile>
 #include <QSet>
 
@@ -40,7 +40,7 @@ Result<void> change(const QString &bookFolder, const std::vector<Ignored> &added
 {
     constexpr int kPatienceMs = 5000;
     const QString path = fileIn(bookFolder);
-    QDir().mkpath(bookFolder);
+    makePrivateFolder(bookFolder); // else the lock says why
     QLockFile lock(path % QStringLiteral(".lock"));
     if (!lock.tryLock(kPatienceMs))
         return Error{ErrorKind::Unavailable, path % QStringLiteral(": another program is busy with it")};

@@ -10,7 +10,7 @@
 namespace IgnoredTable {
 
 std::vector<Ignored> read(SQLite::Database &database);
-/// In a transaction of its own.
+/// In one transaction.
 void change(SQLite::Database &database, const std::vector<Ignored> &added, const QStringList &removedIds);
 
 } // namespace IgnoredTable
