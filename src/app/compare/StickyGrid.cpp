@@ -175,6 +175,11 @@ StickyGrid::StickyGrid(QWidget *parent) : QAbstractScrollArea(parent)
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { showFocused(now); });
 }
 
+StickyGrid::~StickyGrid()
+{
+    disconnect(qApp, nullptr, this, nullptr); // the cells may have the focus, and go later
+}
+
 void StickyGrid::adopt(const Row &row, std::array<Part, 3> &parts)
 {
     const auto take = [](GridCell *cell, const Part &part) {

@@ -56,6 +56,7 @@ class StickyGrid : public QAbstractScrollArea
 
 public:
     explicit StickyGrid(QWidget *parent = nullptr);
+    ~StickyGrid() override;
 
     struct Row
     {
