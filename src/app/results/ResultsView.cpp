@@ -31,6 +31,7 @@
 
 namespace {
 
+constexpr int kPanelWidth = 420; // at least
 constexpr int kPreviewHeight = 120; // at least; where the window is low, the panel scrolls
 
 /// Those whom the finding is about, as far as they are still there; only for what a merge repairs.
@@ -106,6 +107,8 @@ QWidget *ResultsView::makePanel()
     auto *scroll = new QScrollArea;
     scroll->setWidget(panel);
     scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the panel is measured before the other bar comes
+    scroll->setMinimumWidth(kPanelWidth);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     return scroll;
