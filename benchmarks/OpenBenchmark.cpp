@@ -79,6 +79,8 @@ public:
     Result<std::vector<OutsideChange>> takeChangesFromOutside() override { return Error(); }
     Result<std::vector<ChangeSummary>> history() override { return Error(); }
     Result<ChangeStep> historyStep(const QString &) override { return Error(); }
+    Result<std::vector<Ignored>> ignored() override { return Error(); }
+    Result<void> changeIgnored(const std::vector<Ignored> &, const QStringList &) override { return Error(); }
     bool canWrite() const override { return false; }
     QString name() const override { return {}; }
 
