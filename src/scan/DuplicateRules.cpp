@@ -92,23 +92,21 @@ std::vector<Group> groupsOfSameKey(const std::vector<const PersonSnapshot *> &pe
 Group candidatesOfSameName(People people)
 {
     RepeatCandidates names;
-    for (const auto &person : people)
-        names.add(qHash(nameKey(*person.record)), person);
+    for (std::size_t position = 0; position < people.size(); ++position) {
+        fetchAhead(people, position);
+        names.add(qHash(nameKey(*people[position].record)), people[position]);
+    }
     return names.takeRepeated();
-}
-
-std::span<const ABMultiValue::Entry> emailsOf(const PersonSnapshot &person)
-{
-    const ABMultiValue *emails = person.record->multiValue(kABEmailProperty);
-    return emails ? emails->entries() : std::span<const ABMultiValue::Entry>();
 }
 
 /// The people with an address that occurs again, once each.
 Group candidatesOfSharedEmail(People people)
 {
     RepeatCandidates addresses;
-    for (const auto &person : people) {
-        for (const auto &entry : emailsOf(person))
+    for (std::size_t position = 0; position < people.size(); ++position) {
+        fetchAhead(people, position);
+        const auto &person = people[position];
+        for (const auto &entry : person.record->entries(kABEmailProperty))
             addresses.add(qHash(entry.text()), person);
     }
     Group candidates = addresses.takeRepeated();
@@ -124,23 +122,6 @@ std::vector<ABPersonPtr> everybodyBut(const PersonSnapshot *left, const Group &g
             people.push_back(person->person);
     }
     return people;
-}
-
-bool repeatsItself(const ABMultiValue &values)
-{
-    const auto entries = values.entries();
-    constexpr std::size_t kFewValues = 8;
-    if (entries.size() <= kFewValues) {
-        for (std::size_t i = 1; i < entries.size(); ++i) {
-            for (std::size_t earlier = 0; earlier < i; ++earlier) {
-                if (entries[i].value == entries[earlier].value)
-                    return true;
-            }
-        }
-        return false;
-    }
-    std::unordered_set<const ABMultiValue::Value *, ValueHash, ValueEqual> seen;
-    return std::ranges::any_of(entries, [&](const auto &entry) { return !seen.insert(&entry.value).second; });
 }
 
 } // namespace
@@ -170,7 +151,7 @@ Findings sharedEmails(People people)
     const Group candidates = candidatesOfSharedEmail(people);
     std::unordered_map<QStringView, Group, ViewHash> holders;
     for (const PersonSnapshot *person : candidates) {
-        for (const auto &entry : emailsOf(*person)) {
+        for (const auto &entry : person->record->entries(kABEmailProperty)) {
             auto &list = holders[entry.text()];
             if (list.empty() || list.back() != person)
                 list.push_back(person);
@@ -181,7 +162,7 @@ Findings sharedEmails(People people)
     for (const PersonSnapshot *person : candidates) {
         if (reported.contains(person))
             continue;
-        for (const auto &entry : emailsOf(*person)) {
+        for (const auto &entry : person->record->entries(kABEmailProperty)) {
             const auto &others = holders[entry.text()];
             if (others.size() < 2)
                 continue;
@@ -192,10 +173,19 @@ Findings sharedEmails(People people)
     return found;
 }
 
-Findings peopleWithRepeatedValue(People people, ABProperty multiValue)
+bool repeatsValue(const PersonRecord &record, ABProperty multiValue)
 {
-    return peopleWhere(people, [multiValue](const PersonRecord &record) {
-        const ABMultiValue *values = record.multiValue(multiValue);
-        return values && repeatsItself(*values);
-    });
+    const auto entries = record.entries(multiValue);
+    constexpr std::size_t kFewValues = 8;
+    if (entries.size() <= kFewValues) {
+        for (std::size_t i = 1; i < entries.size(); ++i) {
+            for (std::size_t earlier = 0; earlier < i; ++earlier) {
+                if (entries[i].value == entries[earlier].value)
+                    return true;
+            }
+        }
+        return false;
+    }
+    std::unordered_set<const ABMultiValue::Value *, ValueHash, ValueEqual> seen;
+    return std::ranges::any_of(entries, [&](const auto &entry) { return !seen.insert(&entry.value).second; });
 }

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "scan/Finder.h"
+#include "scan/Finders.h"
 
 // All comparisons are exact: texts by code unit, addresses part by part. Labels never count.
 
@@ -16,5 +16,5 @@ Findings peopleOfSameName(People people);
 /// again, so an address shared only by such people is not reported.
 Findings sharedEmails(People people);
 
-/// The people with a repeated value in @p multiValue.
-Findings peopleWithRepeatedValue(People people, ABProperty multiValue);
+/// Whether the value of @p multiValue has an entry twice.
+bool repeatsValue(const PersonRecord &record, ABProperty multiValue);

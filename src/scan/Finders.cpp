@@ -9,6 +9,11 @@
 
 namespace {
 
+/// Whether a person's record alone meets a condition.
+using Objection = bool (*)(const PersonRecord &record);
+/// Compares people with each other.
+using Finder = Findings (*)(People people);
+
 // "2lt2ND" and "Gerneral" are in the list as they stand, so "2lt", "2ND" and "General" are unusual.
 constexpr std::array<QStringView, 77> kAllowedTitles{u"1LT", u"1lt", u"1ST", u"1st", u"2LT", u"2lt2ND", u"2nd", u"3RD",
     u"3rd", u"Adm", u"adm", u"Admiral", u"admiral", u"Cardinal", u"cardinal", u"Capt", u"capt", u"Captain", u"captain",
@@ -29,62 +34,44 @@ bool isIn(std::span<const QStringView> list, const QString &text)
 }
 
 /// A company is told by its whole flags value.
-Findings peopleWithIncompleteName(People people)
+bool hasIncompleteName(const PersonRecord &record)
 {
-    return peopleWhere(people, [](const PersonRecord &record) {
-        const bool hasFirst = record.text(kABFirstNameProperty);
-        const bool hasLast = record.text(kABLastNameProperty);
-        return hasFirst != hasLast && record.flags() != kABShowAsCompany;
-    });
+    const bool hasFirst = record.text(kABFirstNameProperty);
+    const bool hasLast = record.text(kABLastNameProperty);
+    return hasFirst != hasLast && record.flags() != kABShowAsCompany;
 }
 
-Findings peopleWithSpaceInFirstName(People people)
+bool hasSpaceInFirstName(const PersonRecord &record)
 {
-    return peopleWhere(people, [](const PersonRecord &record) {
-        const QString *name = record.text(kABFirstNameProperty);
-        return name && name->contains(u' ');
-    });
+    return record.textOrEmpty(kABFirstNameProperty).contains(u' ');
 }
 
-Findings peopleWithUnusualTitle(People people)
+bool hasUnusualTitle(const PersonRecord &record)
 {
-    return peopleWhere(people, [](const PersonRecord &record) {
-        const QString *title = record.text(kABTitleProperty);
-        return title && !isIn(kAllowedTitles, *title);
-    });
+    const QString *title = record.text(kABTitleProperty);
+    return title && !isIn(kAllowedTitles, *title);
 }
 
-Findings peopleWithUnusualSuffix(People people)
+bool hasUnusualSuffix(const PersonRecord &record)
 {
-    return peopleWhere(people, [](const PersonRecord &record) {
-        const QString *suffix = record.text(kABSuffixProperty);
-        return suffix && !isIn(kAllowedSuffixes, *suffix);
-    });
+    const QString *suffix = record.text(kABSuffixProperty);
+    return suffix && !isIn(kAllowedSuffixes, *suffix);
 }
 
-Findings peopleWithBlankName(People people)
+bool hasBlankName(const PersonRecord &record)
 {
-    return peopleWhere(people, [](const PersonRecord &record) {
-        return !record.text(kABFirstNameProperty) && !record.text(kABLastNameProperty);
-    });
+    return !record.text(kABFirstNameProperty) && !record.text(kABLastNameProperty);
 }
 
-bool consistsOfSpaces(const QString &text)
+template <ABProperty property> bool consistsOfSpaces(const PersonRecord &record)
 {
+    const QString &text = record.textOrEmpty(property);
     // One line for each space of a text of two or more: by the million in a large address book, hence its own category.
     if (text.size() > 1 && lcScanTrace().isDebugEnabled()) {
         for (qsizetype spaces = text.count(u' '); spaces > 0; --spaces)
             qCDebug(lcScanTrace, "字符是空空格");
     }
     return !text.isEmpty() && std::ranges::all_of(text, [](QChar c) { return c == u' '; });
-}
-
-Findings peopleWithTextOfSpaces(People people, ABProperty property)
-{
-    return peopleWhere(people, [property](const PersonRecord &record) {
-        const QString *text = record.text(property);
-        return text && consistsOfSpaces(*text);
-    });
 }
 
 bool isAsciiLetter(QChar c)
@@ -103,75 +90,91 @@ bool isInvalidPhone(const ABMultiValue::Entry &phone)
     return std::ranges::any_of(phone.text(), isAsciiLetter);
 }
 
-std::span<const ABMultiValue::Entry> entriesOf(const PersonRecord &record, ABProperty property)
+bool hasInvalidCharacters(const PersonRecord &record)
 {
-    const ABMultiValue *values = record.multiValue(property);
-    return values ? values->entries() : std::span<const ABMultiValue::Entry>();
-}
-
-bool hasInvalidEmail(const PersonRecord &record)
-{
-    return std::ranges::any_of(entriesOf(record, kABEmailProperty), isInvalidEmail);
-}
-
-bool hasInvalidPhone(const PersonRecord &record)
-{
-    return std::ranges::any_of(entriesOf(record, kABPhoneProperty), isInvalidPhone);
-}
-
-Findings peopleWithNoteOfSpaces(People people)
-{
-    return peopleWithTextOfSpaces(people, kABNoteProperty);
-}
-
-Findings peopleWithNicknameOfSpaces(People people)
-{
-    return peopleWithTextOfSpaces(people, kABNicknameProperty);
-}
-
-Findings peopleWithInvalidCharacters(People people)
-{
-    return peopleWhere(people, [](const PersonRecord &record) {
-        if (hasInvalidEmail(record))
-            return true;
-        if (!hasInvalidPhone(record))
-            return false;
-        qCDebug(lcScan, "电话号码非法");
+    if (std::ranges::any_of(record.entries(kABEmailProperty), isInvalidEmail))
         return true;
-    });
+    if (!std::ranges::any_of(record.entries(kABPhoneProperty), isInvalidPhone))
+        return false;
+    qCDebug(lcScan, "电话号码非法");
+    return true;
 }
 
-struct FinderRow
+template <ABProperty multiValue> bool hasRepeatedValue(const PersonRecord &record)
+{
+    return repeatsValue(record, multiValue);
+}
+
+struct Rule
 {
     Condition condition;
-    Finder find;
+    std::variant<Objection, Finder> search;
 };
 
-template <ABProperty property> Findings repeatedValues(People people)
+constexpr std::array kRules{
+    Rule{Condition::SingleName, hasIncompleteName},
+    Rule{Condition::DupAddress, hasRepeatedValue<kABAddressProperty>},
+    Rule{Condition::InvalidChar, hasInvalidCharacters},
+    Rule{Condition::SpaceInFirstName, hasSpaceInFirstName},
+    Rule{Condition::ShareEmail, sharedEmails},
+    Rule{Condition::DuplicateContacts, peopleOfRepeatedName},
+    Rule{Condition::EmptyNotes, consistsOfSpaces<kABNoteProperty>},
+    Rule{Condition::EmptyNickname, consistsOfSpaces<kABNicknameProperty>},
+    Rule{Condition::DupPhone, hasRepeatedValue<kABPhoneProperty>},
+    Rule{Condition::DupEmail, hasRepeatedValue<kABEmailProperty>},
+    Rule{Condition::UnusualTitle, hasUnusualTitle},
+    Rule{Condition::UnusualSuffix, hasUnusualSuffix},
+    Rule{Condition::BlankName, hasBlankName},
+};
+static_assert(coversConditions(kRules, &Rule::condition));
+
+const Rule &ruleOf(Condition condition)
 {
-    return peopleWithRepeatedValue(people, property);
+    return *std::ranges::find(kRules, condition, &Rule::condition);
 }
-
-constexpr std::array kFinders{
-    FinderRow{Condition::SingleName, peopleWithIncompleteName},
-    FinderRow{Condition::DupAddress, repeatedValues<kABAddressProperty>},
-    FinderRow{Condition::InvalidChar, peopleWithInvalidCharacters},
-    FinderRow{Condition::SpaceInFirstName, peopleWithSpaceInFirstName},
-    FinderRow{Condition::ShareEmail, sharedEmails},
-    FinderRow{Condition::DuplicateContacts, peopleOfRepeatedName},
-    FinderRow{Condition::EmptyNotes, peopleWithNoteOfSpaces},
-    FinderRow{Condition::EmptyNickname, peopleWithNicknameOfSpaces},
-    FinderRow{Condition::DupPhone, repeatedValues<kABPhoneProperty>},
-    FinderRow{Condition::DupEmail, repeatedValues<kABEmailProperty>},
-    FinderRow{Condition::UnusualTitle, peopleWithUnusualTitle},
-    FinderRow{Condition::UnusualSuffix, peopleWithUnusualSuffix},
-    FinderRow{Condition::BlankName, peopleWithBlankName},
-};
-static_assert(coversConditions(kFinders, &FinderRow::condition));
 
 } // namespace
 
+bool judgesSingleRecords(Condition condition)
+{
+    return std::holds_alternative<Objection>(ruleOf(condition).search);
+}
+
 Findings find(Condition condition, People people)
 {
-    return std::ranges::find(kFinders, condition, &FinderRow::condition)->find(people);
+    if (judgesSingleRecords(condition))
+        return findInOnePass({&condition, 1}, people).front();
+    return std::get<Finder>(ruleOf(condition).search)(people);
+}
+
+void fetchAhead(People people, std::size_t position)
+{
+    constexpr std::size_t kDistance = 8;
+    constexpr std::size_t kCacheLine = 64;
+    if (position + 2 * kDistance >= people.size())
+        return;
+    const auto *record = reinterpret_cast<const std::byte *>(people[position + 2 * kDistance].record.get());
+    for (std::size_t offset = 0; offset < sizeof(PersonRecord); offset += kCacheLine)
+        __builtin_prefetch(record + offset);
+    for (const ABProperty property : {kABEmailProperty, kABPhoneProperty}) {
+        for (const auto &entry : people[position + kDistance].record->entries(property))
+            __builtin_prefetch(entry.text().constData());
+    }
+}
+
+std::vector<Findings> findInOnePass(std::span<const Condition> conditions, People people)
+{
+    std::vector<Objection> objections;
+    for (const Condition condition : conditions)
+        objections.push_back(std::get<Objection>(ruleOf(condition).search));
+    std::vector<std::vector<ABPersonPtr>> found(conditions.size());
+    for (std::size_t position = 0; position < people.size(); ++position) {
+        fetchAhead(people, position);
+        const auto &[person, record] = people[position];
+        for (std::size_t i = 0; i < objections.size(); ++i) {
+            if (objections[i](*record))
+                found[i].push_back(person);
+        }
+    }
+    return {std::move_iterator(found.begin()), std::move_iterator(found.end())};
 }

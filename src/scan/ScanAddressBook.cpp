@@ -36,16 +36,25 @@ ScanAddressBook::ScanAddressBook(ScanDelegate &delegate, QObject *parent) : QObj
 ScanResult ScanAddressBook::examine(const QStringList &selectedTitles)
 {
     const PeopleSnapshot people = currentPeople();
-    ScanResult result;
+    std::vector<Condition> conditions;
     for (const QString &title : selectedTitles) {
-        const auto condition = conditionTitled(title);
-        if (!condition)
+        if (const auto condition = conditionTitled(title))
+            conditions.push_back(*condition);
+    }
+    ScanResult result;
+    for (auto next = conditions.cbegin(); next != conditions.cend();) {
+        const auto endOfPass = std::find_if_not(next, conditions.cend(), judgesSingleRecords);
+        if (next != endOfPass) {
+            for (Findings &findings : findInOnePass({next, endOfPass}, *people))
+                result.insert(*next++, std::move(findings));
             continue;
+        }
         QElapsedTimer timer;
         timer.start();
-        result.insert(*condition, find(*condition, *people));
-        if (condition == Condition::DuplicateContacts)
+        result.insert(*next, find(*next, *people));
+        if (*next == Condition::DuplicateContacts)
             qCDebug(lcScan, "扫描花费的时间：%f", double(timer.nsecsElapsed()) / 1e9);
+        ++next;
     }
     return result;
 }
