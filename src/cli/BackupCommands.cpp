@@ -37,26 +37,6 @@ ExitStatus salvage(const QString &newFile, const CommandContext &context)
 
 } // namespace
 
-QString countsText(qint64 added, qint64 changed, qint64 removed)
-{
-    QStringList texts;
-    for (const auto &[count, name] : {std::pair(added, "added"), {changed, "changed"}, {removed, "removed"}}) {
-        if (count > 0)
-            texts += QStringLiteral("%1 %2").arg(count).arg(QLatin1StringView(name));
-    }
-    return texts.isEmpty() ? QStringLiteral("nothing changed") : texts.join(QStringLiteral(", "));
-}
-
-ExitStatus applyAndReport(ABAddressBook &book, const Result<RestorePlan> &plan, const CommandContext &context)
-{
-    if (!plan)
-        return context.refuse(plan.error().text);
-    if (const auto applied = restore(book, *plan); !applied)
-        return context.refuse(applied.error().text);
-    context.console.out << "Restored: " << countsText(plan->added, plan->changed, plan->removed).toStdString() << ".\n";
-    return ExitStatus::Done;
-}
-
 ExitStatus runBackup(const BackupOptions &options, const CommandContext &context)
 {
     const auto file = context.path(options.file);

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/Commands.h"
 #include "cli/ContactTable.h"
 #include "contacts/model/Utf8Text.h"
 #include "export/formats/ExportContact.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "cli/Commands.h"
+#include "cli/CommandContext.h"
 #include "cli/ConsoleAlertPanel.h"
 #include "results/OutlineViewController.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "cli/Commands.h"
+#include "cli/CommandContext.h"
 
 #include "contacts/model/Utf8Text.h"
 #include "contacts/stores/open/Backups.h"
@@ -88,4 +88,24 @@ QList<ABPersonPtr> peopleNamed(const QStringList &uids, const ABAddressBook &boo
             people += person;
     }
     return people.size() == uids.size() ? people : QList<ABPersonPtr>();
+}
+
+QString countsText(qint64 added, qint64 changed, qint64 removed)
+{
+    QStringList texts;
+    for (const auto &[count, name] : {std::pair(added, "added"), {changed, "changed"}, {removed, "removed"}}) {
+        if (count > 0)
+            texts += QStringLiteral("%1 %2").arg(count).arg(QLatin1StringView(name));
+    }
+    return texts.isEmpty() ? QStringLiteral("nothing changed") : texts.join(QStringLiteral(", "));
+}
+
+ExitStatus applyAndReport(ABAddressBook &book, const Result<RestorePlan> &plan, const CommandContext &context)
+{
+    if (!plan)
+        return context.refuse(plan.error().text);
+    if (const auto applied = restore(book, *plan); !applied)
+        return context.refuse(applied.error().text);
+    context.console.out << "Restored: " << countsText(plan->added, plan->changed, plan->removed).toStdString() << ".\n";
+    return ExitStatus::Done;
 }
