@@ -167,14 +167,14 @@ bool ButtonBar::eventFilter(QObject *object, QEvent *event)
         const int key = static_cast<QKeyEvent *>(event)->key();
         const bool isForwards = key == Qt::Key_Right || key == Qt::Key_Down;
         if (isForwards || key == Qt::Key_Left || key == Qt::Key_Up) {
-            move(button, isForwards ? 1 : -1);
+            moveFocus(button, isForwards ? 1 : -1);
             return true;
         }
     }
     return QObject::eventFilter(object, event);
 }
 
-void ButtonBar::move(QPushButton *from, int by)
+void ButtonBar::moveFocus(QPushButton *from, int by)
 {
     const auto size = static_cast<int>(m_buttons.size());
     for (auto i = static_cast<int>(std::find(m_buttons.begin(), m_buttons.end(), from) - m_buttons.begin()) + by;

@@ -59,7 +59,7 @@ public:
     bool eventFilter(QObject *button, QEvent *event) override;
 
 private:
-    void move(QPushButton *from, int by);
+    void moveFocus(QPushButton *from, int by);
 
     std::vector<QPointer<QPushButton>> m_buttons; // null: already gone with the window
     QPointer<QPushButton> m_last;
