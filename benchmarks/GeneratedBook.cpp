@@ -7,6 +7,8 @@
 
 #include <QTemporaryDir>
 
+#include <cstdint>
+#include <jemalloc/jemalloc.h>
 #include <map>
 
 const std::vector<StoredRecord> &generatedPeople(qint64 count)
@@ -36,4 +38,14 @@ QString generatedBook(qint64 count)
             qFatal("no address book could be made");
     }
     return path;
+}
+
+double allocatedBytes()
+{
+    std::uint64_t epoch = 1; // has the figures brought up to date
+    std::size_t bytes = 0;
+    std::size_t size = sizeof bytes;
+    mallctl("epoch", nullptr, nullptr, &epoch, sizeof epoch);
+    mallctl("stats.allocated", &bytes, &size, nullptr, 0);
+    return double(bytes);
 }

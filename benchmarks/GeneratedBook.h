@@ -13,3 +13,6 @@ const std::vector<StoredRecord> &generatedPeople(qint64 count);
 
 /// The path of an address book file with these people. Made once per count, gone with the program.
 QString generatedBook(qint64 count);
+
+/// How much memory the program has allocated now.
+double allocatedBytes();

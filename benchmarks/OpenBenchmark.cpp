@@ -9,7 +9,6 @@
 #include <SQLiteCpp/Database.h>
 #include <benchmark/benchmark.h>
 
-#include <malloc.h>
 #include <simdjson.h>
 #include <sqlite3.h>
 
@@ -92,10 +91,10 @@ template <typename OpenStore> void open(benchmark::State &state, OpenStore openS
 {
     double bytes = 0;
     for (auto _ : state) {
-        const std::size_t before = ::mallinfo2().uordblks + ::mallinfo2().hblkhd;
+        const double before = allocatedBytes();
         auto book = ABAddressBook::open(openStore());
         state.PauseTiming();
-        bytes = double(::mallinfo2().uordblks + ::mallinfo2().hblkhd - before);
+        bytes = allocatedBytes() - before;
         book = Error();
         state.ResumeTiming();
     }

@@ -9,8 +9,6 @@
 
 #include <QCollator>
 
-#include <malloc.h>
-
 // The contact table on 100,000 people: its rows against a scan of the same people, its sort against a stable sort of
 // keys that are there already, and how long the caller waits for an edit.
 
@@ -55,14 +53,14 @@ void makeRows(benchmark::State &state)
 {
     const auto book = openBook(state);
     PersonRows rows;
-    const auto before = mallinfo2().uordblks;
+    const double before = allocatedBytes();
     for (auto _ : state) {
         state.PauseTiming();
         rows.clear();
         state.ResumeTiming();
         rows = LoadContactsViewController::loadPeople(book);
     }
-    state.counters["bytesPerRow"] = double(mallinfo2().uordblks - before) / kPeople;
+    state.counters["bytesPerRow"] = (allocatedBytes() - before) / kPeople;
 }
 
 void sortRows(benchmark::State &state)
