@@ -68,13 +68,10 @@ void CardDraft::findGroups(std::span<CardLine> lines)
 
 bool CardDraft::isLeftover(const CardLine &line)
 {
-    const bool isLabel = line.area() == CardArea::Label;
-    if (!isLabel && line.area() != CardArea::CountryCode)
-        return false;
     const Group *group = groupOf(line);
-    if (isLabel)
+    if (line.area() == CardArea::Label)
         return !group || group->label != &line || !group->labelUsed;
-    return !group || group->countryCode != &line || !group->countryCodeUsed;
+    return line.area() == CardArea::CountryCode && (!group || group->countryCode != &line || !group->countryCodeUsed);
 }
 
 std::vector<ABMultiValue::Entry> &CardDraft::entries(ABProperty property)

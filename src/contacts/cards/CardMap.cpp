@@ -38,34 +38,20 @@ constexpr std::array kRows{
     CardRow{"BDAY", kBirthday, readBirthday, writeBirthday, printBirthday},
     CardRow{"X-EVOLUTION-BIRTHDAY", kBirthday, readBirthday, nullptr, nullptr, true},
     CardRow{"X-ABShowAs", kFlags, readShowAs, writeShowAs},
-    CardRow{"KIND", kFlags, readKind},
-    CardRow{"X-ADDRESSBOOKSERVER-KIND", kFlags, readKind},
+    CardRow{"KIND,X-ADDRESSBOOKSERVER-KIND", kFlags, readKind},
     CardRow{"EMAIL", areaOf(kABEmailProperty), readEntry, writeEntries, printLabelled},
     CardRow{"TEL", areaOf(kABPhoneProperty), readPhone, writeEntries, printLabelled},
     CardRow{"URL", areaOf(kABURLsProperty), readEntry, writeEntries},
     CardRow{"X-ABRELATEDNAMES", kRelations, readRelatedName, writeEntries},
     CardRow{"RELATED", kRelations, readRelated},
-    CardRow{"X-SPOUSE", kRelations, readRelation},
-    CardRow{"X-MANAGER", kRelations, readRelation},
-    CardRow{"X-ASSISTANT", kRelations, readRelation},
-    CardRow{"X-EVOLUTION-SPOUSE", kRelations, readRelation},
-    CardRow{"X-EVOLUTION-MANAGER", kRelations, readRelation},
-    CardRow{"X-EVOLUTION-ASSISTANT", kRelations, readRelation},
+    CardRow{"X-SPOUSE,X-MANAGER,X-ASSISTANT,X-EVOLUTION-SPOUSE,X-EVOLUTION-MANAGER,X-EVOLUTION-ASSISTANT", kRelations,
+        readRelation},
     CardRow{"ADR", areaOf(kABAddressProperty), readAddress, writeAddresses, printLabelled},
     CardRow{"X-ABLabel", CardArea::Label, passOver},
     CardRow{"X-ABADR", CardArea::CountryCode, passOver},
     CardRow{"IMPP", kAccounts, readInstantMessage, writeAccounts},
-    CardRow{"X-AIM", kAccounts, readAccount},
-    CardRow{"X-GADUGADU", kAccounts, readAccount},
-    CardRow{"X-GOOGLE-TALK", kAccounts, readAccount},
-    CardRow{"X-GTALK", kAccounts, readAccount},
-    CardRow{"X-ICQ", kAccounts, readAccount},
-    CardRow{"X-JABBER", kAccounts, readAccount},
-    CardRow{"X-MSN", kAccounts, readAccount},
-    CardRow{"X-QQ", kAccounts, readAccount},
-    CardRow{"X-SKYPE", kAccounts, readAccount},
-    CardRow{"X-SKYPE-USERNAME", kAccounts, readAccount},
-    CardRow{"X-YAHOO", kAccounts, readAccount},
+    CardRow{"X-AIM,X-GADUGADU,X-GOOGLE-TALK,X-GTALK,X-ICQ,X-JABBER,X-MSN,X-QQ,X-SKYPE,X-SKYPE-USERNAME,X-YAHOO",
+        kAccounts, readAccount},
     CardRow{"X-SOCIALPROFILE", kProfiles, readSocialProfile, writeProfiles},
     CardRow{"X-TWITTER", kProfiles, readTwitter},
     CardRow{"PHOTO", CardArea::Picture, readPhoto, writePhoto, printPhoto},
@@ -109,8 +95,11 @@ const CardRow *cardRow(std::string_view name)
     };
     static const auto rows = [] {
         std::unordered_map<std::string_view, const CardRow *, Hash, IsSame> byName;
-        for (const CardRow &row : kRows)
-            byName.emplace(row.name, &row);
+        for (const CardRow &row : kRows) {
+            std::string_view each;
+            for (std::string_view names = row.name; takeWord(names, each);)
+                byName.emplace(each, &row);
+        }
         return byName;
     }();
     const auto found = rows.find(name);

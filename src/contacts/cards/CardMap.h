@@ -76,23 +76,28 @@ struct UnitToPrint
     const std::string &kept; ///< the lines kept for it, if any
 };
 
-/// One vCard property.
+struct CardRow;
+/// Reads a line into the record. False: the record has no place for it, and the line is kept.
+using ReadLine = bool(CardDraft &draft, const CardLine &line);
+/// Adds the values of the row's area, one per entry of a list.
+using WriteUnits = void(const CardRow &row, const CardPerson &person, CardUnits &units);
+/// The lines of a unit, if other than the kept or plain ones.
+using PrintUnit = std::string(const UnitToPrint &unit);
+
+/// One vCard property, or several that are read alike.
 struct CardRow
 {
-    std::string_view name; ///< as written; case is ignored when reading
+    std::string_view name; ///< as written, or several with commas between them; case is ignored when reading
     CardArea area;
-    /// Reads a line into the record. False: the record has no place for it, and the line is kept.
-    bool (*read)(CardDraft &draft, const CardLine &line);
-    /// Adds the values of the area, one per entry of a list. nullptr for a name that is only read.
-    void (*write)(const CardRow &row, const CardPerson &person, CardUnits &units) = nullptr;
-    /// The lines of a unit, if other than the kept or plain ones.
-    std::string (*print)(const UnitToPrint &unit) = nullptr;
+    ReadLine *read;
+    WriteUnits *write = nullptr; ///< nullptr for a name that is only read
+    PrintUnit *print = nullptr;
     bool isLate = false; ///< only counts if no other line has set the area
 };
 
 /// In card order.
 std::span<const CardRow> cardRows();
-/// nullptr for an unknown name.
+/// Of a line with this name; nullptr if it is unknown.
 const CardRow *cardRow(std::string_view name);
 /// Whether cards have a line for values of the area.
 bool isWritten(CardArea area);

@@ -29,13 +29,14 @@ public:
         m_text += bracket;
         m_isFirst = false;
     }
-    void key(std::string_view name)
+    /// Returns the line, for the key's value.
+    JsonLine &key(QLatin1StringView name)
     {
         separate();
-        m_text.append(1, '"').append(name).append("\":");
+        m_text.append(1, '"').append(name.data(), std::size_t(name.size())).append("\":");
         m_isFirst = true; // a value follows a key without a comma
+        return *this;
     }
-    void key(QLatin1StringView name) { key(std::string_view(name.data(), std::size_t(name.size()))); }
     /// As it is: a number, null, or letters that need no escapes and their quotes.
     void plain(std::string_view value)
     {
@@ -95,19 +96,15 @@ void write(JsonLine &json, const ABMultiValue &value)
     json.open('[');
     for (const auto &entry : value.entries()) {
         json.open('{');
-        if (!entry.label.isNull()) {
-            json.key("label");
-            json.value(entry.label);
-        }
-        json.key("value");
+        if (!entry.label.isNull())
+            json.key(QLatin1StringView("label")).value(entry.label);
+        json.key(QLatin1StringView("value"));
         if (const auto *text = std::get_if<QString>(&entry.value)) {
             json.value(*text);
         } else {
             json.open('{');
-            for (const auto &[key, part] : entry.dictionary()) {
-                json.key(keyInfo(key).name);
-                json.value(part);
-            }
+            for (const auto &[key, part] : entry.dictionary())
+                json.key(keyInfo(key).name).value(part);
             json.close('}');
         }
         json.close('}');
@@ -117,32 +114,23 @@ void write(JsonLine &json, const ABMultiValue &value)
 
 void writeValue(JsonLine &json, const PersonRecord &record, const ABPropertyInfo &info)
 {
-    const auto key = [&] { json.key(info.name); };
     switch (info.kind) {
     case ABPropertyKind::Text:
-        if (const QString *text = record.text(info.property)) {
-            key();
-            json.value(*text);
-        }
+        if (const QString *text = record.text(info.property))
+            json.key(info.name).value(*text);
         break;
     case ABPropertyKind::Date:
-        if (const auto date = record.birthday()) {
-            key();
-            json.value(date->toString(Qt::ISODate));
-        }
+        if (const auto date = record.birthday())
+            json.key(info.name).value(date->toString(Qt::ISODate));
         break;
     case ABPropertyKind::Integer:
-        if (const auto number = record.flags()) {
-            key();
-            json.plain(std::to_string(*number));
-        }
+        if (const auto number = record.flags())
+            json.key(info.name).plain(std::to_string(*number));
         break;
     case ABPropertyKind::MultiText:
     case ABPropertyKind::MultiDictionary:
-        if (const ABMultiValue *value = record.multiValue(info.property)) {
-            key();
-            write(json, *value);
-        }
+        if (const ABMultiValue *value = record.multiValue(info.property))
+            write(json.key(info.name), *value);
         break;
     case ABPropertyKind::ReadOnlyText:
         break;
@@ -170,16 +158,12 @@ std::string recordToJson(const QString &uid, const PersonRecord &record)
 {
     JsonLine json;
     json.open('{');
-    if (!uid.isNull()) {
-        json.key("uid");
-        json.value(uid);
-    }
+    if (!uid.isNull())
+        json.key(QLatin1StringView("uid")).value(uid);
     for (const ABPropertyInfo &info : allProperties())
         writeValue(json, record, info);
-    if (const QByteArray *image = record.imageData()) {
-        json.key("image");
-        json.value(QString::fromLatin1(image->toBase64()));
-    }
+    if (const QByteArray *image = record.imageData())
+        json.key(QLatin1StringView("image")).value(QString::fromLatin1(image->toBase64()));
     json.close('}');
     return json.take();
 }
@@ -196,14 +180,10 @@ std::string recordToDocument(const PersonRecord &record, std::string_view pictur
     json.open('{');
     for (const ABPropertyInfo &info : allProperties())
         writeValue(json, record, info);
-    if (!pictureName.empty()) {
-        json.key("picture");
-        json.value(QString::fromLatin1(pictureName.data(), qsizetype(pictureName.size())));
-    }
-    if (!record.keptLines().empty()) {
-        json.key("cardLines");
-        write(json, record.keptLines());
-    }
+    if (!pictureName.empty())
+        json.key(QLatin1StringView("picture")).value(QString::fromUtf8(pictureName));
+    if (!record.keptLines().empty())
+        write(json.key(QLatin1StringView("cardLines")), record.keptLines());
     json.close('}');
     return json.take();
 }

@@ -77,18 +77,13 @@ enum OtherKey : std::size_t { Image = 64, Picture, CardLines, KeyCount };
 class RecordJsonReader::Private
 {
 public:
-    explicit Private(Form theForm) : form(theForm) { }
+    explicit Private(Form form) : m_form(form) { }
 
     Person read(std::string_view json);
 
-    Form form;
-    ondemand::parser parser;
-    TextPool texts;
-    std::string copy;
-
 private:
-    void readField(Person &person, std::string_view key, ondemand::value value);
-    void readProperty(PersonRecord &record, const ABPropertyInfo &info, std::string_view key, ondemand::value value);
+    void readField(std::string_view key, ondemand::value value);
+    void readProperty(const ABPropertyInfo &info, std::string_view key, ondemand::value value);
     ABMultiValue multiValueFrom(const ABPropertyInfo &info, std::string_view key, ondemand::value value);
     ABMultiValue::Entry entryFrom(const ABPropertyInfo &info, std::string_view key, ondemand::value value);
     ABDictionary dictionaryFrom(ABProperty property, std::string_view key, ondemand::value value);
@@ -100,20 +95,23 @@ private:
     void repeated(std::string_view key);
     void remark(std::string_view key, const QString &what);
 
+    const Form m_form;
+    ondemand::parser m_parser;
+    TextPool m_texts;
+    std::string m_copy; // of the text, with room behind it
+    Person m_person; // the one being read
     std::size_t m_nextProperty = 0;
     std::bitset<KeyCount> m_met;
-    std::string m_unknownKey;
-    QStringList m_remarks;
     std::vector<ABMultiValue::Entry> m_entries; // reused from list to list
 };
 
 RecordJsonReader::Person RecordJsonReader::Private::read(std::string_view json)
 {
     m_met.reset();
-    m_unknownKey.clear();
-    m_remarks.clear();
-    Person person{{}, std::make_shared<PersonRecord>(), {}, {}, {}};
-    auto document = taken(parser.iterate(json.data(), json.size(), json.size() + kPadding));
+    m_person = {{}, std::make_shared<PersonRecord>(), {}, {}, {}};
+    m_copy.reserve(json.size() + simdjson::SIMDJSON_PADDING);
+    m_copy.assign(json);
+    auto document = taken(m_parser.iterate(m_copy));
     ondemand::object object;
     if (const auto error = document.get_object().get(object)) {
         if (error == simdjson::INCORRECT_TYPE)
@@ -122,33 +120,31 @@ RecordJsonReader::Person RecordJsonReader::Private::read(std::string_view json)
     }
     for (auto field : object) {
         const std::string_view key = taken(field.unescaped_key());
-        readField(person, key, taken(field.value()));
+        readField(key, taken(field.value()));
     }
     if (document.current_location().error() != simdjson::OUT_OF_BOUNDS)
         refuse(simdjson::TRAILING_CONTENT);
-    person.unknownKey = m_unknownKey;
-    person.remarks = m_remarks;
-    return person;
+    return std::move(m_person);
 }
 
-void RecordJsonReader::Private::readField(Person &person, std::string_view key, ondemand::value value)
+void RecordJsonReader::Private::readField(std::string_view key, ondemand::value value)
 {
     if (const ABPropertyInfo *info = propertyOf(key)) {
         meet(std::size_t(info->property), key);
         if (info->property != kABUIDProperty)
-            return readProperty(*person.record, *info, key, value);
-        person.uid = textOfUtf8(textIn(value, key));
-        if (person.uid.isEmpty())
+            return readProperty(*info, key, value);
+        m_person.uid = textOfUtf8(textIn(value, key));
+        if (m_person.uid.isEmpty())
             refuse(key, QStringLiteral("must not be empty"));
     } else if (key == "image") {
         meet(Image, key);
-        person.record->setImageData(imageFrom(key, textIn(value, key)));
-    } else if (form == Form::Document && key == "picture") {
+        m_person.record->setImageData(imageFrom(key, textIn(value, key)));
+    } else if (m_form == Form::Document && key == "picture") {
         meet(Picture, key);
-        person.pictureName = textIn(value, key);
-    } else if (form == Form::Document && key == "cardLines") {
+        m_person.pictureName = textIn(value, key);
+    } else if (m_form == Form::Document && key == "cardLines") {
         meet(CardLines, key);
-        person.record->setKeptLines(cardLinesFrom(key, value));
+        m_person.record->setKeptLines(cardLinesFrom(key, value));
     } else {
         passOver(key, QStringLiteral("is no property of a record"));
     }
@@ -184,24 +180,24 @@ void RecordJsonReader::Private::repeated(std::string_view key)
 /// Nothing of a document may get lost; of a line that a stranger wrote, what can be read counts.
 void RecordJsonReader::Private::remark(std::string_view key, const QString &what)
 {
-    if (form == Form::Document)
+    if (m_form == Form::Document)
         refuse(key, what);
     const QString text = u'"' % textOf(key) % QStringLiteral("\" ") % what;
-    if (!m_remarks.contains(text))
-        m_remarks += text;
+    if (!m_person.remarks.contains(text))
+        m_person.remarks += text;
 }
 
 void RecordJsonReader::Private::passOver(std::string_view key, const QString &reason)
 {
-    if (form == Form::Line)
+    if (m_form == Form::Line)
         refuse(key, reason);
-    if (m_unknownKey.empty())
-        m_unknownKey = key;
+    if (m_person.unknownKey.empty())
+        m_person.unknownKey = key;
 }
 
-void RecordJsonReader::Private::readProperty(
-    PersonRecord &record, const ABPropertyInfo &info, std::string_view key, ondemand::value value)
+void RecordJsonReader::Private::readProperty(const ABPropertyInfo &info, std::string_view key, ondemand::value value)
 {
+    PersonRecord &record = *m_person.record;
     switch (info.kind) {
     case ABPropertyKind::Text:
         record.setText(info.property, textOfUtf8(textIn(value, key)));
@@ -246,7 +242,7 @@ ABMultiValue::Entry RecordJsonReader::Private::entryFrom(
         const std::string_view name = taken(field.unescaped_key());
         bool &isThere = name == "label" ? hasLabel : hasValue;
         if (name != "label" && name != "value") {
-            if (form == Form::Line)
+            if (m_form == Form::Line)
                 refuse(key, QStringLiteral("holds an entry with an unknown key"));
             passOver(name, {});
             continue;
@@ -254,7 +250,7 @@ ABMultiValue::Entry RecordJsonReader::Private::entryFrom(
         if (std::exchange(isThere, true))
             repeated(name);
         if (name == "label")
-            entry.label = texts.intern(textIn(taken(field.value()), "label"));
+            entry.label = m_texts.intern(textIn(taken(field.value()), "label"));
         else if (info.kind == ABPropertyKind::MultiText)
             entry.value = textOfUtf8(textIn(taken(field.value()), key));
         else
@@ -275,7 +271,7 @@ ABDictionary RecordJsonReader::Private::dictionaryFrom(ABProperty property, std:
             return std::string_view(each.name.data(), std::size_t(each.name.size())) == name;
         });
         if (part == keys.end()) {
-            if (form == Form::Line)
+            if (m_form == Form::Line)
                 refuse(key, QStringLiteral("has an unknown part \"") % textOf(name) % u'"');
             passOver(name, {});
             continue;
@@ -283,7 +279,7 @@ ABDictionary RecordJsonReader::Private::dictionaryFrom(ABProperty property, std:
         if (dictionary.valueForKey(part->key))
             repeated(name);
         const std::string_view text = textIn(taken(field.value()), name);
-        dictionary.setValue(isShared(part->key) ? texts.intern(text) : textOfUtf8(text), part->key);
+        dictionary.setValue(isShared(part->key) ? m_texts.intern(text) : textOfUtf8(text), part->key);
     }
     return dictionary;
 }
@@ -324,20 +320,11 @@ RecordJsonReader::RecordJsonReader(Form form) : d(std::make_unique<Private>(form
 
 RecordJsonReader::~RecordJsonReader() = default;
 
-Result<RecordJsonReader::Person> RecordJsonReader::readInPlace(std::string_view json)
+Result<RecordJsonReader::Person> RecordJsonReader::read(std::string_view json)
 {
-    static_assert(kPadding >= simdjson::SIMDJSON_PADDING);
     try {
         return d->read(json);
     } catch (const Refusal &refusal) {
         return Error{ErrorKind::Invalid, refusal.reason};
     }
-}
-
-Result<RecordJsonReader::Person> RecordJsonReader::read(std::string_view json)
-{
-    d->copy.reserve(json.size() + kPadding);
-    d->copy.assign(json);
-    d->copy.append(kPadding, ' ');
-    return readInPlace(std::string_view(d->copy).substr(0, json.size()));
 }

@@ -35,12 +35,7 @@ public:
         std::string unknownKey; ///< of a document: the first unknown key; empty without one
     };
 
-    /// Bytes that must be readable after a text read in place.
-    static constexpr std::size_t kPadding = 64;
-    /// @p json is followed by kPadding readable bytes of any content. Keys may be in any order.
-    /// Invalid: it cannot be read; the reason names the key.
-    Result<Person> readInPlace(std::string_view json);
-    /// The same for any text, which is copied.
+    /// Keys may be in any order. Invalid: it cannot be read; the reason names the key.
     Result<Person> read(std::string_view json);
 
 private:

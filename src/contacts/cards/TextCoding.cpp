@@ -5,23 +5,9 @@
 #include <simdjson.h>
 
 #include <array>
+#include <charconv>
 
 namespace {
-
-/// What windows-1252 has at 0x80 to 0x9F; its five gaps stay the controls they are in ISO 8859-1.
-constexpr std::array<char16_t, 32> kWindows1252{0x20AC, 0x81, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6,
-    0x2030, 0x0160, 0x2039, 0x0152, 0x8D, 0x017D, 0x8F, 0x90, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D, 0x017E, 0x0178};
-
-QString fromWindows1252(std::string_view bytes)
-{
-    QString text = QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    for (QChar &c : text) {
-        if (c.unicode() >= 0x80 && c.unicode() < 0xA0)
-            c = QChar(kWindows1252.at(c.unicode() - 0x80U));
-    }
-    return text;
-}
 
 /// Whether bytes of the charset are told from the bytes themselves. UTF-8 and windows-1252 tell themselves apart, and
 /// programs that declare ISO-8859-1 write windows-1252, which only adds printable characters to it, or UTF-8. A line of
@@ -38,14 +24,6 @@ void append(std::string &out, const QString &text)
 {
     const QByteArray utf8 = text.toUtf8();
     out.append(utf8.constData(), static_cast<std::size_t>(utf8.size()));
-}
-
-int hexValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    const char upper = upperAscii(c);
-    return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : -1;
 }
 
 std::optional<QStringConverter::Encoding> wideEncoding(const QByteArray &data)
@@ -89,13 +67,6 @@ void replaceHalves(QString &text, std::vector<qint64> *brokenLines)
     }
 }
 
-constexpr auto kBase64Alphabet = [] {
-    std::array<bool, 256> table{};
-    for (const char c : std::string_view(" \tABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/="))
-        table[static_cast<unsigned char>(c)] = true; // NOLINT(cppcoreguidelines-pro-bounds-constant-array-index)
-    return table;
-}();
-
 } // namespace
 
 bool isAscii(std::string_view bytes)
@@ -128,16 +99,13 @@ std::optional<QString> TextDecoder::decodedAs(std::string_view bytes, std::strin
 
 void TextDecoder::appendDecoded(std::string_view bytes, std::string_view charset, std::string &out)
 {
-    if (!isToldFromBytes(charset)) {
-        if (const auto text = decodedAs(bytes, charset)) {
-            append(out, *text);
-            return;
-        }
-    }
-    if (isUtf8(bytes))
+    if (const auto text = isToldFromBytes(charset) ? std::nullopt : decodedAs(bytes, charset))
+        append(out, *text);
+    else if (isUtf8(bytes))
         out.append(bytes);
     else
-        append(out, fromWindows1252(bytes));
+        append(
+            out, decodedAs(bytes, "windows-1252").value_or(QString::fromLatin1(bytes.data(), qsizetype(bytes.size()))));
 }
 
 QByteArray utf8FromWideData(const QByteArray &data, std::vector<qint64> *brokenLines)
@@ -157,10 +125,10 @@ void appendQuotedPrintable(std::string_view bytes, std::string &out)
     for (std::size_t at = 0; at < bytes.size(); ++at) {
         char byte = bytes[at];
         if (byte == '=' && at + 2 < bytes.size()) {
-            const int high = hexValue(bytes[at + 1]);
-            const int low = hexValue(bytes[at + 2]);
-            if (high >= 0 && low >= 0) {
-                byte = static_cast<char>(high * 16 + low);
+            unsigned char code = 0;
+            const char *digits = bytes.data() + at + 1;
+            if (std::from_chars(digits, digits + 2, code, 16).ptr == digits + 2) {
+                byte = static_cast<char>(code);
                 at += 2;
             }
         }
@@ -179,7 +147,11 @@ QByteArray bytesFromBase64(std::string_view text)
 
 bool isBase64(std::string_view text)
 {
-    return std::ranges::all_of(text, [](char c) { return kBase64Alphabet.at(static_cast<unsigned char>(c)); });
+    return std::ranges::all_of(text, [](char c) {
+        const char upper = upperAscii(c);
+        return (upper >= 'A' && upper <= 'Z') || (c >= '0' && c <= '9') || c == '+' || c == '/' || c == '='
+            || isBlank(c);
+    });
 }
 
 QString unescaped(std::string_view utf8)
