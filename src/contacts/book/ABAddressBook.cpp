@@ -369,36 +369,6 @@ void ABAddressBook::settle(const ABPersonPtr &person, const PersonRecordPtr &sto
     m_people.noteName(*person);
 }
 
-bool ABAddressBook::copyTo(const QString &path) const
-{
-    const std::scoped_lock lock(m_storeMutex);
-    return m_store->copyTo(path);
-}
-
-Result<std::vector<ChangeSummary>> ABAddressBook::history()
-{
-    const std::scoped_lock lock(m_storeMutex);
-    return m_store->history();
-}
-
-Result<ChangeStep> ABAddressBook::historyStep(const QString &causeId)
-{
-    const std::scoped_lock lock(m_storeMutex);
-    return m_store->historyStep(causeId);
-}
-
-Result<std::vector<Ignored>> ABAddressBook::ignored()
-{
-    const std::scoped_lock lock(m_storeMutex);
-    return m_store->ignored();
-}
-
-Result<void> ABAddressBook::changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds)
-{
-    const std::scoped_lock lock(m_storeMutex);
-    return m_store->changeIgnored(added, removedIds);
-}
-
 Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const ChangeCausePtr &cause)
 {
     const std::scoped_lock lock(m_storeMutex);
@@ -420,4 +390,9 @@ Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const Chang
     tellCauses(changes);
     takeIn(now);
     return {};
+}
+
+Error noAddressBook()
+{
+    return {ErrorKind::Unavailable, QStringLiteral("no address book is open")};
 }

@@ -38,13 +38,13 @@ public:
     /// The program's address book; null until one is set.
     static std::shared_ptr<ABAddressBook> sharedAddressBook();
     static void setSharedAddressBook(std::shared_ptr<ABAddressBook> book);
+    static bool isSharedReadOnly(); ///< false while it is null
 
     /// A copy, including unsaved additions and without unsaved removals.
     QList<ABPersonPtr> people() const;
     /// The same with their records; never null. Free while nothing has changed.
     PeopleSnapshot snapshot() const;
-    /// Null if there is none.
-    ABPersonPtr personWithUniqueId(const QString &uid) const;
+    ABPersonPtr personWithUniqueId(const QString &uid) const; ///< null if there is none
     /// Those with this nameKey(), in order. Fast but for the first call.
     QList<ABPersonPtr> peopleWithNameKey(const QString &key);
     /// False once the person has been removed, even by another program.
@@ -70,8 +70,7 @@ public:
     /// Saves of one cause are one step of the history; a save without a cause is a step by itself.
     bool save(Error *error = nullptr, const ChangeCausePtr &cause = {});
     bool hasUnsavedChanges() const;
-    /// Calls the part of save() that may take long, and returns when it has run. May be called on any thread, while
-    /// other saves wait. The default calls it directly.
+    /// Calls the part of save() that may take long and returns when it has run; any thread, while other saves wait.
     using SaveRunner = std::function<void(const std::function<void()> &write)>;
     void setSaveRunner(SaveRunner runner) { m_saveRunner = std::move(runner); }
 
@@ -85,37 +84,40 @@ public:
     /// The same, but leaves reporting the uids to the next refresh().
     Result<void> catchUp();
 
-    /// As AddressBookStore::setChangeListener(); the listener may refresh() later. An empty one cancels a waiting
-    /// refresh().
+    /// As the store's; the listener may refresh() later. An empty one cancels a waiting refresh().
     void setChangeListener(std::function<void()> listener);
 
-    // These may take as long as the store; not for the main thread.
-    /// As AddressBookStore::ignored() and changeIgnored().
-    Result<std::vector<Ignored>> ignored();
-    Result<void> changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds);
-    Result<std::vector<ChangeSummary>> history();
-    Result<ChangeStep> historyStep(const QString &causeId);
+    // These may take as long as the store; not for the main thread. The first four are the store's.
+    Result<std::vector<Ignored>> ignored() { return locked(&AddressBookStore::ignored); }
+    Result<void> changeIgnored(const std::vector<Ignored> &added, const QStringList &removedIds)
+    {
+        return locked(&AddressBookStore::changeIgnored, added, removedIds);
+    }
+    Result<std::vector<ChangeSummary>> history() { return locked(&AddressBookStore::history); }
+    Result<ChangeStep> historyStep(const QString &id) { return locked(&AddressBookStore::historyStep, id); }
     /// Writes the changes to the store and updates the people. Added people are new objects. On any error (Conflict:
     /// another program was faster, or a person has unsaved changes) nothing is changed, here or there.
     Result<void> apply(std::vector<RecordChange> changes, const ChangeCausePtr &cause);
 
-    /// As AddressBookStore::comparesKeptLines().
+    // As the store's functions of these names.
     bool comparesKeptLines() const { return m_store->comparesKeptLines(); }
     bool canWrite() const { return m_store->canWrite(); }
     Error readOnlyReason() const { return m_store->readOnlyReason(); }
-    /// Whether the shared address book, if any, is read-only.
-    static bool isSharedReadOnly();
     QString name() const { return m_store->name(); }
-    /// The address book file; empty for other stores.
     QString file() const { return m_store->file(); }
-    /// As AddressBookStore::copyTo().
-    bool copyTo(const QString &path) const;
-    /// As AddressBookStore::desktopId().
     QString desktopId(const QString &uid) const { return m_store->desktopId(uid); }
+    bool copyTo(const QString &path) const { return locked(&AddressBookStore::copyTo, path); }
 
 private:
     explicit ABAddressBook(std::unique_ptr<AddressBookStore> store);
 
+    /// Calls a function of the store, which takes one call at a time.
+    template <typename R, typename... P>
+    R locked(R (AddressBookStore::*function)(P...), std::type_identity_t<P>... values) const
+    {
+        const std::scoped_lock lock(m_storeMutex);
+        return (*m_store.*function)(values...);
+    }
     bool write(Error *error);
     void tellCauses(const std::vector<RecordChange> &changes) const;
     Result<void> commitPending();
@@ -128,10 +130,7 @@ private:
     bool takeIn(const OutsideChange &change);
     /// Drops the person's pending changes; null: no longer stored.
     void settle(const ABPersonPtr &person, const PersonRecordPtr &stored);
-    bool isHere(const ABPersonPtr &person) const
-    {
-        return person->pendingChanges() == m_pending && !person->isRemoved();
-    }
+    bool isHere(const ABPersonPtr &who) const { return who->pendingChanges() == m_pending && !who->isRemoved(); }
 
     std::unique_ptr<AddressBookStore> m_store; // null after close()
     const std::shared_ptr<PendingChanges> m_pending;
@@ -148,7 +147,4 @@ private:
 };
 
 /// The error while ABAddressBook::sharedAddressBook() is null.
-inline Error noAddressBook()
-{
-    return {ErrorKind::Unavailable, QStringLiteral("no address book is open")};
-}
+Error noAddressBook();
