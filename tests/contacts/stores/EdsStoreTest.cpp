@@ -80,7 +80,9 @@ private:
             const QByteArray text = cardOf(lines, uid);
             const bool isNew = this->text(uid).isNull();
             bool done = false;
-            m_guard->run([&] { done = bool(isNew ? m_book.add({{uid, text}}) : m_book.modify({{uid, text}})); });
+            m_guard->run([&] {
+                done = bool(m_book.change(isNew ? EdsBook::Change::Add : EdsBook::Change::Modify, {{uid, text}}));
+            });
             return done;
         }
 

@@ -51,10 +51,14 @@ QByteArray nameOnBus(GDBusConnection *connection, const char *method, const char
 
 } // namespace
 
-bool BookObject::isOffered(GDBusConnection *connection, CallGuard &guard)
+bool BookObject::isOffered(CallGuard &guard)
 {
+    g_autoptr(GDBusConnection) connection = g_bus_get_sync(G_BUS_TYPE_SESSION, guard.beginCall(), nullptr);
+    if (!connection)
+        return false;
+    g_dbus_connection_set_exit_on_close(connection, FALSE);
     const char *method = "ListActivatableNames";
-    return !nameOnBus(connection, method, kAddressBook, guard).isEmpty()
+    return !g_dbus_connection_is_closed(connection) && !nameOnBus(connection, method, kAddressBook, guard).isEmpty()
         && !nameOnBus(connection, method, kSources, guard).isEmpty();
 }
 

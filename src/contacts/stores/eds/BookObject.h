@@ -28,7 +28,7 @@ public:
     void setListener(std::function<void()> listener);
 
     /// Whether the bus could start the daemon; does not start it.
-    static bool isOffered(GDBusConnection *connection, CallGuard &guard);
+    static bool isOffered(CallGuard &guard);
 
 private:
     /// Null if there is none, with @p error if the daemon did not answer.

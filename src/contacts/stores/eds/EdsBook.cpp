@@ -20,25 +20,6 @@ constexpr auto kNoWait = static_cast<guint32>(-1);
 /// What others changed on a server since the daemon last looked there is not overwritten.
 constexpr auto kWriteFlags = E_BOOK_OPERATION_FLAG_CONFLICT_FAIL;
 
-/// A list of contacts made of texts.
-class ContactList
-{
-public:
-    explicit ContactList(const std::vector<EdsBook::Card> &cards)
-    {
-        for (auto card = cards.rbegin(); card != cards.rend(); ++card)
-            m_list = g_slist_prepend(
-                m_list, e_contact_new_from_vcard_with_uid(card->text.constData(), card->uid.constData()));
-    }
-    ~ContactList() { g_slist_free_full(m_list, g_object_unref); }
-    ContactList(const ContactList &) = delete;
-    ContactList &operator=(const ContactList &) = delete;
-    GSList *get() const { return m_list; }
-
-private:
-    GSList *m_list = nullptr;
-};
-
 QByteArray queryFor(std::span<const QByteArray> uids)
 {
     QByteArray query = "(or";
@@ -104,15 +85,6 @@ Error EdsBook::failure(const GError *error, const char *what)
         reason.chop(1);
     return {refusal.value_or(ErrorKind::Unavailable),
         QStringLiteral("%1: %2: %3").arg(book, QString::fromLatin1(what), reason)};
-}
-
-bool EdsBook::isOffered(CallGuard &guard)
-{
-    g_autoptr(GDBusConnection) connection = g_bus_get_sync(G_BUS_TYPE_SESSION, guard.beginCall(), nullptr);
-    if (!connection)
-        return false;
-    g_dbus_connection_set_exit_on_close(connection, FALSE);
-    return !g_dbus_connection_is_closed(connection) && BookObject::isOffered(connection, guard);
 }
 
 Result<void> EdsBook::ensureRegistry()
@@ -292,8 +264,28 @@ std::size_t EdsBook::cardsAtOnce() const
     return m_isLocal ? kPageSize : kCardsToServer;
 }
 
-Result<void> EdsBook::outcome(bool isDone, const GError *error)
+Result<void> EdsBook::change(Change change, const std::vector<Card> &cards)
 {
+    if (auto ready = connect(); !ready)
+        return ready.error();
+    const bool removes = change == Change::Remove;
+    GSList *list = nullptr; // of uids or contacts
+    for (auto card = cards.rbegin(); card != cards.rend(); ++card)
+        list = g_slist_prepend(list,
+            removes ? gpointer(g_strdup(card->uid.constData()))
+                    : e_contact_new_from_vcard_with_uid(card->text.constData(), card->uid.constData()));
+    GSList *addedUids = nullptr;
+    g_autoptr(GError) error = nullptr;
+    const auto make = [&](GCancellable *call) -> bool {
+        if (removes)
+            return e_book_client_remove_contacts_sync(client(), list, kWriteFlags, call, &error);
+        if (change == Change::Modify)
+            return e_book_client_modify_contacts_sync(client(), list, kWriteFlags, call, &error);
+        return e_book_client_add_contacts_sync(client(), list, kWriteFlags, &addedUids, call, &error);
+    };
+    const bool isDone = make(m_guard->beginCall());
+    g_slist_free_full(list, removes ? g_free : g_object_unref);
+    g_slist_free_full(addedUids, g_free);
     if (isDone)
         return {};
     Error refusal = failure(error, "cannot be changed");
@@ -301,41 +293,4 @@ Result<void> EdsBook::outcome(bool isDone, const GError *error)
     if (refusal.kind == ErrorKind::Conflict && !m_isLocal && e_client_check_refresh_supported(m_client))
         e_client_refresh_sync(m_client, m_guard->beginCall(), nullptr);
     return refusal;
-}
-
-Result<void> EdsBook::add(const std::vector<Card> &cards)
-{
-    if (auto ready = connect(); !ready)
-        return ready.error();
-    const ContactList contacts(cards);
-    GSList *uids = nullptr;
-    g_autoptr(GError) error = nullptr;
-    const bool isDone =
-        e_book_client_add_contacts_sync(client(), contacts.get(), kWriteFlags, &uids, m_guard->beginCall(), &error);
-    g_slist_free_full(uids, g_free);
-    return outcome(isDone, error);
-}
-
-Result<void> EdsBook::modify(const std::vector<Card> &cards)
-{
-    if (auto ready = connect(); !ready)
-        return ready.error();
-    const ContactList contacts(cards);
-    g_autoptr(GError) error = nullptr;
-    const bool isDone =
-        e_book_client_modify_contacts_sync(client(), contacts.get(), kWriteFlags, m_guard->beginCall(), &error);
-    return outcome(isDone, error);
-}
-
-Result<void> EdsBook::remove(const std::vector<Card> &cards)
-{
-    if (auto ready = connect(); !ready)
-        return ready.error();
-    GSList *uids = nullptr;
-    for (auto card = cards.rbegin(); card != cards.rend(); ++card)
-        uids = g_slist_prepend(uids, g_strdup(card->uid.constData()));
-    g_autoptr(GError) error = nullptr;
-    const bool isDone = e_book_client_remove_contacts_sync(client(), uids, kWriteFlags, m_guard->beginCall(), &error);
-    g_slist_free_full(uids, g_free);
-    return outcome(isDone, error);
 }

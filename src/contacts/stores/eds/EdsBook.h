@@ -37,9 +37,6 @@ public:
     EdsBook(const EdsBook &) = delete;
     EdsBook &operator=(const EdsBook &) = delete;
 
-    /// Whether the session bus could start the daemon; does not start it.
-    static bool isOffered(CallGuard &guard);
-
     /// The enabled address books.
     Result<std::vector<EdsBookInfo>> books();
     /// Does nothing while connected; reads and changes connect by themselves.
@@ -63,13 +60,11 @@ public:
     /// Survives reconnection, from the next call of any function on.
     void setChangeListener(std::function<void()> listener) { m_object.setListener(std::move(listener)); }
 
-    // Each is made completely or not at all, except if Unavailable, and in a server's book, where cards before the
-    // refused one are changed. A Conflict there may also come from the server, whose state is then fetched. At most
-    // cardsAtOnce().
-    Result<void> add(const std::vector<Card> &cards);
-    Result<void> modify(const std::vector<Card> &cards);
-    /// Ignores their texts.
-    Result<void> remove(const std::vector<Card> &cards);
+    enum class Change { Add, Modify, Remove };
+    /// Made completely or not at all, except if Unavailable, and in a server's book, where cards before the refused one
+    /// are changed. A Conflict there may also come from the server, whose state is then fetched. At most cardsAtOnce();
+    /// Remove ignores their texts.
+    Result<void> change(Change change, const std::vector<Card> &cards);
     std::size_t cardsAtOnce() const;
 
 private:
@@ -79,7 +74,6 @@ private:
     Result<std::vector<Card>> withMissing(std::vector<Card> cards, std::span<const QByteArray> uids);
     /// Disconnects if the daemon cannot be reached.
     Error failure(const GError *error, const char *what);
-    Result<void> outcome(bool isDone, const GError *error);
     EBookClient *client() const { return E_BOOK_CLIENT(m_client); }
 
     std::shared_ptr<CallGuard> m_guard;

@@ -6,6 +6,8 @@
 
 #include <QDateTime>
 
+#include <algorithm>
+
 namespace {
 
 /// Far below what a message of the bus may hold (128 MiB), so that a daemon that adds to the texts stays below it too.
@@ -13,7 +15,7 @@ constexpr qsizetype kMostBytesAtOnce = qsizetype(16) * 1024 * 1024;
 constexpr qsizetype kBackups = 10;
 const QString kLookedUpLater = QStringLiteral("; what became of the change is looked up before the next one is made");
 
-using Change = Result<void> (EdsBook::*)(const std::vector<EdsBook::Card> &);
+using Change = EdsBook::Change;
 
 /// Makes the change in as many calls as the cards need.
 Result<int> inBatches(EdsBook &book, Change change, const std::vector<EdsBook::Card> &cards)
@@ -27,7 +29,7 @@ Result<int> inBatches(EdsBook &book, Change change, const std::vector<EdsBook::C
         const bool isFull = batch.size() == book.cardsAtOnce() || bytes >= kMostBytesAtOnce;
         if (!isFull && &card != &cards.back())
             continue;
-        if (auto changed = (book.*change)(batch); !changed)
+        if (auto changed = book.change(change, batch); !changed)
             return changed.error();
         ++calls;
         batch.clear();
@@ -84,10 +86,8 @@ Result<void> EdsSaver::addToPlan(Plan &plan, const RecordChange &change, const Q
 
 Result<EdsSaver::Plan> EdsSaver::planOf(const std::vector<RecordChange> &changes)
 {
-    std::vector<QByteArray> uids;
-    uids.reserve(changes.size());
-    for (const auto &change : changes)
-        uids.push_back(change.uid.toUtf8());
+    std::vector<QByteArray> uids(changes.size());
+    std::ranges::transform(changes, uids.begin(), [](const RecordChange &change) { return change.uid.toUtf8(); });
     const auto texts = currentTexts(uids);
     if (!texts)
         return texts.error();
@@ -107,7 +107,7 @@ Result<int> EdsSaver::apply(const Plan &plan)
 {
     int calls = 0;
     const auto steps = std::to_array<std::pair<Change, const std::vector<Card> &>>(
-        {{&EdsBook::remove, plan.removals}, {&EdsBook::modify, plan.modifications}, {&EdsBook::add, plan.additions}});
+        {{Change::Remove, plan.removals}, {Change::Modify, plan.modifications}, {Change::Add, plan.additions}});
     for (const auto &[change, cards] : steps) {
         const auto made = inBatches(m_book, change, cards);
         if (!made)
@@ -176,10 +176,8 @@ Result<void> EdsSaver::backUp()
 /// it held before. An error: the book cannot be reached, and the journal remains.
 Result<bool> EdsSaver::settle(const std::vector<EdsJournal::Entry> &entries, const Error &reason)
 {
-    std::vector<QByteArray> uids;
-    uids.reserve(entries.size());
-    for (const auto &entry : entries)
-        uids.push_back(entry.uid);
+    std::vector<QByteArray> uids(entries.size());
+    std::ranges::transform(entries, uids.begin(), &EdsJournal::Entry::uid);
     const auto texts = currentTexts(uids);
     if (!texts)
         return Error{ErrorKind::Unavailable, reason.text % kLookedUpLater};

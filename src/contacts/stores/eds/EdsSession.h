@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/stores/eds/EdsHistory.h"
 #include "contacts/stores/eds/EdsSaver.h"
 
 #include <memory>
@@ -20,8 +19,6 @@ public:
     Result<std::vector<StoredRecord>> loadAll(const AddressBookStore::LoadProgress &progress);
     Result<void> commit(const std::vector<RecordChange> &changes);
     Result<std::vector<OutsideChange>> takeChangesFromOutside();
-    Result<std::vector<ChangeSummary>> history() const { return EdsHistory::summaries(m_folder); }
-    Result<ChangeStep> historyStep(const QString &causeId) const { return EdsHistory::step(m_folder, causeId); }
     Result<std::vector<EdsBookInfo>> books() { return m_book.books(); }
     void setChangeListener(std::function<void()> listener) { m_book.setChangeListener(std::move(listener)); }
     const EdsBookInfo &info() const { return m_book.info(); }

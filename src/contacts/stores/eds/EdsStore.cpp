@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/eds/EdsStore.h"
 
+#include "contacts/stores/eds/EdsHistory.h"
 #include "contacts/stores/eds/EdsIgnored.h"
 #include "contacts/stores/eds/EdsSession.h"
 
@@ -49,7 +50,7 @@ bool EdsStore::isOffered()
     constexpr std::chrono::seconds limit{2};
     const auto guard = std::make_shared<CallGuard>(limit);
     const auto offered = std::make_shared<bool>(false);
-    return guard->run([offered, guard] { *offered = EdsBook::isOffered(*guard); }) && *offered;
+    return guard->run([offered, guard] { *offered = BookObject::isOffered(*guard); }) && *offered;
 }
 
 Result<std::vector<EdsBookInfo>> EdsStore::books(const EdsRequest &request)
@@ -108,12 +109,12 @@ QString EdsStore::desktopId(const QString &uid) const
 
 Result<std::vector<ChangeSummary>> EdsStore::history()
 {
-    return onThread<std::vector<ChangeSummary>>([](EdsSession &session) { return session.history(); });
+    return EdsHistory::summaries(m_folder);
 }
 
 Result<ChangeStep> EdsStore::historyStep(const QString &causeId)
 {
-    return onThread<ChangeStep>([causeId](EdsSession &session) { return session.historyStep(causeId); });
+    return EdsHistory::step(m_folder, causeId);
 }
 
 Result<std::vector<Ignored>> EdsStore::ignored()

@@ -88,7 +88,7 @@ QByteArray joined(const std::vector<CardLine> &lines)
 {
     QByteArray text;
     for (const CardLine &line : lines)
-        text.append(line.raw.data(), qsizetype(line.raw.size()));
+        text.append(line.raw);
     return text;
 }
 
@@ -107,7 +107,7 @@ QByteArray takeServerMark(QByteArray &text)
     while (reader.next(line)) {
         if (!equalsIgnoringCase(line.name, kServerMark))
             continue;
-        const QByteArray mark(line.raw.data(), qsizetype(line.raw.size()));
+        const QByteArray mark = QByteArrayView(line.raw).toByteArray();
         text = QByteArray(text).remove(reader.bytesRead() - mark.size(), mark.size());
         return mark;
     }
@@ -199,12 +199,12 @@ QByteArray StoredCard::withPictureInside(const QByteArray &text)
     LineReader reader(text);
     CardLine line;
     while (reader.next(line)) {
-        const QByteArray raw(line.raw.data(), qsizetype(line.raw.size()));
-        const QByteArray value(line.value.data(), qsizetype(line.value.size()));
+        const QByteArray raw = QByteArrayView(line.raw).toByteArray();
+        const QByteArray value = QByteArrayView(line.value).toByteArray();
         const QByteArray picture = isFilePicture(line) ? fileContent(value) : QByteArray();
         if (isFilePicture(line) && picture.isEmpty())
             qCWarning(lcEds).noquote() << "a picture cannot be read and is kept as a link only:" << raw.trimmed();
-        const QByteArray name(line.name.data(), qsizetype(line.name.size()));
+        const QByteArray name = QByteArrayView(line.name).toByteArray();
         result += picture.isEmpty() ? raw : name + ";ENCODING=b:" + picture.toBase64() + "\r\n";
     }
     return result;
