@@ -8,7 +8,6 @@
 #include <QFileInfo>
 
 #include <array>
-#include <sys/stat.h>
 
 namespace {
 
@@ -18,10 +17,8 @@ constexpr std::array kCompanions{QLatin1StringView("-wal"), QLatin1StringView("-
 /// Under whatever names.
 bool isSameFile(const QString &one, const QString &other)
 {
-    struct stat a = {};
-    struct stat b = {};
-    return ::stat(QFile::encodeName(one).constData(), &a) == 0 && ::stat(QFile::encodeName(other).constData(), &b) == 0
-        && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+    const FileOnDisk file = FileOnDisk::named(one);
+    return file != FileOnDisk() && file == FileOnDisk::named(other);
 }
 
 bool isDatabase(const QString &path)

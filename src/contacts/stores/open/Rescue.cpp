@@ -47,10 +47,7 @@ QString newFileBeside(const QString &damagedFile, const QDate &today)
 {
     const QFileInfo file(damagedFile);
     const QString stem = file.path() % u'/' % file.completeBaseName() % kRecovered % today.toString(Qt::ISODate);
-    QString path = stem % kEnding;
-    for (int number = 2; QFileInfo::exists(path); ++number)
-        path = stem % u'-' % QString::number(number) % kEnding;
-    return path;
+    return AddressBookFile::unusedName(stem, kEnding);
 }
 
 Result<qint64> openBackup(const Offer &offer, const QString &newFile)

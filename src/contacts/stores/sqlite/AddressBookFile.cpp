@@ -123,6 +123,14 @@ QString companionOf(const QString &path)
     return {};
 }
 
+QString unusedName(const QString &stem, const QString &ending)
+{
+    QString name = stem % ending;
+    for (int number = 2; QFileInfo::exists(name); ++number)
+        name = stem % u'-' % QString::number(number) % ending;
+    return name;
+}
+
 void removeWithCompanions(const QByteArray &name)
 {
     ::unlink(name.constData());

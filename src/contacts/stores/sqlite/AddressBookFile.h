@@ -24,6 +24,8 @@ Result<void> create(const QString &path);
 /// A companion file beside @p path of an address book that is open, or was when its program was killed; empty if there
 /// is none.
 QString companionOf(const QString &path);
+/// STEM and ENDING or, if there is such a file, the first unused of STEM-2ENDING, STEM-3ENDING and so on.
+QString unusedName(const QString &stem, const QString &ending);
 /// Removes a database file that no program has open, with SQLite's companion files.
 void removeWithCompanions(const QByteArray &name);
 

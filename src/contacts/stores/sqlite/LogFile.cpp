@@ -68,37 +68,34 @@ bool holds(SQLite::Database &database, const std::string &condition)
 /// Pages of two files may fit each other as far as SQLite can tell, but not what the tables say of each other.
 bool isWhole(SQLite::Database &database)
 {
+    constexpr const char *kAgree = R"(
+        NOT EXISTS (SELECT 1 FROM main.sqlite_sequence WHERE seq <> CASE name
+            WHEN 'save' THEN coalesce((SELECT max(revision) FROM main.save), seq)
+            WHEN 'history' THEN coalesce((SELECT max(id) FROM main.history), seq) ELSE seq END)
+        AND NOT EXISTS (SELECT 1 FROM main.history WHERE revision NOT IN (SELECT revision FROM main.save))
+        AND NOT EXISTS (SELECT 1 FROM (SELECT uid, action, max(id) FROM main.history GROUP BY uid)
+            WHERE (action = 'removed') = (uid IN (SELECT uid FROM main.)";
     const bool isVersion1 =
         holds(database, "user_version < " + std::to_string(Schema::kVersion) + " FROM pragma_user_version");
-    const std::string people = isVersion1 ? "person" : "contact";
-    return holds(database,
-               "NOT EXISTS (SELECT 1 FROM main.sqlite_sequence WHERE seq <> CASE name "
-               "WHEN 'save' THEN coalesce((SELECT max(revision) FROM main.save), seq) "
-               "WHEN 'history' THEN coalesce((SELECT max(id) FROM main.history), seq) ELSE seq END) "
-               "AND NOT EXISTS (SELECT 1 FROM main.history WHERE revision NOT IN (SELECT revision FROM main.save)) "
-               "AND NOT EXISTS (SELECT 1 FROM (SELECT uid, action, max(id) FROM main.history GROUP BY uid) AS last "
-               "WHERE (action = 'removed') = (uid IN (SELECT uid FROM main."
-                   + people + ")))")
+    return holds(database, std::string(kAgree) + (isVersion1 ? "person)))" : "contact)))"))
         && holds(database, "integrity_check = 'ok' FROM pragma_integrity_check(1)");
 }
 
 /// Whether the file with its log is whole, and its history goes on, without a gap, where that of the file alone ends.
 bool goesOn(const QString &file, const QString &fileAlone)
 {
+    constexpr const char *kContinues = R"(
+        (SELECT coalesce(max(revision), 0) - old.revision = count(*) FILTER (WHERE save.revision > old.revision)
+            AND count(*) FILTER (WHERE save.revision = old.revision AND save.savedAt <> old.savedAt) = 0 FROM main.save)
+        AND (SELECT coalesce(max(id), 0) - old.lastRow = count(*) FILTER (WHERE id > old.lastRow) FROM main.history)
+        FROM (SELECT coalesce(max(revision), 0) AS revision, savedAt,
+            coalesce((SELECT max(id) FROM alone.history), 0) AS lastRow FROM alone.save) AS old)";
     try {
         SQLite::Database both = AddressBookFile::open(file);
         SQLite::Statement attach(both, "ATTACH ? AS alone");
         attach.bind(1, fileAlone.toStdString());
         attach.exec();
-        return isWhole(both)
-            && holds(both,
-                "(SELECT coalesce(max(revision), 0) - old.revision = count(*) FILTER (WHERE save.revision > "
-                "old.revision) "
-                "AND count(*) FILTER (WHERE save.revision = old.revision AND save.savedAt <> old.savedAt) = 0 FROM "
-                "main.save) AND (SELECT coalesce(max(id), 0) - old.lastRow = count(*) FILTER (WHERE id > old.lastRow) "
-                "FROM "
-                "main.history) FROM (SELECT coalesce(max(revision), 0) AS revision, savedAt, "
-                "coalesce((SELECT max(id) FROM alone.history), 0) AS lastRow FROM alone.save) AS old");
+        return isWhole(both) && holds(both, kContinues);
     } catch (const SQLite::Exception &) {
         return false;
     }
@@ -150,9 +147,7 @@ Result<void> putAsideUnrelated(const QString &path)
     if (!isOurs)
         return isOurs.error();
     if (!*isOurs) {
-        QString other = log % QStringLiteral(".unrelated");
-        for (int number = 2; QFileInfo::exists(other); ++number)
-            other = log % QStringLiteral(".unrelated-") % QString::number(number);
+        const QString other = AddressBookFile::unusedName(log % QStringLiteral(".unrelated"), QString());
         if (::rename(QFile::encodeName(log).constData(), QFile::encodeName(other).constData()) != 0)
             return AddressBookFile::systemFailure(
                 log, QStringLiteral("belongs to another address book and cannot be renamed: "));

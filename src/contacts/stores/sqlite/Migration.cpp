@@ -15,13 +15,9 @@
 
 namespace {
 
-const std::vector<std::string> &personColumns()
-{
-    static const std::vector<std::string> all{"firstName", "lastName", "middleName", "phoneticFirstName",
-        "phoneticLastName", "maidenName", "nickname", "title", "suffix", "organization", "department", "jobTitle",
-        "note", "birthday", "flags"};
-    return all;
-}
+const std::vector<std::string> kPersonColumns{"firstName", "lastName", "middleName", "phoneticFirstName",
+    "phoneticLastName", "maidenName", "nickname", "title", "suffix", "organization", "department", "jobTitle", "note",
+    "birthday", "flags"};
 
 struct List
 {
@@ -29,13 +25,9 @@ struct List
     std::vector<std::string> parts = {}; // none: each entry is a text
 };
 
-const std::vector<List> &lists()
-{
-    static const std::vector<List> all{{"email"}, {"phone"}, {"urls"}, {"relatedNames"},
-        {"address", {"street", "city", "state", "zip", "country", "countryCode"}},
-        {"instantMessage", {"service", "username"}}, {"socialProfile", {"service", "username"}}};
-    return all;
-}
+const std::vector<List> kLists{{"email"}, {"phone"}, {"urls"}, {"relatedNames"},
+    {"address", {"street", "city", "state", "zip", "country", "countryCode"}},
+    {"instantMessage", {"service", "username"}}, {"socialProfile", {"service", "username"}}};
 
 /// An object of these columns; one that is NULL is left out by being merged into an empty object.
 std::string objectOf(const std::vector<std::string> &columns)
@@ -59,10 +51,10 @@ std::string entriesOf(const List &list)
 Version1::Version1(SQLite::Database &database, Damage damage)
     : m_damage(damage)
     , m_reader(RecordJsonReader::Form::Document)
-    , m_person(database, "SELECT uid, json_patch('{}', " + objectOf(personColumns()) + ") FROM person WHERE id = ?")
+    , m_person(database, "SELECT uid, json_patch('{}', " + objectOf(kPersonColumns) + ") FROM person WHERE id = ?")
     , m_picture(database, "SELECT bytes FROM picture WHERE person = ?")
 {
-    for (const List &list : lists())
+    for (const List &list : kLists)
         m_parts.emplace_back(database, entriesOf(list));
     m_parts.emplace_back(database, "SELECT '\"' || property || '\":[]' FROM emptyList WHERE person = ?");
     m_parts.emplace_back(database,
@@ -73,7 +65,7 @@ Version1::Version1(SQLite::Database &database, Damage damage)
 std::vector<std::string> Version1::tablesOfPeople()
 {
     std::vector<std::string> tables{"emptyList", "picture", "cardLine"};
-    for (const List &list : lists())
+    for (const List &list : kLists)
         tables.push_back(list.table);
     return tables;
 }
@@ -134,16 +126,6 @@ namespace Migration {
 
 namespace {
 
-QString backupName(const QString &path)
-{
-    const QFileInfo file(path);
-    const QString stem = file.path() % u'/' % file.completeBaseName() % QStringLiteral("-version1");
-    QString name = stem % QStringLiteral(".sqlite");
-    for (int number = 2; QFileInfo::exists(name); ++number)
-        name = stem % u'-' % QString::number(number) % QStringLiteral(".sqlite");
-    return name;
-}
-
 Result<void> copyPeople(SQLite::Database &database, Version1 &old, RecordWriter &writer)
 {
     SQLite::Statement ids(database, "SELECT id FROM person ORDER BY id");
@@ -198,7 +180,10 @@ Result<void> migrate(SQLite::Database &database, const QString &path, Backup bac
     };
     std::unique_ptr<BackupFile> copy;
     if (backup == Backup::Keep) {
-        auto begun = BackupFile::copyOf(path, backupName(path), BackupFile::Existing::Refuse);
+        const QFileInfo file(path);
+        const QString stem = file.path() % u'/' % file.completeBaseName() % QStringLiteral("-version1");
+        const QString name = AddressBookFile::unusedName(stem, QStringLiteral(".sqlite"));
+        auto begun = BackupFile::copyOf(path, name, BackupFile::Existing::Refuse);
         if (!begun)
             return refused(begun.error());
         copy = std::move(*begun);

@@ -12,7 +12,6 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <atomic>
 #include <xxhash.h>
 
 namespace {
@@ -39,9 +38,12 @@ Proof proofOf(std::string_view uid, std::string_view document, const SQLite::Col
 }
 
 /// What rowIn() needs.
-constexpr const char *kRows = "SELECT id, uid, record, digest FROM contact ";
+const std::string kRows = "SELECT id, uid, record, digest FROM contact ";
 
-RecordReader::Row rowIn(SQLite::Statement &rows)
+using Row = RecordReader::Row;
+using Person = Result<RecordJsonReader::Person>;
+
+Row rowIn(SQLite::Statement &rows)
 {
     const std::string_view uid = bytesIn(rows.getColumn(1));
     const std::string_view document = bytesIn(rows.getColumn(2));
@@ -49,16 +51,25 @@ RecordReader::Row rowIn(SQLite::Statement &rows)
         proofOf(uid, document, rows.getColumn(3))};
 }
 
-RecordReader::Row firstRow(SQLite::Statement &rows)
+Row firstRow(SQLite::Statement &rows)
 {
-    RecordReader::Row row;
+    Row row;
     if (rows.executeStep())
         row = rowIn(rows);
     rows.reset(); // one left on its row would keep the connection's read transaction open
     return row;
 }
 
-using Person = Result<RecordJsonReader::Person>;
+/// Some thousand: enough to be worth a thread, few enough to stay in the processors' caches.
+std::vector<Row> nextRows(SQLite::Statement &statement)
+{
+    constexpr std::size_t kMost = 4096;
+    std::vector<Row> rows;
+    rows.reserve(kMost);
+    while (rows.size() < kMost && !statement.isDone() && statement.executeStep())
+        rows.push_back(rowIn(statement));
+    return rows;
+}
 
 } // namespace
 
@@ -75,81 +86,40 @@ std::string pictureNameOf(const QByteArray &picture)
     return QCryptographicHash::hash(picture, QCryptographicHash::Sha256).toHex().toStdString();
 }
 
-namespace {
-
-using Row = RecordReader::Row;
-
-/// Some thousand: enough to be worth a thread, few enough to stay in the processors' caches.
-std::vector<Row> nextRows(SQLite::Statement &statement)
-{
-    constexpr std::size_t kMost = 4096;
-    std::vector<Row> rows;
-    rows.reserve(kMost);
-    while (rows.size() < kMost && !statement.isDone() && statement.executeStep())
-        rows.push_back(rowIn(statement));
-    return rows;
-}
-
-/// Parses rows on all processors. The calling thread takes part, since memory is cheapest there.
-class Parsers
-{
-public:
-    void start(const std::vector<Row> &rows)
-    {
-        m_people.assign(rows.size(), Error());
-        m_next = 0;
-        for (std::size_t i = 1; i < m_parsers.size(); ++i)
-            m_parsers[i].job.start([this, &rows, &reader = m_parsers[i].reader] { parse(rows, reader); });
-    }
-    std::vector<Person> &finish(const std::vector<Row> &rows)
-    {
-        parse(rows, m_parsers[0].reader);
-        for (const Parser &parser : m_parsers)
-            parser.job.wait();
-        return m_people;
-    }
-
-private:
-    struct Parser
-    {
-        RecordJsonReader reader{RecordJsonReader::Form::Document};
-        Job job;
-    };
-
-    void parse(const std::vector<Row> &rows, RecordJsonReader &reader)
-    {
-        constexpr std::size_t kAtOnce = 128;
-        for (std::size_t from = 0; (from = m_next.fetch_add(kAtOnce)) < rows.size();) {
-            for (std::size_t i = from; i < std::min(from + kAtOnce, rows.size()); ++i)
-                m_people[i] = reader.read(rows[i].document);
-        }
-    }
-
-    std::vector<Person> m_people;
-    std::atomic<std::size_t> m_next = 0; // row that no thread has taken
-    std::vector<Parser> m_parsers{std::size_t(QThread::idealThreadCount())}; // the last member: waits for its jobs
-};
-
-} // namespace
-
 RecordReader::RecordReader(SQLite::Database &database, Damage damage)
     : m_database(database)
     , m_damage(damage)
-    , m_rowOfUid(database, std::string(kRows) + "WHERE uid = ?")
-    , m_rowOfId(database, std::string(kRows) + "WHERE id = ?")
+    , m_rowOfUid(database, kRows + "WHERE uid = ?")
+    , m_rowOfId(database, kRows + "WHERE id = ?")
     , m_picture(database, "SELECT bytes FROM image WHERE hash = ?")
     , m_reader(RecordJsonReader::Form::Document)
 { }
 
 Result<void> RecordReader::everybody(const std::function<void(StoredRecord, Proof)> &take)
 {
-    SQLite::Statement statement(m_database, std::string(kRows) + "ORDER BY id");
+    struct Parser
+    {
+        RecordJsonReader reader{RecordJsonReader::Form::Document};
+        Job job;
+    };
+    SQLite::Statement statement(m_database, kRows + "ORDER BY id");
     std::vector<Row> rows = nextRows(statement);
-    Parsers parsers;
+    std::vector<Person> people;
+    std::vector<Parser> parsers(std::size_t(QThread::idealThreadCount())); // the first to go: waits for its jobs
     while (!rows.empty()) {
-        parsers.start(rows);
+        people.assign(rows.size(), Error());
+        const std::size_t share = rows.size() / parsers.size() + 1;
+        for (std::size_t begin = 0; begin < rows.size(); begin += share) {
+            Parser &parser = parsers[begin / share];
+            parser.job.start(
+                [&rows, &people, &reader = parser.reader, begin, end = std::min(begin + share, rows.size())] {
+                    for (std::size_t i = begin; i < end; ++i)
+                        people[i] = reader.read(rows[i].document);
+                });
+        }
         std::vector<Row> next = nextRows(statement);
-        std::vector<Person> &people = parsers.finish(rows);
+        for (const Parser &parser : parsers)
+            parser.job.wait();
         for (std::size_t i = 0; i < rows.size(); ++i) {
             auto record = finished(rows[i].uid, std::move(people[i]), Pictures::AsTheyAre);
             if (!record)
@@ -194,7 +164,7 @@ Result<StoredRecord> RecordReader::person(qint64 id)
 
 qint64 RecordReader::check(const std::function<void(const QString &uid, const Error &)> &tell)
 {
-    SQLite::Statement rows(m_database, std::string(kRows) + "ORDER BY id");
+    SQLite::Statement rows(m_database, kRows + "ORDER BY id");
     qint64 people = 0;
     for (; rows.executeStep(); ++people) {
         const Row row = rowIn(rows);

@@ -82,23 +82,18 @@ void RecordWriter::beginSave(const std::string &time)
     m_time = time;
     m_unnamed = makeCause(ChangeCause::Kind::Other);
     m_revisions.clear();
-    m_lastCause = QString();
 }
 
 qint64 RecordWriter::revisionOf(const ChangeCausePtr &cause)
 {
     const ChangeCause &named = cause ? *cause : *m_unnamed;
-    if (named.id == m_lastCause)
-        return m_lastRevision;
     const auto [place, isNew] = m_revisions.try_emplace(named.id, 0);
     if (isNew) {
         run(m_insertSave, m_time, named.id.toStdString(), QString(nameOfKind(named.kind)).toStdString(),
             named.description.toStdString());
         place->second = m_database.getLastInsertRowid();
     }
-    m_lastCause = named.id;
-    m_lastRevision = place->second;
-    return m_lastRevision;
+    return place->second;
 }
 
 std::string RecordWriter::documentOf(const PersonRecord &record)

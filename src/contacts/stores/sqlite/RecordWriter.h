@@ -37,8 +37,6 @@ private:
     std::string m_time;
     ChangeCausePtr m_unnamed; // for changes without a cause
     std::map<QString, qint64> m_revisions; // by the id of the cause
-    QString m_lastCause;
-    qint64 m_lastRevision = 0;
     SQLite::Statement m_insertSave;
     SQLite::Statement m_insertPerson;
     SQLite::Statement m_updatePerson;

@@ -195,17 +195,17 @@ Result<Salvaged> readCopy(const QString &copy, const QString &path)
         const std::string table = isVersion1 ? "person" : "contact";
         const qint64 last = lastId(database, table, QFile(copy).size() / kLeastBytesOfPerson);
         Salvaged salvaged;
+        QHash<QString, qint64> read;
         if (isVersion1) {
             Version1 reader(database, Damage::PassOver);
-            const auto read = readPeople(reader, last, salvaged);
+            read = readPeople(reader, last, salvaged);
             salvaged.incomplete = qint64(salvaged.people.size()); // nothing proves them whole
-            countLost(database, table, read, salvaged);
         } else {
             RecordReader reader(database, Damage::PassOver);
-            const auto read = readPeople(reader, last, salvaged);
+            read = readPeople(reader, last, salvaged);
             salvaged.incomplete = reader.incompleteCount();
-            countLost(database, table, read, salvaged);
         }
+        countLost(database, table, read, salvaged);
         readRows(database, "SELECT entry FROM ignored", [&](auto &row) {
             if (auto entry = ignoredFromJson(QByteArray::fromStdString(row.getColumn(0).getString())))
                 salvaged.ignored.push_back(std::move(*entry));
