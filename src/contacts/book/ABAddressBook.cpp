@@ -167,7 +167,7 @@ bool ABAddressBook::addRecord(const ABPersonPtr &person, Error *error)
     if (owner) {
         m_pending->noteReturn(person);
     } else {
-        m_pending->noteAddition(person);
+        m_pending->noteChange(person, nullptr);
         person->setPendingChanges(m_pending);
     }
     return true;

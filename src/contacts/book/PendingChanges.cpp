@@ -21,12 +21,6 @@ void PendingChanges::noteChange(const ABPersonPtr &person, const PersonRecordPtr
     noted(person, before);
 }
 
-void PendingChanges::noteAddition(const ABPersonPtr &person)
-{
-    const std::scoped_lock lock(m_mutex);
-    noted(person, nullptr);
-}
-
 void PendingChanges::noteRemoval(const ABPersonPtr &person, const PersonRecordPtr &before)
 {
     const std::scoped_lock lock(m_mutex);

@@ -31,9 +31,8 @@ public:
     quint64 version() const { return m_version; }
     void touch() { ++m_version; }
 
-    /// @p person will differ from @p before; the first record noted for a person counts.
+    /// @p person will differ from @p before (null: it is new); the first record noted for a person counts.
     void noteChange(const ABPersonPtr &person, const PersonRecordPtr &before);
-    void noteAddition(const ABPersonPtr &person);
     /// @p before is the stored record unless a change was noted already.
     void noteRemoval(const ABPersonPtr &person, const PersonRecordPtr &before);
     /// Undoes a removal; the person may stay changed or new.

@@ -26,11 +26,6 @@ std::size_t foldPosition(std::string_view line, std::size_t at, std::size_t room
     return isBlank(line[better]) || isContinuation(line[better]) ? end : better;
 }
 
-void append(QByteArray &out, std::string_view text)
-{
-    out.append(text.data(), qsizetype(text.size()));
-}
-
 } // namespace
 
 Card::Card(const QByteArray &text) : m_reader(text)
@@ -73,7 +68,7 @@ bool Card::holdsValue(const CardLine &line) const
 
 QByteArray Card::rawLine(const CardLine &line) const
 {
-    const QByteArray raw(line.raw.data(), qsizetype(line.raw.size()));
+    const QByteArray raw = QByteArrayView(line.raw).toByteArray();
     return raw.endsWith('\n') || raw.endsWith('\r') ? raw : raw + "\r\n";
 }
 
@@ -90,11 +85,11 @@ void appendFolded(QByteArray &out, std::string_view line)
     std::size_t room = kLineLength;
     while (line.size() - at > room) {
         const std::size_t end = foldPosition(line, at, room);
-        append(out, line.substr(at, end - at));
+        out.append(line.substr(at, end - at));
         out.append("\r\n ");
         at = end;
         room = kLineLength - 1; // the blank counts
     }
-    append(out, line.substr(at));
+    out.append(line.substr(at));
     out.append("\r\n");
 }

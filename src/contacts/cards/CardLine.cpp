@@ -67,14 +67,6 @@ void readParams(CardLine &line)
     }
 }
 
-void append(std::string &out, std::string_view name, std::string_view value)
-{
-    out += ';';
-    out += name;
-    out += '=';
-    out += value;
-}
-
 /// One parameter as 3.0 has it; nothing for those that only say how the value's bytes were written.
 void appendParam(std::string &out, const LineParam &param)
 {
@@ -83,12 +75,10 @@ void appendParam(std::string &out, const LineParam &param)
     const auto encoding = maybeEncoding ? encodingOf(withoutQuotes(param.value)) : std::nullopt;
     if (bit == CardParam::Charset)
         return;
-    if (encoding) {
-        if (*encoding == Encoding::Base64)
-            append(out, "ENCODING", "b");
-    } else {
-        append(out, param.name.empty() ? "TYPE" : param.name, param.value);
-    }
+    if (encoding)
+        out.append(*encoding == Encoding::Base64 ? ";ENCODING=b" : "");
+    else
+        out.append(";").append(param.name.empty() ? "TYPE" : param.name).append("=").append(param.value);
 }
 
 } // namespace

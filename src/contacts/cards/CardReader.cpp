@@ -23,20 +23,14 @@ bool isName(std::string_view name)
         && std::ranges::all_of(name, [](char c) { return static_cast<unsigned char>(c) > ' '; });
 }
 
-/// The value as it may stand in a kept line.
-std::string_view keptValue(const CardLine &line, std::string &memory)
-{
-    if (line.encoding != CardLine::Encoding::Base64 || line.value.find_first_of(" \t") == std::string_view::npos)
-        return line.value;
-    // Blanks in base64 are left over from folding.
-    std::ranges::remove_copy_if(line.value, std::back_inserter(memory), isBlank);
-    return memory;
-}
-
+/// The line as it may stand in a kept line.
 std::string normalised(const CardLine &line, std::string_view group)
 {
-    std::string memory;
-    return normalisedLine(line, group, keptValue(line, memory));
+    if (line.encoding != CardLine::Encoding::Base64)
+        return normalisedLine(line, group, line.value);
+    std::string value; // without the blanks that are left over from folding
+    std::ranges::remove_copy_if(line.value, std::back_inserter(value), isBlank);
+    return normalisedLine(line, group, value);
 }
 
 /// item1, item2 and so on only tie lines together; any other name was given by somebody.

@@ -22,7 +22,7 @@ struct Refusal
 
 QString textOf(std::string_view utf8)
 {
-    return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+    return QString::fromUtf8(utf8);
 }
 
 [[noreturn]] void refuse(std::string_view key, const QString &reason)
@@ -37,28 +37,20 @@ QString textOf(std::string_view utf8)
 
 /// The value of @p result; one of another type than wanted is refused as one that "must be" something.
 template <typename Value>
-Value wanted(simdjson::simdjson_result<Value> result, std::string_view key, const char *mustBe)
+Value taken(simdjson::simdjson_result<Value> result, std::string_view key = {}, const char *mustBe = nullptr)
 {
     Value value;
     const simdjson::error_code error = std::move(result).get(value);
-    if (error == simdjson::INCORRECT_TYPE)
+    if (mustBe && error == simdjson::INCORRECT_TYPE)
         refuse(key, QString::fromLatin1(mustBe));
     if (error)
         refuse(error);
     return value;
 }
 
-template <typename Value> Value taken(simdjson::simdjson_result<Value> result)
-{
-    Value value;
-    if (const auto error = std::move(result).get(value))
-        refuse(error);
-    return value;
-}
-
 std::string_view textIn(ondemand::value value, std::string_view key)
 {
-    return wanted(value.get_string(), key, "must be a text");
+    return taken(value.get_string(), key, "must be a text");
 }
 
 QDate dateFrom(std::string_view key, std::string_view text)
@@ -225,7 +217,7 @@ ABMultiValue RecordJsonReader::Private::multiValueFrom(
     const ABPropertyInfo &info, std::string_view key, ondemand::value value)
 {
     m_entries.clear();
-    for (auto element : wanted(value.get_array(), key, "must be an array")) {
+    for (auto element : taken(value.get_array(), key, "must be an array")) {
         m_entries.push_back(entryFrom(info, key, taken(std::move(element))));
     }
     return ABMultiValue(std::move(m_entries));
@@ -238,7 +230,7 @@ ABMultiValue::Entry RecordJsonReader::Private::entryFrom(
     ABMultiValue::Entry entry;
     bool hasLabel = false;
     bool hasValue = false;
-    for (auto field : wanted(value.get_object(), key, kMustHoldObjects)) {
+    for (auto field : taken(value.get_object(), key, kMustHoldObjects)) {
         const std::string_view name = taken(field.unescaped_key());
         bool &isThere = name == "label" ? hasLabel : hasValue;
         if (name != "label" && name != "value") {
@@ -265,7 +257,7 @@ ABDictionary RecordJsonReader::Private::dictionaryFrom(ABProperty property, std:
 {
     ABDictionary dictionary;
     const auto keys = keysOfProperty(property);
-    for (auto field : wanted(value.get_object(), key, "must hold objects as its values")) {
+    for (auto field : taken(value.get_object(), key, "must hold objects as its values")) {
         const std::string_view name = taken(field.unescaped_key());
         const auto part = std::ranges::find_if(keys, [name](const ABKeyInfo &each) {
             return std::string_view(each.name.data(), std::size_t(each.name.size())) == name;
@@ -286,7 +278,7 @@ ABDictionary RecordJsonReader::Private::dictionaryFrom(ABProperty property, std:
 
 QByteArray RecordJsonReader::Private::imageFrom(std::string_view key, std::string_view text)
 {
-    const QByteArray base64(text.data(), qsizetype(text.size()));
+    const QByteArray base64 = QByteArrayView(text).toByteArray();
     const auto bytes = QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
     if (!bytes || bytes.decoded.isEmpty())
         refuse(key, QStringLiteral("must be base64 of a picture"));
@@ -299,10 +291,10 @@ std::vector<KeptLine> RecordJsonReader::Private::cardLinesFrom(std::string_view 
 {
     constexpr const char *kMustHoldPairs = "must hold pairs of texts";
     std::vector<KeptLine> lines;
-    for (auto row : wanted(value.get_array(), key, kMustHoldPairs)) {
+    for (auto row : taken(value.get_array(), key, kMustHoldPairs)) {
         std::array<QString, 2> pair; // a null one where the row says null
         std::size_t count = 0;
-        for (auto element : wanted(row.get_array(), key, kMustHoldPairs)) {
+        for (auto element : taken(row.get_array(), key, kMustHoldPairs)) {
             ondemand::value text = taken(std::move(element));
             if (count >= pair.size())
                 refuse(key, QString::fromLatin1(kMustHoldPairs));

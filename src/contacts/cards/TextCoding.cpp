@@ -87,7 +87,7 @@ std::optional<QString> TextDecoder::decodedAs(std::string_view bytes, std::strin
     }
     if (!m_decoder.isValid())
         return std::nullopt;
-    QString text = m_decoder.decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
+    QString text = m_decoder.decode(QByteArrayView(bytes));
     // Some of ICU's converters put SUB for what they cannot convert and call it no error.
     constexpr char substitute = '\x1A';
     const bool hasSubstitutes = text.contains(QChar::fromLatin1(substitute)) && bytes.find(substitute) == bytes.npos;

@@ -17,7 +17,7 @@ bool endsCard(const CardLine &line)
 QString excerpt(std::string_view text)
 {
     constexpr qsizetype most = 40;
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).simplified().left(most);
+    return QString::fromUtf8(text).simplified().left(most);
 }
 
 /// Adds a line as it was before it was parsed, escaped for a card that is the value of a line.
