@@ -380,14 +380,16 @@ Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const Chang
     }
     if (changes.empty())
         return {};
-    std::vector<OutsideChange> now;
-    for (RecordChange &change : changes) {
+    for (RecordChange &change : changes)
         change.cause = cause;
-        now.push_back({change.uid, change.after});
-    }
     if (auto committed = m_store->commit(changes); !committed)
         return committed;
     tellCauses(changes);
+    std::vector<OutsideChange> now;
+    now.reserve(changes.size());
+    for (RecordChange &change : changes)
+        now.push_back({std::move(change.uid), std::move(change.after)});
+    changes = {}; // may be a million, and the people need memory
     takeIn(now);
     return {};
 }

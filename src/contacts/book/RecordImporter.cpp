@@ -89,7 +89,13 @@ public:
         add(read.record, uidFor(hash + QByteArray::number(m_timesSeen[hash]++)));
     }
 
-    std::vector<RecordChange> changes;
+    /// Ends the planning: what it takes is not needed for the save, which needs memory itself.
+    std::vector<RecordChange> takeChanges()
+    {
+        m_placeOf.clear();
+        m_timesSeen.clear();
+        return std::move(m_changes);
+    }
     qint64 imported = 0;
     qint64 alreadyThere = 0;
 
@@ -98,7 +104,7 @@ private:
     {
         const auto planned = m_placeOf.constFind(uid);
         const ABPersonPtr present = planned == m_placeOf.constEnd() ? m_book.personWithUniqueId(uid) : nullptr;
-        const PersonRecordPtr stored = planned != m_placeOf.constEnd() ? changes[*planned].after
+        const PersonRecordPtr stored = planned != m_placeOf.constEnd() ? m_changes[*planned].after
             : present                                                  ? present->record()
                                                                        : nullptr;
         if (stored && covers(*stored, *record)) {
@@ -117,15 +123,16 @@ private:
         }
         ++imported;
         if (planned != m_placeOf.constEnd()) {
-            changes[*planned].after = std::move(after);
+            m_changes[*planned].after = std::move(after);
             return;
         }
-        m_placeOf.insert(uid, changes.size());
-        changes.push_back({uid, stored, std::move(after)});
+        m_placeOf.insert(uid, m_changes.size());
+        m_changes.push_back({uid, stored, std::move(after)});
     }
 
     const ABAddressBook &m_book;
     const OnOtherContent m_onOtherContent;
+    std::vector<RecordChange> m_changes;
     QHash<QString, std::size_t> m_placeOf; // by uid, in the changes
     QHash<QByteArray, quint64> m_timesSeen; // by content hash
 };
@@ -152,7 +159,7 @@ ImportReport importFile(ABAddressBook &book, std::unique_ptr<RecordSource> sourc
         ImportPlan plan(book, onOtherContent);
         for (const ImportedRecord &record : records)
             plan.add(record);
-        const auto applied = book.apply(std::move(plan.changes), cause);
+        const auto applied = book.apply(plan.takeChanges(), cause);
         if (applied) {
             report.imported = plan.imported;
             report.alreadyThere = plan.alreadyThere;
