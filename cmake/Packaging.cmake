@@ -17,6 +17,8 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The symbols on buttons, for desktops without an icon theme, and what reads them.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "adwaita-icon-theme, libqt6svg6")
 # Loaded at run time, so not found as dependencies: viewers of the manual and web pages, Wayland windows, and the
 # desktop's address books.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, qt6-wayland, evolution-data-server")

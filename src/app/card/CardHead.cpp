@@ -35,7 +35,7 @@ CardHead::CardHead(const ABPersonPtr &person, QWidget *parent)
     texts->addWidget(m_name);
     texts->addWidget(m_quietLine);
     texts->addWidget(makeButtons());
-    auto *history = new QPushButton(symbol(QStringLiteral("undo")), tr("History of This Contact"));
+    auto *history = new QPushButton(symbol(QStringLiteral("document-open-recent")), tr("History of This Contact"));
     history->setAutoDefault(false); // Return saves the card
     const auto book = ABAddressBook::sharedAddressBook();
     history->setVisible(book && book->containsRecord(person));

@@ -115,8 +115,8 @@ HistoryWindow::HistoryWindow(QWidget *parent, const QString &uid, const QString 
     halves->addWidget(details);
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(m_message, 1);
-    buttons->addWidget(m_restore);
     buttons->addWidget(close);
+    buttons->addWidget(m_restore);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(halves, 1);
     layout->addLayout(buttons);
@@ -131,6 +131,7 @@ void HistoryWindow::setUpLists()
     m_steps->setModel(&m_history);
     m_steps->setAccessibleName(tr("Changes, newest first"));
     m_steps->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_steps->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_steps->setTabKeyNavigation(false);
     m_steps->setWordWrap(false);
     m_steps->verticalHeader()->hide();

@@ -90,6 +90,26 @@ void drawButton(const QStyleOptionButton &option, bool isPrimary, bool isDestruc
         option, kRadius - gap, {ring, kRingWidth}, Qt::NoBrush, painter, option.rect.adjusted(gap, gap, -gap, -gap));
 }
 
+void drawButtonLabel(const QStyleOptionButton &option, bool isPrimary, bool isDestructive, QPainter &painter)
+{
+    const bool isEnabled = has(option, QStyle::State_Enabled);
+    const int side = option.icon.isNull() ? 0 : option.iconSize.width();
+    const int gap = side > 0 && !option.text.isEmpty() ? scaled(8, option.fontMetrics) : 0;
+    const int textWidth = option.fontMetrics.size(Qt::TextShowMnemonic, option.text).width();
+    QRect label(0, 0, side + gap + textWidth, option.rect.height());
+    label.moveCenter(option.rect.center());
+    const QRect icon(label.left(), label.center().y() - side / 2, side, side);
+    label.setLeft(label.left() + side + gap);
+    option.icon.paint(&painter, icon, Qt::AlignCenter, isEnabled ? QIcon::Normal : QIcon::Disabled);
+    QColor colour = option.palette.color(isEnabled ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText);
+    if (isEnabled && isPrimary)
+        colour = colourOf(option, ColourRole::OnAccent);
+    else if (isEnabled && isDestructive)
+        colour = colourOf(option, ColourRole::Gone);
+    painter.setPen(colour);
+    painter.drawText(label, int(Qt::AlignVCenter | Qt::AlignLeft) | Qt::TextShowMnemonic, option.text);
+}
+
 void drawField(const QStyleOption &option, ColourRole ground, bool isWrong, QPainter &painter)
 {
     const bool hasFocus = has(option, QStyle::State_HasFocus);
@@ -164,7 +184,7 @@ void drawRadioButton(const QStyleOption &option, QPainter &painter)
 
 void drawChevron(const QRect &area, Qt::ArrowType direction, const QColor &colour, QPainter &painter)
 {
-    const qreal half = std::min({qreal(area.width()), qreal(area.height()), 10.0}) / 2;
+    const qreal half = std::min({qreal(area.width()), qreal(area.height()), 8.0}) / 2;
     painter.save();
     painter.translate(QRectF(area).center());
     painter.rotate(direction == Qt::DownArrow ? 0
@@ -264,4 +284,40 @@ void drawScrollBar(const QStyleOption &option, const QRect &slider, QPainter &pa
     painter.setPen(Qt::NoPen);
     painter.setBrush(colour);
     painter.drawRoundedRect(handle, radius, radius);
+}
+
+void drawFrame(const QStyleOption &option, QPainter &painter)
+{
+    const int radius = 6; // a larger one would cut the corners of what is in the frame
+    const QColor line = colourOf(option, has(option, QStyle::State_HasFocus) ? ColourRole::Accent : ColourRole::Line);
+    painter.setPen({line, 1});
+    painter.setBrush(option.palette.color(QPalette::Base));
+    painter.drawRoundedRect(inner(option.rect, 1), radius, radius);
+}
+
+void drawProgress(const QStyleOptionProgressBar &option, bool isGroove, QPainter &painter)
+{
+    QRectF area = option.rect;
+    const int radius = scaled(6, option.fontMetrics);
+    if (!isGroove && option.maximum > option.minimum)
+        area.setWidth(area.width() * (option.progress - option.minimum) / (option.maximum - option.minimum));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colourOf(option, isGroove ? ColourRole::Badge : ColourRole::Accent));
+    if (isGroove || area.width() >= 1)
+        painter.drawRoundedRect(area, radius, radius);
+}
+
+void drawMenuTitle(const QStyleOptionMenuItem &option, bool isUnderlined, QPainter &painter)
+{
+    const bool isActive = option.state & (QStyle::State_Selected | QStyle::State_Sunken);
+    painter.fillRect(option.rect, option.palette.color(QPalette::Window));
+    if (isActive) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colourOf(option, ColourRole::AccentSoft));
+        painter.drawRoundedRect(option.rect.adjusted(0, 2, 0, -2), 6, 6);
+    }
+    const bool isEnabled = has(option, QStyle::State_Enabled);
+    painter.setPen(option.palette.color(isEnabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+    const int mnemonic = isUnderlined ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
+    painter.drawText(option.rect, int(Qt::AlignCenter) | mnemonic, option.text);
 }

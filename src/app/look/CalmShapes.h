@@ -14,6 +14,8 @@ class QPainter;
 int scaled(int pixels, const QFontMetrics &metrics);
 
 void drawButton(const QStyleOptionButton &option, bool isPrimary, bool isDestructive, QPainter &painter);
+/// Its icon and text, side by side in the middle.
+void drawButtonLabel(const QStyleOptionButton &option, bool isPrimary, bool isDestructive, QPainter &painter);
 /// The ground and outline of a field to type into.
 void drawField(const QStyleOption &option, ColourRole ground, bool isWrong, QPainter &painter);
 /// Of a field that looks like a label.
@@ -37,3 +39,7 @@ void drawTwoLines(
 void drawHeaderSection(const QStyleOption &option, QPainter &painter);
 void drawHeaderLabel(const QStyleOptionHeader &option, QPainter &painter);
 void drawScrollBar(const QStyleOption &option, const QRect &slider, QPainter &painter);
+/// Around a list.
+void drawFrame(const QStyleOption &option, QPainter &painter);
+void drawProgress(const QStyleOptionProgressBar &option, bool isGroove, QPainter &painter);
+void drawMenuTitle(const QStyleOptionMenuItem &option, bool isUnderlined, QPainter &painter);

@@ -9,6 +9,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -74,43 +75,6 @@ private:
     QPainter &m_painter;
 };
 
-void drawFrame(const QStyleOption &option, QPainter &painter)
-{
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    const bool hasFocus = option.state.testFlag(QStyle::State_HasFocus);
-    const QColor colour = colourFor(hasFocus ? ColourRole::Accent : ColourRole::Line, option.palette);
-    painter.setPen({colour, hasFocus ? 2.0 : 1.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin});
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(hasFocus ? option.rect.adjusted(1, 1, -1, -1) : option.rect.adjusted(0, 0, -1, -1));
-}
-
-void drawProgress(const QStyleOptionProgressBar &option, bool isGroove, QPainter &painter)
-{
-    QRectF area = option.rect;
-    const int radius = scaled(6, option.fontMetrics);
-    if (!isGroove && option.maximum > option.minimum)
-        area.setWidth(area.width() * (option.progress - option.minimum) / (option.maximum - option.minimum));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colourFor(isGroove ? ColourRole::Badge : ColourRole::Accent, option.palette));
-    if (isGroove || area.width() >= 1)
-        painter.drawRoundedRect(area, radius, radius);
-}
-
-void drawMenuTitle(const QStyleOptionMenuItem &option, bool isUnderlined, QPainter &painter)
-{
-    const bool isActive = option.state & (QStyle::State_Selected | QStyle::State_Sunken);
-    painter.fillRect(option.rect, option.palette.color(QPalette::Window));
-    if (isActive) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(colourFor(ColourRole::AccentSoft, option.palette));
-        painter.drawRoundedRect(option.rect.adjusted(0, 2, 0, -2), 6, 6);
-    }
-    const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
-    painter.setPen(option.palette.color(isEnabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
-    const int mnemonic = isUnderlined ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
-    painter.drawText(option.rect, int(Qt::AlignCenter) | mnemonic, option.text);
-}
-
 std::optional<int> designMetric(QStyle::PixelMetric metric, const QWidget *widget)
 {
     switch (metric) {
@@ -147,7 +111,10 @@ std::optional<int> designMetric(QStyle::PixelMetric metric, const QWidget *widge
 
 } // namespace
 
-CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("Fusion")) { }
+CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("Fusion"))
+{
+    QIcon::setFallbackThemeName(QStringLiteral("Adwaita")); // for desktops without icons, and themes that lack some
+}
 
 void CalmStyle::polish(QWidget *widget)
 {
@@ -186,7 +153,9 @@ void CalmStyle::drawPrimitive(
             drawFrame(*option, *painter);
         return;
     case PE_FrameFocusRect: {
-        const bool isSelectedRow = option->state.testFlag(State_Selected) && !qobject_cast<const QTableView *>(widget);
+        const auto *table = qobject_cast<const QTableView *>(widget);
+        const bool hasCells = table && table->editTriggers() != QAbstractItemView::NoEditTriggers;
+        const bool isSelectedRow = option->state.testFlag(State_Selected) && !hasCells;
         if (!isSelectedRow && !qobject_cast<const QPushButton *>(widget)) // buttons have a ring of their own
             drawFocusRing(*option, *painter);
         return;
@@ -238,16 +207,9 @@ void CalmStyle::drawControl(
     const SmoothPainter smooth(painter);
     switch (element) {
     case CE_PushButtonLabel:
-        if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
-            button && button->state.testFlag(State_Enabled)) {
-            QStyleOptionButton shown = *button;
-            if (isPrimary(*button, widget))
-                shown.palette.setColor(QPalette::ButtonText, colourFor(ColourRole::OnAccent, option->palette));
-            else if (hasProperty(widget, kDestructiveProperty))
-                shown.palette.setColor(QPalette::ButtonText, colourFor(ColourRole::Gone, option->palette));
-            return QProxyStyle::drawControl(element, &shown, painter, widget);
-        }
-        break;
+        if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option))
+            drawButtonLabel(*button, isPrimary(*button, widget), hasProperty(widget, kDestructiveProperty), *painter);
+        return;
     case CE_HeaderEmptyArea:
         if (const auto *header = qobject_cast<const QHeaderView *>(widget);
             header && header->orientation() == Qt::Vertical) {
@@ -313,7 +275,8 @@ void CalmStyle::drawComplexControl(
 QIcon CalmStyle::standardIcon(StandardPixmap icon, const QStyleOption *option, const QWidget *widget) const
 {
     if (icon == SP_MessageBoxWarning || icon == SP_MessageBoxCritical)
-        return symbol(QStringLiteral("warning"), icon == SP_MessageBoxWarning ? ColourRole::Warning : ColourRole::Gone);
+        return symbol(
+            QStringLiteral("dialog-warning"), icon == SP_MessageBoxWarning ? ColourRole::Warning : ColourRole::Gone);
     return QProxyStyle::standardIcon(icon, option, widget);
 }
 
@@ -324,6 +287,8 @@ int CalmStyle::styleHint(
     case SH_DialogButtonBox_ButtonsHaveIcons: // pictures beside the words add nothing to them
     case SH_EtchDisabledText:
         return 0;
+    case SH_DialogButtonLayout: // the primary button at the end, on every desktop
+        return QDialogButtonBox::GnomeLayout;
     case SH_ItemView_ShowDecorationSelected: // the whole row is one
         return 1;
     default:
@@ -353,6 +318,9 @@ QSize CalmStyle::sizeFromContents(
         if (hasProperty(widget, kLinkProperty))
             return {contents.width() + 8, scaled(28, option->fontMetrics)};
         size.setWidth(std::max(size.width(), contents.width() + 2 * scaled(14, option->fontMetrics)));
+        if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
+            button && !button->icon.isNull())
+            size.rwidth() += scaled(4, option->fontMetrics);
         [[fallthrough]];
     case CT_LineEdit:
     case CT_ComboBox:
@@ -415,32 +383,11 @@ QRect CalmStyle::subControlRect(
     const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
     if (control != CC_ScrollBar || !bar)
         return QProxyStyle::subControlRect(control, option, part, widget);
-    // No arrows at the ends.
+    // That of a longer bar without the arrows at its ends.
     const bool isHorizontal = bar->orientation == Qt::Horizontal;
-    const int room = isHorizontal ? bar->rect.width() : bar->rect.height();
-    const int range = bar->maximum - bar->minimum;
-    int length = room;
-    if (range > 0) {
-        const int least = std::min(room, proxy()->pixelMetric(PM_ScrollBarSliderMin, bar, widget));
-        length = std::clamp(int(qint64(bar->pageStep) * room / (qint64(range) + bar->pageStep)), least, room);
-    }
-    const int start =
-        sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition, room - length, bar->upsideDown);
-    const auto piece = [&](int from, int to) {
-        const QRect rect =
-            isHorizontal ? QRect(from, 0, to - from, bar->rect.height()) : QRect(0, from, bar->rect.width(), to - from);
-        return rect.translated(bar->rect.topLeft());
-    };
-    switch (part) {
-    case SC_ScrollBarSlider:
-        return piece(start, start + length);
-    case SC_ScrollBarSubPage:
-        return piece(0, start);
-    case SC_ScrollBarAddPage:
-        return piece(start + length, room);
-    case SC_ScrollBarGroove:
-        return bar->rect;
-    default:
-        return {};
-    }
+    const int arrow = pixelMetric(PM_ScrollBarExtent, bar, widget);
+    QStyleOptionSlider longer = *bar;
+    longer.rect.adjust(0, 0, isHorizontal ? 2 * arrow : 0, isHorizontal ? 0 : 2 * arrow);
+    const QRect rect = QProxyStyle::subControlRect(control, &longer, part, widget);
+    return rect.translated(isHorizontal ? -arrow : 0, isHorizontal ? 0 : -arrow) & bar->rect;
 }

@@ -23,25 +23,19 @@ class Symbol : public QIconEngine
 {
 public:
     Symbol(const QString &name, ColourRole colour)
-        : m_shape(QStringLiteral(":/art/symbol-%1.png").arg(name)), m_colour(colour)
+        : m_icon(QIcon::fromTheme(name + QStringLiteral("-symbolic"))), m_colour(colour)
     { }
 
     QIconEngine *clone() const override { return std::make_unique<Symbol>(*this).release(); }
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {
-        const qreal ratio = painter->device()->devicePixelRatioF();
-        QImage image = m_shape.scaled(rect.size() * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation)
-                           .convertToFormat(QImage::Format_ARGB32_Premultiplied);
-        const QPalette palette = QGuiApplication::palette();
-        const bool isDisabled = mode == QIcon::Disabled;
-        QPainter tinting(&image);
-        tinting.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        tinting.fillRect(image.rect(),
-            isDisabled ? palette.color(QPalette::Disabled, QPalette::Text) : colourFor(m_colour, palette));
-        tinting.end();
-        image.setDevicePixelRatio(ratio);
-        painter->drawImage(rect.topLeft(), image);
+        QPixmap picture = m_icon.pixmap(rect.size(), painter->device()->devicePixelRatioF());
+        if (picture.isNull())
+            return;
+        if (m_icon.name().endsWith(QStringLiteral("-symbolic"))) // a theme without symbols has coloured icons
+            tint(picture, mode);
+        painter->drawPixmap(rect, picture);
     }
 
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
@@ -54,7 +48,17 @@ public:
     }
 
 private:
-    QImage m_shape;
+    void tint(QPixmap &picture, QIcon::Mode mode) const
+    {
+        const QPalette palette = QGuiApplication::palette();
+        const bool isDisabled = mode == QIcon::Disabled;
+        QPainter painter(&picture);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(picture.rect(),
+            isDisabled ? palette.color(QPalette::Disabled, QPalette::Text) : colourFor(m_colour, palette));
+    }
+
+    QIcon m_icon;
     ColourRole m_colour;
 };
 
@@ -120,7 +124,10 @@ QLabel *keyLabel(const QKeySequence &keys)
 {
     auto *label = new QLabel(keys.toString(QKeySequence::NativeText));
     label->setFrameShape(QFrame::StyledPanel); // which the style rounds
-    label->setMargin(3);
+    label->setContentsMargins(4, 0, 4, 0);
+    QFont small = label->font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    label->setFont(small);
     label->setForegroundRole(QPalette::PlaceholderText);
     return label;
 }

@@ -31,7 +31,7 @@ QWidget *separator(Qt::Orientation orientation);
 /// A key, framed like one.
 QLabel *keyLabel(const QKeySequence &keys);
 
-/// data/art/symbol-NAME.svg in this colour; on primary buttons that is ColourRole::OnAccent.
+/// The icon theme's symbol of this name in this colour; on primary buttons that is ColourRole::OnAccent.
 QIcon symbol(const QString &name, ColourRole colour = ColourRole::Text);
 
 /// The buttons of the main window.

@@ -22,9 +22,9 @@ struct Look
 
 /// In the order of Strip::Kind.
 constexpr std::array kLooks{
-    Look{"warning", ColourRole::Warning, ColourRole::WarningSoft},
-    Look{"check", ColourRole::Added, ColourRole::AddedSoft},
-    Look{"notice", ColourRole::Accent, ColourRole::AccentSoft},
+    Look{"dialog-warning", ColourRole::Warning, ColourRole::WarningSoft},
+    Look{"object-select", ColourRole::Added, ColourRole::AddedSoft},
+    Look{"dialog-information", ColourRole::Accent, ColourRole::AccentSoft},
 };
 
 constexpr int kSymbolSize = 18;

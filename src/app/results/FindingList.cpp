@@ -17,7 +17,7 @@ FindingList::FindingList(ShownFindings &findings, QWidget *parent)
     setUpTree(findings);
     m_filter->setClearButtonEnabled(true);
     m_filter->setAccessibleName(tr("Filter the findings"));
-    m_filter->addAction(symbol(QStringLiteral("search"), ColourRole::Quiet), QLineEdit::LeadingPosition);
+    m_filter->addAction(symbol(QStringLiteral("edit-find"), ColourRole::Quiet), QLineEdit::LeadingPosition);
     m_count->setAlignment(Qt::AlignRight);
     m_count->setForegroundRole(QPalette::PlaceholderText);
     m_count->setContentsMargins(16, 6, 16, 6);

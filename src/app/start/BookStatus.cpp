@@ -25,7 +25,7 @@ BookStatus::BookStatus(QWidget *parent)
 {
     m_failure->setAutoRaise(true);
     m_failure->setVisible(false);
-    m_failure->setIcon(symbol(QStringLiteral("warning"), ColourRole::Warning));
+    m_failure->setIcon(symbol(QStringLiteral("dialog-warning"), ColourRole::Warning));
     m_failure->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     connect(m_failure, &QToolButton::clicked, this, [this] {
         m_failure->hide();

@@ -84,9 +84,9 @@ void MainWindow::setUpContactArea()
 {
     m_scanButton->setButtonTitle(tr("Scan"));
     m_scanButton->setProperty(kPrimaryProperty, true);
-    m_scanButton->setIcon(symbol(QStringLiteral("scan"), ColourRole::OnAccent));
-    m_freshButton->setIcon(symbol(QStringLiteral("refresh")));
-    m_exportAllButton->setIcon(symbol(QStringLiteral("export")));
+    m_scanButton->setIcon(symbol(QStringLiteral("scanner"), ColourRole::OnAccent));
+    m_freshButton->setIcon(symbol(QStringLiteral("view-refresh")));
+    m_exportAllButton->setIcon(symbol(QStringLiteral("document-send")));
     m_freshButton->setButtonTitle(tr("Refresh"));
     m_exportAllButton->setButtonTitle(tr("Export All"));
     connect(m_scanButton, &QPushButton::clicked, this, &MainWindow::scanRequested);
@@ -339,7 +339,7 @@ void MainWindow::showContacts()
 
 void MainWindow::showNothingLeft()
 {
-    auto *close = new QPushButton(symbol(QStringLiteral("remove"), ColourRole::Added), QString());
+    auto *close = new QPushButton(symbol(QStringLiteral("window-close"), ColourRole::Added), QString());
     close->setAccessibleName(tr("Close"));
     m_nothingLeft = addStrip(Strip::Kind::Success, tr("Nothing left to repair"), close);
     connect(close, &QPushButton::clicked, m_nothingLeft, &QObject::deleteLater);

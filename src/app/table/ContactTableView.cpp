@@ -43,7 +43,7 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     m_search->setPlaceholderText(tr("Search in all fields"));
     m_search->setAccessibleName(tr("Search contacts"));
     m_search->setClearButtonEnabled(true);
-    m_search->addAction(symbol(QStringLiteral("search"), ColourRole::Quiet), QLineEdit::LeadingPosition);
+    m_search->addAction(symbol(QStringLiteral("edit-find"), ColourRole::Quiet), QLineEdit::LeadingPosition);
     m_pages->addWidget(m_table);
     m_pages->addWidget(m_emptyPage);
     m_pages->addWidget(makeNoMatchPage());
