@@ -195,6 +195,8 @@ bool PictureMaker::takeFindings()
         if (group->name() == QStringLiteral("Duplicate contacts"))
             controller.selectRow(controller.rowForItem(group) + 1);
     }
+    window.results()->compareTab()->click();
+    isDone = isDone && save(window, QStringLiteral("comparison"));
     window.results()->compareButton()->click();
     auto *compare = shownWindow<CompareWindow>();
     isDone = isDone && compare && save(*compare, QStringLiteral("compare"));

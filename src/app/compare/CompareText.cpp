@@ -7,7 +7,6 @@
 #include "contacts/model/ABLabels.h"
 #include "contacts/model/NameTexts.h"
 #include "contacts/model/RecordDifferences.h"
-#include "fix/LostValues.h"
 
 #include <QCoreApplication>
 
@@ -29,6 +28,14 @@ QString textOf(const LostValue &value)
 }
 
 } // namespace
+
+std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people)
+{
+    std::vector<PersonRecordPtr> records;
+    for (const ABPersonPtr &person : people)
+        records.push_back(person->record());
+    return records;
+}
 
 QPixmap recordPicture(const PersonRecord &record, int size, qreal ratio, const QString &uid)
 {
@@ -75,6 +82,13 @@ QString sameText(const Comparison::Row &row)
 bool isEmpty(const Comparison::Row &row)
 {
     return std::ranges::all_of(row.cells, [](const Comparison::Cell &cell) { return cell.text.isEmpty(); });
+}
+
+bool isLost(const Comparison::Row &row, std::size_t contact, const std::vector<LostValue> &lost)
+{
+    const QLatin1StringView name = row.property ? propertyInfo(*row.property).name : kPictureName;
+    return std::ranges::any_of(
+        lost, [&](const LostValue &value) { return value.name == name && value.text == row.cells[contact].text; });
 }
 
 MergeSummary summaryOf(const std::vector<PersonRecordPtr> &records, const PersonRecord &result)

@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "contacts/book/ABPerson.h"
 #include "fix/Comparison.h"
+#include "fix/LostValues.h"
 
 #include <QPixmap>
 
 // What the window that compares contacts says and shows of them and their values.
 
+std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people);
 QPixmap recordPicture(const PersonRecord &record, int size, qreal ratio, const QString &uid = {});
 
 /// A name to tell the contact by; never empty.
@@ -22,6 +25,9 @@ QString shownText(const Comparison::Row &row, const Comparison::Cell &cell);
 QString sameText(const Comparison::Row &row);
 /// Whether no contact has more than an empty value in it.
 bool isEmpty(const Comparison::Row &row);
+
+/// Whether a value is among these, which its contact lost.
+bool isLost(const Comparison::Row &row, std::size_t contact, const std::vector<LostValue> &lost);
 
 struct MergeSummary
 {

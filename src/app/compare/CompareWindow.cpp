@@ -9,7 +9,6 @@
 #include "app/look/Strip.h"
 #include "contacts/model/NameTexts.h"
 #include "contacts/model/RecordDifferences.h"
-#include "fix/LostValues.h"
 #include "fix/MergeContacts.h"
 #include "fix/MergeInto.h"
 
@@ -25,14 +24,6 @@ namespace {
 
 constexpr QSize kFirstSize(1240, 780);
 constexpr int kPictureSize = 40;
-
-std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people)
-{
-    std::vector<PersonRecordPtr> records;
-    for (const ABPersonPtr &person : people)
-        records.push_back(person->record());
-    return records;
-}
 
 } // namespace
 
@@ -68,7 +59,7 @@ CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
 QWidget *CompareWindow::makeFoot()
 {
     m_message->hide();
-    m_merge->setIcon(symbol(QStringLiteral("merge"), ColourRole::OnAccent));
+    m_merge->setIcon(symbol(QStringLiteral("system-users"), ColourRole::OnAccent));
     m_merge->setDefault(true);
     connect(m_toNote, &QCheckBox::clicked, this, [this](bool goThere) {
         m_choices.setOthersToNote(goThere);
@@ -214,12 +205,14 @@ void CompareWindow::showRow(const ShownRow &row)
     if (!values.property)
         row.widgets.result->setPicture(
             m_result.imageData() ? recordPicture(m_result, kPictureSize, devicePixelRatioF()) : QPixmap());
+    const auto resultRecord = std::make_shared<const PersonRecord>(m_result);
     for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
         GridCell *cell = row.widgets.cells[contact];
         if (!cell)
             continue;
-        const bool isTaken =
-            m_repaired ? m_choices.isIncluded(contact) && !isLost(values, contact) : m_choices.isTaken(values, contact);
+        const bool isTaken = m_repaired ? m_choices.isIncluded(contact)
+                && !isLost(values, contact, lostValues({m_choices.records()[contact]}, {resultRecord}))
+                                        : m_choices.isTaken(values, contact);
         QButtonGroup *group = cell->button()->group();
         if (group)
             group->setExclusive(false); // or the one that is chosen cannot be unticked
@@ -269,15 +262,6 @@ QString CompareWindow::resultText(const Comparison::Row &row) const
             texts += text;
     }
     return texts.join(QLatin1Char('\n'));
-}
-
-/// Whether the result has the value nowhere.
-bool CompareWindow::isLost(const Comparison::Row &row, std::size_t contact) const
-{
-    const QLatin1StringView name = row.property ? propertyInfo(*row.property).name : kPictureName;
-    const auto lost = lostValues({m_choices.records()[contact]}, {std::make_shared<const PersonRecord>(m_result)});
-    return std::ranges::any_of(
-        lost, [&](const LostValue &value) { return value.name == name && value.text == row.cells[contact].text; });
 }
 
 void CompareWindow::showSummary()

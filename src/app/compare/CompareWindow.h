@@ -63,7 +63,6 @@ private:
     QStringList includedUids() const;
     QString quietLine(const Comparison::Row &row, std::size_t contact, bool isTaken) const;
     QString resultText(const Comparison::Row &row) const;
-    bool isLost(const Comparison::Row &row, std::size_t contact) const;
     std::size_t firstIncluded() const;
     const Comparison &shown() const { return m_repaired ? *m_repaired : m_choices; }
     void finish(const Result<void> &done, const QStringList &uids);

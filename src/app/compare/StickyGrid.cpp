@@ -16,13 +16,13 @@ namespace {
 constexpr int kMargin = 12;
 constexpr int kMarginAbove = 8;
 constexpr int kGap = 8;
-constexpr int kNarrowestColumn = 200;
 constexpr int kWidestTitle = 176;
 constexpr qreal kQuietScale = 0.92;
 
 QFont quietFont(QFont font)
 {
     font.setBold(false);
+    font.setStrikeOut(false);
     font.setPointSizeF(font.pointSizeF() * kQuietScale);
     return font;
 }
@@ -41,6 +41,7 @@ GridCell::GridCell(QAbstractButton *button, Weight weight) : m_button(button), m
         button->setParent(this);
     QFont own = font();
     own.setBold(weight == Weight::Bold);
+    own.setStrikeOut(weight == Weight::Gone);
     setFont(own);
 }
 
@@ -108,7 +109,9 @@ void GridCell::paintEvent(QPaintEvent *)
         painter.setOpacity(1);
     }
     painter.setFont(font());
-    painter.setPen(m_weight == Weight::Quiet ? quiet : palette().color(QPalette::Text));
+    painter.setPen(m_weight == Weight::Quiet ? quiet
+            : m_weight == Weight::Gone       ? colourFor(ColourRole::Gone, palette())
+                                             : palette().color(QPalette::Text));
     painter.drawStaticText(at, m_text);
     if (m_quietLine.text().isEmpty())
         return;
@@ -194,20 +197,25 @@ void StickyGrid::adopt(const Row &row, std::array<Part, 3> &parts)
     take(row.result, parts[Result]);
 }
 
+void StickyGrid::remove(const Row &row)
+{
+    delete row.title;
+    for (GridCell *cell : row.cells)
+        delete cell;
+    delete row.result;
+}
+
 void StickyGrid::setHeads(const Row &heads)
 {
+    remove(m_heads);
     m_heads = heads;
     adopt(m_heads, m_headParts);
 }
 
 void StickyGrid::setRows(std::vector<Row> rows)
 {
-    for (const Row &row : m_rows) {
-        delete row.title;
-        for (GridCell *cell : row.cells)
-            delete cell;
-        delete row.result;
-    }
+    for (const Row &row : m_rows)
+        remove(row);
     m_rows = std::move(rows);
     for (const Row &row : m_rows)
         adopt(row, m_rowParts);
@@ -244,7 +252,7 @@ void StickyGrid::arrange()
     widths[Title] = std::min(widths[Title], kWidestTitle);
     const int count = int(m_heads.cells.size());
     const QSize room = viewport()->size();
-    widths[Cells] = std::max((room.width() - widths[Title]) / (count + 1), kNarrowestColumn);
+    widths[Cells] = std::max((room.width() - widths[Title]) / (count + 1), m_narrowestColumn);
     widths[Result] = widths[Cells];
     const int headHeight = heightOf(m_heads, widths);
     place(m_heads, 0, headHeight - 1, widths);
@@ -270,7 +278,7 @@ void StickyGrid::arrange()
         m_rowParts[column].sheet->setLines(lines);
     }
     horizontalScrollBar()->setPageStep(middle);
-    horizontalScrollBar()->setSingleStep(kNarrowestColumn / 4);
+    horizontalScrollBar()->setSingleStep(m_narrowestColumn / 4);
     horizontalScrollBar()->setRange(0, whole[Cells] - middle);
     verticalScrollBar()->setPageStep(below);
     verticalScrollBar()->setSingleStep(fontMetrics().height());

@@ -17,7 +17,7 @@ class GridCell : public QWidget
     Q_OBJECT
 
 public:
-    enum class Weight { Plain, Bold, Quiet };
+    enum class Weight { Plain, Bold, Quiet, Gone };
 
     explicit GridCell(QAbstractButton *button = nullptr, Weight weight = Weight::Plain);
 
@@ -65,7 +65,8 @@ public:
         GridCell *result;
     };
 
-    /// Takes the cells over, as the next does.
+    void setNarrowestColumn(int width) { m_narrowestColumn = width; }
+    /// Takes the cells over, as the next does. Heads from before are deleted.
     void setHeads(const Row &heads);
     /// In place of the rows before, which are deleted.
     void setRows(std::vector<Row> rows);
@@ -85,6 +86,7 @@ private:
     };
     enum { Title, Cells, Result }; // the columns of parts
 
+    static void remove(const Row &row);
     void adopt(const Row &row, std::array<Part, 3> &parts);
     int heightOf(const Row &row, const std::array<int, 3> &widths) const;
     void place(const Row &row, int top, int height, const std::array<int, 3> &widths);
@@ -95,4 +97,5 @@ private:
     std::array<Part, 3> m_rowParts{};
     Row m_heads{};
     std::vector<Row> m_rows;
+    int m_narrowestColumn = 200; // then they scroll
 };

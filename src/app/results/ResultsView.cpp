@@ -11,6 +11,7 @@
 #include "app/results/FixAllDialog.h"
 #include "app/results/OptionBox.h"
 #include "app/results/PlacesLabel.h"
+#include "app/results/PreviewBox.h"
 #include "app/results/PreviewView.h"
 #include "app/results/RepairTexts.h"
 #include "app/results/ShownFindings.h"
@@ -32,7 +33,6 @@
 namespace {
 
 constexpr int kPanelWidth = 420; // at least
-constexpr int kPreviewHeight = 120; // at least; where the window is low, the panel scrolls
 
 /// Those whom the finding is about, as far as they are still there; only for what a merge repairs.
 QList<ABPersonPtr> peopleToCompare(const PersonItem &item)
@@ -57,13 +57,12 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     , m_head(new FindingHead)
     , m_problem(new Strip(Strip::Kind::Problem))
     , m_options(new OptionBox(controller))
-    , m_leftBehind(new ElidedLabel(this))
-    , m_preview(new PreviewView(this))
+    , m_previewBox(new PreviewBox)
+    , m_preview(m_previewBox->preview())
     , m_side(new QStackedWidget(this))
     , m_tips(new StatePage(QStringLiteral("tipsView"), this))
     , m_noMatch(new StatePage(QStringLiteral("emptySearch"), this))
-    , m_compareButton(new QPushButton(this))
-    , m_ignoreButton(new QPushButton(symbol(QStringLiteral("ignore")), tr("Ignore"), this))
+    , m_ignoreButton(new QPushButton(symbol(QStringLiteral("view-conceal")), tr("Ignore"), this))
     , m_openContactButton(new QPushButton(tr("Open In Contacts"), this))
     , m_backButton(new QPushButton(tr("Back"), this))
     , m_fixAllButton(new QPushButton(tr("Fix All ..."), this))
@@ -103,7 +102,7 @@ QWidget *ResultsView::makePanel()
     m_places = new PlacesLabel;
     layout->addWidget(m_places);
     layout->addWidget(m_options);
-    layout->addWidget(makePreview(), 1);
+    layout->addWidget(m_previewBox, 1);
     auto *scroll = new QScrollArea;
     scroll->setWidget(panel);
     scroll->setWidgetResizable(true);
@@ -114,31 +113,6 @@ QWidget *ResultsView::makePanel()
     return scroll;
 }
 
-QWidget *ResultsView::makePreview()
-{
-    m_preview->setMinimumHeight(kPreviewHeight);
-    setTextColour(m_leftBehind, ColourRole::Warning);
-    m_compareButton->setFlat(true);
-    m_compareButton->setAutoDefault(true); // Return presses it
-    connect(m_compareButton, &QPushButton::clicked, this,
-        [this] { Q_EMIT comparisonRequested(peopleToCompare(*m_controller.selectedItem())); });
-    auto *title = new QLabel(tr("Preview"));
-    QFont bold = title->font();
-    bold.setWeight(QFont::DemiBold);
-    title->setFont(bold);
-    auto *above = new QHBoxLayout;
-    above->addWidget(title);
-    above->addWidget(m_compareButton);
-    above->addStretch();
-    above->addWidget(m_leftBehind);
-    auto *details = new QGroupBox;
-    details->setAccessibleName(title->text());
-    auto *layout = new QVBoxLayout(details);
-    layout->addLayout(above);
-    layout->addWidget(m_preview, 1);
-    return details;
-}
-
 QWidget *ResultsView::makeButtons()
 {
     auto *bar = new BannerView(QStringLiteral(":/art/downBG.png"));
@@ -146,9 +120,9 @@ QWidget *ResultsView::makeButtons()
     layout->setContentsMargins(16, 14, 16, 14);
     m_backButton->setFlat(true);
     m_ignoreButton->setFlat(true);
-    m_backButton->setIcon(symbol(QStringLiteral("left")));
-    m_openContactButton->setIcon(symbol(QStringLiteral("open")));
-    m_fixButton->setIcon(symbol(QStringLiteral("check"), ColourRole::OnAccent));
+    m_backButton->setIcon(symbol(QStringLiteral("go-previous")));
+    m_openContactButton->setIcon(symbol(QStringLiteral("x-office-address-book")));
+    m_fixButton->setIcon(symbol(QStringLiteral("object-select"), ColourRole::OnAccent));
     layout->addWidget(m_backButton);
     layout->addStretch();
     layout->addWidget(m_ignoreButton);
@@ -163,6 +137,8 @@ QWidget *ResultsView::makeButtons()
     connect(m_backButton, &QPushButton::clicked, &m_controller, &OutlineViewController::backClicked);
     connect(m_openContactButton, &QPushButton::clicked, &m_controller, &OutlineViewController::openInContacts);
     connect(m_fixButton, &QPushButton::clicked, &m_controller, &OutlineViewController::fixClick);
+    connect(
+        compareButton(), &QPushButton::clicked, this, [this] { Q_EMIT comparisonRequested(m_previewBox->people()); });
     return bar;
 }
 
@@ -237,10 +213,20 @@ void ResultsView::followController()
     connect(&m_controller, &OutlineViewController::previewChanged, this, &ResultsView::showPreview);
 }
 
+QPushButton *ResultsView::compareButton() const
+{
+    return m_previewBox->compareButton();
+}
+
+QPushButton *ResultsView::compareTab() const
+{
+    return m_previewBox->compareTab();
+}
+
 QList<QWidget *> ResultsView::panes() const
 {
-    return {
-        m_tree, m_options->checkedOption(), m_preview, m_fixButton->isEnabled() ? m_fixButton : m_backButton, m_filter};
+    return {m_tree, m_options->checkedOption(), m_previewBox->currentPage(),
+        m_fixButton->isEnabled() ? m_fixButton : m_backButton, m_filter};
 }
 
 void ResultsView::refresh()
@@ -285,9 +271,7 @@ void ResultsView::showPanel()
     const PersonItemPtr &item = m_controller.selectedItem();
     m_places->setPlaces(
         item && !item->isRootNode() && !item->isGone() ? problemPlaces(item->finding()) : std::vector<ProblemPlace>());
-    const qsizetype toCompare = item ? peopleToCompare(*item).size() : 0;
-    m_compareButton->setVisible(toCompare > 1);
-    m_compareButton->setText(tr("Compare %1 Contacts ...").arg(toCompare));
+    m_previewBox->setPeople(item ? peopleToCompare(*item) : QList<ABPersonPtr>());
     m_openContactButton->setEnabled(m_controller.buttonsEnabled());
     m_head->showFinding(panel, item.get());
     m_fixButton->setAccessibleDescription(item ? item->whyNotFixable() : QString());
@@ -308,13 +292,7 @@ void ResultsView::showTips()
 void ResultsView::showPreview()
 {
     m_preview->setDocument(m_controller.preview());
-    const std::vector<LostValue> values = m_controller.leftBehind();
-    const bool isOne = values.size() == 1;
-    m_leftBehind->setText((isOne ? tr("%1 is left behind by this repair") : tr("%1 are left behind by this repair"))
-                              .arg(counted(qint64(values.size()), tr("value"), tr("values"))));
-    m_leftBehind->setToolTip(Qt::convertFromPlainText(linesOf(values)));
-    m_leftBehind->setAccessibleDescription(linesOf(values));
-    m_leftBehind->setVisible(!values.empty());
+    m_previewBox->setLeftBehind(m_controller.leftBehind());
     showFixAll();
 }
 
@@ -325,7 +303,7 @@ void ResultsView::showIgnore()
     const Condition condition = item ? item->finding().condition : Condition();
     const bool isOfSeveral = condition == Condition::DuplicateContacts || condition == Condition::ShareEmail;
     m_ignoreButton->setEnabled(item && m_controller.canFix() && !ABAddressBook::isSharedReadOnly()
-        && (!isOfSeveral || !m_compareButton->isHidden()));
+        && (!isOfSeveral || m_previewBox->people().size() > 1));
     m_ignoreButton->setText(isOfSeveral ? tr("Different People") : tr("Ignore"));
     m_ignoreButton->setToolTip(
         tr("%1 (%2)").arg(isOfSeveral ? tr("These are different people") : tr("This is fine: hide it until it changes"),

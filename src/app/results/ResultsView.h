@@ -12,8 +12,8 @@ class FindingHead;
 class FindingList;
 class OptionBox;
 class PlacesLabel;
+class PreviewBox;
 class PreviewView;
-class QLabel;
 class QLineEdit;
 class QPushButton;
 class QStackedWidget;
@@ -38,7 +38,8 @@ public:
     QPushButton *backButton() const { return m_backButton; }
     QPushButton *openContactButton() const { return m_openContactButton; }
     QPushButton *ignoreButton() const { return m_ignoreButton; }
-    QPushButton *compareButton() const { return m_compareButton; }
+    QPushButton *compareButton() const;
+    QPushButton *compareTab() const;
     PreviewView *preview() const { return m_preview; }
     /// The panes for F6; null for hidden ones.
     QList<QWidget *> panes() const;
@@ -56,7 +57,6 @@ Q_SIGNALS:
 
 private:
     QWidget *makePanel();
-    QWidget *makePreview();
     QWidget *makeButtons();
     void setUpKeys();
     void setUpActions();
@@ -80,13 +80,12 @@ private:
     Strip *m_problem;
     PlacesLabel *m_places = nullptr;
     OptionBox *m_options;
-    QLabel *m_leftBehind;
+    PreviewBox *m_previewBox;
     PreviewView *m_preview;
     QStackedWidget *m_side; // the panel, or what is shown when nothing is selected
     StatePage *m_tips;
     StatePage *m_noMatch;
     ButtonBar *m_buttonBar = nullptr;
-    QPushButton *m_compareButton;
     QPushButton *m_ignoreButton;
     QPushButton *m_openContactButton;
     QPushButton *m_backButton;
