@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/card/ContactCard.h"
+#include "app/compare/ComparePage.h"
 #include "app/compare/CompareWindow.h"
 #include "app/exchange/ImportWindow.h"
 #include "app/likely/LikelyWindow.h"
@@ -172,6 +173,8 @@ private Q_SLOTS:
             "{'uid':'2','firstName':'Ann','lastName':'Lee','organization':'Acme'}",
             "{'uid':'3','firstName':'Ann','lastName':'Lee','phone':[{'value':'+1 971 555 0190'}]}"});
         scan();
+        window().results()->compareTab()->click();
+        QVERIFY(window().findChild<ComparePage *>()->isVisible());
         window().results()->compareButton()->click();
         auto *compare = window().findChild<CompareWindow *>();
         QVERIFY(unnamedIn(compare).isEmpty());
@@ -262,6 +265,28 @@ private Q_SLOTS:
         const LikelyWindow again;
         QSignalSpy(&again, &LikelyWindow::ended).wait();
         QCOMPARE(again.message(), u"No two contacts look like one person."_s);
+    }
+
+    void aCardDeletesItsContact()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','suffix':'XYZ'}",
+            "{'uid':'2','firstName':'Bo','lastName':'Ng','suffix':'QQQ'}"});
+        scan();
+        m_app->outlineViewController()->openInContacts();
+        const QPointer card = window().findChild<ContactCard *>();
+        QPushButton *remove = nullptr;
+        for (auto *button : card->findChildren<QPushButton *>()) {
+            if (button->text() == u"Delete Contact ..."_s)
+                remove = button;
+        }
+        Answer stay(u"Cancel"_s);
+        remove->click();
+        QVERIFY(!stay.said.isEmpty() && card->isVisible());
+        Answer go(u"Delete"_s);
+        remove->click();
+        QVERIFY(!card->isVisible());
+        QCOMPARE(savedBook(), "{\"uid\":\"2\",\"firstName\":\"Bo\",\"lastName\":\"Ng\",\"suffix\":\"QQQ\"}\n");
+        QTRY_COMPARE(m_app->outlineViewController()->uids(), QStringList(u"2"_s));
     }
 
     void anEditedCardIsExamined()

@@ -5,6 +5,7 @@
 #include "app/card/CardHead.h"
 #include "app/card/FieldSection.h"
 #include "app/card/MultiValueEditor.h"
+#include "app/card/NoteBox.h"
 #include "app/look/Controls.h"
 #include "app/look/Strip.h"
 #include "base/Job.h"
@@ -12,7 +13,6 @@
 #include "contacts/model/NameTexts.h"
 #include "table/grid/BirthdayText.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
@@ -32,8 +32,6 @@
 namespace {
 
 constexpr int kWideEnough = 720; // for two columns
-constexpr int kLeastLines = 3; // of the note
-constexpr int kMostLines = 12;
 
 constexpr std::array kNameTexts{kABTitleProperty, kABFirstNameProperty, kABMiddleNameProperty, kABLastNameProperty,
     kABSuffixProperty, kABFirstNamePhoneticProperty, kABLastNamePhoneticProperty, kABMaidenNameProperty,
@@ -72,12 +70,6 @@ void makeReadOnly(QWidget &content)
         button->setEnabled(false);
 }
 
-void fitNote(QPlainTextEdit &note)
-{
-    const int lines = std::clamp(int(note.document()->size().height()), kLeastLines, kMostLines);
-    note.setFixedHeight(lines * note.fontMetrics().lineSpacing() + 2 * int(note.document()->documentMargin()) + 8);
-}
-
 } // namespace
 
 ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
@@ -87,7 +79,8 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     , m_isNew(!person->isRemoved() && ABAddressBook::sharedAddressBook()
           && !ABAddressBook::sharedAddressBook()->containsRecord(person))
     , m_head(new CardHead(person))
-    , m_note(new QPlainTextEdit)
+    , m_noteBox(new NoteBox(m_before->text(kABNoteProperty)))
+    , m_note(m_noteBox->edit())
     , m_birthday(new QLineEdit)
     , m_isCompany(new QCheckBox(tr("Company")))
     , m_reason(new Strip(Strip::Kind::Problem))
@@ -137,6 +130,16 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
 QDialogButtonBox *ContactCard::makeButtons()
 {
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
+    auto *remove = buttons->addButton(tr("Delete Contact ..."), QDialogButtonBox::ResetRole);
+    remove->setFlat(true);
+    remove->setAutoDefault(false);
+    remove->setProperty(kDestructiveProperty, true);
+    remove->setVisible(!m_isNew && !m_person->isRemoved() && !ABAddressBook::isSharedReadOnly());
+    connect(remove, &QPushButton::clicked, this, [this] {
+        Q_EMIT deletionRequested(m_person);
+        if (m_person->isRemoved())
+            done(Rejected);
+    });
     if (ABAddressBook::isSharedReadOnly() || m_person->isDamaged())
         buttons->button(QDialogButtonBox::Save)->setEnabled(false);
     if (m_person->isDamaged()) {
@@ -177,7 +180,7 @@ QWidget *ContactCard::makeTexts()
     work->add(tr("Kind of contact"), m_isCompany, m_isCompany->isChecked());
     layout->addWidget(work);
     layout->addWidget(makeBirthday());
-    layout->addWidget(makeNote());
+    layout->addWidget(m_noteBox);
     layout->addStretch();
     return all;
 }
@@ -191,22 +194,6 @@ QWidget *ContactCard::makeBirthday()
     m_dates = new FieldSection(tr("Dates"));
     m_dates->add(propertyTitle(kABBirthdayProperty), m_birthday, birthday.has_value());
     return m_dates;
-}
-
-QWidget *ContactCard::makeNote()
-{
-    const QString *note = m_before->text(kABNoteProperty);
-    m_note->setPlainText(note ? *note : QString());
-    m_note->setTabChangesFocus(true);
-    m_note->setAccessibleName(propertyTitle(kABNoteProperty));
-    m_note->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    connect(m_note->document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
-        [this] { fitNote(*m_note); });
-    fitNote(*m_note);
-    auto *box = new QGroupBox(propertyTitle(kABNoteProperty));
-    auto *layout = new QVBoxLayout(box);
-    layout->addWidget(m_note);
-    return box;
 }
 
 QWidget *ContactCard::makeMultiValues()

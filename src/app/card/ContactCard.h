@@ -12,6 +12,7 @@ class ABAddressBook;
 class CardHead;
 class FieldSection;
 class MultiValueEditor;
+class NoteBox;
 class QBoxLayout;
 class QCheckBox;
 class QDialogButtonBox;
@@ -44,6 +45,8 @@ Q_SIGNALS:
     /// The damaged person should be restored from a backup; the card is closed.
     void restoreRequested(const QString &uid);
     void historyRequested(const ABPersonPtr &person);
+    /// The user is to be asked; the card closes if the person is gone after that.
+    void deletionRequested(const ABPersonPtr &person);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -60,7 +63,6 @@ private:
     QDialogButtonBox *makeButtons();
     FieldSection *makeSection(const QString &title, std::span<const ABProperty> properties);
     QWidget *makeBirthday();
-    QWidget *makeNote();
     void offerMultiValues(QPushButton *add);
     void showName();
     void judgeBirthday();
@@ -80,6 +82,7 @@ private:
     QBoxLayout *m_columns = nullptr;
     CardHead *m_head;
     FieldSection *m_dates = nullptr;
+    NoteBox *m_noteBox;
     QPlainTextEdit *m_note;
     QLineEdit *m_birthday;
     QCheckBox *m_isCompany;

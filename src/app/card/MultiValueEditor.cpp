@@ -89,24 +89,29 @@ void MultiValueEditor::addRow(const ABMultiValue::Entry &entry, bool isNew)
     row.label->setEditText(row.shownLabel);
     row.label->setProperty(kChipProperty, true);
     setTextColour(row.label->lineEdit(), ColourRole::Quiet);
+    QFont bold = row.label->font();
+    bold.setWeight(QFont::DemiBold);
+    row.label->setFont(bold);
     row.label->setFixedWidth(scaled(kChipWidth, fontMetrics()));
     columns->addWidget(row.label, 0, Qt::AlignTop);
     auto *texts = new QGridLayout;
     if (const auto *text = std::get_if<QString>(&entry.value)) {
         texts->addWidget(addText(row, title(), text), 0, 0);
     } else {
-        for (const ABKeyInfo &key : keysOfProperty(m_property)) {
+        const auto keys = keysOfProperty(m_property);
+        for (const ABKeyInfo &key : keys) {
             QLineEdit *edit = addText(row, titleOf(key), entry.dictionary().valueForKey(key.key));
             const int number = int(row.texts.size()) - 1;
-            if (number == 0) // the street, or what else comes first
-                texts->addWidget(edit, 0, 0, 1, 2);
+            const bool isAlone = number == 0 || (number % 2 == 1 && number + 1 == int(keys.size()));
+            if (isAlone) // the street, or what else comes first, and one that is left over
+                texts->addWidget(edit, (number + 1) / 2, 0, 1, 2);
             else
                 texts->addWidget(edit, (number + 1) / 2, (number + 1) % 2);
         }
     }
     columns->addLayout(texts, 1);
     auto *remove = new QToolButton(widget);
-    remove->setIcon(symbol(QStringLiteral("remove"), ColourRole::Quiet));
+    remove->setIcon(symbol(QStringLiteral("window-close"), ColourRole::Quiet));
     remove->setAutoRaise(true);
     remove->setFixedHeight(row.label->sizeHint().height());
     remove->setToolTip(tr("Remove"));

@@ -15,6 +15,8 @@
 #include <QDir>
 #include <QProcess>
 
+#include <algorithm>
+
 AppDelegate::AppDelegate()
     : m_table(*this)
     , m_window(m_table)
@@ -64,6 +66,7 @@ void AppDelegate::connectCommands()
     connect(&m_sideWindows, &SideWindows::restoreRequested, &m_backupActions, &BackupActions::restorePerson);
     connect(m_window.bookStatus(), &BookStatus::failurePressed, &m_sideWindows, &SideWindows::showActivity);
     connect(m_window.contactTable(), &ContactTableView::cardRequested, &m_sideWindows, &SideWindows::showCard);
+    connect(&m_sideWindows, &SideWindows::deletionRequested, this, &AppDelegate::deletePerson);
     connect(&m_window, &MainWindow::comparisonRequested, &m_sideWindows, &SideWindows::showComparison);
     connect(&m_scans, &Scans::personRequested, this, &AppDelegate::editInAddressBook);
     connect(m_window.bookMenu(), &BookMenu::chosen, this, [this](const QString &where) {
@@ -196,6 +199,16 @@ void AppDelegate::editInAddressBook(const ABPersonPtr &person)
     const auto book = ABAddressBook::sharedAddressBook();
     if (!book || !ContactsApplication::show(book->desktopId(person->uniqueId())))
         m_sideWindows.showCard(person);
+}
+
+void AppDelegate::deletePerson(const ABPersonPtr &person)
+{
+    const PersonRows &rows = m_table.getTableViewDataArray();
+    const auto row = std::ranges::find(rows, person, [](const auto &each) { return each->person(); });
+    if (row != rows.end())
+        m_table.deleteItem({int(row - rows.begin())});
+    if (person->isRemoved())
+        showChanged({person->uniqueId()});
 }
 
 void AppDelegate::menuSupportClick()

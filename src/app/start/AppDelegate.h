@@ -64,6 +64,8 @@ private:
     void connectUndo();
     void connectFailures();
     void openAddressBook(const QString &where);
+    /// Asks first.
+    void deletePerson(const ABPersonPtr &person);
     void installAddressBook(
         const Result<std::shared_ptr<ABAddressBook>> &book, const std::optional<Rescue::Offer> &offer);
     /// The table and the findings are outdated for these people.

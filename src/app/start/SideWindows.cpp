@@ -90,6 +90,7 @@ void SideWindows::showCard(const ABPersonPtr &person)
     connect(card, &ContactCard::failed, this, &SideWindows::noteFailure);
     connect(card, &ContactCard::restoreRequested, this, &SideWindows::restoreRequested);
     connect(card, &ContactCard::historyRequested, this, &SideWindows::showHistory);
+    connect(card, &ContactCard::deletionRequested, this, &SideWindows::deletionRequested);
     card->show();
 }
 

@@ -39,6 +39,7 @@ Q_SIGNALS:
     void broughtBack(const QStringList &uids); ///< their findings are no longer ignored
     void peopleChanged(const QStringList &uids); ///< edited or merged; empty: people were added
     void merged(const QString &what); ///< for the user
+    void deletionRequested(const ABPersonPtr &person);
     void restoreRequested(const QString &uid); ///< of a damaged person
     void peopleRestored(); ///< findings and rows may refer to people who are gone
 
