@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/activity/ActivityLog.h"
 
+#include "app/look/Controls.h"
+
 #include <QLoggingCategory>
 
 #include <atomic>
@@ -89,6 +91,8 @@ QVariant ActivityLog::data(const QModelIndex &index, int role) const
         return line.kind == Kind::Failure ? tr("%1  Failed: %2").arg(time, line.text)
                                           : QStringLiteral("%1  %2").arg(time, line.text);
     }
+    case Qt::DecorationRole:
+        return line.kind == Kind::Failure ? symbol(QStringLiteral("dialog-warning"), ColourRole::Warning) : QVariant();
     case KindRole:
         return int(line.kind);
     case FolderRole:

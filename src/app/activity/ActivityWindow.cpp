@@ -24,6 +24,7 @@ ActivityWindow::ActivityWindow(ActivityLog &log, QWidget *parent)
     m_list->setModel(&m_lines);
     m_list->setAccessibleName(tr("Activity"));
     m_list->setWordWrap(true);
+    m_list->setIconSize({16, 16});
     m_list->setUniformItemSizes(false);
     auto *diagnostics = new QCheckBox(tr("Show &diagnostic lines"));
     const auto show = [this](bool all) {
@@ -40,6 +41,7 @@ ActivityWindow::ActivityWindow(ActivityLog &log, QWidget *parent)
 
     auto *hint = new QLabel(tr("A double click on an exported file opens its folder."));
     hint->setWordWrap(true);
+    hint->setForegroundRole(QPalette::PlaceholderText);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(hint);
     layout->addWidget(m_list, 1);

@@ -10,7 +10,7 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileInfo>
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -40,14 +40,14 @@ ExportWindow::ExportWindow(QWidget *parent)
     m_reason->setTextFormat(Qt::PlainText);
     m_reason->setWordWrap(true);
     setTextColour(m_reason, ColourRole::Quiet);
-    auto *folder = new QHBoxLayout;
-    folder->addWidget(m_folder, 1);
-    folder->addWidget(choose);
     auto *where = new QGroupBox(tr("Where"));
-    auto *form = new QFormLayout(where);
-    form->addRow(tr("Folder"), folder);
-    form->addRow(tr("Format"), m_format);
-    form->addRow(QString(), m_reason);
+    auto *grid = new QGridLayout(where);
+    grid->addWidget(new QLabel(tr("Folder")), 0, 0);
+    grid->addWidget(m_folder, 0, 1);
+    grid->addWidget(choose, 0, 2);
+    grid->addWidget(new QLabel(tr("Format")), 1, 0);
+    grid->addWidget(m_format, 1, 1, 1, 2);
+    grid->addWidget(m_reason, 2, 1, 1, 2);
     auto *what = new QGroupBox(tr("Fields"));
     auto *fields = new QVBoxLayout(what);
     fields->addWidget(m_tableFields);

@@ -78,6 +78,7 @@ NewLikenesses newLikenesses(const QSet<QString> &before, const QString &region, 
 ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *parent)
     : QDialog(parent)
     , m_log(log)
+    , m_headline(new WrappedText(Qt::LeftToRight, this))
     , m_text(new WrappedText(Qt::LeftToRight, this))
     , m_bar(new QProgressBar(this))
     , m_skipped(new QListWidget(this))
@@ -86,7 +87,10 @@ ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *
     , m_likely(new QPushButton(tr("Show Them ..."), m_likelyStrip))
     , m_button(new QPushButton(tr("Cancel"), this))
 {
-    m_text->setAccessibleName(tr("Result of the import"));
+    m_headline->setAccessibleName(tr("Result of the import"));
+    makeHeadline(m_headline);
+    setTextColour(m_text, ColourRole::Quiet);
+    m_text->hide();
     setWindowTitle(tr("Import"));
     setFirstSize(*this, {560, 320});
     m_bar->setAccessibleName(tr("Import progress"));
@@ -96,6 +100,8 @@ ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *
     m_skipped->hide();
     connect(m_button, &QPushButton::clicked, this, &ImportWindow::reject);
     auto *layout = new QVBoxLayout(this);
+    layout->setSpacing(12);
+    layout->addWidget(m_headline);
     layout->addWidget(m_text);
     layout->addWidget(m_bar);
     layout->addWidget(m_skipped, 1);
@@ -115,7 +121,7 @@ ImportWindow::~ImportWindow() = default;
 
 QString ImportWindow::summary() const
 {
-    return m_text->text();
+    return m_text->text().isEmpty() ? m_headline->text() : m_headline->text() + u'\n' + m_text->text();
 }
 
 void ImportWindow::reject()
@@ -167,7 +173,7 @@ ImportWindow::Report ImportWindow::run(const QStringList &paths, const std::stop
 
 void ImportWindow::showProgress(const QString &path, int percent)
 {
-    m_text->setText(tr("Reading %1 ...").arg(path));
+    m_headline->setText(tr("Reading %1 ...").arg(path));
     m_bar->setValue(percent);
 }
 
@@ -184,7 +190,10 @@ void ImportWindow::showReport(const Report &report)
                          .arg(counted(report.skipped.size(), tr("line or card"), tr("lines or cards")));
     if (report.cancelled)
         sentences += tr("Cancelled; the file that was being read was left out.");
-    m_text->setText((sentences + report.failures).join(u'\n'));
+    const QStringList all = sentences + report.failures;
+    m_headline->setText(all.front());
+    m_text->setText(all.sliced(1).join(u'\n'));
+    m_text->setVisible(all.size() > 1);
     if (!sentences.isEmpty())
         m_log.append(ActivityLog::Kind::Done, sentences.front());
     for (const QString &failure : report.failures)

@@ -47,6 +47,7 @@ private:
     void lookForLikely(const std::shared_ptr<const QSet<QString>> &before);
 
     ActivityLog &m_log;
+    WrappedText *m_headline;
     WrappedText *m_text;
     QProgressBar *m_bar;
     QListWidget *m_skipped;

@@ -5,6 +5,7 @@
 #include "app/look/ContactPicture.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
+#include "app/look/StatePage.h"
 #include "contacts/model/NameTexts.h"
 
 #include <QBoxLayout>
@@ -86,17 +87,19 @@ LikelyWindow::LikelyWindow(QSet<QString> among, QWidget *parent)
     , m_among(std::move(among))
     , m_pages(new QStackedWidget(this))
     , m_progress(new QProgressBar(this))
-    , m_empty(new QLabel(this))
+    , m_empty(new StatePage(QStringLiteral("emptySearch"), this))
     , m_groups(new QTreeWidget(this))
     , m_message(new WrappedText(Qt::LeftToRight, this))
-    , m_different(new QPushButton(symbol(QStringLiteral("ignore")), tr("&These Are Different People"), this))
+    , m_different(new QPushButton(symbol(QStringLiteral("view-conceal")), tr("&These Are Different People"), this))
     , m_compare(new QPushButton(tr("&Compare and Merge ..."), this))
 {
     setWindowTitle(tr("Likely Duplicates"));
     setFirstSize(*this, kFirstSize);
     setUpGroups();
-    m_empty->setAlignment(Qt::AlignCenter);
-    m_empty->setWordWrap(true);
+    auto *close = new QPushButton(tr("Close"));
+    close->setProperty(kPrimaryProperty, true);
+    connect(close, &QPushButton::clicked, this, &QWidget::close);
+    m_empty->addButton(close);
     m_pages->addWidget(makeProgress());
     m_pages->addWidget(m_groups);
     m_pages->addWidget(m_empty);
@@ -225,7 +228,7 @@ void LikelyWindow::showFound(const Found &found)
         m_groups->setCurrentItem(m_groups->topLevelItem(0)->child(0));
         m_groups->setFocus();
     }
-    m_empty->setText(!found.error.isNull() ? found.error
+    m_empty->say(!found.error.isNull()     ? found.error
             : found.duplicates.isCancelled ? tr("Cancelled.")
                                            : tr("No two contacts look like one person."));
     if (found.duplicates.crowded > 0) {
@@ -322,7 +325,7 @@ void LikelyWindow::removeGroup(QTreeWidgetItem *group)
 {
     QTreeWidgetItem *grade = group->parent();
     m_people.remove(group);
-    m_empty->setText(tr("No group is left."));
+    m_empty->say(tr("No group is left."));
     const int row = grade->indexOfChild(group);
     delete group;
     if (grade->childCount() == 0)
@@ -356,6 +359,8 @@ void LikelyWindow::showCounts()
     }
     const bool isEmpty = m_groups->topLevelItemCount() == 0;
     m_pages->setCurrentWidget(isEmpty ? static_cast<QWidget *>(m_empty) : m_groups);
+    for (QPushButton *button : {m_different, m_compare})
+        button->setVisible(!isEmpty);
     showSelection();
 }
 

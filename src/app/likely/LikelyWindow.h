@@ -9,12 +9,12 @@
 #include <QSet>
 #include <QWidget>
 
-class QLabel;
 class QProgressBar;
 class QPushButton;
 class QStackedWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
+class StatePage;
 class WrappedText;
 
 /// The contacts of the shared address book that are probably one person, in groups by grade, with what speaks for it.
@@ -66,7 +66,7 @@ private:
     const QSet<QString> m_among;
     QStackedWidget *m_pages;
     QProgressBar *m_progress;
-    QLabel *m_empty;
+    StatePage *m_empty;
     QTreeWidget *m_groups;
     WrappedText *m_message;
     QPushButton *m_different;

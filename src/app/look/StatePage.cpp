@@ -34,6 +34,11 @@ void StatePage::say(const QString &title, const QStringList &sentences)
     m_text->setAccessibleName(m_text->text());
 }
 
+QString StatePage::text() const
+{
+    return m_text->text();
+}
+
 void StatePage::addButton(QPushButton *button)
 {
     button->setAutoDefault(true); // Return presses it, as everywhere in dialogs

@@ -18,6 +18,7 @@ public:
     explicit StatePage(const QString &drawing, QWidget *parent = nullptr);
 
     void say(const QString &title, const QStringList &sentences = {});
+    QString text() const;
     void addButton(QPushButton *button);
 
 private:
