@@ -10,6 +10,7 @@
 #include "app/history/HistoryWindow.h"
 #include "app/likely/LikelyWindow.h"
 #include "app/look/Controls.h"
+#include "app/results/IgnoredWindow.h"
 #include "app/results/ProgressWindow.h"
 #include "app/results/ResultsView.h"
 #include "app/results/TableViewWindowController.h"
@@ -26,11 +27,11 @@
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
-#include <QTreeView>
+#include <QTreeWidget>
 
 namespace {
 
-constexpr QSize kWindowSize(1000, 700);
+constexpr QSize kWindowSize(1240, 780);
 
 template <typename Window> Window *shownWindow()
 {
@@ -84,7 +85,8 @@ bool PictureMaker::takeAll(const QString &sample, const QString &damaged)
 {
     return open() && save(m_delegate.mainWindow(), QStringLiteral("start")) && import(sample, {})
         && import(damaged, QStringLiteral("import")) && takeTable() && takeDialogs() && takeScan() && takeFindings()
-        && takeQuestion() && takeHistory();
+        && takeQuestion(QStringLiteral("question"), [this] { m_delegate.loadContactsViewController().deleteItem({2}); })
+        && takeHistory();
 }
 
 bool PictureMaker::open()
@@ -123,6 +125,8 @@ bool PictureMaker::takeTable()
     contacts->searchField()->setText(QStringLiteral("port"));
     contacts->searchField()->setFocus();
     isDone = isDone && save(window, QStringLiteral("search"));
+    contacts->searchField()->setText(QStringLiteral("portages"));
+    isDone = isDone && save(window, QStringLiteral("no-match"));
     contacts->searchField()->clear();
     QMenu *columns = contacts->columnMenus().at(4);
     columns->popup(window.mapToGlobal(QPoint(200, 40)));
@@ -201,13 +205,15 @@ bool PictureMaker::takeFindings()
     auto *compare = shownWindow<CompareWindow>();
     isDone = isDone && compare && save(*compare, QStringLiteral("compare"));
     compare->close();
+    isDone =
+        isDone && takeQuestion(QStringLiteral("fix-all"), [&window] { window.results()->fixAll(); }) && takeIgnored();
     window.results()->outlineView()->collapseAll();
     isDone = isDone && save(window, QStringLiteral("tips"));
     window.results()->backButton()->click();
     return isDone && waitFor([&] { return !window.results() && window.freshButton()->isEnabled(); }, "The table");
 }
 
-bool PictureMaker::takeQuestion()
+bool PictureMaker::takeQuestion(const QString &name, const std::function<void()> &ask)
 {
     bool isDone = false;
     QTimer watch; // the question stops this function until it is answered
@@ -215,11 +221,29 @@ bool PictureMaker::takeQuestion()
         QWidget *question = QApplication::activeModalWidget();
         if (!question)
             return;
-        isDone = save(*question, QStringLiteral("question"));
+        isDone = save(*question, name);
         question->close();
     });
     watch.start(50);
-    m_delegate.loadContactsViewController().deleteItem({2});
+    ask();
+    return isDone;
+}
+
+bool PictureMaker::takeIgnored()
+{
+    m_delegate.mainWindow().results()->ignoreButton()->click();
+    Q_EMIT m_delegate.mainWindow().ignoredRequested();
+    auto *window = shownWindow<IgnoredWindow>();
+    bool isDone = waitFor(
+                      [&] {
+                          window->reload();
+                          return window->list()->topLevelItemCount() > 0;
+                      },
+                      "What is ignored")
+        && save(*window, QStringLiteral("ignored"));
+    window->bringBackButton()->click();
+    isDone = isDone && waitFor([&] { return window->list()->topLevelItemCount() == 0; }, "The end of it");
+    window->close();
     return isDone;
 }
 

@@ -25,7 +25,9 @@ private:
     bool takeDialogs();
     bool takeScan();
     bool takeFindings();
-    bool takeQuestion();
+    /// Of the dialog that @p ask opens.
+    bool takeQuestion(const QString &name, const std::function<void()> &ask);
+    bool takeIgnored();
     bool takeHistory();
     QString schemeName() const;
     bool save(QWidget &window, const QString &name) const;

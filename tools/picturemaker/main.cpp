@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFont>
 #include <QIcon>
 #include <QStandardPaths>
 
@@ -20,6 +21,7 @@ int main(int argc, char *argv[])
     QApplication::setApplicationVersion(QStringLiteral(PEOPLENOOK_VERSION));
     QApplication::setStyle(new CalmStyle);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/art/peoplenook.png")));
+    QApplication::setFont(QFont(QStringLiteral("Noto Sans"), 10)); // as most desktops have it
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
 

@@ -25,6 +25,7 @@ NoteBox::NoteBox(const QString *note, QWidget *parent)
     connect(
         m_edit->document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this, &NoteBox::fit);
     fit();
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_edit);
 }

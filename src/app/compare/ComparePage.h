@@ -5,8 +5,7 @@
 #include "app/compare/StickyGrid.h"
 #include "contacts/book/ABPerson.h"
 
-/// Contacts side by side, and what the merge of the repairs makes of them. What they all say is quiet, and what the
-/// merge leaves behind struck out.
+/// Contacts side by side, and what the merge of the repairs makes of them. What they all say is quiet.
 class ComparePage : public StickyGrid
 {
     Q_OBJECT

@@ -22,7 +22,6 @@ constexpr qreal kQuietScale = 0.92;
 QFont quietFont(QFont font)
 {
     font.setBold(false);
-    font.setStrikeOut(false);
     font.setPointSizeF(font.pointSizeF() * kQuietScale);
     return font;
 }
@@ -41,7 +40,6 @@ GridCell::GridCell(QAbstractButton *button, Weight weight) : m_button(button), m
         button->setParent(this);
     QFont own = font();
     own.setBold(weight == Weight::Bold);
-    own.setStrikeOut(weight == Weight::Gone);
     setFont(own);
 }
 

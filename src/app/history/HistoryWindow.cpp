@@ -3,6 +3,7 @@
 #include "app/history/HistoryWindow.h"
 
 #include "app/look/Controls.h"
+#include "app/look/StatePage.h"
 #include "contacts/book/RestorePlan.h"
 #include "contacts/model/RecordDifferences.h"
 
@@ -91,6 +92,7 @@ HistoryWindow::HistoryWindow(QWidget *parent, const QString &uid, const QString 
     , m_steps(new QTableView(this))
     , m_people(new QListView(this))
     , m_differences(new QTableWidget(0, int(std::size(kDifferenceTitles)), this))
+    , m_empty(new StatePage(QStringLiteral("emptyBook"), this))
     , m_message(new WrappedText(Qt::LeftToRight, this))
     , m_restore(new QPushButton(tr("&Restore"), this))
 {
@@ -113,12 +115,16 @@ HistoryWindow::HistoryWindow(QWidget *parent, const QString &uid, const QString 
     auto *halves = new QSplitter(Qt::Vertical);
     halves->addWidget(m_steps);
     halves->addWidget(details);
+    m_lists = halves;
+    m_empty->say(tr("Nothing was changed yet"), {tr("Every change will be listed here, and can be taken back.")});
+    m_empty->hide();
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(m_message, 1);
     buttons->addWidget(close);
     buttons->addWidget(m_restore);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(halves, 1);
+    layout->addWidget(m_lists, 1);
+    layout->addWidget(m_empty, 1);
     layout->addLayout(buttons);
     m_steps->setFocus();
     reload();
@@ -188,8 +194,10 @@ void HistoryWindow::showHistory(const Result<std::vector<ChangeSummary>> &histor
     selectionChanged(); // a reset emits no signal
     if (!history)
         say(history.error().description());
-    else if (history->empty())
-        say(tr("Nothing was changed yet."));
+    const bool isEmpty = history && history->empty();
+    m_lists->setHidden(isEmpty);
+    m_restore->setHidden(isEmpty);
+    m_empty->setVisible(isEmpty);
     Q_EMIT loaded();
 }
 

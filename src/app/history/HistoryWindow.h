@@ -8,6 +8,7 @@
 
 #include <QWidget>
 
+class StatePage;
 class WrappedText;
 class QListView;
 class QPushButton;
@@ -63,6 +64,8 @@ private:
     QTableView *m_steps;
     QListView *m_people;
     QTableWidget *m_differences;
+    QWidget *m_lists;
+    StatePage *m_empty; // in place of the lists
     WrappedText *m_message;
     QPushButton *m_restore;
     Job m_reader;

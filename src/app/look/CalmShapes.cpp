@@ -98,7 +98,7 @@ void drawButtonLabel(const QStyleOptionButton &option, bool isPrimary, bool isDe
     const int textWidth = option.fontMetrics.size(Qt::TextShowMnemonic, option.text).width();
     QRect label(0, 0, side + gap + textWidth, option.rect.height());
     label.moveCenter(option.rect.center());
-    const QRect icon(label.left(), label.center().y() - side / 2, side, side);
+    const QRect icon(label.left(), label.top() + (label.height() - side) / 2, side, side);
     label.setLeft(label.left() + side + gap);
     option.icon.paint(&painter, icon, Qt::AlignCenter, isEnabled ? QIcon::Normal : QIcon::Disabled);
     QColor colour = option.palette.color(isEnabled ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText);

@@ -3,6 +3,7 @@
 #include "app/results/IgnoredWindow.h"
 
 #include "app/look/Controls.h"
+#include "app/look/StatePage.h"
 #include "contacts/model/NameTexts.h"
 #include "fix/IgnoredFindings.h"
 
@@ -36,6 +37,7 @@ QString namesOf(const QStringList &uids)
 IgnoredWindow::IgnoredWindow(QWidget *parent)
     : QWidget(parent, Qt::Window)
     , m_list(new QTreeWidget(this))
+    , m_empty(new StatePage(QStringLiteral("emptySearch"), this))
     , m_message(new WrappedText(Qt::LeftToRight, this))
     , m_bringBack(new QPushButton(tr("&Bring Back"), this))
 {
@@ -52,10 +54,13 @@ IgnoredWindow::IgnoredWindow(QWidget *parent)
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(m_message, 1);
     buttons->addStretch();
-    buttons->addWidget(m_bringBack);
     buttons->addWidget(close);
+    buttons->addWidget(m_bringBack);
     auto *layout = new QVBoxLayout(this);
+    m_empty->say(tr("Nothing is ignored"), {tr("What you ignore among the findings of a scan is listed here.")});
+    m_empty->hide();
     layout->addWidget(m_list, 1);
+    layout->addWidget(m_empty, 1);
     layout->addLayout(buttons);
     m_list->setFocus();
     reload();
@@ -99,7 +104,11 @@ void IgnoredWindow::showIgnored(const Result<std::vector<Ignored>> &ignored)
     m_list->addTopLevelItems(rows);
     if (!rows.isEmpty())
         m_list->setCurrentItem(rows.front());
-    say(!ignored ? ignored.error().description() : rows.isEmpty() ? tr("Nothing is ignored.") : QString());
+    const bool isEmpty = ignored && rows.isEmpty();
+    m_list->setHidden(isEmpty);
+    m_bringBack->setHidden(isEmpty);
+    m_empty->setVisible(isEmpty);
+    say(ignored ? QString() : ignored.error().description());
     Q_EMIT loaded();
 }
 

@@ -10,6 +10,7 @@
 
 class QPushButton;
 class QTreeWidget;
+class StatePage;
 class WrappedText;
 
 /// What is ignored in the shared address book, and a button that brings back what is selected. Reads and writes in
@@ -38,6 +39,7 @@ private:
     void say(const QString &text);
 
     QTreeWidget *m_list;
+    StatePage *m_empty; // in place of the list
     WrappedText *m_message;
     QPushButton *m_bringBack;
     Job m_reader;

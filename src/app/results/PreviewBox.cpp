@@ -75,6 +75,8 @@ void PreviewBox::setPeople(const QList<ABPersonPtr> &people)
     const bool areSeveral = people.size() > 1;
     m_compareTab->setText(tr("Compare %L1 Contacts").arg(people.size()));
     m_compareTab->setVisible(areSeveral);
+    m_previewTab->setCheckable(areSeveral); // alone it is a title
+    m_previewTab->setChecked(areSeveral && !m_compareTab->isChecked());
     m_compareButton->setVisible(areSeveral);
     showPage();
 }
