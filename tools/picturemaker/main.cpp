@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// peoplenook-pictures SAMPLE.vcf DAMAGED.vcf FOLDER: pictures of every window, light and dark. tools/pictures runs it.
+// peoplenook-pictures [--long] SAMPLE.vcf DAMAGED.vcf FOLDER: pictures of every window, light and dark, with texts that
+// are 40 % longer if so requested. tools/pictures runs it.
 #include "PictureMaker.h"
 
 #include "app/look/CalmStyle.h"
@@ -11,6 +12,24 @@
 #include <QFont>
 #include <QIcon>
 #include <QStandardPaths>
+#include <QTranslator>
+
+namespace {
+
+/// Texts as long as German ones would be, to see what that clips.
+class LongTexts : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *, const char *english, const char *, int) const override
+    {
+        const QString text = QString::fromUtf8(english);
+        const qsizetype more = (text.size() * 2 + 4) / 5;
+        return text + QString(QStringLiteral(" langer Text")).repeated(more / 12 + 1).first(more);
+    }
+};
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -25,9 +44,12 @@ int main(int argc, char *argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
 
-    const QStringList arguments = QApplication::arguments();
+    QStringList arguments = QApplication::arguments();
+    LongTexts longTexts;
+    if (arguments.removeAll(QStringLiteral("--long")) > 0)
+        QApplication::installTranslator(&longTexts);
     if (arguments.size() != 4 || !QDir().mkpath(arguments[3])) {
-        qCritical("usage: peoplenook-pictures SAMPLE.vcf DAMAGED.vcf FOLDER");
+        qCritical("usage: peoplenook-pictures [--long] SAMPLE.vcf DAMAGED.vcf FOLDER");
         return 2;
     }
     for (const auto scheme : {Appearance::Scheme::Light, Appearance::Scheme::Dark}) {

@@ -39,6 +39,7 @@ void Appearance::followDesktop()
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
+    qRegisterMetaType<QDBusVariant>(); // or the bus does not know it in the signal below
     bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
         SLOT(desktopSettingChanged(QString, QString, QDBusVariant)));
     QDBusMessage question = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
