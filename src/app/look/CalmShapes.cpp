@@ -209,7 +209,8 @@ void drawRow(const QStyleOptionViewItem &option, bool isInTable, QPainter &paint
     if (isInTable) {
         const QRect line(option.rect.left(), option.rect.bottom(), option.rect.width(), 1);
         painter.fillRect(line, colourOf(option, ColourRole::Line));
-        const bool canBeEdited = has(option, QStyle::State_MouseOver) && option.index.flags() & Qt::ItemIsEditable;
+        const bool canBeEdited = has(option, QStyle::State_MouseOver) && !has(option, QStyle::State_HasFocus)
+            && option.index.flags() & Qt::ItemIsEditable;
         painter.setRenderHint(QPainter::Antialiasing);
         if (canBeEdited)
             drawRound(option, kRadius, {colourOf(option, ColourRole::Quiet), 1}, Qt::NoBrush, painter,

@@ -331,6 +331,11 @@ QSize CalmStyle::sizeFromContents(
     case CT_HeaderSection:
         size.setHeight(std::max(size.height(), scaled(kHeaderHeight, option->fontMetrics)));
         break;
+    case CT_MenuItem:
+        if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+            item && item->menuItemType != QStyleOptionMenuItem::Separator)
+            size.setHeight(std::max(size.height(), scaled(30, option->fontMetrics)));
+        break;
     case CT_MenuBarItem:
         size.setHeight(std::max(size.height(), scaled(30, option->fontMetrics)));
         break;

@@ -200,7 +200,8 @@ void BannerView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Window));
-    painter.drawPixmap(rect(), m_picture); // nearly transparent, so that texts can be read in both schemes
+    painter.setOpacity(0.2); // texts can be read in both schemes; a fainter picture would have stripes
+    painter.drawPixmap(rect(), m_picture);
 }
 
 WrappedText::WrappedText(Qt::LayoutDirection direction, QWidget *parent) : QTextEdit(parent)

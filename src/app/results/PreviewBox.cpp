@@ -61,6 +61,9 @@ QPushButton *PreviewBox::makeTab(const QString &title)
     tab->setFlat(true);
     tab->setCheckable(true);
     tab->setAutoDefault(true);
+    QFont bold = tab->font();
+    bold.setWeight(QFont::DemiBold);
+    tab->setFont(bold);
     return tab;
 }
 
