@@ -19,20 +19,25 @@ bool noteHolds(const Records &records, const QString &text)
     });
 }
 
-bool listHolds(const Records &records, ABProperty property, const ABMultiValue::Value &value)
+/// What the records say in a property.
+std::vector<SaidValue> saidIn(const Records &records, ABProperty property)
 {
-    return std::ranges::any_of(records, [&](const PersonRecordPtr &record) {
-        const ABMultiValue *list = record->multiValue(property);
-        return list && std::ranges::any_of(list->entries(), [&](const ABMultiValue::Entry &entry) {
-            return isSaidBy(property, value, entry.value);
-        });
-    });
+    std::vector<SaidValue> said;
+    for (const PersonRecordPtr &record : records) {
+        const ABValue value = record->value(property);
+        if (const auto *list = std::get_if<ABMultiValue>(&value)) {
+            for (const ABMultiValue::Entry &entry : list->entries())
+                said.emplace_back(property, entry.value);
+        } else {
+            said.emplace_back(property, valueText(value));
+        }
+    }
+    return said;
 }
 
-bool singleHolds(const Records &records, ABProperty property, const QString &text)
+bool isIn(const std::vector<SaidValue> &said, const SaidValue &value)
 {
-    return std::ranges::any_of(records,
-        [&](const PersonRecordPtr &record) { return sayTheSame(property, text, valueText(record->value(property))); });
+    return std::ranges::any_of(said, [&](const SaidValue &whole) { return value.isSaidBy(whole); });
 }
 
 bool hasCardLine(const Records &records, const KeptLine &line)
@@ -65,26 +70,22 @@ private:
     std::vector<LostValue> m_values;
 };
 
-void addListLosses(Losses &losses, ABProperty property, const ABMultiValue &list, const Records &after)
-{
-    for (const ABMultiValue::Entry &entry : list.entries()) {
-        if (!listHolds(after, property, entry.value))
-            losses.add(propertyInfo(property).name, entry.label, valueText(entry.value));
-    }
-}
-
 } // namespace
 
 std::vector<LostValue> lostValues(const Records &before, const Records &after)
 {
     Losses losses;
     for (const ABPropertyInfo &info : allProperties()) {
+        const std::vector<SaidValue> said = saidIn(after, info.property);
         for (const PersonRecordPtr &record : before) {
             const ABValue value = record->value(info.property);
             if (const auto *list = std::get_if<ABMultiValue>(&value)) {
-                addListLosses(losses, info.property, *list, after);
+                for (const ABMultiValue::Entry &entry : list->entries()) {
+                    if (!isIn(said, {info.property, entry.value}))
+                        losses.add(info.name, entry.label, valueText(entry.value));
+                }
             } else if (const QString text = valueText(value); !text.isEmpty()) {
-                if (!singleHolds(after, info.property, text) && !noteHolds(after, text))
+                if (!isIn(said, {info.property, text}) && !noteHolds(after, text))
                     losses.add(info.name, {}, text);
             }
         }

@@ -26,22 +26,22 @@ QString withoutScheme(QString address)
     return address.endsWith(QLatin1Char('/')) ? address.chopped(1) : address;
 }
 
-/// A phone number's digits, as they are dialled from abroad or from within the country.
 struct Digits
 {
     QString text;
     bool isInternational = false;
 };
 
-/// Nothing for a number with letters: an extension or a word is part of it.
-std::optional<Digits> digitsOf(const QString &number)
+/// As a phone number is dialled from abroad or from within the country. Nothing for a number with letters: an extension
+/// or a word is part of it.
+Digits digitsOf(const QString &number)
 {
     Digits digits;
     for (const QChar character : number) {
         if (character.isDigit())
             digits.text += QChar(u'0' + character.digitValue());
         else if (character.isLetter() || character == QLatin1Char('#') || character == QLatin1Char('*'))
-            return std::nullopt;
+            return {};
         else if (character == QLatin1Char('+') && digits.text.isEmpty())
             digits.isInternational = true;
     }
@@ -53,58 +53,57 @@ std::optional<Digits> digitsOf(const QString &number)
 }
 
 /// The same subscriber, where one number has a country code of up to three digits and the other may have a zero there.
-bool isSameWithCountryCode(const Digits &international, const Digits &national)
+bool isSameWithCountryCode(const QString &international, const QString &national)
 {
     constexpr qsizetype kShortestSubscriber = 7; // shorter ones stand for somebody else in each town
-    QString subscriber = national.text;
-    if (subscriber.startsWith(QLatin1Char('0')))
-        subscriber.remove(0, 1);
-    const qsizetype codeLength = international.text.size() - subscriber.size();
+    const QStringView subscriber = QStringView(national).sliced(national.startsWith(QLatin1Char('0')) ? 1 : 0);
+    const qsizetype codeLength = international.size() - subscriber.size();
     return subscriber.size() >= kShortestSubscriber && codeLength >= 1 && codeLength <= 3
-        && international.text.endsWith(subscriber);
-}
-
-bool isSamePhone(const QString &a, const QString &b)
-{
-    const auto one = digitsOf(a);
-    const auto other = digitsOf(b);
-    if (!one || !other || one->text.isEmpty() || other->text.isEmpty())
-        return lettersOf(a) == lettersOf(b);
-    if (one->isInternational == other->isInternational)
-        return one->text == other->text;
-    return one->isInternational ? isSameWithCountryCode(*one, *other) : isSameWithCountryCode(*other, *one);
+        && international.endsWith(subscriber);
 }
 
 } // namespace
 
-bool sayTheSame(ABProperty property, const QString &a, const QString &b)
+SaidValue::SaidValue(ABProperty property, const ABMultiValue::Value &value)
 {
-    if (a == b)
-        return true;
-    if (a.isEmpty() || b.isEmpty())
-        return false;
-    switch (property) {
-    case kABPhoneProperty:
-        return isSamePhone(a, b);
-    case kABEmailProperty:
-        return a.trimmed().toCaseFolded() == b.trimmed().toCaseFolded();
-    case kABURLsProperty:
-        return withoutScheme(a.trimmed().toCaseFolded()) == withoutScheme(b.trimmed().toCaseFolded());
-    default:
-        break;
+    if (const auto *text = std::get_if<QString>(&value)) {
+        m_texts.push_back(textOf(property, *text));
+        return;
     }
-    // A text of signs alone has no letters, and then only equal ones are the same.
-    const QString letters = lettersOf(a);
-    return !letters.isEmpty() && letters == lettersOf(b);
+    for (const auto &[key, part] : std::get<ABDictionary>(value)) {
+        m_texts.push_back(textOf(property, part));
+        m_texts.back().key = key;
+    }
 }
 
-bool isSaidBy(ABProperty property, const ABMultiValue::Value &part, const ABMultiValue::Value &whole)
+SaidValue::Text SaidValue::textOf(ABProperty property, const QString &written)
 {
-    if (const auto *text = std::get_if<QString>(&part))
-        return text->isEmpty() || sayTheSame(property, *text, std::get<QString>(whole));
-    const ABDictionary &other = std::get<ABDictionary>(whole);
-    return std::ranges::all_of(std::get<ABDictionary>(part), [&](const ABDictionary::Entry &entry) {
-        const QString *text = other.valueForKey(entry.first);
-        return entry.second.isEmpty() || (text && sayTheSame(property, entry.second, *text));
+    if (property == kABEmailProperty)
+        return {ABKey(), written, written.trimmed().toCaseFolded(), {}};
+    if (property == kABURLsProperty)
+        return {ABKey(), written, withoutScheme(written.trimmed().toCaseFolded()), {}};
+    const Digits digits = property == kABPhoneProperty ? digitsOf(written) : Digits();
+    return {ABKey(), written, lettersOf(written), digits.text, digits.isInternational};
+}
+
+bool SaidValue::sayTheSame(const Text &a, const Text &b)
+{
+    if (a.written == b.written)
+        return true;
+    if (a.written.isEmpty() || b.written.isEmpty())
+        return false;
+    if (a.digits.isEmpty() || b.digits.isEmpty()) // signs alone have no letters: then only equal ones are the same
+        return !a.plain.isEmpty() && a.plain == b.plain;
+    if (a.isInternational == b.isInternational)
+        return a.digits == b.digits;
+    return a.isInternational ? isSameWithCountryCode(a.digits, b.digits) : isSameWithCountryCode(b.digits, a.digits);
+}
+
+bool SaidValue::isSaidBy(const SaidValue &whole) const
+{
+    return std::ranges::all_of(m_texts, [&](const Text &text) {
+        return text.written.isEmpty() || std::ranges::any_of(whole.m_texts, [&](const Text &other) {
+            return other.key == text.key && sayTheSame(text, other);
+        });
     });
 }

@@ -4,11 +4,33 @@
 
 #include "contacts/model/PersonRecord.h"
 
-/// Whether two values of a property say the same despite different spelling: case, blanks or punctuation of texts, the
-/// country code of a phone number, "https://" of a web page. An empty text equals only another empty one. In doubt,
-/// values differ.
-bool sayTheSame(ABProperty property, const QString &a, const QString &b);
+/// A value of a property, read once to be compared with many others.
+class SaidValue
+{
+public:
+    SaidValue(ABProperty property, const ABMultiValue::Value &value);
 
-/// Whether @p whole says everything that @p part says: for dictionaries, part by part; missing or empty parts say
-/// nothing.
-bool isSaidBy(ABProperty property, const ABMultiValue::Value &part, const ABMultiValue::Value &whole);
+    /// Whether @p whole, of the same property, says everything that this says: for dictionaries, part by part; missing
+    /// or empty parts say nothing. Texts say the same despite different spelling: case, blanks or punctuation, the
+    /// country code of a phone number, "https://" of a web page. In doubt, they differ.
+    bool isSaidBy(const SaidValue &whole) const;
+
+private:
+    struct Text
+    {
+        ABKey key; ///< of a dictionary
+        QString written;
+        QString plain; ///< what counts of it
+        QString digits; ///< of a phone number without letters; empty for others
+        bool isInternational = false; ///< these
+    };
+    static Text textOf(ABProperty property, const QString &written);
+    static bool sayTheSame(const Text &a, const Text &b);
+
+    std::vector<Text> m_texts; // one, or those of a dictionary
+};
+
+inline bool isSaidBy(ABProperty property, const ABMultiValue::Value &part, const ABMultiValue::Value &whole)
+{
+    return SaidValue(property, part).isSaidBy({property, whole});
+}
