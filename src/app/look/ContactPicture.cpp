@@ -97,13 +97,24 @@ Result<QImage> decoded(const QByteArray &imageFile, const Limits &limits)
     return image;
 }
 
+/// BigHead.png, decoded once for each size, since lists paint it in every row.
+QImage bigHead(int side)
+{
+    static QHash<int, QImage> heads;
+    QImage &head = heads[side];
+    if (head.isNull()) {
+        head = QImage(QStringLiteral(":/art/BigHead.png"))
+                   .scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+                   .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    }
+    return head;
+}
+
 /// The head of BigHead.png, which is all that is not transparent in it.
 QImage standIn(const QString &uid, int side)
 {
     const Tint tint = tintFor(uid, QGuiApplication::palette());
-    QImage head = QImage(QStringLiteral(":/art/BigHead.png"))
-                      .scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation)
-                      .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QImage head = bigHead(side);
     QPainter painter(&head);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(head.rect(), tint.figure);
