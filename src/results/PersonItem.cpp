@@ -3,6 +3,8 @@
 #include "results/PersonItem.h"
 
 #include "contacts/model/NameTexts.h"
+#include "contacts/model/RecordDifferences.h"
+#include "results/ConditionGroups.h"
 
 #include <algorithm>
 
@@ -26,6 +28,25 @@ qsizetype PersonItem::indexOfChild(const PersonItem *child) const
 {
     const auto found = std::ranges::find(m_childrenArray, child, &PersonItemPtr::get);
     return found == m_childrenArray.end() ? -1 : found - m_childrenArray.begin();
+}
+
+/// Made once for each record of the contact: every letter that is typed needs it of all findings.
+const QString &PersonItem::searchText() const
+{
+    const PersonRecordPtr record = person()->record();
+    if (record == m_searchedRecord)
+        return m_searchText;
+    const ConditionGroup &group = conditionGroup(m_finding.condition);
+    QString text = m_name % u'\n' % group.rowDescription % u'\n' % group.name;
+    for (const ABPropertyInfo &info : allProperties()) {
+        if (info.kind == ABPropertyKind::Text)
+            text += u'\n' % record->textOrEmpty(info.property);
+        else if (info.kind != ABPropertyKind::Integer)
+            text += u'\n' % valueText(record->value(info.property));
+    }
+    m_searchText = text.toCaseFolded();
+    m_searchedRecord = record;
+    return m_searchText;
 }
 
 QString PersonItem::whyNotFixable() const

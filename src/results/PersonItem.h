@@ -39,6 +39,9 @@ public:
     void setIsRootNode(bool isRootNode) { m_isRootNode = isRootNode; }
     const QString &name() const { return m_name; }
     void setName(const QString &name) { m_name = name; }
+    /// What a filter searches, case-folded: the name, what is wrong, and all texts of the contact as it is now. Only
+    /// for findings. Valid until the next call.
+    const QString &searchText() const;
     /// For a group only the condition is set.
     const Finding &finding() const { return m_finding; }
     void setFinding(const Finding &finding) { m_finding = finding; }
@@ -63,4 +66,6 @@ private:
     QString m_name;
     Finding m_finding;
     std::weak_ptr<PersonItem> m_parentNode;
+    mutable QString m_searchText;
+    mutable PersonRecordPtr m_searchedRecord; // whose texts these are
 };

@@ -4,12 +4,37 @@
 
 #include "app/look/Counted.h"
 
+#include <QElapsedTimer>
+
+namespace {
+
+constexpr int kMillisecondsOfTurn = 8;
+
+} // namespace
+
 ShownFindings::ShownFindings(OutlineViewController &controller, QObject *parent)
     : QSortFilterProxyModel(parent), m_controller(controller)
 {
     setRecursiveFilteringEnabled(true);
     setSourceModel(&controller.model());
-    connect(&controller, &OutlineViewController::filterChanged, this, [this] { invalidateRowsFilter(); });
+    connect(&controller, &OutlineViewController::filterChanged, this, [this] {
+        invalidate(); // one change of the layout, where many rows would come and go one by one
+    });
+    for (const auto &group : controller.rootNodes())
+        m_unprepared += group->childrenArray();
+    connect(&m_idle, &QTimer::timeout, this, &ShownFindings::prepareFilter);
+    m_idle.start(0);
+}
+
+/// Some findings at a time, as the first letter that is typed would have to wait for all of them.
+void ShownFindings::prepareFilter()
+{
+    QElapsedTimer turn;
+    turn.start();
+    for (; !m_unprepared.isEmpty() && turn.elapsed() < kMillisecondsOfTurn; m_unprepared.removeLast())
+        m_unprepared.last()->searchText();
+    if (m_unprepared.isEmpty())
+        m_idle.stop();
 }
 
 QModelIndex ShownFindings::indexOf(const PersonItemPtr &node) const

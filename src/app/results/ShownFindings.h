@@ -5,6 +5,7 @@
 #include "results/OutlineViewController.h"
 
 #include <QSortFilterProxyModel>
+#include <QTimer>
 
 /// The tree of findings without those that the controller's filter hides, and without groups that have only such.
 class ShownFindings : public QSortFilterProxyModel
@@ -27,5 +28,9 @@ protected:
     bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
 
 private:
+    void prepareFilter();
+
     OutlineViewController &m_controller;
+    QTimer m_idle;
+    QList<PersonItemPtr> m_unprepared; // findings whose texts the filter does not have yet
 };
