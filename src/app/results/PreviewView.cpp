@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QStyle>
 #include <QTextLayout>
 
@@ -188,6 +189,8 @@ void PreviewView::resizeEvent(QResizeEvent *event)
     QScrollArea::resizeEvent(event);
     if (width() != m_laidOutWidth)
         layOut();
+    else
+        showChange();
 }
 
 int PreviewView::contentWidth() const
@@ -219,6 +222,7 @@ void PreviewView::layOut()
     const auto toY = [down](double points) { return qRound(points * down); };
 
     auto *view = new DocumentView;
+    m_change = {};
     QStringList texts;
     int right = 0;
     int moved = 0; // by the broken texts of the rows above
@@ -237,6 +241,7 @@ void PreviewView::layOut()
         if (const ChangeLook *look = lookOf(fields[i].change); look && !fields[i].text.isEmpty()) {
             addSign(*view, *label, look->sign);
             view->tint(label->geometry().adjusted(-kGap, 0, kTintMargin, 0), look->ground);
+            m_change |= label->geometry();
             texts += tr(look->words);
         }
     }
@@ -246,6 +251,15 @@ void PreviewView::layOut()
     setWidget(view);
     setWidgetResizable(true); // the ground fills the area, the texts keep their places
     view->show();
+    showChange();
+}
+
+/// As many changed values as there is room for, with the first one.
+void PreviewView::showChange()
+{
+    const int below = m_change.bottom() + kGap - viewport()->height();
+    if (!m_change.isNull() && below > 0)
+        verticalScrollBar()->setValue(std::min(below, m_change.top() - kGap));
 }
 
 /// In the gap before the value.

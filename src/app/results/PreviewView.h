@@ -29,6 +29,7 @@ protected:
 
 private:
     void layOut();
+    void showChange();
     QLabel *addLabel(QWidget &view, const PreviewField &field, int room) const;
     static void addSign(QWidget &view, const QLabel &label, QChar sign);
     int contentWidth() const;
@@ -38,4 +39,5 @@ private:
     PreviewDocument m_document;
     QString m_spoken;
     int m_laidOutWidth = -1;
+    QRect m_change; // around all changed values; null without any
 };
