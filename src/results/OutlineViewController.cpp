@@ -74,12 +74,21 @@ void OutlineViewController::reexamine(const QStringList &uids, const ScanResult 
 {
     const QSet<QString> changed(uids.begin(), uids.end());
     const PersonItemPtr group = m_selected ? m_selected->parentNode() : nullptr;
+    QList<PersonItemPtr> nearest = rows(); // the selected one, those below it, then those above it
+    const auto selected = std::ranges::find(nearest, m_selected);
+    std::reverse(nearest.begin(), selected);
+    std::rotate(nearest.begin(), selected, nearest.end());
     for (const Condition condition : m_conditions)
         m_tree.update(condition, findingsOf(now, condition), changed);
     const qsizetype ignoredBefore = std::exchange(m_ignoredCount, countOf(ignored));
     m_totalCount = std::max(m_totalCount + ignoredBefore - m_ignoredCount, findingCount());
-    if (rootNodes().isEmpty() || (m_selected && !m_tree.contains(m_selected)))
+    const bool isLost = m_selected && !m_tree.contains(m_selected);
+    const auto next = std::ranges::find_if(
+        nearest, [this](const auto &item) { return !item->isRootNode() && m_tree.contains(item) && isShown(*item); });
+    if (rootNodes().isEmpty() || (isLost && next == nearest.end()))
         moveOn(group);
+    else if (isLost)
+        setSelected(*next);
     else if (!m_selected && isFiltered())
         selectFirstShown();
     else
@@ -160,34 +169,15 @@ bool OutlineViewController::isItemExpandable(const PersonItemPtr &item) const
     return !item || item->childrenCount() > 0;
 }
 
-qsizetype OutlineViewController::rowForItem(const PersonItemPtr &item) const
+QList<PersonItemPtr> OutlineViewController::rows() const
 {
-    qsizetype row = 0;
+    QList<PersonItemPtr> rows;
     for (const auto &group : rootNodes()) {
-        if (group == item)
-            return row;
-        ++row;
-        if (!isItemExpanded(group))
-            continue;
-        if (const qsizetype place = group->indexOfChild(item.get()); place >= 0)
-            return row + place;
-        row += group->childrenCount();
+        rows += group;
+        if (isItemExpanded(group))
+            rows += group->childrenArray();
     }
-    return -1;
-}
-
-PersonItemPtr OutlineViewController::itemAtRow(qsizetype row) const
-{
-    for (const auto &group : rootNodes()) {
-        if (row == 0)
-            return group;
-        --row;
-        const qsizetype count = isItemExpanded(group) ? group->childrenCount() : 0;
-        if (row >= 0 && row < count)
-            return group->childAtIndex(row);
-        row -= count;
-    }
-    return nullptr;
+    return rows;
 }
 
 void OutlineViewController::selectItem(const PersonItemPtr &item)
@@ -353,28 +343,9 @@ FixOutcome OutlineViewController::run(
     if (outcome.editsInContacts)
         m_delegate.editInAddressBook(item->person());
     if (!outcome.cancelled)
-        applyToTree(item, outcome);
+        m_tree.apply(outcome, item);
     Q_EMIT fixed(outcome, item);
     return outcome;
-}
-
-void OutlineViewController::applyToTree(const PersonItemPtr &item, const FixOutcome &outcome)
-{
-    const PersonItemPtr group = item->parentNode();
-    if (!group)
-        return;
-    if (outcome.removesNode)
-        m_tree.removeFinding(item);
-    for (const QString &uid : outcome.sweptUids) {
-        if (outcome.sweep == FixOutcome::Sweep::Pruning) {
-            m_tree.pruningSweep(uid);
-            continue;
-        }
-        for (qsizetype swept = m_tree.sweep(uid); swept > 0 && outcome.lineOfSweptNode; --swept)
-            qCDebug(lcFix, "%s", outcome.lineOfSweptNode);
-    }
-    if (group->childrenCount() == 0)
-        m_tree.removeGroup(group);
 }
 
 void OutlineViewController::moveOn(const PersonItemPtr &group)

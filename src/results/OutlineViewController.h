@@ -64,8 +64,8 @@ public:
     const PersonItemPtr &selectedItem() const { return m_selected; }
     void selectItem(const PersonItemPtr &item); ///< like a click; ignores groups
     void selectRow(qsizetype row); ///< also a group; ignores missing rows
-    qsizetype rowForItem(const PersonItemPtr &item) const; ///< -1 if the item is not visible
-    PersonItemPtr itemAtRow(qsizetype row) const;
+    qsizetype rowForItem(const PersonItemPtr &item) const { return rows().indexOf(item); } ///< -1: not visible
+    PersonItemPtr itemAtRow(qsizetype row) const { return rows().value(row); }
     bool isItemExpanded(const PersonItemPtr &group) const { return !m_collapsed.contains(group.get()); }
     void setItemExpanded(const PersonItemPtr &group, bool expanded); ///< by the user
     void outlineViewSelectionDidChange();
@@ -128,7 +128,7 @@ Q_SIGNALS:
 private:
     void run(FixHandler handler, const PersonItemPtr &item);
     FixOutcome run(FixHandler handler, const PersonItemPtr &item, const ChangeCausePtr &cause, AlertPanel &alertPanel);
-    void applyToTree(const PersonItemPtr &item, const FixOutcome &outcome);
+    QList<PersonItemPtr> rows() const;
     PersonItemPtr firstShown(const PersonItemPtr &group) const;
     void selectFirstShown();
     void setSelected(const PersonItemPtr &item);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "results/ResultTree.h"
 
+#include "fix/FixLog.h"
 #include "results/ConditionGroups.h"
 
 #include <algorithm>
@@ -166,6 +167,25 @@ void ResultTree::pruningSweep(const QString &uid)
         if (group->childrenCount() == 0)
             removeGroup(group);
     }
+}
+
+void ResultTree::apply(const FixOutcome &outcome, const PersonItemPtr &finding)
+{
+    const PersonItemPtr group = finding->parentNode();
+    if (!group)
+        return;
+    if (outcome.removesNode)
+        removeFinding(finding);
+    for (const QString &uid : outcome.sweptUids) {
+        if (outcome.sweep == FixOutcome::Sweep::Pruning) {
+            pruningSweep(uid);
+            continue;
+        }
+        for (qsizetype swept = sweep(uid); swept > 0 && outcome.lineOfSweptNode; --swept)
+            qCDebug(lcFix, "%s", outcome.lineOfSweptNode);
+    }
+    if (group->childrenCount() == 0)
+        removeGroup(group);
 }
 
 RowView ResultTree::rowView(const PersonItem &node) const

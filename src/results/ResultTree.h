@@ -53,6 +53,8 @@ public:
     qsizetype sweep(const QString &uid);
     /// The same, then removes all empty groups.
     void pruningSweep(const QString &uid);
+    /// Removes what a repair of the finding removes; its group too if that leaves it empty.
+    void apply(const FixOutcome &outcome, const PersonItemPtr &finding);
 
     RowView rowView(const PersonItem &node) const;
 

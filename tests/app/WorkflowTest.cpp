@@ -127,6 +127,37 @@ private Q_SLOTS:
 
     void resultsAreContinued()
     {
+    void ignoringIsUndone()
+    {
+        start({"{'uid':'1','firstName':'Ann','suffix':'x','lastName':'Lee'}",
+            "{'uid':'2','firstName':'Bo','suffix':'y','lastName':'Ng'}",
+            "{'uid':'3','firstName':'Cy','suffix':'z','lastName':'Ito'}"});
+        scan();
+        OutlineViewController *results = m_app->outlineViewController();
+        results->selectRow(2);
+        const QByteArray before = savedBook();
+        QTest::keyClick(window().results()->outlineView(), Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
+        QTRY_COMPARE(results->uids(), QStringList({u"1"_s, u"3"_s}));
+        QCOMPARE(results->selectedItem()->person()->uniqueId(), u"3"_s); // the place is kept
+        QCOMPARE(message(), u"Ignored: Unusual suffix: \"y\""_s);
+        QTest::keyClick(window().results()->outlineView(), Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(results->uids(), QStringList(u"1"_s));
+        QCoreApplication::processEvents(); // what was done is noted
+        const auto step = [&](const QString &entry, const QStringList &left) {
+            QTRY_VERIFY(action(entry)->isEnabled());
+            action(entry)->trigger();
+            QTRY_COMPARE(results->uids(), left);
+        };
+        step(u"&Undo"_s, {u"1"_s, u"3"_s});
+        step(u"&Undo"_s, {u"1"_s, u"2"_s, u"3"_s});
+        QCOMPARE(message(), u"Undone: Ignored: Unusual suffix: \"y\""_s);
+        QVERIFY(ABAddressBook::sharedAddressBook()->ignored()->empty());
+        QCOMPARE(savedBook(), before);
+        step(u"&Redo"_s, {u"1"_s, u"3"_s});
+        step(u"&Redo"_s, {u"1"_s});
+        step(u"&Undo"_s, {u"1"_s, u"3"_s});
+    }
+
         start({"{'uid':'1','firstName':'Ann','suffix':'x','lastName':'Lee'}",
             "{'uid':'2','firstName':'Bo','suffix':'y','lastName':'Ng'}",
             "{'uid':'3','firstName':'Cy','suffix':'z','lastName':'Ito'}",

@@ -102,6 +102,7 @@ void AppDelegate::connectUndo()
     connect(&m_undo, &UndoSteps::noted, this, tell);
     connect(&m_sideWindows, &SideWindows::merged, this, tell);
     connect(&m_undo, &UndoSteps::applied, this, [this](const QStringList &uids, const QString &message) {
+    connect(&m_scans, &Scans::ignored, &m_undo, &UndoSteps::noteIgnored);
         // Findings may name people who were put back as others who share an address.
         showChanged(m_scans.results() ? m_scans.results()->uids() + uids : uids);
         m_window.bookStatus()->setMessage(message, false);

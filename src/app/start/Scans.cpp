@@ -27,11 +27,13 @@ QStringList changedBetween(const PeopleSnapshot &before, const PeopleSnapshot &n
     return uids;
 }
 
-/// Here, so that the first look at duplicates need not wait for it.
-void indexNames()
+/// Here, so that neither the first look at duplicates nor the first merge needs to wait for it.
+void indexPeople()
 {
-    if (const auto book = ABAddressBook::sharedAddressBook())
+    if (const auto book = ABAddressBook::sharedAddressBook()) {
         book->peopleWithNameKey({});
+        book->personWithUniqueId({});
+    }
 }
 
 } // namespace
@@ -72,7 +74,7 @@ void Scans::scanClicled()
 
 void Scans::updateUI(const ScanResult &result)
 {
-    indexNames();
+    indexPeople();
     const auto split = IgnoredFindings::splitShared(result);
     const bool isAllIgnored = split.open.isEmpty() && !split.ignored.isEmpty();
     if (!isAllIgnored) {
@@ -124,10 +126,11 @@ void Scans::remember(const std::function<std::vector<Ignored>()> &entries)
             for (const Ignored &entry : *remembered)
                 uids += entry.uids;
             reexamine(uids);
-            m_window.bookStatus()->setMessage(remembered->size() > 1
+            const Ignored &first = remembered->front();
+            Q_EMIT ignored(*remembered,
+                remembered->size() > 1
                     ? tr("%1 ignored").arg(counted(qint64(remembered->size()), tr("finding"), tr("findings")))
-                    : tr("Remembered: %1").arg(textOf(remembered->front())),
-                false);
+                    : (first.condition.isEmpty() ? tr("Remembered: %1") : tr("Ignored: %1")).arg(textOf(first)));
         });
 }
 
@@ -170,7 +173,7 @@ void Scans::offerKept()
 {
     m_examiner.restart(
         [book = ABAddressBook::sharedAddressBook()] {
-            indexNames();
+            indexPeople();
             const KeptFindings kept = KeptFindings::load(book->name());
             return std::pair(kept, kept.examine());
         },

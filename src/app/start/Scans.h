@@ -55,6 +55,7 @@ public:
 Q_SIGNALS:
     void failed(const QString &reason); ///< a repair, or to remember what is ignored
     void personRequested(const ABPersonPtr &person); ///< to be edited
+    void ignored(const std::vector<Ignored> &entries, const QString &message); ///< by now
     void left(); ///< the results, for the contacts
 
 private:

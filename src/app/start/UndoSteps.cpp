@@ -40,6 +40,19 @@ Result<QStringList> putBack(ABAddressBook &book, const QString &causeId, const C
     return uids;
 }
 
+/// @return whose findings that concerns
+Result<QStringList> setIgnored(ABAddressBook &book, const std::vector<Ignored> &entries, bool isIgnored)
+{
+    QStringList ids;
+    QStringList uids;
+    for (const Ignored &entry : entries) {
+        ids += entry.id();
+        uids += entry.uids;
+    }
+    const auto done = isIgnored ? book.changeIgnored(entries, {}) : book.changeIgnored({}, ids);
+    return done ? Result<QStringList>(uids) : done.error();
+}
+
 } // namespace
 
 UndoSteps::~UndoSteps()
@@ -65,12 +78,21 @@ void UndoSteps::watch(std::shared_ptr<ABAddressBook> book)
 void UndoSteps::note(const ChangeCausePtr &cause)
 {
     // Several saves of one cause are one step.
-    if (cause->id == m_ownCauseId || (!m_done.empty() && m_done.back().causeId == cause->id))
-        return;
-    m_done.push_back({cause->id, textOf(*cause)});
+    if (cause->id != m_ownCauseId && (m_done.empty() || m_done.back().causeId != cause->id))
+        add({cause->id, textOf(*cause)}, messageOf(*cause));
+}
+
+void UndoSteps::noteIgnored(const std::vector<Ignored> &entries, const QString &message)
+{
+    add({makeCause(ChangeCause::Kind::Other)->id, message, entries}, message);
+}
+
+void UndoSteps::add(const Step &step, const QString &message)
+{
+    m_done.push_back(step);
     m_undone.clear();
     Q_EMIT changed();
-    Q_EMIT noted(messageOf(*cause));
+    Q_EMIT noted(message);
 }
 
 void UndoSteps::takeBack(Steps &from, Steps &to)
@@ -81,7 +103,11 @@ void UndoSteps::takeBack(Steps &from, Steps &to)
     const Step step = from.back();
     const auto restoring = makeCause(ChangeCause::Kind::Restore, step.what);
     m_ownCauseId = restoring->id;
-    m_job.start([book = m_book, id = step.causeId, restoring] { return putBack(*book, id, restoring); },
+    m_job.start(
+        [book = m_book, step, restoring, isUndo = &from == &m_done] {
+            return step.ignored.empty() ? putBack(*book, step.causeId, restoring)
+                                        : setIgnored(*book, step.ignored, !isUndo);
+        },
         [this, &from, &to, step, restoring](
             const Result<QStringList> &uids) { finish(from, to, step, restoring->id, uids); });
     Q_EMIT changed();
@@ -97,7 +123,7 @@ void UndoSteps::finish(
     if (!mayWorkLater) // what was changed since stays so; the step before may still be taken back
         std::erase_if(from, [&](const Step &each) { return each.causeId == step.causeId; });
     if (uids) {
-        to.push_back({restoringId, step.what});
+        to.push_back({restoringId, step.what, step.ignored});
         Q_EMIT applied(*uids, (isUndo ? tr("Undone: %1") : tr("Repeated: %1")).arg(step.what));
     } else {
         Q_EMIT failed((isUndo ? tr("This cannot be undone: %1") : tr("This cannot be repeated: %1"))
