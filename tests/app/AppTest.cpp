@@ -462,6 +462,7 @@ private Q_SLOTS:
         Q_EMIT window().newContactRequested();
         Q_EMIT window().historyRequested();
         Q_EMIT window().activityRequested();
+        Q_EMIT window().keysRequested();
         QTRY_COMPARE(window().findChildren<ContactCard *>().size(), 2);
         for (QWidget *top : QApplication::topLevelWidgets()) {
             if (top->isVisible())

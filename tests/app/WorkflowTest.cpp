@@ -4,6 +4,7 @@
 #include "app/look/Controls.h"
 #include "app/results/PlacesLabel.h"
 #include "app/results/ResultsView.h"
+#include "app/start/HelpWindow.h"
 #include "app/table/ContactTableView.h"
 #include "support/AppFixture.h"
 
@@ -14,6 +15,7 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
+#include <QTextBrowser>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -257,6 +259,23 @@ private Q_SLOTS:
         choose(u"&Copy"_s);
         QCOMPARE(QApplication::clipboard()->text(), contacts()->table()->currentIndex().data().toString());
         QVERIFY(!action(u"Cu&t"_s)->isEnabled());
+    }
+
+    /// What the menus offer is in the list of keys.
+    void everyKeyIsListed()
+    {
+        start({"{'uid':'1','firstName':'Ann','suffix':'x','lastName':'Lee'}"});
+        scan();
+        Q_EMIT window().keysRequested();
+        const QString keys = window().findChild<HelpWindow *>()->findChild<QTextBrowser *>()->toPlainText();
+        for (const QAction *each : window().findChildren<QAction *>()) {
+            const QString shortcut =
+                each->shortcut().toString(QKeySequence::PortableText).replace(u"Del"_s, u"Delete"_s);
+            const bool isEverywhere =
+                each->shortcutContext() != Qt::WidgetShortcut || each->shortcut() == QKeySequence::Delete;
+            if (!shortcut.isEmpty() && isEverywhere)
+                QVERIFY2(keys.contains(shortcut), qPrintable(shortcut + u": "_s + each->text()));
+        }
     }
 
     void whatIsWrongIsShown()

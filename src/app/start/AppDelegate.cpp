@@ -54,6 +54,7 @@ void AppDelegate::connectCommands()
     connect(&m_window, &MainWindow::preferencesRequested, this, &AppDelegate::preferencesButtonClicled);
     connect(&m_window, &MainWindow::aboutRequested, this, &AppDelegate::aboutClicked);
     connect(&m_window, &MainWindow::helpRequested, this, &AppDelegate::menuHelpClick);
+    connect(&m_window, &MainWindow::keysRequested, &m_sideWindows, &SideWindows::showKeys);
     connect(&m_window, &MainWindow::supportRequested, this, &AppDelegate::menuSupportClick);
     connect(&m_window, &MainWindow::activityRequested, &m_sideWindows, &SideWindows::showActivity);
     connect(&m_window, &MainWindow::likelyRequested, &m_sideWindows, [this] { m_sideWindows.showLikely(); });
@@ -101,8 +102,8 @@ void AppDelegate::connectUndo()
     };
     connect(&m_undo, &UndoSteps::noted, this, tell);
     connect(&m_sideWindows, &SideWindows::merged, this, tell);
-    connect(&m_undo, &UndoSteps::applied, this, [this](const QStringList &uids, const QString &message) {
     connect(&m_scans, &Scans::ignored, &m_undo, &UndoSteps::noteIgnored);
+    connect(&m_undo, &UndoSteps::applied, this, [this](const QStringList &uids, const QString &message) {
         // Findings may name people who were put back as others who share an address.
         showChanged(m_scans.results() ? m_scans.results()->uids() + uids : uids);
         m_window.bookStatus()->setMessage(message, false);

@@ -11,10 +11,13 @@
 #include <QImage>
 #include <QShortcut>
 #include <QTextBrowser>
+#include <QTextTable>
 
 namespace {
 
 constexpr int kPictureWidth = 640;
+constexpr int kMargin = 16;
+constexpr int kCellPadding = 3;
 
 /// Markdown whose pictures come from the resources, no wider than the window.
 class ManualView : public QTextBrowser
@@ -36,12 +39,17 @@ protected:
     }
 };
 
-} // namespace
-
-HelpWindow::HelpWindow(QWidget *parent) : QWidget(parent, Qt::Window)
+void makeCalm(QTextTable &table)
 {
-    setWindowTitle(tr("%1 help").arg(QApplication::applicationDisplayName()));
-    setFirstSize(*this, {740, 800});
+    QTextTableFormat format = table.format();
+    format.setBorder(0);
+    format.setCellSpacing(0);
+    format.setCellPadding(kCellPadding);
+    table.setFormat(format);
+}
+
+QString textOfManual()
+{
     QString manual;
     const QDir chapters(QStringLiteral(":/manual"));
     for (const QString &name : chapters.entryList(QDir::Files, QDir::Name)) {
@@ -49,10 +57,31 @@ HelpWindow::HelpWindow(QWidget *parent) : QWidget(parent, Qt::Window)
         if (chapter.open(QIODevice::ReadOnly))
             manual += QString::fromUtf8(chapter.readAll()) % QStringLiteral("\n\n");
     }
+    return manual;
+}
+
+/// Without the title.
+QString sectionOf(const QString &manual, const QString &title)
+{
+    return manual.section(QStringLiteral("\n## ") % title % u'\n', 1).section(QStringLiteral("\n## "), 0, 0);
+}
+
+} // namespace
+
+HelpWindow::HelpWindow(Part part, QWidget *parent) : QWidget(parent, Qt::Window), m_part(part)
+{
+    const bool isOfKeys = part == Part::Keys;
+    setWindowTitle(isOfKeys ? tr("Keyboard Shortcuts") : tr("%1 help").arg(QApplication::applicationDisplayName()));
+    setFirstSize(*this, {isOfKeys ? 640 : 740, 800});
     auto *view = new ManualView(this);
     view->setAccessibleName(windowTitle());
     view->setOpenExternalLinks(true);
-    view->setMarkdown(manual);
+    view->document()->setDocumentMargin(kMargin);
+    view->setMarkdown(isOfKeys ? sectionOf(textOfManual(), QStringLiteral("Keys")) : textOfManual());
+    for (QTextFrame *frame : view->document()->rootFrame()->childFrames()) {
+        if (auto *table = qobject_cast<QTextTable *>(frame))
+            makeCalm(*table);
+    }
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view);

@@ -4,11 +4,17 @@
 
 #include <QWidget>
 
-/// The manual, for desktops without a PDF viewer.
+/// The manual, for desktops without a PDF viewer, or its chapter about the keys.
 class HelpWindow : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit HelpWindow(QWidget *parent = nullptr);
+    enum class Part { Everything, Keys };
+
+    explicit HelpWindow(Part part, QWidget *parent = nullptr);
+    Part part() const { return m_part; }
+
+private:
+    const Part m_part;
 };

@@ -142,6 +142,8 @@ void MainWindow::setUpMenus()
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("%1 help").arg(QApplication::applicationDisplayName()), this, &MainWindow::helpRequested)
         ->setShortcut(QKeySequence::HelpContents);
+    help->addAction(tr("&Keyboard Shortcuts"), this, &MainWindow::keysRequested)
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Question));
     help->addAction(tr("Support"), this, &MainWindow::supportRequested);
 
     connect(new QShortcut(QKeySequence(Qt::Key_F6), this), &QShortcut::activated, this, &MainWindow::focusNextPane);

@@ -81,6 +81,7 @@ Q_SIGNALS:
     void preferencesRequested();
     void aboutRequested();
     void helpRequested();
+    void keysRequested();
     void supportRequested();
     void activityRequested();
     void likelyRequested();

@@ -13,7 +13,6 @@
 #include "app/look/Counted.h"
 #include "app/results/IgnoredWindow.h"
 #include "app/start/AboutWindowController.h"
-#include "app/start/HelpWindow.h"
 #include "contacts/model/NameTexts.h"
 
 #include <QApplication>
@@ -51,9 +50,20 @@ void SideWindows::showHelp()
                 return;
             }
             qCDebug(lcApp, "打开失败");
-            auto *window = m_mainWindow.findChild<HelpWindow *>();
-            bringToFront(window ? window : new HelpWindow(&m_mainWindow));
+            showManual(HelpWindow::Part::Everything);
         });
+}
+
+void SideWindows::showKeys()
+{
+    showManual(HelpWindow::Part::Keys);
+}
+
+void SideWindows::showManual(HelpWindow::Part part)
+{
+    const auto windows = m_mainWindow.findChildren<HelpWindow *>();
+    const auto found = std::ranges::find(windows, part, &HelpWindow::part);
+    bringToFront(found == windows.end() ? new HelpWindow(part, &m_mainWindow) : *found);
 }
 
 void SideWindows::showActivity()

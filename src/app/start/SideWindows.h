@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/start/HelpWindow.h"
 #include "contacts/book/ABPerson.h"
 
 #include <QObject>
@@ -24,6 +25,7 @@ public:
     void showAbout();
     /// In the desktop's PDF viewer or, without one, in a window.
     void showHelp();
+    void showKeys();
     void showActivity();
     /// Of everybody, or of this person.
     void showHistory(const ABPersonPtr &person = {});
@@ -44,6 +46,7 @@ Q_SIGNALS:
     void peopleRestored(); ///< findings and rows may refer to people who are gone
 
 private:
+    void showManual(HelpWindow::Part part);
     void leaveOutOfLikely(const QStringList &different);
     void noteFailure(const QString &reason);
 
