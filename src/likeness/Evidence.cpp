@@ -110,6 +110,8 @@ private:
             addRare(Sign::FamilyMistyped, word, kMostFamilyBits);
         else if (likeness == NameLikeness::Differs)
             m_evidence.add(Sign::FamilyDiffers);
+        else if (likeness == NameLikeness::Missing && agreeGiven())
+            m_evidence.add(Sign::FamilyMissing);
     }
 
     void compareSuffixes()
@@ -144,7 +146,8 @@ private:
         if (a.year() == kNoYear || b.year() == kNoYear)
             m_evidence.add(sameDay ? Sign::BirthdayWithoutYear : Sign::BirthdayDiffers);
         else if (a == b)
-            m_evidence.add(agreeGiven() ? Sign::BirthdaySame : Sign::BirthdayOfOtherName);
+            m_evidence.add(
+                agreeGiven() && !m_evidence.has(Sign::MiddleDiffers) ? Sign::BirthdaySame : Sign::BirthdayOfOtherName);
         else
             m_evidence.add(areOneSlipApart(a, b) ? Sign::BirthdayMistyped : Sign::BirthdayDiffers);
     }
@@ -186,15 +189,9 @@ private:
 
     void compareValues()
     {
-        bool bothHavePhones = false;
-        bool bothHaveEmails = false;
         for (const ValueTrait &a : m_a.values) {
             for (const ValueTrait &b : m_b.values) {
-                if (a.kind != b.kind)
-                    continue;
-                bothHavePhones = bothHavePhones || a.kind == ValueKind::Phone;
-                bothHaveEmails = bothHaveEmails || a.kind == ValueKind::Email;
-                if (a.hash != b.hash)
+                if (a.kind != b.kind || a.hash != b.hash)
                     continue;
                 if (a.extension != 0 && b.extension != 0 && a.extension != b.extension)
                     m_evidence.add(Sign::DesksDiffer);
@@ -202,10 +199,23 @@ private:
                     addValue(signOf(a, b), std::max(a.sharers, b.sharers));
             }
         }
-        if (bothHavePhones && !m_evidence.hasAny({Sign::PersonalPhoneSame, Sign::PhoneSame, Sign::SharedPhoneSame}))
+        if (haveOthers(ValueKind::Phone) && !m_evidence.hasAny({Sign::PersonalPhoneSame, Sign::PhoneSame}))
             m_evidence.add(Sign::PhonesDiffer);
-        if (bothHaveEmails && !m_evidence.has(Sign::EmailSame))
+        if (haveOthers(ValueKind::Email) && !m_evidence.has(Sign::EmailSame))
             m_evidence.add(Sign::EmailsDiffer);
+    }
+
+    /// Whether each has values of a kind that the other has not.
+    bool haveOthers(ValueKind kind) const
+    {
+        const auto hasOther = [kind](const Traits &one, const Traits &other) {
+            return std::ranges::any_of(one.values, [&](const ValueTrait &value) {
+                return value.kind == kind && std::ranges::none_of(other.values, [&](const ValueTrait &same) {
+                    return same.kind == kind && same.hash == value.hash;
+                });
+            });
+        };
+        return hasOther(m_a, m_b) && hasOther(m_b, m_a);
     }
 
     void addValue(Sign sign, int sharers)
@@ -214,14 +224,16 @@ private:
             return;
         m_evidence.add(sign);
         const SignWeight &weight = kSignWeights[static_cast<std::size_t>(sign)];
-        const double less = kBitsPerSharing * std::log2(sharers);
+        const double doublings = std::log2(sharers);
+        const double less = kBitsPerSharing * doublings;
         m_evidence.stranger -= static_cast<float>(std::min(less, weight.stranger));
-        m_evidence.close -= static_cast<float>(std::min(less, weight.close));
+        // Among many colleagues some have the same name.
+        m_evidence.close -= static_cast<float>(std::min(less, weight.close + std::max(0.0, doublings - 1)));
     }
 
     struct AddressMatch
     {
-        double bits = -1;
+        double bits = 0;
         bool isStreetEqual = false;
         bool isCityOther = false;
     };
@@ -244,25 +256,27 @@ private:
         return (of(both / 2) + of(static_cast<double>(std::min(a.size(), b.size())))) / 2;
     }
 
-    double placeBits(quint32 a, quint32 b, double equal) const
+    double placeBits(quint32 a, quint32 b, double equal, int errors) const
     {
         if (a == 0 || b == 0)
             return 0;
-        return a == b ? equal : typingErrors(word(a).form, word(b).form) <= 2 ? kPlaceAlikeBits : kOtherPlaceBits;
+        return a == b ? equal : typingErrors(word(a).form, word(b).form) <= errors ? kPlaceAlikeBits : kOtherPlaceBits;
     }
 
     AddressMatch addressMatch(const AddressTrait &a, const AddressTrait &b) const
     {
         AddressMatch found;
         const double street = alike(a.letterPairs, b.letterPairs);
-        found.bits = street > 0.85 ? kStreetEqualBits
-            : street > 0.65        ? kStreetAlikeBits
-            : street > 0.45        ? kStreetPartlyBits
-                                   : kOtherStreetBits;
-        found.bits = std::min({found.bits, rarity(a.street, kStreetEqualBits), rarity(b.street, kStreetEqualBits)});
+        if (a.street != 0 && b.street != 0) {
+            found.bits = street > 0.85 ? kStreetEqualBits
+                : street > 0.65        ? kStreetAlikeBits
+                : street > 0.45        ? kStreetPartlyBits
+                                       : kOtherStreetBits;
+            found.bits = std::min({found.bits, rarity(a.street, kStreetEqualBits), rarity(b.street, kStreetEqualBits)});
+        }
         if (a.number != 0 && b.number != 0)
             found.bits += a.number == b.number ? kNumberBits : kOtherNumberBits;
-        found.bits += placeBits(a.city, b.city, kCityBits) + placeBits(a.zip, b.zip, kZipBits);
+        found.bits += placeBits(a.city, b.city, kCityBits, 2) + placeBits(a.zip, b.zip, kZipBits, 1);
         found.isStreetEqual = street > 0.85 && a.number == b.number;
         found.isCityOther = a.city != 0 && b.city != 0
             && typingErrors(word(a.city).form, word(b.city).form) * 2 > static_cast<int>(word(a.city).form.size());
@@ -274,13 +288,17 @@ private:
         if (m_a.addresses.empty() || m_b.addresses.empty())
             return;
         AddressMatch best;
-        quint32 town = 0;
+        bool isFirst = true;
+        double placeBits = 0;
         for (const AddressTrait &a : m_a.addresses) {
             for (const AddressTrait &b : m_b.addresses) {
-                if (const AddressMatch other = addressMatch(a, b); other.bits > best.bits)
-                    best = other;
+                if (const AddressMatch match = addressMatch(a, b); isFirst || match.bits > best.bits)
+                    best = match;
+                isFirst = false;
                 if (a.city == b.city && a.city != 0)
-                    town = a.city;
+                    placeBits = std::max(placeBits,
+                        rarity(a.city, kMostTownBits)
+                            + (a.zip == b.zip && a.zip != 0 ? rarity(a.zip, kMostZipBits) : 0));
             }
         }
         if (best.isStreetEqual)
@@ -292,11 +310,12 @@ private:
             m_evidence.stranger += static_cast<float>(best.bits);
             return;
         }
-        const auto hasStreet = [](const AddressTrait &address) { return !address.letterPairs.empty(); };
-        if (std::ranges::any_of(m_a.addresses, hasStreet) && std::ranges::any_of(m_b.addresses, hasStreet))
+        if (best.bits < kOtherTownBelow)
             m_evidence.add(Sign::AddressesDiffer);
-        if (town != 0)
-            addRare(Sign::TownSame, town, kMostTownBits);
+        if (placeBits > 0) {
+            m_evidence.add(Sign::TownSame);
+            m_evidence.stranger += static_cast<float>(placeBits);
+        }
     }
 
     const Traits &m_a;
@@ -313,9 +332,9 @@ std::pair<double, double> sumsOf(const Evidence &evidence, bool isSpoiled)
     const bool mayBeWrong = isSpoiled && !evidence.hasAny({Sign::PhonesDiffer, Sign::EmailsDiffer});
     for (quint64 left = evidence.signs; left != 0; left &= left - 1) {
         const SignWeight &weight = kSignWeights[static_cast<std::size_t>(std::countr_zero(left))];
-        const bool isCheap = mayBeWrong && weight.canBeError;
-        stranger += isCheap ? kErrorInSpoiledBook : weight.stranger;
-        close += isCheap ? kErrorInSpoiledBook : weight.close;
+        const bool isOther = mayBeWrong && weight.spoiled != 0;
+        stranger += isOther ? weight.spoiled : weight.stranger;
+        close += isOther ? weight.spoiled : weight.close;
     }
     return {stranger, close};
 }
@@ -343,8 +362,10 @@ PriorOdds BookHabits::priorOdds() const
     constexpr int kMostPerError = 3;
     odds.isSpoiled = errors >= kFew && errors >= kLeastShare * m_alike && m_otherGivens <= kMostPerError * errors
         && m_otherBirthdays <= kMostPerError * errors;
-    if (odds.isSpoiled)
+    if (odds.isSpoiled) {
         odds.close = kSpoiledMargin;
+        odds.stranger += kSpoiledStrangerMargin - kStrangerMargin;
+    }
     return odds;
 }
 

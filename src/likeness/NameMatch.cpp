@@ -58,8 +58,7 @@ public:
         }
         if (points(best) < good && haveSameLetters())
             best.given = best.family = NameLikeness::Same;
-        if (!m_a.middle.empty() && !m_b.middle.empty())
-            best.middle = givenName(m_a.middle.front(), m_b.middle.front());
+        best.middle = middleNames();
         return best;
     }
 
@@ -96,8 +95,6 @@ private:
             const quint32 other = givenB.words.front();
             match.given = std::max({givenName(givenA.whole, givenB.whole), givenName(one, other),
                 otherName(m_a, givenA, other), otherName(m_b, givenB, one)});
-            if (match.given == NameLikeness::Second && isGuess()) // the order of the words is not known
-                match.given = NameLikeness::Same;
             match.givenWord = commoner(one, other);
         }
         if (!familyA.words.empty() && !familyB.words.empty()) {
@@ -131,7 +128,7 @@ private:
     /// Too often to be a typing error.
     bool isFrequent(const Word &word) const
     {
-        return word.contacts > 3 + static_cast<double>(m_book.contacts.size()) / 2000;
+        return word.contacts > 2 + static_cast<double>(m_book.contacts.size()) / 5000;
     }
 
     NameLikeness givenName(quint32 a, quint32 b) const
@@ -156,6 +153,24 @@ private:
         return isAlike ? NameLikeness::Mistyped : NameLikeness::Unlike;
     }
 
+    NameLikeness middleNames() const
+    {
+        const auto of = [](const NameTraits &name) {
+            const std::vector<quint32> &given = name.readings.front().given.words;
+            std::vector<quint32> middle(given.size() > 1 ? given.begin() + 1 : given.end(), given.end());
+            middle.insert(middle.end(), name.middle.begin(), name.middle.end());
+            return middle;
+        };
+        NameLikeness best = NameLikeness::Missing;
+        if (m_a.readings.size() + m_b.readings.size() > 2)
+            return best;
+        for (const quint32 a : of(m_a)) {
+            for (const quint32 b : of(m_b))
+                best = best == NameLikeness::Missing ? givenName(a, b) : std::max(best, givenName(a, b));
+        }
+        return best;
+    }
+
     /// Whether somebody is called so too.
     NameLikeness otherName(const NameTraits &name, const NamePart &given, quint32 called) const
     {
@@ -173,7 +188,7 @@ private:
     {
         if (a.whole == b.whole)
             return NameLikeness::Same;
-        if (haveCommon(a.words, b.words))
+        if (isSubset(a.words, b.words) || isSubset(b.words, a.words))
             return isGuess() ? NameLikeness::Same : NameLikeness::Mistyped;
         const bool areBothKnown = isFrequent(word(a.whole)) && isFrequent(word(b.whole));
         const bool isAlike = isTypingError(word(a.whole), word(b.whole))

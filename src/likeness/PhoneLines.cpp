@@ -216,8 +216,9 @@ void noteUses(std::span<Entry> entries)
         for (; begin != end; ++begin) {
             if (begin->line.extension != 0)
                 begin->line.use = PhoneUse::Personal;
-            else if (use != PhoneUse::Unknown)
-                begin->line.use = use;
+            else if (use != PhoneUse::Unknown) // where its country is guessed, the label may know better
+                begin->line.use =
+                    begin->line.use == PhoneUse::Unknown || begin->line.use == use ? use : PhoneUse::Unknown;
         }
     }
 }

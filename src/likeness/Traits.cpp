@@ -33,7 +33,7 @@ bool isOfficeEmail(const QString &local, const QString &host)
                 .split(u' ');
         return QSet<QString>(names.begin(), names.end());
     }();
-    return offices.contains(local) || local == host.section(u'.', 0, 0);
+    return offices.contains(local) || local.contains(QLatin1String("famil")) || local == host.section(u'.', 0, 0);
 }
 
 ValueTrait emailTrait(const QString &text)
@@ -236,7 +236,7 @@ private:
         trait.street = counted(m_words.joined(street));
         std::ranges::stable_sort(street, std::greater(), [&](quint32 word) { return m_words[word].form.size(); });
         trait.city = counted(m_words.joined(numbers(address.valueForKey(kABAddressCityKey))));
-        trait.zip = m_words.joined(numbers(address.valueForKey(kABAddressZIPKey)));
+        trait.zip = counted(m_words.joined(numbers(address.valueForKey(kABAddressZIPKey))));
         if (!trait.letterPairs.empty() || trait.city != 0 || trait.zip != 0)
             addresses.push_back(std::move(trait));
     }
@@ -255,9 +255,10 @@ private:
     }
 
     Vocabulary &m_words;
-    QSet<quint32> m_titles = setOf("dr prof professor mr mrs ms miss mister herr frau hr fr mag ing dipl doctor doktor "
-                                   "sir rev reverend mme mlle monsieur madame sra srta sig signor signora dott "
-                                   "drs capt captain phd md mba msc bsc esq");
+    QSet<quint32> m_titles =
+        setOf("dr sr prof professor mr mrs ms miss mister herr frau hr fr mag ing dipl doctor doktor "
+              "sir rev reverend mme mlle monsieur madame sra srta sig signor signora dott "
+              "drs capt captain phd md mba msc bsc esq");
     QSet<quint32> m_particles =
         setOf("van von de der den del della di da do dos das du la le el al bin ibn ter ten zu zur vom");
     QSet<quint32> m_legalForms = setOf("gmbh inc incorporated llc ltd limited ag co corp corporation company kg ohg ug "

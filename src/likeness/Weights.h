@@ -18,6 +18,7 @@ enum class Sign : quint8 {
     FamilySame,
     FamilyMistyped,
     FamilyDiffers,
+    FamilyMissing,
     NamesWrittenDifferently,
     NamesSwapped,
     MiddleSame,
@@ -51,7 +52,7 @@ enum class Sign : quint8 {
     CompanyNameSame,
     CompanyNameMistyped,
     CompanyNameDiffers,
-    CompanyAndPerson,
+    CompanyAndPerson
 };
 
 /// By the theory of record linkage (Fellegi and Sunter) a sign weighs log2 of how much more often one finds it between
@@ -63,7 +64,7 @@ struct SignWeight
     Sign sign;
     double stranger;
     double close;
-    bool canBeError; ///< one person's contacts say this when one of them is wrong
+    double spoiled; ///< instead of both in a book whose texts are often wrong; 0: no other
     const char *says; ///< empty: nothing to tell the user
 };
 
@@ -71,59 +72,60 @@ struct SignWeight
 inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     // Among strangers equal names weigh by how rare the book has them; that is added in Evidence.cpp. In a family
     // few are called alike: fathers and sons, some colleagues.
-    {Sign::GivenSame, 0, 5, false, "same first name"},
-    {Sign::GivenNickname, -1, 4, false, "same first name, written differently"},
-    {Sign::GivenMistyped, -2, 4, false, "similar first name"},
-    {Sign::GivenInitial, 0, 4, false, "same initial"}, // one of sixteen in a family
-    {Sign::GivenSecond, 0, -1, false, "first name of one is a second name of the other"}, // parents' names are given on
-    {Sign::GivenUnlike, -6, -6, true, ""}, // there are more pet names than any table has
-    {Sign::GivenDiffers, -8, -8, true, ""}, // both are well known
-    {Sign::FamilySame, 0, 0, false, "same last name"},
-    {Sign::FamilyMistyped, -2, 0, false, "similar last name"},
-    {Sign::FamilyDiffers, -7, -7, true, ""}, // people marry, but colleagues have equal first names
-    {Sign::NamesWrittenDifferently, 0, 0, false, ""},
-    {Sign::NamesSwapped, -1, -1, false, ""}, // James Robert and Robert James may be two
-    {Sign::MiddleSame, 2, 1, false, ""},
-    {Sign::MiddleDiffers, -4, -4, false, ""},
-    {Sign::SuffixSame, 2, 2, false, ""},
-    {Sign::SuffixOnOne, 0, -4, false, ""}, // only the son may be given one, and often neither is
-    {Sign::SuffixDiffers, -14, -14, false, ""}, // father and son
+    {Sign::GivenSame, 0, 5, 0, "same first name"},
+    {Sign::GivenNickname, -1, 3, 0, "same first name, written differently"},
+    {Sign::GivenMistyped, -2, 3, 0, "similar first name"},
+    {Sign::GivenInitial, 0, 3, 0, "same initial"},
+    {Sign::GivenSecond, 0, -1, 0, "first name of one is a second name of the other"}, // parents' names are given on
+    {Sign::GivenUnlike, -6, -6, -2, ""}, // there are more pet names than any table has
+    {Sign::GivenDiffers, -8, -8, -2, ""}, // both are well known
+    {Sign::FamilySame, 0, 0, 0, "same last name"},
+    {Sign::FamilyMistyped, -2, -1, 0, "similar last name"},
+    {Sign::FamilyDiffers, -7, -7, -2, ""}, // people marry, but colleagues have equal first names
+    {Sign::FamilyMissing, 0, -2, 0, ""}, // first names are common among colleagues
+    {Sign::NamesWrittenDifferently, 0, 0, 0, ""},
+    {Sign::NamesSwapped, -1, -1, 0, ""}, // James Robert and Robert James may be two
+    {Sign::MiddleSame, 2, 1, 0, ""},
+    {Sign::MiddleDiffers, -4, -7, 0, ""},
+    {Sign::SuffixSame, 2, 2, 0, ""},
+    {Sign::SuffixOnOne, 0, -6, 0, ""}, // only the son may be given one, and often neither is
+    {Sign::SuffixDiffers, -14, -14, 0, ""}, // father and son
 
     // 365 days of some 60 years. Twins aside, a family does not share a day; and twins have different names.
-    {Sign::BirthdaySame, 14, 8, false, "same birthday"},
-    {Sign::BirthdayOfOtherName, 14, 1, false, "same birthday"},
-    {Sign::BirthdayWithoutYear, 8, 4, false, "same birthday"},
-    {Sign::BirthdayMistyped, 4, 2, false, "similar birthday"},
-    {Sign::BirthdayDiffers, -9, -9, true, ""},
+    {Sign::BirthdaySame, 14, 8, 0, "same birthday"},
+    {Sign::BirthdayOfOtherName, 14, 1, 0, "same birthday"},
+    {Sign::BirthdayWithoutYear, 8, 4, 0, "same birthday"},
+    {Sign::BirthdayMistyped, 2, 1, 4, "similar birthday"},
+    {Sign::BirthdayDiffers, -9, -9, -2, ""},
 
     // Strangers never share a number or an address. How often people who are close do is in the close column, and a
     // value that several people of the book have weighs less, by kBitsPerSharing.
-    {Sign::PersonalPhoneSame, 30, 6, false, "same phone number"},
-    {Sign::PhoneSame, 30, 3, false, "same phone number"},
-    {Sign::SharedPhoneSame, 28, 0, false, "same phone number"},
-    {Sign::PhonesDiffer, -1, -1, false, ""}, // most people have several
-    {Sign::DesksDiffer, -5, -5, false, ""}, // two extensions of one number
-    {Sign::EmailSame, 30, 6, false, "same e-mail address"},
-    {Sign::OfficeEmailSame, 20, 0, false, "same e-mail address"},
-    {Sign::EmailsDiffer, -1, -1, false, ""},
-    {Sign::AccountSame, 30, 8, false, "same account"},
-    {Sign::PictureSame, 24, 4, false, "same picture"}, // may be a program's picture for everybody
+    {Sign::PersonalPhoneSame, 30, 6, 0, "same phone number"},
+    {Sign::PhoneSame, 30, 3, 0, "same phone number"},
+    {Sign::SharedPhoneSame, 28, 0, 0, "same phone number"},
+    {Sign::PhonesDiffer, -2, -2, 0, ""}, // most people have several
+    {Sign::DesksDiffer, -5, -5, 0, ""}, // two extensions of one number
+    {Sign::EmailSame, 30, 6, 0, "same e-mail address"},
+    {Sign::OfficeEmailSame, 20, 0, 0, "same e-mail address"},
+    {Sign::EmailsDiffer, -2, -2, 0, ""},
+    {Sign::AccountSame, 30, 8, 0, "same account"},
+    {Sign::PictureSame, 24, 4, 0, "same picture"}, // may be a program's picture for everybody
 
     // Weighs by its parts, which are added in Evidence.cpp. Families and neighbours share it.
-    {Sign::AddressSame, 0, 0, false, "same address"},
-    {Sign::AddressNear, 0, 0, false, "similar address"},
-    {Sign::StreetSame, 0, 0, false, ""},
-    {Sign::CityDiffers, 0, 0, false, ""},
-    {Sign::AddressesDiffer, -1, -1, false, ""}, // people move, and have two
-    {Sign::TownSame, 0, 0, false, "same town"}, // by how rare it is
-    {Sign::CompanySame, 0, 0, false, "same company"}, // by how rare it is
-    {Sign::CompaniesDiffer, -1, -1, false, ""},
+    {Sign::AddressSame, 0, 0, 0, "same address"},
+    {Sign::AddressNear, 0, 0, 0, "similar address"},
+    {Sign::StreetSame, 0, 0, 0, ""},
+    {Sign::CityDiffers, 0, 0, 0, ""},
+    {Sign::AddressesDiffer, -1, -1, -5, ""}, // people move, and have two
+    {Sign::TownSame, 0, 0, 0, "same town"}, // by how rare it is
+    {Sign::CompanySame, 0, -2, 0, "same company"}, // by how rare it is; there are more colleagues than relatives
+    {Sign::CompaniesDiffer, -1, -1, 0, ""},
 
     // Companies have no other name.
-    {Sign::CompanyNameSame, 12, 5, false, "same company"},
-    {Sign::CompanyNameMistyped, 8, 3, false, "similar company"},
-    {Sign::CompanyNameDiffers, -7, -7, true, ""},
-    {Sign::CompanyAndPerson, -4, -4, true, ""}, // or a person's contact without a name
+    {Sign::CompanyNameSame, 12, 5, 0, "same company"},
+    {Sign::CompanyNameMistyped, 8, 3, 0, "similar company"},
+    {Sign::CompanyNameDiffers, -7, -7, -2, ""},
+    {Sign::CompanyAndPerson, -4, -4, -2, ""}, // or a person's contact without a name
 });
 // clang-format on
 
@@ -142,7 +144,8 @@ inline constexpr double kBitsPerSharing = 3;
 inline constexpr double kMostGivenBits = 7;
 inline constexpr double kMostFamilyBits = 8;
 inline constexpr double kMostTownBits = 3;
-inline constexpr double kMostCompanyBits = 5;
+inline constexpr double kMostZipBits = 2;
+inline constexpr double kMostCompanyBits = 4;
 
 // The parts of a postal address; each is often mistyped.
 inline constexpr double kStreetEqualBits = 8;
@@ -155,7 +158,8 @@ inline constexpr double kCityBits = 3;
 inline constexpr double kZipBits = 4;
 inline constexpr double kPlaceAlikeBits = 2;
 inline constexpr double kOtherPlaceBits = -3;
-inline constexpr double kLeastAddressBits = 7; ///< below this they are two addresses
+inline constexpr double kOtherTownBelow = -4;
+inline constexpr double kLeastAddressBits = 8; ///< below this they are two addresses
 
 /// The pairs of a book that are one person's: those that are certain by themselves, and one for so many contacts.
 inline constexpr double kContactsPerDuplicate = 20;
@@ -163,11 +167,10 @@ inline constexpr double kSmallestBook = 1000; ///< a smaller one tells no more o
 /// What is asked for beyond even odds, against strangers and against those who are close.
 inline constexpr double kStrangerMargin = -5;
 inline constexpr double kCloseMargin = -4;
-/// What a contradiction weighs in a book whose texts are known to be wrong often.
-inline constexpr double kErrorInSpoiledBook = -2;
-inline constexpr double kSpoiledMargin = 4; ///< instead of kCloseMargin
+inline constexpr double kSpoiledStrangerMargin = -3;
+inline constexpr double kSpoiledMargin = 6; ///< instead of kCloseMargin
 
 // The grades: log2 of the odds that are left.
-inline constexpr double kCertainFrom = 6;
+inline constexpr double kCertainFrom = 5;
 inline constexpr double kLikelyFrom = 0;
 inline constexpr double kPossibleFrom = -5;

@@ -119,6 +119,8 @@ bool isTypingError(const Word &a, const Word &b)
     const auto isNear = [](std::string_view one, std::string_view other) {
         const std::size_t length = std::max(one.size(), other.size());
         const std::size_t allowed = length < 4 ? 0 : length < 7 ? 1 : length < 10 ? 2 : 3;
+        if (length < 6 && one.substr(0, 1) != other.substr(0, 1))
+            return false; // Hung and Dung
         return length - std::min(one.size(), other.size()) <= allowed
             && typingErrors(one, other) <= static_cast<int>(allowed);
     };
