@@ -8,6 +8,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyleOption>
 
 #include <algorithm>
 
@@ -16,6 +17,7 @@ namespace {
 constexpr int kMargin = 12;
 constexpr int kMarginAbove = 8;
 constexpr int kGap = 8;
+constexpr int kRingMargin = 2;
 constexpr int kWidestTitle = 176;
 constexpr qreal kQuietScale = 0.92;
 
@@ -105,6 +107,12 @@ void GridCell::paintEvent(QPaintEvent *)
         painter.setOpacity(isEnabled() ? 1 : 0.4);
         painter.drawPixmap(at, m_picture);
         painter.setOpacity(1);
+    }
+    if (m_button && m_button->hasFocus()) { // which has no text for a ring around it
+        QStyleOptionFocusRect ring;
+        ring.initFrom(this);
+        ring.rect = rect().adjusted(kRingMargin, kRingMargin, -kRingMargin, -kRingMargin);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);
     }
     painter.setFont(font());
     painter.setPen(m_weight == Weight::Quiet ? quiet
@@ -296,6 +304,7 @@ void StickyGrid::moveSheets()
 
 void StickyGrid::showFocused(QWidget *focused)
 {
+    viewport()->update(); // its ring
     const QWidget *cell = focused ? focused->parentWidget() : nullptr;
     const bool isRow = cell && cell->parentWidget() == m_rowParts[Cells].sheet;
     if (!isRow && !(cell && cell->parentWidget() == m_headParts[Cells].sheet))
