@@ -32,10 +32,14 @@ QString htmlOf(const ProblemPlace &place, const QString &red)
 QString wordsOf(const ProblemPlace &place)
 {
     QStringList wrong;
-    for (const qsizetype i : place.wrong) {
-        const QString letter = place.text[i] == u' ' ? PlacesLabel::tr("a blank") : QString(place.text[i]);
-        if (!wrong.contains(letter))
-            wrong += letter;
+    for (qsizetype from = 0, to = 0; from < place.text.size(); from = to) {
+        const bool isWrong = place.wrong.contains(from);
+        const bool isBlank = place.text[from] == u' ';
+        while (to < place.text.size() && place.wrong.contains(to) == isWrong && (place.text[to] == u' ') == isBlank)
+            ++to;
+        const QString part = isBlank ? PlacesLabel::tr("a blank") : place.text.sliced(from, to - from);
+        if (isWrong && !wrong.contains(part))
+            wrong += part;
     }
     QString words = QString(place.text % u' ' % place.remark).simplified();
     if (!wrong.isEmpty())

@@ -4,7 +4,7 @@
 
 #include "app/look/Controls.h"
 
-#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QDir>
 #include <QToolButton>
 
@@ -50,6 +50,8 @@ BookStatus::BookStatus(QWidget *parent)
 
 void BookStatus::setUpMessage()
 {
+    // With this role a screen reader says what it shows.
+    QAccessible::registerAccessibleInterface(new QAccessibleWidget(m_message, QAccessible::Notification));
     m_undo->setText(tr("Undo"));
     m_undo->setAutoRaise(true);
     m_undo->setFocusPolicy(Qt::NoFocus); // Ctrl+Z does the same
@@ -71,11 +73,11 @@ void BookStatus::setMessage(const QString &done, bool canUndo)
 {
     m_message->setText(done);
     m_message->setToolTip(done);
+    m_message->setAccessibleName(done);
+    m_message->hide(); // each one is shown as a new one, or it would not be read out
     m_message->show();
     m_undo->setVisible(canUndo);
     m_messageTime.start();
-    QAccessibleEvent event(m_message, QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
 }
 
 void BookStatus::setName(const QString &name)
