@@ -45,6 +45,11 @@ QList<ABPersonPtr> peopleToCompare(const PersonItem &item)
     return people;
 }
 
+QString withKeys(const QString &tip, const QKeySequence &keys)
+{
+    return ResultsView::tr("%1 (%2)").arg(tip, keys.toString(QKeySequence::NativeText));
+}
+
 } // namespace
 
 ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
@@ -72,7 +77,7 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     m_side->addWidget(m_tips);
     m_side->addWidget(m_noMatch);
     m_tips->say(tr("What is to be repaired?"), {tr("Open a group to see its findings.")});
-    m_noMatch->say(tr("No finding has these words."));
+    m_noMatch->say(tr("No finding has these words."), {tr("Esc shows all findings.")});
     auto *halves = new QSplitter;
     halves->addWidget(m_list);
     halves->addWidget(m_side);
@@ -86,7 +91,6 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     layout->addWidget(halves, 1);
     layout->addWidget(makeButtons());
     setFocusProxy(m_tree);
-    setUpKeys();
     setUpActions();
     followController();
 }
@@ -142,48 +146,40 @@ QWidget *ResultsView::makeButtons()
     return bar;
 }
 
-void ResultsView::setUpKeys()
-{
-    const auto addKey = [this](const QKeySequence &keys, QPushButton *button) {
-        auto *action = new QAction(button->text(), this); // the menu shows the keys
-        action->setShortcut(keys);
-        connect(action, &QAction::triggered, button, &QPushButton::click);
-        addAction(action);
-        button->setToolTip(tr("%1 (%2)").arg(button->text(), keys.toString(QKeySequence::NativeText)));
-    };
-    addKey(QKeySequence(Qt::CTRL | Qt::Key_Return), m_fixButton);
-    addKey(QKeySequence(Qt::ALT | Qt::Key_Left), m_backButton);
-    addKey(QKeySequence(Qt::CTRL | Qt::Key_O), m_openContactButton);
-    connect(m_tree, &QTreeView::activated, this, [this](const QModelIndex &index) {
-        if (!index.data(ResultTree::IsGroupRole).toBool())
-            m_fixButton->setFocus();
-    });
-}
-
 void ResultsView::setUpActions()
 {
     const auto add = [this](const QString &title, const QKeySequence &keys, const auto &action) {
-        auto *added = new QAction(title, this);
+        auto *added = new QAction(title, this); // the menu shows it with its keys
         added->setShortcut(keys);
         connect(added, &QAction::triggered, this, action);
         addAction(added);
         return added;
     };
+    const auto addForButton = [&](const QString &title, const QKeySequence &keys, QPushButton *button) {
+        button->setToolTip(withKeys(button->text(), keys));
+        return add(title, keys, [button] { button->click(); });
+    };
+    addForButton(m_fixButton->text(), QKeySequence(Qt::CTRL | Qt::Key_Return), m_fixButton);
+    addForButton(m_backButton->text(), QKeySequence(Qt::ALT | Qt::Key_Left), m_backButton);
+    addForButton(m_openContactButton->text(), QKeySequence(Qt::CTRL | Qt::Key_O), m_openContactButton);
     add(tr("&Next Finding"), QKeySequence(Qt::ALT | Qt::Key_Down), [this] { m_tree->selectNeighbour(false); });
     add(tr("&Previous Finding"), QKeySequence(Qt::ALT | Qt::Key_Up), [this] { m_tree->selectNeighbour(true); });
-    m_fixAllAction = add(
-        tr("Fix &All ..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Return), [this] { m_fixAllButton->click(); });
-    m_fixAllButton->setToolTip(
-        tr("%1 (%2)").arg(tr("Fix all of the group"), m_fixAllAction->shortcut().toString(QKeySequence::NativeText)));
-
-    m_ignoreAction =
-        add(tr("&Ignore"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I), [this] { m_ignoreButton->click(); });
-
+    m_fixAllAction =
+        addForButton(tr("Fix &All ..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Return), m_fixAllButton);
+    m_fixAllButton->setToolTip(withKeys(tr("Fix all of the group"), m_fixAllAction->shortcut()));
+    m_compareAction =
+        addForButton(tr("Co&mpare Contacts ..."), QKeySequence(Qt::CTRL | Qt::Key_M), m_previewBox->compareButton());
+    m_previewBox->compareButton()->setToolTip(withKeys(tr("Compare and merge"), m_compareAction->shortcut()));
+    m_ignoreAction = addForButton(tr("&Ignore"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I), m_ignoreButton);
+    connect(m_tree, &QTreeView::activated, this, [this](const QModelIndex &index) {
+        if (!index.data(ResultTree::IsGroupRole).toBool())
+            m_fixButton->setFocus();
+    });
     connect(m_filter, &QLineEdit::textChanged, &m_controller, &OutlineViewController::setFilter);
     connect(m_filter, &QLineEdit::returnPressed, this, [this] { m_tree->setFocus(); });
-    auto *leave = new QShortcut(QKeySequence(Qt::Key_Escape), m_filter);
-    leave->setContext(Qt::WidgetShortcut);
-    connect(leave, &QShortcut::activated, this, [this] {
+    auto *showAll = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    showAll->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(showAll, &QShortcut::activated, this, [this] {
         m_filter->clear();
         m_tree->setFocus();
     });
@@ -201,6 +197,7 @@ void ResultsView::followController()
     connect(&m_controller, &OutlineViewController::filterChanged, this, [this] {
         openGroups();
         showSelection();
+        showCount();
     });
     connect(&m_controller, &OutlineViewController::fixed, this, &ResultsView::tellOfRepair);
     connect(m_shown, &QAbstractItemModel::rowsRemoved, this, &ResultsView::showCount);
@@ -272,6 +269,7 @@ void ResultsView::showPanel()
     m_places->setPlaces(
         item && !item->isRootNode() && !item->isGone() ? problemPlaces(item->finding()) : std::vector<ProblemPlace>());
     m_previewBox->setPeople(item ? peopleToCompare(*item) : QList<ABPersonPtr>());
+    m_compareAction->setEnabled(m_previewBox->people().size() > 1);
     m_openContactButton->setEnabled(m_controller.buttonsEnabled());
     m_head->showFinding(panel, item.get());
     m_fixButton->setAccessibleDescription(item ? item->whyNotFixable() : QString());
@@ -306,8 +304,8 @@ void ResultsView::showIgnore()
         && (!isOfSeveral || m_previewBox->people().size() > 1));
     m_ignoreButton->setText(isOfSeveral ? tr("Different People") : tr("Ignore"));
     m_ignoreButton->setToolTip(
-        tr("%1 (%2)").arg(isOfSeveral ? tr("These are different people") : tr("This is fine: hide it until it changes"),
-            m_ignoreAction->shortcut().toString(QKeySequence::NativeText)));
+        withKeys(isOfSeveral ? tr("These are different people") : tr("This is fine: hide it until it changes"),
+            m_ignoreAction->shortcut()));
     m_ignoreAction->setText(isOfSeveral ? tr("These Are D&ifferent People") : tr("&Ignore"));
     m_ignoreAction->setEnabled(m_ignoreButton->isEnabled());
 }

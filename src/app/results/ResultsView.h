@@ -58,7 +58,6 @@ Q_SIGNALS:
 private:
     QWidget *makePanel();
     QWidget *makeButtons();
-    void setUpKeys();
     void setUpActions();
     void followController();
     void showSelection();
@@ -93,5 +92,6 @@ private:
     QPushButton *m_fixButton;
     QAction *m_fixAllAction = nullptr;
     QAction *m_ignoreAction = nullptr;
+    QAction *m_compareAction = nullptr;
     bool m_isFixingAll = false;
 };
