@@ -3,7 +3,7 @@
 #include "app/look/Controls.h"
 
 #include <QAbstractTextDocumentLayout>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QIconEngine>
 #include <QKeyEvent>
 #include <QPainter>
@@ -118,6 +118,19 @@ QWidget *separator(Qt::Orientation orientation)
     line->setAutoFillBackground(true);
     orientation == Qt::Horizontal ? line->setFixedHeight(1) : line->setFixedWidth(1);
     return line;
+}
+
+void focusNext(QList<QWidget *> panes)
+{
+    panes.removeIf([](const QWidget *pane) { return !pane || !pane->isEnabled(); });
+    if (panes.isEmpty())
+        return;
+    const auto holdsFocus = [](const QWidget *pane) {
+        return pane->hasFocus() || pane->isAncestorOf(QApplication::focusWidget());
+    };
+    const auto current = std::ranges::find_if(panes, holdsFocus);
+    const qsizetype next = current == panes.end() ? 0 : (current - panes.begin() + 1) % panes.size();
+    panes[next]->setFocus(Qt::TabFocusReason);
 }
 
 QLabel *keyLabel(const QKeySequence &keys)

@@ -28,6 +28,8 @@ void setTextColour(QWidget *widget, ColourRole role);
 void makeHeadline(QWidget *widget);
 /// A thin line between two parts of a window.
 QWidget *separator(Qt::Orientation orientation);
+/// Gives the focus to the part of a window behind the one that has it. Null and disabled ones are skipped.
+void focusNext(QList<QWidget *> panes);
 /// A key, framed like one.
 QLabel *keyLabel(const QKeySequence &keys);
 

@@ -391,13 +391,5 @@ void MainWindow::focusNextPane()
     QList<QWidget *> panes{m_buttonBar->current(), m_contacts->searchField(), m_contacts->mainPane()};
     if (m_results)
         panes = m_results->panes();
-    panes.removeIf([](const QWidget *pane) { return !pane || !pane->isEnabled(); });
-    if (panes.isEmpty())
-        return;
-    const auto holdsFocus = [](const QWidget *pane) {
-        return pane->hasFocus() || pane->isAncestorOf(QApplication::focusWidget());
-    };
-    const auto current = std::find_if(panes.begin(), panes.end(), holdsFocus);
-    const qsizetype next = current == panes.end() ? 0 : (current - panes.begin() + 1) % panes.size();
-    panes[next]->setFocus(Qt::TabFocusReason);
+    focusNext(panes);
 }
