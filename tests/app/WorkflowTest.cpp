@@ -127,8 +127,6 @@ private Q_SLOTS:
         QTRY_COMPARE(results->uids(), QStringList({u"1"_s, u"3"_s}));
     }
 
-    void resultsAreContinued()
-    {
     void ignoringIsUndone()
     {
         start({"{'uid':'1','firstName':'Ann','suffix':'x','lastName':'Lee'}",
@@ -160,6 +158,8 @@ private Q_SLOTS:
         step(u"&Undo"_s, {u"1"_s, u"3"_s});
     }
 
+    void resultsAreContinued()
+    {
         start({"{'uid':'1','firstName':'Ann','suffix':'x','lastName':'Lee'}",
             "{'uid':'2','firstName':'Bo','suffix':'y','lastName':'Ng'}",
             "{'uid':'3','firstName':'Cy','suffix':'z','lastName':'Ito'}",

@@ -103,6 +103,8 @@ void AppDelegate::connectUndo()
     connect(&m_undo, &UndoSteps::noted, this, tell);
     connect(&m_sideWindows, &SideWindows::merged, this, tell);
     connect(&m_scans, &Scans::ignored, &m_undo, &UndoSteps::noteIgnored);
+    connect(&m_scans, &Scans::ignored, &m_sideWindows, &SideWindows::reloadIgnored);
+    connect(&m_undo, &UndoSteps::applied, &m_sideWindows, &SideWindows::reloadIgnored);
     connect(&m_undo, &UndoSteps::applied, this, [this](const QStringList &uids, const QString &message) {
         // Findings may name people who were put back as others who share an address.
         showChanged(m_scans.results() ? m_scans.results()->uids() + uids : uids);

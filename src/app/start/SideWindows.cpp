@@ -154,6 +154,12 @@ void SideWindows::showIgnored()
     bringToFront(window);
 }
 
+void SideWindows::reloadIgnored()
+{
+    if (auto *window = m_mainWindow.findChild<IgnoredWindow *>())
+        window->reload();
+}
+
 void SideWindows::showLikely(const QSet<QString> &among)
 {
     auto *window = new LikelyWindow(among, &m_mainWindow);

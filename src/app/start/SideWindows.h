@@ -33,6 +33,7 @@ public:
     void showNewCard();
     void showComparison(const QList<ABPersonPtr> &people);
     void showIgnored();
+    void reloadIgnored(); ///< where that window is open
     void showLikely(const QSet<QString> &among = {});
     void importFiles(const QStringList &paths);
 
