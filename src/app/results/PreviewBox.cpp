@@ -94,10 +94,12 @@ void PreviewBox::showPage()
 
 void PreviewBox::setLeftBehind(const std::vector<LostValue> &values)
 {
+    m_leftBehind->setVisible(!values.empty());
+    if (values.empty())
+        return;
     const bool isOne = values.size() == 1;
     m_leftBehind->setText((isOne ? tr("%1 is left behind by this repair") : tr("%1 are left behind by this repair"))
                               .arg(counted(qint64(values.size()), tr("value"), tr("values"))));
     m_leftBehind->setToolTip(Qt::convertFromPlainText(linesOf(values)));
     m_leftBehind->setAccessibleDescription(linesOf(values));
-    m_leftBehind->setVisible(!values.empty());
 }
