@@ -92,9 +92,9 @@ function(peoplenook_program name)
     peoplenook_precompile(${name} ${ARG_HEADERS})
 endfunction()
 
-# Sanitizer options of tests.
+# Sanitizer options of tests. Qt starts programs by a vfork() that the thread sanitizer takes for a fork of this process.
 set(sanitizer_environment
-    "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1"
+    "TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/tsan.supp:ignore_noninstrumented_modules=1:die_after_fork=0"
     "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp")
 # Clang's need it for function names, which the suppressions use.
 find_program(PEOPLENOOK_SYMBOLIZER llvm-symbolizer-14)

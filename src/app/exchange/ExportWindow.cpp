@@ -97,7 +97,7 @@ void ExportWindow::judgeFolder()
     else if (isThere && !folder.isDir())
         say(tr("This is a file, not a folder."));
     else if (!isThere)
-        say(folder.isAbsolute() ? tr("This folder will be made.") : tr("There is no such folder."));
+        say(folder.isAbsolute() ? tr("This folder will be created.") : tr("There is no such folder."));
     else
         say({});
 }
