@@ -20,7 +20,7 @@ struct KeyOfContact
     auto operator<=>(const KeyOfContact &) const = default;
 };
 
-enum class KeyKind : quint64 { Value = 1, Birthday, Day, WholeName, NameInTown, NameAtCompany, Number, Zip, Company };
+enum class KeyKind : quint64 { Value = 1, Birthday, Name, NameInTown, Number, Zip };
 
 class Keys
 {
@@ -51,22 +51,15 @@ public:
         collect(name.nicknames);
         for (const ValueTrait &value : contact.values)
             addSplit(KeyKind::Value, value.hash, initials, value.sharers > kFewSharers);
-        if (contact.birthday.isValid()) {
+        if (contact.birthday.isValid())
             addSplit(KeyKind::Birthday, static_cast<quint64>(contact.birthday.toJulianDay()), initials, true);
-            for (const quint32 number : names) // without the year, or with another one
-                add(KeyKind::Day, sound(number),
-                    static_cast<quint64>(contact.birthday.month() * 32 + contact.birthday.day()));
-        }
-        add(KeyKind::WholeName, sound(name.readings.back().given.whole) + sound(name.readings.back().family.whole));
-        if (contact.isCompany)
-            add(KeyKind::Company, contact.company);
-        for (const AddressTrait &address : contact.addresses)
+        add(KeyKind::Name,
+            contact.isCompany ? contact.company
+                              : sound(name.readings.back().given.whole) + sound(name.readings.back().family.whole));
+        for (const AddressTrait &address : contact.addresses) {
             addAddress(address);
-        for (const quint32 number : names) {
-            for (const AddressTrait &address : contact.addresses)
+            for (const quint32 number : names)
                 addSplit(KeyKind::NameInTown, sound(number) * 31 + sound(address.city), initials, true);
-            if (contact.company != 0)
-                addSplit(KeyKind::NameAtCompany, sound(number) + contact.company, initials, true);
         }
     }
 
@@ -99,7 +92,7 @@ private:
         for (std::size_t i = 0; i < std::min(kStreetWords, address.streetWords.size()); ++i) {
             const quint64 street = sound(address.streetWords[i]);
             if (address.number != 0)
-                add(KeyKind::Number, street, address.number);
+                add(KeyKind::Number, street * 31 + address.number, sound(address.city));
             if (address.zip != 0)
                 add(KeyKind::Zip, street, address.zip);
         }

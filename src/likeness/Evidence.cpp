@@ -154,8 +154,8 @@ private:
 
     bool agreeGiven() const
     {
-        return m_evidence.hasAny({Sign::GivenSame, Sign::GivenNickname, Sign::GivenMistyped, Sign::GivenInitial,
-            Sign::CompanyNameSame, Sign::CompanyNameMistyped});
+        return m_evidence.agreeGiven()
+            || m_evidence.hasAny({Sign::GivenInitial, Sign::CompanyNameSame, Sign::CompanyNameMistyped});
     }
 
     static bool areOneSlipApart(QDate a, QDate b)
@@ -353,15 +353,15 @@ PriorOdds BookHabits::oddsFor(int duplicates) const
 
 PriorOdds BookHabits::priorOdds() const
 {
-    PriorOdds odds = oddsFor(m_certain);
+    PriorOdds odds = oddsFor(m_pairs[Certain]);
     // Errors that no family explains, of two kinds, so that people who married or towns of two names are not enough.
     constexpr int kFew = 5;
     constexpr double kLeastShare = 0.01;
-    const int errors = std::min(m_otherSurnames, m_otherCities);
+    const int errors = std::min(m_pairs[OtherSurname], m_pairs[OtherCity]);
     // They hit all fields about alike. Contradictions that are much more frequent are families'.
     constexpr int kMostPerError = 3;
-    odds.isSpoiled = errors >= kFew && errors >= kLeastShare * m_alike && m_otherGivens <= kMostPerError * errors
-        && m_otherBirthdays <= kMostPerError * errors;
+    odds.isSpoiled = errors >= kFew && errors >= kLeastShare * m_pairs[Alike]
+        && std::max(m_pairs[OtherGiven], m_pairs[OtherBirthday]) <= kMostPerError * errors;
     if (odds.isSpoiled) {
         odds.close = kSpoiledMargin;
         odds.stranger += kSpoiledStrangerMargin - kStrangerMargin;
@@ -371,20 +371,25 @@ PriorOdds BookHabits::priorOdds() const
 
 void BookHabits::count(const Evidence &evidence)
 {
-    m_certain += scoreOf(evidence, m_first) >= kCertainFrom ? 1 : 0;
-    const bool agreeGiven = evidence.hasAny({Sign::GivenSame, Sign::GivenNickname, Sign::GivenMistyped});
-    const bool agreeFamily = evidence.hasAny({Sign::FamilySame, Sign::FamilyMistyped});
+    const auto addIf = [this](Kind kind, bool isSo) { m_pairs[kind] += isSo ? 1 : 0; };
+    addIf(Certain, scoreOf(evidence, m_first) >= kCertainFrom);
     const bool shareHome =
         evidence.hasAny({Sign::AddressSame, Sign::SharedPhoneSame, Sign::PhoneSame, Sign::PersonalPhoneSame});
-    if (agreeGiven && evidence.has(Sign::BirthdaySame) && evidence.has(Sign::StreetSame)) {
-        m_alike += 1;
-        m_otherSurnames += evidence.has(Sign::FamilyDiffers) ? 1 : 0;
-        m_otherCities += agreeFamily && evidence.has(Sign::CityDiffers) ? 1 : 0;
+    if (evidence.agreeGiven() && evidence.has(Sign::BirthdaySame) && evidence.has(Sign::StreetSame)) {
+        addIf(Alike, true);
+        addIf(OtherSurname, evidence.has(Sign::FamilyDiffers));
+        addIf(OtherCity, evidence.agreeFamily() && evidence.has(Sign::CityDiffers));
     }
-    if (agreeFamily && shareHome) {
-        m_otherGivens += evidence.hasAny({Sign::GivenDiffers, Sign::GivenUnlike}) ? 1 : 0;
-        m_otherBirthdays += agreeGiven && evidence.has(Sign::BirthdayDiffers) ? 1 : 0;
+    if (evidence.agreeFamily() && shareHome) {
+        addIf(OtherGiven, evidence.hasAny({Sign::GivenDiffers, Sign::GivenUnlike}));
+        addIf(OtherBirthday, evidence.agreeGiven() && evidence.has(Sign::BirthdayDiffers));
     }
+}
+
+void BookHabits::add(const BookHabits &other)
+{
+    for (std::size_t kind = 0; kind < Kinds; ++kind)
+        m_pairs[kind] += other.m_pairs[kind];
 }
 
 Evidence compare(const BookTraits &book, quint32 one, quint32 other)
@@ -419,9 +424,7 @@ QStringList reasonsOf(const Evidence &evidence)
 {
     QStringList reasons;
     quint64 told = 0;
-    const bool hasBothNames = evidence.hasAny({Sign::GivenSame, Sign::GivenNickname, Sign::GivenMistyped})
-        && evidence.hasAny({Sign::FamilySame, Sign::FamilyMistyped});
-    if (hasBothNames) {
+    if (evidence.agreeGiven() && evidence.agreeFamily()) {
         const bool isExact = evidence.has(Sign::GivenSame) && evidence.has(Sign::FamilySame)
             && !evidence.hasAny({Sign::NamesWrittenDifferently, Sign::NamesSwapped});
         const bool isMistyped = evidence.hasAny({Sign::GivenMistyped, Sign::FamilyMistyped});

@@ -7,6 +7,8 @@
 
 #include <QStringList>
 
+#include <array>
+
 /// What speaks for and against two contacts being one person's.
 struct Evidence
 {
@@ -23,6 +25,8 @@ struct Evidence
         }
         return false;
     }
+    bool agreeGiven() const { return hasAny({Sign::GivenSame, Sign::GivenNickname, Sign::GivenMistyped}); }
+    bool agreeFamily() const { return hasAny({Sign::FamilySame, Sign::FamilyMistyped}); }
     void add(Sign sign) { signs |= quint64{1} << static_cast<int>(sign); }
 };
 
@@ -42,21 +46,25 @@ public:
     explicit BookHabits(std::size_t contacts);
 
     void count(const Evidence &evidence);
+    void add(const BookHabits &other);
     PriorOdds priorOdds() const;
 
 private:
     PriorOdds oddsFor(int duplicates) const;
 
+    enum Kind {
+        Certain, ///< by the odds before anything was counted
+        Alike, ///< agree in first name, birthday and street
+        OtherSurname, ///< and not in the last name
+        OtherCity, ///< and in the last name, but not in the city
+        OtherGiven, ///< share an address or a phone, and a last name, but not the first name
+        OtherBirthday, ///< share these and the first name, but not the birthday
+        Kinds
+    };
+
     double m_contacts;
     PriorOdds m_first; // before anything was counted
-    // Of pairs:
-    int m_certain = 0; // by those odds
-    int m_alike = 0; // agree in first name, birthday and street
-    int m_otherSurnames = 0; // and not in the last name
-    int m_otherCities = 0; // and in the last name, but not in the city
-    // Of pairs that share an address or a phone, and a last name:
-    int m_otherGivens = 0; // and not the first name
-    int m_otherBirthdays = 0; // and the first name, but not the birthday
+    std::array<int, Kinds> m_pairs{};
 };
 
 /// Of two contacts by their numbers; their order does not count.

@@ -4,6 +4,7 @@
 
 #include "likeness/Blocks.h"
 #include "likeness/Evidence.h"
+#include "likeness/TwoThreads.h"
 
 #include <QLocale>
 
@@ -125,25 +126,45 @@ private:
     std::vector<std::size_t> m_places; // of each contact in m_clusters
 };
 
+struct Compared
+{
+    BookHabits habits;
+    std::vector<Link> links; ///< those that may be of some grade
+};
+
+/// Incomplete when @p progress gave it up.
+Compared compareAll(const BookTraits &book, std::span<const CandidatePair> pairs, const LikenessProgress &progress)
+{
+    Compared compared{BookHabits(book.contacts.size()), {}};
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        if (!progress(static_cast<double>(i) / static_cast<double>(pairs.size())))
+            break;
+        const Evidence evidence = compare(book, pairs[i].first, pairs[i].second);
+        compared.habits.count(evidence);
+        if (mayBeOnePerson(evidence))
+            compared.links.push_back({pairs[i], evidence});
+    }
+    return compared;
+}
+
 struct Links
 {
     std::vector<Link> links; ///< those of some grade, the best first
     PriorOdds prior;
 };
 
-Links linksOf(const BookTraits &book, const std::vector<CandidatePair> &pairs, const LikenessProgress &progress)
+Links linksOf(const BookTraits &book, std::span<const CandidatePair> pairs, const LikenessProgress &progress)
 {
-    BookHabits habits(book.contacts.size());
-    std::vector<Link> links;
-    for (std::size_t i = 0; i < pairs.size(); ++i) {
-        if (!progress(static_cast<double>(i) / static_cast<double>(pairs.size())))
-            return {{}, habits.priorOdds()};
-        const Evidence evidence = compare(book, pairs[i].first, pairs[i].second);
-        habits.count(evidence);
-        if (mayBeOnePerson(evidence))
-            links.push_back({pairs[i], evidence});
-    }
-    const PriorOdds prior = habits.priorOdds();
+    Compared compared{BookHabits(book.contacts.size()), {}};
+    Compared rest = compared;
+    const std::size_t half = pairs.size() / 2;
+    inTwoThreads(
+        progress, [&](const LikenessProgress &go) { compared = compareAll(book, pairs.first(half), go); },
+        [&](const LikenessProgress &go) { rest = compareAll(book, pairs.subspan(half), go); });
+    compared.habits.add(rest.habits);
+    std::vector<Link> &links = compared.links;
+    links.insert(links.end(), rest.links.begin(), rest.links.end());
+    const PriorOdds prior = compared.habits.priorOdds();
     for (Link &link : links)
         link.score = scoreOf(link.evidence, prior);
     std::erase_if(links, [](const Link &link) { return link.score < kPossibleFrom; });

@@ -10,6 +10,8 @@
 #include <phonenumbers/phonenumberutil.h>
 
 #include <algorithm>
+#include <map>
+#include <optional>
 #include <set>
 
 namespace {
@@ -152,32 +154,54 @@ PhoneUse useOf(const PhoneNumber &number)
     }
 }
 
-bool parse(const Entry &entry, const QString &region, PhoneNumber &number)
+/// What is said of numbers that end alike, by text and region, since it takes long to find out.
+class Understander
 {
-    std::string text = entry.phone->text().toStdString();
-    if (text.starts_with("00"))
-        text.replace(0, 2, "+");
-    return util().Parse(text, region.isEmpty() ? "ZZ" : region.toStdString(), &number)
-        == PhoneNumberUtil::NO_PARSING_ERROR;
-}
+public:
+    /// False: not a number of that region.
+    bool understand(Entry &entry, const QString &region)
+    {
+        const PhoneNumber *const number = parsed(entry, region);
+        if (!number)
+            return false;
+        std::string national;
+        util().GetNationalSignificantNumber(*number, &national);
+        entry.line.number = keyOf(std::to_string(number->country_code()) + national);
+        if (number->has_extension() && !number->extension().empty())
+            entry.line.extension = static_cast<quint32>(keyOf(number->extension())) | 1U;
+        entry.region = region;
+        return true;
+    }
 
-bool understand(Entry &entry, const QString &region)
-{
-    PhoneNumber number;
-    if (!parse(entry, region, number))
-        return false;
-    std::string national;
-    util().GetNationalSignificantNumber(number, &national);
-    entry.line.number = keyOf(std::to_string(number.country_code()) + national);
-    if (number.has_extension() && !number.extension().empty())
-        entry.line.extension = static_cast<quint32>(keyOf(number.extension())) | 1U;
-    entry.region = region;
-    return true;
-}
+    PhoneUse useOfNumber(const Entry &entry)
+    {
+        const PhoneNumber *const number = parsed(entry, entry.region);
+        return number ? useOf(*number) : PhoneUse::Unknown;
+    }
+
+private:
+    const PhoneNumber *parsed(const Entry &entry, const QString &region)
+    {
+        const auto [place, isNew] = m_parsed.try_emplace({entry.phone->text(), region});
+        if (isNew) {
+            std::string text = entry.phone->text().toStdString();
+            if (text.starts_with("00"))
+                text.replace(0, 2, "+");
+            PhoneNumber number;
+            if (util().Parse(text, region.isEmpty() ? "ZZ" : region.toStdString(), &number)
+                == PhoneNumberUtil::NO_PARSING_ERROR)
+                place->second = number;
+        }
+        return place->second ? &*place->second : nullptr;
+    }
+
+    std::map<std::pair<QString, QString>, std::optional<PhoneNumber>> m_parsed;
+};
 
 /// Numbers of several contacts that end alike. All others are equal to none and need not be understood.
 void understandAll(std::span<Entry> entries, std::span<const PersonSnapshot> people, const QString &userRegion)
 {
+    Understander numbers;
     std::vector<Entry *> withoutCountry;
     std::set<QString> regions;
     std::set<quint64> known;
@@ -190,35 +214,30 @@ void understandAll(std::span<Entry> entries, std::span<const PersonSnapshot> peo
         }
         regions.insert(entry.region);
         if (!entry.isInternational || !entry.isPlain)
-            understand(entry, entry.region);
+            numbers.understand(entry, entry.region);
         known.insert(entry.line.number);
     }
     for (Entry *const entry : withoutCountry) {
         const auto isKnown = [&](const QString &region) {
-            return !region.isEmpty() && understand(*entry, region) && known.contains(entry->line.number);
+            return !region.isEmpty() && numbers.understand(*entry, region) && known.contains(entry->line.number);
         };
         if (!isKnown(userRegion) && std::ranges::none_of(regions, isKnown))
-            understand(*entry, userRegion);
+            numbers.understand(*entry, userRegion);
     }
-}
-
-/// What a number that several contacts have is for.
-void noteUses(std::span<Entry> entries)
-{
+    // What a number that several contacts have is for.
     const auto number = [](const Entry &entry) { return entry.line.number; };
     std::ranges::stable_sort(entries, {}, number);
     for (auto begin = entries.begin(); begin != entries.end();) {
         const auto end =
             std::find_if(begin, entries.end(), [&](const Entry &e) { return number(e) != number(*begin); });
-        PhoneNumber parsed;
         const bool isShared = (end - 1)->contact != begin->contact;
-        const PhoneUse use = isShared && parse(*begin, begin->region, parsed) ? useOf(parsed) : PhoneUse::Unknown;
+        const PhoneUse use = isShared ? numbers.useOfNumber(*begin) : PhoneUse::Unknown;
         for (; begin != end; ++begin) {
+            PhoneUse &noted = begin->line.use;
             if (begin->line.extension != 0)
-                begin->line.use = PhoneUse::Personal;
+                noted = PhoneUse::Personal;
             else if (use != PhoneUse::Unknown) // where its country is guessed, the label may know better
-                begin->line.use =
-                    begin->line.use == PhoneUse::Unknown || begin->line.use == use ? use : PhoneUse::Unknown;
+                noted = noted == PhoneUse::Unknown || noted == use ? use : PhoneUse::Unknown;
         }
     }
 }
@@ -245,10 +264,8 @@ std::vector<std::vector<PhoneLine>> phoneLines(
         if (!progress(done))
             return {};
         const bool isOfOne = std::all_of(begin, end, [&](const Entry &e) { return e.contact == begin->contact; });
-        if (!isOfOne && begin->ending != 0) {
+        if (!isOfOne && begin->ending != 0)
             understandAll({begin, end}, people, region);
-            noteUses({begin, end});
-        }
         begin = end;
     }
     std::vector<std::vector<PhoneLine>> lines(people.size());

@@ -3,12 +3,12 @@
 #include "likeness/Traits.h"
 
 #include "likeness/NameMatch.h"
+#include "likeness/TwoThreads.h"
 
 #include <QSet>
 
 #include <algorithm>
 #include <numeric>
-#include <tuple>
 
 namespace {
 
@@ -72,12 +72,12 @@ public:
             m_streets[*setOf(brief).begin()] = *setOf(full).begin();
     }
 
-    Traits read(const PersonRecord &record, const std::vector<PhoneLine> &lines)
+    Traits read(const PersonRecord &record)
     {
         Traits traits;
         traits.birthday = record.birthday().value_or(QDate());
         readName(record, traits);
-        readValues(record, lines, traits.values);
+        readValues(record, traits.values);
         if (const ABMultiValue *const addresses = record.multiValue(kABAddressProperty)) {
             for (const auto &entry : addresses->entries())
                 readAddress(entry.dictionary(), traits.addresses);
@@ -172,11 +172,8 @@ private:
         name.maiden = withoutParticles(numbers(record.text(kABMaidenNameProperty)));
     }
 
-    static void readValues(
-        const PersonRecord &record, const std::vector<PhoneLine> &lines, std::vector<ValueTrait> &values)
+    static void readValues(const PersonRecord &record, std::vector<ValueTrait> &values)
     {
-        for (const PhoneLine &line : lines)
-            values.push_back({ValueKind::Phone, line.use, line.extension, line.number});
         if (const ABMultiValue *const emails = record.multiValue(kABEmailProperty)) {
             for (const auto &entry : emails->entries()) {
                 if (entry.text().contains(u'@'))
@@ -190,8 +187,6 @@ private:
         if (const QByteArray *const picture = record.imageData())
             values.push_back(
                 {.kind = ValueKind::Picture, .hash = qHashBits(picture->data(), size_t(picture->size()), 1)});
-        const auto order = [](const ValueTrait &value) { return std::tuple(value.kind, value.hash, value.extension); };
-        std::ranges::sort(values, {}, order);
     }
 
     static void readAccounts(const ABMultiValue *accounts, ABKey service, ABKey name, std::vector<ValueTrait> &values)
@@ -303,12 +298,21 @@ void countSharers(BookTraits &book)
 BookTraits traitsOf(std::span<const PersonSnapshot> people, const QString &region, const LikenessProgress &progress)
 {
     BookTraits book;
-    const auto lines = phoneLines(people, region, [&](double done) { return progress(done / 2); });
-    Reader reader(book.words);
+    std::vector<std::vector<PhoneLine>> lines;
+    const auto read = [&](const LikenessProgress &go) {
+        Reader reader(book.words);
+        for (const PersonSnapshot &person : people) {
+            if (!go(static_cast<double>(book.contacts.size()) / static_cast<double>(people.size())))
+                return;
+            book.contacts.push_back(reader.read(*person.record));
+        }
+    };
+    inTwoThreads(progress, read, [&](const LikenessProgress &go) { lines = phoneLines(people, region, go); });
+    if (book.contacts.size() < people.size())
+        return book;
     for (std::size_t i = 0; i < people.size(); ++i) {
-        if (!progress((1 + static_cast<double>(i) / static_cast<double>(people.size())) / 2))
-            return book;
-        book.contacts.push_back(reader.read(*people[i].record, lines[i]));
+        for (const PhoneLine &line : lines[i])
+            book.contacts[i].values.push_back({ValueKind::Phone, line.use, line.extension, line.number});
     }
     std::vector<quint32> byUid(people.size());
     std::iota(byUid.begin(), byUid.end(), 0);

@@ -59,7 +59,7 @@ struct AddressTrait
 struct Traits
 {
     NameTraits name;
-    std::vector<ValueTrait> values; ///< by kind and hash
+    std::vector<ValueTrait> values;
     std::vector<AddressTrait> addresses;
     QDate birthday;
     quint32 company = 0;
