@@ -40,6 +40,10 @@ int main(int argc, char *argv[])
     QApplication::setApplicationVersion(QStringLiteral(PEOPLENOOK_VERSION));
     QApplication::setStyle(new CalmStyle);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/art/peoplenook.png")));
+    // A program without a display looks for no icons.
+    QIcon::setThemeSearchPaths(QStandardPaths::locateAll(
+        QStandardPaths::GenericDataLocation, QStringLiteral("icons"), QStandardPaths::LocateDirectory));
+    QIcon::setThemeName(QStringLiteral("Adwaita"));
     QApplication::setFont(QFont(QStringLiteral("Noto Sans"), 10)); // as most desktops have it
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
