@@ -5,12 +5,43 @@
 #include "app/look/Controls.h"
 
 #include <QAccessibleWidget>
+#include <QApplication>
 #include <QDir>
+#include <QHBoxLayout>
+#include <QPainter>
 #include <QToolButton>
 
 namespace {
 
 constexpr std::chrono::seconds kMessageTime(20);
+
+/// Stands out from the bar by the colours of the other scheme.
+class Toast : public QWidget
+{
+public:
+    explicit Toast(QWidget *parent) : QWidget(parent) { invert(); }
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() == QEvent::ApplicationPaletteChange)
+            invert();
+        return QWidget::event(event);
+    }
+
+    void paintEvent(QPaintEvent *) override
+    {
+        constexpr int radius = 8;
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(palette().window());
+        painter.drawRoundedRect(rect(), radius, radius);
+    }
+
+private:
+    void invert() { setPalette(paletteOf(QApplication::palette().color(QPalette::Window).lightness() >= 128)); }
+};
 
 } // namespace
 
@@ -20,8 +51,9 @@ BookStatus::BookStatus(QWidget *parent)
     , m_summary(new QLabel(this))
     , m_giveUp(new QToolButton(this))
     , m_failure(new QToolButton(this))
-    , m_message(new ElidedLabel(this))
-    , m_undo(new QToolButton(this))
+    , m_toast(new Toast(this))
+    , m_message(new ElidedLabel(m_toast))
+    , m_undo(new QToolButton(m_toast))
 {
     m_failure->setAutoRaise(true);
     m_failure->setVisible(false);
@@ -60,13 +92,17 @@ void BookStatus::setUpMessage()
     const auto hide = [this] {
         m_message->hide();
         m_undo->hide();
+        m_toast->hide();
     };
+    auto *layout = new QHBoxLayout(m_toast);
+    layout->setContentsMargins(12, 2, 4, 2);
+    layout->addWidget(m_message);
+    layout->addWidget(m_undo);
     hide();
     connect(&m_messageTime, &QTimer::timeout, this, hide);
     connect(m_undo, &QToolButton::clicked, this, hide);
     connect(m_undo, &QToolButton::clicked, this, &BookStatus::undoPressed);
-    addPermanentWidget(m_message);
-    addPermanentWidget(m_undo);
+    addPermanentWidget(m_toast);
 }
 
 void BookStatus::setMessage(const QString &done, bool canUndo)
@@ -77,6 +113,7 @@ void BookStatus::setMessage(const QString &done, bool canUndo)
     m_message->hide(); // each one is shown as a new one, or it would not be read out
     m_message->show();
     m_undo->setVisible(canUndo);
+    m_toast->show();
     m_messageTime.start();
 }
 

@@ -40,6 +40,7 @@ private:
     QLabel *m_summary;
     QToolButton *m_giveUp;
     QToolButton *m_failure;
+    QWidget *m_toast;
     QLabel *m_message;
     QToolButton *m_undo;
     QTimer m_messageTime;
