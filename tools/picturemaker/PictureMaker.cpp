@@ -73,7 +73,7 @@ QString PictureMaker::schemeName() const
 
 bool PictureMaker::save(QWidget &window, const QString &name) const
 {
-    QCoreApplication::processEvents();
+    QTest::qWait(50); // until all layouts and scroll bars have found their places
     const QString path = QStringLiteral("%1/%2-%3.png").arg(m_folder, name, schemeName());
     if (window.grab().save(path))
         return true;

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int kLeastHeight = 180; // where the window is low, the panel scrolls
+constexpr int kLeastHeight = 140; // where the window is low, the panel scrolls
 
 } // namespace
 
@@ -84,12 +84,17 @@ void PreviewBox::setPeople(const QList<ABPersonPtr> &people)
     showPage();
 }
 
+bool PreviewBox::compares() const
+{
+    return m_compareTab->isChecked() && m_people.size() > 1;
+}
+
 void PreviewBox::showPage()
 {
-    const bool compares = m_compareTab->isChecked() && m_people.size() > 1;
-    if (compares)
+    if (compares())
         m_comparison->showPeople(m_people);
-    m_pages->setCurrentWidget(compares ? static_cast<QWidget *>(m_comparison) : m_preview);
+    m_pages->setCurrentWidget(compares() ? static_cast<QWidget *>(m_comparison) : m_preview);
+    Q_EMIT pageChanged();
 }
 
 void PreviewBox::setLeftBehind(const std::vector<LostValue> &values)

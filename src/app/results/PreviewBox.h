@@ -23,6 +23,7 @@ public:
 
     PreviewView *preview() const { return m_preview; }
     QWidget *currentPage() const;
+    bool compares() const;
     QPushButton *compareTab() const { return m_compareTab; }
     /// Opens the window where values can be chosen.
     QPushButton *compareButton() const { return m_compareButton; }
@@ -31,6 +32,9 @@ public:
     void setPeople(const QList<ABPersonPtr> &people);
     const QList<ABPersonPtr> &people() const { return m_people; }
     void setLeftBehind(const std::vector<LostValue> &values);
+
+Q_SIGNALS:
+    void pageChanged();
 
 private:
     QPushButton *makeTab(const QString &title);

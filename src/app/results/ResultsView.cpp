@@ -208,6 +208,7 @@ void ResultsView::followController()
     connect(&m_controller, &OutlineViewController::selectionChanged, this, &ResultsView::showSelection);
     connect(&m_controller, &OutlineViewController::detailPanelChanged, this, &ResultsView::showPanel);
     connect(&m_controller, &OutlineViewController::previewChanged, this, &ResultsView::showPreview);
+    connect(m_previewBox, &PreviewBox::pageChanged, this, &ResultsView::showPlaces);
 }
 
 QPushButton *ResultsView::compareButton() const
@@ -266,8 +267,6 @@ void ResultsView::showPanel()
     m_problem->setText(panel.problemText);
     showTips();
     const PersonItemPtr &item = m_controller.selectedItem();
-    m_places->setPlaces(
-        item && !item->isRootNode() && !item->isGone() ? problemPlaces(item->finding()) : std::vector<ProblemPlace>());
     m_previewBox->setPeople(item ? peopleToCompare(*item) : QList<ABPersonPtr>());
     m_compareAction->setEnabled(m_previewBox->people().size() > 1);
     m_openContactButton->setEnabled(m_controller.buttonsEnabled());
@@ -277,6 +276,14 @@ void ResultsView::showPanel()
     m_options->showOptions(m_tree, m_preview);
     showFixAll();
     showIgnore();
+}
+
+/// Where the contacts stand side by side, they show themselves how they differ.
+void ResultsView::showPlaces()
+{
+    const PersonItemPtr &item = m_controller.selectedItem();
+    const bool isShown = item && !item->isRootNode() && !item->isGone() && !m_previewBox->compares();
+    m_places->setPlaces(isShown ? problemPlaces(item->finding()) : std::vector<ProblemPlace>());
 }
 
 void ResultsView::showTips()

@@ -62,6 +62,7 @@ private:
     void followController();
     void showSelection();
     void showPanel();
+    void showPlaces();
     void showTips();
     void showPreview();
     void showFixAll();
