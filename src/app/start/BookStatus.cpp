@@ -5,7 +5,6 @@
 #include "app/look/Controls.h"
 
 #include <QAccessibleWidget>
-#include <QApplication>
 #include <QDir>
 #include <QHBoxLayout>
 #include <QPainter>
@@ -19,13 +18,15 @@ constexpr std::chrono::seconds kMessageTime(20);
 class Toast : public QWidget
 {
 public:
-    explicit Toast(QWidget *parent) : QWidget(parent) { invert(); }
+    using QWidget::QWidget;
 
 protected:
     bool event(QEvent *event) override
     {
-        if (event->type() == QEvent::ApplicationPaletteChange)
-            invert();
+        if (event->type() == QEvent::PaletteChange || event->type() == QEvent::Show) {
+            for (QWidget *child : findChildren<QWidget *>())
+                child->setPalette(otherPalette());
+        }
         return QWidget::event(event);
     }
 
@@ -35,12 +36,12 @@ protected:
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(palette().window());
+        painter.setBrush(otherPalette().window());
         painter.drawRoundedRect(rect(), radius, radius);
     }
 
 private:
-    void invert() { setPalette(paletteOf(QApplication::palette().color(QPalette::Window).lightness() >= 128)); }
+    QPalette otherPalette() const { return paletteOf(palette().color(QPalette::Window).lightness() >= 128); }
 };
 
 } // namespace
