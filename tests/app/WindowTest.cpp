@@ -167,6 +167,28 @@ private Q_SLOTS:
         QVERIFY(tree()->visualRect(tree()->currentIndex()).top() >= title.height());
     }
 
+    void theSelectedFindingStaysWhereItIs()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee'}"});
+        const auto book = ABAddressBook::sharedAddressBook();
+        for (int i = 0; i < 40; ++i)
+            book->addRecord(std::make_shared<ABPerson>(
+                QString::number(100 + i), recordFromText("{'firstName':'Bo','lastName':'Ng','suffix':'XYZ'}").record));
+        QVERIFY(book->save());
+        scan();
+        OutlineViewController *results = m_app->outlineViewController();
+        results->selectRow(30);
+        QApplication::processEvents();
+        const auto top = [this] { return tree()->visualRect(tree()->currentIndex()).top(); };
+        const int before = top();
+        QVERIFY(tree()->verticalScrollBar()->value() > 0);
+        QList<PersonItemPtr> above = results->rootNodes().front()->childrenArray().first(5);
+        m_app->scans().ignore(above);
+        QTRY_COMPARE(results->ignoredCount(), 5);
+        QApplication::processEvents();
+        QCOMPARE(top(), before);
+    }
+
     void contactsAreComparedAndMerged()
     {
         start({"{'uid':'1','firstName':'Ann','lastName':'Lee','phone':[{'value':'(971) 555-0190'}]}",

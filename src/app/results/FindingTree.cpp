@@ -2,11 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/results/FindingTree.h"
 
+#include "results/ResultTree.h"
+
 #include <QItemSelectionModel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+
+#include <utility>
 
 namespace {
 
@@ -110,7 +114,29 @@ void FindingTree::scrollContentsBy(int dx, int dy)
 void FindingTree::updateGeometries()
 {
     QTreeView::updateGeometries();
+    if (std::exchange(m_isChanged, false) && m_painted.isValid() && m_painted == currentIndex())
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + visualRect(m_painted).top() - m_paintedTop);
     m_title->follow();
+}
+
+void FindingTree::rowsInserted(const QModelIndex &parent, int first, int last)
+{
+    m_isChanged = true;
+    QTreeView::rowsInserted(parent, first, last);
+}
+
+void FindingTree::rowsAboutToBeRemoved(const QModelIndex &parent, int first, int last)
+{
+    m_isChanged = true;
+    QTreeView::rowsAboutToBeRemoved(parent, first, last);
+}
+
+void FindingTree::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    const QRect place = visualRect(currentIndex());
+    m_painted = viewport()->rect().intersects(place) ? currentIndex() : QModelIndex();
+    m_paintedTop = place.top();
 }
 
 void FindingTree::dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles)
@@ -129,9 +155,12 @@ void FindingTree::setModel(QAbstractItemModel *model)
 
 void FindingTree::selectNeighbour(bool isUpwards)
 {
-    const QModelIndex next = isUpwards ? indexAbove(currentIndex()) : indexBelow(currentIndex());
-    if (const QModelIndex finding = findingFrom(next, isUpwards); finding.isValid())
-        setCurrentIndex(finding);
+    QModelIndex next = currentIndex();
+    do {
+        next = findingFrom(isUpwards ? indexAbove(next) : indexBelow(next), isUpwards);
+    } while (next.data(ResultTree::IsGoneRole).toBool());
+    if (next.isValid())
+        setCurrentIndex(next);
 }
 
 QModelIndex FindingTree::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)

@@ -341,6 +341,8 @@ void ResultsView::fixAll()
     const auto ignore = [this](const QList<PersonItemPtr> &chosen) { Q_EMIT ignoreRequested(chosen); };
     if (const QString what = ::fixAll(m_controller, findings, *this, ignore); !what.isEmpty())
         Q_EMIT repaired(what);
+    if (item && item->isGone()) // nothing can be done there
+        m_tree->selectNeighbour(false);
 }
 
 void ResultsView::tellOfRepair(const FixOutcome &outcome, const PersonItemPtr &finding)
