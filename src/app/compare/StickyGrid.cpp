@@ -197,8 +197,10 @@ void StickyGrid::adopt(const Row &row, std::array<Part, 3> &parts)
     };
     take(row.title, parts[Title]);
     for (GridCell *cell : row.cells) {
-        if (cell)
-            take(cell, parts[Cells]);
+        if (!cell)
+            continue;
+        take(cell, parts[Cells]);
+        cell->button()->installEventFilter(this);
     }
     take(row.result, parts[Result]);
 }
@@ -318,6 +320,30 @@ void StickyGrid::showFocused(QWidget *focused)
     reveal(horizontalScrollBar(), cell->x(), cell->x() + cell->width());
     if (isRow)
         reveal(verticalScrollBar(), cell->y(), cell->y() + cell->height());
+}
+
+bool StickyGrid::eventFilter(QObject *button, QEvent *event)
+{
+    const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent *>(event)->key() : 0;
+    if (key != Qt::Key_Up && key != Qt::Key_Down)
+        return QAbstractScrollArea::eventFilter(button, event);
+    focusInColumn(button, key == Qt::Key_Down ? 1 : -1);
+    return true;
+}
+
+void StickyGrid::focusInColumn(const QObject *from, int step)
+{
+    for (std::size_t column = 0; column < m_heads.cells.size(); ++column) {
+        std::vector<QAbstractButton *> buttons{m_heads.cells[column]->button()};
+        for (const Row &row : m_rows) {
+            if (const GridCell *cell = row.cells[column])
+                buttons.push_back(cell->button());
+        }
+        const auto place = std::ranges::find(buttons, from) - buttons.begin();
+        const auto next = std::size_t(place + step);
+        if (std::size_t(place) < buttons.size() && next < buttons.size())
+            buttons[next]->setFocus(Qt::TabFocusReason);
+    }
 }
 
 void StickyGrid::resizeEvent(QResizeEvent *)

@@ -49,7 +49,7 @@ private:
 };
 
 /// Rows of cells that scroll below their heads and between their titles and results, which stay in view. A control that
-/// gets the focus comes into view.
+/// gets the focus comes into view; Up and Down go to the next one in its column.
 class StickyGrid : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -74,6 +74,7 @@ public:
     void arrange();
 
 protected:
+    bool eventFilter(QObject *button, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
 
@@ -92,6 +93,7 @@ private:
     void place(const Row &row, int top, int height, const std::array<int, 3> &widths);
     void moveSheets();
     void showFocused(QWidget *focused);
+    void focusInColumn(const QObject *from, int step);
 
     std::array<Part, 3> m_headParts{};
     std::array<Part, 3> m_rowParts{};
