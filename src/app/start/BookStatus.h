@@ -18,8 +18,9 @@ public:
     explicit BookStatus(QWidget *parent = nullptr);
 
     void setName(const QString &name);
-    /// Of the contact table.
+    /// Of the contact table, while that is shown.
     void setSummary(const QString &summary);
+    void setSummaryShown(bool isShown) { m_summary->setVisible(isShown); }
     void setReadOnly(const QString &reason);
     /// Can be cancelled; hidden once there is a name.
     void setOpening(qint64 done, qint64 total);

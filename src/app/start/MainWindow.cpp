@@ -304,6 +304,7 @@ void MainWindow::showResults(OutlineViewController &controller)
     m_results = new ResultsView(controller, m_areas);
     m_areas->addWidget(m_results);
     m_areas->setCurrentWidget(m_results);
+    m_status->setSummaryShown(false); // repairs change the contacts, the table follows when it comes back
     m_contactsMenu->addActions(m_results->actions()); // gone with the view
     connect(m_results, &ResultsView::repaired, this, [this](const QString &what) { m_status->setMessage(what, true); });
     for (QAction *action : std::as_const(m_tableActions))
@@ -332,6 +333,7 @@ void MainWindow::enableRowActions()
 void MainWindow::showContacts()
 {
     m_areas->setCurrentWidget(m_allView);
+    m_status->setSummaryShown(true);
     for (QAction *action : std::as_const(m_tableActions))
         action->setEnabled(true);
     delete m_results;
