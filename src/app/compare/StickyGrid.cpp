@@ -200,7 +200,8 @@ void StickyGrid::adopt(const Row &row, std::array<Part, 3> &parts)
         if (!cell)
             continue;
         take(cell, parts[Cells]);
-        cell->button()->installEventFilter(this);
+        if (cell->button())
+            cell->button()->installEventFilter(this);
     }
     take(row.result, parts[Result]);
 }
@@ -334,11 +335,14 @@ bool StickyGrid::eventFilter(QObject *button, QEvent *event)
 void StickyGrid::focusInColumn(const QObject *from, int step)
 {
     for (std::size_t column = 0; column < m_heads.cells.size(); ++column) {
-        std::vector<QAbstractButton *> buttons{m_heads.cells[column]->button()};
-        for (const Row &row : m_rows) {
-            if (const GridCell *cell = row.cells[column])
+        std::vector<QAbstractButton *> buttons;
+        const auto add = [&buttons, column](const Row &row) {
+            if (const GridCell *cell = row.cells[column]; cell && cell->button())
                 buttons.push_back(cell->button());
-        }
+        };
+        add(m_heads);
+        for (const Row &row : m_rows)
+            add(row);
         const auto place = std::ranges::find(buttons, from) - buttons.begin();
         const auto next = std::size_t(place + step);
         if (std::size_t(place) < buttons.size() && next < buttons.size())
