@@ -97,36 +97,43 @@ RecordReader::RecordReader(SQLite::Database &database, Damage damage)
 
 Result<void> RecordReader::everybody(const std::function<void(StoredRecord, Proof)> &take)
 {
+    struct Batch
+    {
+        std::vector<Row> rows;
+        std::vector<Person> people = std::vector<Person>(rows.size(), Error());
+    };
     struct Parser
     {
         RecordJsonReader reader{RecordJsonReader::Form::Document};
         Job job;
     };
     SQLite::Statement statement(m_database, kRows + "ORDER BY id");
-    std::vector<Row> rows = nextRows(statement);
-    std::vector<Person> people;
+    Batch next{nextRows(statement)};
     std::vector<Parser> parsers(std::size_t(QThread::idealThreadCount())); // the first to go: waits for its jobs
-    while (!rows.empty()) {
-        people.assign(rows.size(), Error());
-        const std::size_t share = rows.size() / parsers.size() + 1;
-        for (std::size_t begin = 0; begin < rows.size(); begin += share) {
+    const auto parse = [&parsers](Batch &batch) {
+        const std::size_t share = batch.rows.size() / parsers.size() + 1;
+        for (std::size_t begin = 0; begin < batch.rows.size(); begin += share) {
             Parser &parser = parsers[begin / share];
-            parser.job.start(
-                [&rows, &people, &reader = parser.reader, begin, end = std::min(begin + share, rows.size())] {
-                    for (std::size_t i = begin; i < end; ++i)
-                        people[i] = reader.read(rows[i].document);
-                });
+            const std::size_t end = std::min(begin + share, batch.rows.size());
+            parser.job.start([&batch, &reader = parser.reader, begin, end] {
+                for (std::size_t i = begin; i < end; ++i)
+                    batch.people[i] = reader.read(batch.rows[i].document);
+            });
         }
-        std::vector<Row> next = nextRows(statement);
+    };
+    parse(next);
+    while (!next.rows.empty()) {
+        Batch following{nextRows(statement)};
         for (const Parser &parser : parsers)
             parser.job.wait();
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-            auto record = finished(rows[i].uid, std::move(people[i]), Pictures::AsTheyAre);
+        Batch parsed = std::exchange(next, std::move(following));
+        parse(next);
+        for (std::size_t i = 0; i < parsed.rows.size(); ++i) {
+            auto record = finished(parsed.rows[i].uid, std::move(parsed.people[i]), Pictures::AsTheyAre);
             if (!record)
                 return record.error();
-            take({std::move(rows[i].uid), std::move(*record)}, rows[i].proof);
+            take({std::move(parsed.rows[i].uid), std::move(*record)}, parsed.rows[i].proof);
         }
-        rows = std::move(next);
     }
     return {};
 }
