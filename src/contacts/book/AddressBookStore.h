@@ -56,11 +56,10 @@ public:
     /// another call runs.
     virtual void giveUpLooking() { }
 
-    /// Calls @p listener soon after the store may have changed, even by this program: on any thread, and perhaps once
+    /// Calls the listener soon after the store may have changed, even by this program: on any thread, and perhaps once
     /// more after another listener was set. Call it on a thread with an event loop. A store that cannot notice changes
     /// never calls it.
-    // NOLINTNEXTLINE(performance-unnecessary-value-param): those who override it keep it
-    virtual void setChangeListener(std::function<void()> listener) { static_cast<void>(listener); }
+    virtual void setChangeListener(std::function<void()> /*listener*/) { }
 
     /// Newest first, one entry per cause.
     virtual Result<std::vector<ChangeSummary>> history() = 0;
@@ -83,23 +82,15 @@ public:
 
     /// The desktop contacts application's id for this person ("eds:SOURCE:UID"); null if it does not show this address
     /// book.
-    virtual QString desktopId(const QString &uid) const
-    {
-        static_cast<void>(uid);
-        return {};
-    }
+    virtual QString desktopId(const QString & /*uid*/) const { return {}; }
 
     /// For messages: the file or the address book's name.
     virtual QString name() const = 0;
     /// The address book file; empty for other stores.
     virtual QString file() const { return {}; }
-    /// Copies the address book with its history to the empty file @p path, even after its own file was moved, replaced
+    /// Copies the address book with its history to an empty file, even after its own file was moved, replaced
     /// or removed. False: it is no file, or a damaged one.
-    virtual bool copyTo(const QString &path)
-    {
-        static_cast<void>(path);
-        return false;
-    }
+    virtual bool copyTo(const QString & /*path*/) { return false; }
 
 protected:
     const LoadProgress &loadProgress() const { return m_loadProgress; }

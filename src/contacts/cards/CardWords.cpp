@@ -44,7 +44,6 @@ constexpr auto kParams = std::to_array<Word<unsigned>>({
     {"CHARSET", CardParam::Charset},
     {"VALUE", CardParam::Value},
     {"X-SERVICE-TYPE", CardParam::ServiceType},
-    {"X-USER", CardParam::User},
     {"X-GOOGLE-LABEL", CardParam::GoogleLabel},
     {"X-APPLE-OMIT-YEAR", CardParam::OmitYear},
 });

@@ -33,10 +33,9 @@ enum : unsigned {
     Charset = 1U << 3U,
     Value = 1U << 4U,
     ServiceType = 1U << 5U,
-    User = 1U << 6U,
-    GoogleLabel = 1U << 7U,
-    OmitYear = 1U << 8U,
-    Unknown = 1U << 9U, ///< any other parameter
+    GoogleLabel = 1U << 6U,
+    OmitYear = 1U << 7U,
+    Unknown = 1U << 8U, ///< any other parameter
 };
 } // namespace CardParam
 

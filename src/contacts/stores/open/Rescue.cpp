@@ -61,7 +61,7 @@ Result<SalvageReport> salvage(const QString &damagedFile, const QString &newFile
     const auto salvaged = salvagePeople(damagedFile);
     if (!salvaged)
         return salvaged.error();
-    auto copy = BackupFile::of({salvaged->people, salvaged->ignored}, newFile, BackupFile::Existing::Refuse);
+    auto copy = BackupFile::of(*salvaged, newFile, BackupFile::Existing::Refuse);
     const auto finished = copy ? (*copy)->finish() : copy.error();
     if (!finished)
         return finished.error();

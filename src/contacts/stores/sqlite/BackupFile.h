@@ -15,7 +15,7 @@
 /// What an address book holds, without its history.
 struct BookContents
 {
-    std::vector<StoredRecord> people;
+    std::vector<StoredRecord> people; ///< in the order of adding
     std::vector<Ignored> ignored;
 };
 

@@ -2,17 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/Result.h"
-#include "contacts/book/Ignored.h"
-#include "contacts/model/PersonRecord.h"
-
-#include <vector>
+#include "contacts/stores/sqlite/BackupFile.h"
 
 /// What could be read of a damaged address book file.
-struct Salvaged
+struct Salvaged : BookContents
 {
-    std::vector<StoredRecord> people; ///< in the order of adding
-    std::vector<Ignored> ignored; ///< as far as it can be read
     qint64 incomplete = 0; ///< people who lack something or a matching digest
     qint64 lost = 0; ///< other people who were in the file
     bool isLostExact = false; ///< else there may be more of them
