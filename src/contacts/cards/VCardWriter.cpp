@@ -90,8 +90,8 @@ private:
     bool isDisplayLeftAlone() const;
     void write(const CardRow &row);
     void replaceEntries(const CardRow &row, const CardUnits &units);
-    void add(const CardRow &row, std::string unit, const CardLine *replaced);
-    void addLines(CardArea area, std::string lines, const CardLine *replaced = nullptr);
+    void add(const CardRow &row, const std::string &unit, const CardLine *replaced);
+    void addLines(CardArea area, std::string_view lines, const CardLine *replaced = nullptr);
     std::string freeItem();
     void adjustFiledAs();
     void changeKeptLines();
@@ -155,13 +155,8 @@ std::string CardUpdate::freeItem()
 }
 
 /// Adds lines, the first of which is to replace @p replaced.
-void CardUpdate::addLines(CardArea area, std::string lines, const CardLine *replaced)
+void CardUpdate::addLines(CardArea area, std::string_view lines, const CardLine *replaced)
 {
-    if (lines.find('\n') == std::string::npos && !lines.starts_with(kUnitMark)) { // as nearly all
-        if (!lines.empty())
-            m_written.push_back({area, nullptr, replaced ? withSurplusOf(*replaced, lines) : std::move(lines)});
-        return;
-    }
     std::string item;
     for (const std::string_view each : split(lines)) {
         std::string line(each);
@@ -176,7 +171,7 @@ void CardUpdate::addLines(CardArea area, std::string lines, const CardLine *repl
 }
 
 /// Adds a unit, or the lines that were kept for it.
-void CardUpdate::add(const CardRow &row, std::string unit, const CardLine *replaced)
+void CardUpdate::add(const CardRow &row, const std::string &unit, const CardLine *replaced)
 {
     const auto found = m_kept.lower_bound(unit);
     const bool isKept = found != m_kept.end() && found->first == unit;
@@ -184,7 +179,7 @@ void CardUpdate::add(const CardRow &row, std::string unit, const CardLine *repla
     if (row.print)
         addLines(row.area, row.print({m_change.after, m_change.form, unit, kept}), replaced);
     else
-        addLines(row.area, std::move(isKept ? kept : unit), replaced);
+        addLines(row.area, isKept ? kept : unit, replaced);
 }
 
 void CardUpdate::write(const CardRow &row)
@@ -200,8 +195,8 @@ void CardUpdate::write(const CardRow &row)
     }
     m_replaced.insert(old.begin(), old.end());
     const bool isOneForOne = old.size() == 1 && units.size() == 1 && row.area != CardArea::Picture;
-    for (std::string &unit : units)
-        add(row, std::move(unit), isOneForOne ? old.front() : nullptr);
+    for (const std::string &unit : units)
+        add(row, unit, isOneForOne ? old.front() : nullptr);
 }
 
 /// Lists are compared entry by entry.
