@@ -8,7 +8,7 @@
 namespace {
 
 constexpr std::ptrdiff_t kLargestBlock = 40;
-constexpr std::ptrdiff_t kNeighbours = 8;
+constexpr std::ptrdiff_t kNeighbours = 4;
 constexpr std::size_t kStreetWords = 3;
 constexpr int kFewSharers = 3; ///< a switchboard has more: its block is split by initials
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "likeness/Evidence.h"
 
+#include "likeness/AddressMatch.h"
 #include "likeness/NameMatch.h"
 
 #include <algorithm>
@@ -52,18 +53,10 @@ public:
 private:
     const Word &word(quint32 number) const { return m_book.words[number]; }
 
-    double rarity(quint32 number, double most) const
-    {
-        constexpr double kOthersElsewhere = 200; // keeps a small book from calling everything rare
-        const double bits =
-            std::log2((static_cast<double>(m_book.contacts.size()) + kOthersElsewhere) / (word(number).contacts + 1));
-        return std::clamp(bits, 0.0, most);
-    }
-
     void addRare(Sign sign, quint32 number, double most)
     {
         m_evidence.add(sign);
-        m_evidence.stranger += static_cast<float>(rarity(number, most));
+        m_evidence.stranger += static_cast<float>(m_book.rarity(number, most));
     }
 
     void compareNames()
@@ -82,24 +75,15 @@ private:
 
     void addGiven(NameLikeness likeness, quint32 word)
     {
-        switch (likeness) {
-        case NameLikeness::Same:
-            return addRare(Sign::GivenSame, word, kMostGivenBits);
-        case NameLikeness::Nickname:
-            return addRare(Sign::GivenNickname, word, kMostGivenBits);
-        case NameLikeness::Mistyped:
-            return addRare(Sign::GivenMistyped, word, kMostGivenBits);
-        case NameLikeness::Initial:
-            return addRare(Sign::GivenInitial, word, kMostGivenBits / 3);
-        case NameLikeness::Second:
-            return addRare(Sign::GivenSecond, word, kMostGivenBits / 3);
-        case NameLikeness::Unlike:
-            return m_evidence.add(Sign::GivenUnlike);
-        case NameLikeness::Differs:
-            return m_evidence.add(Sign::GivenDiffers);
-        case NameLikeness::Missing:
-            break;
-        }
+        if (likeness == NameLikeness::Missing)
+            return;
+        static constexpr std::array kSigns{Sign::GivenDiffers, Sign::GivenUnlike, Sign{}, Sign::GivenSecond,
+            Sign::GivenInitial, Sign::GivenMistyped, Sign::GivenNickname, Sign::GivenSame}; // by likeness
+        const Sign sign = kSigns[static_cast<std::size_t>(likeness)];
+        if (likeness < NameLikeness::Missing)
+            m_evidence.add(sign);
+        else
+            addRare(sign, word, likeness <= NameLikeness::Initial ? kMostGivenBits / 3 : kMostGivenBits);
     }
 
     void addFamily(NameLikeness likeness, quint32 word)
@@ -128,12 +112,10 @@ private:
 
     void compareCompanyNames()
     {
-        if (m_a.company == m_b.company)
-            m_evidence.add(Sign::CompanyNameSame);
-        else if (isTypingError(word(m_a.company), word(m_b.company)))
-            m_evidence.add(Sign::CompanyNameMistyped);
-        else
-            m_evidence.add(Sign::CompanyNameDiffers);
+        const bool isAlike = isTypingError(word(m_a.company), word(m_b.company));
+        m_evidence.add(m_a.company == m_b.company ? Sign::CompanyNameSame
+                : isAlike                         ? Sign::CompanyNameMistyped
+                                                  : Sign::CompanyNameDiffers);
     }
 
     void compareBirthdays()
@@ -170,18 +152,10 @@ private:
 
     static Sign signOf(const ValueTrait &a, const ValueTrait &b)
     {
-        switch (a.kind) {
-        case ValueKind::Email:
-            return Sign::EmailSame;
-        case ValueKind::OfficeEmail:
-            return Sign::OfficeEmailSame;
-        case ValueKind::Account:
-            return Sign::AccountSame;
-        case ValueKind::Picture:
-            return Sign::PictureSame;
-        case ValueKind::Phone:
-            break;
-        }
+        static constexpr std::array kSigns{
+            Sign::PhoneSame, Sign::EmailSame, Sign::OfficeEmailSame, Sign::AccountSame, Sign::PictureSame}; // by kind
+        if (a.kind != ValueKind::Phone)
+            return kSigns[static_cast<std::size_t>(a.kind)];
         if ((a.extension == 0) != (b.extension == 0) || a.use == PhoneUse::Shared || b.use == PhoneUse::Shared)
             return Sign::SharedPhoneSame;
         return a.use == PhoneUse::Personal || b.use == PhoneUse::Personal ? Sign::PersonalPhoneSame : Sign::PhoneSame;
@@ -231,90 +205,23 @@ private:
         m_evidence.close -= static_cast<float>(std::min(less, weight.close + std::max(0.0, doublings - 1)));
     }
 
-    struct AddressMatch
-    {
-        double bits = 0;
-        bool isStreetEqual = false;
-        bool isCityOther = false;
-    };
-
-    static double alike(const std::vector<quint16> &a, const std::vector<quint16> &b)
-    {
-        std::size_t common = 0;
-        for (std::size_t i = 0, j = 0; i < a.size() && j < b.size();) {
-            common += a[i] == b[j] ? 1 : 0;
-            const bool isLess = a[i] < b[j];
-            const bool isMore = b[j] < a[i];
-            i += isMore ? 0 : 1;
-            j += isLess ? 0 : 1;
-        }
-        if (common == 0)
-            return 0;
-        // Often one of them says more, such as which flat it is.
-        const auto of = [&](double size) { return static_cast<double>(common) / size; };
-        const auto both = static_cast<double>(a.size() + b.size());
-        return (of(both / 2) + of(static_cast<double>(std::min(a.size(), b.size())))) / 2;
-    }
-
-    double placeBits(quint32 a, quint32 b, double equal, int errors) const
-    {
-        if (a == 0 || b == 0)
-            return 0;
-        return a == b ? equal : typingErrors(word(a).form, word(b).form) <= errors ? kPlaceAlikeBits : kOtherPlaceBits;
-    }
-
-    AddressMatch addressMatch(const AddressTrait &a, const AddressTrait &b) const
-    {
-        AddressMatch found;
-        const double street = alike(a.letterPairs, b.letterPairs);
-        if (a.street != 0 && b.street != 0) {
-            found.bits = street > 0.85 ? kStreetEqualBits
-                : street > 0.65        ? kStreetAlikeBits
-                : street > 0.45        ? kStreetPartlyBits
-                                       : kOtherStreetBits;
-            found.bits = std::min({found.bits, rarity(a.street, kStreetEqualBits), rarity(b.street, kStreetEqualBits)});
-        }
-        if (a.number != 0 && b.number != 0)
-            found.bits += a.number == b.number ? kNumberBits : kOtherNumberBits;
-        found.bits += placeBits(a.city, b.city, kCityBits, 2) + placeBits(a.zip, b.zip, kZipBits, 1);
-        found.isStreetEqual = street > 0.85 && a.number == b.number;
-        found.isCityOther = a.city != 0 && b.city != 0
-            && typingErrors(word(a.city).form, word(b.city).form) * 2 > static_cast<int>(word(a.city).form.size());
-        return found;
-    }
-
     void compareAddresses()
     {
-        if (m_a.addresses.empty() || m_b.addresses.empty())
-            return;
-        AddressMatch best;
-        bool isFirst = true;
-        double placeBits = 0;
-        for (const AddressTrait &a : m_a.addresses) {
-            for (const AddressTrait &b : m_b.addresses) {
-                if (const AddressMatch match = addressMatch(a, b); isFirst || match.bits > best.bits)
-                    best = match;
-                isFirst = false;
-                if (a.city == b.city && a.city != 0)
-                    placeBits = std::max(placeBits,
-                        rarity(a.city, kMostTownBits)
-                            + (a.zip == b.zip && a.zip != 0 ? rarity(a.zip, kMostZipBits) : 0));
-            }
-        }
-        if (best.isStreetEqual)
+        const AddressMatch match = matchAddresses(m_a, m_b, m_book);
+        if (match.isStreetSame)
             m_evidence.add(Sign::StreetSame);
-        if (best.isCityOther)
+        if (match.isCityOther)
             m_evidence.add(Sign::CityDiffers);
-        if (best.bits >= kLeastAddressBits) {
-            m_evidence.add(best.isStreetEqual ? Sign::AddressSame : Sign::AddressNear);
-            m_evidence.stranger += static_cast<float>(best.bits);
+        if (match.bits >= kLeastAddressBits) {
+            m_evidence.add(match.isStreetSame ? Sign::AddressSame : Sign::AddressNear);
+            m_evidence.stranger += static_cast<float>(match.bits);
             return;
         }
-        if (best.bits < kOtherTownBelow)
+        if (match.bits < kOtherTownBelow)
             m_evidence.add(Sign::AddressesDiffer);
-        if (placeBits > 0) {
+        if (match.townBits > 0) {
             m_evidence.add(Sign::TownSame);
-            m_evidence.stranger += static_cast<float>(placeBits);
+            m_evidence.stranger += static_cast<float>(match.townBits);
         }
     }
 

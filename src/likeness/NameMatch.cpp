@@ -111,9 +111,9 @@ private:
     bool haveSameLetters() const
     {
         const auto lettersOf = [&](const NameTraits &name, bool isSwapped) {
-            const std::string &given = word(name.readings.front().given.whole).ascii;
-            const std::string &family = word(name.readings.front().family.whole).ascii;
-            return isSwapped ? family + given : given + family;
+            const std::string &given = word(name.readings.front().given.whole).form;
+            const std::string &family = word(name.readings.front().family.whole).form;
+            return formOf(isSwapped ? family + given : given + family);
         };
         const std::string letters = lettersOf(m_a, false);
         return !letters.empty()
@@ -144,13 +144,7 @@ private:
         const auto isKnown = [&](const Word &name) { return name.nicknameRows || isFrequent(name); };
         if ((isKnown(first) && isKnown(second)) || differByGender(first.form, second.form))
             return NameLikeness::Differs;
-        constexpr std::size_t kShortForm = 3; // as no table may have it
-        const auto isShortFor = [](const std::string &name, const std::string &full) {
-            return name.size() >= kShortForm && full.size() >= name.size() + 2 && full.starts_with(name);
-        };
-        const bool isAlike =
-            isShortFor(first.form, second.form) || isShortFor(second.form, first.form) || isTypingError(first, second);
-        return isAlike ? NameLikeness::Mistyped : NameLikeness::Unlike;
+        return isTypingError(first, second) ? NameLikeness::Mistyped : NameLikeness::Unlike;
     }
 
     NameLikeness middleNames() const
@@ -191,8 +185,7 @@ private:
         if (isSubset(a.words, b.words) || isSubset(b.words, a.words))
             return isGuess() ? NameLikeness::Same : NameLikeness::Mistyped;
         const bool areBothKnown = isFrequent(word(a.whole)) && isFrequent(word(b.whole));
-        const bool isAlike = isTypingError(word(a.whole), word(b.whole))
-            && (!areBothKnown || typingErrors(word(a.whole).form, word(b.whole).form) <= 1);
+        const bool isAlike = !areBothKnown && isTypingError(word(a.whole), word(b.whole));
         return isAlike ? NameLikeness::Mistyped : NameLikeness::Differs;
     }
 

@@ -8,6 +8,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace {
@@ -216,11 +217,11 @@ private:
         AddressTrait trait;
         Numbers &street = trait.streetWords;
         for (const quint32 word : numbers(address.valueForKey(kABAddressStreetKey))) {
-            const std::string &ascii = m_words[word].ascii;
-            if (const std::size_t digit = ascii.find_first_of("0123456789"); digit == std::string::npos)
+            const std::string &form = m_words[word].form;
+            if (const std::size_t digit = form.find_first_of("0123456789"); digit == std::string::npos)
                 street.push_back(streetWord(word));
             else if (trait.number == 0)
-                trait.number = m_words.numbers(QString::fromStdString(leadingNumber(ascii.substr(digit)))).front();
+                trait.number = m_words.numbers(QString::fromStdString(leadingNumber(form.substr(digit)))).front();
         }
         std::string letters;
         for (const quint32 word : street)
@@ -238,9 +239,9 @@ private:
 
     quint32 streetWord(quint32 word)
     {
-        const std::string &ascii = m_words[word].ascii;
-        if (ascii.size() > 5 && ascii.ends_with("str"))
-            return m_words.numbers(QString::fromStdString(ascii + "asse")).front();
+        const std::string &form = m_words[word].form;
+        if (form.size() > 5 && form.ends_with("str"))
+            return m_words.numbers(QString::fromStdString(form + "asse")).front();
         return m_streets.value(word, word);
     }
 
@@ -294,6 +295,14 @@ void countSharers(BookTraits &book)
 }
 
 } // namespace
+
+double BookTraits::rarity(quint32 word, double most) const
+{
+    constexpr double kOthersElsewhere = 200; // keeps a small book from calling everything rare
+    const double bits =
+        std::log2((static_cast<double>(contacts.size()) + kOthersElsewhere) / (words[word].contacts + 1));
+    return std::clamp(bits, 0.0, most);
+}
 
 BookTraits traitsOf(std::span<const PersonSnapshot> people, const QString &region, const LikenessProgress &progress)
 {

@@ -72,6 +72,9 @@ struct BookTraits
 {
     std::vector<Traits> contacts;
     Vocabulary words;
+
+    /// log2 of how many contacts there are for one that has this word, but not more than one can know from a book.
+    double rarity(quint32 word, double most) const;
 };
 
 /// Incomplete when @p progress gave it up.

@@ -7,53 +7,18 @@
 #include <array>
 
 /// What two contacts can have in common, or against each other.
+// clang-format off
 enum class Sign : quint8 {
-    GivenSame,
-    GivenNickname,
-    GivenMistyped,
-    GivenInitial,
-    GivenSecond,
-    GivenUnlike,
-    GivenDiffers,
-    FamilySame,
-    FamilyMistyped,
-    FamilyDiffers,
-    FamilyMissing,
-    NamesWrittenDifferently,
-    NamesSwapped,
-    MiddleSame,
-    MiddleDiffers,
-    SuffixSame,
-    SuffixOnOne,
-    SuffixDiffers,
-    BirthdaySame,
-    BirthdayOfOtherName,
-    BirthdayWithoutYear,
-    BirthdayMistyped,
-    BirthdayDiffers,
-    PersonalPhoneSame,
-    PhoneSame,
-    SharedPhoneSame,
-    PhonesDiffer,
-    DesksDiffer,
-    EmailSame,
-    OfficeEmailSame,
-    EmailsDiffer,
-    AccountSame,
-    PictureSame,
-    AddressSame,
-    AddressNear,
-    StreetSame,
-    CityDiffers,
-    AddressesDiffer,
-    TownSame,
-    CompanySame,
-    CompaniesDiffer,
-    CompanyNameSame,
-    CompanyNameMistyped,
-    CompanyNameDiffers,
-    CompanyAndPerson
+    GivenSame, GivenNickname, GivenMistyped, GivenInitial, GivenSecond, GivenUnlike, GivenDiffers,
+    FamilySame, FamilyMistyped, FamilyDiffers, FamilyMissing, NamesWrittenDifferently, NamesSwapped,
+    MiddleSame, MiddleDiffers, SuffixSame, SuffixOnOne, SuffixDiffers,
+    BirthdaySame, BirthdayOfOtherName, BirthdayWithoutYear, BirthdayMistyped, BirthdayDiffers,
+    PersonalPhoneSame, PhoneSame, SharedPhoneSame, PhonesDiffer, DesksDiffer,
+    EmailSame, OfficeEmailSame, EmailsDiffer, AccountSame, PictureSame,
+    AddressSame, AddressNear, StreetSame, CityDiffers, AddressesDiffer, TownSame,
+    CompanySame, CompaniesDiffer, CompanyNameSame, CompanyNameMistyped, CompanyNameDiffers, CompanyAndPerson,
 };
+// clang-format on
 
 /// By the theory of record linkage (Fellegi and Sunter) a sign weighs log2 of how much more often one finds it between
 /// two contacts of one person than between two people. "Two people" are of two kinds, weighed apart: strangers, who

@@ -151,13 +151,10 @@ quint32 Vocabulary::joined(const std::vector<quint32> &words)
 {
     if (words.size() < 2)
         return words.empty() ? 0 : words.front();
-    std::string form;
-    std::string ascii;
-    for (const quint32 word : words) {
+    std::string form; // not what was read so far of other spellings, which depends on the order of the book
+    for (const quint32 word : words)
         form += m_words[word].form;
-        ascii += m_words[word].ascii;
-    }
-    return numberOf(form, ascii);
+    return numberOf(form, form);
 }
 
 quint32 Vocabulary::numberOf(const QString &written)
