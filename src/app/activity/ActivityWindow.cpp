@@ -39,7 +39,7 @@ ActivityWindow::ActivityWindow(ActivityLog &log, QWidget *parent)
     connect(&m_lines, &QAbstractItemModel::rowsInserted, m_list, &QListView::scrollToBottom);
     connect(m_list, &QListView::activated, this, &ActivityWindow::openFolder);
 
-    auto *hint = new QLabel(tr("A double click on an exported file opens its folder."));
+    auto *hint = new QLabel(tr("Double-click an exported file to open its folder."));
     hint->setWordWrap(true);
     hint->setForegroundRole(QPalette::PlaceholderText);
     auto *layout = new QVBoxLayout(this);

@@ -316,7 +316,7 @@ void ContactCard::save()
         return;
     }
     if (!book || !book->containsRecord(m_person)) {
-        refuse(tr("This contact was removed from the address book meanwhile."));
+        refuse(tr("This contact has since been removed from the address book."));
         return;
     }
     const PersonRecordPtr now = m_person->record();

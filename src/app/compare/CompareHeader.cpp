@@ -36,7 +36,7 @@ CompareHeader::CompareHeader(const std::vector<PersonRecordPtr> &records, const 
     texts->setSpacing(4);
     texts->addWidget(title);
     texts->addWidget(sentence);
-    m_keep->setToolTip(tr("Ticks every value, also those that say the same in other letters."));
+    m_keep->setToolTip(tr("Ticks every value, including those that differ only in how they are written."));
     m_repair->setToolTip(tr("Shows what the repair \"Merge contacts\" gives."));
     m_repair->setCheckable(true);
     auto *layout = new QHBoxLayout(this);

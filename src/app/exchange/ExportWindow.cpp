@@ -107,7 +107,7 @@ void ExportWindow::accept()
     if (!m_save->isEnabled())
         return;
     if (!QDir().mkpath(m_folder->text())) {
-        say(tr("This folder cannot be made."));
+        say(tr("This folder cannot be created."));
         return;
     }
     QDialog::accept();

@@ -147,7 +147,7 @@ void BackupActions::confirm(const Result<RestorePlan> &plan, const QString &ques
         return;
     }
     const auto answer = m_alerts.runAlertPanel(question.arg(plan->description),
-        tr("Contacts: %1. Change History can take this back.")
+        tr("Contacts: %1. Change History can undo this.")
             .arg(countsText(plan->added, plan->changed, plan->removed)),
         tr("Restore"), tr("Cancel"));
     if (answer != AlertPanel::Answer::Default)
@@ -164,7 +164,7 @@ void BackupActions::offerRescue(const Rescue::Offer &offer, const QString &reaso
     box->setText(tr("The address book is damaged."));
     box->setTextFormat(Qt::PlainText);
     box->setInformativeText(
-        tr("%1\n\nThe damaged file stays as it is. You can go on with a new file beside it.").arg(reason));
+        tr("%1\n\nThe damaged file stays as it is. You can continue with a new file beside it.").arg(reason));
     const QString newFile = Rescue::newFileBeside(offer.damagedFile, QDate::currentDate());
     const auto addChoice = [box](const QString &text, const std::function<void()> &chosen) {
         QPushButton *button = box->addButton(text, QMessageBox::AcceptRole);

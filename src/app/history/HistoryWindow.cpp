@@ -116,7 +116,7 @@ HistoryWindow::HistoryWindow(QWidget *parent, const QString &uid, const QString 
     halves->addWidget(m_steps);
     halves->addWidget(details);
     m_lists = halves;
-    m_empty->say(tr("Nothing was changed yet"), {tr("Every change will be listed here, and can be taken back.")});
+    m_empty->say(tr("No changes yet"), {tr("Every change will be listed here and can be undone.")});
     m_empty->hide();
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(m_message, 1);
@@ -243,7 +243,7 @@ void HistoryWindow::showPerson(const QModelIndex &index)
         return;
     const RecordedChange &change = m_changedPeople.change(index.row());
     if (change.afterIsLost) {
-        say(tr("This contact was changed since by another program; how it was saved is not known any more."));
+        say(tr("Another program has since changed this contact; how it was saved is no longer known."));
         return;
     }
     for (const RecordDifference &each : recordDifferences(change.before.get(), change.after.get())) {

@@ -162,7 +162,7 @@ QWidget *LikelyWindow::makeFoot()
     const QKeySequence keys(Qt::CTRL | Qt::SHIFT | Qt::Key_I); // as in the results
     connect(new QShortcut(keys, this), &QShortcut::activated, m_different, &QPushButton::click);
     m_different->setToolTip(
-        tr("Remember this, and show them together no more (%1)").arg(keys.toString(QKeySequence::NativeText)));
+        tr("Remember this, and stop showing them together (%1)").arg(keys.toString(QKeySequence::NativeText)));
     connect(m_different, &QPushButton::clicked, this, &LikelyWindow::rememberDifferent);
     connect(m_compare, &QPushButton::clicked, this, [this] { Q_EMIT comparisonRequested(peopleOf(selectedGroup())); });
     auto *foot = new QWidget;
@@ -180,7 +180,7 @@ QWidget *LikelyWindow::makeFoot()
 void LikelyWindow::setUpGroups()
 {
     m_groups->setAccessibleName(tr("Groups of contacts that are probably one person"));
-    m_groups->setHeaderLabels({tr("Contacts"), tr("What speaks for it")});
+    m_groups->setHeaderLabels({tr("Contacts"), tr("Why")});
     m_groups->header()->setSectionResizeMode(0, QHeaderView::Interactive);
     m_groups->header()->resizeSection(0, kFirstSize.width() * 45 / 100);
     m_groups->setUniformRowHeights(true);

@@ -57,7 +57,7 @@ IgnoredWindow::IgnoredWindow(QWidget *parent)
     buttons->addWidget(close);
     buttons->addWidget(m_bringBack);
     auto *layout = new QVBoxLayout(this);
-    m_empty->say(tr("Nothing is ignored"), {tr("What you ignore among the findings of a scan is listed here.")});
+    m_empty->say(tr("Nothing is ignored"), {tr("Findings that you ignore are listed here.")});
     m_empty->hide();
     layout->addWidget(m_list, 1);
     layout->addWidget(m_empty, 1);

@@ -76,8 +76,8 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     m_side->addWidget(makePanel());
     m_side->addWidget(m_tips);
     m_side->addWidget(m_noMatch);
-    m_tips->say(tr("What is to be repaired?"), {tr("Open a group to see its findings.")});
-    m_noMatch->say(tr("No finding has these words."), {tr("Esc shows all findings.")});
+    m_tips->say(tr("What should be repaired?"), {tr("Open a group to see its findings.")});
+    m_noMatch->say(tr("No finding contains these words."), {tr("Esc shows all findings.")});
     auto *halves = new QSplitter;
     halves->addWidget(m_list);
     halves->addWidget(m_side);

@@ -181,7 +181,7 @@ Result<BackupRest> beginDailyBackup(const ABAddressBook &book, const QDate &toda
         return Error{error.kind, bookFile % QStringLiteral(": today's backup could not be made: ") % error.text};
     };
     if (!makePrivateFolder(folder))
-        return failed({ErrorKind::Io, folder % QStringLiteral(": the folder cannot be made")});
+        return failed({ErrorKind::Io, folder % QStringLiteral(": the folder cannot be created")});
     removeRemains(folder, today);
     auto copy = BackupFile::copyOf(bookFile, path, BackupFile::Existing::Refuse);
     if (!copy)
