@@ -12,6 +12,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <atomic>
 #include <xxhash.h>
 
 namespace {
@@ -97,43 +98,39 @@ RecordReader::RecordReader(SQLite::Database &database, Damage damage)
 
 Result<void> RecordReader::everybody(const std::function<void(StoredRecord, Proof)> &take)
 {
-    struct Batch
-    {
-        std::vector<Row> rows;
-        std::vector<Person> people = std::vector<Person>(rows.size(), Error());
-    };
     struct Parser
     {
         RecordJsonReader reader{RecordJsonReader::Form::Document};
-        Job job;
+        Job job; // not of the first one, which is this thread's
     };
     SQLite::Statement statement(m_database, kRows + "ORDER BY id");
-    Batch next{nextRows(statement)};
-    std::vector<Parser> parsers(std::size_t(QThread::idealThreadCount())); // the first to go: waits for its jobs
-    const auto parse = [&parsers](Batch &batch) {
-        const std::size_t share = batch.rows.size() / parsers.size() + 1;
-        for (std::size_t begin = 0; begin < batch.rows.size(); begin += share) {
-            Parser &parser = parsers[begin / share];
-            const std::size_t end = std::min(begin + share, batch.rows.size());
-            parser.job.start([&batch, &reader = parser.reader, begin, end] {
-                for (std::size_t i = begin; i < end; ++i)
-                    batch.people[i] = reader.read(batch.rows[i].document);
-            });
+    std::vector<Row> rows = nextRows(statement);
+    std::vector<Person> people;
+    std::atomic<std::size_t> untaken = 0; // row that no thread has taken
+    const auto parse = [&rows, &people, &untaken](RecordJsonReader &reader) {
+        constexpr std::size_t kAtOnce = 128;
+        for (std::size_t from = 0; (from = untaken.fetch_add(kAtOnce)) < rows.size();) {
+            for (std::size_t i = from; i < std::min(from + kAtOnce, rows.size()); ++i)
+                people[i] = reader.read(rows[i].document);
         }
     };
-    parse(next);
-    while (!next.rows.empty()) {
-        Batch following{nextRows(statement)};
+    std::vector<Parser> parsers(std::size_t(QThread::idealThreadCount())); // the first to go: waits for its jobs
+    while (!rows.empty()) {
+        people.assign(rows.size(), Error());
+        untaken = 0;
+        for (std::size_t i = 1; i < parsers.size(); ++i)
+            parsers[i].job.start([&parse, &reader = parsers[i].reader] { parse(reader); });
+        std::vector<Row> next = nextRows(statement);
+        parse(parsers.front().reader);
         for (const Parser &parser : parsers)
             parser.job.wait();
-        Batch parsed = std::exchange(next, std::move(following));
-        parse(next);
-        for (std::size_t i = 0; i < parsed.rows.size(); ++i) {
-            auto record = finished(parsed.rows[i].uid, std::move(parsed.people[i]), Pictures::AsTheyAre);
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            auto record = finished(rows[i].uid, std::move(people[i]), Pictures::AsTheyAre);
             if (!record)
                 return record.error();
-            take({std::move(parsed.rows[i].uid), std::move(*record)}, parsed.rows[i].proof);
+            take({std::move(rows[i].uid), std::move(*record)}, rows[i].proof);
         }
+        rows = std::move(next);
     }
     return {};
 }
