@@ -110,15 +110,8 @@ private:
     /// Such as those of a name in a script without blanks, or one that is split in different places.
     bool haveSameLetters() const
     {
-        const auto lettersOf = [&](const NameTraits &name, bool isSwapped) {
-            const std::string &given = word(name.readings.front().given.whole).form;
-            const std::string &family = word(name.readings.front().family.whole).form;
-            return formOf(isSwapped ? family + given : given + family);
-        };
-        const std::string letters = lettersOf(m_a, false);
-        return !letters.empty()
-            && (letters == lettersOf(m_b, false) || letters == lettersOf(m_b, true)
-                || lettersOf(m_a, true) == lettersOf(m_b, false));
+        return m_a.letters != 0
+            && (m_a.letters == m_b.letters || m_a.letters == m_b.lettersSwapped || m_a.lettersSwapped == m_b.letters);
     }
 
     const Word &word(quint32 number) const { return m_book.words[number]; }

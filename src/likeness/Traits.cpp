@@ -158,6 +158,12 @@ private:
         name.readings.push_back({part(given), part(family)});
         if (traits.isCompany)
             return;
+        const auto lettersOf = [this](quint32 one, quint32 other) {
+            const std::string form = formOf(m_words[one].form + m_words[other].form);
+            return form.empty() ? 0 : std::hash<std::string>()(form);
+        };
+        name.letters = lettersOf(name.readings.front().given.whole, name.readings.front().family.whole);
+        name.lettersSwapped = lettersOf(name.readings.front().family.whole, name.readings.front().given.whole);
         if (given.empty() != family.empty()) {
             const Numbers all = withoutParticles(given.empty() ? family : given);
             if (all.size() > 1)

@@ -30,6 +30,8 @@ struct NameTraits
     std::vector<quint32> nicknames;
     std::vector<quint32> maiden;
     std::size_t spelling = 0; ///< equal for names written alike
+    std::size_t letters = 0; ///< of both fields without a blank; 0: none
+    std::size_t lettersSwapped = 0; ///< the last name first
     NameSuffix suffix = NameSuffix::None;
 };
 
