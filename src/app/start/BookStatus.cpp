@@ -13,6 +13,7 @@
 namespace {
 
 constexpr std::chrono::seconds kMessageTime(20);
+constexpr int kMargin = 14; // in line with the search field
 
 /// Stands out from the bar by the colours of the other scheme.
 class Toast : public QWidget
@@ -37,7 +38,7 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         painter.setBrush(otherPalette().window());
-        painter.drawRoundedRect(rect(), radius, radius);
+        painter.drawRoundedRect(rect().adjusted(0, 0, -kMargin, 0), radius, radius);
     }
 
 private:
@@ -71,7 +72,7 @@ BookStatus::BookStatus(QWidget *parent)
     setSizeGripEnabled(false);
     setMinimumHeight(32);
     for (QLabel *label : {m_name, m_summary}) {
-        label->setContentsMargins(14, 0, 14, 0); // in line with the search field
+        label->setContentsMargins(kMargin, 0, kMargin, 0);
         label->setForegroundRole(QPalette::PlaceholderText);
     }
     addWidget(m_name);
@@ -96,7 +97,7 @@ void BookStatus::setUpMessage()
         m_toast->hide();
     };
     auto *layout = new QHBoxLayout(m_toast);
-    layout->setContentsMargins(12, 2, 4, 2);
+    layout->setContentsMargins(12, 2, kMargin + 4, 2);
     layout->addWidget(m_message);
     layout->addWidget(m_undo);
     hide();
