@@ -86,8 +86,8 @@ private:
                 isSubset(reading.given.words, other.given.words) && isSubset(reading.family.words, other.family.words));
     }
 
-    NameMatch matchParts(
-        const NamePart &givenA, const NamePart &familyA, const NamePart &givenB, const NamePart &familyB) const
+    NameMatch matchParts(const WordsOfName &givenA, const WordsOfName &familyA, const WordsOfName &givenB,
+        const WordsOfName &familyB) const
     {
         NameMatch match;
         if (!givenA.words.empty() && !givenB.words.empty()) {
@@ -159,7 +159,7 @@ private:
     }
 
     /// Whether somebody is called so too.
-    NameLikeness otherName(const NameTraits &name, const NamePart &given, quint32 called) const
+    NameLikeness otherName(const NameTraits &name, const WordsOfName &given, quint32 called) const
     {
         const auto isSo = [&](quint32 other) {
             return word(other).form.size() > 1 && givenName(other, called) >= NameLikeness::Nickname;
@@ -171,7 +171,7 @@ private:
         return isSecond ? NameLikeness::Second : NameLikeness::Differs;
     }
 
-    NameLikeness familyName(const NamePart &a, const NamePart &b) const
+    NameLikeness familyName(const WordsOfName &a, const WordsOfName &b) const
     {
         if (a.whole == b.whole)
             return NameLikeness::Same;

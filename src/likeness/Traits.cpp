@@ -107,7 +107,7 @@ private:
         return rest.empty() ? words : rest;
     }
 
-    NamePart part(Numbers words)
+    WordsOfName part(Numbers words)
     {
         const quint32 whole = m_words.joined(words);
         return {std::move(words), whole};

@@ -8,7 +8,7 @@
 enum class NameSuffix : quint8 { None, Junior, Senior, Second, Third, Fourth };
 
 /// Words of the vocabulary.
-struct NamePart
+struct WordsOfName
 {
     std::vector<quint32> words;
     quint32 whole = 0; ///< all of them together
@@ -17,8 +17,8 @@ struct NamePart
 /// One way to take a name apart.
 struct NameReading
 {
-    NamePart given; ///< the first word is what the person is called
-    NamePart family;
+    WordsOfName given; ///< the first word is what the person is called
+    WordsOfName family;
 };
 
 struct NameTraits
