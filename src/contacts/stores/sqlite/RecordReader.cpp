@@ -114,7 +114,8 @@ Result<void> RecordReader::everybody(const std::function<void(StoredRecord, Proo
                 people[i] = reader.read(rows[i].document);
         }
     };
-    std::vector<Parser> parsers(static_cast<std::size_t>(QThread::idealThreadCount())); // the first to go: waits for its jobs
+    // The first to go: waits for its jobs.
+    std::vector<Parser> parsers(static_cast<std::size_t>(QThread::idealThreadCount()));
     while (!rows.empty()) {
         people.assign(rows.size(), Error());
         untaken = 0;
