@@ -147,8 +147,7 @@ void BackupActions::confirm(const Result<RestorePlan> &plan, const QString &ques
         return;
     }
     const auto answer = m_alerts.runAlertPanel(question.arg(plan->description),
-        tr("Contacts: %1. Change History can undo this.")
-            .arg(countsText(plan->added, plan->changed, plan->removed)),
+        tr("Contacts: %1. Change History can undo this.").arg(countsText(plan->added, plan->changed, plan->removed)),
         tr("Restore"), tr("Cancel"));
     if (answer != AlertPanel::Answer::Default)
         return;
