@@ -296,6 +296,7 @@ private Q_SLOTS:
         scan();
         m_app->outlineViewController()->openInContacts();
         const QPointer card = window().findChild<ContactCard *>();
+        QCOMPARE(qobject_cast<QLineEdit *>(card->focusWidget())->text(), u"XYZ"_s); // what the finding is about
         QPushButton *remove = nullptr;
         for (auto *button : card->findChildren<QPushButton *>()) {
             if (button->text() == u"Delete Contact ..."_s)

@@ -127,6 +127,14 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     }
 }
 
+void ContactCard::focusOn(const QString &text)
+{
+    const auto edits = findChildren<QLineEdit *>();
+    const auto found = std::ranges::find(edits, text, &QLineEdit::text);
+    if (found != edits.end())
+        (*found)->setFocus();
+}
+
 QDialogButtonBox *ContactCard::makeButtons()
 {
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);

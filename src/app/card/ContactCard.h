@@ -34,6 +34,8 @@ public:
     /// Saves the edits and closes. After an invalid birthday or a failed save it stays open and shows the reason; a
     /// failed save leaves the person unchanged.
     void save();
+    /// Puts the focus into the first field that has this text, if one does.
+    void focusOn(const QString &text);
     /// Uses the picture in this file, or shows why not.
     void setPicture(const QString &path);
     /// Asks first if there are edits.

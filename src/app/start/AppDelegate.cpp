@@ -10,6 +10,7 @@
 #include "app/start/EditMenu.h"
 #include "app/start/SampleBook.h"
 #include "app/table/ContactTableView.h"
+#include "fix/ProblemPlaces.h"
 
 #include <QApplication>
 #include <QDir>
@@ -66,7 +67,8 @@ void AppDelegate::connectCommands()
     connect(&m_window, &MainWindow::restoreRequested, &m_backupActions, &BackupActions::restore);
     connect(&m_sideWindows, &SideWindows::restoreRequested, &m_backupActions, &BackupActions::restorePerson);
     connect(m_window.bookStatus(), &BookStatus::failurePressed, &m_sideWindows, &SideWindows::showActivity);
-    connect(m_window.contactTable(), &ContactTableView::cardRequested, &m_sideWindows, &SideWindows::showCard);
+    connect(m_window.contactTable(), &ContactTableView::cardRequested, &m_sideWindows,
+        [this](const ABPersonPtr &person) { m_sideWindows.showCard(person); });
     connect(&m_sideWindows, &SideWindows::deletionRequested, this, &AppDelegate::deletePerson);
     connect(&m_window, &MainWindow::comparisonRequested, &m_sideWindows, &SideWindows::showComparison);
     connect(&m_scans, &Scans::personRequested, this, &AppDelegate::editInAddressBook);
@@ -201,8 +203,11 @@ void AppDelegate::showRestored()
 void AppDelegate::editInAddressBook(const ABPersonPtr &person)
 {
     const auto book = ABAddressBook::sharedAddressBook();
-    if (!book || !ContactsApplication::show(book->desktopId(person->uniqueId())))
-        m_sideWindows.showCard(person);
+    if (book && ContactsApplication::show(book->desktopId(person->uniqueId())))
+        return;
+    const PersonItemPtr item = m_scans.results() ? m_scans.results()->selectedItem() : nullptr;
+    const auto places = item && item->person() == person ? problemPlaces(item->finding()) : std::vector<ProblemPlace>();
+    m_sideWindows.showCard(person, places.empty() ? QString() : places.front().text);
 }
 
 void AppDelegate::deletePerson(const ABPersonPtr &person)

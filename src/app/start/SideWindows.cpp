@@ -92,7 +92,7 @@ void SideWindows::showHistory(const ABPersonPtr &person)
     bringToFront(window);
 }
 
-void SideWindows::showCard(const ABPersonPtr &person)
+void SideWindows::showCard(const ABPersonPtr &person, const QString &text)
 {
     auto *card = new ContactCard(person, &m_mainWindow);
     card->setAttribute(Qt::WA_DeleteOnClose);
@@ -101,6 +101,8 @@ void SideWindows::showCard(const ABPersonPtr &person)
     connect(card, &ContactCard::restoreRequested, this, &SideWindows::restoreRequested);
     connect(card, &ContactCard::historyRequested, this, &SideWindows::showHistory);
     connect(card, &ContactCard::deletionRequested, this, &SideWindows::deletionRequested);
+    if (!text.isEmpty())
+        card->focusOn(text);
     card->show();
 }
 

@@ -29,7 +29,8 @@ public:
     void showActivity();
     /// Of everybody, or of this person.
     void showHistory(const ABPersonPtr &person = {});
-    void showCard(const ABPersonPtr &person);
+    /// With the focus in the field of @p text, if one has it.
+    void showCard(const ABPersonPtr &person, const QString &text = {});
     void showNewCard();
     void showComparison(const QList<ABPersonPtr> &people);
     void showIgnored();
