@@ -148,8 +148,7 @@ private Q_SLOTS:
             Answer answer(u"Cancel"_s);
             backups.restoreFrom(backup);
             QTRY_COMPARE(answer.said,
-                u"Restore the address book from backup.sqlite?|Contacts: 1 changed. Change History can take this "
-                "back."_s);
+                u"Restore the address book from backup.sqlite?|Contacts: 1 changed. Change History can undo this."_s);
         }
         QCOMPARE(savedBook(), edited);
         const Answer answer(u"Restore"_s);
