@@ -298,7 +298,7 @@ std::vector<KeptLine> RecordJsonReader::Private::cardLinesFrom(std::string_view 
             ondemand::value text = taken(std::move(element));
             if (count >= pair.size())
                 refuse(key, QString::fromLatin1(kMustHoldPairs));
-            const bool isNull = count == 1 && text.is_null();
+            const bool isNull = count == 1 && taken(text.is_null()); // an error for "nul"
             pair.at(count++) = isNull ? QString() : textOfUtf8(textIn(text, key));
         }
         if (count != pair.size())

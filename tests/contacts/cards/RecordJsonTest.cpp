@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/cards/RecordJson.h"
 #include "contacts/cards/JsonLinesReader.h"
+#include "contacts/cards/RecordJsonReader.h"
 
 #include <QTest>
 
@@ -127,6 +128,14 @@ private Q_SLOTS:
         QCOMPARE(problems[0].line, 3);
         QCOMPARE(problems[0].kind, ImportProblem::Kind::LostRecord);
         QCOMPARE(reader.bytesRead(), reader.totalBytes());
+    }
+
+    void aDamagedDocumentIsRefused()
+    {
+        RecordJsonReader reader(RecordJsonReader::Form::Document);
+        QVERIFY(reader.read(R"({"cardLines":[["X:1",null]]})"));
+        for (const char *document : {R"({"cardLines":[["X:1",nul]]})", R"({"cardLines":[["X:1"]]})", "[", "{", ""})
+            QVERIFY2(!reader.read(document), document);
     }
 };
 
