@@ -26,6 +26,16 @@ std::size_t foldPosition(std::string_view line, std::size_t at, std::size_t room
     return isBlank(line[better]) || isContinuation(line[better]) ? end : better;
 }
 
+/// Whether it may be read as a part of the line before it, or what is behind it as a part of it.
+bool mayJoinOthers(const CardLine &line)
+{
+    const std::string_view text = line.raw.substr(line.raw.find_first_not_of("\r\n\xEF\xBB\xBF"));
+    const bool isIndented = isBlank(text.front());
+    const bool continuesPicture = !line.hasColon && isBase64(text.substr(0, text.find_first_of("\r\n")));
+    const bool runsOn = line.encoding == CardLine::Encoding::QuotedPrintable && trimmed(line.value).ends_with('=');
+    return isIndented || continuesPicture || runsOn || line.opensCard();
+}
+
 } // namespace
 
 Card::Card(const QByteArray &text) : m_reader(text)
@@ -39,10 +49,8 @@ Card::Card(const QByteArray &text) : m_reader(text)
     bool standsAlone = true; // each line does, inside the card and whatever stands before or behind it
     CardLine line;
     while (m_reader.next(line)) {
-        const bool isIndented = line.raw.starts_with(' ') || line.raw.starts_with('\t');
-        const bool runsOn = line.encoding == CardLine::Encoding::QuotedPrintable && trimmed(line.value).ends_with('=');
         begins += line.area() == CardArea::Begin ? 1 : 0;
-        standsAlone = standsAlone && !isIndented && !runsOn && begins == 1 && ends == 0;
+        standsAlone = standsAlone && !mayJoinOthers(line) && begins == 1 && ends == 0;
         ends += line.area() == CardArea::End ? 1 : 0;
         if (line.area() != CardArea::Begin && line.area() != CardArea::End)
             m_lines.push_back(line);

@@ -93,6 +93,11 @@ bool CardLine::frames(CardArea beginOrEnd, std::string_view component) const
     return area() == beginOrEnd && equalsIgnoringCase(trimmed(value), component);
 }
 
+bool CardLine::opensCard() const
+{
+    return area() == CardArea::Agent && equalsIgnoringCase(trimmed(value), "BEGIN:VCARD");
+}
+
 bool takeParam(std::string_view &rest, LineParam &param)
 {
     while (!rest.empty()) {

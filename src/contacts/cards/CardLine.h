@@ -34,6 +34,8 @@ struct CardLine
     CardArea area() const;
     /// Whether it begins or ends a card or another component.
     bool frames(CardArea beginOrEnd, std::string_view component) const;
+    /// Whether the lines behind it belong to another card, its value.
+    bool opensCard() const;
     bool has(unsigned bits) const { return (paramBits & bits) != 0; }
     /// Whether it has parameters that a plain line would not have, apart from TYPE.
     bool hasUnusualParams() const

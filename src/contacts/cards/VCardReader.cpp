@@ -134,8 +134,7 @@ void VCardReader::reportBreakOff(const ImportedRecord &imported)
 
 void VCardReader::takeAgent(CardLine &agent)
 {
-    const bool beginsHere = equalsIgnoringCase(trimmed(agent.value), "BEGIN:VCARD");
-    if (!beginsHere) {
+    if (!agent.opensCard()) {
         if (!trimmed(agent.value).empty() || !takeLine())
             return;
         m_isPushedBack = !beginsCard(m_line);

@@ -68,7 +68,7 @@ std::string writable(const QString &kept)
     const std::string text = kept.toStdString();
     for (const std::string_view each : split(text)) {
         const CardLine line = parsedLine(each);
-        const bool isFrame = line.area() == CardArea::Begin || line.area() == CardArea::End;
+        const bool isFrame = line.area() == CardArea::Begin || line.area() == CardArea::End || line.opensCard();
         if (line.hasColon && !isFrame && each.find('\r') == each.npos && !isBlank(each.front()))
             lines.append(lines.empty() ? "" : "\n").append(each);
     }

@@ -145,6 +145,8 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("text");
         QTest::newRow("two cards") << cardOf("FN:a") + cardOf("FN:b");
         QTest::newRow("a card within") << cardOf("AGENT:|BEGIN:VCARD|FN:b|END:VCARD");
+        QTest::newRow("a card within that swallows what follows") << cardOf("AGENT:BEGIN:VCARD|N:L;F;;;");
+        QTest::newRow("a line that could continue a picture") << cardOf("PHOTO;ENCODING=b:AAAA|FN:a|TEXT");
         QTest::newRow("no end") << QByteArray("BEGIN:VCARD\r\nFN:a\r\n");
     }
     void refusesWhatIsNoCard()
