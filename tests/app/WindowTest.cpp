@@ -261,6 +261,11 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"1: 1 of 1, 1"_s);
         ignored->bringBackButton()->click();
         QTRY_COMPARE(shown(), u"1,2: 2 of 2, 0"_s);
+        Q_EMIT window().undoRequested();
+        QTRY_COMPARE(shown(), u"1: 1 of 1, 1"_s);
+        QTRY_COMPARE(ignored->list()->topLevelItemCount(), 1);
+        Q_EMIT window().redoRequested();
+        QTRY_COMPARE(shown(), u"1,2: 2 of 2, 0"_s);
     }
 
     void likelyDuplicatesAreComparedOrDifferent()

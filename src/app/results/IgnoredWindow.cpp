@@ -16,7 +16,6 @@
 namespace {
 
 constexpr QSize kFirstSize(680, 460);
-constexpr int kUidsRole = Qt::UserRole + 1;
 
 QString namesOf(const QStringList &uids)
 {
@@ -91,14 +90,13 @@ void IgnoredWindow::showIgnored(const Result<std::vector<Ignored>> &ignored)
 {
     m_list->clear();
     QList<QTreeWidgetItem *> rows;
-    for (const Ignored &entry : ignored ? *ignored : std::vector<Ignored>()) {
+    m_entries = ignored ? *ignored : std::vector<Ignored>();
+    for (const Ignored &entry : m_entries) {
         auto *row = new QTreeWidgetItem({namesOf(entry.uids), textOf(entry).simplified()});
         for (const int column : {0, 1}) {
             row->setToolTip(column, row->text(column));
             row->setData(column, Qt::AccessibleTextRole, tr("%1: %2").arg(row->text(0), row->text(1)));
         }
-        row->setData(0, Qt::UserRole, entry.id());
-        row->setData(0, kUidsRole, entry.uids);
         rows += row;
     }
     m_list->addTopLevelItems(rows);
@@ -115,19 +113,19 @@ void IgnoredWindow::showIgnored(const Result<std::vector<Ignored>> &ignored)
 void IgnoredWindow::bringBack()
 {
     QStringList ids;
-    QStringList uids;
-    for (const QTreeWidgetItem *row : m_list->selectedItems()) {
-        ids += row->data(0, Qt::UserRole).toString();
-        uids += row->data(0, kUidsRole).toStringList();
+    std::vector<Ignored> entries;
+    for (QTreeWidgetItem *row : m_list->selectedItems()) {
+        entries.push_back(m_entries[std::size_t(m_list->indexOfTopLevelItem(row))]);
+        ids += entries.back().id();
     }
     m_writer.start(
         [ids, book = ABAddressBook::sharedAddressBook()] {
             return book ? book->changeIgnored({}, ids) : Result<void>(noAddressBook());
         },
-        [this, uids](const Result<void> &done) {
+        [this, entries](const Result<void> &done) {
             if (done) {
                 reload();
-                Q_EMIT broughtBack(uids);
+                Q_EMIT broughtBack(entries);
                 return;
             }
             say(done.error().description());

@@ -30,7 +30,7 @@ public:
 
 Q_SIGNALS:
     void loaded();
-    void broughtBack(const QStringList &uids); ///< whose findings are to be looked at again
+    void broughtBack(const std::vector<Ignored> &entries);
     void failed(const QString &reason);
 
 private:
@@ -38,6 +38,7 @@ private:
     void showIgnored(const Result<std::vector<Ignored>> &ignored);
     void say(const QString &text);
 
+    std::vector<Ignored> m_entries; // in the order of the list
     QTreeWidget *m_list;
     StatePage *m_empty; // in place of the list
     WrappedText *m_message;

@@ -61,7 +61,7 @@ void AppDelegate::connectCommands()
     connect(&m_window, &MainWindow::likelyRequested, &m_sideWindows, [this] { m_sideWindows.showLikely(); });
     connect(&m_window, &MainWindow::ignoredRequested, &m_sideWindows, &SideWindows::showIgnored);
     connect(&m_sideWindows, &SideWindows::differentPeople, &m_scans, &Scans::rememberDifferent);
-    connect(&m_sideWindows, &SideWindows::broughtBack, &m_scans, &Scans::reexamine);
+    connect(&m_sideWindows, &SideWindows::broughtBack, &m_scans, &Scans::reexamineIgnored);
     connect(&m_window, &MainWindow::historyRequested, &m_sideWindows, [this] { m_sideWindows.showHistory(); });
     connect(&m_window, &MainWindow::backUpRequested, &m_backupActions, &BackupActions::backUp);
     connect(&m_window, &MainWindow::restoreRequested, &m_backupActions, &BackupActions::restore);
@@ -104,7 +104,9 @@ void AppDelegate::connectUndo()
     };
     connect(&m_undo, &UndoSteps::noted, this, tell);
     connect(&m_sideWindows, &SideWindows::merged, this, tell);
-    connect(&m_scans, &Scans::ignored, &m_undo, &UndoSteps::noteIgnored);
+    connect(&m_scans, &Scans::ignored, &m_undo, [this](const auto &entries) { m_undo.noteIgnored(entries, true); });
+    connect(&m_sideWindows, &SideWindows::broughtBack, &m_undo,
+        [this](const auto &entries) { m_undo.noteIgnored(entries, false); });
     connect(&m_scans, &Scans::ignored, &m_sideWindows, &SideWindows::reloadIgnored);
     connect(&m_undo, &UndoSteps::applied, &m_sideWindows, &SideWindows::reloadIgnored);
     connect(&m_undo, &UndoSteps::applied, this, [this](const QStringList &uids, const QString &message) {

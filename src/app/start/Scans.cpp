@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/start/Scans.h"
 
-#include "app/look/Counted.h"
 #include "app/results/KeptFindings.h"
 #include "app/results/ProgressWindow.h"
 #include "app/results/ResultsView.h"
@@ -122,16 +121,17 @@ void Scans::remember(const std::function<std::vector<Ignored>()> &entries)
                 Q_EMIT failed(remembered.error().description());
             if (!remembered || remembered->empty())
                 return;
-            QStringList uids;
-            for (const Ignored &entry : *remembered)
-                uids += entry.uids;
-            reexamine(uids);
-            const Ignored &first = remembered->front();
-            Q_EMIT ignored(*remembered,
-                remembered->size() > 1
-                    ? tr("%1 ignored").arg(counted(qint64(remembered->size()), tr("finding"), tr("findings")))
-                    : (first.condition.isEmpty() ? tr("Remembered: %1") : tr("Ignored: %1")).arg(textOf(first)));
+            reexamineIgnored(*remembered);
+            Q_EMIT ignored(*remembered);
         });
+}
+
+void Scans::reexamineIgnored(const std::vector<Ignored> &entries)
+{
+    QStringList uids;
+    for (const Ignored &entry : entries)
+        uids += entry.uids;
+    reexamine(uids);
 }
 
 void Scans::showResults(const IgnoredFindings::Split &result)

@@ -33,6 +33,8 @@ public:
     /// Remembers that these findings are fine, or that no two of these people are one, and looks at them again.
     void ignore(const QList<PersonItemPtr> &findings);
     void rememberDifferent(const QStringList &uids);
+    /// For what is ignored by now, or no longer.
+    void reexamineIgnored(const std::vector<Ignored> &entries);
 
     void scanClicled();
     /// Offers to continue with the findings that were left when the program ended, as far as they still hold.
@@ -55,7 +57,7 @@ public:
 Q_SIGNALS:
     void failed(const QString &reason); ///< a repair, or to remember what is ignored
     void personRequested(const ABPersonPtr &person); ///< to be edited
-    void ignored(const std::vector<Ignored> &entries, const QString &message); ///< by now
+    void ignored(const std::vector<Ignored> &entries); ///< by now
     void left(); ///< the results, for the contacts
 
 private:

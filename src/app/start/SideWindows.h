@@ -4,6 +4,7 @@
 
 #include "app/start/HelpWindow.h"
 #include "contacts/book/ABPerson.h"
+#include "contacts/book/Ignored.h"
 
 #include <QObject>
 #include <QSet>
@@ -40,7 +41,7 @@ public:
 
 Q_SIGNALS:
     void differentPeople(const QStringList &uids); ///< to be remembered
-    void broughtBack(const QStringList &uids); ///< their findings are no longer ignored
+    void broughtBack(const std::vector<Ignored> &entries); ///< no longer ignored
     void peopleChanged(const QStringList &uids); ///< edited or merged; empty: people were added
     void merged(const QString &what); ///< for the user
     void deletionRequested(const ABPersonPtr &person);

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/start/UndoSteps.h"
 
+#include "app/look/Counted.h"
 #include "contacts/book/RestorePlan.h"
+#include "fix/IgnoredFindings.h"
 
 namespace {
 
@@ -24,6 +26,18 @@ QString messageOf(const ChangeCause &cause)
         break;
     }
     return {};
+}
+
+QString messageOf(const std::vector<Ignored> &entries, bool isIgnored)
+{
+    const Ignored &first = entries.front();
+    if (entries.size() == 1 && !isIgnored)
+        return UndoSteps::tr("Brought back: %1").arg(textOf(first));
+    if (entries.size() == 1)
+        return (first.condition.isEmpty() ? UndoSteps::tr("Remembered: %1") : UndoSteps::tr("Ignored: %1"))
+            .arg(textOf(first));
+    const QString findings = counted(qint64(entries.size()), UndoSteps::tr("finding"), UndoSteps::tr("findings"));
+    return (isIgnored ? UndoSteps::tr("%1 ignored") : UndoSteps::tr("%1 brought back")).arg(findings);
 }
 
 /// Puts everybody back whom the cause changed, as the change @p restoring. @return their uids
@@ -82,9 +96,10 @@ void UndoSteps::note(const ChangeCausePtr &cause)
         add({cause->id, textOf(*cause)}, messageOf(*cause));
 }
 
-void UndoSteps::noteIgnored(const std::vector<Ignored> &entries, const QString &message)
+void UndoSteps::noteIgnored(const std::vector<Ignored> &entries, bool isIgnored)
 {
-    add({makeCause(ChangeCause::Kind::Other)->id, message, entries}, message);
+    const QString message = messageOf(entries, isIgnored);
+    add({makeCause(ChangeCause::Kind::Other)->id, message, entries, isIgnored}, message);
 }
 
 void UndoSteps::add(const Step &step, const QString &message)
@@ -106,7 +121,7 @@ void UndoSteps::takeBack(Steps &from, Steps &to)
     m_job.start(
         [book = m_book, step, restoring, isUndo = &from == &m_done] {
             return step.ignored.empty() ? putBack(*book, step.causeId, restoring)
-                                        : setIgnored(*book, step.ignored, !isUndo);
+                                        : setIgnored(*book, step.ignored, step.isIgnored != isUndo);
         },
         [this, &from, &to, step, restoring](
             const Result<QStringList> &uids) { finish(from, to, step, restoring->id, uids); });
@@ -123,7 +138,7 @@ void UndoSteps::finish(
     if (!mayWorkLater) // what was changed since stays so; the step before may still be taken back
         std::erase_if(from, [&](const Step &each) { return each.causeId == step.causeId; });
     if (uids) {
-        to.push_back({restoringId, step.what, step.ignored});
+        to.push_back({restoringId, step.what, step.ignored, step.isIgnored});
         Q_EMIT applied(*uids, (isUndo ? tr("Undone: %1") : tr("Repeated: %1")).arg(step.what));
     } else {
         Q_EMIT failed((isUndo ? tr("This cannot be undone: %1") : tr("This cannot be repeated: %1"))

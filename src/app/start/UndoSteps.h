@@ -8,7 +8,7 @@
 #include <QObject>
 
 /// Takes back what this window changed in the address book, step by step, and repeats it: each step is a cause of the
-/// history, or what was ignored in one go. For the main thread, which it never keeps waiting.
+/// history, or what was ignored or brought back in one go. For the main thread, which it never keeps waiting.
 class UndoSteps : public QObject
 {
     Q_OBJECT
@@ -18,8 +18,8 @@ public:
 
     /// In place of the one before, whose steps are forgotten. Not null.
     void watch(std::shared_ptr<ABAddressBook> book);
-    /// They are ignored by now.
-    void noteIgnored(const std::vector<Ignored> &entries, const QString &message);
+    /// They are ignored by now, or no longer. Not empty.
+    void noteIgnored(const std::vector<Ignored> &entries, bool isIgnored);
     bool canUndo() const { return !m_done.empty() && !m_isBusy; }
     bool canRedo() const { return !m_undone.empty() && !m_isBusy; }
     void undo() { takeBack(m_done, m_undone); }
@@ -39,6 +39,7 @@ private:
         QString causeId; ///< whose changes are to be taken back
         QString what;
         std::vector<Ignored> ignored = {}; ///< this instead; the id is its own
+        bool isIgnored = true; ///< else it was brought back
     };
     using Steps = std::vector<Step>;
 
