@@ -4,6 +4,8 @@
 
 #include "contacts/cards/CardMap.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::size_t kLineLength = 75;
@@ -29,8 +31,9 @@ std::size_t foldPosition(std::string_view line, std::size_t at, std::size_t room
 /// Whether it may be read as a part of the line before it, or what is behind it as a part of it.
 bool mayJoinOthers(const CardLine &line)
 {
-    const std::string_view text = line.raw.substr(line.raw.find_first_not_of("\r\n\xEF\xBB\xBF"));
-    const bool isIndented = isBlank(text.front());
+    std::string_view text = line.raw;
+    text.remove_prefix(std::min(text.find_first_not_of("\r\n\xEF\xBB\xBF"), text.size()));
+    const bool isIndented = !text.empty() && isBlank(text.front());
     const bool continuesPicture = !line.hasColon && isBase64(text.substr(0, text.find_first_of("\r\n")));
     const bool runsOn = line.encoding == CardLine::Encoding::QuotedPrintable && trimmed(line.value).ends_with('=');
     return isIndented || continuesPicture || runsOn || line.opensCard();
