@@ -20,8 +20,10 @@ bool isContinuation(char byte)
 std::size_t foldPosition(std::string_view line, std::size_t at, std::size_t room)
 {
     std::size_t end = at + room;
-    while (isContinuation(line[end]))
+    while (end > at && isContinuation(line[end]))
         --end;
+    if (end == at) // what stays of another program's line need not be UTF-8
+        return at + room;
     std::size_t better = end;
     while (better > at + room / 2 && (isBlank(line[better]) || isContinuation(line[better])))
         --better;
@@ -31,9 +33,9 @@ std::size_t foldPosition(std::string_view line, std::size_t at, std::size_t room
 /// Whether it may be read as a part of the line before it, or what is behind it as a part of it.
 bool mayJoinOthers(const CardLine &line)
 {
-    std::string_view text = line.raw;
-    text.remove_prefix(std::min(text.find_first_not_of("\r\n\xEF\xBB\xBF"), text.size()));
-    const bool isIndented = !text.empty() && isBlank(text.front());
+    const std::size_t begin = line.raw.find_first_not_of("\r\n\xEF\xBB\xBF");
+    const std::string_view text = line.raw.substr(std::min(begin, line.raw.size()));
+    const bool isIndented = text.starts_with(' ') || text.starts_with('\t');
     const bool continuesPicture = !line.hasColon && isBase64(text.substr(0, text.find_first_of("\r\n")));
     const bool runsOn = line.encoding == CardLine::Encoding::QuotedPrintable && trimmed(line.value).ends_with('=');
     return isIndented || continuesPicture || runsOn || line.opensCard();

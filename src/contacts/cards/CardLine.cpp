@@ -200,8 +200,9 @@ void parseLine(CardLine &line, std::string_view text, const HeadFinder &head)
     if (nameBegin > 0)
         line.group = trimmed(text.substr(0, nameBegin - 1));
     line.name = trimmed(text.substr(nameBegin, nameEnd - nameBegin));
-    while (line.name.starts_with('.')) // or a line that is kept could be another one when it is read again
-        line.name = trimmed(line.name.substr(1));
+    // Or a line that is kept could be another one when it is read again.
+    while (takePrefix(line.name, ".") || takePrefix(line.name, kByteOrderMark))
+        line.name = trimmed(line.name);
     line.params = text.substr(nameEnd, head.colon - nameEnd);
     line.row = cardRow(line.name);
     if (!line.params.empty())

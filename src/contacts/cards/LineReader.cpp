@@ -12,8 +12,6 @@ namespace {
 
 using Encoding = CardLine::Encoding;
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 const char *find(const char *begin, const char *end, char wanted)
 {
     const void *found = begin == end ? nullptr : std::memchr(begin, wanted, static_cast<std::size_t>(end - begin));
@@ -142,8 +140,8 @@ bool LineReader::next(CardLine &line)
             return false;
         number = m_line + 1;
         text = takePhysicalLine();
-        while (text.starts_with(kByteOrderMark)) // files joined into one bring theirs along
-            text.remove_prefix(kByteOrderMark.size());
+        while (takePrefix(text, kByteOrderMark)) // files joined into one bring theirs along
+            continue;
         indent = text.size();
         if (!text.empty() && isBlank(text.front()))
             text = trimmed(text);
