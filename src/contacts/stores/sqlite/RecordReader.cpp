@@ -61,10 +61,10 @@ Row firstRow(SQLite::Statement &rows)
     return row;
 }
 
-/// Some thousand: enough to be worth a thread, few enough to stay in the processors' caches.
+/// A thousand: enough to be worth a thread, few enough to stay in a processor's cache.
 std::vector<Row> nextRows(SQLite::Statement &statement)
 {
-    constexpr std::size_t kMost = 4096;
+    constexpr std::size_t kMost = 1024;
     std::vector<Row> rows;
     rows.reserve(kMost);
     while (rows.size() < kMost && !statement.isDone() && statement.executeStep())
