@@ -73,20 +73,16 @@ void JsonLine::escaped(char character)
 
 void JsonLine::value(QStringView text)
 {
+    const auto needsEscape = [](char c) { return (c >= 0 && c < 0x20) || c == '"' || c == '\\'; };
+    const QByteArray utf8 = text.toUtf8();
     separate();
     m_text += '"';
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i].unicode();
-        if (unit < 0x20 || unit == u'"' || unit == u'\\') {
-            escaped(char(unit));
-        } else if (unit < 0x80) {
-            m_text += char(unit);
-        } else {
-            const auto ascii = std::find_if(text.begin() + i, text.end(), [](QChar c) { return c.unicode() < 0x80; });
-            const QByteArray utf8 = QStringView(text.begin() + i, ascii).toUtf8();
-            m_text.append(utf8.constData(), std::size_t(utf8.size()));
-            i = ascii - text.begin() - 1;
-        }
+    for (const char *rest = utf8.begin(); rest != utf8.end();) {
+        const char *end = std::find_if(rest, utf8.end(), needsEscape);
+        m_text.append(rest, end);
+        if (end != utf8.end())
+            escaped(*end++);
+        rest = end;
     }
     m_text += '"';
 }
