@@ -291,7 +291,7 @@ private Q_SLOTS:
         QTRY_COMPARE(book->ignored()->size(), std::size_t(1));
         const LikelyWindow again;
         QSignalSpy(&again, &LikelyWindow::ended).wait();
-        QCOMPARE(again.message(), u"No two contacts look like one person."_s);
+        QVERIFY(again.message().startsWith(u"No two contacts look like one person."_s));
     }
 
     void aCardDeletesItsContact()

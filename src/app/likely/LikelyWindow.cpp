@@ -86,6 +86,7 @@ LikelyWindow::LikelyWindow(QSet<QString> among, QWidget *parent)
     : QWidget(parent, Qt::Window)
     , m_among(std::move(among))
     , m_pages(new QStackedWidget(this))
+    , m_sentence(new QLabel(this))
     , m_progress(new QProgressBar(this))
     , m_empty(new StatePage(QStringLiteral("emptySearch"), this))
     , m_groups(new QTreeWidget(this))
@@ -118,17 +119,17 @@ QWidget *LikelyWindow::makeHeader()
 {
     auto *title = new QLabel(m_among.isEmpty() ? windowTitle() : tr("New Contacts That You Seem to Have Already"));
     makeHeadline(title);
-    auto *sentence =
-        new QLabel(tr("These contacts are probably one person each, although they are written differently. "
-                      "Nothing is merged until you say so."));
-    sentence->setWordWrap(true);
-    sentence->setForegroundRole(QPalette::PlaceholderText);
+    m_sentence->setText(tr("These contacts are probably one person each, although they are written differently. "
+                           "Nothing is merged until you say so."));
+    m_sentence->setWordWrap(true);
+    m_sentence->setForegroundRole(QPalette::PlaceholderText);
+    m_sentence->hide();
     auto *header = new QWidget;
     auto *layout = new QVBoxLayout(header);
     layout->setContentsMargins(20, 16, 20, 16);
     layout->setSpacing(4);
     layout->addWidget(title);
-    layout->addWidget(sentence);
+    layout->addWidget(m_sentence);
     return header;
 }
 
@@ -228,9 +229,11 @@ void LikelyWindow::showFound(const Found &found)
         m_groups->setCurrentItem(m_groups->topLevelItem(0)->child(0));
         m_groups->setFocus();
     }
-    m_empty->say(!found.error.isNull()     ? found.error
-            : found.duplicates.isCancelled ? tr("Cancelled.")
-                                           : tr("No two contacts look like one person."));
+    if (!found.error.isNull() || found.duplicates.isCancelled)
+        m_empty->say(found.error.isNull() ? tr("Cancelled.") : found.error);
+    else
+        m_empty->say(tr("No two contacts look like one person."),
+            {tr("Names, phone numbers and addresses were compared in every way they may be written.")});
     if (found.duplicates.crowded > 0) {
         m_message->setText(tr("%1 have something in common with more than 40 others each: of these, only those next to "
                               "each other by name were compared.")
@@ -325,7 +328,7 @@ void LikelyWindow::removeGroup(QTreeWidgetItem *group)
 {
     QTreeWidgetItem *grade = group->parent();
     m_people.remove(group);
-    m_empty->say(tr("No group is left."));
+    m_empty->say(tr("No group is left."), {tr("You have looked at all of them.")});
     const int row = grade->indexOfChild(group);
     delete group;
     if (grade->childCount() == 0)
@@ -359,8 +362,8 @@ void LikelyWindow::showCounts()
     }
     const bool isEmpty = m_groups->topLevelItemCount() == 0;
     m_pages->setCurrentWidget(isEmpty ? static_cast<QWidget *>(m_empty) : m_groups);
-    for (QPushButton *button : {m_different, m_compare})
-        button->setVisible(!isEmpty);
+    for (QWidget *widget : std::initializer_list<QWidget *>{m_sentence, m_different, m_compare})
+        widget->setVisible(!isEmpty);
     showSelection();
 }
 

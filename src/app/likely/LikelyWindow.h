@@ -9,6 +9,7 @@
 #include <QSet>
 #include <QWidget>
 
+class QLabel;
 class QProgressBar;
 class QPushButton;
 class QStackedWidget;
@@ -65,6 +66,7 @@ private:
 
     const QSet<QString> m_among;
     QStackedWidget *m_pages;
+    QLabel *m_sentence; // about what is shown
     QProgressBar *m_progress;
     StatePage *m_empty;
     QTreeWidget *m_groups;
