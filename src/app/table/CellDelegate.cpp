@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/table/CellDelegate.h"
 
+#include "app/look/Colours.h"
 #include "table/grid/ContactTableModel.h"
 
 #include <QAbstractItemView>
@@ -83,5 +84,5 @@ void CellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
 {
     QStyledItemDelegate::initStyleOption(option, index);
     if (index.data(ContactTableModel::kIsDamagedRole).toBool())
-        option->state.setFlag(QStyle::State_Enabled, false);
+        option->palette.setColor(QPalette::Text, colourFor(ColourRole::Quiet, option->palette));
 }

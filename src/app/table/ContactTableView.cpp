@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/table/ContactTableView.h"
 
-#include "app/look/CalmShapes.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
 #include "app/look/EmptyPage.h"
@@ -102,8 +101,6 @@ void ContactTableView::setUpTable()
             return tableRow < 0 ? ABPersonPtr() : m_controller.getTableViewDataArray()[std::size_t(tableRow)]->person();
         },
         m_table));
-    constexpr int rowHeight = 40;
-    m_table->verticalHeader()->setDefaultSectionSize(scaled(rowHeight, m_table->fontMetrics()));
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         m_table->verticalHeader()->viewport()->update();
         updateSummary();

@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int kWidth = 52;
+constexpr int kRowHeight = 40;
 constexpr int kPictureSize = 26;
 constexpr int kMargin = 12;
 constexpr int kMostPictures = 1000;
@@ -25,6 +26,9 @@ PictureHeader::PictureHeader(PersonOfRow personOfRow, QWidget *parent)
     setSectionsClickable(true); // which selects the row
     setSectionResizeMode(Fixed);
     setHighlightSections(false);
+    const int rowHeight = scaled(kRowHeight, parent->fontMetrics());
+    setMinimumSectionSize(rowHeight); // or the margins of titles would make rows higher
+    setDefaultSectionSize(rowHeight);
 }
 
 QSize PictureHeader::sizeHint() const
