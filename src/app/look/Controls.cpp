@@ -7,11 +7,14 @@
 #include <QIconEngine>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QRgba64>
 #include <QScreen>
 #include <QStyle>
 
 #include <algorithm>
 #include <memory>
+#include <random>
+#include <utility>
 
 namespace {
 
@@ -211,10 +214,32 @@ BannerView::BannerView(const QString &picture, QWidget *parent) : QWidget(parent
 
 void BannerView::paintEvent(QPaintEvent *)
 {
-    QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::Window));
-    painter.setOpacity(0.2); // texts can be read in both schemes; a fainter picture would have stripes
-    painter.drawPixmap(rect(), m_picture);
+    const QRgb ground = palette().color(QPalette::Window).rgb();
+    if (m_drawn.size() != size() * devicePixelRatioF() || std::exchange(m_ground, ground) != ground)
+        m_drawn = drawn();
+    QPainter(this).drawImage(rect(), m_drawn);
+}
+
+/// Faint, so that texts can be read in both schemes. Noise between the colours keeps the picture from having stripes.
+QImage BannerView::drawn() const
+{
+    QImage fine(size() * devicePixelRatioF(), QImage::Format_RGBX64);
+    fine.fill(palette().color(QPalette::Window));
+    QPainter painter(&fine);
+    painter.setOpacity(0.2);
+    painter.drawPixmap(fine.rect(), m_picture);
+    QImage image(fine.size(), QImage::Format_RGB32);
+    std::minstd_rand random;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *from = reinterpret_cast<const QRgba64 *>(fine.constScanLine(y));
+        auto *to = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const auto noise = int(random() % 257);
+            const auto with = [noise](int colour) { return (colour + noise) / 257; };
+            to[x] = qRgb(with(from[x].red()), with(from[x].green()), with(from[x].blue()));
+        }
+    }
+    return image;
 }
 
 WrappedText::WrappedText(Qt::LayoutDirection direction, QWidget *parent) : QTextEdit(parent)

@@ -79,7 +79,11 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QImage drawn() const;
+
     QPixmap m_picture;
+    QImage m_drawn;
+    QRgb m_ground = 0; // that it is drawn on
 };
 
 /// A label that never widens its window: it wraps text anywhere and scrolls very long texts. The text is left-aligned,
