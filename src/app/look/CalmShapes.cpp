@@ -4,7 +4,7 @@
 
 #include <QAbstractItemModel>
 #include <QPainter>
-#include <QWidget>
+#include <QTableView>
 
 #include <algorithm>
 
@@ -59,8 +59,42 @@ QPen indicatorPen(const QStyleOption &option)
 
 int scaled(int pixels, const QFontMetrics &metrics)
 {
-    constexpr qreal designHeight = 18;
+    constexpr qreal designHeight = 20;
     return qRound(pixels * std::max(1.0, metrics.height() / designHeight));
+}
+
+std::optional<int> designMetric(QStyle::PixelMetric metric, const QWidget *widget)
+{
+    switch (metric) {
+    case QStyle::PM_LayoutLeftMargin:
+    case QStyle::PM_LayoutTopMargin:
+    case QStyle::PM_LayoutRightMargin:
+    case QStyle::PM_LayoutBottomMargin:
+        return widget && widget->isWindow() ? 16 : 8;
+    case QStyle::PM_LayoutHorizontalSpacing:
+    case QStyle::PM_LayoutVerticalSpacing:
+    case QStyle::PM_CheckBoxLabelSpacing:
+    case QStyle::PM_RadioButtonLabelSpacing:
+    case QStyle::PM_MenuBarPanelWidth:
+        return metric == QStyle::PM_MenuBarPanelWidth ? 0 : 8;
+    case QStyle::PM_IndicatorWidth:
+    case QStyle::PM_IndicatorHeight:
+    case QStyle::PM_ExclusiveIndicatorWidth:
+    case QStyle::PM_ExclusiveIndicatorHeight:
+        return 18;
+    case QStyle::PM_ScrollBarExtent:
+        return 12;
+    case QStyle::PM_ScrollBarSliderMin:
+        return 36;
+    case QStyle::PM_HeaderMargin:
+        return 12;
+    case QStyle::PM_FocusFrameHMargin: // of the texts in cells
+        return qobject_cast<const QTableView *>(widget) ? 11 : 7;
+    case QStyle::PM_SplitterWidth:
+        return 8;
+    default:
+        return {};
+    }
 }
 
 void drawButton(const QStyleOptionButton &option, bool isPrimary, bool isDestructive, QPainter &painter)
@@ -90,7 +124,8 @@ void drawButton(const QStyleOptionButton &option, bool isPrimary, bool isDestruc
         option, kRadius - gap, {ring, kRingWidth}, Qt::NoBrush, painter, option.rect.adjusted(gap, gap, -gap, -gap));
 }
 
-void drawButtonLabel(const QStyleOptionButton &option, bool isPrimary, bool isDestructive, QPainter &painter)
+void drawButtonLabel(
+    const QStyleOptionButton &option, bool isPrimary, bool isDestructive, bool isUnderlined, QPainter &painter)
 {
     const bool isEnabled = has(option, QStyle::State_Enabled);
     const int side = option.icon.isNull() ? 0 : option.iconSize.width();
@@ -107,7 +142,8 @@ void drawButtonLabel(const QStyleOptionButton &option, bool isPrimary, bool isDe
     else if (isEnabled && isDestructive)
         colour = colourOf(option, ColourRole::Gone);
     painter.setPen(colour);
-    painter.drawText(label, int(Qt::AlignVCenter | Qt::AlignLeft) | Qt::TextShowMnemonic, option.text);
+    const int mnemonic = isUnderlined ? Qt::TextShowMnemonic : Qt::TextHideMnemonic;
+    painter.drawText(label, int(Qt::AlignVCenter | Qt::AlignLeft) | mnemonic, option.text);
 }
 
 void drawField(const QStyleOption &option, ColourRole ground, bool isWrong, QPainter &painter)

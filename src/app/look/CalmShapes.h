@@ -6,16 +6,21 @@
 
 #include <QStyleOption>
 
+#include <optional>
+
 class QPainter;
 
 // What CalmStyle draws; the painter smooths edges.
 
-/// A length of the design, which is made for a font 18 pixels high.
+/// A length of the design, which is made for a font up to 20 pixels high.
 int scaled(int pixels, const QFontMetrics &metrics);
+/// Nothing for a length that the design does not set. Not scaled.
+std::optional<int> designMetric(QStyle::PixelMetric metric, const QWidget *widget);
 
 void drawButton(const QStyleOptionButton &option, bool isPrimary, bool isDestructive, QPainter &painter);
 /// Its icon and text, side by side in the middle.
-void drawButtonLabel(const QStyleOptionButton &option, bool isPrimary, bool isDestructive, QPainter &painter);
+void drawButtonLabel(
+    const QStyleOptionButton &option, bool isPrimary, bool isDestructive, bool isUnderlined, QPainter &painter);
 /// The ground and outline of a field to type into.
 void drawField(const QStyleOption &option, ColourRole ground, bool isWrong, QPainter &painter);
 /// Of a field that looks like a label.

@@ -7,19 +7,22 @@
 #include "app/look/Controls.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
 
-#include <optional>
+#include <utility>
 
 namespace {
 
@@ -75,40 +78,6 @@ private:
     QPainter &m_painter;
 };
 
-std::optional<int> designMetric(QStyle::PixelMetric metric, const QWidget *widget)
-{
-    switch (metric) {
-    case QStyle::PM_LayoutLeftMargin:
-    case QStyle::PM_LayoutTopMargin:
-    case QStyle::PM_LayoutRightMargin:
-    case QStyle::PM_LayoutBottomMargin:
-        return widget && widget->isWindow() ? 16 : 8;
-    case QStyle::PM_LayoutHorizontalSpacing:
-    case QStyle::PM_LayoutVerticalSpacing:
-    case QStyle::PM_CheckBoxLabelSpacing:
-    case QStyle::PM_RadioButtonLabelSpacing:
-    case QStyle::PM_MenuBarPanelWidth:
-        return metric == QStyle::PM_MenuBarPanelWidth ? 0 : 8;
-    case QStyle::PM_IndicatorWidth:
-    case QStyle::PM_IndicatorHeight:
-    case QStyle::PM_ExclusiveIndicatorWidth:
-    case QStyle::PM_ExclusiveIndicatorHeight:
-        return 18;
-    case QStyle::PM_ScrollBarExtent:
-        return 12;
-    case QStyle::PM_ScrollBarSliderMin:
-        return 36;
-    case QStyle::PM_HeaderMargin:
-        return 12;
-    case QStyle::PM_FocusFrameHMargin: // of the texts in cells
-        return qobject_cast<const QTableView *>(widget) ? 11 : 7;
-    case QStyle::PM_SplitterWidth:
-        return 8;
-    default:
-        return {};
-    }
-}
-
 } // namespace
 
 CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("Fusion"))
@@ -123,6 +92,25 @@ void CalmStyle::polish(QWidget *widget)
         view->viewport()->setAttribute(Qt::WA_Hover); // or cells are not told about the mouse
     if (auto *text = qobject_cast<QPlainTextEdit *>(widget))
         text->viewport()->setAutoFillBackground(false); // over the round ground
+}
+
+void CalmStyle::polish(QApplication *application)
+{
+    QProxyStyle::polish(application);
+    application->installEventFilter(this);
+}
+
+bool CalmStyle::eventFilter(QObject *object, QEvent *event)
+{
+    const bool isPress = event->type() == QEvent::KeyPress;
+    const bool isAlt =
+        (isPress || event->type() == QEvent::KeyRelease) && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Alt;
+    const bool mayBeElsewhere = event->type() == QEvent::WindowDeactivate; // where the key is released
+    if ((isAlt || mayBeElsewhere) && std::exchange(m_isAltDown, isPress) != isPress) {
+        for (QWidget *widget : QApplication::allWidgets())
+            widget->update();
+    }
+    return QProxyStyle::eventFilter(object, event);
 }
 
 void CalmStyle::drawPrimitive(
@@ -208,7 +196,8 @@ void CalmStyle::drawControl(
     switch (element) {
     case CE_PushButtonLabel:
         if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option))
-            drawButtonLabel(*button, isPrimary(*button, widget), hasProperty(widget, kDestructiveProperty), *painter);
+            drawButtonLabel(*button, isPrimary(*button, widget), hasProperty(widget, kDestructiveProperty),
+                styleHint(SH_UnderlineShortcut, option, widget), *painter);
         return;
     case CE_HeaderEmptyArea:
         if (const auto *header = qobject_cast<const QHeaderView *>(widget);
@@ -266,7 +255,7 @@ void CalmStyle::drawComplexControl(
         painter->setFont(font);
         painter->setPen(colourFor(ColourRole::Quiet, option->palette));
         painter->drawText(subControlRect(control, option, SC_GroupBoxLabel, widget),
-            int(Qt::AlignLeft | Qt::AlignVCenter) | Qt::TextShowMnemonic, box->text);
+            int(Qt::AlignLeft | Qt::AlignVCenter) | Qt::TextHideMnemonic, box->text);
     } else {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
@@ -291,6 +280,9 @@ int CalmStyle::styleHint(
         return QDialogButtonBox::GnomeLayout;
     case SH_ItemView_ShowDecorationSelected: // the whole row is one
         return 1;
+    case SH_UnderlineShortcut:
+        return m_isAltDown || qobject_cast<const QMenu *>(widget)
+            || (qobject_cast<const QMenuBar *>(widget) && widget->hasFocus());
     default:
         return QProxyStyle::styleHint(hint, option, widget, returnData);
     }

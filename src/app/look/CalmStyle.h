@@ -5,7 +5,8 @@
 #include <QProxyStyle>
 
 /// Flat controls with round corners in the colours of ColourRole, on a grid of 8 pixels that grows with the font. What
-/// has the focus gets a ring. Controls whose geometry Fusion knows keep it.
+/// has the focus gets a ring, and the letters for Alt are underlined while that is held, or where they work without it.
+/// Controls whose geometry Fusion knows keep it.
 class CalmStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -15,6 +16,8 @@ public:
 
     using QProxyStyle::polish;
     void polish(QWidget *widget) override;
+    void polish(QApplication *application) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
         const QWidget *widget = nullptr) const override;
     void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
@@ -33,4 +36,7 @@ public:
         SubElement element, const QStyleOption *option, const QWidget *widget = nullptr) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
         const QWidget *widget = nullptr) const override;
+
+private:
+    bool m_isAltDown = false;
 };
