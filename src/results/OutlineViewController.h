@@ -18,8 +18,8 @@
 #include <QSet>
 
 /// The results of one scan: the tree of findings, the selected one, its chosen repair and its preview; runs repairs and
-/// moves on. Draw it in a window and pass clicks to it. For the thread it was created on, except
-/// setOutlineViewDataSouce(), which may be called on another one before the tree is shown.
+/// moves on. Draw it in a window and pass clicks to it. For one thread, which another one may move it to once it has
+/// called setOutlineViewDataSouce().
 ///
 /// Rows count from 0 over groups and the findings of expanded groups.
 class OutlineViewController : public QObject
@@ -135,7 +135,7 @@ private:
     void showTips();
 
     ResultsDelegate &m_delegate;
-    ResultTree m_tree;
+    ResultTree m_tree{this};
     FindingFilter m_filter;
     std::vector<Condition> m_conditions; // that the scan found
     qsizetype m_totalCount = 0;

@@ -77,7 +77,7 @@ void Scans::updateUI(const ScanResult &result)
     const auto split = IgnoredFindings::splitShared(result);
     const bool isAllIgnored = split.open.isEmpty() && !split.ignored.isEmpty();
     if (!isAllIgnored) {
-        Job::deliver(this, [this, split] { showResults(split); });
+        Job::deliver(this, [this, results = resultsOf(split), split] { showResults(results, split.open); });
         return;
     }
     closeProgress();
@@ -134,11 +134,20 @@ void Scans::reexamineIgnored(const std::vector<Ignored> &entries)
     reexamine(uids);
 }
 
-void Scans::showResults(const IgnoredFindings::Split &result)
+/// With its tree, which takes too long for the main thread. Any thread.
+Scans::Results Scans::resultsOf(const IgnoredFindings::Split &found)
+{
+    auto results = std::make_shared<OutlineViewController>(*this);
+    results->setOutlineViewDataSouce(found.open, found.ignored);
+    results->moveToThread(thread());
+    return results;
+}
+
+void Scans::showResults(const Results &results, const ScanResult &found)
 {
     closeProgress();
-    m_conditions.setFound(m_titles, result.open);
-    setResults(result);
+    m_conditions.setFound(m_titles, found);
+    setResults(results);
     showView();
     offerResults();
     QMetaObject::invokeMethod(this, &Scans::outLineViewRefrash, Qt::QueuedConnection);
@@ -151,12 +160,11 @@ void Scans::showView()
     connect(m_window.results(), &ResultsView::ignoreRequested, this, &Scans::ignore);
 }
 
-void Scans::setResults(const IgnoredFindings::Split &result)
+void Scans::setResults(const Results &results)
 {
     m_window.showContacts();
     m_left = nullptr;
-    m_results = std::make_unique<OutlineViewController>(*this);
-    m_results->setOutlineViewDataSouce(result.open, result.ignored);
+    m_results = results;
     connect(m_results.get(), &OutlineViewController::fixed, this,
         [this](const FixOutcome &outcome, const PersonItemPtr &finding) {
             if (!outcome.error)
@@ -172,13 +180,13 @@ void Scans::setResults(const IgnoredFindings::Split &result)
 void Scans::offerKept()
 {
     m_examiner.restart(
-        [book = ABAddressBook::sharedAddressBook()] {
+        [this, book = ABAddressBook::sharedAddressBook()] {
             indexPeople();
             const KeptFindings kept = KeptFindings::load(book->name());
-            return std::pair(kept, kept.examine());
+            return std::pair(kept, resultsOf(kept.examine()));
         },
-        [this](const std::pair<KeptFindings, IgnoredFindings::Split> &found) {
-            if (m_results || isRunning() || found.second.open.isEmpty())
+        [this](const std::pair<KeptFindings, Results> &found) {
+            if (m_results || isRunning() || found.second->rootNodes().isEmpty())
                 return;
             setResults(found.second);
             found.first.select(*m_results);

@@ -61,8 +61,11 @@ Q_SIGNALS:
     void left(); ///< the results, for the contacts
 
 private:
-    void showResults(const IgnoredFindings::Split &result);
-    void setResults(const IgnoredFindings::Split &result);
+    using Results = std::shared_ptr<OutlineViewController>;
+
+    Results resultsOf(const IgnoredFindings::Split &found);
+    void showResults(const Results &results, const ScanResult &found);
+    void setResults(const Results &results);
     void showView();
     void offerResults();
     void keepResults() const;
@@ -73,7 +76,7 @@ private:
     ConditionListModel &m_conditions;
     QStringList m_titles; // of the last scan
     ScanAddressBook m_scanner;
-    std::unique_ptr<OutlineViewController> m_results;
+    Results m_results;
     PeopleSnapshot m_left; // everyone when the results were left; null while they are shown
     Reexamination m_reexamination;
     Job m_ignoring;
