@@ -5,8 +5,6 @@
 #include "contacts/cards/CardMap.h"
 #include "contacts/cards/TextCoding.h"
 
-#include <memory>
-
 namespace {
 
 using Encoding = CardLine::Encoding;
@@ -188,7 +186,8 @@ bool HeadFinder::findIgnoringQuotes(std::string_view text)
 
 void parseLine(CardLine &line, std::string_view text, const HeadFinder &head)
 {
-    std::construct_at(&line); // an assignment would copy a large temporary object
+    static constexpr CardLine kNone;
+    line = kNone;
     if (head.colon == HeadFinder::npos) {
         line.value = text;
         return;
