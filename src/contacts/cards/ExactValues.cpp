@@ -5,21 +5,21 @@
 #include "contacts/cards/CardMap.h"
 #include "contacts/cards/RecordJson.h"
 #include "contacts/cards/TextCoding.h"
+#include "contacts/model/RecordDifferences.h"
 
 #include <QCryptographicHash>
 
 namespace {
 
-constexpr QLatin1StringView kImage{"image"};
-
-/// The picture counts as one more property here.
-std::optional<ABProperty> propertyOf(QStringView name)
+/// A part of a person is a property or the picture, by name.
+bool isPart(QStringView name)
 {
-    return name == kImage ? std::nullopt : propertyNamed(name);
+    return name == kPictureName || propertyNamed(name);
 }
 
-void copy(std::optional<ABProperty> property, const CardValues &from, CardValues &to)
+void copy(QStringView part, const CardValues &from, CardValues &to)
 {
+    const auto property = propertyNamed(part);
     if (!property) {
         to.record.setImageData(from.record.imageData() ? *from.record.imageData() : QByteArray());
     } else if (property == kABUIDProperty) {
@@ -30,33 +30,19 @@ void copy(std::optional<ABProperty> property, const CardValues &from, CardValues
     }
 }
 
-bool isSame(std::optional<ABProperty> property, const CardValues &a, const CardValues &b)
-{
-    if (property == kABUIDProperty)
-        return a.uid == b.uid;
-    return property ? a.record.value(*property) == b.record.value(*property) : a.record.hasImageOf(b.record);
-}
-
-/// The JSON of a record that has no other property.
-std::string json(std::optional<ABProperty> property, const CardValues &values)
+/// The JSON of a record that has nothing else.
+std::string json(QStringView part, const CardValues &values)
 {
     CardValues only;
-    copy(property, values, only);
+    copy(part, values, only);
     return recordToJson(only.uid.isEmpty() ? QString() : only.uid, only.record);
 }
 
-std::string sum(std::string_view json)
+std::string sum(const std::string &json)
 {
     constexpr qsizetype digits = 16;
-    const QByteArrayView bytes(json.data(), static_cast<qsizetype>(json.size()));
-    return QCryptographicHash::hash(bytes.toByteArray(), QCryptographicHash::Sha1).toHex().first(digits).toStdString();
-}
-
-std::string exactLine(
-    QLatin1StringView name, std::optional<ABProperty> property, const CardValues &wanted, const CardValues &read)
-{
-    return std::string("X-PEOPLENOOK-EXACT;X-PROPERTY=") + name.data() + ";X-SUM=" + sum(json(property, read)) + ':'
-        + escaped(textOfUtf8(json(property, wanted)));
+    const QByteArray bytes = QByteArray::fromStdString(json);
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex().first(digits).toStdString();
 }
 
 bool isSayable(const QString &text)
@@ -129,7 +115,10 @@ bool isSafe(const KeptLine &kept)
     const bool hasDecodedParams = !isAscii(std::string_view(text).substr(0, text.find(':')));
     if (hasDecodedParams || text.find('^') != std::string::npos)
         return false;
-    const CardArea area = parsedLine(text).area();
+    const CardLine line = parsedLine(text);
+    if (line.encoding == CardLine::Encoding::Base64) // of which blanks are no part, even where it is no base64
+        return false;
+    const CardArea area = line.area();
     return kept.basis.isNull() ? area >= CardArea::AddressLabel : area != areaOf(kABInstantMessageProperty);
 }
 
@@ -146,25 +135,29 @@ bool canSay(const QString &uid, const PersonRecord &record)
 std::vector<std::string> exactLines(const CardValues &wanted, const CardValues &read)
 {
     std::vector<std::string> lines;
-    for (const ABPropertyInfo &info : allProperties()) {
-        if (!isSame(info.property, wanted, read))
-            lines.push_back(exactLine(info.name, info.property, wanted, read));
-    }
-    if (!isSame(std::nullopt, wanted, read))
-        lines.push_back(exactLine(kImage, std::nullopt, wanted, read));
+    if (wanted.uid == read.uid && wanted.record.hasSameValues(read.record))
+        return lines;
+    const auto addPart = [&](QLatin1StringView name) {
+        const QString part(name);
+        const std::string meant = json(part, wanted);
+        const std::string said = json(part, read);
+        if (meant != said)
+            lines.push_back(std::string("X-PEOPLENOOK-EXACT;X-PROPERTY=") + name.data() + ";X-SUM=" + sum(said) + ':'
+                + escaped(textOfUtf8(meant)));
+    };
+    for (const ABPropertyInfo &info : allProperties())
+        addPart(info.name);
+    addPart(kPictureName);
     return lines;
 }
 
 bool applyExactValue(std::string_view property, std::string_view sum, const QString &value, CardValues &values)
 {
-    const QString name = textOfUtf8(property);
-    const auto which = propertyOf(name);
-    if (!which && name != kImage)
-        return false;
+    const QString part = textOfUtf8(property);
     const auto exact = recordFromJson(value.toStdString());
-    if (!exact)
+    if (!isPart(part) || !exact)
         return false;
-    if (::sum(json(which, values)) == sum)
-        copy(which, {exact.value().uid, *exact.value().record}, values);
+    if (::sum(json(part, values)) == sum)
+        copy(part, {exact->uid, *exact->record}, values);
     return true;
 }
