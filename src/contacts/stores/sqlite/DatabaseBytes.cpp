@@ -24,6 +24,8 @@ FileOnDisk FileOnDisk::opened(int descriptor)
     return ::fstat(descriptor, &status) == 0 ? FileOnDisk{status.st_dev, status.st_ino} : FileOnDisk{};
 }
 
+DatabaseBytes::DatabaseBytes(sqlite3 *database) : m_database(database, &sqlite3_close) { }
+
 std::unique_ptr<DatabaseBytes> DatabaseBytes::open(const QString &path)
 {
     return open(path, SQLITE_OPEN_READONLY);
@@ -44,24 +46,15 @@ std::unique_ptr<DatabaseBytes> DatabaseBytes::open(const QString &path, int acce
     errno = EINVAL;
     if (!QFileInfo(path).isFile()) // opening a pipe would wait for somebody at its other end
         return nullptr;
-    std::unique_ptr<DatabaseBytes> bytes(new DatabaseBytes);
+    // A connection opens the file, but neither locks nor changes it before the first statement.
+    sqlite3 *database = nullptr;
     const QByteArray name = QFile::encodeName(QFileInfo(path).absoluteFilePath());
-    bytes->m_name = {sqlite3_create_filename(name.constData(), "", "", 0, nullptr), &sqlite3_free_filename};
-    sqlite3_vfs *system = sqlite3_vfs_find(nullptr);
-    if (!system || !bytes->m_name)
+    const int opened = sqlite3_open_v2(name.constData(), &database, access, nullptr);
+    std::unique_ptr<DatabaseBytes> bytes(new DatabaseBytes(database));
+    if (opened != SQLITE_OK)
         return nullptr;
-    bytes->m_memory.resize(static_cast<std::size_t>(system->szOsFile));
-    auto *file = reinterpret_cast<sqlite3_file *>(bytes->m_memory.data());
-    const int opened = system->xOpen(system, bytes->m_name.get(), file, access | SQLITE_OPEN_MAIN_DB, nullptr);
-    if (file->pMethods)
-        bytes->m_file = file; // to be closed, even after a failure
-    return opened == SQLITE_OK ? std::move(bytes) : nullptr;
-}
-
-DatabaseBytes::~DatabaseBytes()
-{
-    if (m_file)
-        m_file->pMethods->xClose(m_file);
+    sqlite3_file_control(database, nullptr, SQLITE_FCNTL_FILE_POINTER, &bytes->m_file);
+    return bytes;
 }
 
 qint64 DatabaseBytes::size() const

@@ -6,8 +6,8 @@
 
 #include <memory>
 #include <sys/types.h>
-#include <vector>
 
+struct sqlite3;
 struct sqlite3_file;
 
 /// The identity of a file, independent of its name; all zero for none.
@@ -21,9 +21,9 @@ struct FileOnDisk
     friend bool operator==(const FileOnDisk &, const FileOnDisk &) = default;
 };
 
-/// The bytes of a database file, read through SQLite's file layer without a connection: closing a file in any other way
-/// drops all locks that the process has on it (POSIX), and another program would then clear away the log that is being
-/// written (https://www.sqlite.org/howtocorrupt.html, section 2.2).
+/// The bytes of a database file, read through SQLite's file layer: closing a file in any other way drops all locks that
+/// the process has on it (POSIX), and another program would then clear away the log that is being written
+/// (https://www.sqlite.org/howtocorrupt.html, section 2.2).
 class DatabaseBytes
 {
 public:
@@ -32,9 +32,6 @@ public:
     /// The same, while no connection has the file open or can open it. Null also if one has, or if the file cannot be
     /// written.
     static std::unique_ptr<DatabaseBytes> openAlone(const QString &path);
-    ~DatabaseBytes();
-    DatabaseBytes(const DatabaseBytes &) = delete;
-    DatabaseBytes &operator=(const DatabaseBytes &) = delete;
 
     /// Up to @p size bytes from @p offset; fewer at the end of the file, null on errors.
     QByteArray read(qint64 offset, qint64 size) const;
@@ -42,11 +39,10 @@ public:
     bool copyTo(const QString &path) const;
 
 private:
-    DatabaseBytes() = default;
+    explicit DatabaseBytes(sqlite3 *database);
     static std::unique_ptr<DatabaseBytes> open(const QString &path, int access);
     qint64 size() const; // -1: unknown
 
-    std::unique_ptr<const char, void (*)(const char *)> m_name{nullptr, nullptr}; // SQLite's form of it
-    std::vector<char> m_memory; // of m_file, which SQLite makes in place
-    sqlite3_file *m_file = nullptr; // null: not opened
+    std::unique_ptr<sqlite3, int (*)(sqlite3 *)> m_database;
+    sqlite3_file *m_file = nullptr; // the connection's
 };
