@@ -61,13 +61,9 @@ Result<qint64> backUp(ABAddressBook &book, const QString &path, bool replaces)
     contents.people.reserve(everybody->size());
     for (const auto &[person, record] : *everybody)
         contents.people.push_back({person->uniqueId(), record});
-    const auto written = [&](const auto &fill) {
-        auto copy = BackupFile::of(contents, path, existing, fill);
-        return copy ? (*copy)->finish() : copy.error();
-    };
-    auto withHistory = written([&book](const QString &file) { book.copyTo(file); });
+    auto withHistory = BackupFile::write(contents, path, existing, [&book](const QString &file) { book.copyTo(file); });
     // A damaged file that is gone, too, has no history worth losing people for.
-    return withHistory ? withHistory : written(nullptr);
+    return withHistory ? withHistory : BackupFile::write(contents, path, existing);
 }
 
 Result<RestorePlan> planRestoreOfBackup(ABAddressBook &book, const QString &path)

@@ -61,11 +61,10 @@ Result<SalvageReport> salvage(const QString &damagedFile, const QString &newFile
     const auto salvaged = salvagePeople(damagedFile);
     if (!salvaged)
         return salvaged.error();
-    auto copy = BackupFile::of(*salvaged, newFile, BackupFile::Existing::Refuse);
-    const auto finished = copy ? (*copy)->finish() : copy.error();
-    if (!finished)
-        return finished.error();
-    return SalvageReport{*finished, salvaged->incomplete, salvaged->lost, salvaged->isLostExact};
+    const auto people = BackupFile::write(*salvaged, newFile, BackupFile::Existing::Refuse);
+    if (!people)
+        return people.error();
+    return SalvageReport{*people, salvaged->incomplete, salvaged->lost, salvaged->isLostExact};
 }
 
 QString hintFor(const QString &where, const Error &error)

@@ -38,6 +38,17 @@ Error renamed(Error error, const QString &from, const QString &to)
     return error;
 }
 
+/// Makes the address book at @p file hold these contents.
+Result<void> replaceContents(const QString &file, const BookContents &contents)
+{
+    auto store = SqliteStore::open(file);
+    const auto book = store ? ABAddressBook::open(std::move(*store)) : store.error();
+    auto plan = book ? planReplacement(**book, contents.people) : book.error();
+    if (plan)
+        plan->ignored = contents.ignored;
+    return plan ? restore(**book, *plan) : plan.error();
+}
+
 /// Of the file @p file, for messages @p path.
 FaultsInFile faultsIn(const QString &file, const QString &path)
 {
@@ -122,24 +133,18 @@ Result<std::unique_ptr<BackupFile>> BackupFile::copyOf(const QString &from, cons
     return backup;
 }
 
-Result<std::unique_ptr<BackupFile>> BackupFile::of(const BookContents &contents, const QString &to, Existing existing,
+Result<qint64> BackupFile::write(const BookContents &contents, const QString &to, Existing existing,
     const std::function<void(const QString &file)> &fill)
 {
-    auto backup = begin(to, existing);
+    const auto backup = begin(to, existing);
     if (!backup)
-        return backup;
+        return backup.error();
     const QString temporary = QFile::decodeName((*backup)->m_temporary);
     if (fill)
         fill(temporary);
-    auto store = SqliteStore::open(temporary);
-    const auto book = store ? ABAddressBook::open(std::move(*store)) : store.error();
-    auto plan = book ? planReplacement(**book, contents.people) : book.error();
-    if (plan)
-        plan->ignored = contents.ignored;
-    const auto written = plan ? restore(**book, *plan) : plan.error();
-    if (!written)
+    if (const auto written = replaceContents(temporary, contents); !written)
         return renamed(written.error(), temporary, to);
-    return backup;
+    return (*backup)->finish();
 }
 
 Result<qint64> BackupFile::finish()

@@ -30,8 +30,9 @@ public:
     /// The whole file @p from as it is now, history included, while others keep using it.
     /// Invalid: @p from is no address book or is damaged.
     static Result<std::unique_ptr<BackupFile>> copyOf(const QString &from, const QString &to, Existing existing);
-    /// These contents. @p fill may write an address book into the empty file first: its history is continued.
-    static Result<std::unique_ptr<BackupFile>> of(const BookContents &contents, const QString &to, Existing existing,
+    /// Writes these contents and finishes. @p fill may write an address book into the empty file first: its history is
+    /// continued.
+    static Result<qint64> write(const BookContents &contents, const QString &to, Existing existing,
         const std::function<void(const QString &file)> &fill = {});
     ~BackupFile();
     BackupFile(const BackupFile &) = delete;
