@@ -2,17 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/open/OutsideFile.h"
 
+#include "contacts/stores/sqlite/AddressBookFile.h"
 #include "contacts/stores/sqlite/DatabaseBytes.h"
 
 #include <QFile>
 #include <QFileInfo>
 
-#include <array>
-
 namespace {
 
 constexpr qint64 kMebibyte = 1 << 20;
-constexpr std::array kCompanions{QLatin1StringView("-wal"), QLatin1StringView("-shm"), QLatin1StringView("-journal")};
 
 /// Under whatever names.
 bool isSameFile(const QString &one, const QString &other)
@@ -35,7 +33,7 @@ QString reasonAgainst(const QString &path, const QString &bookFile)
     if (!bookFile.isEmpty() && isSameFile(path, bookFile))
         return QStringLiteral("is the address book itself");
     const QString name = QFileInfo(path).canonicalFilePath();
-    for (const QLatin1StringView suffix : kCompanions) {
+    for (const QLatin1StringView suffix : AddressBookFile::kCompanions) {
         if (!bookFile.isEmpty() && isSameFile(path, bookFile % suffix))
             return QStringLiteral("belongs to the address book itself");
         if (name.endsWith(suffix) && isDatabase(name.chopped(suffix.size())))

@@ -15,7 +15,6 @@
 #include <QScopeGuard>
 #include <QtEndian>
 
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -30,8 +29,6 @@ namespace {
 
 /// How long one process waits for another one's save.
 constexpr int kBusyTimeoutMs = 10'000;
-
-constexpr std::array kCompanions{"-journal", "-wal", "-shm"};
 
 // The SQLite file format, section 1.3: the header's size and where its fields stand (big-endian).
 constexpr qint64 kHeaderSize = 100;
@@ -115,8 +112,8 @@ Error errorOf(const SQLite::Exception &exception, const QString &path)
 
 QString companionOf(const QString &path)
 {
-    for (const char *suffix : kCompanions) {
-        QString companion = path % QLatin1StringView(suffix);
+    for (const QLatin1StringView suffix : kCompanions) {
+        QString companion = path % suffix;
         if (QFileInfo(companion).isSymLink() || QFileInfo::exists(companion))
             return companion;
     }
@@ -134,8 +131,8 @@ QString unusedName(const QString &stem, const QString &ending)
 void removeWithCompanions(const QByteArray &name)
 {
     ::unlink(name.constData());
-    for (const char *suffix : kCompanions)
-        ::unlink(QByteArray(name + suffix).constData());
+    for (const QLatin1StringView suffix : kCompanions)
+        ::unlink(QByteArray(name + suffix.data()).constData());
 }
 
 Result<void> create(const QString &path)

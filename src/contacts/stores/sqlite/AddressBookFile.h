@@ -6,8 +6,14 @@
 
 #include <SQLiteCpp/Database.h>
 
+#include <array>
+
 /// Opens, checks and creates the file of an SqliteStore.
 namespace AddressBookFile {
+
+/// What SQLite appends to a file's name for the files that it puts beside it.
+inline constexpr std::array kCompanions{
+    QLatin1StringView("-wal"), QLatin1StringView("-shm"), QLatin1StringView("-journal")};
 
 /// An error that names the file.
 Error failure(const QString &path, const QString &reason, ErrorKind kind = ErrorKind::Io);
