@@ -72,9 +72,8 @@ Result<void> EdsSaver::addToPlan(Plan &plan, const RecordChange &change, const Q
         plan.removals.push_back({entry.uid, {}});
     } else {
         // What others changed beside the values is in `now` only.
-        entry.after = change.before
-            ? StoredCard::patched(current, change.uid, withChanges(*now, *change.before, *change.after))
-            : StoredCard::cardOf(change.uid, *change.after);
+        entry.after = StoredCard::updated(
+            current, change.uid, now ? withChanges(*now, *change.before, *change.after) : *change.after);
         const PersonRecordPtr written = entry.after.isNull() ? nullptr : StoredCard::recordOf(entry.after);
         if (!written || !written->hasSameValues(*change.after))
             return Error{ErrorKind::Invalid, change.uid % QStringLiteral(": no card can hold this change")};

@@ -182,14 +182,9 @@ std::vector<StoredCard::Read> StoredCard::read(const std::vector<EdsBook::Card> 
     return results;
 }
 
-QByteArray StoredCard::cardOf(const QString &uid, const PersonRecord &record)
+QByteArray StoredCard::updated(const QByteArray &text, const QString &uid, const PersonRecord &after)
 {
-    return vCardFromRecord(uid, record, VCardForm::Desktop);
-}
-
-QByteArray StoredCard::patched(const QByteArray &text, const QString &uid, const PersonRecord &after)
-{
-    const PersonRecordPtr before = recordOf(text);
+    const auto before = text.isEmpty() ? std::make_shared<const PersonRecord>() : recordOf(text);
     return before ? updateCard(text, {uid, *before, after, VCardForm::Desktop}) : QByteArray();
 }
 

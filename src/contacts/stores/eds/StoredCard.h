@@ -27,10 +27,9 @@ struct Read
 /// The same for many cards, far faster than one at a time.
 std::vector<Read> read(const std::vector<EdsBook::Card> &cards);
 
-QByteArray cardOf(const QString &uid, const PersonRecord &record);
-
-/// @p text with the difference between recordOf(text) and @p after. Null if it is no card.
-QByteArray patched(const QByteArray &text, const QString &uid, const PersonRecord &after);
+/// @p text with the difference between recordOf(text) and @p after, or a new card if it is empty. Null if it is no
+/// card.
+QByteArray updated(const QByteArray &text, const QString &uid, const PersonRecord &after);
 
 /// @p text with pictures inline instead of in files. An unreadable picture stays a link, which is logged.
 QByteArray withPictureInside(const QByteArray &text);
