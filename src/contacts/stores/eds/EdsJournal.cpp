@@ -83,14 +83,6 @@ Result<void> writeDurably(const QString &path, const QByteArray &text, FileLock 
     return {};
 }
 
-void keepNewest(const QString &folder, const QString &pattern, qsizetype count)
-{
-    QDir files(folder, pattern, QDir::Name | QDir::Reversed, QDir::Files);
-    const QStringList names = files.entryList();
-    for (qsizetype i = count; i < names.size(); ++i)
-        files.remove(names[i]);
-}
-
 EdsJournal::EdsJournal(QString folder) : m_folder(std::move(folder)) { }
 
 Result<void> EdsJournal::begin(const std::vector<Entry> &entries)
@@ -119,11 +111,12 @@ Result<void> EdsJournal::begin(const std::vector<Entry> &entries)
 bool EdsJournal::moveToHistory()
 {
     QDateTime now = currentTime();
-    makePrivateFolder(QFileInfo(EdsHistory::fileOf(m_folder, now)).path());
-    bool isMoved = QFile::rename(m_current, EdsHistory::fileOf(m_folder, now));
-    while (!isMoved && QFile::exists(EdsHistory::fileOf(m_folder, now))) { // two saves in one millisecond
+    QString file = EdsHistory::fileOf(m_folder, now);
+    makePrivateFolder(QFileInfo(file).path());
+    bool isMoved = false;
+    while (!(isMoved = QFile::rename(m_current, file)) && QFile::exists(file)) { // two saves in one millisecond
         now = now.addMSecs(1);
-        isMoved = QFile::rename(m_current, EdsHistory::fileOf(m_folder, now));
+        file = EdsHistory::fileOf(m_folder, now);
     }
     if (!m_isHistoryPruned)
         EdsHistory::prune(m_folder, now);

@@ -57,5 +57,3 @@ std::optional<std::vector<EdsJournal::Entry>> journalEntries(const QByteArray &t
 QString folderOfBook(const QString &dataFolder, const QString &sourceUid);
 /// Writes a new file, on the disk when this returns. @p lock locks it before it becomes visible.
 Result<void> writeDurably(const QString &path, const QByteArray &text, FileLock *lock = nullptr);
-/// Keeps the newest matching files; their names must sort by age.
-void keepNewest(const QString &folder, const QString &pattern, qsizetype count);

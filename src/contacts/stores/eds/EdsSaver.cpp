@@ -5,6 +5,7 @@
 #include "contacts/stores/eds/StoredCard.h"
 
 #include <QDateTime>
+#include <QDir>
 
 #include <algorithm>
 
@@ -161,7 +162,9 @@ Result<void> EdsSaver::backUp()
     if (done && !cards.isEmpty()) {
         const QString time = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'hhmmss.zzz'Z'"));
         done = writeDurably(m_backups % u'/' % time % QStringLiteral(".vcf"), cards);
-        keepNewest(m_backups, QStringLiteral("*.vcf"), kBackups);
+        QDir backups(m_backups, QStringLiteral("*.vcf"), QDir::Name | QDir::Reversed, QDir::Files);
+        for (const QString &old : backups.entryList().mid(kBackups))
+            backups.remove(old);
     }
     if (!done)
         return Error{done.error().kind,
