@@ -6,8 +6,9 @@
 #include "contacts/stores/eds/StoredCard.h"
 
 #include <QDir>
-#include <QHash>
 #include <QSet>
+
+#include <map>
 
 namespace EdsHistory {
 
@@ -79,17 +80,14 @@ QString fileOf(const QString &bookFolder, const QDateTime &savedAt)
 std::vector<ChangeSummary> summaries(const QString &bookFolder)
 {
     std::vector<ChangeSummary> summaries;
-    QHash<QString, std::size_t> placeOf;
+    std::map<QString, std::size_t> placeOf; // by the id of the cause
     for (const QString &file : filesIn(bookFolder, QDir::Reversed)) {
         const Save save = readSave(file);
         for (const auto &entry : save.entries) {
-            const auto known = placeOf.constFind(entry.cause->id);
-            const std::size_t place = known == placeOf.cend() ? summaries.size() : *known;
-            if (known == placeOf.cend()) {
-                placeOf.insert(entry.cause->id, place);
+            const auto [place, isNew] = placeOf.try_emplace(entry.cause->id, summaries.size());
+            if (isNew)
                 summaries.push_back({*entry.cause, save.savedAt});
-            }
-            count(summaries[place], entry);
+            count(summaries[place->second], entry);
         }
     }
     return summaries;

@@ -20,9 +20,10 @@ EdsStore::~EdsStore()
     m_guard->run([session = m_session] { session->close(); });
 }
 
-template <typename T, typename Job> Result<T> EdsStore::onThread(Job job, const std::function<bool()> &isWanted) const
+template <typename Job>
+std::invoke_result_t<Job, EdsSession &> EdsStore::onThread(Job job, const std::function<bool()> &isWanted) const
 {
-    const auto result = std::make_shared<std::optional<Result<T>>>();
+    const auto result = std::make_shared<std::optional<std::invoke_result_t<Job, EdsSession &>>>();
     const auto work = [result, session = m_session, isReadOnly = m_isReadOnly, job] {
         *result = job(*session);
         *isReadOnly = session->isReadOnly();
@@ -36,7 +37,7 @@ template <typename T, typename Job> Result<T> EdsStore::onThread(Job job, const 
 Result<std::unique_ptr<AddressBookStore>> EdsStore::open(const EdsRequest &request)
 {
     std::unique_ptr<EdsStore> store(new EdsStore(request));
-    const auto opened = store->onThread<QByteArray>([](EdsSession &session) { return session.open(); });
+    const auto opened = store->onThread([](EdsSession &session) { return session.open(); });
     if (!opened)
         return opened.error();
     store->m_name = store->m_session->info().name;
@@ -55,7 +56,7 @@ bool EdsStore::isOffered()
 
 Result<std::vector<EdsBookInfo>> EdsStore::books(const EdsRequest &request)
 {
-    return EdsStore(request).onThread<std::vector<EdsBookInfo>>([](EdsSession &session) { return session.books(); });
+    return EdsStore(request).onThread([](EdsSession &session) { return session.books(); });
 }
 
 Result<std::vector<StoredRecord>> EdsStore::loadAll()
@@ -80,19 +81,18 @@ Result<std::vector<StoredRecord>> EdsStore::loadAll()
         const std::scoped_lock lock(listener->mutex);
         return listener->tell(listener->done, listener->total);
     };
-    return onThread<std::vector<StoredRecord>>(
-        [progress](EdsSession &session) { return session.loadAll(progress); }, isWanted);
+    return onThread([progress](EdsSession &session) { return session.loadAll(progress); }, isWanted);
 }
 
 Result<void> EdsStore::commit(const std::vector<RecordChange> &changes)
 {
-    return onThread<void>([changes](EdsSession &session) { return session.commit(changes); });
+    return onThread([changes](EdsSession &session) { return session.commit(changes); });
 }
 
 Result<std::vector<OutsideChange>> EdsStore::takeChangesFromOutside()
 {
     const auto look = [](EdsSession &session) { return session.takeChangesFromOutside(); };
-    return onThread<std::vector<OutsideChange>>(look, [this] { return m_isLooking.load(); });
+    return onThread(look, [this] { return m_isLooking.load(); });
 }
 
 void EdsStore::setChangeListener(std::function<void()> listener)

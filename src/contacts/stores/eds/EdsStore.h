@@ -44,7 +44,8 @@ public:
 private:
     explicit EdsStore(const EdsRequest &request);
     /// Runs @p job on the guard's thread as long as it is wanted (CallGuard::run()).
-    template <typename T, typename Job> Result<T> onThread(Job job, const std::function<bool()> &isWanted = {}) const;
+    template <typename Job>
+    std::invoke_result_t<Job, EdsSession &> onThread(Job job, const std::function<bool()> &isWanted = {}) const;
 
     std::shared_ptr<CallGuard> m_guard;
     std::shared_ptr<EdsSession> m_session; // shared with a job that may be left behind
