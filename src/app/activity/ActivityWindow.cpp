@@ -3,22 +3,15 @@
 #include "app/activity/ActivityWindow.h"
 
 #include "app/activity/OpenOutside.h"
-#include "app/look/Controls.h"
 
-#include <QBoxLayout>
 #include <QCheckBox>
-#include <QLabel>
 #include <QListView>
 #include <QRegularExpression>
-#include <QShortcut>
 #include <QUrl>
 
 ActivityWindow::ActivityWindow(ActivityLog &log, QWidget *parent)
-    : QWidget(parent, Qt::Window), m_log(log), m_list(new QListView(this))
+    : ListWindow(tr("Activity"), {680, 440}, parent), m_log(log), m_list(new QListView(this))
 {
-    setWindowTitle(tr("Activity"));
-    setFirstSize(*this, {640, 420});
-    connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
     m_lines.setSourceModel(&log);
     m_lines.setFilterRole(ActivityLog::KindRole);
     m_list->setModel(&m_lines);
@@ -32,20 +25,21 @@ ActivityWindow::ActivityWindow(ActivityLog &log, QWidget *parent)
                 ? QRegularExpression()
                 : QRegularExpression(
                     QStringLiteral("[%1%2]").arg(int(ActivityLog::Kind::Done)).arg(int(ActivityLog::Kind::Failure))));
+        setEmpty(m_lines.rowCount() == 0);
         m_list->scrollToBottom();
     };
+    connect(m_list, &QListView::activated, this, &ActivityWindow::openFolder);
+    say(tr("Double-click an exported file to open its folder."));
+    setContent(m_list, nullptr, tr("Nothing has happened yet"),
+        tr("What is imported, exported or fails will be listed here."));
+    addToFoot(diagnostics);
     show(false);
     connect(diagnostics, &QCheckBox::toggled, this, show);
-    connect(&m_lines, &QAbstractItemModel::rowsInserted, m_list, &QListView::scrollToBottom);
-    connect(m_list, &QListView::activated, this, &ActivityWindow::openFolder);
-
-    auto *hint = new QLabel(tr("Double-click an exported file to open its folder."));
-    hint->setWordWrap(true);
-    hint->setForegroundRole(QPalette::PlaceholderText);
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(hint);
-    layout->addWidget(m_list, 1);
-    layout->addWidget(diagnostics);
+    connect(&m_lines, &QAbstractItemModel::rowsInserted, this, [this] {
+        setEmpty(false);
+        m_list->scrollToBottom();
+    });
+    m_list->setFocus();
 }
 
 void ActivityWindow::openFolder(const QModelIndex &line)

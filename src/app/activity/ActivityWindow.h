@@ -3,14 +3,14 @@
 #pragma once
 
 #include "app/activity/ActivityLog.h"
+#include "app/look/ListWindow.h"
 
 #include <QSortFilterProxyModel>
-#include <QWidget>
 
 class QListView;
 
 /// Shows the activity log, diagnostic lines only on request. Double-clicking a file opens its folder.
-class ActivityWindow : public QWidget
+class ActivityWindow : public ListWindow
 {
     Q_OBJECT
 

@@ -2,17 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/history/HistoryWindow.h"
 
-#include "app/look/Controls.h"
-#include "app/look/StatePage.h"
 #include "contacts/book/RestorePlan.h"
 #include "contacts/model/RecordDifferences.h"
 
-#include <QBoxLayout>
 #include <QCloseEvent>
 #include <QHeaderView>
 #include <QListView>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSplitter>
 #include <QTableView>
 #include <QTableWidget>
@@ -87,27 +83,16 @@ QString shown(const QString &text)
 } // namespace
 
 HistoryWindow::HistoryWindow(QWidget *parent, const QString &uid, const QString &name)
-    : QWidget(parent, Qt::Window)
+    : ListWindow(uid.isNull() ? tr("Change History") : tr("History of %1").arg(name), {860, 600}, parent)
     , m_uid(uid)
     , m_steps(new QTableView(this))
     , m_people(new QListView(this))
     , m_differences(new QTableWidget(0, int(std::size(kDifferenceTitles)), this))
-    , m_empty(new StatePage(QStringLiteral("emptyBook"), this))
-    , m_message(new WrappedText(Qt::LeftToRight, this))
     , m_restore(new QPushButton(tr("&Restore"), this))
 {
-    setWindowTitle(uid.isNull() ? tr("Change History") : tr("History of %1").arg(name));
-    setFirstSize(*this, {860, 600});
     setUpLists();
-    m_message->setAccessibleName(tr("Message"));
     m_restore->setEnabled(false);
-    auto *close = new QPushButton(tr("&Close"), this);
-    m_restore->setProperty(kPrimaryProperty, true);
-    for (QPushButton *button : {m_restore, close})
-        button->setAutoDefault(true); // Return presses it
     connect(m_restore, &QPushButton::clicked, this, &HistoryWindow::restoreSelected);
-    connect(close, &QPushButton::clicked, this, &QWidget::close);
-    connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
     auto *details = new QSplitter(Qt::Horizontal);
     details->addWidget(m_people);
     details->addWidget(m_differences);
@@ -115,17 +100,7 @@ HistoryWindow::HistoryWindow(QWidget *parent, const QString &uid, const QString 
     auto *halves = new QSplitter(Qt::Vertical);
     halves->addWidget(m_steps);
     halves->addWidget(details);
-    m_lists = halves;
-    m_empty->say(tr("No changes yet"), {tr("Every change will be listed here and can be undone.")});
-    m_empty->hide();
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(m_message, 1);
-    buttons->addWidget(close);
-    buttons->addWidget(m_restore);
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(m_lists, 1);
-    layout->addWidget(m_empty, 1);
-    layout->addLayout(buttons);
+    setContent(halves, m_restore, tr("No changes yet"), tr("Every change will be listed here and can be undone."));
     m_steps->setFocus();
     reload();
 }
@@ -171,17 +146,6 @@ void HistoryWindow::closeEvent(QCloseEvent *event)
     event->setAccepted(isEnabled());
 }
 
-QString HistoryWindow::message() const
-{
-    return m_message->text();
-}
-
-void HistoryWindow::say(const QString &text)
-{
-    m_message->setText(text);
-    m_message->setAccessibleName(text);
-}
-
 void HistoryWindow::reload()
 {
     m_reader.restart([uid = m_uid](const std::stop_token &isSuperseded) { return historyOf(uid, isSuperseded); },
@@ -194,10 +158,7 @@ void HistoryWindow::showHistory(const Result<std::vector<ChangeSummary>> &histor
     selectionChanged(); // a reset emits no signal
     if (!history)
         say(history.error().description());
-    const bool isEmpty = history && history->empty();
-    m_lists->setHidden(isEmpty);
-    m_restore->setHidden(isEmpty);
-    m_empty->setVisible(isEmpty);
+    setEmpty(history && history->empty());
     Q_EMIT loaded();
 }
 

@@ -3,21 +3,17 @@
 #pragma once
 
 #include "app/history/HistoryModel.h"
+#include "app/look/ListWindow.h"
 #include "base/Job.h"
 #include "base/Result.h"
 
-#include <QWidget>
-
-class StatePage;
-class WrappedText;
 class QListView;
-class QPushButton;
 class QTableView;
 class QTableWidget;
 
 /// The changes of the shared address book, each person before and after, and a button that undoes the selected ones.
 /// Reads and restores in jobs.
-class HistoryWindow : public QWidget
+class HistoryWindow : public ListWindow
 {
     Q_OBJECT
 
@@ -36,7 +32,6 @@ public:
     QListView *people() const { return m_people; }
     QTableWidget *differences() const { return m_differences; }
     QPushButton *restoreButton() const { return m_restore; }
-    QString message() const;
 
 Q_SIGNALS:
     void loaded(); ///< the history or an error is shown
@@ -56,7 +51,6 @@ private:
     void showStep(const Result<ChangedPeopleModel::Step> &step);
     void showPerson(const QModelIndex &index);
     void finishRestore(const Result<QString> &done);
-    void say(const QString &text);
 
     const QString m_uid; ///< null: everybody's changes
     HistoryModel m_history;
@@ -64,9 +58,6 @@ private:
     QTableView *m_steps;
     QListView *m_people;
     QTableWidget *m_differences;
-    QWidget *m_lists;
-    StatePage *m_empty; // in place of the lists
-    WrappedText *m_message;
     QPushButton *m_restore;
     Job m_reader;
     Job m_stepReader;

@@ -2,15 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/results/IgnoredWindow.h"
 
-#include "app/look/Controls.h"
-#include "app/look/StatePage.h"
 #include "contacts/model/NameTexts.h"
 #include "fix/IgnoredFindings.h"
 
-#include <QBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
-#include <QShortcut>
 #include <QTreeWidget>
 
 namespace {
@@ -34,33 +30,13 @@ QString namesOf(const QStringList &uids)
 } // namespace
 
 IgnoredWindow::IgnoredWindow(QWidget *parent)
-    : QWidget(parent, Qt::Window)
+    : ListWindow(tr("Ignored Findings"), kFirstSize, parent)
     , m_list(new QTreeWidget(this))
-    , m_empty(new StatePage(QStringLiteral("emptySearch"), this))
-    , m_message(new WrappedText(Qt::LeftToRight, this))
     , m_bringBack(new QPushButton(tr("&Bring Back"), this))
 {
-    setWindowTitle(tr("Ignored Findings"));
-    setFirstSize(*this, kFirstSize);
     setUpList();
-    auto *close = new QPushButton(tr("&Close"), this);
-    m_bringBack->setProperty(kPrimaryProperty, true);
-    for (QPushButton *button : {m_bringBack, close})
-        button->setAutoDefault(true); // Return presses it
     connect(m_bringBack, &QPushButton::clicked, this, &IgnoredWindow::bringBack);
-    connect(close, &QPushButton::clicked, this, &QWidget::close);
-    connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(m_message, 1);
-    buttons->addStretch();
-    buttons->addWidget(close);
-    buttons->addWidget(m_bringBack);
-    auto *layout = new QVBoxLayout(this);
-    m_empty->say(tr("Nothing is ignored"), {tr("Findings that you ignore are listed here.")});
-    m_empty->hide();
-    layout->addWidget(m_list, 1);
-    layout->addWidget(m_empty, 1);
-    layout->addLayout(buttons);
+    setContent(m_list, m_bringBack, tr("Nothing is ignored"), tr("Findings that you ignore are listed here."));
     m_list->setFocus();
     reload();
 }
@@ -102,10 +78,7 @@ void IgnoredWindow::showIgnored(const Result<std::vector<Ignored>> &ignored)
     m_list->addTopLevelItems(rows);
     if (!rows.isEmpty())
         m_list->setCurrentItem(rows.front());
-    const bool isEmpty = ignored && rows.isEmpty();
-    m_list->setHidden(isEmpty);
-    m_bringBack->setHidden(isEmpty);
-    m_empty->setVisible(isEmpty);
+    setEmpty(ignored && rows.isEmpty());
     say(ignored ? QString() : ignored.error().description());
     Q_EMIT loaded();
 }
@@ -131,11 +104,4 @@ void IgnoredWindow::bringBack()
             say(done.error().description());
             Q_EMIT failed(done.error().description());
         });
-}
-
-void IgnoredWindow::say(const QString &text)
-{
-    m_message->setText(text);
-    m_message->setAccessibleName(text);
-    m_message->setVisible(!text.isEmpty());
 }

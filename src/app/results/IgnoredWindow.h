@@ -2,20 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/look/ListWindow.h"
 #include "base/Job.h"
 #include "base/Result.h"
 #include "contacts/book/Ignored.h"
 
-#include <QWidget>
-
-class QPushButton;
 class QTreeWidget;
-class StatePage;
-class WrappedText;
 
 /// What is ignored in the shared address book, and a button that brings back what is selected. Reads and writes in
 /// jobs.
-class IgnoredWindow : public QWidget
+class IgnoredWindow : public ListWindow
 {
     Q_OBJECT
 
@@ -36,12 +32,9 @@ Q_SIGNALS:
 private:
     void setUpList();
     void showIgnored(const Result<std::vector<Ignored>> &ignored);
-    void say(const QString &text);
 
     std::vector<Ignored> m_entries; // in the order of the list
     QTreeWidget *m_list;
-    StatePage *m_empty; // in place of the list
-    WrappedText *m_message;
     QPushButton *m_bringBack;
     Job m_reader;
     Job m_writer;
