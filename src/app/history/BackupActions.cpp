@@ -3,6 +3,7 @@
 #include "app/history/BackupActions.h"
 
 #include "app/history/HistoryModel.h"
+#include "app/look/Alerts.h"
 #include "app/look/Counted.h"
 #include "app/look/FileDialog.h"
 #include "base/Job.h"
@@ -11,7 +12,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include <utility>
@@ -66,6 +66,26 @@ Result<QString> salvaged(const Rescue::Offer &offer, const QString &newFile)
         .arg(newFile, contacts(report->people), QLocale().toString(report->incomplete),
             report->isLostExact ? lost : BackupActions::tr("at least %1").arg(lost));
 }
+
+/// What can be done about a failure; gone once it is closed.
+class OfferBox : public TitledBox
+{
+public:
+    OfferBox(const QString &title, const QString &message, QWidget *parent) : TitledBox(Warning, title, message, parent)
+    {
+        setAttribute(Qt::WA_DeleteOnClose);
+        setEscapeButton(addButton(BackupActions::tr("Close"), RejectRole));
+    }
+
+    /// The first one is the default.
+    void addChoice(const QString &text, const std::function<void()> &chosen)
+    {
+        QPushButton *button = addButton(text, AcceptRole);
+        connect(button, &QPushButton::clicked, this, chosen);
+        if (!defaultButton())
+            setDefaultButton(button);
+    }
+};
 
 } // namespace
 
@@ -156,28 +176,18 @@ void BackupActions::confirm(const Result<RestorePlan> &plan, const QString &ques
 
 void BackupActions::offerRescue(const Rescue::Offer &offer, const QString &reason)
 {
-    auto *box = new QMessageBox(&m_window);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setIcon(QMessageBox::Warning);
-    box->setWindowTitle(tr("The address book is damaged."));
-    box->setText(tr("The address book is damaged."));
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(
-        tr("%1\n\nThe damaged file stays as it is. You can continue with a new file beside it.").arg(reason));
+    auto *box = new OfferBox(tr("The address book is damaged."),
+        tr("%1\n\nThe damaged file stays as it is. You can continue with a new file beside it.").arg(reason),
+        &m_window);
     const QString newFile = Rescue::newFileBeside(offer.damagedFile, QDate::currentDate());
-    const auto addChoice = [box](const QString &text, const std::function<void()> &chosen) {
-        QPushButton *button = box->addButton(text, QMessageBox::AcceptRole);
-        connect(button, &QPushButton::clicked, box, chosen);
-    };
     if (!offer.recovered.isEmpty())
-        addChoice(tr("Open %1").arg(QFileInfo(offer.recovered).fileName()),
+        box->addChoice(tr("Open %1").arg(QFileInfo(offer.recovered).fileName()),
             [this, offer] { Q_EMIT rescued(offer.recovered); });
     if (!offer.newestBackup.isEmpty())
-        addChoice(tr("Open Backup of %1").arg(QLocale().toString(offer.backupTime.date(), QLocale::ShortFormat)),
+        box->addChoice(tr("Open Backup of %1").arg(QLocale().toString(offer.backupTime.date(), QLocale::ShortFormat)),
             [=, this] { rescueInto(newFile, [=] { return backupOpened(offer, newFile); }); });
-    addChoice(
+    box->addChoice(
         tr("Open What Can Be Read"), [=, this] { rescueInto(newFile, [=] { return salvaged(offer, newFile); }); });
-    box->setEscapeButton(box->addButton(tr("Close"), QMessageBox::RejectRole));
     box->open();
 }
 
@@ -185,27 +195,18 @@ void BackupActions::offerNewPlace(const QString &file)
 {
     if (std::exchange(m_isOfferingNewPlace, true))
         return;
-    auto *box = new QMessageBox(&m_window);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setIcon(QMessageBox::Warning);
-    box->setWindowTitle(tr("The address book is gone."));
-    box->setText(tr("The address book is gone."));
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(
+    auto *box = new OfferBox(tr("The address book is gone."),
         tr("%1 was moved, replaced or removed while it was open. All contacts as you see them can be "
            "saved in a new file, with the history unless it is damaged.")
-            .arg(file));
-    const auto addChoice = [box](const QString &text, const std::function<void()> &chosen) {
-        connect(box->addButton(text, QMessageBox::AcceptRole), &QPushButton::clicked, box, chosen);
-    };
+            .arg(file),
+        &m_window);
     if (!QFileInfo::exists(file))
-        addChoice(tr("Save Under the Old Name"), [this, file] { moveTo(file, false); });
-    addChoice(tr("Save As…"), [this, file] {
+        box->addChoice(tr("Save Under the Old Name"), [this, file] { moveTo(file, false); });
+    box->addChoice(tr("Save As…"), [this, file] {
         const QStringList paths = askForFiles(&m_window, FilesAsked::ToSave, tr("Save As"), file, fileFilter());
         if (!paths.isEmpty())
             moveTo(paths.front(), true); // the dialog asked whether a file of that name may go
     });
-    box->setEscapeButton(box->addButton(tr("Close"), QMessageBox::RejectRole));
     connect(box, &QObject::destroyed, this, [this] { m_isOfferingNewPlace = false; });
     box->open();
 }

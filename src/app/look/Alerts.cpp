@@ -7,7 +7,6 @@
 
 #include <QGridLayout>
 #include <QGuiApplication>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QThread>
 
@@ -17,17 +16,21 @@ namespace {
 
 constexpr int kRoomBesideTitle = 120; // for what a window manager has in a title bar
 
-/// A message box is as wide as its texts, which may leave no room for its title.
-void makeRoomForTitle(QMessageBox &box)
-{
-    auto *layout = qobject_cast<QGridLayout *>(box.layout());
-    const QString title = box.windowTitle() % QStringLiteral(" — ") % QGuiApplication::applicationDisplayName();
-    const int width = box.fontMetrics().horizontalAdvance(title) + kRoomBesideTitle;
-    if (layout)
-        layout->addItem(new QSpacerItem(width, 0), layout->rowCount(), 0, 1, layout->columnCount());
-}
-
 } // namespace
+
+TitledBox::TitledBox(Icon icon, const QString &title, const QString &message, QWidget *parent) : QMessageBox(parent)
+{
+    setIcon(icon);
+    setWindowTitle(title);
+    setText(title);
+    setInformativeText(message);
+    setTextFormat(Qt::PlainText);
+    // As wide as its texts, it may have no room for its title.
+    const QString shown = title % QStringLiteral(" — ") % QGuiApplication::applicationDisplayName();
+    const int width = fontMetrics().horizontalAdvance(shown) + kRoomBesideTitle;
+    if (auto *grid = qobject_cast<QGridLayout *>(layout()))
+        grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
 
 AlertPanel::Answer Alerts::runAlertPanel(
     const QString &title, const QString &message, const QString &defaultButton, const QString &alternateButton)
@@ -36,19 +39,13 @@ AlertPanel::Answer Alerts::runAlertPanel(
     if (m_isEnding)
         return answer;
     onMainThread([&] {
-        QMessageBox box(&m_window);
         const bool isNotice = alternateButton.isEmpty() && title == QStringLiteral("Notes"); // of an empty scan
-        box.setIcon(isNotice ? QMessageBox::Information : QMessageBox::Warning);
-        box.setWindowTitle(title);
-        box.setText(title);
-        box.setInformativeText(message);
-        box.setTextFormat(Qt::PlainText);
+        TitledBox box(isNotice ? QMessageBox::Information : QMessageBox::Warning, title, message, &m_window);
         QPushButton *accept = box.addButton(defaultButton, QMessageBox::AcceptRole);
         accept->setProperty(kDestructiveProperty, defaultButton == QStringLiteral("Delete"));
         if (!alternateButton.isEmpty())
             box.setEscapeButton(box.addButton(alternateButton, QMessageBox::RejectRole));
         box.setDefaultButton(accept);
-        makeRoomForTitle(box);
         const Job::Hold hold;
         box.exec();
         answer = box.clickedButton() == accept ? Answer::Default : Answer::Alternate;

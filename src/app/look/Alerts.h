@@ -4,10 +4,19 @@
 
 #include "base/AlertPanel.h"
 
-#include <QWidget>
+#include <QMessageBox>
 
 #include <atomic>
 #include <functional>
+
+/// A message box in plain text, wide enough for its title, which is its first text too.
+class TitledBox : public QMessageBox
+{
+    Q_OBJECT
+
+public:
+    TitledBox(Icon icon, const QString &title, const QString &message, QWidget *parent);
+};
 
 /// Shows questions and messages as windows.
 class Alerts : public QObject, public AlertPanel
