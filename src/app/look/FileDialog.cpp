@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/look/FileDialog.h"
 
+#include "app/look/Controls.h"
 #include "base/Job.h"
 
 #include <QFileDialog>
 #include <QFileIconProvider>
+#include <QHeaderView>
+#include <QTreeView>
 
 namespace {
 
@@ -43,6 +46,12 @@ QStringList askForFiles(
     }
     if (!filter.isEmpty())
         dialog.setNameFilter(filter);
+    if (auto *files = dialog.findChild<QTreeView *>(QStringLiteral("treeView"))) { // whose dates would be cut off
+        for (int column = 1; column < files->model()->columnCount(); ++column)
+            files->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
+    setFirstSize(dialog, {800, 520});
     const QFileInfo proposed(start);
     dialog.setDirectory(proposed.isDir() ? start : proposed.path());
     if (!proposed.isDir())
