@@ -3,9 +3,11 @@
 #include "app/look/Controls.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QAction>
 #include <QApplication>
 #include <QIconEngine>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QRgba64>
 #include <QScreen>
@@ -134,6 +136,15 @@ void focusNext(QList<QWidget *> panes)
     const auto current = std::ranges::find_if(panes, holdsFocus);
     const qsizetype next = current == panes.end() ? 0 : (current - panes.begin() + 1) % panes.size();
     panes[next]->setFocus(Qt::TabFocusReason);
+}
+
+void makeSearchField(QLineEdit &field, const QString &name)
+{
+    field.setAccessibleName(name);
+    field.addAction(symbol(QStringLiteral("edit-find"), ColourRole::Quiet), QLineEdit::LeadingPosition)->setText(name);
+    field.setClearButtonEnabled(true);
+    if (auto *clear = field.findChild<QAction *>(QStringLiteral("_q_qlineeditclearaction")))
+        clear->setText(QLineEdit::tr("Clear"));
 }
 
 QLabel *keyLabel(const QKeySequence &keys)

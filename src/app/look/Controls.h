@@ -14,6 +14,8 @@
 
 #include <vector>
 
+class QLineEdit;
+
 // Properties, which the style looks at. Of buttons: the one thing to do in a window, and what removes something.
 inline constexpr const char *kPrimaryProperty = "isPrimary";
 inline constexpr const char *kDestructiveProperty = "isDestructive";
@@ -30,6 +32,8 @@ void makeHeadline(QWidget *widget);
 QWidget *separator(Qt::Orientation orientation);
 /// Gives the focus to the part of a window behind the one that has it. Null and disabled ones are skipped.
 void focusNext(QList<QWidget *> panes);
+/// For a field that looks for what is typed: its symbol, and a button that empties it.
+void makeSearchField(QLineEdit &field, const QString &name);
 /// A key, framed like one.
 QLabel *keyLabel(const QKeySequence &keys);
 

@@ -15,9 +15,7 @@ FindingList::FindingList(ShownFindings &findings, QWidget *parent)
     : QWidget(parent), m_tree(new FindingTree(this)), m_filter(new QLineEdit(this)), m_count(new QLabel(this))
 {
     setUpTree(findings);
-    m_filter->setClearButtonEnabled(true);
-    m_filter->setAccessibleName(tr("Filter the findings"));
-    m_filter->addAction(symbol(QStringLiteral("edit-find"), ColourRole::Quiet), QLineEdit::LeadingPosition);
+    makeSearchField(*m_filter, tr("Filter the findings"));
     m_count->setAlignment(Qt::AlignRight);
     m_count->setForegroundRole(QPalette::PlaceholderText);
     m_count->setContentsMargins(16, 6, 16, 6);

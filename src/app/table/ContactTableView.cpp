@@ -40,9 +40,7 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     , m_contextMenu(new QMenu(this))
 {
     m_search->setPlaceholderText(tr("Search in all fields"));
-    m_search->setAccessibleName(tr("Search contacts"));
-    m_search->setClearButtonEnabled(true);
-    m_search->addAction(symbol(QStringLiteral("edit-find"), ColourRole::Quiet), QLineEdit::LeadingPosition);
+    makeSearchField(*m_search, tr("Search contacts"));
     m_pages->addWidget(m_table);
     m_pages->addWidget(m_emptyPage);
     m_pages->addWidget(makeNoMatchPage());
