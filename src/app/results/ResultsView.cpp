@@ -229,7 +229,7 @@ QList<QWidget *> ResultsView::panes() const
 
 void ResultsView::refresh()
 {
-    openGroups();
+    m_tree->expandAll(); // as they are at first; one after the other would take longer
     showCount();
     m_controller.selectRow(1);
 }

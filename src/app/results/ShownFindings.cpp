@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int kMillisecondsOfTurn = 8;
+constexpr int kMillisecondsOfTurn = 2;
 
 } // namespace
 
