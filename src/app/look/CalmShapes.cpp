@@ -5,6 +5,7 @@
 #include <QAbstractItemModel>
 #include <QPainter>
 #include <QTableView>
+#include <QTreeView>
 
 #include <algorithm>
 
@@ -88,8 +89,10 @@ std::optional<int> designMetric(QStyle::PixelMetric metric, const QWidget *widge
         return 36;
     case QStyle::PM_HeaderMargin:
         return 12;
-    case QStyle::PM_FocusFrameHMargin: // of the texts in cells
-        return qobject_cast<const QTableView *>(widget) ? 11 : 7;
+    case QStyle::PM_FocusFrameHMargin: { // of the texts in cells, which those of a header are above
+        const auto *tree = qobject_cast<const QTreeView *>(widget);
+        return qobject_cast<const QTableView *>(widget) || (tree && !tree->isHeaderHidden()) ? 11 : 7;
+    }
     case QStyle::PM_SplitterWidth:
         return 8;
     default:

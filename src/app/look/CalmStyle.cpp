@@ -333,7 +333,7 @@ QSize CalmStyle::sizeFromContents(
         break;
     case CT_ItemViewItem:
         if (!qobject_cast<const QTableView *>(widget))
-            size.setHeight(std::max(size.height(), scaled(32, option->fontMetrics)));
+            size.setHeight(std::max(size.height() + scaled(10, option->fontMetrics), scaled(32, option->fontMetrics)));
         break;
     default:
         break;
