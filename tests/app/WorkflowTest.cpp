@@ -46,6 +46,16 @@ class WorkflowTest : public QObject, private AppFixture
         contacts()->table()->selectionModel()->select(
             {model->index(from, 0), model->index(to, 0)}, QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
+    /// With the second of three findings selected.
+    OutlineViewController *scanThreeSuffixes()
+    {
+        start({"{'uid':'1','firstName':'Ann','suffix':'x','lastName':'Lee'}",
+            "{'uid':'2','firstName':'Bo','suffix':'y','lastName':'Ng'}",
+            "{'uid':'3','firstName':'Cy','suffix':'z','lastName':'Ito'}"});
+        scan();
+        m_app->outlineViewController()->selectRow(2);
+        return m_app->outlineViewController();
+    }
 
 private Q_SLOTS:
     void cleanup() { end(); }
@@ -106,12 +116,7 @@ private Q_SLOTS:
 
     void findingsComeBackToTheirPlaces()
     {
-        start({"{'uid':'1','firstName':'Ann','suffix':'x','lastName':'Lee'}",
-            "{'uid':'2','firstName':'Bo','suffix':'y','lastName':'Ng'}",
-            "{'uid':'3','firstName':'Cy','suffix':'z','lastName':'Ito'}"});
-        scan();
-        OutlineViewController *results = m_app->outlineViewController();
-        results->selectRow(2);
+        OutlineViewController *results = scanThreeSuffixes();
         QTest::keyClick(window().results()->outlineView(), Qt::Key_Return, Qt::ControlModifier);
         QCOMPARE(message(), u"Suffix removed from 1 contact"_s);
         QTest::keyClick(window().results()->outlineView(), Qt::Key_Return, Qt::ControlModifier);
@@ -129,12 +134,7 @@ private Q_SLOTS:
 
     void ignoringIsUndone()
     {
-        start({"{'uid':'1','firstName':'Ann','suffix':'x','lastName':'Lee'}",
-            "{'uid':'2','firstName':'Bo','suffix':'y','lastName':'Ng'}",
-            "{'uid':'3','firstName':'Cy','suffix':'z','lastName':'Ito'}"});
-        scan();
-        OutlineViewController *results = m_app->outlineViewController();
-        results->selectRow(2);
+        OutlineViewController *results = scanThreeSuffixes();
         const QByteArray before = savedBook();
         QTest::keyClick(window().results()->outlineView(), Qt::Key_I, Qt::ControlModifier | Qt::ShiftModifier);
         QTRY_COMPARE(results->uids(), QStringList({u"1"_s, u"3"_s}));
