@@ -40,9 +40,7 @@ CardHead::CardHead(const ABPersonPtr &person, QWidget *parent)
     const auto book = ABAddressBook::sharedAddressBook();
     history->setVisible(book && book->containsRecord(person));
     connect(history, &QPushButton::clicked, this, &CardHead::historyRequested);
-    auto *layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(20);
+    auto *layout = innerLayout<QHBoxLayout>(this, 20);
     layout->addWidget(m_picture);
     layout->addLayout(texts, 1);
     layout->addWidget(history, 0, Qt::AlignTop);

@@ -110,9 +110,7 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
     foot->setContentsMargins(20, 12, 20, 12);
     foot->addWidget(m_reason);
     foot->addWidget(makeButtons());
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    auto *layout = innerLayout<QVBoxLayout>(this);
     layout->addWidget(scroll, 1);
     layout->addWidget(separator(Qt::Horizontal));
     layout->addLayout(foot);
@@ -179,9 +177,7 @@ FieldSection *ContactCard::makeSection(const QString &title, std::span<const ABP
 QWidget *ContactCard::makeTexts()
 {
     auto *all = new QWidget;
-    auto *layout = new QVBoxLayout(all);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(16);
+    auto *layout = innerLayout<QVBoxLayout>(all, 16);
     layout->addWidget(makeSection(tr("Name"), kNameTexts));
     FieldSection *work = makeSection(tr("Work"), kWorkTexts);
     m_isCompany->setChecked(m_before->flags().value_or(0) & kABShowAsCompany);
@@ -207,9 +203,7 @@ QWidget *ContactCard::makeBirthday()
 QWidget *ContactCard::makeMultiValues()
 {
     auto *all = new QWidget;
-    auto *layout = new QVBoxLayout(all);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(16);
+    auto *layout = innerLayout<QVBoxLayout>(all, 16);
     for (const ABProperty property : kMultiValues) {
         auto *editor = new MultiValueEditor(property, m_before->multiValue(property));
         editor->setVisible(isAlwaysShown(property) || !editor->isEmpty());

@@ -77,8 +77,7 @@ ABMultiValue::Entry MultiValueEditor::newEntry() const
 void MultiValueEditor::addRow(const ABMultiValue::Entry &entry, bool isNew)
 {
     auto *widget = new QWidget(this);
-    auto *columns = new QHBoxLayout(widget);
-    columns->setContentsMargins(0, 0, 0, 0);
+    auto *columns = innerLayout<QHBoxLayout>(widget, 8);
     Row row{widget, new QComboBox(widget), entry.label, readableLabel(entry.label), {}, {}};
     row.label->setEditable(true);
     row.label->setAccessibleName(tr("Label"));

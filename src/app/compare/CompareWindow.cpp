@@ -44,9 +44,7 @@ CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
     connect(keepButton(), &QPushButton::clicked, this, &CompareWindow::keepEverything);
     connect(repairButton(), &QPushButton::clicked, this, &CompareWindow::showRepair);
     setFirstSize(*this, kFirstSize);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    auto *layout = innerLayout<QVBoxLayout>(this);
     layout->addWidget(m_header);
     layout->addWidget(m_grid, 1);
     layout->addWidget(separator(Qt::Horizontal));

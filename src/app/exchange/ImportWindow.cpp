@@ -106,8 +106,7 @@ ImportWindow::ImportWindow(const QStringList &paths, ActivityLog &log, QWidget *
     layout->addWidget(m_bar);
     layout->addWidget(m_skipped, 1);
     layout->addStretch(); // as long as there is no list
-    auto *strip = new QHBoxLayout(m_likelyStrip);
-    strip->setContentsMargins(0, 0, 0, 0);
+    auto *strip = innerLayout<QHBoxLayout>(m_likelyStrip, 8);
     strip->addWidget(m_likelyText, 1);
     strip->addWidget(m_likely);
     layout->addWidget(m_likelyStrip);

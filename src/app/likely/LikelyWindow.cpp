@@ -104,9 +104,7 @@ LikelyWindow::LikelyWindow(QSet<QString> among, QWidget *parent)
     m_pages->addWidget(makeProgress());
     m_pages->addWidget(m_groups);
     m_pages->addWidget(m_empty);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    auto *layout = innerLayout<QVBoxLayout>(this);
     layout->addWidget(makeHeader());
     layout->addWidget(m_pages, 1);
     layout->addWidget(makeFoot());

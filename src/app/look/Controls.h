@@ -28,6 +28,14 @@ inline constexpr const char *kWrongProperty = "isWrong";
 void setTextColour(QWidget *widget, ColourRole role);
 /// The largest text of a window: whom or what it is about.
 void makeHeadline(QWidget *widget);
+/// A layout without margins, for a part of a window.
+template <typename Layout> Layout *innerLayout(QWidget *widget, int spacing = 0)
+{
+    auto *layout = new Layout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    return layout;
+}
 /// A thin line between two parts of a window.
 QWidget *separator(Qt::Orientation orientation);
 /// Gives the focus to the part of a window behind the one that has it. Null and disabled ones are skipped.

@@ -33,9 +33,7 @@ FindingHead::FindingHead(QWidget *parent)
     names->addWidget(m_email);
     names->addWidget(m_whyNot);
     names->addStretch();
-    auto *layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(16);
+    auto *layout = innerLayout<QHBoxLayout>(this, 16);
     layout->addWidget(m_picture, 0, Qt::AlignTop);
     layout->addLayout(names, 1);
 }

@@ -25,16 +25,12 @@ FindingList::FindingList(ShownFindings &findings, QWidget *parent)
     auto *pane = new QWidget;
     pane->setBackgroundRole(QPalette::Base);
     pane->setAutoFillBackground(true);
-    auto *layout = new QVBoxLayout(pane);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    auto *layout = innerLayout<QVBoxLayout>(pane);
     layout->addLayout(above);
     layout->addWidget(m_tree, 1);
     layout->addWidget(separator(Qt::Horizontal));
     layout->addWidget(m_count);
-    auto *sides = new QHBoxLayout(this);
-    sides->setContentsMargins(0, 0, 0, 0);
-    sides->setSpacing(0);
+    auto *sides = innerLayout<QHBoxLayout>(this);
     sides->addWidget(pane, 1);
     sides->addWidget(separator(Qt::Vertical));
     setTabOrder(m_filter, m_tree);

@@ -85,9 +85,7 @@ ResultsView::ResultsView(OutlineViewController &controller, QWidget *parent)
     halves->setSizes({372, 628});
     halves->setHandleWidth(0);
     halves->setChildrenCollapsible(false);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    auto *layout = innerLayout<QVBoxLayout>(this);
     layout->addWidget(halves, 1);
     layout->addWidget(makeButtons());
     setFocusProxy(m_tree);

@@ -82,8 +82,7 @@ HelpWindow::HelpWindow(Part part, QWidget *parent) : QWidget(parent, Qt::Window)
         if (auto *table = qobject_cast<QTextTable *>(frame))
             makeCalm(*table);
     }
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    auto *layout = innerLayout<QVBoxLayout>(this);
     layout->addWidget(view);
     connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
 }

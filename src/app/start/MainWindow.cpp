@@ -114,9 +114,7 @@ void MainWindow::setUpContactArea()
         before = next;
     }
     connect(m_contacts, &ContactTableView::summaryChanged, m_status, &BookStatus::setSummary);
-    auto *layout = new QVBoxLayout(m_allView);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    auto *layout = innerLayout<QVBoxLayout>(m_allView);
     layout->addWidget(topView);
     layout->addLayout(m_strips);
     layout->addWidget(m_contacts, 1);

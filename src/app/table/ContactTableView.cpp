@@ -44,8 +44,7 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     m_pages->addWidget(m_table);
     m_pages->addWidget(m_emptyPage);
     m_pages->addWidget(makeNoMatchPage());
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    auto *layout = innerLayout<QVBoxLayout>(this, 8);
     layout->addWidget(m_pages, 1);
 
     setUpTable();
