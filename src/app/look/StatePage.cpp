@@ -11,7 +11,10 @@ StatePage::StatePage(const QString &drawing, QWidget *parent)
     : QWidget(parent), m_text(new WrappedText(Qt::LeftToRight, this)), m_buttons(new QHBoxLayout)
 {
     auto *picture = new QLabel(this);
-    picture->setPixmap(QPixmap(QStringLiteral(":/art/%1.png").arg(drawing)));
+    QPixmap sharp(QStringLiteral(":/art/%1.png").arg(drawing));
+    sharp = sharp.scaledToWidth(qRound(sharp.width() * devicePixelRatioF() / 3), Qt::SmoothTransformation);
+    sharp.setDevicePixelRatio(devicePixelRatioF());
+    picture->setPixmap(sharp);
     picture->setAlignment(Qt::AlignCenter);
     m_buttons->addStretch();
     m_buttons->addStretch();
