@@ -27,6 +27,9 @@ public:
         const quint64 size = text.isNull() ? 0 : quint64(m_bytes.size() - begin) + 1;
         std::memcpy(m_bytes.data() + begin - qsizetype(sizeof size), &size, sizeof size);
     }
+    void add(std::monostate) { }
+    void add(QDate date) { add(quint64(date.toJulianDay())); }
+    void add(qint64 number) { add(quint64(number)); }
     void add(quint64 number) { m_bytes.append(reinterpret_cast<const char *>(&number), sizeof number); }
     void add(const ABMultiValue &value)
     {
@@ -55,22 +58,11 @@ QByteArray contentHash(const PersonRecord &record)
 {
     Content content;
     for (const auto &info : allProperties()) {
-        const auto id = [&] { content.add(quint64(info.id)); };
-        const bool isText = info.kind == ABPropertyKind::Text;
-        const bool isList = info.kind == ABPropertyKind::MultiText || info.kind == ABPropertyKind::MultiDictionary;
-        if (const QString *text = isText ? record.text(info.property) : nullptr) {
-            id();
-            content.add(*text);
-        } else if (const ABMultiValue *list = isList ? record.multiValue(info.property) : nullptr) {
-            id();
-            content.add(*list);
-        } else if (info.kind == ABPropertyKind::Date && record.birthday()) {
-            id();
-            content.add(quint64(record.birthday()->toJulianDay()));
-        } else if (info.kind == ABPropertyKind::Integer && record.flags()) {
-            id();
-            content.add(quint64(*record.flags()));
-        }
+        const ABValue value = record.value(info.property);
+        if (std::holds_alternative<std::monostate>(value))
+            continue;
+        content.add(quint64(info.id));
+        std::visit([&content](const auto &each) { content.add(each); }, value);
     }
     if (const QByteArray *image = record.imageData())
         content.add(QString::fromLatin1(image->toBase64()));
