@@ -178,12 +178,6 @@ bool HeadFinder::find(std::string_view text)
     return false;
 }
 
-bool HeadFinder::findIgnoringQuotes(std::string_view text)
-{
-    colon = text.find(':');
-    return colon != npos;
-}
-
 void parseLine(CardLine &line, std::string_view text, const HeadFinder &head)
 {
     static constexpr CardLine kNone;

@@ -69,7 +69,7 @@ public:
     /// Continues with the longer @p text; true once the head's end is found.
     bool find(std::string_view text);
     /// For an unclosed quote: the first ':' counts after all.
-    bool findIgnoringQuotes(std::string_view text);
+    void findIgnoringQuotes(std::string_view text) { colon = text.find(':'); }
 
     static constexpr std::size_t npos = std::string_view::npos;
     std::size_t dot = npos; ///< ends the group

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <set>
+#include <tuple>
 
 namespace {
 
@@ -217,20 +218,12 @@ std::string CardReader::sourceLines(const CardDraft::Source &source, const CardD
 
 /// Lines of no value in file order, which may mean something; then the others in an order that does not depend on the
 /// file, so that a card that is written and read again gives the same.
-bool CardReader::comesBefore(const Kept &a, const Kept &b)
-{
-    const bool hasBasis = !a.kept.basis.isNull();
-    if (hasBasis != !b.kept.basis.isNull())
-        return !hasBasis;
-    if (hasBasis && a.kept.basis != b.kept.basis)
-        return a.kept.basis < b.kept.basis;
-    return a.line < b.line; // all lines stand in one array
-}
-
 std::vector<KeptLine> CardReader::takeKeptLines()
 {
-    if (!std::ranges::is_sorted(m_kept, comesBefore))
-        std::ranges::sort(m_kept, comesBefore);
+    std::ranges::sort(m_kept, {}, [](const Kept &each) { // all lines stand in one array
+        return std::tuple<bool, const QString &, const CardLine *>(
+            !each.kept.basis.isNull(), each.kept.basis, each.line);
+    });
     std::vector<KeptLine> lines;
     lines.reserve(m_kept.size());
     for (Kept &kept : m_kept) {

@@ -37,7 +37,6 @@ private:
         KeptLine kept;
     };
 
-    static bool comesBefore(const Kept &a, const Kept &b);
     void decode(CardLine &line, TextBuffers &texts);
     void readLines(const std::vector<CardLine> &lines);
     bool isReadable(const CardLine &line);

@@ -53,7 +53,7 @@ bool readPhoto(CardDraft &draft, const CardLine &line)
     const std::string_view base64 = inlinePicture(line);
     if (base64.empty() || draft.record().imageData())
         return false;
-    const QByteArray bytes = bytesFromBase64(base64);
+    const QByteArray bytes = QByteArray::fromBase64(QByteArrayView(base64).toByteArray());
     if (bytes.isEmpty()) {
         draft.lose(line, QStringLiteral("PHOTO holds no picture"));
         return true;

@@ -140,11 +140,6 @@ void appendQuotedPrintable(std::string_view bytes, std::string &out)
     }
 }
 
-QByteArray bytesFromBase64(std::string_view text)
-{
-    return QByteArray::fromBase64(QByteArray::fromRawData(text.data(), static_cast<qsizetype>(text.size())));
-}
-
 bool isBase64(std::string_view text)
 {
     return std::ranges::all_of(text, [](char c) {

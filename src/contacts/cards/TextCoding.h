@@ -65,8 +65,6 @@ QByteArray utf8FromWideData(const QByteArray &data, std::vector<qint64> *brokenL
 /// Appends decoded quoted-printable, with line ends as \n. Invalid escapes stay as text.
 void appendQuotedPrintable(std::string_view bytes, std::string &out);
 
-/// Decodes base64, skipping other characters.
-QByteArray bytesFromBase64(std::string_view text);
 /// Whether @p text is only base64 and blanks.
 bool isBase64(std::string_view text);
 
