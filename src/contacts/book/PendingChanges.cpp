@@ -5,14 +5,12 @@
 #include <algorithm>
 #include <unordered_set>
 
-PendingChanges::Noted &PendingChanges::noted(const ABPersonPtr &person, const PersonRecordPtr &before)
+PendingChanges::Entry &PendingChanges::noted(const ABPersonPtr &person, const PersonRecordPtr &before)
 {
-    const auto [place, isNew] =
-        m_noted.try_emplace(person.get(), Noted{{.person = person, .before = before}, m_nextOrder});
-    if (isNew)
-        ++m_nextOrder;
-    place->second.entry.cause = nullptr;
-    return place->second;
+    const Entry entry{.person = person, .before = before, .order = m_nextOrder++};
+    Entry &noted = m_noted.try_emplace(person.get(), entry).first->second;
+    noted.cause = nullptr;
+    return noted;
 }
 
 void PendingChanges::noteChange(const ABPersonPtr &person, const PersonRecordPtr &before)
@@ -24,7 +22,7 @@ void PendingChanges::noteChange(const ABPersonPtr &person, const PersonRecordPtr
 void PendingChanges::noteRemoval(const ABPersonPtr &person, const PersonRecordPtr &before)
 {
     const std::scoped_lock lock(m_mutex);
-    noted(person, before).entry.removed = true;
+    noted(person, before).removed = true;
 }
 
 void PendingChanges::noteReturn(const ABPersonPtr &person)
@@ -32,34 +30,31 @@ void PendingChanges::noteReturn(const ABPersonPtr &person)
     const std::scoped_lock lock(m_mutex);
     const auto found = m_noted.find(person.get());
     if (found != m_noted.end())
-        found->second.entry.removed = false;
+        found->second.removed = false;
 }
 
 void PendingChanges::setCause(const ChangeCausePtr &cause)
 {
     const std::scoped_lock lock(m_mutex);
-    for (auto &[person, noted] : m_noted) {
-        if (!noted.entry.cause)
-            noted.entry.cause = cause;
+    for (auto &[person, entry] : m_noted) {
+        if (!entry.cause)
+            entry.cause = cause;
     }
 }
 
 std::vector<PendingChanges::Entry> PendingChanges::entries() const
 {
-    std::vector<Noted> inOrder;
+    std::vector<Entry> entries;
     {
         const std::scoped_lock lock(m_mutex);
-        inOrder.reserve(m_noted.size());
-        for (const auto &[person, noted] : m_noted)
-            inOrder.push_back(noted);
+        entries.reserve(m_noted.size());
+        for (const auto &[person, entry] : m_noted)
+            entries.push_back(entry);
     }
-    std::ranges::sort(inOrder, {}, &Noted::order);
-    std::vector<Entry> entries;
-    entries.reserve(inOrder.size());
-    for (Noted &noted : inOrder) {
-        entries.push_back(std::move(noted.entry));
-        if (!entries.back().removed)
-            entries.back().now = entries.back().person->record(); // not while locked: a person's lock is taken first
+    std::ranges::sort(entries, {}, &Entry::order);
+    for (Entry &entry : entries) {
+        if (!entry.removed)
+            entry.now = entry.person->record(); // not while locked: a person's lock is taken first
     }
     return entries;
 }
@@ -83,7 +78,7 @@ std::optional<PendingChanges::Entry> PendingChanges::entryOf(const ABPersonPtr &
     {
         const std::scoped_lock lock(m_mutex);
         if (const auto found = m_noted.find(person.get()); found != m_noted.end())
-            entry = found->second.entry;
+            entry = found->second;
     }
     if (entry && !entry->removed)
         entry->now = person->record();
@@ -121,8 +116,8 @@ void PendingChanges::settle(const ABPerson *person, const PersonRecordPtr &store
     const auto found = m_noted.find(person);
     if (found == m_noted.end())
         return;
-    if (stored && (changedSince || found->second.entry.removed))
-        found->second.entry.before = stored;
+    if (stored && (changedSince || found->second.removed))
+        found->second.before = stored;
     else
         m_noted.erase(found);
 }

@@ -21,6 +21,7 @@ public:
         PersonRecordPtr now = nullptr; ///< when it was asked for; null: removed
         bool removed = false;
         ChangeCausePtr cause = {}; ///< null until a save names it
+        quint64 order = 0; ///< grows from one noted person to the next
 
         /// Whether this change cannot be made any more where another program has left @p theirs (null: removed).
         bool clashesWith(const PersonRecordPtr &theirs) const;
@@ -55,15 +56,10 @@ public:
     void settle(const ABPerson *person, const PersonRecordPtr &stored, bool changedSince);
 
 private:
-    struct Noted
-    {
-        Entry entry;
-        quint64 order;
-    };
-    Noted &noted(const ABPersonPtr &person, const PersonRecordPtr &before);
+    Entry &noted(const ABPersonPtr &person, const PersonRecordPtr &before);
 
     std::atomic<quint64> m_version = 0;
     mutable std::mutex m_mutex;
-    std::unordered_map<const ABPerson *, Noted> m_noted;
+    std::unordered_map<const ABPerson *, Entry> m_noted; // without what they are now
     quint64 m_nextOrder = 0;
 };

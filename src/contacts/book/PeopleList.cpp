@@ -29,7 +29,7 @@ QList<ABPersonPtr> PeopleList::withNameKey(const QString &key)
     QList<ABPersonPtr> people;
     for (const qsizetype order : std::as_const(orders)) {
         const auto place = placeOf(quint64(order));
-        if (place != m_people.end() && (*place)->m_order == quint64(order) && hasNameKey(*(*place)->record(), key))
+        if (place != m_people.end() && (*place)->m_order == quint64(order) && nameKey(*(*place)->record()) == key)
             people.push_back(*place);
     }
     return people;

@@ -45,10 +45,3 @@ QString nameKey(const PersonRecord &record)
 {
     return textOrNull(record, kABFirstNameProperty) % textOrNull(record, kABLastNameProperty);
 }
-
-bool hasNameKey(const PersonRecord &record, const QString &key)
-{
-    const QString &first = textOrNull(record, kABFirstNameProperty);
-    const QString &last = textOrNull(record, kABLastNameProperty);
-    return first.size() + last.size() == key.size() && key.startsWith(first) && key.endsWith(last);
-}

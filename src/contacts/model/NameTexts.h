@@ -19,5 +19,3 @@ QString withReadableName(const QString &text, const PersonRecord &record);
 
 /// First and last name without a blank between, an absent one as "(null)": the key for finding duplicates.
 QString nameKey(const PersonRecord &record);
-/// nameKey(record) == key without creating a text.
-bool hasNameKey(const PersonRecord &record, const QString &key);
