@@ -29,8 +29,6 @@ constexpr bool equalsIgnoringCase(std::string_view a, std::string_view b)
     return a.size() == b.size() && std::ranges::equal(a, b, {}, upperAscii, upperAscii);
 }
 
-inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 /// Takes @p prefix off @p text; false if it does not begin with it.
 constexpr bool takePrefix(std::string_view &text, std::string_view prefix)
 {
