@@ -221,7 +221,6 @@ Result<std::vector<StoredRecord>> SqliteStore::loadAll()
         // One read transaction, so that all tables are seen as they were at one moment.
         SQLite::Transaction transaction(m_connection->database);
         std::vector<StoredRecord> people;
-        people.reserve(std::size_t(m_connection->scalar("SELECT count(*) FROM contact")));
         m_damagedPeople.clear();
         const auto read = m_connection->reader.everybody([this, &people](StoredRecord person, Proof proof) {
             if (proof == Proof::Differs)
