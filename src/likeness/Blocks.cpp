@@ -7,10 +7,9 @@
 
 namespace {
 
-constexpr std::ptrdiff_t kLargestBlock = 40;
-constexpr std::ptrdiff_t kNeighbours = 4;
-constexpr std::size_t kStreetWords = 3;
-constexpr int kFewSharers = 3; ///< a switchboard has more: its block is split by initials
+constexpr std::ptrdiff_t kNeighbours = 3; ///< on either side
+constexpr std::size_t kStreetWords = 2;
+constexpr int kFewSharers = 3; ///< a switchboard has more
 
 /// Contacts with an equal key are compared.
 struct KeyOfContact
@@ -20,89 +19,98 @@ struct KeyOfContact
     auto operator<=>(const KeyOfContact &) const = default;
 };
 
-enum class KeyKind : quint64 { Value = 1, Birthday, Name, NameInTown, Number, Zip };
+enum KeyKind : quint64 { Value = 1, Birthday, Name, NameInTown, NameInZip, House, StreetInZip };
 
+/// Each key joins two things, so that few people share it by chance even in a book of a million. Which of two names is
+/// the first name is often wrong, so the keys do not tell them apart.
 class Keys
 {
 public:
     Keys(const BookTraits &book, quint32 contact, std::vector<KeyOfContact> &keys)
-        : m_book(book), m_contact(contact), m_keys(keys)
-    { }
+        : m_book(book), m_number(contact), m_contact(book.contacts[contact]), m_keys(keys)
+    {
+        const auto insert = [](const std::vector<quint32> &words, std::set<quint32> &to) {
+            to.insert(words.begin(), words.end());
+        };
+        m_names.insert(m_contact.isCompany ? m_contact.company : 0);
+        for (const NameReading &reading : m_contact.name.readings) {
+            m_names.insert({reading.given.whole, reading.family.whole});
+            insert(reading.given.words, m_names);
+            insert(reading.family.words, m_names);
+        }
+        m_names.erase(0);
+        m_allNames = m_names;
+        insert(m_contact.name.middle, m_allNames);
+        insert(m_contact.name.nicknames, m_allNames);
+    }
 
     void add()
     {
-        const Traits &contact = m_book.contacts[m_contact];
-        const NameTraits &name = contact.name;
-        // Which of the two is the first name is often wrong, so the keys do not tell them apart.
-        std::set<quint32> names{contact.isCompany ? contact.company : 0};
-        for (const NameReading &reading : name.readings) {
-            names.insert({reading.given.whole, reading.family.whole});
-            names.insert(reading.given.words.begin(), reading.given.words.end());
-            names.insert(reading.family.words.begin(), reading.family.words.end());
+        for (const ValueTrait &value : m_contact.values) {
+            if (value.sharers <= kFewSharers)
+                add({Value, value.hash});
+            for (const quint32 name : m_names) {
+                if (value.sharers > kFewSharers)
+                    add({Value, value.hash, sound(name)});
+            }
         }
-        names.erase(0);
-        std::set<char> initials;
-        const auto collect = [&](const auto &words) {
-            for (const quint32 number : words)
-                initials.insert(word(number).initials.begin(), word(number).initials.end());
-        };
-        collect(names);
-        collect(name.middle);
-        collect(name.nicknames);
-        for (const ValueTrait &value : contact.values)
-            addSplit(KeyKind::Value, value.hash, initials, value.sharers > kFewSharers);
-        if (contact.birthday.isValid())
-            addSplit(KeyKind::Birthday, static_cast<quint64>(contact.birthday.toJulianDay()), initials, true);
-        add(KeyKind::Name,
-            contact.isCompany ? contact.company
-                              : sound(name.readings.back().given.whole) + sound(name.readings.back().family.whole));
-        for (const AddressTrait &address : contact.addresses) {
+        if (m_contact.birthday.isValid())
+            addByInitials(Birthday, static_cast<quint64>(m_contact.birthday.toJulianDay()), 0, 0);
+        const NameReading &name = m_contact.name.readings.back();
+        add({Name, m_contact.isCompany ? m_contact.company : sound(name.given.whole) + sound(name.family.whole)});
+        for (const AddressTrait &address : m_contact.addresses)
             addAddress(address);
-            for (const quint32 number : names)
-                addSplit(KeyKind::NameInTown, sound(number) * 31 + sound(address.city), initials, true);
-        }
     }
 
 private:
     const Word &word(quint32 number) const { return m_book.words[number]; }
-    quint64 sound(quint32 number) const { return std::hash<std::string>()(word(number).sound); }
+    quint64 sound(quint32 number) const { return word(number).sound; }
 
-    void add(KeyKind kind, quint64 a, quint64 b = 0)
+    void add(std::initializer_list<quint64> parts)
     {
-        constexpr quint64 kOdd = 0x9E3779B97F4A7C15;
-        quint64 key = static_cast<quint64>(kind);
-        for (const quint64 part : {a, b}) {
-            key = (key ^ part) * kOdd;
+        quint64 key = 0;
+        for (const quint64 part : parts) {
+            key = (key ^ part) * 0x9E3779B97F4A7C15;
             key ^= key >> 29;
         }
-        m_keys.push_back({key, m_contact});
+        m_keys.push_back({key, m_number});
     }
 
-    /// One for each initial where that is wanted.
-    void addSplit(KeyKind kind, quint64 value, const std::set<char> &initials, bool isSplit)
+    /// Those of all names but one, which the key holds already.
+    void addByInitials(KeyKind kind, quint64 a, quint64 b, quint32 without)
     {
-        if (!isSplit)
-            return add(kind, value);
+        std::set<char> initials;
+        for (const quint32 name : m_allNames) {
+            if (name != without)
+                initials.insert(word(name).initials.begin(), word(name).initials.end());
+        }
         for (const char initial : initials)
-            add(kind, value, static_cast<quint64>(initial));
+            add({kind, a, b, static_cast<quint64>(initial)});
     }
 
     void addAddress(const AddressTrait &address)
     {
+        for (const quint32 name : m_names) {
+            if (address.city != 0)
+                addByInitials(NameInTown, sound(name), sound(address.city), name);
+            if (address.zip != 0)
+                add({NameInZip, sound(name), address.zip});
+        }
         for (std::size_t i = 0; i < std::min(kStreetWords, address.streetWords.size()); ++i) {
             const quint64 street = sound(address.streetWords[i]);
             if (address.number != 0)
-                add(KeyKind::Number, street * 31 + address.number, sound(address.city));
+                add({House, street, address.number, sound(address.city)});
             if (address.zip != 0)
-                add(KeyKind::Zip, street, address.zip);
+                add({StreetInZip, street, address.zip});
         }
-        if (address.number != 0 && address.zip != 0)
-            add(KeyKind::Zip, address.number, address.zip);
     }
 
     const BookTraits &m_book;
-    quint32 m_contact;
+    quint32 m_number;
+    const Traits &m_contact;
     std::vector<KeyOfContact> &m_keys;
+    std::set<quint32> m_names;
+    std::set<quint32> m_allNames; // with middle names and nicknames
 };
 
 } // namespace
@@ -129,7 +137,7 @@ Candidates candidatePairs(const BookTraits &book, const LikenessProgress &progre
         if (!progress((1 + static_cast<double>(begin - keys.begin()) / static_cast<double>(keys.size())) / 2))
             return {};
         const auto end = std::find_if(begin, keys.end(), [&](const auto &entry) { return entry.key != begin->key; });
-        const bool isLarge = end - begin > kLargestBlock;
+        const bool isLarge = end - begin > 2 * kNeighbours + 1;
         if (isLarge)
             std::sort(begin, end, [&](const auto &a, const auto &b) { return byName(a) < byName(b); });
         for (; begin != end; ++begin) {

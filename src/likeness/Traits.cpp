@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace {
 
@@ -276,7 +275,7 @@ void countSharers(BookTraits &book)
     struct Holder
     {
         quint64 hash;
-        quint32 rank;
+        quint64 rank;
         quint32 contact;
         ValueTrait *value;
     };
@@ -320,6 +319,7 @@ BookTraits traitsOf(std::span<const PersonSnapshot> people, const QString &regio
             if (!go(static_cast<double>(book.contacts.size()) / static_cast<double>(people.size())))
                 return;
             book.contacts.push_back(reader.read(*person.record));
+            book.contacts.back().rank = qHash(person.person->uniqueId());
         }
     };
     inTwoThreads(progress, read, [&](const LikenessProgress &go) { lines = phoneLines(people, region, go); });
@@ -329,11 +329,6 @@ BookTraits traitsOf(std::span<const PersonSnapshot> people, const QString &regio
         for (const PhoneLine &line : lines[i])
             book.contacts[i].values.push_back({ValueKind::Phone, line.use, line.extension, line.number});
     }
-    std::vector<quint32> byUid(people.size());
-    std::iota(byUid.begin(), byUid.end(), 0);
-    std::ranges::sort(byUid, {}, [&](quint32 i) -> const QString & { return people[i].person->uniqueId(); });
-    for (quint32 rank = 0; rank < byUid.size(); ++rank)
-        book.contacts[byUid[rank]].rank = rank;
     countSharers(book);
     return book;
 }

@@ -66,7 +66,7 @@ struct Traits
     QDate birthday;
     quint32 company = 0;
     bool isCompany = false; ///< has no other name, or is shown as one
-    quint32 rank = 0; ///< by uid: the order of the book must not count
+    quint64 rank = 0; ///< a hash of the uid: the order of the book must not count
 };
 
 /// All contacts of a book, and what is known of the book as a whole.

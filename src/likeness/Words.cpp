@@ -172,10 +172,10 @@ quint32 Vocabulary::numberOf(const std::string &form, const std::string &ascii)
         return 0;
     const auto [place, isNew] = m_byForm.try_emplace(form, static_cast<quint32>(m_words.size()));
     if (isNew) {
-        Word word{form, ascii, soundOf(form), {}, nicknameRows(form)};
+        const std::string sound = soundOf(form);
+        Word word{form, ascii, std::hash<std::string>()(sound), sound.substr(0, 1), nicknameRows(form)};
         for (const char c : form)
             word.letters |= quint64{1} << (c & 63);
-        word.initials = word.sound.front();
         for (std::size_t i = 0; word.nicknameRows && i < word.nicknameRows->size(); ++i)
             word.initials += soundOf(headOfNicknameRow((*word.nicknameRows)[i])).front();
         m_words.push_back(std::move(word));

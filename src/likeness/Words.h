@@ -21,7 +21,7 @@ struct Word
     /// so that "Müller", "Mueller" and "MULLER" have the same.
     std::string form;
     std::string ascii; ///< the same before spellings were made one; of several the longest
-    std::string sound; ///< consonants that sound alike made one, behind the first letter: for looking up
+    quint64 sound; ///< equal where the consonants behind the first letter sound alike: for looking up
     std::string initials; ///< how the sounds of the word and of its full names begin
     const std::vector<int> *nicknameRows = nullptr; ///< null: not in the table of first names
     quint64 letters = 0; ///< a bit for each that the form has

@@ -106,7 +106,8 @@ private Q_SLOTS:
         QByteArrayList texts;
         for (int i = 0; i < 60; ++i) {
             const QByteArray number = QByteArray::number(i);
-            texts += "{'uid':'" + number + "','firstName':'B" + number + "','phone':[{'value':'+49 30 901820'}]}";
+            texts += "{'uid':'" + number + "','firstName':'Ann','lastName':'B" + number
+                + "','phone':[{'value':'+49 30 901820'}]}";
         }
         const auto people = peopleOf(texts);
         const LikelyDuplicates found = find(people);
