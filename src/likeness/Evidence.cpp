@@ -318,13 +318,14 @@ bool mayBeOnePerson(const Evidence &evidence)
     return std::max(sumsOf(evidence, false).first, sumsOf(evidence, true).first) >= kLeastBits;
 }
 
-bool excludesOnePerson(const Evidence &evidence, const PriorOdds &prior)
+bool excludesOnePerson(const Evidence &evidence, const PriorOdds &prior, bool hasOtherSpelling)
 {
     if (evidence.has(Sign::SuffixDiffers))
         return true;
-    return !prior.isSpoiled && scoreOf(evidence, prior) < kLikelyFrom
-        && evidence.hasAny({Sign::GivenDiffers, Sign::GivenUnlike, Sign::SuffixOnOne, Sign::BirthdayDiffers,
-            Sign::DesksDiffer, Sign::CompanyNameDiffers});
+    const bool isContradiction = evidence.hasAny({Sign::GivenDiffers, Sign::SuffixOnOne, Sign::BirthdayDiffers,
+                                     Sign::DesksDiffer, Sign::CompanyNameDiffers})
+        || (evidence.has(Sign::GivenUnlike) && !hasOtherSpelling);
+    return isContradiction && !prior.isSpoiled && scoreOf(evidence, prior) < kLikelyFrom;
 }
 
 QStringList reasonsOf(const Evidence &evidence)

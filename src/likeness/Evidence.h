@@ -75,7 +75,8 @@ double scoreOf(const Evidence &evidence, const PriorOdds &prior);
 /// False: no prior odds can make them one person's.
 bool mayBeOnePerson(const Evidence &evidence);
 /// Whether no third contact can make them one person's.
-bool excludesOnePerson(const Evidence &evidence, const PriorOdds &prior);
+/// @param hasOtherSpelling one of them is called like the third, so that names unlike each other may be two spellings
+bool excludesOnePerson(const Evidence &evidence, const PriorOdds &prior, bool hasOtherSpelling);
 
 /// What speaks for it, in words.
 QStringList reasonsOf(const Evidence &evidence);

@@ -45,7 +45,7 @@ public:
     {
         const std::size_t a = placeOf(link.pair.first);
         const std::size_t b = placeOf(link.pair.second);
-        if (a == b || !fit(m_clusters[a], m_clusters[b]))
+        if (a == b || !fit(m_clusters[a], m_clusters[b], link.evidence))
             return;
         Cluster &to = m_clusters[a];
         Cluster &from = m_clusters[b];
@@ -102,7 +102,7 @@ private:
         return m_places[contact];
     }
 
-    bool fit(const Cluster &a, const Cluster &b) const
+    bool fit(const Cluster &a, const Cluster &b, const Evidence &link) const
     {
         const auto isUnlike = [&](quint32 first) {
             return std::ranges::any_of(b.members, [&](quint32 second) { return m_areDifferent(first, second); });
@@ -112,7 +112,8 @@ private:
         constexpr std::size_t kAsked = 20; // of each, so that a cluster of thousands takes no time
         for (std::size_t i = 0; i < std::min(kAsked, a.members.size()); ++i) {
             for (std::size_t j = 0; j < std::min(kAsked, b.members.size()); ++j) {
-                if (excludesOnePerson(compare(m_book, a.members[i], b.members[j]), m_prior))
+                const Evidence evidence = compare(m_book, a.members[i], b.members[j]);
+                if (excludesOnePerson(evidence, m_prior, link.agreeGiven() && link.agreeFamily()))
                     return false;
             }
         }

@@ -130,12 +130,13 @@ private:
             return NameLikeness::Same;
         const Word &first = word(a);
         const Word &second = word(b);
-        if (first.form.size() == 1 || second.form.size() == 1)
-            return first.form.front() == second.form.front() ? NameLikeness::Initial : NameLikeness::Unlike;
         if (first.nicknameRows && second.nicknameRows && haveCommon(*first.nicknameRows, *second.nicknameRows))
             return NameLikeness::Nickname;
-        const auto isKnown = [&](const Word &name) { return name.nicknameRows || isFrequent(name); };
-        if ((isKnown(first) && isKnown(second)) || differByGender(first.form, second.form))
+        if ((first.nicknameRows && second.nicknameRows) || differByGender(first.ascii, second.ascii))
+            return NameLikeness::Differs;
+        if (first.form.starts_with(second.form) || second.form.starts_with(first.form))
+            return NameLikeness::Initial; // or a syllable of a name in another script
+        if (isFrequent(first) && isFrequent(second))
             return NameLikeness::Differs;
         return isTypingError(first, second) ? NameLikeness::Mistyped : NameLikeness::Unlike;
     }

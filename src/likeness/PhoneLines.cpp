@@ -221,8 +221,10 @@ void understandAll(std::span<Entry> entries, std::span<const PersonSnapshot> peo
         const auto isKnown = [&](const QString &region) {
             return !region.isEmpty() && numbers.understand(*entry, region) && known.contains(entry->line.number);
         };
-        if (!isKnown(userRegion) && std::ranges::none_of(regions, isKnown))
+        if (!isKnown(userRegion) && std::ranges::none_of(regions, isKnown)) {
             numbers.understand(*entry, userRegion);
+            entry->region.clear(); // a guess
+        }
     }
     // What a number that several contacts have is for.
     const auto number = [](const Entry &entry) { return entry.line.number; };

@@ -101,6 +101,17 @@ private Q_SLOTS:
         QCOMPARE(asSets(textOf(find(reversed), reversed)), asSets(found));
     }
 
+    void thirdContactJoinsTwoSpellings()
+    {
+        const QByteArray rest = "'lastName':'Poe','email':[{'value':'poe@ray.example'}]}";
+        const auto people = peopleOf({"{'uid':'a','firstName':'Bob'," + rest, "{'uid':'b','firstName':'Robert'," + rest,
+            "{'uid':'c','firstName':'Robetr'," + rest});
+        QCOMPARE(textOf(find(people), people), QStringLiteral("likely a b c"));
+        const auto spouses = peopleOf({"{'uid':'a','firstName':'Paul'," + rest, "{'uid':'b'," + rest,
+            "{'uid':'c','firstName':'Rosalind'," + rest});
+        QVERIFY(!textOf(find(spouses), spouses).contains(QStringLiteral("a b c")));
+    }
+
     void switchboardIsNotComparedInFull()
     {
         QByteArrayList texts;
