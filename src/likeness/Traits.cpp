@@ -319,7 +319,7 @@ BookTraits traitsOf(std::span<const PersonSnapshot> people, const QString &regio
             if (!go(static_cast<double>(book.contacts.size()) / static_cast<double>(people.size())))
                 return;
             book.contacts.push_back(reader.read(*person.record));
-            book.contacts.back().rank = qHash(person.person->uniqueId());
+            book.contacts.back().rank = std::hash<std::u16string>()(person.person->uniqueId().toStdU16String());
         }
     };
     inTwoThreads(progress, read, [&](const LikenessProgress &go) { lines = phoneLines(people, region, go); });
