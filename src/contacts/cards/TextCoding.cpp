@@ -20,12 +20,6 @@ bool isToldFromBytes(std::string_view charset)
         charsets, [charset](std::string_view each) { return equalsIgnoringCase(each, charset); });
 }
 
-void append(std::string &out, const QString &text)
-{
-    const QByteArray utf8 = text.toUtf8();
-    out.append(utf8.constData(), static_cast<std::size_t>(utf8.size()));
-}
-
 std::optional<QStringConverter::Encoding> wideEncoding(const QByteArray &data)
 {
     const auto marked = QStringConverter::encodingForData(data);
@@ -100,12 +94,11 @@ std::optional<QString> TextDecoder::decodedAs(std::string_view bytes, std::strin
 void TextDecoder::appendDecoded(std::string_view bytes, std::string_view charset, std::string &out)
 {
     if (const auto text = isToldFromBytes(charset) ? std::nullopt : decodedAs(bytes, charset))
-        append(out, *text);
+        out += text->toStdString();
     else if (isUtf8(bytes))
-        out.append(bytes);
+        out += bytes;
     else
-        append(
-            out, decodedAs(bytes, "windows-1252").value_or(QString::fromLatin1(bytes.data(), qsizetype(bytes.size()))));
+        out += decodedAs(bytes, "windows-1252").value_or(QString::fromLatin1(bytes)).toStdString();
 }
 
 QByteArray utf8FromWideData(const QByteArray &data, std::vector<qint64> *brokenLines)
