@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::ptrdiff_t kNeighbours = 3; ///< on either side
+constexpr std::ptrdiff_t kNeighbours = 2; ///< on either side
 constexpr std::size_t kStreetWords = 2;
 constexpr int kFewSharers = 3; ///< a switchboard has more
 

@@ -76,8 +76,6 @@ private:
             keepBetter(match, best);
     }
 
-    bool isGuess() const { return m_a.readings.size() + m_b.readings.size() > 2; }
-
     /// Several words in one field are only one of the names where the other contact has all of them there.
     static bool isMisread(const NameTraits &name, const NameReading &reading, const NameReading &other)
     {
@@ -177,10 +175,8 @@ private:
         if (a.whole == b.whole)
             return NameLikeness::Same;
         if (isSubset(a.words, b.words) || isSubset(b.words, a.words))
-            return isGuess() ? NameLikeness::Same : NameLikeness::Mistyped;
-        const bool areBothKnown = isFrequent(word(a.whole)) && isFrequent(word(b.whole));
-        const bool isAlike = !areBothKnown && isTypingError(word(a.whole), word(b.whole));
-        return isAlike ? NameLikeness::Mistyped : NameLikeness::Differs;
+            return NameLikeness::Mistyped;
+        return isTypingError(word(a.whole), word(b.whole)) ? NameLikeness::Mistyped : NameLikeness::Differs;
     }
 
     const NameTraits &m_a;
