@@ -17,9 +17,7 @@ ShownFindings::ShownFindings(OutlineViewController &controller, QObject *parent)
 {
     setRecursiveFilteringEnabled(true);
     setSourceModel(&controller.model());
-    connect(&controller, &OutlineViewController::filterChanged, this, [this] {
-        invalidate(); // one change of the layout, where many rows would come and go one by one
-    });
+    connect(&controller, &OutlineViewController::filterChanged, this, &ShownFindings::invalidateFilter);
     for (const auto &group : controller.rootNodes())
         m_unprepared += group->childrenArray();
     connect(&m_idle, &QTimer::timeout, this, &ShownFindings::prepareFilter);
