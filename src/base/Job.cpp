@@ -69,7 +69,7 @@ struct Job::Lane
 
 namespace {
 
-constexpr std::chrono::milliseconds kNotNoticed(40);
+constexpr std::chrono::milliseconds kNotNoticed(25);
 
 Queue<std::function<void()>> &deliveries()
 {
