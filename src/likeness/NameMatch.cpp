@@ -132,8 +132,12 @@ private:
             return NameLikeness::Nickname;
         if ((first.nicknameRows && second.nicknameRows) || differByGender(first.ascii, second.ascii))
             return NameLikeness::Differs;
-        if (first.form.starts_with(second.form) || second.form.starts_with(first.form))
-            return NameLikeness::Initial; // or a syllable of a name in another script
+        const auto begins = [](const Word &brief, const Word &full) {
+            constexpr std::size_t kLongestSyllable = 3; // as a letter of another script becomes; not Anna for Annalena
+            return brief.ascii.size() <= kLongestSyllable && full.form.starts_with(brief.form);
+        };
+        if (begins(first, second) || begins(second, first))
+            return NameLikeness::Initial;
         if (isFrequent(first) && isFrequent(second))
             return NameLikeness::Differs;
         return isTypingError(first, second) ? NameLikeness::Mistyped : NameLikeness::Unlike;
