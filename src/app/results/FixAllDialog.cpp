@@ -23,7 +23,7 @@
 namespace {
 
 constexpr QSize kFirstSize(560, 480);
-constexpr int kMillisecondsOfTurn = 20; // between two looks at what the user does
+constexpr int kMillisecondsOfTurn = 10; // between two looks at what the user does
 constexpr int kMillisecondsToProgress = 500;
 
 /// The dialog has asked already.
