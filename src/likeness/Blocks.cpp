@@ -8,6 +8,7 @@
 namespace {
 
 constexpr std::ptrdiff_t kNeighbours = 2; ///< on either side
+constexpr std::ptrdiff_t kCrowd = 40; ///< beyond it the result says that not all were compared
 constexpr std::size_t kStreetWords = 2;
 constexpr int kFewSharers = 3; ///< a switchboard has more
 
@@ -138,10 +139,11 @@ Candidates candidatePairs(const BookTraits &book, const LikenessProgress &progre
             return {};
         const auto end = std::find_if(begin, keys.end(), [&](const auto &entry) { return entry.key != begin->key; });
         const bool isLarge = end - begin > 2 * kNeighbours + 1;
+        const bool isCrowd = end - begin > kCrowd;
         if (isLarge)
             std::sort(begin, end, [&](const auto &a, const auto &b) { return byName(a) < byName(b); });
         for (; begin != end; ++begin) {
-            if (isLarge)
+            if (isCrowd)
                 isCrowded[begin->contact] = true;
             const auto last = isLarge && end - begin > kNeighbours + 1 ? begin + kNeighbours + 1 : end;
             for (auto other = begin + 1; other < last; ++other) {
