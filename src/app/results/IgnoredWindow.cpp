@@ -91,6 +91,8 @@ void IgnoredWindow::bringBack()
         entries.push_back(m_entries[std::size_t(m_list->indexOfTopLevelItem(row))]);
         ids += entries.back().id();
     }
+    if (entries.empty()) // the list was emptied since, which emits no signal
+        return;
     m_writer.start(
         [ids, book = ABAddressBook::sharedAddressBook()] {
             return book ? book->changeIgnored({}, ids) : Result<void>(noAddressBook());
