@@ -223,6 +223,7 @@ private Q_SLOTS:
         QVERIFY2(people.exitCode == 0 && people.out.count('\n') > 2 && people.wasReached, people.err.constData());
         QCOMPARE(run({u("scan")}).exitCode, 0);
         QCOMPARE(run({u("history")}).exitCode, 0);
+        QCOMPARE(run({u("verify")}).exitCode, 0);
         QCOMPARE(run({u("export"), u("--format"), u("csv"), exported.path()}).exitCode, 0);
         QCOMPARE(run({u("backup"), exported.filePath(u("backup"))}).exitCode, 0);
         compareComplaint(run({u("delete"), u("--yes"), u("1")}), book);

@@ -169,9 +169,12 @@ Result<qint64> BackupFile::finish()
 
 Result<FaultsInFile> faultsInFile(const QString &path)
 {
-    if (const auto store = SqliteStore::open(path); !store)
+    auto store = SqliteStore::open(path);
+    if (!store && (store.error().kind == ErrorKind::ReadOnly || store.error().kind == ErrorKind::Io))
+        store = SqliteStore::openReadOnly(path, store.error());
+    if (!store)
         return store.error();
-    return faultsIn(path, path);
+    return faultsIn((*store)->file(), path);
 }
 
 Result<BookContents> contentsOfFile(const QString &path)
