@@ -75,7 +75,7 @@ public:
         return people;
     }
     Result<void> commit(const std::vector<RecordChange> &) override { return Error(); }
-    Result<std::vector<OutsideChange>> takeChangesFromOutside() override { return Error(); }
+    Result<std::vector<StoredRecord>> takeChangesFromOutside() override { return Error(); }
     Result<std::vector<ChangeSummary>> history() override { return Error(); }
     Result<ChangeStep> historyStep(const QString &) override { return Error(); }
     Result<std::vector<Ignored>> ignored() override { return Error(); }

@@ -28,9 +28,9 @@ public:
     {
         return fails() ? Result<void>(m_error) : m_store->commit(changes);
     }
-    Result<std::vector<OutsideChange>> takeChangesFromOutside() override
+    Result<std::vector<StoredRecord>> takeChangesFromOutside() override
     {
-        return fails() ? Result<std::vector<OutsideChange>>(m_error) : m_store->takeChangesFromOutside();
+        return fails() ? Result<std::vector<StoredRecord>>(m_error) : m_store->takeChangesFromOutside();
     }
     void giveUpLooking() override { m_store->giveUpLooking(); }
     void setChangeListener(std::function<void()> listener) override { m_store->setChangeListener(std::move(listener)); }

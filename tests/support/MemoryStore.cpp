@@ -25,7 +25,7 @@ Result<void> MemoryStore::commit(const std::vector<RecordChange> &changes)
         const PersonRecordPtr stored = found == rowOfUid.end() ? nullptr : m_book->m_rows[found->second].record;
         const bool asBelieved = stored && change.before ? *stored == *change.before : !stored && !change.before;
         if (!asBelieved)
-            return Error{ErrorKind::Conflict, change.uid + QStringLiteral(": changed by another program meanwhile")};
+            return changedByOthers(change.uid);
     }
     const quint64 revision = ++m_book->m_revision;
     for (const auto &change : changes) {
@@ -43,7 +43,7 @@ Result<void> MemoryStore::commit(const std::vector<RecordChange> &changes)
     return {};
 }
 
-Result<std::vector<OutsideChange>> MemoryStore::takeChangesFromOutside()
+Result<std::vector<StoredRecord>> MemoryStore::takeChangesFromOutside()
 {
     const std::scoped_lock lock(m_book->m_mutex);
     std::map<QString, PersonRecordPtr> latest;
@@ -52,7 +52,7 @@ Result<std::vector<OutsideChange>> MemoryStore::takeChangesFromOutside()
             latest[row.uid] = row.record;
     }
     m_seenRevision = m_book->m_revision;
-    std::vector<OutsideChange> changes;
+    std::vector<StoredRecord> changes;
     changes.reserve(latest.size());
     for (const auto &[uid, record] : latest)
         changes.push_back({uid, record});

@@ -38,7 +38,7 @@ public:
 
     Result<std::vector<StoredRecord>> loadAll() override;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
-    Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    Result<std::vector<StoredRecord>> takeChangesFromOutside() override;
     Result<std::vector<ChangeSummary>> history() override { return std::vector<ChangeSummary>(); }
     Result<ChangeStep> historyStep(const QString &causeId) override { return noSuchCause(causeId); }
     Result<std::vector<Ignored>> ignored() override { return m_book->m_ignored; }

@@ -86,8 +86,8 @@ QStringList look(AddressBookStore &store)
 {
     const auto changes = store.takeChangesFromOutside();
     QStringList texts;
-    for (const OutsideChange &change : *changes)
-        texts += textOf(change.uid, change.now);
+    for (const StoredRecord &change : *changes)
+        texts += textOf(change.uid, change.record);
     texts.sort();
     return texts;
 }

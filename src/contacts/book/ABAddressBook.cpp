@@ -223,7 +223,7 @@ bool ABAddressBook::write(Error *error)
     const QString uid = std::exchange(m_dropped, {}).front();
     return fail(error,
         {ErrorKind::Conflict,
-            uid % QStringLiteral(": changed or removed by another program meanwhile; left as it is there")});
+            uid % QStringLiteral(": has since been changed or removed by another program; left as it is there")});
 }
 
 Result<void> ABAddressBook::commitPending()
@@ -305,11 +305,11 @@ Result<std::size_t> ABAddressBook::takeInOutsideChanges()
     return uids.size();
 }
 
-std::vector<QString> ABAddressBook::takeIn(const std::vector<OutsideChange> &changes)
+std::vector<QString> ABAddressBook::takeIn(const std::vector<StoredRecord> &changes)
 {
     const std::scoped_lock lock(m_mutex);
     std::vector<QString> uids;
-    for (const OutsideChange &change : changes) {
+    for (const StoredRecord &change : changes) {
         if (takeIn(change))
             uids.push_back(change.uid);
     }
@@ -320,7 +320,7 @@ std::vector<QString> ABAddressBook::takeIn(const std::vector<OutsideChange> &cha
     return uids;
 }
 
-bool ABAddressBook::takeIn(const OutsideChange &change)
+bool ABAddressBook::takeIn(const StoredRecord &change)
 {
     const auto &[uid, now] = change;
     const auto removed = m_removedPeople.find(uid);
@@ -385,7 +385,7 @@ Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const Chang
     if (auto committed = m_store->commit(changes); !committed)
         return committed;
     tellCauses(changes);
-    std::vector<OutsideChange> now;
+    std::vector<StoredRecord> now;
     now.reserve(changes.size());
     for (RecordChange &change : changes)
         now.push_back({std::move(change.uid), std::move(change.after)});

@@ -126,8 +126,8 @@ private:
     /// Refreshes, with m_storeMutex held; returns how many people changed.
     Result<std::size_t> takeInOutsideChanges();
     /// Updates the people from the store; returns the uids of those who changed.
-    std::vector<QString> takeIn(const std::vector<OutsideChange> &changes);
-    bool takeIn(const OutsideChange &change);
+    std::vector<QString> takeIn(const std::vector<StoredRecord> &changes);
+    bool takeIn(const StoredRecord &change);
     /// Drops the person's pending changes; null: no longer stored.
     void settle(const ABPersonPtr &person, const PersonRecordPtr &stored);
     bool isHere(const ABPersonPtr &who) const { return who->pendingChanges() == m_pending && !who->isRemoved(); }

@@ -19,12 +19,11 @@ struct RecordChange
     ChangeCausePtr cause = {}; ///< null: an unnamed cause shared by all such changes of a set
 };
 
-/// A change by another user of the address book.
-struct OutsideChange
+/// The Conflict when a store no longer holds a `before`.
+inline Error changedByOthers(const QString &uid)
 {
-    QString uid;
-    PersonRecordPtr now; ///< null: the person was removed
-};
+    return {ErrorKind::Conflict, uid + QStringLiteral(": has since been changed by another program")};
+}
 
 /// Where an address book is kept. Any thread, one call at a time; ABAddressBook ensures that.
 class AddressBookStore
@@ -50,8 +49,9 @@ public:
     /// version wrote them), it has their uids. The history records the changes under their causes in the same step.
     virtual Result<void> commit(const std::vector<RecordChange> &changes) = 0;
 
-    /// Outside changes since loadAll() or the last call, each person once. May include this program's changes.
-    virtual Result<std::vector<OutsideChange>> takeChangesFromOutside() = 0;
+    /// The people whom others changed since loadAll() or the last call, each once, as they are now; a null record: was
+    /// removed. May include this program's changes.
+    virtual Result<std::vector<StoredRecord>> takeChangesFromOutside() = 0;
     /// Cancels a waiting takeChangesFromOutside(), and later ones too until a listener is set. May be called while
     /// another call runs.
     virtual void giveUpLooking() { }

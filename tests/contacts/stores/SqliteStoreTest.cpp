@@ -193,7 +193,7 @@ private Q_SLOTS:
         QCOMPARE(shell(path, "SELECT firstName FROM person"), QByteArray("B"));
         QVERIFY(store->takeChangesFromOutside()->size() <= 1); // an echo
         QVERIFY(open(path)->commit({{u("a"), b, a}}));
-        QVERIFY(*store->takeChangesFromOutside()->front().now == *a);
+        QVERIFY(*store->takeChangesFromOutside()->front().record == *a);
     }
 
     /// SaveFaultTest takes it away at each write; here it comes back.
@@ -286,7 +286,7 @@ private Q_SLOTS:
             now = now.addDays(days);
             const auto after = record("{'note':'" + QByteArray::number(days) + "'}");
             QVERIFY(other->commit({{u("a"), before, after}}));
-            QVERIFY(*store->takeChangesFromOutside()->front().now == *after);
+            QVERIFY(*store->takeChangesFromOutside()->front().record == *after);
             const ChangeSummary newest = store->history()->front();
             QCOMPARE(newest.savedAt, now);
             QVERIFY(*store->historyStep(newest.cause.id)->changes[0].before == *before);
@@ -501,7 +501,7 @@ private Q_SLOTS:
             const auto loaded = reader->loadAll();
             QVERIFY(saving.get());
             const auto changed = reader->takeChangesFromOutside();
-            QVERIFY(*loaded->front().record == *after || (changed->size() == 1 && *changed->front().now == *after));
+            QVERIFY(*loaded->front().record == *after || (changed->size() == 1 && *changed->front().record == *after));
             before = after;
         }
     }

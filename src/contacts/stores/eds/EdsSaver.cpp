@@ -67,7 +67,7 @@ Result<void> EdsSaver::addToPlan(Plan &plan, const RecordChange &change, const Q
     const PersonRecordPtr now = current.isNull() ? nullptr : StoredCard::recordOf(current);
     const bool asBelieved = change.before ? now && now->hasSameValues(*change.before) : current.isNull();
     if (!asBelieved)
-        return Error{ErrorKind::Conflict, change.uid % QStringLiteral(": changed by another program meanwhile")};
+        return changedByOthers(change.uid);
     EdsJournal::Entry entry{change.uid.toUtf8(), StoredCard::withPictureInside(current), {}, change.cause};
     if (!change.after) {
         plan.removals.push_back({entry.uid, {}});

@@ -44,31 +44,24 @@ Result<std::vector<StoredRecord>> EdsSession::loadAll(const AddressBookStore::Lo
         // The next change has to wait for it, reading does not.
         qCCritical(lcEds).noquote() << settled.error().text;
     }
-    auto found = changesSince({}, *revision, progress);
-    if (!found)
-        return found.error();
-    std::vector<StoredRecord> people;
-    people.reserve(found->size());
-    for (auto &[uid, record] : *found)
-        people.push_back({std::move(uid), std::move(record)});
-    return people;
+    return changesSince({}, *revision, progress);
 }
 
-Result<std::vector<OutsideChange>> EdsSession::takeChangesFromOutside()
+Result<std::vector<StoredRecord>> EdsSession::takeChangesFromOutside()
 {
     const auto revision = open();
     if (!revision)
         return revision.error();
     if (!m_mustList && !revision->isEmpty() && *revision == m_seenRevision)
-        return std::vector<OutsideChange>();
+        return std::vector<StoredRecord>();
     return changesSince(m_seen, *revision, {});
 }
 
 /// Reads the book, which is of this revision or of a later one.
-Result<std::vector<OutsideChange>> EdsSession::changesSince(
+Result<std::vector<StoredRecord>> EdsSession::changesSince(
     const Digests &known, const QByteArray &revision, const AddressBookStore::LoadProgress &progress)
 {
-    std::vector<OutsideChange> changes;
+    std::vector<StoredRecord> changes;
     Digests seen;
     const auto note = [&](const std::vector<EdsBook::Card> &page) {
         const auto records = StoredCard::read(page);

@@ -18,7 +18,7 @@ public:
     void close() { m_book.disconnect(); }
     Result<std::vector<StoredRecord>> loadAll(const AddressBookStore::LoadProgress &progress);
     Result<void> commit(const std::vector<RecordChange> &changes);
-    Result<std::vector<OutsideChange>> takeChangesFromOutside();
+    Result<std::vector<StoredRecord>> takeChangesFromOutside();
     Result<std::vector<EdsBookInfo>> books() { return m_book.books(); }
     void setChangeListener(std::function<void()> listener) { m_book.setChangeListener(std::move(listener)); }
     const EdsBookInfo &info() const { return m_book.info(); }
@@ -27,7 +27,7 @@ public:
 private:
     using Digests = QHash<QByteArray, std::size_t>; // of cards, by uid
 
-    Result<std::vector<OutsideChange>> changesSince(
+    Result<std::vector<StoredRecord>> changesSince(
         const Digests &known, const QByteArray &revision, const AddressBookStore::LoadProgress &progress);
     void noteOwn(const std::vector<RecordChange> &changes, int calls, const QByteArray &revisionBefore);
 

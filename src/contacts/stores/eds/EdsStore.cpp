@@ -89,7 +89,7 @@ Result<void> EdsStore::commit(const std::vector<RecordChange> &changes)
     return onThread([changes](EdsSession &session) { return session.commit(changes); });
 }
 
-Result<std::vector<OutsideChange>> EdsStore::takeChangesFromOutside()
+Result<std::vector<StoredRecord>> EdsStore::takeChangesFromOutside()
 {
     const auto look = [](EdsSession &session) { return session.takeChangesFromOutside(); };
     return onThread(look, [this] { return m_isLooking.load(); });

@@ -28,7 +28,7 @@ public:
 
     Result<std::vector<StoredRecord>> loadAll() override;
     Result<void> commit(const std::vector<RecordChange> &changes) override;
-    Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    Result<std::vector<StoredRecord>> takeChangesFromOutside() override;
     void giveUpLooking() override { m_isLooking = false; }
     void setChangeListener(std::function<void()> listener) override;
     Result<std::vector<ChangeSummary>> history() override;

@@ -56,11 +56,6 @@ std::string nameOfPicture(const PersonRecord &record)
     return picture ? pictureNameOf(*picture) : std::string();
 }
 
-Error conflict(const RecordChange &change)
-{
-    return {ErrorKind::Conflict, change.uid % QStringLiteral(": changed by another program meanwhile")};
-}
-
 } // namespace
 
 RecordWriter::RecordWriter(SQLite::Database &database, RecordReader &reader)
@@ -115,13 +110,13 @@ Result<void> RecordWriter::apply(const RecordChange &change)
 {
     if (!change.before) {
         if (!insert({}, change.uid, *change.after))
-            return conflict(change);
+            return changedByOthers(change.uid);
         writeHistory(change, "added", {});
         return {};
     }
     const RecordReader::Row stored = m_reader.rowOf(change.uid);
     if (stored.id == 0)
-        return conflict(change);
+        return changedByOthers(change.uid);
     if (auto checked = checkStored(change, stored); !checked) {
         Error refusal = checked.error();
         if (refusal.kind != ErrorKind::Conflict)
@@ -157,7 +152,7 @@ Result<void> RecordWriter::checkStored(const RecordChange &change, const RecordR
         : m_reader.wholeRecord(change.uid, stored.document, Pictures::AsTheyAre);
     if (!record)
         return record.error();
-    return **record == *change.before ? Result<void>() : conflict(change);
+    return **record == *change.before ? Result<void>() : changedByOthers(change.uid);
 }
 
 void RecordWriter::writeHistory(

@@ -268,12 +268,12 @@ Result<void> SqliteStore::commitOnce(const std::vector<RecordChange> &changes)
     return {};
 }
 
-Result<std::vector<OutsideChange>> SqliteStore::takeChangesFromOutside()
+Result<std::vector<StoredRecord>> SqliteStore::takeChangesFromOutside()
 {
-    return guarded([this]() -> Result<std::vector<OutsideChange>> {
+    return guarded([this]() -> Result<std::vector<StoredRecord>> {
         SQLite::Transaction transaction(m_connection->database);
         const qint64 dataVersion = m_connection->dataVersion();
-        std::vector<OutsideChange> changes;
+        std::vector<StoredRecord> changes;
         if (dataVersion == m_seenDataVersion)
             return changes;
         SQLite::Statement touched(

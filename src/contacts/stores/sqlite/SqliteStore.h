@@ -30,7 +30,7 @@ public:
     /// The people found damaged by the last load: they can be read, but not changed.
     std::vector<QString> damagedPeople() const override { return m_damagedPeople; }
     Result<void> commit(const std::vector<RecordChange> &changes) override;
-    Result<std::vector<OutsideChange>> takeChangesFromOutside() override;
+    Result<std::vector<StoredRecord>> takeChangesFromOutside() override;
     void setChangeListener(std::function<void()> listener) override;
     Result<std::vector<ChangeSummary>> history() override;
     Result<ChangeStep> historyStep(const QString &causeId) override;
