@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-void ChangeSummary::count(const RecordedChange &change)
+void ChangeSummary::count(bool wasThere, bool isThere)
 {
-    ++(!change.before ? added : change.after || change.afterIsLost ? changed : removed);
+    ++(!wasThere ? added : isThere ? changed : removed);
 }
 
 Error noSuchCause(const QString &causeId)

@@ -12,8 +12,6 @@
 #include <functional>
 #include <vector>
 
-struct RecordedChange;
-
 /// An entry of the history: what was saved for one cause.
 struct ChangeSummary
 {
@@ -23,7 +21,8 @@ struct ChangeSummary
     qint64 changed = 0;
     qint64 removed = 0;
 
-    void count(const RecordedChange &change);
+    /// Counts a change of one person, who was or is stored.
+    void count(bool wasThere, bool isThere);
 };
 
 /// What a save did to one person.

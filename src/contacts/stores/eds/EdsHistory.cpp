@@ -65,11 +65,6 @@ RecordedChange changeOf(const EdsJournal::Entry &entry)
     return change;
 }
 
-void count(ChangeSummary &summary, const EdsJournal::Entry &entry)
-{
-    ++(entry.before.isNull() ? summary.added : entry.after.isNull() ? summary.removed : summary.changed);
-}
-
 } // namespace
 
 QString fileOf(const QString &bookFolder, const QDateTime &savedAt)
@@ -87,7 +82,7 @@ std::vector<ChangeSummary> summaries(const QString &bookFolder)
             const auto [place, isNew] = placeOf.try_emplace(entry.cause->id, summaries.size());
             if (isNew)
                 summaries.push_back({*entry.cause, save.savedAt});
-            count(summaries[place->second], entry);
+            summaries[place->second].count(!entry.before.isNull(), !entry.after.isNull());
         }
     }
     return summaries;
@@ -103,7 +98,7 @@ Result<ChangeStep> step(const QString &bookFolder, const QString &causeId)
                 continue;
             step.summary.cause = *entry.cause;
             step.summary.savedAt = save.savedAt;
-            count(step.summary, entry);
+            step.summary.count(!entry.before.isNull(), !entry.after.isNull());
             step.changes.push_back(changeOf(entry));
         }
     }

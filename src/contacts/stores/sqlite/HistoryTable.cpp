@@ -125,7 +125,7 @@ Result<ChangeStep> step(SQLite::Database &database, RecordReader &reader, const 
         if (!change)
             return Error{
                 change.error().kind, causeId % QStringLiteral(": the history cannot be read: ") % change.error().text};
-        step.summary.count(*change);
+        step.summary.count(change->before != nullptr, change->after || change->afterIsLost);
         step.changes.push_back(std::move(*change));
     }
     return step.changes.empty() ? Result<ChangeStep>(noSuchCause(causeId)) : step;
