@@ -23,19 +23,7 @@ QString joined(const ABDictionary &address)
     QStringList parts;
     for (const auto &[key, text] : address)
         parts += text;
-    return parts.join(QLatin1Char(','));
-}
-
-void addAddresses(DisplayFields &fields, const PersonRecord &record)
-{
-    const ABMultiValue *addresses = record.multiValue(kABAddressProperty);
-    if (!addresses)
-        return;
-    for (const auto &entry : addresses->entries()) {
-        const bool isHome = entry.label == kABAddressHomeLabel;
-        set(fields, isHome ? QStringLiteral("Home Address") : QStringLiteral("Work Address"),
-            joined(entry.dictionary()));
-    }
+    return parts.join(u',');
 }
 
 } // namespace
@@ -52,7 +40,11 @@ DisplayFields analysePerson(const ABPerson &person)
         }
     };
     addFields(Field::PhoneticFirstName, Field::HomeStreet);
-    addAddresses(fields, *record);
+    for (const auto &entry : record->entries(kABAddressProperty)) {
+        const bool isHome = entry.label == kABAddressHomeLabel;
+        set(fields, isHome ? QStringLiteral("Home Address") : QStringLiteral("Work Address"),
+            joined(entry.dictionary()));
+    }
     addFields(Field::Father, static_cast<Field>(kFieldCount));
     return fields;
 }

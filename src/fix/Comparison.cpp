@@ -258,6 +258,6 @@ QString Comparison::mergedNote() const
         }
     }
     if (!lines.isEmpty())
-        notes += lines.join(QLatin1Char('\n'));
+        notes += lines.join(u'\n');
     return notes.join(QStringLiteral("\n\n"));
 }

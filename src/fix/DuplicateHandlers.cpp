@@ -53,10 +53,10 @@ FixOutcome deleteLaterNamesakes(const Finding &finding)
         return outcome;
     outcome.removesNode = true;
     RepairSteps steps(outcome, finding);
-    for (const auto &person : namesakes.mid(1)) {
-        outcome.sweptUids += person->uniqueId();
+    const QList<ABPersonPtr> later = namesakes.mid(1);
+    outcome.sweptUids = uidsOf(later);
+    for (const auto &person : later)
         steps.removeRecord(person);
-    }
     saveForEachRemoved(outcome, steps);
     return outcome;
 }
@@ -67,10 +67,9 @@ FixOutcome deleteSharers(const Finding &finding)
     outcome.sweep = FixOutcome::Sweep::Pruning;
     outcome.removesNode = true;
     RepairSteps steps(outcome, finding);
-    for (const auto &person : finding.duplicateEmailArray) {
-        outcome.sweptUids += person->uniqueId();
+    outcome.sweptUids = uidsOf(finding.duplicateEmailArray);
+    for (const auto &person : finding.duplicateEmailArray)
         steps.removeRecord(person);
-    }
     if (steps.save())
         qCDebug(lcFix, "提交数据库成功");
     return outcome;

@@ -19,10 +19,8 @@ std::size_t slotOf(const QString &label)
 
 EmailSlots::EmailSlots(const PersonRecord &record)
 {
-    if (const ABMultiValue *emails = record.multiValue(kABEmailProperty)) {
-        for (const auto &entry : emails->entries())
-            m_addresses[slotOf(entry.label)] = entry.text().isNull() ? QStringLiteral("") : entry.text();
-    }
+    for (const auto &entry : record.entries(kABEmailProperty))
+        m_addresses[slotOf(entry.label)] = entry.text().isNull() ? QStringLiteral("") : entry.text();
 }
 
 QString EmailSlots::preferred() const

@@ -29,14 +29,6 @@ QString foundIn(const Finding &finding)
     return found.join(u'\n');
 }
 
-QStringList uidsOf(const QList<ABPersonPtr> &people)
-{
-    QStringList uids;
-    for (const ABPersonPtr &person : people)
-        uids += person->uniqueId();
-    return uids;
-}
-
 } // namespace
 
 IgnoredFindings::IgnoredFindings(std::vector<Ignored> entries) : m_entries(std::move(entries))

@@ -140,7 +140,7 @@ private:
     void addSingle(const FieldInfo &info, const FieldValue &value)
     {
         if (info.field == Field::Note)
-            m_note += QLatin1Char('\n') % std::get<QString>(value);
+            m_note += u'\n' % std::get<QString>(value);
         else if (std::ranges::find(kSingleFields, info.field) == kSingleFields.end())
             return;
         else if (const auto *date = std::get_if<QDate>(&value))
@@ -191,8 +191,8 @@ void logFields(const std::vector<PersonDictionary> &dictionaries)
             values += dictionary.text(entry.field());
         }
     }
-    qCDebug(lcFix, "所有的keys：%s", qUtf8Printable(keys.join(QLatin1Char(','))));
-    qCDebug(lcFix, "所对应的values%s", qUtf8Printable(values.join(QLatin1Char(','))));
+    qCDebug(lcFix, "所有的keys：%s", qUtf8Printable(keys.join(u',')));
+    qCDebug(lcFix, "所对应的values%s", qUtf8Printable(values.join(u',')));
 }
 
 } // namespace

@@ -46,17 +46,10 @@ bool isAny(QChar)
     return true;
 }
 
-std::vector<ABMultiValue::Entry> entriesOf(const PersonRecord &record, ABProperty property)
-{
-    const ABMultiValue *values = record.multiValue(property);
-    return values ? std::vector(values->entries().begin(), values->entries().end())
-                  : std::vector<ABMultiValue::Entry>();
-}
-
 Places invalidCharacters(const PersonRecord &record)
 {
     Places places;
-    for (const auto &entry : entriesOf(record, kABEmailProperty)) {
+    for (const auto &entry : record.entries(kABEmailProperty)) {
         QStringList missing;
         for (const QLatin1StringView part : {QLatin1StringView("@"), QLatin1StringView(".com")}) {
             if (!entry.text().contains(part))
@@ -66,7 +59,7 @@ Places invalidCharacters(const PersonRecord &record)
             places.push_back({withLabel(kABEmailProperty, entry.label), entry.text(), {},
                 QStringLiteral("without ") % missing.join(QStringLiteral(" and "))});
     }
-    for (const auto &entry : entriesOf(record, kABPhoneProperty)) {
+    for (const auto &entry : record.entries(kABPhoneProperty)) {
         const auto isLetter = [](QChar c) { return c.unicode() < 0x80 && c.isLetter(); };
         if (const auto wrong = lettersOf(entry.text(), isLetter); !wrong.isEmpty())
             places.push_back({withLabel(kABPhoneProperty, entry.label), entry.text(), wrong});
@@ -77,7 +70,7 @@ Places invalidCharacters(const PersonRecord &record)
 Places repeatedValues(const PersonRecord &record, ABProperty property)
 {
     Places places;
-    const auto entries = entriesOf(record, property);
+    const auto entries = record.entries(property);
     for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
         const auto isEqual = [&](const ABMultiValue::Entry &other) { return other.value == entry->value; };
         if (std::any_of(entries.begin(), entry, isEqual) || std::count_if(entry, entries.end(), isEqual) < 2)

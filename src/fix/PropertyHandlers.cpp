@@ -99,8 +99,8 @@ QString textOf(const ABMultiValue::Value &value)
         return *text;
     QStringList parts;
     for (const auto &[key, text] : std::get<ABDictionary>(value))
-        parts += QString(keyInfo(key).name) % QLatin1Char('=') % text;
-    return parts.join(QLatin1Char(';'));
+        parts += QString(keyInfo(key).name) % u'=' % text;
+    return parts.join(u';');
 }
 
 void logValues(const ABMultiValue &values)
@@ -108,7 +108,7 @@ void logValues(const ABMultiValue &values)
     QStringList texts;
     for (const auto &entry : values.entries())
         texts += textOf(entry.value);
-    qCDebug(lcFix, "%s", qUtf8Printable(texts.join(QLatin1Char(','))));
+    qCDebug(lcFix, "%s", qUtf8Printable(texts.join(u',')));
 }
 
 struct RepeatedValueLines

@@ -14,7 +14,7 @@ void replaceSpacesInFirstName(ABPerson &person, QLatin1StringView by)
 {
     const PersonRecordPtr record = person.record();
     if (const QString *name = record->text(kABFirstNameProperty))
-        person.setValue(QString(*name).replace(QLatin1Char(' '), by), kABFirstNameProperty);
+        person.setValue(QString(*name).replace(u' ', by), kABFirstNameProperty);
 }
 
 } // namespace

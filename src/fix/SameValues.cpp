@@ -23,7 +23,7 @@ QString withoutScheme(QString address)
         if (address.startsWith(scheme))
             address.remove(0, scheme.size());
     }
-    return address.endsWith(QLatin1Char('/')) ? address.chopped(1) : address;
+    return address.endsWith(u'/') ? address.chopped(1) : address;
 }
 
 struct Digits
@@ -40,12 +40,12 @@ Digits digitsOf(const QString &number)
     for (const QChar character : number) {
         if (character.isDigit())
             digits.text += QChar(u'0' + character.digitValue());
-        else if (character.isLetter() || character == QLatin1Char('#') || character == QLatin1Char('*'))
+        else if (character.isLetter() || character == u'#' || character == u'*')
             return {};
-        else if (character == QLatin1Char('+') && digits.text.isEmpty())
+        else if (character == u'+' && digits.text.isEmpty())
             digits.isInternational = true;
     }
-    if (!digits.isInternational && digits.text.startsWith(QLatin1String("00"))) {
+    if (!digits.isInternational && digits.text.startsWith(QLatin1StringView("00"))) {
         digits.isInternational = true;
         digits.text.remove(0, 2);
     }
@@ -56,7 +56,7 @@ Digits digitsOf(const QString &number)
 bool isSameWithCountryCode(const QString &international, const QString &national)
 {
     constexpr qsizetype kShortestSubscriber = 7; // shorter ones stand for somebody else in each town
-    const QStringView subscriber = QStringView(national).sliced(national.startsWith(QLatin1Char('0')) ? 1 : 0);
+    const QStringView subscriber = QStringView(national).sliced(national.startsWith(u'0') ? 1 : 0);
     const qsizetype codeLength = international.size() - subscriber.size();
     return subscriber.size() >= kShortestSubscriber && codeLength >= 1 && codeLength <= 3
         && international.endsWith(subscriber);

@@ -36,19 +36,6 @@ std::shared_ptr<ABAddressBook> sharedBookOf(std::initializer_list<QByteArray> pe
     return sharedBookOf(records);
 }
 
-QStringList uidsOf(const QList<ABPersonPtr> &people)
-{
-    QStringList uids;
-    for (const auto &person : people)
-        uids.push_back(person->uniqueId());
-    return uids;
-}
-
-QStringList uidsOf(const std::vector<ABPersonPtr> &people)
-{
-    return uidsOf(QList<ABPersonPtr>(people.begin(), people.end()));
-}
-
 QByteArray textOf(const ABAddressBook &book)
 {
     QByteArray text;

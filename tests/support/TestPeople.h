@@ -19,9 +19,6 @@ std::shared_ptr<ABAddressBook> sharedBookOf(const std::vector<StoredRecord> &peo
 /// The same from JSON texts.
 std::shared_ptr<ABAddressBook> sharedBookOf(std::initializer_list<QByteArray> people);
 
-QStringList uidsOf(const QList<ABPersonPtr> &people);
-QStringList uidsOf(const std::vector<ABPersonPtr> &people);
-
 /// The whole address book in JSON, a person a line.
 QByteArray textOf(const ABAddressBook &book);
 

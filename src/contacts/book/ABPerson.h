@@ -81,3 +81,12 @@ private:
 };
 
 using ABPersonPtr = std::shared_ptr<ABPerson>;
+
+/// In the order of the people.
+template <typename People> QStringList uidsOf(const People &people)
+{
+    QStringList uids;
+    for (const ABPersonPtr &person : people)
+        uids += person->uniqueId();
+    return uids;
+}

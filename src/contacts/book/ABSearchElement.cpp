@@ -12,8 +12,7 @@ bool ABSearchElement::matches(const PersonRecord &record) const
 {
     if (propertyInfo(m_property).kind != ABPropertyKind::MultiText)
         return false;
-    const ABMultiValue *values = record.multiValue(m_property);
-    return values && std::ranges::any_of(values->entries(), [this](const ABMultiValue::Entry &entry) {
+    return std::ranges::any_of(record.entries(m_property), [this](const ABMultiValue::Entry &entry) {
         return (!m_label || entry.label == *m_label) && entry.text() == m_value;
     });
 }

@@ -5,6 +5,7 @@
 #include "contacts/cards/JsonLinesReader.h"
 #include "contacts/cards/VCardReader.h"
 #include "contacts/model/ContentHash.h"
+#include "contacts/model/Utf8Text.h"
 
 #include <QHash>
 #include <QSet>
@@ -55,10 +56,9 @@ bool covers(const PersonRecord &stored, const PersonRecord &imported)
 
 RecordFormat formatOfContent(const QByteArray &content)
 {
-    const qsizetype start = content.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-    const auto first = std::find_if(
-        content.begin() + start, content.end(), [](char c) { return c != ' ' && c != '\t' && c != '\r' && c != '\n'; });
-    return first != content.end() && *first == '{' ? RecordFormat::JsonLines : RecordFormat::VCard;
+    const bool hasMark = content.startsWith(kByteOrderMark);
+    const QByteArrayView text = QByteArrayView(content).sliced(hasMark ? qsizetype(kByteOrderMark.size()) : 0);
+    return text.trimmed().startsWith('{') ? RecordFormat::JsonLines : RecordFormat::VCard;
 }
 
 std::unique_ptr<RecordSource> recordSource(const QByteArray &content, RecordFormat format)
