@@ -4,9 +4,9 @@
 
 #include <QString>
 
-/// Makes missing folders, closed to other users and synced.
+/// Makes missing folders, closed to other users and synced. Whether the folder is there now.
 bool makeFolder(const QString &path);
 /// The same, and closes @p path to other users if it exists.
 bool makePrivateFolder(const QString &path);
-/// Until then a power cut may take the names of new files in @p path, with all that they hold.
+/// Makes the names of new files in @p path survive a power cut.
 void syncFolder(const QString &path);

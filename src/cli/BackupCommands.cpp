@@ -80,8 +80,8 @@ ExitStatus runVerify(const CommandContext &context)
     if (!verification)
         return context.refuse(verification.error().text % Rescue::hintFor(*file, verification.error()));
     for (const auto &[uid, fault, backup] : verification->people) {
-        const QString where = backup.isEmpty() ? QStringLiteral("no backup of a day has it whole")
-                                               : QString(QStringLiteral("whole in ") % backup);
+        const QString where = backup.isEmpty() ? QStringLiteral("no daily backup has it undamaged")
+                                               : QString(QStringLiteral("undamaged in ") % backup);
         context.console.out << onOneLine(fault % QStringLiteral("; ") % where) << '\n';
     }
     if (!verification->file)

@@ -10,7 +10,7 @@
 namespace {
 
 /// Whether a person's record alone meets a condition.
-using Objection = bool (*)(const PersonRecord &record);
+using Predicate = bool (*)(const PersonRecord &record);
 /// Compares people with each other.
 using Finder = Findings (*)(People people);
 
@@ -108,7 +108,7 @@ template <ABProperty multiValue> bool hasRepeatedValue(const PersonRecord &recor
 struct Rule
 {
     Condition condition;
-    std::variant<Objection, Finder> search;
+    std::variant<Predicate, Finder> search;
 };
 
 constexpr std::array kRules{
@@ -137,7 +137,7 @@ const Rule &ruleOf(Condition condition)
 
 bool judgesSingleRecords(Condition condition)
 {
-    return std::holds_alternative<Objection>(ruleOf(condition).search);
+    return std::holds_alternative<Predicate>(ruleOf(condition).search);
 }
 
 Findings find(Condition condition, People people)
@@ -164,15 +164,15 @@ void fetchAhead(People people, std::size_t position)
 
 std::vector<Findings> findInOnePass(std::span<const Condition> conditions, People people)
 {
-    std::vector<Objection> objections;
+    std::vector<Predicate> predicates;
     for (const Condition condition : conditions)
-        objections.push_back(std::get<Objection>(ruleOf(condition).search));
+        predicates.push_back(std::get<Predicate>(ruleOf(condition).search));
     std::vector<std::vector<ABPersonPtr>> found(conditions.size());
     for (std::size_t position = 0; position < people.size(); ++position) {
         fetchAhead(people, position);
         const auto &[person, record] = people[position];
-        for (std::size_t i = 0; i < objections.size(); ++i) {
-            if (objections[i](*record))
+        for (std::size_t i = 0; i < predicates.size(); ++i) {
+            if (predicates[i](*record))
                 found[i].push_back(person);
         }
     }

@@ -162,10 +162,10 @@ private Q_SLOTS:
         QCOMPARE(runOn("one.sqlite", {"backup", file("one-backup")}).status, 1);
         const CommandRun verified = runOn("one.sqlite", {"verify"});
         QCOMPARE(verified.status, 1);
-        QVERIFY2(verified.out.startsWith(u("a: is damaged: it is not as it was saved; whole in ")),
+        QVERIFY2(verified.out.startsWith(u("a: is damaged: it is not as it was saved; undamaged in ")),
             qPrintable(verified.out));
         QCOMPARE(verified.out.count(u'\n'), 1);
-        const std::string backup = verified.out.trimmed().section(u("; whole in "), 1).toStdString();
+        const std::string backup = verified.out.trimmed().section(u("; undamaged in "), 1).toStdString();
         QCOMPARE(runOn("one.sqlite", {"restore", "--only", "a", backup}).out, u("Restored: 1 changed.\n"));
         QCOMPARE(runOn("one.sqlite", {"verify"}).status, 0);
         QCOMPARE(peopleIn("one.sqlite")[0], before[0]);

@@ -101,7 +101,8 @@ Result<RestorePlan> planRestore(ABAddressBook &book, const QStringList &causeIds
             add(plan, std::move(*change));
     }
     if (plan.changes.empty())
-        return Error{ErrorKind::Invalid, QStringLiteral("there is nothing to restore: everybody is as before already")};
+        return Error{ErrorKind::Invalid,
+            QStringLiteral("there is nothing to restore: all contacts are already as they were before")};
     return plan;
 }
 

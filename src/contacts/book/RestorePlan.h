@@ -26,6 +26,5 @@ Result<RestorePlan> planRestore(ABAddressBook &book, const QStringList &causeIds
 Result<RestorePlan> planReplacement(ABAddressBook &book, const std::vector<StoredRecord> &wanted);
 
 /// Carries out a plan, as a new cause; errors as in ABAddressBook::apply(), or the people are restored, but what is to
-/// be ignored could not be written. All three may take as long as the store;
-/// not for the main thread.
+/// be ignored could not be written. All three may take as long as the store; not for the main thread.
 Result<void> restore(ABAddressBook &book, const RestorePlan &plan);

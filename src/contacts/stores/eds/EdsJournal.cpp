@@ -67,7 +67,7 @@ QString folderOfBook(const QString &dataFolder, const QString &sourceUid)
     // The uid of a book may hold anything, the name of a folder not.
     constexpr qsizetype digits = 12;
     const QByteArray digest = QCryptographicHash::hash(sourceUid.toUtf8(), QCryptographicHash::Sha1).toHex();
-    return dataFolder % QLatin1String("/eds-") % QString::fromLatin1(digest.first(digits));
+    return dataFolder % QLatin1StringView("/eds-") % QString::fromLatin1(digest.first(digits));
 }
 
 Result<void> writeDurably(const QString &path, const QByteArray &text, FileLock *lock)

@@ -128,8 +128,8 @@ PersonRecordPtr withPicture(const PersonRecordPtr &record)
         return record;
     const std::vector<KeptLine> &lines = record->keptLines();
     const auto line = std::ranges::find_if(lines, [](const KeptLine &each) {
-        return each.basis.isNull() && each.text.startsWith(QLatin1String("PHOTO"))
-            && each.text.contains(QLatin1String("file://"));
+        return each.basis.isNull() && each.text.startsWith(QLatin1StringView("PHOTO"))
+            && each.text.contains(QLatin1StringView("file://"));
     });
     const QByteArray picture = line == lines.end() ? QByteArray() : fileContent(line->text.toUtf8());
     if (picture.isEmpty())

@@ -45,6 +45,16 @@ void removeRemains(const QString &folder, const QDate &today)
     }
 }
 
+QString folderOfDailyBackups(const QString &bookFile)
+{
+    constexpr qsizetype kDigits = 12;
+    const QFileInfo file(bookFile);
+    const QString path = file.exists() ? file.canonicalFilePath() : file.absoluteFilePath();
+    const QByteArray digest = QCryptographicHash::hash(QFile::encodeName(path), QCryptographicHash::Sha1).toHex();
+    return QFileInfo(SqliteStore::defaultPath()).path() % QStringLiteral("/backups/")
+        % QFileInfo(path).completeBaseName() % u'-' % QString::fromLatin1(digest.first(kDigits));
+}
+
 } // namespace
 
 Result<qint64> backUp(ABAddressBook &book, const QString &path, bool replaces)
@@ -108,7 +118,7 @@ Result<RestorePlan> planRestoreOfPeople(ABAddressBook &book, const QStringList &
         if (auto plan = planRestoreOfPeople(book, folder % u'/' % name, uids))
             return plan;
     }
-    return Error{ErrorKind::NotFound, uids.join(u' ') % QStringLiteral(": is whole in no backup")};
+    return Error{ErrorKind::NotFound, uids.join(u' ') % QStringLiteral(": no daily backup has it undamaged")};
 }
 
 Result<FaultsInFile> verify(const QString &bookFile)
@@ -145,16 +155,6 @@ QString damageFoundIn(const AddressBookStore &store)
         % (damaged.size() > 1 ? QStringLiteral(" and %1 more are").arg(damaged.size() - 1) : QStringLiteral(" is"))
         % QStringLiteral(" damaged: not as saved, and cannot be changed; \"peoplenook-cli verify\" names the newest "
                          "backup that has each of them whole");
-}
-
-QString folderOfDailyBackups(const QString &bookFile)
-{
-    constexpr qsizetype kDigits = 12;
-    const QFileInfo file(bookFile);
-    const QString path = file.exists() ? file.canonicalFilePath() : file.absoluteFilePath();
-    const QByteArray digest = QCryptographicHash::hash(QFile::encodeName(path), QCryptographicHash::Sha1).toHex();
-    return QFileInfo(SqliteStore::defaultPath()).path() % QStringLiteral("/backups/")
-        % QFileInfo(path).completeBaseName() % u'-' % QString::fromLatin1(digest.first(kDigits));
 }
 
 QString newestDailyBackup(const QString &bookFile)

@@ -28,8 +28,6 @@ Result<RestorePlan> planRestoreOfPeople(ABAddressBook &book, const QString &path
 
 inline constexpr qsizetype kDailyBackups = 10;
 
-QString folderOfDailyBackups(const QString &bookFile);
-
 /// planRestoreOfPeople() from the newest daily backup that has them all undamaged. NotFound: none has.
 Result<RestorePlan> planRestoreOfPeople(ABAddressBook &book, const QStringList &uids);
 

@@ -12,8 +12,8 @@ namespace {
 QString moduleFile()
 {
     for (const char *folder : {"/../lib/peoplenook/", "/../../lib/peoplenook/"}) {
-        const QFileInfo file(
-            QCoreApplication::applicationDirPath() % QLatin1String(folder) % QLatin1String("peoplenook-eds.so"));
+        const QFileInfo file(QCoreApplication::applicationDirPath() % QLatin1StringView(folder)
+            % QLatin1StringView("peoplenook-eds.so"));
         if (file.exists())
             return file.canonicalFilePath();
     }

@@ -28,7 +28,7 @@ Result<QString> ownFile()
     const char *folder = qEnvironmentVariableIsEmpty("XDG_DATA_HOME") ? "HOME" : "XDG_DATA_HOME";
     if (!isText(qgetenv(folder).toStdString()))
         return Error{
-            ErrorKind::Invalid, QLatin1String(folder) % QStringLiteral(": the name of this folder is not UTF-8")};
+            ErrorKind::Invalid, QLatin1StringView(folder) % QStringLiteral(": the name of this folder is not UTF-8")};
     return filePath(SqliteStore::defaultPath());
 }
 
