@@ -27,7 +27,7 @@ template <typename Options>
 std::pair<CLI::App *, Options &> add(CLI::App &app, ChosenCommand &chosen, const char *name, const char *description,
     ExitStatus (*run)(const Options &, const CommandContext &))
 {
-    CLI::App *command = app.add_subcommand(name, description);
+    CLI::App *command = app.add_subcommand(name, description)->group("Commands");
     const auto options = std::make_shared<Options>();
     command->callback([&chosen, options, run] {
         if (!chosen) // not its subcommand
@@ -72,9 +72,8 @@ void addScan(CLI::App &app, ChosenCommand &chosen)
 
 void addLikely(CLI::App &app, ChosenCommand &chosen)
 {
-    auto [command, options] = add(app, chosen, "likely",
-        "Find contacts that are probably one person, however their names and numbers are written. Changes nothing",
-        runLikely);
+    auto [command, options] =
+        add(app, chosen, "likely", "Find contacts that are probably one person, however they are written", runLikely);
     command->add_option("--grade", options.grade, "How sure it has to be at least")
         ->check(CLI::IsMember({"certain", "likely", "possible"}))
         ->capture_default_str();
@@ -84,9 +83,7 @@ void addLikely(CLI::App &app, ChosenCommand &chosen)
 void addIgnore(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "ignore",
-        "Remember that a finding of these contacts is fine until what was found changes, or that they are different "
-        "people. Kept with the address book; scan --without-ignored, likely and the window leave it out",
-        runIgnore);
+        "Remember that a finding of these contacts is fine, or that they are different people", runIgnore);
     std::vector<std::string> titles;
     for (const QString &title : conditionTitles())
         titles.push_back(title.toStdString());
@@ -149,10 +146,8 @@ void addGroupAndOption(CLI::App *command, std::string &group, std::string &optio
 
 void addFix(CLI::App &app, ChosenCommand &chosen)
 {
-    auto [command, options] = add(app, chosen, "fix",
-        "Repair what a scan finds, and save at once. Prints what was changed, one line per finding. Stops at the first "
-        "change that cannot be saved",
-        runFix);
+    auto [command, options] =
+        add(app, chosen, "fix", "Repair what a scan finds, and print what was changed, one line per finding", runFix);
     addGroupAndOption(command, options.group, options.option);
     command->add_option("UID", options.uids, "The contacts whose first finding is repaired");
     command->add_flag("--all", options.all, "Repair every finding of the group instead");
@@ -162,10 +157,8 @@ void addFix(CLI::App &app, ChosenCommand &chosen)
 
 void addMerge(CLI::App &app, ChosenCommand &chosen)
 {
-    auto [command, options] = add(app, chosen, "merge",
-        "Merge contacts into one, as one change that history restore can take back. The first one's uid stays and is "
-        "printed",
-        runMerge);
+    auto [command, options] =
+        add(app, chosen, "merge", "Merge contacts into one, which keeps the first one's uid", runMerge);
     command->add_option("UID", options.uids, "The contacts")->required();
     CLI::Option *keepAll = command->add_flag("--keep-all", options.keepAll,
         "Lose nothing (the default): where single values differ, the first stays and the others go into the note");
@@ -175,10 +168,8 @@ void addMerge(CLI::App &app, ChosenCommand &chosen)
 
 void addPreview(CLI::App &app, ChosenCommand &chosen)
 {
-    auto [command, options] = add(app, chosen, "preview",
-        "Print what a repair would do, and change nothing. Lines from top to bottom, texts in columns from left to "
-        "right: first as it is, then as it would be",
-        runPreview);
+    auto [command, options] = add(
+        app, chosen, "preview", "Print what a repair would do: the contact as it is and as it would be", runPreview);
     addGroupAndOption(command, options.group, options.option);
     command->add_option("UID", options.uid, "The contact")->required();
     command->footer(optionTable());
@@ -204,9 +195,7 @@ void addExport(CLI::App &app, ChosenCommand &chosen)
 
 void addHistory(CLI::App &app, ChosenCommand &chosen)
 {
-    auto [command, options] = add(app, chosen, "history",
-        "Print the saved changes, newest first: id, time, number of people added, changed and removed, and the reason",
-        runHistory);
+    auto [command, options] = add(app, chosen, "history", "Print the saved changes, newest first", runHistory);
     command->require_subcommand(0, 1);
     command->add_option("--limit", options.limit, "At most this many")
         ->check(CLI::Range(1, std::numeric_limits<int>::max()));
@@ -216,10 +205,7 @@ void addHistory(CLI::App &app, ChosenCommand &chosen)
     show->add_option("ID", showOptions.id, "The change's id, as history prints it")->required();
     show->add_flag("--json", showOptions.json, "Print one JSON object per person");
     auto [restore, restoreOptions] = add(*command, chosen, "restore",
-        "Put back everybody whom these changes concerned as they were before, as one change in the history. Refused as "
-        "a "
-        "whole when one of them has changed since",
-        runHistoryRestore);
+        "Undo these changes, all or none; refused if one of the contacts has changed since", runHistoryRestore);
     restore->add_option("ID", restoreOptions.ids, "The changes' ids, in any order")->required();
 }
 
@@ -233,9 +219,8 @@ void addBackup(CLI::App &app, ChosenCommand &chosen)
 
 void addRestore(CLI::App &app, ChosenCommand &chosen)
 {
-    auto [command, options] = add(app, chosen, "restore",
-        "Make the address book hold exactly what a backup holds, as one change that history restore can take back",
-        runRestore);
+    auto [command, options] =
+        add(app, chosen, "restore", "Make the address book hold exactly what a backup holds", runRestore);
     command->add_option("FILE", options.file, "The backup; with --salvage, the new file to write")->required();
     CLI::Option *dryRun = command->add_flag("--dry-run", options.dryRun, "Only count what would change");
     CLI::Option *only =
@@ -249,9 +234,9 @@ void addRestore(CLI::App &app, ChosenCommand &chosen)
 
 void addVerify(CLI::App &app, ChosenCommand &chosen)
 {
-    app.add_subcommand("verify",
-           "Check every person and picture in an address book file against the digest of what was saved. Exit status 1 "
-           "when one does not match")
+    app.add_subcommand(
+           "verify", "Check every person and picture in an address book file; exit status 1 if one is damaged")
+        ->group("Commands")
         ->callback([&chosen] { chosen = runVerify; });
 }
 
@@ -328,11 +313,16 @@ ExitStatus end(const CLI::ParseError &error, const CLI::App &app, Console &conso
         app.exit(error, console.out, console.err);
         return ExitStatus::Done;
     }
+    // CLI11 would say that something is missing, not that this was given instead.
     const std::vector<std::string> unknown = app.remaining();
-    if (app.get_subcommands().empty() && !unknown.empty()) // CLI11 would only say that a command is missing
-        console.err << onOneLine(textOfUtf8(unknown.front())) << ": is no command; --help lists them\n";
-    else
+    if (error.get_name() != "RequiredError" || (unknown.empty() && !app.get_subcommands().empty()))
         console.err << onOneLine(textOfUtf8(error.what())) << '\n';
+    else if (unknown.empty())
+        console.err << "a command is missing; see --help\n";
+    else
+        console.err << onOneLine(textOfUtf8(unknown.front()))
+                    << (app.get_subcommands().empty() ? ": is not a command" : ": is not expected here")
+                    << "; see --help\n";
     return ExitStatus::Usage;
 }
 
@@ -341,7 +331,10 @@ void addEverything(CLI::App &app, std::string &where, bool &verbose, ChosenComma
     app.set_version_flag("--version", "peoplenook-cli " PEOPLENOOK_VERSION);
     app.require_subcommand(1);
     app.fallthrough();
-    app.add_option("--address-book", where, "The address book: a file (made if missing). Without it: the user's own")
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.add_option("--address-book", where,
+           "A file (made if missing), or eds: or eds:UID for an address book of the desktop. Without it: the user's "
+           "own")
         ->type_name("WHERE")
         ->check([](const std::string &name) { return std::string(name.empty() ? "is empty" : ""); });
     app.add_flag("--verbose", verbose, "Show diagnostic lines on standard error");
