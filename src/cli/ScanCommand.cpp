@@ -17,7 +17,7 @@ std::string uidOf(const ABPersonPtr &person)
     return person->uniqueId().toStdString();
 }
 
-Json uidsOf(const std::vector<ABPersonPtr> &people)
+Json toJson(const std::vector<ABPersonPtr> &people)
 {
     Json uids = Json::array();
     for (const auto &person : people)
@@ -31,15 +31,10 @@ Json toJson(const std::vector<EmailMatch> &matches)
     for (const auto &match : matches) {
         const QString &label = match.duplicateEmailType;
         json.push_back(
-            {{"SearchedPerson", uidOf(match.searchedPerson)}, {"MatchPersonsArray", uidsOf(match.matchPersonsArray)},
+            {{"SearchedPerson", uidOf(match.searchedPerson)}, {"MatchPersonsArray", toJson(match.matchPersonsArray)},
                 {"DuplicateEmailType", label.isNull() ? Json() : Json(label.toStdString())}});
     }
     return json;
-}
-
-Json toJson(const std::vector<ABPersonPtr> &people)
-{
-    return uidsOf(people);
 }
 
 Json toJson(const ScanResult &result)
@@ -72,7 +67,15 @@ ExitStatus runScan(const ScanOptions &options, const CommandContext &context)
     const auto book = context.openAddressBook();
     if (!book)
         return ExitStatus::Refused;
-    ScanResult result = ScanAddressBook::examine(options.titles.empty() ? conditionTitles() : textsOf(options.titles));
+    const QStringList titles = options.titles.empty() ? conditionTitles() : textsOf(options.titles);
+    bool isComplete = true;
+    for (const QString &title : titles) {
+        if (conditionTitled(title))
+            continue;
+        context.report(QStringLiteral("--condition: there is no condition \"") % title % u'"');
+        isComplete = false;
+    }
+    ScanResult result = ScanAddressBook::examine(titles);
     if (options.withoutIgnored) {
         const auto ignored = IgnoredFindings::of(*book);
         if (!ignored)
@@ -86,5 +89,5 @@ ExitStatus runScan(const ScanOptions &options, const CommandContext &context)
         out << kNothingFound.data() << '\n';
     else
         printTree(result, out);
-    return options.exitCode && !result.isEmpty() ? ExitStatus::Refused : ExitStatus::Done;
+    return (options.exitCode && !result.isEmpty()) || !isComplete ? ExitStatus::Refused : ExitStatus::Done;
 }

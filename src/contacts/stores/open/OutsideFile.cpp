@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <filesystem>
+
 namespace {
 
 constexpr qint64 kMebibyte = 1 << 20;
@@ -39,6 +41,10 @@ QString reasonAgainst(const QString &path, const QString &bookFile)
         if (name.endsWith(suffix) && isDatabase(name.chopped(suffix.size())))
             return QStringLiteral("belongs to a database");
     }
+    std::error_code failed;
+    const auto kind = std::filesystem::status(QFile::encodeName(path).constData(), failed).type();
+    if (kind == std::filesystem::file_type::character || kind == std::filesystem::file_type::block)
+        return QStringLiteral("is a device"); // which may have no end
     return isDatabase(path) ? QStringLiteral("is a database") : QString();
 }
 
