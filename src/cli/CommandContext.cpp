@@ -13,6 +13,11 @@ void CommandContext::report(const QString &line) const
     console.err << onOneLine(line) << '\n';
 }
 
+void CommandContext::reportMissing(const QString &uid) const
+{
+    report(uid % QStringLiteral(": no contact has this uid"));
+}
+
 std::optional<QString> CommandContext::path(const std::string &argument) const
 {
     const auto path = filePath(textOfUtf8(argument));
@@ -81,13 +86,22 @@ QList<ABPersonPtr> peopleNamed(const QStringList &uids, const ABAddressBook &boo
     for (const QString &uid : uids) {
         const ABPersonPtr person = book.personWithUniqueId(uid);
         if (!person)
-            context.report(uid % QStringLiteral(": no contact has this uid"));
+            context.reportMissing(uid);
         else if (people.contains(person))
             context.report(uid % QStringLiteral(": is named twice"));
         else
             people += person;
     }
     return people.size() == uids.size() ? people : QList<ABPersonPtr>();
+}
+
+QString textOf(const RecordDifference &difference)
+{
+    const auto shown = [](const QString &text) {
+        return text.isNull() ? QStringLiteral("nothing") : QString(u'"' % text % u'"');
+    };
+    return difference.name % QStringLiteral(": ") % shown(difference.before) % QStringLiteral(" -> ")
+        % shown(difference.after);
 }
 
 QString countsText(qint64 added, qint64 changed, qint64 removed)

@@ -5,6 +5,7 @@
 #include "base/Result.h"
 #include "cli/CommandLine.h"
 #include "contacts/book/RestorePlan.h"
+#include "contacts/model/RecordDifferences.h"
 
 #include <optional>
 
@@ -23,6 +24,7 @@ struct CommandContext
     std::optional<QString> path(const std::string &argument) const;
     /// Prints one line on standard error.
     void report(const QString &line) const;
+    void reportMissing(const QString &uid) const; ///< that no contact has it
     ExitStatus refuse(const QString &line) const
     {
         report(line);
@@ -39,6 +41,9 @@ QList<ABPersonPtr> peopleNamed(const QStringList &uids, const ABAddressBook &boo
 /// A text as UTF-8, with blanks in place of all characters that would start a new line or move the cursor, since names,
 /// labels and notes may contain anything.
 std::string onOneLine(QString text);
+
+/// In words: 'suffix: "y" -> nothing'.
+QString textOf(const RecordDifference &difference);
 
 /// "1 added, 3 removed"; zeros are left out unless all are.
 QString countsText(qint64 added, qint64 changed, qint64 removed);

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/ContactTable.h"
+
 #include "contacts/model/Utf8Text.h"
 
 #include <QHash>
@@ -10,8 +11,10 @@ ContactTable::ContactTable(
     : m_context(context), m_alertPanel(context.console, answeredInAdvance), m_controller(*this)
 {
     m_controller.updateTableView(LoadContactsViewController::loadPeople(book));
-    QObject::connect(&m_controller, &LoadContactsViewController::failed, &m_controller,
-        [this](const QString &reason) { report(reason); });
+    QObject::connect(&m_controller, &LoadContactsViewController::failed, &m_controller, [this](const QString &reason) {
+        m_hasFailed = true;
+        m_context.report(reason);
+    });
 }
 
 std::vector<int> ContactTable::rowsOf(const std::vector<std::string> &uids)
@@ -24,16 +27,12 @@ std::vector<int> ContactTable::rowsOf(const std::vector<std::string> &uids)
     for (const auto &text : uids) {
         const QString uid = textOfUtf8(text);
         const auto row = rowOfUid.constFind(uid);
-        if (row == rowOfUid.constEnd())
-            report(uid % QStringLiteral(": no contact has this uid"));
-        else if (std::ranges::find(found, *row) == found.end())
+        if (row == rowOfUid.constEnd()) {
+            m_hasFailed = true;
+            m_context.reportMissing(uid);
+        } else if (std::ranges::find(found, *row) == found.end()) {
             found.push_back(*row);
+        }
     }
     return found;
-}
-
-void ContactTable::report(const QString &line)
-{
-    m_hasFailed = true;
-    m_context.report(line);
 }

@@ -25,8 +25,6 @@ public:
     bool hasFailed() const { return m_hasFailed || m_alertPanel.hasUnanswered(); }
 
 private:
-    void report(const QString &line);
-
     const CommandContext &m_context;
     ConsoleAlertPanel m_alertPanel;
     RowExporter *m_rowExporter = nullptr;

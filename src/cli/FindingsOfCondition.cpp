@@ -8,7 +8,7 @@ namespace {
 
 QString listOf(const QStringList &names)
 {
-    return QLatin1Char('"') % names.join(QStringLiteral("\", \"")) % QLatin1Char('"');
+    return u'"' % names.join(QStringLiteral("\", \"")) % u'"';
 }
 
 } // namespace
@@ -63,8 +63,8 @@ PersonItemPtr FindingsOfCondition::firstOf(const QString &uid, const CommandCont
     if (const auto found = m_firstNodes.constFind(uid); found != m_firstNodes.constEnd())
         return *found;
     if (ABAddressBook::sharedAddressBook()->personWithUniqueId(uid))
-        context.report(uid % QStringLiteral(": is not among the findings of \"") % m_group.name % QLatin1Char('"'));
+        context.report(uid % QStringLiteral(": is not among the findings of \"") % m_group.name % u'"');
     else
-        context.report(uid % QStringLiteral(": no contact has this uid"));
+        context.reportMissing(uid);
     return nullptr;
 }

@@ -9,40 +9,6 @@
 
 namespace {
 
-QString shown(const ABValue &value)
-{
-    if (const auto *text = std::get_if<QString>(&value))
-        return QLatin1Char('"') % *text % QLatin1Char('"');
-    if (const auto *number = std::get_if<qint64>(&value))
-        return QString::number(*number);
-    if (const auto *date = std::get_if<QDate>(&value))
-        return date->toString(Qt::ISODate);
-    if (const auto *values = std::get_if<ABMultiValue>(&value))
-        return QString::number(values->count())
-            % (values->count() == 1 ? QStringLiteral(" entry") : QStringLiteral(" entries"));
-    return QStringLiteral("nothing");
-}
-
-QStringList differences(const PersonRecord &before, const PersonRecord &after)
-{
-    QStringList lines;
-    for (const ABPropertyInfo &info : allProperties()) {
-        const ABValue was = before.value(info.property);
-        const ABValue is = after.value(info.property);
-        if (was != is)
-            lines += QString(info.name) % QStringLiteral(": ") % shown(was) % QStringLiteral(" -> ") % shown(is);
-    }
-    return lines;
-}
-
-QStringList uidsOf(const QList<ABPersonPtr> &people)
-{
-    QStringList uids;
-    for (const auto &person : people)
-        uids += person->uniqueId();
-    return uids;
-}
-
 /// What became of a person who was @p before, as far as it is saved.
 QString changesOf(const FixOutcome &outcome, const PersonRecord &before, const ABPerson &person)
 {
@@ -50,14 +16,16 @@ QString changesOf(const FixOutcome &outcome, const PersonRecord &before, const A
         return QStringLiteral("cancelled, nothing changed");
     if (outcome.editsInContacts)
         return QStringLiteral("nothing changed; it is left to be edited in a contacts application");
-    const QString removed = uidsOf(outcome.removed).join(QLatin1Char(' '));
+    const QString removed = uidsOf(outcome.removed).join(u' ');
     if (outcome.added)
         return QStringLiteral("merged ")
             % (removed.isEmpty() ? QStringLiteral("contacts that were gone already") : removed)
             % QStringLiteral(" into ") % outcome.added->uniqueId();
     if (!removed.isEmpty())
         return QStringLiteral("deleted ") % removed;
-    const QStringList changes = differences(before, *person.record());
+    QStringList changes;
+    for (const RecordDifference &each : recordDifferences(&before, person.record().get()))
+        changes += textOf(each);
     return changes.isEmpty() ? QStringLiteral("nothing changed") : changes.join(QStringLiteral("; "));
 }
 

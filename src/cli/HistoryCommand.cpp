@@ -53,11 +53,6 @@ void printJson(const RecordedChange &change, std::ostream &out)
     out << json.dump() << '\n';
 }
 
-QString shown(const QString &text)
-{
-    return text.isNull() ? QStringLiteral("nothing") : QString(u'"' % text % u'"');
-}
-
 void printText(const RecordedChange &change, std::ostream &out)
 {
     const PersonRecordPtr named = change.after ? change.after : change.before;
@@ -68,10 +63,7 @@ void printText(const RecordedChange &change, std::ostream &out)
         return;
     }
     for (const RecordDifference &each : recordDifferences(change.before.get(), change.after.get()))
-        out << "    "
-            << onOneLine(
-                   each.name % QStringLiteral(": ") % shown(each.before) % QStringLiteral(" -> ") % shown(each.after))
-            << '\n';
+        out << "    " << onOneLine(textOf(each)) << '\n';
 }
 
 } // namespace

@@ -45,11 +45,10 @@ std::vector<Ignored> entriesOfFindings(
         findings[finding.person->uniqueId()].push_back(finding);
     std::vector<Ignored> entries;
     for (const QString &uid : uids) {
-        if (!findings.contains(uid)) {
-            context.report(uid
-                % (book.personWithUniqueId(uid) ? QString(QStringLiteral(": is not found by \"") % title % u'"')
-                                                : QStringLiteral(": no contact has this uid")));
-        }
+        if (!book.personWithUniqueId(uid))
+            context.reportMissing(uid);
+        else if (!findings.contains(uid))
+            context.report(uid % QStringLiteral(": is not found by \"") % title % u'"');
         for (const Finding &finding : findings.value(uid)) {
             if (auto entry = IgnoredFindings::entryFor(finding))
                 entries.push_back(std::move(*entry));

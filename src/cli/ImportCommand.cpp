@@ -54,7 +54,7 @@ bool reportProblems(const QString &file, const std::vector<ImportProblem> &probl
 {
     bool nothingLost = true;
     for (const auto &problem : problems) {
-        context.report(file % QLatin1Char(':') % QString::number(problem.line) % QStringLiteral(": ") % problem.reason);
+        context.report(file % u':' % QString::number(problem.line) % QStringLiteral(": ") % problem.reason);
         nothingLost = nothingLost && problem.kind == ImportProblem::Kind::NotAPerson;
     }
     return nothingLost;

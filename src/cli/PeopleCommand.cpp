@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
-
 #include "contacts/cards/RecordJson.h"
-#include "contacts/model/Utf8Text.h"
 
 #include <QSet>
 
@@ -12,24 +10,21 @@ ExitStatus runPeople(const PeopleOptions &options, const CommandContext &context
     const auto book = context.openAddressBook();
     if (!book)
         return ExitStatus::Refused;
-    QSet<QString> wanted;
-    for (const auto &uid : options.uids)
-        wanted.insert(textOfUtf8(uid));
-    QSet<QString> missing = wanted;
+    const QStringList uids = textsOf(options.uids);
+    QSet<QString> missing(uids.begin(), uids.end());
     const PeopleSnapshot everybody = book->snapshot();
     for (const auto &[person, record] : *everybody) {
-        if (!wanted.isEmpty() && !wanted.contains(person->uniqueId()))
+        if (!uids.isEmpty() && !missing.remove(person->uniqueId()))
             continue;
-        missing.remove(person->uniqueId());
         if (options.format == "vcard")
             context.console.out << person->vCardRepresentation().toStdString();
         else
             context.console.out << recordToJson(person->uniqueId(), *record) << '\n';
     }
     const bool allFound = missing.isEmpty();
-    for (const auto &uid : options.uids) {
-        if (missing.remove(textOfUtf8(uid)))
-            context.report(textOfUtf8(uid) % QStringLiteral(": no contact has this uid"));
+    for (const QString &uid : uids) {
+        if (missing.remove(uid))
+            context.reportMissing(uid);
     }
     return allFound ? ExitStatus::Done : ExitStatus::Refused;
 }
