@@ -30,27 +30,37 @@ struct ConditionInfo
     Condition condition;
     QLatin1StringView title; ///< for the user
     QLatin1StringView key; ///< the key of its findings
+    const char *explanation; ///< for the user
 };
 
 /// In the order of Condition.
 inline constexpr std::array kConditions{
-    ConditionInfo{Condition::SingleName, QLatin1StringView("Incomplete name"), QLatin1StringView("SingleName")},
-    ConditionInfo{Condition::DupAddress, QLatin1StringView("Duplicate address"), QLatin1StringView("DupAddress")},
-    ConditionInfo{Condition::InvalidChar, QLatin1StringView("Invalid characters"), QLatin1StringView("InvalidChar")},
+    ConditionInfo{Condition::SingleName, QLatin1StringView("Incomplete name"), QLatin1StringView("SingleName"),
+        "The first or the last name is missing."},
+    ConditionInfo{Condition::DupAddress, QLatin1StringView("Duplicate address"), QLatin1StringView("DupAddress"),
+        "A contact has the same address twice."},
+    ConditionInfo{Condition::InvalidChar, QLatin1StringView("Invalid characters"), QLatin1StringView("InvalidChar"),
+        "A phone number or an e-mail address has characters that do not belong there."},
     ConditionInfo{Condition::SpaceInFirstName, QLatin1StringView("Spacing in the first name"),
-        QLatin1StringView("SpaceInFirstName")},
+        QLatin1StringView("SpaceInFirstName"), "The first name has a blank in it, as if it were two names."},
     ConditionInfo{Condition::ShareEmail, QLatin1StringView("Emails duplicated among multiple contacts"),
-        QLatin1StringView("ShareEmail")},
-    ConditionInfo{
-        Condition::DuplicateContacts, QLatin1StringView("Duplicate contacts"), QLatin1StringView("DuplicateContacts")},
-    ConditionInfo{Condition::EmptyNotes, QLatin1StringView("Note with spacing only"), QLatin1StringView("EmptyNotes")},
-    ConditionInfo{
-        Condition::EmptyNickname, QLatin1StringView("Nickname with spacing only"), QLatin1StringView("EmptyNickname")},
-    ConditionInfo{Condition::DupPhone, QLatin1StringView("Duplicate phone number"), QLatin1StringView("DupPhone")},
-    ConditionInfo{Condition::DupEmail, QLatin1StringView("Duplicate email address"), QLatin1StringView("DupEmail")},
-    ConditionInfo{Condition::UnusualTitle, QLatin1StringView("Unusual title"), QLatin1StringView("UnusualTitle")},
-    ConditionInfo{Condition::UnusualSuffix, QLatin1StringView("Unusual suffix"), QLatin1StringView("UnusualSuffix")},
-    ConditionInfo{Condition::BlankName, QLatin1StringView("Blank name"), QLatin1StringView("BlankName")},
+        QLatin1StringView("ShareEmail"), "Several contacts have the same e-mail address."},
+    ConditionInfo{Condition::DuplicateContacts, QLatin1StringView("Duplicate contacts"),
+        QLatin1StringView("DuplicateContacts"), "Several contacts have the same first and last name."},
+    ConditionInfo{Condition::EmptyNotes, QLatin1StringView("Note with spacing only"), QLatin1StringView("EmptyNotes"),
+        "The note has nothing but blanks."},
+    ConditionInfo{Condition::EmptyNickname, QLatin1StringView("Nickname with spacing only"),
+        QLatin1StringView("EmptyNickname"), "The nickname has nothing but blanks."},
+    ConditionInfo{Condition::DupPhone, QLatin1StringView("Duplicate phone number"), QLatin1StringView("DupPhone"),
+        "A contact has the same phone number twice."},
+    ConditionInfo{Condition::DupEmail, QLatin1StringView("Duplicate email address"), QLatin1StringView("DupEmail"),
+        "A contact has the same e-mail address twice."},
+    ConditionInfo{Condition::UnusualTitle, QLatin1StringView("Unusual title"), QLatin1StringView("UnusualTitle"),
+        "The title is none of the usual ones, such as Dr or Prof."},
+    ConditionInfo{Condition::UnusualSuffix, QLatin1StringView("Unusual suffix"), QLatin1StringView("UnusualSuffix"),
+        "The suffix is none of the usual ones, such as Jr or III."},
+    ConditionInfo{Condition::BlankName, QLatin1StringView("Blank name"), QLatin1StringView("BlankName"),
+        "The contact has no name at all."},
 };
 
 /// The order in fresh preferences, where all are selected, and of a full scan.

@@ -4,50 +4,7 @@
 
 #include "scan/Conditions.h"
 
-#include <QCoreApplication>
-
 #include <algorithm>
-#include <array>
-
-namespace {
-
-struct Explanation
-{
-    Condition condition;
-    const char *text;
-};
-
-constexpr std::array kExplanations{
-    Explanation{Condition::DuplicateContacts,
-        QT_TRANSLATE_NOOP("ConditionListModel", "Several contacts have the same first and last name.")},
-    Explanation{
-        Condition::SingleName, QT_TRANSLATE_NOOP("ConditionListModel", "The first or the last name is missing.")},
-    Explanation{Condition::InvalidChar,
-        QT_TRANSLATE_NOOP("ConditionListModel",
-            "A phone number or an e-mail address has characters that do not belong "
-            "there.")},
-    Explanation{
-        Condition::DupAddress, QT_TRANSLATE_NOOP("ConditionListModel", "A contact has the same address twice.")},
-    Explanation{
-        Condition::DupPhone, QT_TRANSLATE_NOOP("ConditionListModel", "A contact has the same phone number twice.")},
-    Explanation{
-        Condition::DupEmail, QT_TRANSLATE_NOOP("ConditionListModel", "A contact has the same e-mail address twice.")},
-    Explanation{Condition::EmptyNotes, QT_TRANSLATE_NOOP("ConditionListModel", "The note has nothing but blanks.")},
-    Explanation{Condition::UnusualTitle,
-        QT_TRANSLATE_NOOP("ConditionListModel", "The title is none of the usual ones, such as Dr or Prof.")},
-    Explanation{Condition::UnusualSuffix,
-        QT_TRANSLATE_NOOP("ConditionListModel", "The suffix is none of the usual ones, such as Jr or III.")},
-    Explanation{Condition::SpaceInFirstName,
-        QT_TRANSLATE_NOOP("ConditionListModel", "The first name has a blank in it, as if it were two names.")},
-    Explanation{
-        Condition::EmptyNickname, QT_TRANSLATE_NOOP("ConditionListModel", "The nickname has nothing but blanks.")},
-    Explanation{Condition::BlankName, QT_TRANSLATE_NOOP("ConditionListModel", "The contact has no name at all.")},
-    Explanation{Condition::ShareEmail,
-        QT_TRANSLATE_NOOP("ConditionListModel", "Several contacts have the same e-mail address.")},
-};
-static_assert(coversConditions(kExplanations, &Explanation::condition));
-
-} // namespace
 
 ConditionListModel::ConditionListModel(QObject *parent)
     : QAbstractListModel(parent), m_titles(conditionTitles()), m_selected(m_titles)
@@ -68,7 +25,7 @@ QVariant ConditionListModel::data(const QModelIndex &index, int role) const
     if (role == Qt::CheckStateRole)
         return m_selected.contains(title) ? Qt::Checked : Qt::Unchecked;
     if (role == ExplanationRole)
-        return tr(std::ranges::find(kExplanations, *conditionTitled(title), &Explanation::condition)->text);
+        return tr(conditionInfo(*conditionTitled(title)).explanation);
     if (role == CountRole)
         return m_found.contains(title) ? m_found[title] : QVariant();
     if (role == Qt::AccessibleDescriptionRole)
