@@ -6,6 +6,7 @@
 #include "contacts/stores/open/Backups.h"
 #include "support/AppFixture.h"
 #include "support/Files.h"
+#include "table/fields/FieldCommit.h"
 
 #include <QAbstractItemModelTester>
 #include <QCryptographicHash>
@@ -198,6 +199,26 @@ private Q_SLOTS:
         QTRY_VERIFY(answer.said.contains(m_path + u" was moved, replaced or removed"_s));
         QTRY_COMPARE(ABAddressBook::sharedAddressBook()->file(), m_path);
         QVERIFY(savedBook().contains("\"Anna\"") && savedBook().contains("\"Bo\""));
+    }
+
+    void theDailyBackupIsOfTheTimeBeforeTheFirstChange()
+    {
+        start({"{'uid':'1','firstName':'Ann'}"});
+        QTRY_VERIFY(!newestDailyBackup(m_path).isEmpty());
+        QVERIFY(QFile::remove(newestDailyBackup(m_path)));
+        end();
+        m_app = std::make_unique<AppDelegate>();
+        connect(m_app.get(), &AppDelegate::addressBookOpened, this, [] { // before the rows, after which it is copied
+            const ABPersonPtr person = ABAddressBook::sharedAddressBook()->personWithUniqueId(u"1"_s);
+            QVERIFY(FieldCommit::commitContactsToAddressBook(u"First Name"_s, FieldValue(u"Bo"_s), person));
+            QVERIFY(newestDailyBackup(ABAddressBook::sharedAddressBook()->file()).isEmpty());
+        });
+        m_app->applicationDidFinishLaunching(m_path);
+        QTRY_VERIFY(!newestDailyBackup(m_path).isEmpty());
+        QVERIFY(savedBook().contains("\"Bo\""));
+        const auto backup = contentsOfFile(newestDailyBackup(m_path));
+        QVERIFY(backup);
+        QCOMPARE(backup->people.front().record->textOrEmpty(kABFirstNameProperty), u"Ann"_s);
     }
 
     void aDamagedContactIsShownAndPutBack()

@@ -17,6 +17,7 @@
 #include <QProcess>
 
 #include <algorithm>
+#include <utility>
 
 AppDelegate::AppDelegate()
     : m_table(*this)
@@ -164,7 +165,7 @@ void AppDelegate::installAddressBook(
         m_watch.watch(*book);
         m_undo.watch(*book);
         m_scans.makeButtonEnable();
-        m_scans.offerKept();
+        m_isFirstLoad = true;
         loadClicked();
     } else {
         m_window.setFreshButtonEnabled(true);
@@ -188,6 +189,10 @@ void AppDelegate::makeFreshButtonEnable()
     if (!m_scans.isRunning())
         m_window.setFreshButtonEnabled(true);
     m_window.setContactsLoaded();
+    if (std::exchange(m_isFirstLoad, false)) {
+        m_opener.finishBackup();
+        m_scans.offerKept();
+    }
 }
 
 void AppDelegate::showChanged(const QStringList &uids)

@@ -87,6 +87,7 @@ private:
     Scans m_scans;
     UndoSteps m_undo;
     OutsideWatch m_watch; // gives up what a book waits for, so it goes first
+    bool m_isFirstLoad = false; // of the address book
     Job m_sampleMaker;
     BookOpener m_opener;
 };

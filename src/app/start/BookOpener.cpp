@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 
 #include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -66,7 +67,7 @@ BookOpener::Opened BookOpener::load(const QString &where, const std::stop_token 
     if (!book)
         return {book, {}, Rescue::offerFor(where, book.error())};
     (*book)->setSaveRunner(&saveWithBusyCursor);
-    // Before anybody can change anything; checking the copy takes longer, and nothing waits for that.
+    // Before anybody can change anything, though it is copied later.
     return {book, damageFoundIn(opened), {}, beginDailyBackup(**book, QDate::currentDate())};
 }
 
@@ -75,10 +76,16 @@ void BookOpener::install(const Opened &result)
     Q_EMIT opened(result.book, result.offer);
     if (!result.damage.isEmpty()) // not of a kind for which another file would be offered: everybody else is well
         Q_EMIT backupFailed({ErrorKind::Io, result.damage}, {});
-    if (!result.backup)
-        backUp([error = result.backup.error()]() -> Result<void> { return error; });
-    else if (*result.backup)
-        backUp(*result.backup);
+    if (result.backup)
+        m_backup = *result.backup;
+    else
+        m_backup = [error = result.backup.error()]() -> Result<void> { return error; };
+}
+
+void BookOpener::finishBackup()
+{
+    if (const BackupRest rest = std::exchange(m_backup, {}))
+        backUp(rest);
 }
 
 void BookOpener::backUp(const BackupRest &make)

@@ -9,8 +9,8 @@
 
 #include <QTimer>
 
-/// Opens an address book in a job, and makes the daily backup before anything can be changed, and on following days
-/// while the application stays open. Saves of the address book keep the main thread responsive. Signals are emitted on
+/// Opens an address book in a job, and makes the daily backup of what it was then, and on following days while the
+/// application stays open. Saves of the address book keep the main thread responsive. Signals are emitted on
 /// this object's thread.
 class BookOpener : public QObject
 {
@@ -20,6 +20,8 @@ public:
     explicit BookOpener(QObject *parent = nullptr);
     /// An empty @p where is the default one. Replaces a running opening.
     void open(const QString &where);
+    /// Makes the daily backup that the opening began, if any; takes both processors from what is to be shown first.
+    void finishBackup();
     /// Cancels a running opening.
     void giveUp() { m_opening.stop(); }
     /// The address book requested last.
@@ -39,6 +41,7 @@ private:
     void backUp(const BackupRest &make);
 
     QString m_where;
+    BackupRest m_backup; // begun, not finished
     QTimer m_hourly;
     Job m_backups;
     Job m_opening;

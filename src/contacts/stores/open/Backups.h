@@ -41,11 +41,11 @@ Result<FaultsInFile> verify(const QString &bookFile);
 /// One line about the people that the load of @p store found damaged; empty if there are none.
 QString damageFoundIn(const AddressBookStore &store);
 
-/// The rest of a backup that was begun: checks it and puts it in place; null if nothing is left to do.
+/// The rest of a backup that was begun: makes it, checks it and puts it in place; null if nothing is left to do.
 using BackupRest = std::function<Result<void>()>;
 
-/// Copies the book as it is now, so that it may be changed when this returns. Nothing to do if there is a backup of @p
-/// today, or the book is empty, no file, or read-only.
+/// What the rest copies is the book as it is now, even if it is changed in between. Nothing to do if there is a backup
+/// of @p today, or the book is empty, no file, or read-only.
 Result<BackupRest> beginDailyBackup(const ABAddressBook &book, const QDate &today);
 /// beginDailyBackup() and its rest.
 Result<void> makeDailyBackup(const ABAddressBook &book, const QDate &today);

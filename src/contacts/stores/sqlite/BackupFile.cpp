@@ -121,16 +121,27 @@ Result<std::unique_ptr<BackupFile>> BackupFile::copyOf(const QString &from, cons
         return backup;
     (*backup)->m_source = from;
     try {
-        SQLite::Database source = AddressBookFile::connect(from);
-        SQLite::Database copy((*backup)->m_temporary.constData(), SQLite::OPEN_READWRITE);
-        SQLite::Backup(copy, source).executeStep(-1);
+        (*backup)->m_copied = std::make_unique<SQLite::Database>(AddressBookFile::connect(from));
+        (*backup)->m_copied->exec("BEGIN; SELECT 1 FROM sqlite_schema LIMIT 1"); // sees no saves after its first read
+    } catch (const SQLite::Exception &exception) {
+        return AddressBookFile::errorOf(exception, from);
+    }
+    return backup;
+}
+
+Result<void> BackupFile::copy()
+{
+    try {
+        SQLite::Database copy(m_temporary.constData(), SQLite::OPEN_READWRITE);
+        SQLite::Backup(copy, *m_copied).executeStep(-1);
+        m_copied.reset();
         // A save that only the copy has: a log of the original then does not go on from it.
         copy.exec("INSERT INTO save(savedAt) VALUES (strftime('%Y-%m-%dT%H:%M:%fZ', 'now'))");
     } catch (const SQLite::Exception &exception) {
         const int code = exception.getErrorCode() & 0xFF; // without what SQLite adds to it
-        return AddressBookFile::errorOf(exception, code == SQLITE_FULL || code == SQLITE_IOERR ? to : from);
+        return AddressBookFile::errorOf(exception, code == SQLITE_FULL || code == SQLITE_IOERR ? m_to : m_source);
     }
-    return backup;
+    return {};
 }
 
 Result<qint64> BackupFile::write(const BookContents &contents, const QString &to, Existing existing,
@@ -149,6 +160,8 @@ Result<qint64> BackupFile::write(const BookContents &contents, const QString &to
 
 Result<qint64> BackupFile::finish()
 {
+    if (const auto copied = m_copied ? copy() : Result<void>(); !copied)
+        return copied.error();
     const QString temporary = QFile::decodeName(m_temporary);
     try {
         // One file without companions, which can be carried anywhere.

@@ -12,6 +12,10 @@
 #include <memory>
 #include <vector>
 
+namespace SQLite {
+class Database;
+}
+
 /// What an address book holds, without its history.
 struct BookContents
 {
@@ -27,8 +31,8 @@ public:
     /// Whether an existing file of that name may be replaced.
     enum class Existing { Refuse, Replace };
 
-    /// The whole file @p from as it is now, history included, while others keep using it.
-    /// Invalid: @p from is no address book or is damaged.
+    /// The whole file @p from as it is now, history included. finish() copies it, without what is changed in between.
+    /// Invalid: @p from is no address book.
     static Result<std::unique_ptr<BackupFile>> copyOf(const QString &from, const QString &to, Existing existing);
     /// Writes these contents and finishes. @p fill may write an address book into the empty file first: its history is
     /// continued.
@@ -38,14 +42,16 @@ public:
     BackupFile(const BackupFile &) = delete;
     BackupFile &operator=(const BackupFile &) = delete;
 
-    /// Checks the copy and puts it in place. Call once.
+    /// Copies, checks the copy and puts it in place. Call once. Invalid: what is copied is damaged.
     /// @return how many people it holds
     Result<qint64> finish();
 
 private:
     BackupFile(QString to, Existing existing, QByteArray temporary);
     static Result<std::unique_ptr<BackupFile>> begin(const QString &to, Existing existing);
+    Result<void> copy();
 
+    std::unique_ptr<SQLite::Database> m_copied; // in a transaction that sees it as it was
     QString m_source; // for messages about damage
     QString m_to;
     Existing m_existing;
