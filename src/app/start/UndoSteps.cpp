@@ -12,32 +12,34 @@ QString messageOf(const ChangeCause &cause)
 {
     switch (cause.kind) {
     case ChangeCause::Kind::Edit:
-        return UndoSteps::tr("Changed: %1").arg(cause.description);
+        return UndoSteps::tr("%1 changed").arg(cause.description);
     case ChangeCause::Kind::Deletion:
-        return UndoSteps::tr("Deleted: %1").arg(cause.description);
+        return UndoSteps::tr("%1 deleted").arg(cause.description);
     case ChangeCause::Kind::Import:
-        return UndoSteps::tr("Imported: %1").arg(cause.description);
+        return UndoSteps::tr("%1 imported").arg(cause.description);
     case ChangeCause::Kind::Card:
-        return UndoSteps::tr("Saved: %1").arg(cause.description);
+        return UndoSteps::tr("%1 saved").arg(cause.description);
     case ChangeCause::Kind::Restore:
-        return UndoSteps::tr("Restored: %1").arg(cause.description);
+        return UndoSteps::tr("%1 restored").arg(cause.description);
     case ChangeCause::Kind::Repair:
+        if (const auto group = cause.description.indexOf(QStringLiteral(": ")); group >= 0)
+            return cause.description.sliced(group + 2); // what was done; the group says why
+        return cause.description;
     case ChangeCause::Kind::Other:
         break;
     }
-    return {};
+    return textOf(cause);
 }
 
 QString messageOf(const std::vector<Ignored> &entries, bool isIgnored)
 {
     const Ignored &first = entries.front();
-    if (entries.size() == 1 && !isIgnored)
-        return UndoSteps::tr("Brought back: %1").arg(textOf(first));
-    if (entries.size() == 1)
-        return (first.condition.isEmpty() ? UndoSteps::tr("Remembered: %1") : UndoSteps::tr("Ignored: %1"))
-            .arg(textOf(first));
-    const QString findings = counted(qint64(entries.size()), UndoSteps::tr("finding"), UndoSteps::tr("findings"));
-    return (isIgnored ? UndoSteps::tr("%1 ignored") : UndoSteps::tr("%1 brought back")).arg(findings);
+    if (entries.size() == 1 && first.condition.isEmpty() && isIgnored)
+        return UndoSteps::tr("Remembered as different people");
+    const QString what = entries.size() == 1
+        ? textOf(first)
+        : counted(qint64(entries.size()), UndoSteps::tr("finding"), UndoSteps::tr("findings"));
+    return (isIgnored ? UndoSteps::tr("%1 ignored") : UndoSteps::tr("%1 brought back")).arg(what);
 }
 
 /// Puts everybody back whom the cause changed, as the change @p restoring. @return their uids
@@ -92,8 +94,10 @@ void UndoSteps::watch(std::shared_ptr<ABAddressBook> book)
 void UndoSteps::note(const ChangeCausePtr &cause)
 {
     // Several saves of one cause are one step.
-    if (cause->id != m_ownCauseId && (m_done.empty() || m_done.back().causeId != cause->id))
-        add({cause->id, textOf(*cause)}, messageOf(*cause));
+    if (cause->id == m_ownCauseId || (!m_done.empty() && m_done.back().causeId == cause->id))
+        return;
+    const QString message = messageOf(*cause);
+    add({cause->id, message}, cause->kind == ChangeCause::Kind::Repair ? QString() : message);
 }
 
 void UndoSteps::noteIgnored(const std::vector<Ignored> &entries, bool isIgnored)
