@@ -8,24 +8,35 @@
 #include <QPushButton>
 
 StatePage::StatePage(const QString &drawing, QWidget *parent)
-    : QWidget(parent), m_text(new WrappedText(Qt::LeftToRight, this)), m_buttons(new QHBoxLayout)
+    : QWidget(parent)
+    , m_drawing(drawing)
+    , m_picture(new QLabel(this))
+    , m_text(new WrappedText(Qt::LeftToRight, this))
+    , m_buttons(new QHBoxLayout)
 {
-    auto *picture = new QLabel(this);
-    QPixmap sharp(QStringLiteral(":/art/%1.png").arg(drawing));
-    sharp = sharp.scaledToWidth(qRound(sharp.width() * devicePixelRatioF() / 3), Qt::SmoothTransformation);
-    sharp.setDevicePixelRatio(devicePixelRatioF());
-    picture->setPixmap(sharp);
-    picture->setAlignment(Qt::AlignCenter);
+    m_picture->setAlignment(Qt::AlignCenter);
     m_buttons->addStretch();
     m_buttons->addStretch();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 8, 24, 8);
     layout->setSpacing(16);
     layout->addStretch();
-    layout->addWidget(picture);
+    layout->addWidget(m_picture);
     layout->addWidget(m_text);
     layout->addLayout(m_buttons);
     layout->addStretch();
+}
+
+/// Most pages are never shown, and a drawing takes milliseconds.
+void StatePage::showEvent(QShowEvent *event)
+{
+    if (m_picture->pixmap(Qt::ReturnByValue).isNull()) {
+        QPixmap sharp(QStringLiteral(":/art/%1.png").arg(m_drawing));
+        sharp = sharp.scaledToWidth(qRound(sharp.width() * devicePixelRatioF() / 3), Qt::SmoothTransformation);
+        sharp.setDevicePixelRatio(devicePixelRatioF());
+        m_picture->setPixmap(sharp);
+    }
+    QWidget::showEvent(event);
 }
 
 void StatePage::say(const QString &title, const QStringList &sentences)

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QHBoxLayout;
+class QLabel;
 class QPushButton;
 class WrappedText;
 
@@ -21,7 +22,12 @@ public:
     QString text() const;
     void addButton(QPushButton *button);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
+    QString m_drawing;
+    QLabel *m_picture;
     WrappedText *m_text;
     QHBoxLayout *m_buttons;
 };

@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSet>
 #include <QSignalBlocker>
 #include <QTreeWidget>
@@ -38,6 +39,8 @@ public:
 
 FixReport repairAll(OutlineViewController &controller, const QList<PersonItemPtr> &findings, QWidget &window)
 {
+    window.setUpdatesEnabled(false); // or the list would be laid out again at each look
+    const auto painting = qScopeGuard([&window] { window.setUpdatesEnabled(true); });
     Agreed agreed;
     FixAll repairs(controller, findings, agreed);
     QProgressDialog progress(

@@ -185,8 +185,10 @@ void ResultsView::setUpActions()
 
 void ResultsView::followController()
 {
-    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-        [this](const QModelIndex &current) { m_controller.selectItem(m_shown->nodeAt(current)); });
+    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex &current) {
+        if (const PersonItemPtr item = m_shown->nodeAt(current); item != m_controller.selectedItem())
+            m_controller.selectItem(item);
+    });
     connect(m_tree, &QTreeView::collapsed, this,
         [this](const QModelIndex &index) { m_controller.setItemExpanded(m_shown->nodeAt(index), false); });
     connect(m_tree, &QTreeView::expanded, this,
