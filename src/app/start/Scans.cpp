@@ -6,6 +6,8 @@
 #include "app/results/ProgressWindow.h"
 #include "app/results/ResultsView.h"
 
+#include <QTimer>
+
 namespace {
 
 /// The uids of all who have been changed, added or removed in between.
@@ -150,7 +152,8 @@ void Scans::showResults(const Results &results, const ScanResult &found)
     setResults(results);
     showView();
     offerResults();
-    QMetaObject::invokeMethod(this, &Scans::outLineViewRefrash, Qt::QueuedConnection);
+    m_window.results()->setUpdatesEnabled(false);
+    QTimer::singleShot(0, this, &Scans::outLineViewRefrash); // after what the user did in between
     makeButtonEnable();
 }
 
@@ -233,8 +236,10 @@ void Scans::keepResults() const
 
 void Scans::outLineViewRefrash()
 {
-    if (m_window.results())
-        m_window.results()->refresh();
+    if (!m_window.results())
+        return;
+    m_window.results()->refresh();
+    m_window.results()->setUpdatesEnabled(true);
 }
 
 void Scans::reloadUI()
