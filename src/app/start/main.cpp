@@ -8,6 +8,7 @@
 #include "contacts/stores/open/FilePath.h"
 #include "contacts/stores/open/OpenStore.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
@@ -71,6 +72,16 @@ int refuse(const Error &error)
     return 2;
 }
 
+/// Qt knows only dialogs and main windows as windows; a screen reader passes over others that become active.
+QAccessibleInterface *roleOfWindow(const QString &className, QObject *object)
+{
+    static const QStringList windows{
+        QStringLiteral("ListWindow"), QStringLiteral("LikelyWindow"), QStringLiteral("HelpWindow")};
+    if (!windows.contains(className))
+        return nullptr;
+    return new QAccessibleWidget(qobject_cast<QWidget *>(object), QAccessible::Window); // Qt takes it over
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -105,6 +116,7 @@ int main(int argc, char *argv[])
         const bool isDark = arguments.value(scheme) == QStringLiteral("dark");
         appearance.setScheme(isDark ? Appearance::Scheme::Dark : Appearance::Scheme::Light);
     }
+    QAccessible::installFactory(&roleOfWindow);
     AppDelegate delegate;
     QStringList waiting = named->files;
     bool isOpen = false;
