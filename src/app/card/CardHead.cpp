@@ -50,17 +50,17 @@ CardHead::CardHead(const ABPersonPtr &person, QWidget *parent)
 QWidget *CardHead::makeButtons()
 {
     auto *choose = new QPushButton(tr("Choose Picture ..."));
-    auto *remove = new QPushButton(tr("Remove Picture"));
-    remove->setFlat(true);
+    m_remove = new QPushButton(tr("Remove Picture"));
+    m_remove->setFlat(true);
     connect(choose, &QPushButton::clicked, this, &CardHead::choosePicture);
-    connect(remove, &QPushButton::clicked, this, [this] {
+    connect(m_remove, &QPushButton::clicked, this, [this] {
         m_pictureData.clear();
         showPicture();
     });
     auto *buttons = new QWidget;
     auto *layout = new QHBoxLayout(buttons);
     layout->setContentsMargins(0, 4, 0, 0);
-    for (QPushButton *button : {choose, remove}) {
+    for (QPushButton *button : {choose, m_remove}) {
         button->setAutoDefault(false);
         layout->addWidget(button);
     }
@@ -103,4 +103,5 @@ Result<void> CardHead::setPicture(const QString &path)
 void CardHead::showPicture()
 {
     m_picture->setPixmap(personPicture(m_pictureData, kPictureSize, devicePixelRatioF(), m_uid));
+    m_remove->setVisible(!m_pictureData.isEmpty());
 }

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 class QLabel;
+class QPushButton;
 class WrappedText;
 
 /// The head of a card: the picture, which can be changed, and whom the card is about.
@@ -34,6 +35,7 @@ private:
 
     const QString m_uid;
     QLabel *m_picture;
+    QPushButton *m_remove = nullptr;
     WrappedText *m_name;
     WrappedText *m_quietLine;
     QByteArray m_pictureData;

@@ -58,7 +58,8 @@ MultiValueEditor::MultiValueEditor(ABProperty property, const ABMultiValue *valu
     , m_layout(new QVBoxLayout(this))
     , m_add(makeAddButton(this))
 {
-    m_add->setText(tr("+ Add %1").arg(title()));
+    m_add->setText(tr("+ Add"));
+    m_add->setAccessibleName(tr("Add to %1").arg(title()));
     m_layout->addWidget(m_add, 0, Qt::AlignLeft);
     connect(m_add, &QPushButton::clicked, this, &MultiValueEditor::addNew);
     if (!value)

@@ -45,9 +45,9 @@ ExportWindow::ExportWindow(QWidget *parent)
     grid->addWidget(new QLabel(tr("Folder")), 0, 0);
     grid->addWidget(m_folder, 0, 1);
     grid->addWidget(choose, 0, 2);
-    grid->addWidget(new QLabel(tr("Format")), 1, 0);
-    grid->addWidget(m_format, 1, 1, 1, 2);
-    grid->addWidget(m_reason, 2, 1, 1, 2);
+    grid->addWidget(m_reason, 1, 1, 1, 2);
+    grid->addWidget(new QLabel(tr("Format")), 2, 0);
+    grid->addWidget(m_format, 2, 1, 1, 2);
     auto *what = new QGroupBox(tr("Fields"));
     auto *fields = new QVBoxLayout(what);
     fields->addWidget(m_tableFields);
@@ -85,6 +85,7 @@ void ExportWindow::say(const QString &reason)
 {
     m_reason->setText(reason);
     m_reason->setAccessibleName(reason);
+    m_reason->setHidden(reason.isEmpty());
 }
 
 void ExportWindow::judgeFolder()

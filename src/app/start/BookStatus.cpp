@@ -97,7 +97,7 @@ void BookStatus::setUpMessage()
         m_toast->hide();
     };
     auto *layout = new QHBoxLayout(m_toast);
-    layout->setContentsMargins(12, 2, kMargin + 4, 2);
+    layout->setContentsMargins(12, 2, kMargin + 12, 2);
     layout->addWidget(m_message);
     layout->addWidget(m_undo);
     hide();
