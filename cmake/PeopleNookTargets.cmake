@@ -41,6 +41,10 @@ option(PEOPLENOOK_PRECOMPILE "Read common headers once" OFF)
 if(PEOPLENOOK_PRECOMPILE)
     # Some libraries add it, and it must be the same for all.
     target_compile_options(peoplenook_settings INTERFACE -pthread)
+    # Or ccache would find every precompiled header to be another one.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+        target_compile_options(peoplenook_settings INTERFACE "SHELL:-Xclang -fno-pch-timestamp")
+    endif()
 endif()
 set(common_headers
     <QByteArray> <QCoreApplication> <QDateTime> <QDir> <QFile> <QHash> <QList> <QLoggingCategory> <QObject> <QSet>
