@@ -68,12 +68,9 @@ ExitStatus runScan(const ScanOptions &options, const CommandContext &context)
     if (!book)
         return ExitStatus::Refused;
     const QStringList titles = options.titles.empty() ? conditionTitles() : textsOf(options.titles);
-    bool isComplete = true;
     for (const QString &title : titles) {
-        if (conditionTitled(title))
-            continue;
-        context.report(QStringLiteral("--condition: there is no condition \"") % title % u'"');
-        isComplete = false;
+        if (!conditionTitled(title)) // which the scan passes over
+            context.report(QStringLiteral("--condition: there is no condition \"") % title % u'"');
     }
     ScanResult result = ScanAddressBook::examine(titles);
     if (options.withoutIgnored) {
@@ -89,5 +86,5 @@ ExitStatus runScan(const ScanOptions &options, const CommandContext &context)
         out << kNothingFound.data() << '\n';
     else
         printTree(result, out);
-    return (options.exitCode && !result.isEmpty()) || !isComplete ? ExitStatus::Refused : ExitStatus::Done;
+    return options.exitCode && !result.isEmpty() ? ExitStatus::Refused : ExitStatus::Done;
 }
