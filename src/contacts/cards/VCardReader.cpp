@@ -14,10 +14,10 @@ bool endsCard(const CardLine &line)
     return line.frames(CardArea::End, "VCARD");
 }
 
-QString excerpt(std::string_view text)
+QString excerpt(const QString &text)
 {
     constexpr qsizetype most = 40;
-    return QString::fromUtf8(text).simplified().left(most);
+    return text.simplified().left(most);
 }
 
 /// Adds a line as it was before it was parsed, escaped for a card that is the value of a line.
@@ -74,7 +74,7 @@ void VCardReader::passOverComponent()
     while (depth > 0 && takeLine() && !beginsCard(m_line))
         depth += m_line.frames(CardArea::Begin, name) ? 1 : m_line.frames(CardArea::End, name) ? -1 : 0;
     m_isPushedBack = depth > 0 && beginsCard(m_line);
-    lose(start, excerpt(name) % QStringLiteral(" is not a card"));
+    lose(start, excerpt(QString::fromStdString(name)) % QStringLiteral(" is not a card"));
 }
 
 bool VCardReader::findCard()
@@ -115,19 +115,18 @@ bool VCardReader::collectLines()
 /// The last line of such a card, a picture for instance, may be there in part only.
 void VCardReader::reportBreakOff(const ImportedRecord &imported)
 {
-    constexpr qsizetype most = 40;
     QString name = m_cardReader.formattedName();
     if (name.isEmpty())
         name = imported.record->textOrEmpty(kABFirstNameProperty) % u' '
             % imported.record->textOrEmpty(kABLastNameProperty);
-    name = name.simplified().left(most);
+    name = excerpt(name);
     QString reason = QStringLiteral("the card ");
     if (!name.isEmpty())
         reason += u'"' % name % u"\" ";
     reason += u"breaks off";
     const std::string_view last = m_card.empty() ? std::string_view() : m_card.back().name;
     if (!last.empty())
-        reason += u" in " % excerpt(last);
+        reason += u" in " % excerpt(QString::fromUtf8(last));
     reason += u", without END:VCARD";
     lose(m_card.empty() ? imported.line : m_card.back().number, reason);
 }
