@@ -47,34 +47,16 @@ bool hasCardLine(const Records &records, const KeptLine &line)
     });
 }
 
-bool hasPicture(const Records &records, const QByteArray &image)
-{
-    return std::ranges::any_of(
-        records, [&](const PersonRecordPtr &record) { return record->imageData() && *record->imageData() == image; });
-}
-
-/// Adds values once each.
-class Losses
-{
-public:
-    void add(QLatin1StringView name, const QString &label, const QString &text)
-    {
-        const bool isKnown = std::ranges::any_of(
-            m_values, [&](const LostValue &value) { return value.name == name && value.text == text; });
-        if (!isKnown)
-            m_values.push_back({name, label, text});
-    }
-    std::vector<LostValue> values() && { return std::move(m_values); }
-
-private:
-    std::vector<LostValue> m_values;
-};
-
 } // namespace
 
 std::vector<LostValue> lostValues(const Records &before, const Records &after)
 {
-    Losses losses;
+    std::vector<LostValue> losses;
+    const auto add = [&losses](QLatin1StringView name, const QString &label, const QString &text) {
+        const auto isSame = [&](const LostValue &known) { return known.name == name && known.text == text; };
+        if (std::ranges::none_of(losses, isSame))
+            losses.push_back({name, label, text});
+    };
     for (const ABPropertyInfo &info : allProperties()) {
         const std::vector<SaidValue> said = saidIn(after, info.property);
         for (const PersonRecordPtr &record : before) {
@@ -82,24 +64,25 @@ std::vector<LostValue> lostValues(const Records &before, const Records &after)
             if (const auto *list = std::get_if<ABMultiValue>(&value)) {
                 for (const ABMultiValue::Entry &entry : list->entries()) {
                     if (!isIn(said, {info.property, entry.value}))
-                        losses.add(info.name, entry.label, valueText(entry.value));
+                        add(info.name, entry.label, valueText(entry.value));
                 }
             } else if (const QString text = valueText(value); !text.isEmpty()) {
                 if (!isIn(said, {info.property, text}) && !noteHolds(after, text))
-                    losses.add(info.name, {}, text);
+                    add(info.name, {}, text);
             }
         }
     }
     for (const PersonRecordPtr &record : before) {
-        if (const QByteArray *image = record->imageData(); image && !hasPicture(after, *image))
-            losses.add(kPictureName, {}, pictureText(*record));
+        const auto hasSame = [&record](const PersonRecordPtr &other) { return other->hasImageOf(*record); };
+        if (record->imageData() && std::ranges::none_of(after, hasSame))
+            add(kPictureName, {}, pictureText(*record));
     }
     for (const PersonRecordPtr &record : before) {
         for (const KeptLine &line : record->keptLines()) {
             // A line with a basis goes with its value, and is told with that.
             if (line.basis.isNull() && !hasCardLine(after, line))
-                losses.add(kCardLinesName, {}, line.text);
+                add(kCardLinesName, {}, line.text);
         }
     }
-    return std::move(losses).values();
+    return losses;
 }

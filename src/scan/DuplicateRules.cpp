@@ -15,16 +15,6 @@ struct ViewHash
     std::size_t operator()(QStringView text) const { return qHash(text); }
 };
 
-struct ValueHash
-{
-    std::size_t operator()(const ABMultiValue::Value *value) const { return ABValueHash()(*value); }
-};
-
-struct ValueEqual
-{
-    bool operator()(const ABMultiValue::Value *a, const ABMultiValue::Value *b) const { return *a == *b; }
-};
-
 bool hasBothNames(const PersonRecord &record)
 {
     return record.text(kABFirstNameProperty) && record.text(kABLastNameProperty);
@@ -186,6 +176,6 @@ bool repeatsValue(const PersonRecord &record, ABProperty multiValue)
         }
         return false;
     }
-    std::unordered_set<const ABMultiValue::Value *, ValueHash, ValueEqual> seen;
-    return std::ranges::any_of(entries, [&](const auto &entry) { return !seen.insert(&entry.value).second; });
+    std::unordered_set<ABMultiValue::Value, ABValueHash> seen;
+    return std::ranges::any_of(entries, [&](const auto &entry) { return !seen.insert(entry.value).second; });
 }

@@ -21,11 +21,6 @@ PeopleSnapshot currentPeople()
     return book ? book->snapshot() : std::make_shared<const std::vector<PersonSnapshot>>();
 }
 
-std::vector<ABPersonPtr> peopleFor(Condition condition)
-{
-    return std::get<std::vector<ABPersonPtr>>(find(condition, *currentPeople()));
-}
-
 } // namespace
 
 ScanAddressBook::ScanAddressBook(ScanDelegate &delegate, QObject *parent) : QObject(parent), m_delegate(delegate)
@@ -71,24 +66,9 @@ void ScanAddressBook::scanEntireAddressBook(const QStringList &selectedTitles)
     m_delegate.makeButtonEnable();
 }
 
-std::vector<ABPersonPtr> ScanAddressBook::scanAllAddressBookOnlyOneName() const
+std::vector<ABPersonPtr> ScanAddressBook::peopleFor(Condition condition)
 {
-    return peopleFor(Condition::SingleName);
-}
-
-std::vector<ABPersonPtr> ScanAddressBook::findDuplicateAddressInOnePerson() const
-{
-    return peopleFor(Condition::DupAddress);
-}
-
-std::vector<ABPersonPtr> ScanAddressBook::findInvalidCharactersInContacts() const
-{
-    return peopleFor(Condition::InvalidChar);
-}
-
-std::vector<ABPersonPtr> ScanAddressBook::scanAllAddressBookFirstNameHaveSpace() const
-{
-    return peopleFor(Condition::SpaceInFirstName);
+    return std::get<std::vector<ABPersonPtr>>(find(condition, *currentPeople()));
 }
 
 std::vector<EmailMatch> ScanAddressBook::findDuplicateEmailInContacts() const
@@ -96,47 +76,7 @@ std::vector<EmailMatch> ScanAddressBook::findDuplicateEmailInContacts() const
     return std::get<std::vector<EmailMatch>>(sharedEmails(*currentPeople()));
 }
 
-std::vector<ABPersonPtr> ScanAddressBook::test() const
-{
-    return peopleFor(Condition::DuplicateContacts);
-}
-
 std::vector<ABPersonPtr> ScanAddressBook::findDuplicatesContacts() const
 {
     return std::get<std::vector<ABPersonPtr>>(peopleOfSameName(*currentPeople()));
-}
-
-std::vector<ABPersonPtr> ScanAddressBook::findEmptyNotes() const
-{
-    return peopleFor(Condition::EmptyNotes);
-}
-
-std::vector<ABPersonPtr> ScanAddressBook::findEmptyNickname() const
-{
-    return peopleFor(Condition::EmptyNickname);
-}
-
-std::vector<ABPersonPtr> ScanAddressBook::findDuplicatePhonesInOnePerson() const
-{
-    return peopleFor(Condition::DupPhone);
-}
-
-std::vector<ABPersonPtr> ScanAddressBook::findDuplicateEmailInOnePerson() const
-{
-    return peopleFor(Condition::DupEmail);
-}
-
-std::vector<ABPersonPtr> ScanAddressBook::findUnusualTitleInContacts() const
-{
-    return peopleFor(Condition::UnusualTitle);
-}
-
-std::vector<ABPersonPtr> ScanAddressBook::findUnusualSuffixInContacts() const
-{
-    return peopleFor(Condition::UnusualSuffix);
-}
-
-std::vector<ABPersonPtr> ScanAddressBook::findBlankNameInContacts() const
-{
-    return peopleFor(Condition::BlankName);
 }

@@ -43,22 +43,25 @@ public:
     /// Returns what scanEntireAddressBook() would find, without any other effect.
     static ScanResult examine(const QStringList &selectedTitles);
 
-    std::vector<ABPersonPtr> scanAllAddressBookOnlyOneName() const;
-    std::vector<ABPersonPtr> findDuplicateAddressInOnePerson() const;
-    std::vector<ABPersonPtr> findInvalidCharactersInContacts() const;
-    std::vector<ABPersonPtr> scanAllAddressBookFirstNameHaveSpace() const;
+    std::vector<ABPersonPtr> scanAllAddressBookOnlyOneName() const { return peopleFor(Condition::SingleName); }
+    std::vector<ABPersonPtr> findDuplicateAddressInOnePerson() const { return peopleFor(Condition::DupAddress); }
+    std::vector<ABPersonPtr> findInvalidCharactersInContacts() const { return peopleFor(Condition::InvalidChar); }
+    std::vector<ABPersonPtr> scanAllAddressBookFirstNameHaveSpace() const
+    {
+        return peopleFor(Condition::SpaceInFirstName);
+    }
     std::vector<EmailMatch> findDuplicateEmailInContacts() const;
     /// The finder of the condition DuplicateContacts.
-    std::vector<ABPersonPtr> test() const;
+    std::vector<ABPersonPtr> test() const { return peopleFor(Condition::DuplicateContacts); }
     /// Complete groups of people with the same first and last name; no condition uses it.
     std::vector<ABPersonPtr> findDuplicatesContacts() const;
-    std::vector<ABPersonPtr> findEmptyNotes() const;
-    std::vector<ABPersonPtr> findEmptyNickname() const;
-    std::vector<ABPersonPtr> findDuplicatePhonesInOnePerson() const;
-    std::vector<ABPersonPtr> findDuplicateEmailInOnePerson() const;
-    std::vector<ABPersonPtr> findUnusualTitleInContacts() const;
-    std::vector<ABPersonPtr> findUnusualSuffixInContacts() const;
-    std::vector<ABPersonPtr> findBlankNameInContacts() const;
+    std::vector<ABPersonPtr> findEmptyNotes() const { return peopleFor(Condition::EmptyNotes); }
+    std::vector<ABPersonPtr> findEmptyNickname() const { return peopleFor(Condition::EmptyNickname); }
+    std::vector<ABPersonPtr> findDuplicatePhonesInOnePerson() const { return peopleFor(Condition::DupPhone); }
+    std::vector<ABPersonPtr> findDuplicateEmailInOnePerson() const { return peopleFor(Condition::DupEmail); }
+    std::vector<ABPersonPtr> findUnusualTitleInContacts() const { return peopleFor(Condition::UnusualTitle); }
+    std::vector<ABPersonPtr> findUnusualSuffixInContacts() const { return peopleFor(Condition::UnusualSuffix); }
+    std::vector<ABPersonPtr> findBlankNameInContacts() const { return peopleFor(Condition::BlankName); }
 
     /// Holds a result for sharing; a scan neither reads nor sets it.
     std::shared_ptr<ScanResult> allResult() const { return m_allResult; }
@@ -69,6 +72,8 @@ Q_SIGNALS:
     void scanOver(const ScanResult &result);
 
 private:
+    static std::vector<ABPersonPtr> peopleFor(Condition condition);
+
     ScanDelegate &m_delegate;
     std::shared_ptr<ScanResult> m_allResult;
 };

@@ -4,8 +4,6 @@
 
 #include "scan/Conditions.h"
 
-#include <algorithm>
-
 ConditionListModel::ConditionListModel(QObject *parent)
     : QAbstractListModel(parent), m_titles(conditionTitles()), m_selected(m_titles)
 { }
