@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
-
+#include "cli/ProgressLine.h"
 #include "contacts/book/RecordImporter.h"
 #include "contacts/model/Utf8Text.h"
 #include "contacts/stores/open/FilePath.h"
@@ -12,34 +12,6 @@
 #include <iterator>
 
 namespace {
-
-/// One line on the terminal that is written over until the file is read.
-class ProgressLine
-{
-public:
-    ProgressLine(const Console &console, QString file) : m_console(console), m_file(std::move(file)) { }
-    ~ProgressLine()
-    {
-        if (m_percent >= 0)
-            m_console.err << "\r\033[K" << std::flush;
-    }
-    ProgressLine(const ProgressLine &) = delete;
-    ProgressLine &operator=(const ProgressLine &) = delete;
-
-    void show(qint64 done, qint64 total)
-    {
-        const int percent = total > 0 ? int(100 * done / total) : 100;
-        if (!m_console.errIsTerminal || percent == m_percent)
-            return;
-        m_percent = percent;
-        m_console.err << '\r' << onOneLine(m_file) << ": " << percent << " %" << std::flush;
-    }
-
-private:
-    const Console &m_console;
-    QString m_file;
-    int m_percent = -1;
-};
 
 Result<QByteArray> contentOf(const QString &name, const ABAddressBook &book, std::istream &in)
 {
@@ -86,11 +58,11 @@ ExitStatus runImport(const ImportOptions &options, const CommandContext &context
         const QString name =
             file == QStringLiteral("-") ? QStringLiteral("standard input") : QFileInfo(file).fileName();
         const ImportReport report = [&] {
-            ProgressLine progress(context.console, file);
+            ProgressLine progress(context.console, file % QStringLiteral(": "));
             return importFile(
                 *book, std::move(source), name,
                 [&progress](qint64 done, qint64 total) {
-                    progress.show(done, total);
+                    progress.show(total > 0 ? int(100 * done / total) : 100);
                     return true;
                 },
                 options.replace ? OnOtherContent::Replace : OnOtherContent::AddUnderNewUid);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
-
+#include "cli/ProgressLine.h"
 #include "contacts/model/NameTexts.h"
 #include "fix/IgnoredFindings.h"
 #include "likeness/LikelyDuplicates.h"
@@ -72,19 +72,17 @@ ExitStatus runLikely(const LikelyOptions &options, const CommandContext &context
     const PeopleSnapshot people = book->snapshot();
     const auto grade = static_cast<LikenessGrade>(
         std::find(kGradeNames.begin(), kGradeNames.end(), options.grade) - kGradeNames.begin());
-    std::ostream &err = context.console.err;
-    const auto showProgress = [&](double done) {
-        if (context.console.errIsTerminal)
-            err << '\r' << int(100 * done) << " %" << std::flush;
-        return true;
-    };
     const auto ignored = IgnoredFindings::of(*book);
     if (!ignored)
         return context.refuse(ignored.error().text);
-    const LikelyDuplicates found =
-        findLikelyDuplicates(*people, grade, regionOfUser(), showProgress, differenceAmong(*people, *ignored));
-    if (context.console.errIsTerminal)
-        err << "\r\033[K" << std::flush;
+    const LikelyDuplicates found = [&] {
+        ProgressLine progress(context.console, {});
+        const auto showProgress = [&progress](double done) {
+            progress.show(int(100 * done));
+            return true;
+        };
+        return findLikelyDuplicates(*people, grade, regionOfUser(), showProgress, differenceAmong(*people, *ignored));
+    }();
     if (found.crowded > 0) {
         context.report(QString::number(found.crowded)
             % QStringLiteral(" contacts have something in common with more than 40 others each: of these, only those "
