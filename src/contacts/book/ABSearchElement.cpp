@@ -4,15 +4,11 @@
 
 #include <algorithm>
 
-ABSearchElement::ABSearchElement(ABProperty property, std::optional<QString> label, QString value)
-    : m_property(property), m_label(std::move(label)), m_value(std::move(value))
-{ }
-
 bool ABSearchElement::matches(const PersonRecord &record) const
 {
-    if (propertyInfo(m_property).kind != ABPropertyKind::MultiText)
+    if (propertyInfo(property).kind != ABPropertyKind::MultiText)
         return false;
-    return std::ranges::any_of(record.entries(m_property), [this](const ABMultiValue::Entry &entry) {
-        return (!m_label || entry.label == *m_label) && entry.text() == m_value;
+    return std::ranges::any_of(record.entries(property), [this](const ABMultiValue::Entry &entry) {
+        return (!label || entry.label == *label) && entry.text() == value;
     });
 }

@@ -9,16 +9,12 @@ inline constexpr int kABEqual = 0;
 
 /// A condition on one property of a person: exact equality with a text of a multi-value or, with a label, with a text
 /// under that label.
-class ABSearchElement
+struct ABSearchElement
 {
-public:
-    ABSearchElement(ABProperty property, std::optional<QString> label, QString value);
+    ABProperty property;
+    std::optional<QString> label;
+    QString value;
 
     /// False for an absent property.
     bool matches(const PersonRecord &record) const;
-
-private:
-    ABProperty m_property;
-    std::optional<QString> m_label;
-    QString m_value;
 };

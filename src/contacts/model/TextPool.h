@@ -3,6 +3,7 @@
 #pragma once
 
 #include "contacts/model/ABProperties.h"
+#include "contacts/model/Utf8Text.h"
 
 #include <string>
 #include <string_view>
@@ -21,7 +22,13 @@ class TextPool
 {
 public:
     /// @p utf8 must be valid UTF-8. Never returns a null text.
-    const QString &intern(std::string_view utf8);
+    const QString &intern(std::string_view utf8)
+    {
+        const auto found = m_texts.find(utf8);
+        if (found != m_texts.end())
+            return found->second;
+        return m_texts.emplace(std::string(utf8), textOfUtf8(utf8)).first->second;
+    }
 
 private:
     struct Hash
