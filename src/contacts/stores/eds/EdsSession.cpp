@@ -27,7 +27,7 @@ Result<QByteArray> EdsSession::open()
 {
     auto revision = m_book.revision();
     if (revision && !m_saver) {
-        m_folder = folderOfBook(m_folder, info().uid);
+        m_folder = folderOfBook(m_folder, m_book.info().uid);
         m_saver = std::make_unique<EdsSaver>(m_book, m_folder, m_callLimit);
     }
     return revision;
@@ -101,8 +101,8 @@ Result<void> EdsSession::commit(const std::vector<RecordChange> &changes)
     const auto revision = open();
     if (!revision)
         return revision.error();
-    if (isReadOnly())
-        return Error{ErrorKind::ReadOnly, info().name % QStringLiteral(": this address book cannot be changed")};
+    if (m_book.isReadOnly())
+        return Error{ErrorKind::ReadOnly, m_book.info().name % QStringLiteral(": this address book cannot be changed")};
     const auto calls = m_saver->save(changes);
     if (!calls) {
         m_mustList = true;

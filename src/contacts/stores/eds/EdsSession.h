@@ -15,14 +15,10 @@ public:
 
     /// Connects, to a new daemon if necessary. Returns the book's revision.
     Result<QByteArray> open();
-    void close() { m_book.disconnect(); }
     Result<std::vector<StoredRecord>> loadAll(const AddressBookStore::LoadProgress &progress);
     Result<void> commit(const std::vector<RecordChange> &changes);
     Result<std::vector<StoredRecord>> takeChangesFromOutside();
-    Result<std::vector<EdsBookInfo>> books() { return m_book.books(); }
-    void setChangeListener(std::function<void()> listener) { m_book.setChangeListener(std::move(listener)); }
-    const EdsBookInfo &info() const { return m_book.info(); }
-    bool isReadOnly() const { return m_book.isReadOnly(); }
+    EdsBook &book() { return m_book; }
 
 private:
     using Digests = QHash<QByteArray, std::size_t>; // of cards, by uid

@@ -17,7 +17,7 @@ EdsStore::EdsStore(const EdsRequest &request)
 EdsStore::~EdsStore()
 {
     // Where the objects were made they are given back.
-    m_guard->run([session = m_session] { session->close(); });
+    m_guard->run([session = m_session] { session->book().disconnect(); });
 }
 
 template <typename Job>
@@ -26,7 +26,7 @@ std::invoke_result_t<Job, EdsSession &> EdsStore::onThread(Job job, const std::f
     const auto result = std::make_shared<std::optional<std::invoke_result_t<Job, EdsSession &>>>();
     const auto work = [result, session = m_session, isReadOnly = m_isReadOnly, job] {
         *result = job(*session);
-        *isReadOnly = session->isReadOnly();
+        *isReadOnly = session->book().isReadOnly();
     };
     const bool ended = m_guard->run(work, isWanted);
     if (!ended)
@@ -40,8 +40,8 @@ Result<std::unique_ptr<AddressBookStore>> EdsStore::open(const EdsRequest &reque
     const auto opened = store->onThread([](EdsSession &session) { return session.open(); });
     if (!opened)
         return opened.error();
-    store->m_name = store->m_session->info().name;
-    store->m_sourceUid = store->m_session->info().uid;
+    store->m_name = store->m_session->book().info().name;
+    store->m_sourceUid = store->m_session->book().info().uid;
     store->m_folder = folderOfBook(request.dataFolder, store->m_sourceUid);
     return std::unique_ptr<AddressBookStore>(std::move(store));
 }
@@ -56,7 +56,7 @@ bool EdsStore::isOffered()
 
 Result<std::vector<EdsBookInfo>> EdsStore::books(const EdsRequest &request)
 {
-    return EdsStore(request).onThread([](EdsSession &session) { return session.books(); });
+    return EdsStore(request).onThread([](EdsSession &session) { return session.book().books(); });
 }
 
 Result<std::vector<StoredRecord>> EdsStore::loadAll()
@@ -99,7 +99,7 @@ void EdsStore::setChangeListener(std::function<void()> listener)
 {
     if (listener)
         m_isLooking = true;
-    m_guard->run([session = m_session, listener] { session->setChangeListener(listener); });
+    m_guard->run([session = m_session, listener] { session->book().setChangeListener(listener); });
 }
 
 QString EdsStore::desktopId(const QString &uid) const
