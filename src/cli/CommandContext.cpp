@@ -59,7 +59,7 @@ std::shared_ptr<ABAddressBook> CommandContext::openAddressBookForChange() const
     if (made)
         return book;
     report(made.error().text % Rescue::hintFor(where, made.error()));
-    // What makes the copy refuses a damaged book, parts of which nobody may have read until now.
+    // What makes the copy refuses a damaged book, parts of which may not have been read until now.
     return made.error().kind == ErrorKind::Invalid ? nullptr : book;
 }
 

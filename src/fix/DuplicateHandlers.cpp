@@ -11,7 +11,7 @@
 namespace {
 
 /// The saves and lines that follow the removals one by one. The whole repair is pending before the first of them, which
-/// writes all of it at once: a program that is killed leaves everybody as before or the repair complete.
+/// writes all of it at once: a program that is killed leaves all contacts as before or the repair complete.
 void saveForEachRemoved(const FixOutcome &outcome, RepairSteps &steps)
 {
     for (qsizetype i = 0; i < outcome.removed.size(); ++i) {

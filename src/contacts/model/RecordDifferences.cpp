@@ -70,9 +70,9 @@ QString pictureText(const PersonRecord &record)
 
 std::vector<RecordDifference> recordDifferences(const PersonRecord *before, const PersonRecord *after)
 {
-    static const PersonRecord nobody;
-    const PersonRecord &was = before ? *before : nobody;
-    const PersonRecord &is = after ? *after : nobody;
+    static const PersonRecord empty;
+    const PersonRecord &was = before ? *before : empty;
+    const PersonRecord &is = after ? *after : empty;
     std::vector<RecordDifference> differences;
     for (const ABPropertyInfo &info : allProperties()) {
         const ABValue old = was.value(info.property);

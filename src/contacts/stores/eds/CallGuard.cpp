@@ -9,7 +9,7 @@ namespace {
 
 /// How long a cancelled call may take to return.
 constexpr std::chrono::seconds kGrace{5};
-constexpr std::chrono::milliseconds kLook{200};
+constexpr std::chrono::milliseconds kLookInterval{200};
 
 } // namespace
 
@@ -26,7 +26,7 @@ int CallGuard::State::runJob(void *self)
     std::function<void()> job = std::exchange(state->job, nullptr);
     lock.unlock();
     job();
-    job = nullptr; // what it owns goes before anybody is told
+    job = nullptr; // what it owns goes before the waiting thread is told
     lock.lock();
     state->isBusy = false;
     state->ended.notify_all();
@@ -69,7 +69,7 @@ bool CallGuard::run(std::function<void()> job, const std::function<bool()> &isWa
     m_state->job = std::move(job);
     g_main_context_invoke(m_state->context, &State::runJob, m_state.get()); // which lives as long as the thread
     State &state = *m_state;
-    while (!state.ended.wait_for(lock, kLook, [&state] { return !state.isBusy; })) {
+    while (!state.ended.wait_for(lock, kLookInterval, [&state] { return !state.isBusy; })) {
         if (isWanted && state.cancellable && !state.isGivenUp) {
             lock.unlock();
             const bool wanted = isWanted();

@@ -11,7 +11,7 @@ namespace {
 
 /// The daemon's parser of queries refuses 1000 uids.
 constexpr std::size_t kPageSize = 500;
-/// The daemon writes the cards of a server's book one by one, and goes on with them when nobody waits any more.
+/// The daemon writes the cards of a server's book one by one, and continues after the caller has stopped waiting.
 constexpr std::size_t kCardsToServer = 5;
 /// As many halvings make a page of kPageSize a single card, which is then asked for once more.
 constexpr int kMostFailures = 10;

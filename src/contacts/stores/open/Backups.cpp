@@ -132,7 +132,7 @@ Result<FaultsInFile> verify(const QString &bookFile)
         const QString backup = folder % u'/' % name;
         const auto contents = missing > 0 ? contentsOfFile(backup) : Error();
         if (!contents)
-            continue; // damaged too, or nobody is looked for any more
+            continue; // damaged too, or all have been found
         QSet<QString> held;
         for (const StoredRecord &person : contents->people)
             held.insert(person.uid);
