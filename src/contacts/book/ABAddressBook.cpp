@@ -375,8 +375,8 @@ Result<void> ABAddressBook::apply(std::vector<RecordChange> changes, const Chang
     for (const auto &entry : m_pending->entries()) {
         const QString &uid = entry.person->uniqueId();
         if (std::ranges::find(changes, uid, &RecordChange::uid) != changes.end())
-            return Error{ErrorKind::Conflict,
-                uid % QStringLiteral(": has changes that are not saved yet; nothing was restored")};
+            return Error{
+                ErrorKind::Conflict, uid % QStringLiteral(": has changes that are not saved yet; nothing was changed")};
     }
     if (changes.empty())
         return {};
