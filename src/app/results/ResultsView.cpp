@@ -155,7 +155,9 @@ void ResultsView::setUpActions()
     };
     const auto addForButton = [&](const QString &title, const QKeySequence &keys, QPushButton *button) {
         button->setToolTip(withKeys(button->text(), keys));
-        return add(title, keys, [button] { button->click(); });
+        QAction *action = add(title, keys, [button] { button->click(); });
+        action->setAutoRepeat(false); // a key held too long would repair the next findings too
+        return action;
     };
     addForButton(m_fixButton->text(), QKeySequence(Qt::CTRL | Qt::Key_Return), m_fixButton);
     addForButton(m_backButton->text(), QKeySequence(Qt::ALT | Qt::Key_Left), m_backButton);

@@ -184,6 +184,7 @@ void MainWindow::setUpContactsMenus()
         m_rowActions += contacts->addAction(title, m_contacts, action);
         m_rowActions.back()->setShortcut(keys);
         m_rowActions.back()->setShortcutContext(context);
+        m_rowActions.back()->setAutoRepeat(false);
         m_rowActions.back()->setEnabled(false);
     };
     m_contactsMenu = contacts;
