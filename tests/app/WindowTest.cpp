@@ -150,8 +150,10 @@ private Q_SLOTS:
         QTableView *table = contacts()->table();
         m_app->loadContactsViewController().getTableView()->setColumns(
             {Field::FirstName, Field::LastName, Field::MiddleName, Field::Nickname, Field::Birthday, Field::Note});
-        for (int column = 2; column < 6; ++column)
-            table->setColumnWidth(column, 300);
+        for (int column = 0; column < 6; ++column)
+            table->setColumnWidth(column, column < 2 ? 100 : 300);
+        QTRY_COMPARE(
+            table->horizontalScrollBar()->maximum(), table->horizontalHeader()->length() - table->viewport()->width());
         table->setCurrentIndex(table->model()->index(0, 5));
         while (table->currentIndex().column() > 3)
             QTest::keyClick(table, Qt::Key_Left);
