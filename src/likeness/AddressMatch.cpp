@@ -45,6 +45,7 @@ AddressMatch match(const AddressTrait &a, const AddressTrait &b, const BookTrait
     found.isStreetSame = street > 0.85 && a.number == b.number;
     found.isCityOther =
         a.city != 0 && b.city != 0 && typingErrors(city.form, otherCity.form) * 2 > static_cast<int>(city.form.size());
+    found.isStreetOther = a.street != 0 && b.street != 0 && street <= 0.45;
     if (a.city == b.city && a.city != 0)
         found.townBits = book.rarity(a.city, kMostTownBits);
     if (found.townBits > 0 && a.zip == b.zip && a.zip != 0)

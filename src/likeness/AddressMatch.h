@@ -10,6 +10,7 @@ struct AddressMatch
     double bits = 0; ///< for and against their being one
     double townBits = 0; ///< for only the town being one
     bool isStreetSame = false; ///< with the number
+    bool isStreetOther = false;
     bool isCityOther = false; ///< by more than typing errors
 };
 

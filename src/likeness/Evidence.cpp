@@ -12,6 +12,7 @@
 namespace {
 
 constexpr int kNoYear = 1604; // as cards have a birthday without its year
+constexpr int kGeneration = 15; // years
 
 constexpr quint64 bitOf(Sign sign)
 {
@@ -42,7 +43,7 @@ public:
             return m_evidence; // neighbours and colleagues: spares much time
         compareAddresses();
         if (!m_a.isCompany && !m_b.isCompany && m_a.company != 0 && m_b.company != 0) {
-            if (m_a.company == m_b.company)
+            if (areColleagues())
                 addRare(Sign::CompanySame, m_a.company, kMostCompanyBits);
             else if (!isTypingError(word(m_a.company), word(m_b.company)))
                 m_evidence.add(Sign::CompaniesDiffer);
@@ -130,8 +131,11 @@ private:
         else if (a == b)
             m_evidence.add(
                 agreeGiven() && !m_evidence.has(Sign::MiddleDiffers) ? Sign::BirthdaySame : Sign::BirthdayOfOtherName);
+        else if (!areOneSlipApart(a, b))
+            m_evidence.add(Sign::BirthdayDiffers);
         else
-            m_evidence.add(areOneSlipApart(a, b) ? Sign::BirthdayMistyped : Sign::BirthdayDiffers);
+            m_evidence.add(
+                std::abs(a.year() - b.year()) < kGeneration ? Sign::BirthdayMistyped : Sign::BirthdayDecadesApart);
     }
 
     bool agreeGiven() const
@@ -150,7 +154,9 @@ private:
         return typingErrors(digits(a), digits(b)) <= 1;
     }
 
-    static Sign signOf(const ValueTrait &a, const ValueTrait &b)
+    bool areColleagues() const { return m_a.company != 0 && m_a.company == m_b.company; }
+
+    Sign signOf(const ValueTrait &a, const ValueTrait &b) const
     {
         static constexpr std::array kSigns{
             Sign::PhoneSame, Sign::EmailSame, Sign::OfficeEmailSame, Sign::AccountSame, Sign::PictureSame}; // by kind
@@ -158,7 +164,9 @@ private:
             return kSigns[static_cast<std::size_t>(a.kind)];
         if ((a.extension == 0) != (b.extension == 0) || a.use == PhoneUse::Shared || b.use == PhoneUse::Shared)
             return Sign::SharedPhoneSame;
-        return a.use == PhoneUse::Personal || b.use == PhoneUse::Personal ? Sign::PersonalPhoneSame : Sign::PhoneSame;
+        if (a.use == PhoneUse::Personal || b.use == PhoneUse::Personal)
+            return Sign::PersonalPhoneSame;
+        return areColleagues() ? Sign::SharedPhoneSame : Sign::PhoneSame; // a switchboard
     }
 
     void compareValues()
@@ -220,6 +228,8 @@ private:
         if (match.bits < kOtherTownBelow)
             m_evidence.add(Sign::AddressesDiffer);
         if (match.townBits > 0) {
+            if (match.isStreetOther)
+                m_evidence.add(Sign::StreetDiffers);
             m_evidence.add(Sign::TownSame);
             m_evidence.stranger += static_cast<float>(match.townBits);
         }
@@ -323,7 +333,7 @@ bool excludesOnePerson(const Evidence &evidence, const PriorOdds &prior, bool ha
     if (evidence.has(Sign::SuffixDiffers))
         return true;
     const bool isContradiction = evidence.hasAny({Sign::GivenDiffers, Sign::SuffixOnOne, Sign::BirthdayDiffers,
-                                     Sign::DesksDiffer, Sign::CompanyNameDiffers})
+                                     Sign::BirthdayDecadesApart, Sign::DesksDiffer, Sign::CompanyNameDiffers})
         || (evidence.has(Sign::GivenUnlike) && !hasOtherSpelling);
     return isContradiction && !prior.isSpoiled && scoreOf(evidence, prior) < kLikelyFrom;
 }

@@ -79,7 +79,9 @@ klara chiara clare; erik eric erich; kevin kev; brian bryan; alan allan allen; h
 mario; silvia sylvia sylvie; silvio silvius; ricarda; stella estelle; tim; kim; mia; zoe; nina; lara; sven; oskar
 oscar; emil emilio emile; amber; chloe; ella; noah; ethan; felix; jonas jonah; finn; jason; ryan; justin; tyler;
 aaron; petra; manuela; andrea; simone simona; michelle michele; frances fran francesca franziska franzi francoise fanny;
-anita; nancy; louise luisa louisa lou
+anita; nancy; louise luisa louisa lou; fabian fabio fabien; fabienne fabiana; adrian adriano adrien; adrienne adriana;
+marian mariano; marianne mariana; marcel marcello marcelo; marcella marcelle marcela; georgia georgina; friederike rike;
+wilhelmine wilhelmina minna
 )";
 
 struct Table

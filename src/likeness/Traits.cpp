@@ -151,9 +151,13 @@ private:
             name.suffix = m_suffixes.value(word, name.suffix);
         const Numbers given = nameWords(first, name.suffix);
         const Numbers family = withoutParticles(nameWords(last, name.suffix));
-        traits.company = counted(m_words.joined(without(m_legalForms, numbers(record.text(kABOrganizationProperty)))));
+        Numbers company = without(m_legalForms, numbers(record.text(kABOrganizationProperty)));
         traits.isCompany =
-            traits.company != 0 && (record.flags() == kABShowAsCompany || (given.empty() && family.empty()));
+            !company.empty() && (record.flags() == kABShowAsCompany || (given.empty() && family.empty()));
+        const Numbers department = numbers(record.text(kABDepartmentProperty));
+        if (traits.isCompany) // its departments have contacts of their own
+            company.insert(company.end(), department.begin(), department.end());
+        traits.company = counted(m_words.joined(company));
         name.readings.push_back({part(given), part(family)});
         if (traits.isCompany)
             return;

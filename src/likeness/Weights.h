@@ -12,10 +12,10 @@ enum class Sign : quint8 {
     GivenSame, GivenNickname, GivenMistyped, GivenInitial, GivenSecond, GivenUnlike, GivenDiffers,
     FamilySame, FamilyMistyped, FamilyDiffers, FamilyMissing, NamesWrittenDifferently, NamesSwapped,
     MiddleSame, MiddleDiffers, SuffixSame, SuffixOnOne, SuffixDiffers,
-    BirthdaySame, BirthdayOfOtherName, BirthdayWithoutYear, BirthdayMistyped, BirthdayDiffers,
+    BirthdaySame, BirthdayOfOtherName, BirthdayWithoutYear, BirthdayMistyped, BirthdayDecadesApart, BirthdayDiffers,
     PersonalPhoneSame, PhoneSame, SharedPhoneSame, PhonesDiffer, DesksDiffer,
     EmailSame, OfficeEmailSame, EmailsDiffer, AccountSame, PictureSame,
-    AddressSame, AddressNear, StreetSame, CityDiffers, AddressesDiffer, TownSame,
+    AddressSame, AddressNear, StreetSame, CityDiffers, AddressesDiffer, StreetDiffers, TownSame,
     CompanySame, CompaniesDiffer, CompanyNameSame, CompanyNameMistyped, CompanyNameDiffers, CompanyAndPerson,
 };
 // clang-format on
@@ -41,7 +41,7 @@ inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     {Sign::GivenNickname, -1, 3, 0, "same first name, written differently"},
     {Sign::GivenMistyped, -2, 3, 0, "similar first name"},
     {Sign::GivenInitial, 0, 3, 0, "same initial"},
-    {Sign::GivenSecond, 0, -1, 0, "first name of one is a second name of the other"}, // parents' names are given on
+    {Sign::GivenSecond, 0, -4, 0, "first name of one is a second name of the other"}, // as parents' are given on
     {Sign::GivenUnlike, -6, -6, -2, ""}, // there are more pet names than any table has
     {Sign::GivenDiffers, -8, -8, -2, ""}, // both are well known
     {Sign::FamilySame, 0, 0, 0, "same last name"},
@@ -61,7 +61,8 @@ inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     {Sign::BirthdayOfOtherName, 14, 1, 0, "same birthday"},
     {Sign::BirthdayWithoutYear, 8, 4, 0, "same birthday"},
     {Sign::BirthdayMistyped, 2, 1, 4, "similar birthday"},
-    {Sign::BirthdayDiffers, -9, -9, -2, ""},
+    {Sign::BirthdayDecadesApart, 0, -5, 4, "similar birthday"}, // a slip in the year, or a father and his son
+    {Sign::BirthdayDiffers, -14, -14, -2, ""},
 
     // Strangers never share a number or an address. How often people who are close do is in the close column, and a
     // value that several people of the book have weighs less, by kBitsPerSharing.
@@ -82,6 +83,7 @@ inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     {Sign::StreetSame, 0, 0, 0, ""},
     {Sign::CityDiffers, 0, 0, 0, ""},
     {Sign::AddressesDiffer, -1, -1, -5, ""}, // people move, and have two
+    {Sign::StreetDiffers, -3, 0, -0.01, ""}, // in one town
     {Sign::TownSame, 0, 0, 0, "same town"}, // by how rare it is
     {Sign::CompanySame, 0, -2, 0, "same company"}, // by how rare it is; there are more colleagues than relatives
     {Sign::CompaniesDiffer, -1, -1, 0, ""},
