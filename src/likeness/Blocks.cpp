@@ -147,9 +147,8 @@ Candidates candidatePairs(const BookTraits &book, const LikenessProgress &progre
                 isCrowded[begin->contact] = true;
             const auto last = isLarge && end - begin > kNeighbours + 1 ? begin + kNeighbours + 1 : end;
             for (auto other = begin + 1; other < last; ++other) {
-                const auto [a, b] = std::minmax(begin->contact, other->contact,
-                    [&](quint32 x, quint32 y) { return book.contacts[x].rank < book.contacts[y].rank; });
-                candidates.pairs.push_back({a, b});
+                const auto [first, second] = std::minmax(begin->contact, other->contact);
+                candidates.pairs.push_back({first, second});
             }
         }
     }

@@ -6,7 +6,7 @@
 
 #include <compare>
 
-/// Two contacts by number; the one with the lower rank is first, so that the order of the book does not count.
+/// Two contacts by number.
 struct CandidatePair
 {
     quint32 first;

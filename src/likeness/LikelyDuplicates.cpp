@@ -169,9 +169,13 @@ Links linksOf(const BookTraits &book, std::span<const CandidatePair> pairs, cons
     for (Link &link : links)
         link.score = scoreOf(link.evidence, prior);
     std::erase_if(links, [](const Link &link) { return link.score < kPossibleFrom; });
-    std::ranges::sort(links, {}, [&](const Link &link) {
-        return std::tuple(-link.score, book.contacts[link.pair.first].rank, book.contacts[link.pair.second].rank);
-    });
+    const auto rank = [&](quint32 contact) { return book.contacts[contact].rank; };
+    for (auto &[pair, evidence, score] : links) { // so that the order of the book does not count
+        if (rank(pair.first) > rank(pair.second))
+            std::swap(pair.first, pair.second);
+    }
+    std::ranges::sort(links, {},
+        [&](const Link &link) { return std::tuple(-link.score, rank(link.pair.first), rank(link.pair.second)); });
     return {std::move(links), prior};
 }
 

@@ -91,8 +91,11 @@ private:
         if (!givenA.words.empty() && !givenB.words.empty()) {
             const quint32 one = givenA.words.front();
             const quint32 other = givenB.words.front();
-            match.given = std::max({givenName(givenA.whole, givenB.whole), givenName(one, other),
-                otherName(m_a, givenA, other), otherName(m_b, givenB, one)});
+            match.given = givenName(one, other);
+            if (givenA.whole != one || givenB.whole != other)
+                match.given = std::max(match.given, givenName(givenA.whole, givenB.whole));
+            if (match.given < NameLikeness::Nickname)
+                match.given = std::max({match.given, otherName(m_a, givenA, other), otherName(m_b, givenB, one)});
             match.givenWord = commoner(one, other);
         }
         if (!familyA.words.empty() && !familyB.words.empty()) {

@@ -85,8 +85,10 @@ std::string formOf(const std::string &ascii)
 int typingErrors(std::string_view a, std::string_view b)
 {
     constexpr std::size_t kLongest = 64;
+    if (a == b)
+        return 0;
     if (a.empty() || a.size() > kLongest || b.size() > kLongest)
-        return a == b ? 0 : static_cast<int>(std::max(a.size(), b.size()));
+        return static_cast<int>(std::max(a.size(), b.size()));
     // Hyyro's algorithm: a bit per letter of a tells how the table of distances between the beginnings of both changes
     // from one row to the next (up, down), and the loop goes through its columns.
     const std::uint64_t last = std::uint64_t{1} << (a.size() - 1);
