@@ -62,7 +62,7 @@ inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     {Sign::BirthdayWithoutYear, 8, 4, 0, "same birthday"},
     {Sign::BirthdayMistyped, 2, 1, 4, "similar birthday"},
     {Sign::BirthdayDecadesApart, 0, -5, 4, "similar birthday"}, // a slip in the year, or a father and his son
-    {Sign::BirthdayDiffers, -14, -14, -2, ""},
+    {Sign::BirthdayDiffers, -14, -14, -2, ""}, // father and son, as a suffix
 
     // Strangers never share a number or an address. How often people who are close do is in the close column, and a
     // value that several people of the book have weighs less, by kBitsPerSharing.
@@ -83,7 +83,7 @@ inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     {Sign::StreetSame, 0, 0, 0, ""},
     {Sign::CityDiffers, 0, 0, 0, ""},
     {Sign::AddressesDiffer, -1, -1, -5, ""}, // people move, and have two
-    {Sign::StreetDiffers, -3, 0, -0.01, ""}, // in one town
+    {Sign::StreetDiffers, -3, 0, -0.01, ""}, // of one town, which namesakes have in common by chance
     {Sign::TownSame, 0, 0, 0, "same town"}, // by how rare it is
     {Sign::CompanySame, 0, -2, 0, "same company"}, // by how rare it is; there are more colleagues than relatives
     {Sign::CompaniesDiffer, -1, -1, 0, ""},
