@@ -199,6 +199,7 @@ void waits(AppDelegate &app)
         const Heartbeat heartbeat;
         app.scanClicled();
         waitUntil([&app] { return app.outlineViewController() && app.outlineViewController()->selectedItem(); });
+        QTest::qWait(100); // they are painted
         heartbeat.report("longest wait of an event: scan of all conditions");
         report("    findings", double(app.outlineViewController()->findingCount()), "");
         app.scans().reloadUI();

@@ -236,10 +236,11 @@ void Scans::keepResults() const
 
 void Scans::outLineViewRefrash()
 {
-    if (!m_window.results())
+    ResultsView *results = m_window.results();
+    if (!results)
         return;
-    m_window.results()->refresh();
-    m_window.results()->setUpdatesEnabled(true);
+    results->refresh();
+    QTimer::singleShot(0, results, [results] { results->setUpdatesEnabled(true); }); // painting takes as long again
 }
 
 void Scans::reloadUI()
