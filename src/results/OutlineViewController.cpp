@@ -91,8 +91,10 @@ void OutlineViewController::reexamine(const QStringList &uids, const ScanResult 
         setSelected(*next);
     else if (!m_selected && isFiltered())
         selectFirstShown();
-    else
+    else if (m_selected)
         outlineViewSelectionDidChange();
+    else
+        Q_EMIT detailPanelChanged(); // for the counts
 }
 
 void OutlineViewController::setFilter(const QString &text)

@@ -189,6 +189,13 @@ private Q_SLOTS:
         QTRY_COMPARE(results->ignoredCount(), 5);
         QApplication::processEvents();
         QCOMPARE(top(), before);
+
+        tree()->collapseAll(); // nothing is selected then
+        m_app->scans().ignore(results->rootNodes().front()->childrenArray().first(2));
+        QTRY_COMPARE(results->ignoredCount(), 7);
+        const QString count = u"0 of %L1 done, 7 ignored"_s.arg(results->findingCount());
+        const auto labels = window().results()->findChildren<QLabel *>();
+        QVERIFY(std::ranges::any_of(labels, [&](const QLabel *label) { return label->text() == count; }));
     }
 
     void contactsAreComparedAndMerged()
