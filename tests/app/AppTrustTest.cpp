@@ -3,6 +3,7 @@
 #include "app/card/ContactCard.h"
 #include "app/history/BackupActions.h"
 #include "app/history/HistoryWindow.h"
+#include "app/start/BookStatus.h"
 #include "contacts/stores/open/Backups.h"
 #include "support/AppFixture.h"
 #include "support/Files.h"
@@ -22,6 +23,7 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QTextBrowser>
+#include <QToolButton>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
@@ -199,6 +201,9 @@ private Q_SLOTS:
         QTRY_VERIFY(answer.said.contains(m_path + u" was moved, replaced or removed"_s));
         QTRY_COMPARE(ABAddressBook::sharedAddressBook()->file(), m_path);
         QVERIFY(savedBook().contains("\"Anna\"") && savedBook().contains("\"Bo\""));
+        const auto buttons = m_app->mainWindow().bookStatus()->findChildren<QToolButton *>();
+        QVERIFY(std::ranges::none_of(
+            buttons, [](const QToolButton *button) { return button->isVisible() && !button->text().isEmpty(); }));
     }
 
     void theDailyBackupIsOfTheTimeBeforeTheFirstChange()

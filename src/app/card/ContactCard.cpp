@@ -108,6 +108,7 @@ ContactCard::ContactCard(const ABPersonPtr &person, QWidget *parent)
         makeReadOnly(*content);
     auto *foot = new QVBoxLayout;
     foot->setContentsMargins(20, 12, 20, 12);
+    foot->setSpacing(12);
     foot->addWidget(m_reason);
     foot->addWidget(makeButtons());
     auto *layout = innerLayout<QVBoxLayout>(this);

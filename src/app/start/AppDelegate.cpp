@@ -86,7 +86,10 @@ void AppDelegate::connectChanges()
     connect(&m_sideWindows, &SideWindows::peopleChanged, this, &AppDelegate::showChanged);
     connect(&m_sideWindows, &SideWindows::peopleRestored, this, &AppDelegate::showRestored);
     connect(&m_backupActions, &BackupActions::restored, this, &AppDelegate::showRestored);
-    connect(&m_backupActions, &BackupActions::rescued, this, &AppDelegate::openAddressBook);
+    connect(&m_backupActions, &BackupActions::rescued, this, [this](const QString &where) {
+        m_window.bookStatus()->setFailure({}); // what it was rescued from
+        openAddressBook(where);
+    });
     connect(&m_watch, &OutsideWatch::changed, this, [this](const QStringList &uids) {
         qCInfo(lcApp) << uids.size() << "people were changed by another program";
         showChanged(uids);

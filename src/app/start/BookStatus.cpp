@@ -154,5 +154,5 @@ void BookStatus::setFailure(const QString &newest)
     m_failure->setText(QString(shown).replace(u'&', QStringLiteral("&&")));
     m_failure->setToolTip(newest);
     m_failure->setAccessibleName(tr("Failed: %1").arg(newest));
-    m_failure->show();
+    m_failure->setVisible(!newest.isEmpty());
 }

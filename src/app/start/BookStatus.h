@@ -24,7 +24,7 @@ public:
     void setReadOnly(const QString &reason);
     /// Can be cancelled; hidden once there is a name.
     void setOpening(qint64 done, qint64 total);
-    void setFailure(const QString &newest);
+    void setFailure(const QString &newest); ///< empty: none to be shown any more
     /// What was done, for a while, with a link that takes it back where that can be.
     void setMessage(const QString &done, bool canUndo);
     QString message() const { return m_message->toolTip(); }
