@@ -257,6 +257,7 @@ ABDictionary RecordJsonReader::Private::dictionaryFrom(ABProperty property, std:
 {
     ABDictionary dictionary;
     const auto keys = keysOfProperty(property);
+    dictionary.reserve(keys.size());
     for (auto field : taken(value.get_object(), key, "must hold objects as its values")) {
         const std::string_view name = taken(field.unescaped_key());
         const auto part = std::ranges::find_if(keys, [name](const ABKeyInfo &each) {
