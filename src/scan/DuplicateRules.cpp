@@ -82,10 +82,8 @@ std::vector<Group> groupsOfSameKey(const std::vector<const PersonSnapshot *> &pe
 Group candidatesOfSameName(People people)
 {
     RepeatCandidates names;
-    for (std::size_t position = 0; position < people.size(); ++position) {
-        fetchAhead(people, position);
-        names.add(qHash(nameKey(*people[position].record)), people[position]);
-    }
+    for (const PersonSnapshot &person : people)
+        names.add(qHash(nameKey(*person.record)), person);
     return names.takeRepeated();
 }
 
@@ -93,9 +91,7 @@ Group candidatesOfSameName(People people)
 Group candidatesOfSharedEmail(People people)
 {
     RepeatCandidates addresses;
-    for (std::size_t position = 0; position < people.size(); ++position) {
-        fetchAhead(people, position);
-        const auto &person = people[position];
+    for (const PersonSnapshot &person : people) {
         for (const auto &entry : person.record->entries(kABEmailProperty))
             addresses.add(qHash(entry.text()), person);
     }

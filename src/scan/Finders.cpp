@@ -147,32 +147,17 @@ Findings find(Condition condition, People people)
     return std::get<Finder>(ruleOf(condition).search)(people);
 }
 
-void fetchAhead(People people, std::size_t position)
-{
-    constexpr std::size_t kDistance = 8;
-    constexpr std::size_t kCacheLine = 64;
-    if (position + 2 * kDistance >= people.size())
-        return;
-    const auto *record = reinterpret_cast<const std::byte *>(people[position + 2 * kDistance].record.get());
-    for (std::size_t offset = 0; offset < sizeof(PersonRecord); offset += kCacheLine)
-        __builtin_prefetch(record + offset);
-    for (const ABProperty property : {kABEmailProperty, kABPhoneProperty}) {
-        for (const auto &entry : people[position + kDistance].record->entries(property))
-            __builtin_prefetch(entry.text().constData());
-    }
-}
-
 std::vector<Findings> findInOnePass(std::span<const Condition> conditions, People people)
 {
-    std::vector<Predicate> predicates;
-    for (const Condition condition : conditions)
-        predicates.push_back(std::get<Predicate>(ruleOf(condition).search));
+    std::vector<Predicate> predicates; // nullptr where people are compared
+    for (const Condition condition : conditions) {
+        const auto *predicate = std::get_if<Predicate>(&ruleOf(condition).search);
+        predicates.push_back(predicate ? *predicate : nullptr);
+    }
     std::vector<std::vector<ABPersonPtr>> found(conditions.size());
-    for (std::size_t position = 0; position < people.size(); ++position) {
-        fetchAhead(people, position);
-        const auto &[person, record] = people[position];
+    for (const auto &[person, record] : people) {
         for (std::size_t i = 0; i < predicates.size(); ++i) {
-            if (predicates[i](*record))
+            if (predicates[i] && predicates[i](*record))
                 found[i].push_back(person);
         }
     }

@@ -14,10 +14,6 @@ Findings find(Condition condition, People people);
 
 /// Whether the condition depends on one person's record only.
 bool judgesSingleRecords(Condition condition);
-/// find() for several conditions that all judge single records, in their order. Much faster than one by one: reading
-/// the people of a large address book from memory takes longer than judging them.
+/// find() for those of the conditions that judge single records; no findings for the others. Much faster than one by
+/// one: reading the people of a large address book from memory takes longer than judging them.
 std::vector<Findings> findInOnePass(std::span<const Condition> conditions, People people);
-
-/// For loops over all people, at each @p position: asks for the memory of those further on. The records of a large
-/// address book lie anywhere in memory, and waiting for them would take as long again as the scan.
-void fetchAhead(People people, std::size_t position);

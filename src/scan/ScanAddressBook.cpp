@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scan/ScanAddressBook.h"
 
+#include "base/Job.h"
 #include "scan/DuplicateRules.h"
 #include "scan/Finders.h"
 #include "scan/ScanLog.h"
 
 #include <QElapsedTimer>
 
-#include <algorithm>
+#include <list>
 
 Q_LOGGING_CATEGORY(lcScan, "peoplenook.scan")
 Q_LOGGING_CATEGORY(lcScanTrace, "peoplenook.scan.trace", QtWarningMsg)
@@ -19,6 +20,16 @@ PeopleSnapshot currentPeople()
 {
     const auto book = ABAddressBook::sharedAddressBook();
     return book ? book->snapshot() : std::make_shared<const std::vector<PersonSnapshot>>();
+}
+
+Findings timedFind(Condition condition, People people)
+{
+    QElapsedTimer timer;
+    timer.start();
+    Findings findings = find(condition, people);
+    if (condition == Condition::DuplicateContacts)
+        qCDebug(lcScan, "扫描花费的时间：%f", double(timer.nsecsElapsed()) / 1e9);
+    return findings;
 }
 
 } // namespace
@@ -36,21 +47,30 @@ ScanResult ScanAddressBook::examine(const QStringList &selectedTitles)
         if (const auto condition = conditionTitled(title))
             conditions.push_back(*condition);
     }
-    ScanResult result;
-    for (auto next = conditions.cbegin(); next != conditions.cend();) {
-        const auto endOfPass = std::find_if_not(next, conditions.cend(), judgesSingleRecords);
-        if (next != endOfPass) {
-            for (Findings &findings : findInOnePass({next, endOfPass}, *people))
-                result.insert(*next++, std::move(findings));
+    // Each comparison of people runs beside the one pass that judges them one by one.
+    struct Comparison
+    {
+        std::size_t place; // of its condition
+        Findings findings = {};
+        Job job = {};
+    };
+    std::list<Comparison> comparisons;
+    for (std::size_t place = 0; place < conditions.size(); ++place) {
+        if (judgesSingleRecords(conditions[place]))
             continue;
-        }
-        QElapsedTimer timer;
-        timer.start();
-        result.insert(*next, find(*next, *people));
-        if (*next == Condition::DuplicateContacts)
-            qCDebug(lcScan, "扫描花费的时间：%f", double(timer.nsecsElapsed()) / 1e9);
-        ++next;
+        Comparison &comparison = comparisons.emplace_back(place);
+        comparison.job.start([&findings = comparison.findings, condition = conditions[place], &people] {
+            findings = timedFind(condition, *people);
+        });
     }
+    std::vector<Findings> findings = findInOnePass(conditions, *people);
+    for (Comparison &comparison : comparisons) {
+        comparison.job.wait();
+        findings[comparison.place] = std::move(comparison.findings);
+    }
+    ScanResult result;
+    for (std::size_t place = 0; place < conditions.size(); ++place)
+        result.insert(conditions[place], std::move(findings[place]));
     return result;
 }
 
