@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr int kNoYear = 1604; // as cards have a birthday without its year
 constexpr int kGeneration = 15; // years
 
 constexpr quint64 bitOf(Sign sign)
@@ -341,7 +340,7 @@ bool excludesOnePerson(const Evidence &evidence, const PriorOdds &prior, bool ha
 QStringList reasonsOf(const Evidence &evidence)
 {
     QStringList reasons;
-    quint64 told = 0;
+    Evidence told;
     if (evidence.agreeGiven() && evidence.agreeFamily()) {
         const bool isExact = evidence.has(Sign::GivenSame) && evidence.has(Sign::FamilySame)
             && !evidence.hasAny({Sign::NamesWrittenDifferently, Sign::NamesSwapped});
@@ -351,12 +350,11 @@ QStringList reasonsOf(const Evidence &evidence)
                            : QStringLiteral("same name, written differently");
         for (const Sign sign :
             {Sign::GivenSame, Sign::GivenNickname, Sign::GivenMistyped, Sign::FamilySame, Sign::FamilyMistyped})
-            told |= quint64{1} << static_cast<int>(sign);
+            told.add(sign);
     }
     for (const SignWeight &weight : kSignWeights) {
-        const bool isTold = (told >> static_cast<int>(weight.sign) & 1) != 0;
         const QString says = QString::fromLatin1(weight.says);
-        if (evidence.has(weight.sign) && !isTold && !says.isEmpty() && !reasons.contains(says))
+        if (evidence.has(weight.sign) && !told.has(weight.sign) && !says.isEmpty() && !reasons.contains(says))
             reasons += says;
     }
     return reasons;

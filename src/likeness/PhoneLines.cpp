@@ -83,10 +83,7 @@ const QHash<QString, QString> &regionsByCountry()
 
 QString regionOfAddress(const PersonRecord &record)
 {
-    const ABMultiValue *const addresses = record.multiValue(kABAddressProperty);
-    if (!addresses)
-        return {};
-    for (const auto &entry : addresses->entries()) {
+    for (const auto &entry : record.entries(kABAddressProperty)) {
         for (const ABKey key : {kABAddressCountryCodeKey, kABAddressCountryKey}) {
             const QString *const country = entry.dictionary().valueForKey(key);
             const QString region = country ? regionsByCountry().value(country->trimmed().toCaseFolded()) : QString();
@@ -113,7 +110,7 @@ QString regionOfInternational(const QByteArray &digits)
 /// The country of the contact's other numbers, else of its address.
 QString regionOf(const PersonRecord &record)
 {
-    for (const auto &phone : record.multiValue(kABPhoneProperty)->entries()) {
+    for (const auto &phone : record.entries(kABPhoneProperty)) {
         const Entry entry = entryOf(0, phone);
         const QString region = entry.isInternational ? regionOfInternational(entry.digits) : QString();
         if (!region.isEmpty())
@@ -251,9 +248,8 @@ std::vector<std::vector<PhoneLine>> phoneLines(
 {
     std::vector<Entry> entries;
     for (std::size_t contact = 0; contact < people.size(); ++contact) {
-        const ABMultiValue *const phones = people[contact].record->multiValue(kABPhoneProperty);
-        for (std::size_t i = 0; phones && i < phones->entries().size(); ++i) {
-            Entry entry = entryOf(contact, phones->entries()[i]);
+        for (const auto &phone : people[contact].record->entries(kABPhoneProperty)) {
+            Entry entry = entryOf(contact, phone);
             entry.line = {keyOf(entry.digits.toStdString()), 0, useByLabel(entry.phone->label)};
             if (!entry.digits.isEmpty())
                 entries.push_back(std::move(entry));

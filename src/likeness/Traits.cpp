@@ -78,10 +78,8 @@ public:
         traits.birthday = record.birthday().value_or(QDate());
         readName(record, traits);
         readValues(record, traits.values);
-        if (const ABMultiValue *const addresses = record.multiValue(kABAddressProperty)) {
-            for (const auto &entry : addresses->entries())
-                readAddress(entry.dictionary(), traits.addresses);
-        }
+        for (const auto &entry : record.entries(kABAddressProperty))
+            readAddress(entry.dictionary(), traits.addresses);
         return traits;
     }
 
@@ -132,12 +130,8 @@ private:
     void readName(const PersonRecord &record, Traits &traits)
     {
         NameTraits &name = traits.name;
-        const auto textOf = [&](ABProperty property) {
-            const QString *const text = record.text(property);
-            return text ? *text : QString();
-        };
-        QString first = textOf(kABFirstNameProperty);
-        QString last = textOf(kABLastNameProperty);
+        QString first = record.textOrEmpty(kABFirstNameProperty);
+        QString last = record.textOrEmpty(kABLastNameProperty);
         name.spelling = qHashMulti(0, first, last);
         const QString only = first.isEmpty() ? last : last.isEmpty() ? first : QString();
         if (const QString behind = only.section(u',', 1); !behind.isEmpty()) {
@@ -184,26 +178,23 @@ private:
 
     static void readValues(const PersonRecord &record, std::vector<ValueTrait> &values)
     {
-        if (const ABMultiValue *const emails = record.multiValue(kABEmailProperty)) {
-            for (const auto &entry : emails->entries()) {
-                if (entry.text().contains(u'@'))
-                    values.push_back(emailTrait(entry.text()));
-            }
+        for (const auto &entry : record.entries(kABEmailProperty)) {
+            if (entry.text().contains(u'@'))
+                values.push_back(emailTrait(entry.text()));
         }
-        readAccounts(record.multiValue(kABInstantMessageProperty), kABInstantMessageServiceKey,
+        readAccounts(record.entries(kABInstantMessageProperty), kABInstantMessageServiceKey,
             kABInstantMessageUsernameKey, values);
-        readAccounts(record.multiValue(kABSocialProfileProperty), kABSocialProfileServiceKey,
-            kABSocialProfileUsernameKey, values);
+        readAccounts(
+            record.entries(kABSocialProfileProperty), kABSocialProfileServiceKey, kABSocialProfileUsernameKey, values);
         if (const QByteArray *const picture = record.imageData())
             values.push_back(
                 {.kind = ValueKind::Picture, .hash = qHashBits(picture->data(), size_t(picture->size()), 1)});
     }
 
-    static void readAccounts(const ABMultiValue *accounts, ABKey service, ABKey name, std::vector<ValueTrait> &values)
+    static void readAccounts(
+        std::span<const ABMultiValue::Entry> accounts, ABKey service, ABKey name, std::vector<ValueTrait> &values)
     {
-        if (!accounts)
-            return;
-        for (const auto &entry : accounts->entries()) {
+        for (const auto &entry : accounts) {
             const QString *const user = entry.dictionary().valueForKey(name);
             if (!user || user->trimmed().isEmpty())
                 continue;
