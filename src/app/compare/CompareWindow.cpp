@@ -269,7 +269,7 @@ void CompareWindow::showSummary()
         if (m_choices.isIncluded(contact))
             records.push_back(m_choices.records()[contact]);
     }
-    const qsizetype count = qsizetype(records.size());
+    const auto count = qsizetype(records.size());
     m_merge->setText(tr("&Merge %1").arg(counted(count, tr("Contact"), tr("Contacts"))));
     m_merge->setEnabled(count > 1 && !ABAddressBook::isSharedReadOnly());
     m_different->setEnabled(m_merge->isEnabled());

@@ -59,6 +59,7 @@ public:
     /// Calls the listener soon after the store may have changed, even by this program: on any thread, and perhaps once
     /// more after another listener was set. Call it on a thread with an event loop. A store that cannot notice changes
     /// never calls it.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): stores that notice changes keep it
     virtual void setChangeListener(std::function<void()> /*listener*/) { }
 
     /// Newest first, one entry per cause.
