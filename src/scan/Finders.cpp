@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scan/Finders.h"
 
+#include "base/Job.h"
 #include "scan/DuplicateRules.h"
 #include "scan/ScanLog.h"
 
@@ -149,17 +150,27 @@ Findings find(Condition condition, People people)
 
 std::vector<Findings> findInOnePass(std::span<const Condition> conditions, People people)
 {
-    std::vector<Predicate> predicates; // nullptr where people are compared
-    for (const Condition condition : conditions) {
-        const auto *predicate = std::get_if<Predicate>(&ruleOf(condition).search);
-        predicates.push_back(predicate ? *predicate : nullptr);
-    }
-    std::vector<std::vector<ABPersonPtr>> found(conditions.size());
-    for (const auto &[person, record] : people) {
-        for (std::size_t i = 0; i < predicates.size(); ++i) {
-            if (predicates[i] && predicates[i](*record))
-                found[i].push_back(person);
+    std::vector<Predicate> predicates;
+    for (const Condition condition : conditions)
+        predicates.push_back(std::get<Predicate>(ruleOf(condition).search));
+    using Found = std::vector<std::vector<ABPersonPtr>>; // by condition
+    const auto judge = [&predicates](People part) {
+        Found found(predicates.size());
+        for (const auto &[person, record] : part) {
+            for (std::size_t i = 0; i < predicates.size(); ++i) {
+                if (predicates[i](*record))
+                    found[i].push_back(person);
+            }
         }
-    }
+        return found;
+    };
+    const std::size_t half = people.size() / 2;
+    Found rest;
+    Job job;
+    job.start([&rest, &judge, &people, half] { rest = judge(people.subspan(half)); });
+    Found found = judge(people.first(half));
+    job.wait();
+    for (std::size_t i = 0; i < found.size(); ++i)
+        found[i].insert(found[i].end(), rest[i].begin(), rest[i].end());
     return {std::move_iterator(found.begin()), std::move_iterator(found.end())};
 }

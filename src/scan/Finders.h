@@ -14,6 +14,6 @@ Findings find(Condition condition, People people);
 
 /// Whether the condition depends on one person's record only.
 bool judgesSingleRecords(Condition condition);
-/// find() for those of the conditions that judge single records; no findings for the others. Much faster than one by
-/// one: reading the people of a large address book from memory takes longer than judging them.
+/// find() for several conditions that all judge single records, in their order. Much faster than one by one: reading
+/// the people of a large address book from memory takes longer than judging them.
 std::vector<Findings> findInOnePass(std::span<const Condition> conditions, People people);

@@ -9,7 +9,7 @@
 
 #include <QElapsedTimer>
 
-#include <list>
+#include <algorithm>
 
 Q_LOGGING_CATEGORY(lcScan, "peoplenook.scan")
 Q_LOGGING_CATEGORY(lcScanTrace, "peoplenook.scan.trace", QtWarningMsg)
@@ -47,30 +47,27 @@ ScanResult ScanAddressBook::examine(const QStringList &selectedTitles)
         if (const auto condition = conditionTitled(title))
             conditions.push_back(*condition);
     }
-    // Each comparison of people runs beside the one pass that judges them one by one.
-    struct Comparison
-    {
-        std::size_t place; // of its condition
-        Findings findings = {};
-        Job job = {};
-    };
-    std::list<Comparison> comparisons;
-    for (std::size_t place = 0; place < conditions.size(); ++place) {
-        if (judgesSingleRecords(conditions[place]))
-            continue;
-        Comparison &comparison = comparisons.emplace_back(place);
-        comparison.job.start([&findings = comparison.findings, condition = conditions[place], &people] {
-            findings = timedFind(condition, *people);
-        });
-    }
-    std::vector<Findings> findings = findInOnePass(conditions, *people);
-    for (Comparison &comparison : comparisons) {
-        comparison.job.wait();
-        findings[comparison.place] = std::move(comparison.findings);
-    }
+    // Runs beside the others, which write lines and do it in order.
+    Findings sharing;
+    Job comparison;
+    if (std::ranges::find(conditions, Condition::ShareEmail) != conditions.end())
+        comparison.start([&sharing, &people] { sharing = sharedEmails(*people); });
     ScanResult result;
-    for (std::size_t place = 0; place < conditions.size(); ++place)
-        result.insert(conditions[place], std::move(findings[place]));
+    for (auto next = conditions.cbegin(); next != conditions.cend();) {
+        const auto endOfPass = std::find_if_not(next, conditions.cend(), judgesSingleRecords);
+        if (next != endOfPass) {
+            for (Findings &findings : findInOnePass({next, endOfPass}, *people))
+                result.insert(*next++, std::move(findings));
+            continue;
+        }
+        if (*next == Condition::ShareEmail) {
+            comparison.wait();
+            result.insert(*next, sharing);
+        } else {
+            result.insert(*next, timedFind(*next, *people));
+        }
+        ++next;
+    }
     return result;
 }
 
