@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <mutex>
 
 namespace {
 
@@ -263,12 +264,14 @@ public:
 private:
     static void write(QtMsgType type, const QMessageLogContext &context, const QString &line)
     {
+        const std::scoped_lock lock(s_mutex); // jobs write lines, too
         if (s_out && type == QtCriticalMsg)
             *s_out << line.toStdString() << '\n';
         else if (s_out)
             *s_out << context.category << ": " << line.trimmed().toStdString() << '\n';
     }
 
+    static inline std::mutex s_mutex;
     static inline std::ostream *s_out = nullptr; // a message handler is told nothing of its owner
     QtMessageHandler m_previous;
 };
