@@ -165,8 +165,8 @@ private Q_SLOTS:
     {
         QList<int> fields;
         for (const ColumnMenu &menu : allMenusArray()) {
-            for (const Field field : menu.fields)
-                fields += int(field);
+            for (const FieldInfo &info : menu.fields)
+                fields += int(info.field);
         }
         QCOMPARE(fields.size(), kFieldCount);
         QCOMPARE(QSet<int>(fields.begin(), fields.end()).size(), kFieldCount);

@@ -11,12 +11,11 @@ ColumnChoice::ColumnChoice(LoadContactsViewController &controller, QWidget *pare
     for (const ColumnMenu &menu : allMenusArray()) {
         auto *items = new QMenu(menu.title, parent);
         items->setObjectName(menu.name);
-        for (const Field field : menu.fields) {
-            const QString title = fieldInfo(field).label;
-            QAction *item = items->addAction(title);
+        for (const FieldInfo &field : menu.fields) {
+            QAction *item = items->addAction(field.label);
             item->setCheckable(true);
-            item->setChecked(m_controller.isColumnShown(field));
-            connect(item, &QAction::triggered, this, [this, title] { m_controller.menuDidChange(title); });
+            item->setChecked(m_controller.isColumnShown(field.field));
+            connect(item, &QAction::triggered, this, [this, &field] { m_controller.menuDidChange(field.label); });
         }
         m_menus += items;
     }

@@ -59,14 +59,6 @@ const auto kRelatedNames = std::to_array<LabelledField>({
     {Field::Manager, kABManagerLabel},
 });
 
-/// Without the country code, which stands last.
-constexpr int kExportedAddressParts = kAddressPartCount - 1;
-
-Field plus(Field field, int offset)
-{
-    return static_cast<Field>(static_cast<int>(field) + offset);
-}
-
 ABMultiValue labelled(const RowTexts &texts, std::span<const LabelledField> fields)
 {
     std::vector<ABMultiValue::Entry> entries;
@@ -83,11 +75,10 @@ ABMultiValue addresses(const RowTexts &texts)
     std::vector<ABMultiValue::Entry> entries;
     for (const FieldGroup group : {FieldGroup::Home, FieldGroup::Work}) {
         ABDictionary address;
-        const Field first = plus(Field::HomeStreet, kAddressPartCount * static_cast<int>(group));
-        for (int i = 0; i < kExportedAddressParts; ++i) {
-            const Field field = plus(first, i);
-            if (const QString *text = texts.at(field))
-                address.setValue(*text, *fieldInfo(field).part);
+        for (const FieldInfo &info : fieldsOfGroup(kABAddressProperty, group)) {
+            const QString *text = texts.at(info.field);
+            if (text && info.part != kABAddressCountryCodeKey)
+                address.setValue(*text, *info.part);
         }
         entries.push_back({labelOfGroup(group), std::move(address)});
     }
@@ -98,13 +89,10 @@ void setAccounts(PersonRecord &record, const RowTexts &texts)
 {
     std::vector<ABMultiValue::Entry> entries;
     for (const FieldGroup group : {FieldGroup::Home, FieldGroup::Work}) {
-        const Field first = plus(Field::HomeAim, kMessagingServiceCount * static_cast<int>(group));
-        for (int i = 0; i < kMessagingServiceCount; ++i) {
-            const Field field = plus(first, i);
-            if (const QString *user = texts.at(field))
+        for (const FieldInfo &info : fieldsOfGroup(kABInstantMessageProperty, group)) {
+            if (const QString *user = texts.at(info.field))
                 entries.push_back({labelOfGroup(group),
-                    ABDictionary{{kABInstantMessageServiceKey, fieldInfo(field).service},
-                        {kABInstantMessageUsernameKey, *user}}});
+                    ABDictionary{{kABInstantMessageServiceKey, info.service}, {kABInstantMessageUsernameKey, *user}}});
         }
     }
     if (!entries.empty())

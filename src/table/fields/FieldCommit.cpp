@@ -41,8 +41,7 @@ const FieldInfo &infoOf(const QString &fieldLabel)
 
 bool isLabelOfProperty(const QString &label, ABProperty property)
 {
-    const auto fields = fieldsOfProperty(property);
-    return std::ranges::find(fields, label, &FieldInfo::storeLabel) != fields.end();
+    return fieldWith(fieldsOfProperty(property), &FieldInfo::storeLabel, label) != nullptr;
 }
 
 /// E-mails, URLs and phones: one text a label.
@@ -67,8 +66,7 @@ ABMultiValue withLabelledText(const OldValue &old, const FieldInfo &field, const
 
 bool isServiceOfProperty(const QString &service, ABProperty property)
 {
-    const auto fields = fieldsOfProperty(property);
-    return std::ranges::find(fields, service, &FieldInfo::service) != fields.end();
+    return fieldWith(fieldsOfProperty(property), &FieldInfo::service, service) != nullptr;
 }
 
 /// A known service's word in diagnostic lines.

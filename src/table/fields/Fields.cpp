@@ -51,7 +51,6 @@ constexpr auto kAddressParts = std::to_array<std::pair<const char *, ABKey>>({
     {"Country", kABAddressCountryKey},
     {"Country Code", kABAddressCountryCodeKey},
 });
-static_assert(std::size(kAddressParts) == kAddressPartCount);
 
 /// Builds the rows in the order of Field, which it relies on.
 class FieldTable
@@ -143,7 +142,6 @@ private:
     }
     void addAccounts(std::initializer_list<Row> services)
     {
-        Q_ASSERT(services.size() == kMessagingServiceCount);
         for (int group = 0; group < kFieldGroupCount; ++group) {
             for (const auto &[word, service] : services)
                 add(group, word, FieldFamily::InstantMessage, kABInstantMessageProperty).service = service;
@@ -185,6 +183,12 @@ std::optional<Field> fieldLabelled(QStringView label)
     return found == fields.end() ? std::nullopt : std::optional(*found);
 }
 
+const FieldInfo *fieldWith(std::span<const FieldInfo> fields, QString FieldInfo::*column, const QString &text)
+{
+    const auto found = std::ranges::find(fields, text, column);
+    return found == fields.end() ? nullptr : &*found;
+}
+
 FieldGroup groupOfLabel(const QString &storeLabel)
 {
     if (storeLabel == kABHomeLabel)
@@ -196,4 +200,11 @@ const QString &labelOfGroup(FieldGroup group)
 {
     static const std::array<QString, kFieldGroupCount> labels{kABHomeLabel, kABWorkLabel, kABOtherLabel};
     return labels[static_cast<std::size_t>(group)];
+}
+
+std::span<const FieldInfo> fieldsOfGroup(ABProperty property, FieldGroup group)
+{
+    const auto fields = fieldsOfProperty(property);
+    const std::size_t count = fields.size() / kFieldGroupCount;
+    return fields.subspan(count * static_cast<std::size_t>(group), count);
 }

@@ -41,6 +41,7 @@ enum class Field : quint8 {
     WorkPhone,
     HomePhone,
     HomeStreet, // six parts each of the home, the work and the other address
+    HomeCity,
     Father = HomeStreet + 18,
     Mother,
     Parent,
@@ -60,9 +61,7 @@ enum class Field : quint8 {
     HomeAim, // ten services each of the home, the work and the other accounts
 };
 
-inline constexpr int kAddressPartCount = 6;
-inline constexpr int kMessagingServiceCount = 10;
-inline constexpr int kFieldCount = static_cast<int>(Field::HomeAim) + 3 * kMessagingServiceCount;
+inline constexpr int kFieldCount = static_cast<int>(Field::HomeAim) + 30;
 
 /// Where a field's value comes from and how an edit is written back.
 enum class FieldFamily : quint8 {
@@ -94,6 +93,8 @@ const FieldInfo &fieldInfo(Field field);
 std::span<const FieldInfo> fieldsOfProperty(ABProperty property);
 /// Exact comparison; nothing for other texts.
 std::optional<Field> fieldLabelled(QStringView label);
+/// The first of @p fields with this text, such as a stored label; null if there is none.
+const FieldInfo *fieldWith(std::span<const FieldInfo> fields, QString FieldInfo::*column, const QString &text);
 
 /// The group of fields for an address or messaging account with this label. Labels other than home and work, and none,
 /// are other.
@@ -102,3 +103,5 @@ inline constexpr int kFieldGroupCount = 3;
 FieldGroup groupOfLabel(const QString &storeLabel);
 /// The label for an entry of the group.
 const QString &labelOfGroup(FieldGroup group);
+/// The parts of the group's address, or the services of its accounts, in the same order for each group.
+std::span<const FieldInfo> fieldsOfGroup(ABProperty property, FieldGroup group);

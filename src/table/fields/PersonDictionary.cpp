@@ -7,23 +7,6 @@
 
 #include <algorithm>
 
-namespace {
-
-Field operator+(Field field, int offset)
-{
-    return static_cast<Field>(static_cast<int>(field) + offset);
-}
-
-/// Null where none of the fields of @p property has this text.
-const FieldInfo *fieldOf(ABProperty property, QString FieldInfo::*column, const QString &text)
-{
-    const auto fields = fieldsOfProperty(property);
-    const auto found = std::ranges::find(fields, text, column);
-    return found == fields.end() ? nullptr : &*found;
-}
-
-} // namespace
-
 FieldValue PersonDictionary::value(const Entry &entry) const
 {
     if (entry.m_text)
@@ -126,7 +109,7 @@ public:
         if (form == DictionaryForm::Table)
             set(Field::FullName, nullptr);
         for (const auto &entry : record.entries(kABEmailProperty)) {
-            const FieldInfo *field = fieldOf(kABEmailProperty, &FieldInfo::storeLabel, entry.label);
+            const FieldInfo *field = fieldWith(fieldsOfProperty(kABEmailProperty), &FieldInfo::storeLabel, entry.label);
             set(field ? field->field : Field::OtherEmail, &entry.text());
         }
         addLabelled(record, kABURLsProperty);
@@ -161,17 +144,19 @@ private:
 
     void addLabelled(const PersonRecord &record, ABProperty property)
     {
+        const auto fields = fieldsOfProperty(property);
         for (const auto &entry : record.entries(property)) {
-            if (const FieldInfo *field = fieldOf(property, &FieldInfo::storeLabel, entry.label))
+            if (const FieldInfo *field = fieldWith(fields, &FieldInfo::storeLabel, entry.label))
                 set(field->field, &entry.text());
         }
     }
 
     void addAddress(const ABMultiValue::Entry &entry)
     {
-        const Field first = Field::HomeStreet + kAddressPartCount * static_cast<int>(groupOfLabel(entry.label));
-        for (const auto &[key, text] : entry.dictionary())
-            set(first + (static_cast<int>(key) - static_cast<int>(kABAddressStreetKey)), &text);
+        for (const FieldInfo &info : fieldsOfGroup(kABAddressProperty, groupOfLabel(entry.label))) {
+            if (const QString *text = entry.dictionary().valueForKey(*info.part))
+                set(info.field, text);
+        }
     }
 
     void addProfile(const ABMultiValue::Entry &entry)
@@ -180,22 +165,22 @@ private:
         const QString *user = entry.dictionary().valueForKey(kABSocialProfileUsernameKey);
         if (entry.label != kABHomeLabel || !service || !user)
             return;
-        if (const FieldInfo *field = fieldOf(kABSocialProfileProperty, &FieldInfo::service, *service))
+        if (const FieldInfo *field =
+                fieldWith(fieldsOfProperty(kABSocialProfileProperty), &FieldInfo::service, *service))
             set(field->field, user);
     }
 
     void addAccount(const ABMultiValue::Entry &entry)
     {
         const QString *service = entry.dictionary().valueForKey(kABInstantMessageServiceKey);
-        // Of the home group; the others follow in the same order.
-        const FieldInfo *home = service ? fieldOf(kABInstantMessageProperty, &FieldInfo::service, *service) : nullptr;
-        if (!home)
+        const auto services = fieldsOfGroup(kABInstantMessageProperty, groupOfLabel(entry.label));
+        const FieldInfo *field = service ? fieldWith(services, &FieldInfo::service, *service) : nullptr;
+        if (!field)
             return;
-        const Field field = home->field + kMessagingServiceCount * static_cast<int>(groupOfLabel(entry.label));
         if (const QString *user = entry.dictionary().valueForKey(kABInstantMessageUsernameKey))
-            set(field, user);
+            set(field->field, user);
         else // the last account counts here too: one without a user name leaves none of an earlier one
-            m_dictionary.remove(field);
+            m_dictionary.remove(field->field);
     }
 
     PersonDictionary m_dictionary;

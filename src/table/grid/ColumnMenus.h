@@ -14,7 +14,7 @@ struct ColumnMenu
 {
     QLatin1StringView name; ///< for code
     QLatin1StringView title; ///< for the user
-    std::vector<Field> fields; ///< in menu order
+    std::span<const FieldInfo> fields; ///< in menu order
 };
 
 /// Together they hold every field once.
