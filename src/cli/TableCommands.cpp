@@ -14,7 +14,7 @@ std::string toJson(const PersonDictionary &row)
 {
     Json json = {{"Person", row.person()->uniqueId().toStdString()}};
     for (const auto &entry : row.entries())
-        json[fieldInfo(entry.field()).label.toStdString()] = row.text(entry.field()).toStdString();
+        json[fieldInfo(entry.field()).label.toStdString()] = row.text(entry).toStdString();
     return json.dump();
 }
 

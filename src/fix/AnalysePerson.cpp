@@ -36,7 +36,7 @@ DisplayFields analysePerson(const ABPerson &person)
     const auto addFields = [&](Field from, Field to) {
         for (const auto &entry : dictionary.entries()) {
             if (entry.field() >= from && entry.field() < to)
-                fields.emplace_back(fieldInfo(entry.field()).label, dictionary.text(entry.field()));
+                fields.emplace_back(fieldInfo(entry.field()).label, dictionary.text(entry));
         }
     };
     addFields(Field::PhoneticFirstName, Field::HomeStreet);

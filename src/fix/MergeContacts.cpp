@@ -188,7 +188,7 @@ void logFields(const std::vector<PersonDictionary> &dictionaries)
         values += dictionary.person()->uniqueId();
         for (const auto &entry : dictionary.entries()) {
             keys += fieldInfo(entry.field()).label;
-            values += dictionary.text(entry.field());
+            values += dictionary.text(entry);
         }
     }
     qCDebug(lcFix, "所有的keys：%s", qUtf8Printable(keys.join(u',')));

@@ -69,8 +69,7 @@ std::vector<Field> shownFields(const PersonDictionary &row, LineOrder order)
     std::vector<Field> fields;
     fields.reserve(row.entries().size());
     for (const PersonDictionary::Entry &entry : row.entries()) {
-        const QString *kept = row.keptText(entry.field());
-        if (kept != nullptr ? !kept->isEmpty() : !row.text(entry.field()).isEmpty())
+        if (!row.text(entry).isEmpty())
             fields.push_back(entry.field());
     }
     if (order == LineOrder::Fixed)

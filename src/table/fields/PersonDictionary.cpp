@@ -35,12 +35,6 @@ QString PersonDictionary::text(const Entry &entry) const
     return entry.m_field == Field::Birthday ? m_birthday.toString(Qt::ISODate) : nameKey(*m_record);
 }
 
-const QString *PersonDictionary::keptText(Field field) const
-{
-    const Entry *entry = find(field);
-    return entry ? entry->m_text : nullptr;
-}
-
 PersonDictionary PersonDictionary::withFields(std::span<const Field> fields) const
 {
     PersonDictionary copy;

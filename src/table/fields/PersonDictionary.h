@@ -46,9 +46,7 @@ public:
     /// A text unchanged, a date as YYYY-MM-DD; null (isNull) if absent.
     QString text(Field field) const;
     QString text(const Entry &entry) const;
-    /// The stored text, valid as long as the dictionary; null if absent, and for a date or full name, which text()
-    /// computes.
-    const QString *keptText(Field field) const;
+    /// The stored text, valid as long as the dictionary; null for a date or full name, which text() computes.
     const QString *keptText(const Entry &entry) const { return entry.m_text; }
 
     /// A copy without a person, with those of these fields that have a value, in their order.

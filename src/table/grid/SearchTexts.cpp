@@ -62,8 +62,7 @@ SearchTexts::Slice SearchTexts::add(const PersonDictionary &row)
 {
     const std::size_t begin = m_texts.size();
     for (const auto &entry : row.entries()) {
-        const QString *kept = row.keptText(entry);
-        const QString text = kept ? *kept : row.text(entry.field());
+        const QString text = row.text(entry);
         appendFolded(m_texts, text);
         if (fieldInfo(entry.field()).property != kABPhoneProperty)
             continue;
