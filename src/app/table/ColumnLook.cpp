@@ -8,7 +8,7 @@
 
 void ColumnLook::follow(const QAbstractItemModel &model)
 {
-    const auto remembers = [this] { remember(); };
+    const auto remembers = [this] { m_widths = widths(); };
     const auto restores = [this] { restore(); };
     QObject::connect(&model, &QAbstractItemModel::columnsAboutToBeInserted, &m_view, remembers);
     QObject::connect(&model, &QAbstractItemModel::columnsInserted, &m_view, restores);
@@ -20,18 +20,11 @@ void ColumnLook::follow(const QAbstractItemModel &model)
     QObject::connect(&model, &QAbstractItemModel::modelReset, &m_view, restores);
 }
 
-void ColumnLook::remember()
-{
-    m_widths.clear();
-    for (int column = 0; column < int(columns().size()); ++column)
-        m_widths[columns()[std::size_t(column)]] = m_view.columnWidth(column);
-}
-
 void ColumnLook::restore()
 {
     for (int column = 0; column < int(columns().size()); ++column) {
-        const auto known = m_widths.find(columns()[std::size_t(column)]);
-        m_view.setColumnWidth(column, known == m_widths.end() ? ContactTableModel::kColumnWidth : known->second);
+        const int width = m_widths[fieldInfo(columns()[std::size_t(column)]).label].toInt();
+        m_view.setColumnWidth(column, width > 0 ? width : ContactTableModel::kColumnWidth);
     }
     showSortArrow();
 }
@@ -46,10 +39,8 @@ QVariantMap ColumnLook::widths() const
 
 void ColumnLook::setWidths(const QVariantMap &widths)
 {
-    for (int column = 0; column < int(columns().size()); ++column) {
-        if (const int width = widths[fieldInfo(columns()[std::size_t(column)]).label].toInt(); width > 0)
-            m_view.setColumnWidth(column, width);
-    }
+    m_widths = widths;
+    restore();
 }
 
 void ColumnLook::fitContents()

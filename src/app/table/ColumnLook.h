@@ -7,8 +7,6 @@
 #include <QTableView>
 #include <QVariantMap>
 
-#include <map>
-
 /// The column widths and sort arrow of the contact table, by field: the view stores them by position, and would give
 /// them to other columns when one is moved, shown or hidden.
 class ColumnLook
@@ -28,11 +26,10 @@ public:
     void showSortArrow();
 
 private:
-    void remember(); // before a change
-    void restore(); // after it; new columns get the default width
+    void restore(); // m_widths; other columns get the default width
     const std::vector<Field> &columns() const { return m_controller.getTableView()->columns(); }
 
     QTableView &m_view;
     const LoadContactsViewController &m_controller;
-    std::map<Field, int> m_widths;
+    QVariantMap m_widths; // before the columns changed
 };

@@ -39,7 +39,6 @@ ContactTableView::ContactTableView(LoadContactsViewController &controller, QWidg
     , m_columnChoice(controller, this)
     , m_contextMenu(new QMenu(this))
 {
-    m_search->setPlaceholderText(tr("Search in all fields"));
     makeSearchField(*m_search, tr("Search contacts"));
     m_pages->addWidget(m_table);
     m_pages->addWidget(m_emptyPage);

@@ -21,7 +21,6 @@ public:
     /// Each word must be in some field of a row, visible or not, ignoring case. Takes some milliseconds for 100,000
     /// rows. Texts are collected in the background when the first or many new rows come; until then all rows are shown.
     void setFilterText(const QString &text);
-    const QString &filterText() const { return m_text; }
 
     QModelIndex mapToSource(const QModelIndex &index) const override;
     QModelIndex mapFromSource(const QModelIndex &index) const override;
