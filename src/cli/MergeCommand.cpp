@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/Commands.h"
 #include "fix/Comparison.h"
+#include "fix/LostValues.h"
 #include "fix/MergeContacts.h"
 #include "fix/MergeInto.h"
 
@@ -18,12 +19,9 @@ ExitStatus runMerge(const MergeOptions &options, const CommandContext &context)
     if (people.isEmpty())
         return ExitStatus::Refused;
     std::vector<StoredRecord> stored;
-    std::vector<PersonRecordPtr> records;
-    for (const auto &person : people) {
+    for (const auto &person : people)
         stored.push_back({person->uniqueId(), person->record()});
-        records.push_back(person->record());
-    }
-    Comparison comparison(records);
+    Comparison comparison(recordsOf(people));
     comparison.keepEverything();
     const PersonRecord result = options.asRepair ? *mergeContacts(people)->record() : comparison.result();
     if (const auto merged = mergeInto(*book, stored, result); !merged)

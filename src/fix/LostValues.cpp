@@ -49,6 +49,14 @@ bool hasCardLine(const Records &records, const KeptLine &line)
 
 } // namespace
 
+Records recordsOf(const QList<ABPersonPtr> &people)
+{
+    Records records;
+    for (const ABPersonPtr &person : people)
+        records.push_back(person->record());
+    return records;
+}
+
 std::vector<LostValue> lostValues(const Records &before, const Records &after)
 {
     std::vector<LostValue> losses;

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/model/PersonRecord.h"
+#include "contacts/book/ABPerson.h"
+
+#include <QList>
 
 #include <vector>
 
@@ -13,6 +15,9 @@ struct LostValue
     QString label; ///< of a list's value, as stored; null without one
     QString text;
 };
+
+/// As they are now, in the order of the people.
+std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people);
 
 /// The values of @p before that are missing in @p after, in the order of the properties, each once. A value that is
 /// only spelled differently, has another label or is in the note is not lost; empty ones do not count.

@@ -9,14 +9,6 @@
 
 namespace {
 
-std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people)
-{
-    std::vector<PersonRecordPtr> records;
-    for (const ABPersonPtr &person : people)
-        records.push_back(person->record());
-    return records;
-}
-
 std::vector<LostValue> lostByMerge(const Finding &finding)
 {
     const QList<ABPersonPtr> people = peopleToMerge(finding);

@@ -13,7 +13,7 @@
 
 namespace {
 
-std::vector<PersonRecordPtr> recordsOf(const QList<QByteArray> &texts)
+std::vector<PersonRecordPtr> recordsFrom(const QList<QByteArray> &texts)
 {
     std::vector<PersonRecordPtr> records;
     for (const QByteArray &text : texts)
@@ -95,7 +95,7 @@ private Q_SLOTS:
     void merged()
     {
         QFETCH(QList<QByteArray>, sources);
-        Comparison comparison(recordsOf(sources));
+        Comparison comparison(recordsFrom(sources));
         QTEST(textOf(comparison.result()), "atFirst");
         comparison.keepEverything();
         QTEST(textOf(comparison.result()), "everything");
@@ -103,7 +103,7 @@ private Q_SLOTS:
 
     void choices()
     {
-        Comparison comparison(recordsOf({"{'title':'Dr','email':[{'value':'a'},{'value':'b'}]}",
+        Comparison comparison(recordsFrom({"{'title':'Dr','email':[{'value':'a'},{'value':'b'}]}",
             "{'title':'Prof','email':[{'value':'c'}]}", "{'title':'Sir','email':[{'value':'d'}]}"}));
         comparison.setIncluded(0, false);
         QCOMPARE(
@@ -119,7 +119,7 @@ private Q_SLOTS:
 
     void theFullerValueIsLeftOut()
     {
-        Comparison comparison(recordsOf({"{'organization':'acme inc','phone':[{'value':'(971) 555-0190'}]}",
+        Comparison comparison(recordsFrom({"{'organization':'acme inc','phone':[{'value':'(971) 555-0190'}]}",
             "{'organization':'Acme, Inc.','phone':[{'value':'+1 971 555 0190'}]}"}));
         comparison.setIncluded(1, false);
         QCOMPARE(textOf(comparison.result()), "{'organization':'acme inc','phone':[{'value':'(971) 555-0190'}]}");
@@ -172,7 +172,7 @@ private Q_SLOTS:
         QFETCH(QList<QByteArray>, before);
         QFETCH(QByteArray, after);
         QStringList texts;
-        for (const LostValue &value : lostValues(recordsOf(before), recordsOf({after})))
+        for (const LostValue &value : lostValues(recordsFrom(before), recordsFrom({after})))
             texts += QString(value.name) + u' ' + value.text;
         QTEST(texts.join(QStringLiteral("; ")), "lost");
     }

@@ -29,14 +29,6 @@ QString textOf(const LostValue &value)
 
 } // namespace
 
-std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people)
-{
-    std::vector<PersonRecordPtr> records;
-    for (const ABPersonPtr &person : people)
-        records.push_back(person->record());
-    return records;
-}
-
 QPixmap recordPicture(const PersonRecord &record, int size, qreal ratio, const QString &uid)
 {
     const QByteArray *image = record.imageData();

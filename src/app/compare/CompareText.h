@@ -10,7 +10,6 @@
 
 // What the window that compares contacts says and shows of them and their values.
 
-std::vector<PersonRecordPtr> recordsOf(const QList<ABPersonPtr> &people);
 QPixmap recordPicture(const PersonRecord &record, int size, qreal ratio, const QString &uid = {});
 
 /// A name to tell the contact by; never empty.
