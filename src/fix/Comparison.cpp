@@ -176,12 +176,22 @@ void Comparison::keepEverything()
     }
 }
 
+std::vector<std::size_t> Comparison::included() const
+{
+    std::vector<std::size_t> included;
+    for (std::size_t contact = 0; contact < m_included.size(); ++contact) {
+        if (m_included[contact])
+            included.push_back(contact);
+    }
+    return included;
+}
+
 PersonRecord Comparison::result() const
 {
-    const auto first = std::ranges::find(m_included, true);
-    if (first == m_included.end())
+    const std::vector<std::size_t> contacts = included();
+    if (contacts.empty())
         return {};
-    PersonRecord result = *m_records[std::size_t(first - m_included.begin())];
+    PersonRecord result = *m_records[contacts.front()];
     for (const Row &row : m_rows) {
         if (row.isSingle)
             setSingle(result, row);
@@ -193,9 +203,9 @@ PersonRecord Comparison::result() const
     else if (!result.text(kABNoteProperty) || !result.text(kABNoteProperty)->isEmpty())
         result.removeValue(kABNoteProperty);
     std::vector<KeptLine> lines;
-    for (std::size_t contact = 0; contact < m_records.size(); ++contact) {
+    for (const std::size_t contact : contacts) {
         for (const KeptLine &line : m_records[contact]->keptLines()) {
-            if (m_included[contact] && std::ranges::find(lines, line) == lines.end())
+            if (std::ranges::find(lines, line) == lines.end())
                 lines.push_back(line);
         }
     }

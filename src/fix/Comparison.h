@@ -42,6 +42,7 @@ public:
     /// and where a value of it was the fuller one, what is left of that is.
     void setIncluded(std::size_t contact, bool isIncluded);
     bool isIncluded(std::size_t contact) const { return m_included[contact]; }
+    std::vector<std::size_t> included() const; ///< the contacts that are not left out
     /// Whether the value goes into the result: chosen, of an included contact.
     bool isTaken(const Row &row, std::size_t contact) const;
     /// For an existing value. A single row drops its previous choice.

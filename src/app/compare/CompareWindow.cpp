@@ -116,27 +116,21 @@ void CompareWindow::showRows()
     if (note)
         addRow(*note);
     std::vector<StickyGrid::Row> widgets;
-    QWidget *before = repairButton();
-    for (const GridCell *head : m_heads.cells) {
-        setTabOrder(before, head->button());
-        before = head->button();
-    }
     for (const ShownRow &row : m_rows)
         widgets.push_back(row.widgets);
     m_grid->setRows(std::move(widgets));
+    QWidgetList order{repairButton()};
+    for (const GridCell *head : m_heads.cells)
+        order += head->button();
     for (const ShownRow &row : m_rows) {
         for (const GridCell *cell : row.widgets.cells) {
-            if (cell) {
-                setTabOrder(before, cell->button());
-                before = cell->button();
-            }
+            if (cell)
+                order += cell->button();
         }
     }
-    for (QWidget *next : {static_cast<QWidget *>(m_toNote), static_cast<QWidget *>(m_different),
-             static_cast<QWidget *>(m_cancel), static_cast<QWidget *>(m_merge)}) {
-        setTabOrder(before, next);
-        before = next;
-    }
+    order += {m_toNote, m_different, m_cancel, m_merge};
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order[i - 1], order[i]);
     showChoices();
 }
 
@@ -177,14 +171,15 @@ QAbstractButton *CompareWindow::makeButton(std::size_t index, std::size_t contac
 void CompareWindow::showChoices()
 {
     m_result = m_repaired ? *m_repaired->records().back() : m_choices.result();
+    const std::vector<std::size_t> included = m_choices.included();
     for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
         GridCell *head = m_heads.cells[contact];
-        head->button()->setChecked(m_choices.isIncluded(contact));
-        const bool isFirst = contact == firstIncluded();
+        const bool isIncluded = m_choices.isIncluded(contact);
+        head->button()->setChecked(isIncluded);
         head->setText(nameOf(*m_choices.records()[contact]),
-            !m_choices.isIncluded(contact) ? tr("left out, stays as it is")
-                : isFirst                  ? tr("the others are merged into this contact")
-                                           : tr("is merged and removed"));
+            !isIncluded                       ? tr("left out, stays as it is")
+                : contact == included.front() ? tr("the others are merged into this contact")
+                                              : tr("is merged and removed"));
     }
     for (const ShownRow &row : m_rows)
         showRow(row);
@@ -265,10 +260,8 @@ QString CompareWindow::resultText(const Comparison::Row &row) const
 void CompareWindow::showSummary()
 {
     std::vector<PersonRecordPtr> records;
-    for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
-        if (m_choices.isIncluded(contact))
-            records.push_back(m_choices.records()[contact]);
-    }
+    for (const std::size_t contact : m_choices.included())
+        records.push_back(m_choices.records()[contact]);
     const auto count = qsizetype(records.size());
     m_merge->setText(tr("&Merge %1").arg(counted(count, tr("Contact"), tr("Contacts"))));
     m_merge->setEnabled(count > 1 && !ABAddressBook::isSharedReadOnly());
@@ -284,14 +277,6 @@ void CompareWindow::showSummary()
     m_summary->setAccessibleDescription(summary.leftBehind.join(QStringLiteral("; ")));
 }
 
-std::size_t CompareWindow::firstIncluded() const
-{
-    std::size_t contact = 0;
-    while (contact + 1 < m_choices.records().size() && !m_choices.isIncluded(contact))
-        ++contact;
-    return contact;
-}
-
 void CompareWindow::keepEverything()
 {
     m_choices.keepEverything();
@@ -302,13 +287,8 @@ void CompareWindow::showRepair(bool isShown)
 {
     m_repaired.reset();
     if (isShown) {
-        QList<ABPersonPtr> people;
-        for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
-            if (m_choices.isIncluded(contact))
-                people += m_people[qsizetype(contact)];
-        }
         std::vector<PersonRecordPtr> records = m_choices.records();
-        records.push_back(mergeContacts(people)->record());
+        records.push_back(mergeContacts(includedPeople())->record());
         m_repaired.emplace(std::move(records));
     }
     showRows();
@@ -320,29 +300,25 @@ void CompareWindow::merge()
     if (!m_merge->isEnabled() || !book)
         return;
     std::vector<StoredRecord> people;
-    const QStringList uids = includedUids();
-    for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
-        if (m_choices.isIncluded(contact))
-            people.push_back({m_people[qsizetype(contact)]->uniqueId(), m_choices.records()[contact]});
-    }
+    for (const std::size_t contact : m_choices.included())
+        people.push_back({m_people[qsizetype(contact)]->uniqueId(), m_choices.records()[contact]});
+    const QStringList uids = uidsOf(includedPeople());
     setEnabled(false);
     m_merger.start([book, people, result = m_result] { return mergeInto(*book, people, result); },
         [this, uids](const Result<void> &done) { finish(done, uids); });
 }
 
-QStringList CompareWindow::includedUids() const
+QList<ABPersonPtr> CompareWindow::includedPeople() const
 {
-    QStringList uids;
-    for (std::size_t contact = 0; contact < m_choices.records().size(); ++contact) {
-        if (m_choices.isIncluded(contact))
-            uids += m_people[qsizetype(contact)]->uniqueId();
-    }
-    return uids;
+    QList<ABPersonPtr> people;
+    for (const std::size_t contact : m_choices.included())
+        people += m_people[qsizetype(contact)];
+    return people;
 }
 
 void CompareWindow::rememberDifferent()
 {
-    Q_EMIT differentPeople(includedUids());
+    Q_EMIT differentPeople(uidsOf(includedPeople()));
     accept();
 }
 

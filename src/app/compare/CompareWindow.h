@@ -60,10 +60,9 @@ private:
     void showChoices();
     void showRow(const ShownRow &row);
     void showSummary();
-    QStringList includedUids() const;
+    QList<ABPersonPtr> includedPeople() const;
     QString quietLine(const Comparison::Row &row, std::size_t contact, bool isTaken) const;
     QString resultText(const Comparison::Row &row) const;
-    std::size_t firstIncluded() const;
     const Comparison &shown() const { return m_repaired ? *m_repaired : m_choices; }
     void finish(const Result<void> &done, const QStringList &uids);
 
