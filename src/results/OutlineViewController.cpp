@@ -5,11 +5,14 @@
 #include "contacts/book/ChangeCause.h"
 #include "contacts/model/NameTexts.h"
 #include "fix/FixLog.h"
-#include "results/ResultsLog.h"
+
+#include <QLoggingCategory>
 
 #include <algorithm>
 
 namespace {
+
+Q_LOGGING_CATEGORY(lcResults, "peoplenook.results")
 
 qsizetype countOf(const ScanResult &result)
 {
