@@ -25,10 +25,10 @@ struct CommandContext
     /// Prints one line on standard error.
     void report(const QString &line) const;
     void reportMissing(const QString &uid) const; ///< that no contact has it
-    ExitStatus refuse(const QString &line) const
+    ExitStatus refuse(const QString &line, ExitStatus status = ExitStatus::Refused) const
     {
         report(line);
-        return ExitStatus::Refused;
+        return status;
     }
 };
 

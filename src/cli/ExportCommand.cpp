@@ -83,10 +83,8 @@ void exportEverybody(const LoadContactsViewController &controller, RowExporter &
 
 ExitStatus runExport(const ExportOptions &options, const CommandContext &context)
 {
-    if (options.folder.empty()) { // with a file's name behind it, it would be the root
-        context.report(QStringLiteral("FOLDER: is empty"));
-        return ExitStatus::Usage;
-    }
+    if (options.folder.empty()) // with a file's name behind it, it would be the root
+        return context.refuse(QStringLiteral("FOLDER: is empty"), ExitStatus::Usage);
     const auto columns = columnsNamed(options.columns, context);
     if (!columns)
         return ExitStatus::Usage;

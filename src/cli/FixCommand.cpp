@@ -83,10 +83,8 @@ ExitStatus runFix(const FixOptions &options, const CommandContext &context)
     const ConditionGroup *group = FindingsOfCondition::checkedGroup(options.group, options.option, context);
     if (!group)
         return ExitStatus::Usage;
-    if (options.all == !options.uids.empty()) {
-        context.report(QStringLiteral("fix: needs either uids or --all"));
-        return ExitStatus::Usage;
-    }
+    if (options.all == !options.uids.empty())
+        return context.refuse(QStringLiteral("fix: needs either uids or --all"), ExitStatus::Usage);
     const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;

@@ -80,12 +80,10 @@ ExitStatus bringBack(const QStringList &ids, ABAddressBook &book, const CommandC
 ExitStatus runIgnore(const IgnoreOptions &options, const CommandContext &context)
 {
     const QStringList uids = textsOf(options.uids);
-    if (options.condition.empty() == !options.different || (options.different && uids.size() < 2)) {
-        context.report(options.different && uids.size() < 2
-                ? QStringLiteral("ignore --different: name two contacts or more")
-                : QStringLiteral("ignore: give either --condition or --different"));
-        return ExitStatus::Usage;
-    }
+    if (options.different && uids.size() < 2)
+        return context.refuse(QStringLiteral("ignore --different: name two contacts or more"), ExitStatus::Usage);
+    if (options.condition.empty() == !options.different)
+        return context.refuse(QStringLiteral("ignore: give either --condition or --different"), ExitStatus::Usage);
     const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
@@ -109,10 +107,8 @@ ExitStatus runIgnore(const IgnoreOptions &options, const CommandContext &context
 ExitStatus runIgnored(const IgnoredOptions &options, const CommandContext &context)
 {
     const QStringList ids = textsOf(options.ids);
-    if (options.remove == ids.isEmpty()) {
-        context.report(QStringLiteral("ignored: name ids with --remove, and only then"));
-        return ExitStatus::Usage;
-    }
+    if (options.remove == ids.isEmpty())
+        return context.refuse(QStringLiteral("ignored: name ids with --remove, and only then"), ExitStatus::Usage);
     const auto book = options.remove ? context.openAddressBookForChange() : context.openAddressBook();
     if (!book)
         return ExitStatus::Refused;

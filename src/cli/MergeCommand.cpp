@@ -8,10 +8,8 @@
 
 ExitStatus runMerge(const MergeOptions &options, const CommandContext &context)
 {
-    if (options.uids.size() < 2) {
-        context.report(QStringLiteral("merge: name two contacts or more"));
-        return ExitStatus::Usage;
-    }
+    if (options.uids.size() < 2)
+        return context.refuse(QStringLiteral("merge: name two contacts or more"), ExitStatus::Usage);
     const auto book = context.openAddressBookForChange();
     if (!book)
         return ExitStatus::Refused;
