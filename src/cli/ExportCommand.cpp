@@ -70,15 +70,6 @@ ExportChoice choiceOf(const ExportOptions &options, const QString &folder)
     return {folder, format->title, tag};
 }
 
-/// Everybody, in the order of the table.
-void exportEverybody(const LoadContactsViewController &controller, RowExporter &exporter)
-{
-    exporter.setLoadContactsViewController(&controller);
-    exporter.setExportArray(controller.getTableViewDataArray());
-    exporter.setIsExportAllPeople(true);
-    exporter.startExport();
-}
-
 } // namespace
 
 ExitStatus runExport(const ExportOptions &options, const CommandContext &context)
@@ -115,7 +106,7 @@ ExitStatus runExport(const ExportOptions &options, const CommandContext &context
     // The only other thread; this one waits for it.
     QObject::connect(&exporter, &ExportContact::exportFinished, &exporter, print, Qt::DirectConnection);
     if (uids->empty())
-        exportEverybody(table.controller(), exporter);
+        table.controller().exportEverybody();
     else if (const std::vector<int> rows = table.rowsOf(*uids); !rows.empty())
         table.controller().exportItem(rows);
     exporter.waitForFinished();

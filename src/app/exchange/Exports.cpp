@@ -3,22 +3,13 @@
 #include "app/exchange/Exports.h"
 
 #include "app/look/Counted.h"
-#include "table/grid/LoadContactsViewController.h"
 
 #include <QFileInfo>
 
-Exports::Exports(QWidget &window, const LoadContactsViewController &table, ActivityLog &log)
-    : m_table(table), m_log(log), m_panel(new ExportWindow(&window)), m_exporter(*m_panel)
+Exports::Exports(QWidget &window, ActivityLog &log)
+    : m_log(log), m_panel(new ExportWindow(&window)), m_exporter(*m_panel)
 {
     connect(&m_exporter, &ExportContact::exportFinished, this, &Exports::note);
-}
-
-void Exports::exportAll()
-{
-    m_exporter.setLoadContactsViewController(&m_table);
-    m_exporter.setExportArray(m_table.getTableViewDataArray());
-    m_exporter.setIsExportAllPeople(true);
-    m_exporter.startExport();
 }
 
 void Exports::note(const ExportOutcome &outcome)

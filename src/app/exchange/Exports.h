@@ -12,17 +12,15 @@ class Exports : public QObject
     Q_OBJECT
 
 public:
-    /// All must outlive this; the panel belongs to @p window.
-    Exports(QWidget &window, const LoadContactsViewController &table, ActivityLog &log);
+    /// Both must outlive this; the panel belongs to @p window.
+    Exports(QWidget &window, ActivityLog &log);
 
-    void exportAll();
     ExportWindow &panel() { return *m_panel; }
     ExportContact &exporter() { return m_exporter; }
 
 private:
     void note(const ExportOutcome &outcome);
 
-    const LoadContactsViewController &m_table;
     ActivityLog &m_log;
     ExportWindow *const m_panel;
     ExportContact m_exporter;

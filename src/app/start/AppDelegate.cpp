@@ -25,7 +25,7 @@ AppDelegate::AppDelegate()
     , m_alerts(m_window)
     , m_sideWindows(m_window, m_activity)
     , m_preferences(m_conditions, &m_window)
-    , m_exports(m_window, m_table, m_activity)
+    , m_exports(m_window, m_activity)
     , m_backupActions(m_window, m_alerts, m_activity)
     , m_scans(m_window, m_alerts, m_conditions)
 {

@@ -38,7 +38,7 @@ public:
     // Commands.
     void scanClicled() { m_scans.scanClicled(); }
     void loadClicked();
-    void exportClicked() { m_exports.exportAll(); }
+    void exportClicked() { m_table.exportEverybody(); }
     void preferencesButtonClicled() { m_preferences.showWindow(); }
     void aboutClicked() { m_sideWindows.showAbout(); }
     void menuHelpClick() { copyHelpFile(); }

@@ -254,11 +254,16 @@ void LoadContactsViewController::exportItem(std::vector<int> selectedRows)
         copy->removePerson();
         rows.push_back(std::move(copy));
     }
+    startExport(std::move(rows), false);
+}
+
+void LoadContactsViewController::startExport(PersonRows rows, bool isEverybody)
+{
     RowExporter *exporter = m_delegate.rowExporter();
     if (!exporter)
         return;
     exporter->setLoadContactsViewController(this);
-    exporter->setIsExportAllPeople(false);
+    exporter->setIsExportAllPeople(isEverybody);
     exporter->setExportArray(std::move(rows));
     exporter->startExport();
 }

@@ -79,6 +79,8 @@ public:
     void duplicateItem(const std::vector<int> &selectedRows);
     /// Passes copies of these rows to the exporter, the lowest row first.
     void exportItem(std::vector<int> selectedRows);
+    /// Passes it all rows, in their order.
+    void exportEverybody() { startExport(m_table.rows(), true); }
 
 Q_SIGNALS:
     /// Emitted on the loading thread with the rows of a load that was not replaced.
@@ -92,6 +94,7 @@ private:
     Result<void> commit(const QString &fieldLabel, const FieldValue &value, const ABPersonPtr &person);
     PersonRows load(const std::stop_token &isSuperseded);
     void installLoad(const PersonRows &rows);
+    void startExport(PersonRows rows, bool isEverybody);
     void deletePerson(ABAddressBook &book, const ABPersonPtr &person, int rowBefore, const ChangeCausePtr &cause);
 
     ContactTableDelegate &m_delegate;
