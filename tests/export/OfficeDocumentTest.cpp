@@ -67,7 +67,7 @@ Result<void> writeDocument(QStringView kind, const PersonRows &rows, QIODevice &
         return NumbersDocument(kTime, QStringLiteral("a"), columns, rows).writeTo(target, repairs);
     if (kind == u"pages")
         return PagesDocument(kTime, QStringLiteral("a"), rows, LineOrder::Fixed).writeTo(target, repairs);
-    return DocxDocument(kTime, rows).writeTo(target, repairs);
+    return writeDocxDocument(kTime, rows, target, repairs);
 }
 
 } // namespace

@@ -7,7 +7,7 @@
 ExportReport DocxCreator::startConvert() const
 {
     const auto write = [this](QIODevice &target, TextRepairs &repairs) {
-        return DocxDocument(m_clock(), m_rows).writeTo(target, repairs);
+        return writeDocxDocument(m_clock(), m_rows, target, repairs);
     };
     return exportDocument(m_savePath, QLatin1StringView("docx"), write);
 }

@@ -133,16 +133,14 @@ void writeSection(QXmlStreamWriter &xml)
     xml.writeEndElement();
 }
 
-} // namespace
-
-void DocxDocument::writeBody(QXmlStreamWriter &xml, TextRepairs &repairs) const
+void writeBody(QXmlStreamWriter &xml, std::span<const PersonRow> rows, TextRepairs &repairs)
 {
     xml.writeStartDocument(QStringLiteral("1.0"), true);
     xml.writeNamespace(kWord, QStringLiteral("w"));
     xml.writeNamespace(kRelations, QStringLiteral("r"));
     xml.writeStartElement(kWord, QStringLiteral("document"));
     xml.writeStartElement(kWord, QStringLiteral("body"));
-    for (const PersonRow &row : m_rows) {
+    for (const PersonRow &row : rows) {
         writeParagraph(xml, QStringLiteral("Heading1"), contactHeading(*row));
         for (const Field field : shownFields(*row, LineOrder::Fixed))
             writeParagraph(xml, QStringLiteral("Field"), contactLine(*row, field, &repairs));
@@ -152,15 +150,18 @@ void DocxDocument::writeBody(QXmlStreamWriter &xml, TextRepairs &repairs) const
     xml.writeEndDocument();
 }
 
-Result<void> DocxDocument::writeTo(QIODevice &target, TextRepairs &repairs) const
+} // namespace
+
+Result<void> writeDocxDocument(
+    const QDateTime &time, std::span<const PersonRow> rows, QIODevice &target, TextRepairs &repairs)
 {
-    ZipPackage package(m_time);
+    ZipPackage package(time);
     for (const Part &part : kFixedParts)
         package.addMember(part.name, ZipPackage::Method::Deflated, part.content);
-    package.addMember("docProps/core.xml", ZipPackage::Method::Deflated, coreProperties(m_time));
+    package.addMember("docProps/core.xml", ZipPackage::Method::Deflated, coreProperties(time));
     package.beginMember("word/document.xml", ZipPackage::Method::Deflated);
     QXmlStreamWriter xml(&package.member());
-    writeBody(xml, repairs);
+    writeBody(xml, rows, repairs);
     if (auto written = package.writeTo(target); !written)
         return written;
     if (xml.hasError()) // it left something out

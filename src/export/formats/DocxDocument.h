@@ -7,22 +7,8 @@
 
 #include <span>
 
-class QXmlStreamWriter;
-
-/// A word-processing document in Office Open XML (ECMA-376): a heading and lines per contact, page numbers at the
-/// bottom. No tables: word processors take minutes over thousands of them.
-class DocxDocument
-{
-public:
-    /// The rows must outlive the document. @p time is its creation time.
-    DocxDocument(QDateTime time, std::span<const PersonRow> rows) : m_time(std::move(time)), m_rows(rows) { }
-
-    /// Like ZipPackage::writeTo(); changes that make texts safe are counted in @p repairs.
-    Result<void> writeTo(QIODevice &target, TextRepairs &repairs) const;
-
-private:
-    void writeBody(QXmlStreamWriter &xml, TextRepairs &repairs) const;
-
-    QDateTime m_time;
-    std::span<const PersonRow> m_rows;
-};
+/// Writes a word-processing document in Office Open XML (ECMA-376), created at @p time: a heading and lines per
+/// contact, page numbers at the bottom. No tables: word processors take minutes over thousands of them. Like
+/// ZipPackage::writeTo(); changes that make texts safe are counted in @p repairs.
+Result<void> writeDocxDocument(
+    const QDateTime &time, std::span<const PersonRow> rows, QIODevice &target, TextRepairs &repairs);
