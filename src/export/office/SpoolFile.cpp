@@ -24,8 +24,3 @@ Result<void> SpoolFile::finish()
             ErrorKind::Io, QStringLiteral("a temporary file could not be written (%1)").arg(m_file.errorString())};
     return {};
 }
-
-bool SpoolFile::readAt(qint64 begin, char *data, qint64 length)
-{
-    return m_file.seek(begin) && m_file.read(data, length) == length;
-}

@@ -7,23 +7,11 @@
 #include <zip.h>
 
 #include <cerrno>
-#include <cstring>
-#include <memory>
 
 namespace {
 
 /// Of 1 to 9, for deflated members. libzip's own choice, 9, takes three times as long for a tenth less.
 constexpr zip_uint32_t kLevel = 4;
-
-/// One member as libzip reads it: a part of the spool file.
-struct MemberReader
-{
-    SpoolFile &spool;
-    qint64 begin;
-    qint64 size;
-    qint64 position = 0;
-    zip_error_t error{};
-};
 
 /// Where libzip writes to.
 struct TargetWriter
@@ -36,40 +24,6 @@ zip_int64_t failed(zip_error_t &error, int code, int systemError)
 {
     zip_error_set(&error, code, systemError);
     return -1;
-}
-
-zip_int64_t readMember(void *state, void *data, zip_uint64_t length, zip_source_cmd_t command)
-{
-    MemberReader &member = *static_cast<MemberReader *>(state);
-    switch (command) {
-    case ZIP_SOURCE_SUPPORTS:
-        return zip_source_make_command_bitmap(
-            ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_STAT, ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE, -1);
-    case ZIP_SOURCE_OPEN:
-        member.position = 0;
-        return 0;
-    case ZIP_SOURCE_READ: {
-        const qint64 wanted = qMin(qint64(length), member.size - member.position);
-        if (!member.spool.readAt(member.begin + member.position, static_cast<char *>(data), wanted))
-            return failed(member.error, ZIP_ER_READ, EIO);
-        member.position += wanted;
-        return wanted;
-    }
-    case ZIP_SOURCE_STAT: {
-        zip_stat_t &stat = *static_cast<zip_stat_t *>(data);
-        zip_stat_init(&stat);
-        stat.size = zip_uint64_t(member.size);
-        stat.valid = ZIP_STAT_SIZE;
-        return sizeof stat;
-    }
-    case ZIP_SOURCE_ERROR:
-        return zip_error_to_data(&member.error, data, length);
-    case ZIP_SOURCE_CLOSE:
-    case ZIP_SOURCE_FREE:
-        return 0;
-    default:
-        return failed(member.error, ZIP_ER_OPNOTSUPP, 0);
-    }
 }
 
 zip_int64_t writeTarget(void *state, void *data, zip_uint64_t length, zip_source_cmd_t command)
@@ -108,6 +62,13 @@ zip_int64_t writeTarget(void *state, void *data, zip_uint64_t length, zip_source
     default:
         return failed(target.error, ZIP_ER_OPNOTSUPP, 0);
     }
+}
+
+zip_source_t *partOfSpool(zip_t *archive, const SpoolFile &spool, qint64 begin, qint64 size)
+{
+    if (size == 0) // which libzip would take for all the rest
+        return zip_source_buffer(archive, nullptr, 0, 0);
+    return zip_source_file(archive, spool.path().constData(), zip_uint64_t(begin), size);
 }
 
 Error reason(const QString &text)
@@ -160,13 +121,12 @@ Result<void> ZipPackage::writeTo(QIODevice &target)
     }
 
     const auto [time, date] = dosTime(m_time);
-    std::vector<std::unique_ptr<MemberReader>> readers;
     for (std::size_t i = 0; i < m_members.size(); ++i) {
         const Member &member = m_members[i];
         const qint64 next = i + 1 < m_members.size() ? m_members[i + 1].begin : end;
-        readers.emplace_back(new MemberReader{m_spool, member.begin, next - member.begin});
-        zip_source_t *part = zip_source_function(archive, readMember, readers.back().get());
-        const zip_int64_t index = zip_file_add(archive, member.name.constData(), part, ZIP_FL_ENC_UTF_8);
+        zip_source_t *part = partOfSpool(archive, m_spool, member.begin, next - member.begin);
+        const zip_int64_t index =
+            part == nullptr ? -1 : zip_file_add(archive, member.name.constData(), part, ZIP_FL_ENC_UTF_8);
         const zip_int32_t method = member.method == Method::Stored ? ZIP_CM_STORE : ZIP_CM_DEFLATE;
         if (index < 0 || zip_set_file_compression(archive, zip_uint64_t(index), method, kLevel) < 0
             || zip_file_set_dostime(archive, zip_uint64_t(index), time, date, 0) < 0) {
