@@ -36,7 +36,7 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QStatusBar>
-#include <QTableView>
+#include <QTableWidget>
 #include <QTest>
 #include <QTreeView>
 

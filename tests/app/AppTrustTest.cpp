@@ -66,9 +66,9 @@ private Q_SLOTS:
         const auto cell = [history](int row, int column) {
             return history->steps()->model()->index(row, column).data().toString();
         };
-        QCOMPARE(cell(0, HistoryModel::What), u"Edit: First Name (Ann Lee)"_s);
-        QCOMPARE(cell(1, HistoryModel::What), u"Import: people.vcf"_s);
-        QCOMPARE(cell(1, HistoryModel::HowMany), u"2 added"_s);
+        QCOMPARE(cell(0, HistoryWindow::What), u"Edit: First Name (Ann Lee)"_s);
+        QCOMPARE(cell(1, HistoryWindow::What), u"Import: people.vcf"_s);
+        QCOMPARE(cell(1, HistoryWindow::HowMany), u"2 added"_s);
 
         history->steps()->selectRow(0);
         QTRY_COMPARE(stepShown.count(), 1);
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QCOMPARE(history->message(), u"Restored: 1 changed."_s);
         QVERIFY(savedBook() != edited && savedBook().contains("\"Ann\""));
         QTRY_COMPARE(loaded.count(), 1);
-        QCOMPARE(cell(0, HistoryModel::What), u"Restore: edit: First Name (Ann Lee)"_s);
+        QCOMPARE(cell(0, HistoryWindow::What), u"Restore: edit: First Name (Ann Lee)"_s);
         QTRY_COMPARE(table.objectValue(Field::FirstName, 0), FieldValue(u"Ann"_s));
 
         // The edit cannot be taken back twice.

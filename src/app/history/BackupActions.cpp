@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/history/BackupActions.h"
 
-#include "app/history/HistoryModel.h"
+#include "app/history/ChangedPeopleModel.h"
 #include "app/look/Alerts.h"
 #include "app/look/Counted.h"
 #include "app/look/FileDialog.h"

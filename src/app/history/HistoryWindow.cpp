@@ -10,7 +10,6 @@
 #include <QListView>
 #include <QPushButton>
 #include <QSplitter>
-#include <QTableView>
 #include <QTableWidget>
 
 #include <algorithm>
@@ -19,9 +18,17 @@
 
 namespace {
 
-/// Titles of the columns of m_differences.
-constexpr std::array kDifferenceTitles{QT_TRANSLATE_NOOP("HistoryWindow", "What"),
-    QT_TRANSLATE_NOOP("HistoryWindow", "Before"), QT_TRANSLATE_NOOP("HistoryWindow", "After")};
+/// In the order of ChangeCause::Kind.
+constexpr std::array kKindTitles{QT_TRANSLATE_NOOP("HistoryWindow", "Change"),
+    QT_TRANSLATE_NOOP("HistoryWindow", "Repair"), QT_TRANSLATE_NOOP("HistoryWindow", "Edit"),
+    QT_TRANSLATE_NOOP("HistoryWindow", "Deletion"), QT_TRANSLATE_NOOP("HistoryWindow", "Import"),
+    QT_TRANSLATE_NOOP("HistoryWindow", "Contact card"), QT_TRANSLATE_NOOP("HistoryWindow", "Restore")};
+
+QString causeText(const ChangeCause &cause)
+{
+    const QString kind = HistoryWindow::tr(kKindTitles[std::size_t(cause.kind)]);
+    return cause.description.isEmpty() ? kind : kind + QStringLiteral(": ") + cause.description;
+}
 
 Result<QString> restoreCauses(const QStringList &ids)
 {
@@ -74,6 +81,29 @@ History historyOf(const QString &uid, const std::stop_token &isSuperseded)
     return history;
 }
 
+/// A table whose rows are read as lines.
+QTableWidget *makeTable(const QStringList &titles, const QString &name, QWidget *parent)
+{
+    auto *table = new QTableWidget(0, int(titles.size()), parent);
+    table->setHorizontalHeaderLabels(titles);
+    table->setAccessibleName(name);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setTabKeyNavigation(false);
+    table->setShowGrid(false);
+    table->verticalHeader()->hide();
+    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    table->horizontalHeader()->setHighlightSections(false);
+    return table;
+}
+
+void addRow(QTableWidget &table, const QStringList &texts)
+{
+    const int row = table.rowCount();
+    table.insertRow(row);
+    for (int column = 0; column < texts.size(); ++column)
+        table.setItem(row, column, new QTableWidgetItem(texts[column]));
+}
+
 /// Nothing in the cell tells an absent value from an empty one.
 QString shown(const QString &text)
 {
@@ -85,9 +115,9 @@ QString shown(const QString &text)
 HistoryWindow::HistoryWindow(QWidget *parent, const QString &uid, const QString &name)
     : ListWindow(uid.isNull() ? tr("Change History") : tr("History of %1").arg(name), {860, 600}, parent)
     , m_uid(uid)
-    , m_steps(new QTableView(this))
+    , m_steps(makeTable({tr("When"), tr("What"), tr("Contacts")}, tr("Changes, newest first"), this))
     , m_people(new QListView(this))
-    , m_differences(new QTableWidget(0, int(std::size(kDifferenceTitles)), this))
+    , m_differences(makeTable({tr("What"), tr("Before"), tr("After")}, tr("The contact before and after"), this))
     , m_restore(new QPushButton(tr("&Restore"), this))
 {
     setUpLists();
@@ -109,32 +139,14 @@ HistoryWindow::~HistoryWindow() = default;
 
 void HistoryWindow::setUpLists()
 {
-    m_steps->setModel(&m_history);
-    m_steps->setAccessibleName(tr("Changes, newest first"));
     m_steps->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_steps->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_steps->setTabKeyNavigation(false);
     m_steps->setWordWrap(false);
-    m_steps->verticalHeader()->hide();
-    m_steps->horizontalHeader()->setSectionResizeMode(HistoryModel::What, QHeaderView::Stretch);
-    for (QTableView *table : {m_steps, static_cast<QTableView *>(m_differences)}) {
-        table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-        table->horizontalHeader()->setHighlightSections(false);
-        table->setShowGrid(false);
-    }
-    m_steps->setColumnWidth(HistoryModel::When, 160);
-    m_steps->setColumnWidth(HistoryModel::HowMany, 220);
+    m_steps->horizontalHeader()->setSectionResizeMode(What, QHeaderView::Stretch);
+    m_steps->setColumnWidth(When, 160);
+    m_steps->setColumnWidth(HowMany, 220);
     m_people->setModel(&m_changedPeople);
     m_people->setUniformItemSizes(true);
     m_people->setAccessibleName(tr("Contacts of the selected changes"));
-    QStringList titles;
-    for (const char *title : kDifferenceTitles)
-        titles += tr(title);
-    m_differences->setHorizontalHeaderLabels(titles);
-    m_differences->setAccessibleName(tr("The contact before and after"));
-    m_differences->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_differences->setTabKeyNavigation(false);
-    m_differences->verticalHeader()->hide();
     m_differences->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_differences->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     connect(m_steps->selectionModel(), &QItemSelectionModel::selectionChanged, this, &HistoryWindow::selectionChanged);
@@ -154,8 +166,17 @@ void HistoryWindow::reload()
 
 void HistoryWindow::showHistory(const Result<std::vector<ChangeSummary>> &history)
 {
-    m_history.setSteps(history ? *history : std::vector<ChangeSummary>());
-    selectionChanged(); // a reset emits no signal
+    m_steps->setRowCount(0);
+    for (const ChangeSummary &each : history ? *history : std::vector<ChangeSummary>()) {
+        const int row = m_steps->rowCount();
+        addRow(*m_steps,
+            {QLocale().toString(each.savedAt.toLocalTime(), QLocale::ShortFormat), causeText(each.cause),
+                countsText(each.added, each.changed, each.removed)});
+        for (const StepColumn column : {When, What, HowMany})
+            m_steps->item(row, column)->setToolTip(m_steps->item(row, column)->text());
+        m_steps->item(row, When)->setData(Qt::UserRole, each.cause.id);
+    }
+    selectionChanged();
     if (!history)
         say(history.error().description());
     setEmpty(history && history->empty());
@@ -168,7 +189,7 @@ QStringList HistoryWindow::selectedSteps() const
     std::sort(rows.begin(), rows.end());
     QStringList ids;
     for (const QModelIndex &row : std::as_const(rows))
-        ids += m_history.step(row.row()).cause.id;
+        ids += row.data(Qt::UserRole).toString();
     return ids;
 }
 
@@ -207,13 +228,8 @@ void HistoryWindow::showPerson(const QModelIndex &index)
         say(tr("Another program has since changed this contact; how it was saved is no longer known."));
         return;
     }
-    for (const RecordDifference &each : recordDifferences(change.before.get(), change.after.get())) {
-        const int row = m_differences->rowCount();
-        m_differences->insertRow(row);
-        int column = 0;
-        for (const QString &text : {propertyTitle(each.name), shown(each.before), shown(each.after)})
-            m_differences->setItem(row, column++, new QTableWidgetItem(text));
-    }
+    for (const RecordDifference &each : recordDifferences(change.before.get(), change.after.get()))
+        addRow(*m_differences, {propertyTitle(each.name), shown(each.before), shown(each.after)});
 }
 
 void HistoryWindow::restoreSelected()

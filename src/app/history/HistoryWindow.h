@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/history/HistoryModel.h"
+#include "app/history/ChangedPeopleModel.h"
 #include "app/look/ListWindow.h"
 #include "base/Job.h"
 #include "base/Result.h"
 
 class QListView;
-class QTableView;
 class QTableWidget;
 
 /// The changes of the shared address book, each person before and after, and a button that undoes the selected ones.
@@ -18,6 +17,8 @@ class HistoryWindow : public ListWindow
     Q_OBJECT
 
 public:
+    enum StepColumn { When, What, HowMany }; ///< of steps()
+
     /// With a uid, only the changes of that person, who goes by this name.
     explicit HistoryWindow(QWidget *parent = nullptr, const QString &uid = {}, const QString &name = {});
     /// Waits for a running restore.
@@ -28,7 +29,7 @@ public:
     void restoreSelected();
 
     const QString &uid() const { return m_uid; }
-    QTableView *steps() const { return m_steps; }
+    QTableWidget *steps() const { return m_steps; }
     QListView *people() const { return m_people; }
     QTableWidget *differences() const { return m_differences; }
     QPushButton *restoreButton() const { return m_restore; }
@@ -53,9 +54,8 @@ private:
     void finishRestore(const Result<QString> &done);
 
     const QString m_uid; ///< null: everybody's changes
-    HistoryModel m_history;
     ChangedPeopleModel m_changedPeople;
-    QTableView *m_steps;
+    QTableWidget *m_steps;
     QListView *m_people;
     QTableWidget *m_differences;
     QPushButton *m_restore;

@@ -5,31 +5,8 @@
 #include "contacts/book/ChangeHistory.h"
 
 #include <QAbstractListModel>
-#include <QAbstractTableModel>
 
 #include <memory>
-
-/// The history, one row per cause, newest first.
-class HistoryModel : public QAbstractTableModel
-{
-    Q_OBJECT
-
-public:
-    enum Column { When, What, HowMany, ColumnCount };
-
-    using QAbstractTableModel::QAbstractTableModel;
-
-    void setSteps(std::vector<ChangeSummary> steps);
-    const ChangeSummary &step(int row) const { return m_steps[std::size_t(row)]; }
-
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
-    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
-
-private:
-    std::vector<ChangeSummary> m_steps;
-};
 
 /// "1 added, 3 removed"; zeros are left out.
 QString countsText(qint64 added, qint64 changed, qint64 removed);
