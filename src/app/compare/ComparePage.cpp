@@ -34,7 +34,6 @@ bool isSameForAll(const Comparison::Row &row)
 
 ComparePage::ComparePage(QWidget *parent) : StickyGrid(parent)
 {
-    setFrameShape(NoFrame);
     setNarrowestColumn(kNarrowestColumn);
     setFocusPolicy(Qt::StrongFocus); // the arrow keys scroll it
 }
@@ -71,5 +70,4 @@ void ComparePage::showPeople(const QList<ABPersonPtr> &people)
     }
     setHeads(heads);
     setRows(std::move(rows));
-    arrange();
 }

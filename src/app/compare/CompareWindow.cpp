@@ -18,8 +18,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include <algorithm>
-
 namespace {
 
 constexpr QSize kFirstSize(1240, 780);

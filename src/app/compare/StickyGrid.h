@@ -27,7 +27,6 @@ public:
     /// Null where the cell only shows something.
     QAbstractButton *button() const { return m_button; }
 
-    bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
     QSize sizeHint() const override;
 

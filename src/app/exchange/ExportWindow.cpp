@@ -25,7 +25,6 @@ ExportWindow::ExportWindow(QWidget *parent)
     , m_folder(new QLineEdit(this))
     , m_format(new QComboBox(this))
     , m_tableFields(new QRadioButton(tr("Only the fields that the table shows"), this))
-    , m_allFields(new QRadioButton(tr("All fields"), this))
     , m_reason(new QLabel(this))
 {
     setWindowTitle(tr("Export"));
@@ -51,7 +50,7 @@ ExportWindow::ExportWindow(QWidget *parent)
     auto *what = new QGroupBox(tr("Fields"));
     auto *fields = new QVBoxLayout(what);
     fields->addWidget(m_tableFields);
-    fields->addWidget(m_allFields);
+    fields->addWidget(new QRadioButton(tr("All fields")));
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     m_save = buttons->button(QDialogButtonBox::Save);
     connect(buttons, &QDialogButtonBox::accepted, this, &ExportWindow::accept);

@@ -26,7 +26,6 @@ public:
     void setFolder(const QString &folder);
     void accept() override;
     QComboBox *selectedButton() const { return m_format; }
-    QRadioButton *tableFieldsButton() const { return m_tableFields; }
 
 private:
     void chooseFolder();
@@ -37,7 +36,6 @@ private:
     QLineEdit *m_folder;
     QComboBox *m_format;
     QRadioButton *m_tableFields;
-    QRadioButton *m_allFields;
     QLabel *m_reason;
     QPushButton *m_save = nullptr; // created by the button box
     std::function<void(const std::optional<ExportChoice> &)> m_done;

@@ -9,7 +9,6 @@
 #include "fix/IgnoredFindings.h"
 #include "likeness/LikelyDuplicates.h"
 
-#include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>

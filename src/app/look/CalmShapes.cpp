@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/look/CalmShapes.h"
 
-#include <QAbstractItemModel>
 #include <QPainter>
 #include <QTableView>
 #include <QTreeView>
@@ -76,8 +75,10 @@ std::optional<int> designMetric(QStyle::PixelMetric metric, const QWidget *widge
     case QStyle::PM_LayoutVerticalSpacing:
     case QStyle::PM_CheckBoxLabelSpacing:
     case QStyle::PM_RadioButtonLabelSpacing:
+    case QStyle::PM_SplitterWidth:
+        return 8;
     case QStyle::PM_MenuBarPanelWidth:
-        return metric == QStyle::PM_MenuBarPanelWidth ? 0 : 8;
+        return 0;
     case QStyle::PM_IndicatorWidth:
     case QStyle::PM_IndicatorHeight:
     case QStyle::PM_ExclusiveIndicatorWidth:
@@ -93,8 +94,6 @@ std::optional<int> designMetric(QStyle::PixelMetric metric, const QWidget *widge
         const auto *tree = qobject_cast<const QTreeView *>(widget);
         return qobject_cast<const QTableView *>(widget) || (tree && !tree->isHeaderHidden()) ? 11 : 7;
     }
-    case QStyle::PM_SplitterWidth:
-        return 8;
     default:
         return {};
     }

@@ -57,7 +57,6 @@ public:
     explicit MyButton(QWidget *parent = nullptr);
 
     void setButtonTitle(const QString &title);
-    QString buttonTitle() const { return text(); }
 };
 
 /// A row of buttons in a window that is no dialog: arrow keys move in it, and Return presses the focused button.

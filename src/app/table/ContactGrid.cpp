@@ -7,7 +7,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 
 /// Lies over the left end of the grid and of its header. What is done with the mouse there is done to the rows.
 class ContactGrid::PinnedNames : public QWidget

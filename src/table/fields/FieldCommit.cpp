@@ -9,7 +9,6 @@
 
 #include <QStringList>
 
-#include <algorithm>
 #include <array>
 #include <map>
 

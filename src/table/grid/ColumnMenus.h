@@ -7,7 +7,6 @@
 #include <QLatin1StringView>
 
 #include <span>
-#include <vector>
 
 /// A menu that shows and hides columns of the contact table.
 struct ColumnMenu
