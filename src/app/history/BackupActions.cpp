@@ -201,19 +201,15 @@ void BackupActions::offerNewPlace(const QString &file)
             .arg(file),
         &m_window);
     if (!QFileInfo::exists(file))
-        box->addChoice(tr("Save Under the Old Name"), [this, file] { moveTo(file, false); });
+        box->addChoice(
+            tr("Save Under the Old Name"), [=, this] { rescueInto(file, [=] { return backedUp(file, false); }); });
     box->addChoice(tr("Save As…"), [this, file] {
         const QStringList paths = askForFiles(&m_window, FilesAsked::ToSave, tr("Save As"), file, fileFilter());
-        if (!paths.isEmpty())
-            moveTo(paths.front(), true); // the dialog asked whether a file of that name may go
+        if (!paths.isEmpty()) // the dialog asked whether a file of that name may go
+            rescueInto(paths.front(), [path = paths.front()] { return backedUp(path, true); });
     });
     connect(box, &QObject::destroyed, this, [this] { m_isOfferingNewPlace = false; });
     box->open();
-}
-
-void BackupActions::moveTo(const QString &path, bool replaces)
-{
-    run([=] { return backedUp(path, replaces); }, QFileInfo(path).path(), [this, path] { Q_EMIT rescued(path); });
 }
 
 void BackupActions::rescueInto(const QString &newFile, const Work &work)

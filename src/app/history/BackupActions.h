@@ -51,7 +51,7 @@ private:
     void run(const Work &work, const QString &folder, const std::function<void()> &then);
     /// @p question has a placeholder for the file's name.
     void confirm(const Result<RestorePlan> &plan, const QString &question);
-    void moveTo(const QString &path, bool replaces);
+    /// Opens the new file then.
     void rescueInto(const QString &newFile, const Work &work);
     void fail(const QString &title, const Error &error);
 
