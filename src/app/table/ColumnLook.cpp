@@ -23,7 +23,7 @@ void ColumnLook::follow(const QAbstractItemModel &model)
 void ColumnLook::restore()
 {
     for (int column = 0; column < int(columns().size()); ++column) {
-        const int width = m_widths[fieldInfo(columns()[std::size_t(column)]).label].toInt();
+        const int width = m_widths[labelOf(column)].toInt();
         m_view.setColumnWidth(column, width > 0 ? width : ContactTableModel::kColumnWidth);
     }
     showSortArrow();
@@ -33,7 +33,7 @@ QVariantMap ColumnLook::widths() const
 {
     QVariantMap widths;
     for (int column = 0; column < int(columns().size()); ++column)
-        widths[fieldInfo(columns()[std::size_t(column)]).label] = m_view.columnWidth(column);
+        widths[labelOf(column)] = m_view.columnWidth(column);
     return widths;
 }
 

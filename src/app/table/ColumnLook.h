@@ -28,6 +28,7 @@ public:
 private:
     void restore(); // m_widths; other columns get the default width
     const std::vector<Field> &columns() const { return m_controller.getTableView()->columns(); }
+    const QString &labelOf(int column) const { return fieldInfo(columns()[std::size_t(column)]).label; }
 
     QTableView &m_view;
     const LoadContactsViewController &m_controller;

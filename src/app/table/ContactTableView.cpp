@@ -69,7 +69,7 @@ QWidget *ContactTableView::makeNoMatchPage()
 
 bool ContactTableView::isName(int column) const
 {
-    const Field field = m_controller.getTableView()->columns()[std::size_t(column)];
+    const Field field = m_controller.getTableView()->fieldAt(column);
     return field == Field::FirstName || field == Field::LastName;
 }
 
@@ -94,7 +94,7 @@ void ContactTableView::setUpTable()
     m_table->setVerticalHeader(new PictureHeader(
         [this](int row) {
             const int tableRow = m_rows.mapToSource(m_rows.index(row, 0)).row();
-            return tableRow < 0 ? ABPersonPtr() : m_controller.getTableViewDataArray()[std::size_t(tableRow)]->person();
+            return tableRow < 0 ? ABPersonPtr() : m_controller.getTableView()->rowAt(tableRow)->person();
         },
         m_table));
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
@@ -129,7 +129,7 @@ void ContactTableView::showHeaderMenu(const QPoint &at)
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (const int column = m_table->horizontalHeader()->logicalIndexAt(at); column >= 0) {
-        const Field field = m_controller.getTableView()->columns()[std::size_t(column)];
+        const Field field = m_controller.getTableView()->fieldAt(column);
         menu->addAction(tr("Sort by This Column"), this, [this, column] { sortBy(column); });
         menu->addAction(
             tr("Hide This Column"), this, [this, field] { m_controller.getTableView()->hideColumn(field); });
@@ -143,7 +143,7 @@ void ContactTableView::showHeaderMenu(const QPoint &at)
 void ContactTableView::setUpEditing()
 {
     const auto refusal = [this](const QModelIndex &cell, const QString &text) {
-        const Field field = m_controller.getTableView()->columns()[std::size_t(cell.column())];
+        const Field field = m_controller.getTableView()->fieldAt(cell.column());
         const auto value = LoadContactsViewController::valueFromText(text, field);
         return value ? QString() : value.error().text;
     };
@@ -290,7 +290,7 @@ void ContactTableView::columnDragged(int from, int to)
 
 void ContactTableView::sortBy(int column)
 {
-    const Field field = m_controller.getTableView()->columns()[std::size_t(column)];
+    const Field field = m_controller.getTableView()->fieldAt(column);
     const auto &before = m_controller.sortDescriptors();
     const bool isReversed = !before.empty() && before.front() == SortDescriptor{field, Qt::AscendingOrder};
     const Qt::SortOrder order = isReversed ? Qt::DescendingOrder : Qt::AscendingOrder;
@@ -368,7 +368,7 @@ QList<ABPersonPtr> ContactTableView::selectedPeople() const
 {
     QList<ABPersonPtr> people;
     for (const int row : selectedRows())
-        people += m_controller.getTableViewDataArray()[std::size_t(row)]->person();
+        people += m_controller.getTableView()->rowAt(row)->person();
     return people;
 }
 

@@ -33,7 +33,7 @@ void ContactTableModel::setRows(PersonRows rows)
     for (const QModelIndex &old : before)
         newRowOf[oldRows[static_cast<std::size_t>(old.row())]->person().get()] = -1;
     for (int row = 0; row < rowCount() && !newRowOf.empty(); ++row) {
-        const auto known = newRowOf.find(m_rows[static_cast<std::size_t>(row)]->person().get());
+        const auto known = newRowOf.find(rowAt(row)->person().get());
         if (known != newRowOf.end())
             known->second = row;
     }
@@ -76,7 +76,7 @@ void ContactTableModel::showColumn(Field field)
 void ContactTableModel::hideColumn(Field field)
 {
     for (int column = columnCount() - 1; column >= 0; --column) {
-        if (m_columns[static_cast<std::size_t>(column)] != field)
+        if (fieldAt(column) != field)
             continue;
         beginRemoveColumns({}, column, column);
         m_columns.erase(m_columns.begin() + column);
@@ -88,7 +88,7 @@ void ContactTableModel::moveColumn(int from, int to)
 {
     if (from == to || !beginMoveColumns({}, from, from, {}, to > from ? to + 1 : to))
         return;
-    const Field field = m_columns[static_cast<std::size_t>(from)];
+    const Field field = fieldAt(from);
     m_columns.erase(m_columns.begin() + from);
     m_columns.insert(m_columns.begin() + to, field);
     endMoveColumns();
@@ -113,14 +113,14 @@ QVariant ContactTableModel::data(const QModelIndex &index, int role) const
         const QString title = headerData(index.column(), Qt::Horizontal).toString();
         return text.isEmpty() ? tr("%1: empty").arg(title) : QStringLiteral("%1: %2").arg(title, text);
     }
-    const PersonDictionary &row = *m_rows[static_cast<std::size_t>(index.row())];
+    const PersonDictionary &row = *rowAt(index.row());
     if (role == kIsDamagedRole)
         return isDamaged(row);
     if ((role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole) && isDamaged(row))
         return tr("This contact is damaged: it is not as it was saved, and cannot be edited. Its card can restore it.");
     if (role != Qt::DisplayRole && role != Qt::EditRole)
         return {};
-    const Field field = m_columns[static_cast<std::size_t>(index.column())];
+    const Field field = fieldAt(index.column());
     const FieldValue value = row.value(field);
     if (const auto *text = std::get_if<QString>(&value))
         return *text;
@@ -137,7 +137,7 @@ bool ContactTableModel::setData(const QModelIndex &index, const QVariant &value,
     // An editor that is closed as it was opened is no edit: it would turn an absent value into an empty one.
     if (value.toString() == data(index, Qt::EditRole).toString())
         return true;
-    const auto edited = m_edit(value.toString(), m_columns[static_cast<std::size_t>(index.column())], index.row());
+    const auto edited = m_edit(value.toString(), fieldAt(index.column()), index.row());
     if (!edited)
         Q_EMIT cellRefused(index, edited.error().text);
     return static_cast<bool>(edited);
@@ -147,7 +147,7 @@ QVariant ContactTableModel::headerData(int section, Qt::Orientation orientation,
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= columnCount())
         return QAbstractTableModel::headerData(section, orientation, role);
-    return fieldInfo(m_columns[static_cast<std::size_t>(section)]).label;
+    return fieldInfo(fieldAt(section)).label;
 }
 
 Qt::ItemFlags ContactTableModel::flags(const QModelIndex &index) const
@@ -155,7 +155,6 @@ Qt::ItemFlags ContactTableModel::flags(const QModelIndex &index) const
     Qt::ItemFlags flags = QAbstractTableModel::flags(index);
     if (index.isValid())
         flags |= Qt::ItemNeverHasChildren;
-    flags.setFlag(Qt::ItemIsEditable,
-        index.isValid() && m_isEditable && !isDamaged(*m_rows[static_cast<std::size_t>(index.row())]));
+    flags.setFlag(Qt::ItemIsEditable, index.isValid() && m_isEditable && !isDamaged(*rowAt(index.row())));
     return flags;
 }

@@ -31,12 +31,14 @@ public:
     bool isEditable() const { return m_isEditable; }
 
     const PersonRows &rows() const { return m_rows; }
+    const PersonRow &rowAt(int row) const { return m_rows[std::size_t(row)]; }
     /// A layout change, not a reset: selections and open editors follow their people.
     void setRows(PersonRows rows);
     void setRow(int row, PersonRow value);
     void takeRow(int row);
 
     const std::vector<Field> &columns() const { return m_columns; }
+    Field fieldAt(int column) const { return m_columns[std::size_t(column)]; }
     void setColumns(const std::vector<Field> &columns);
     /// Adds it at the right end.
     void showColumn(Field field);

@@ -93,12 +93,12 @@ void LoadContactsViewController::tableViewReloadData()
 
 FieldValue LoadContactsViewController::objectValue(Field forTableColumn, int row) const
 {
-    return m_table.rows()[static_cast<std::size_t>(row)]->value(forTableColumn);
+    return m_table.rowAt(row)->value(forTableColumn);
 }
 
 Result<void> LoadContactsViewController::setObjectValue(const FieldValue &value, Field forTableColumn, int row)
 {
-    auto changed = std::make_shared<PersonDictionary>(*m_table.rows()[static_cast<std::size_t>(row)]);
+    auto changed = std::make_shared<PersonDictionary>(*m_table.rowAt(row));
     changed->setValue(value, forTableColumn);
     const ABPersonPtr person = changed->person();
     m_table.setRow(row, std::move(changed));
@@ -169,7 +169,7 @@ void LoadContactsViewController::deleteItem(std::vector<int> selectedRows)
     Q_EMIT contextMenuEnabled(!selectedRows.empty());
     PersonRows selected; // a load may put other people into these rows while the question is open
     for (const int row : selectedRows)
-        selected.push_back(m_table.rows()[static_cast<std::size_t>(row)]);
+        selected.push_back(m_table.rowAt(row));
     const auto answer =
         m_delegate.alertPanel().runAlertPanel(QStringLiteral("Are you sure you want to delete the selected person ?"),
             QStringLiteral("This person will also delete from Contacts."), QStringLiteral("Delete"),
@@ -224,7 +224,7 @@ void LoadContactsViewController::duplicateItem(const std::vector<int> &selectedR
         return;
     QList<ABPersonPtr> copies;
     for (const int row : selectedRows) {
-        const ABPersonPtr &person = m_table.rows()[static_cast<std::size_t>(row)]->person();
+        const ABPersonPtr &person = m_table.rowAt(row)->person();
         if (person->isDamaged()) { // a copy would look whole
             Q_EMIT failed(person->uniqueId() % QStringLiteral(": is damaged; nothing was duplicated"));
             return;
@@ -250,7 +250,7 @@ void LoadContactsViewController::exportItem(std::vector<int> selectedRows)
     std::ranges::sort(selectedRows, std::greater<>());
     PersonRows rows;
     for (const int row : selectedRows) {
-        auto copy = std::make_shared<PersonDictionary>(*m_table.rows()[static_cast<std::size_t>(row)]);
+        auto copy = std::make_shared<PersonDictionary>(*m_table.rowAt(row));
         copy->removePerson();
         rows.push_back(std::move(copy));
     }
