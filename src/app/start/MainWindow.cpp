@@ -5,13 +5,13 @@
 #include "app/card/ContactCard.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
-#include "app/look/EmptyPage.h"
 #include "app/results/ProgressWindow.h"
 #include "app/results/ResultsView.h"
 #include "app/start/EditMenu.h"
 #include "app/start/SampleBook.h"
 #include "app/start/WindowLayout.h"
 #include "app/table/ContactTableView.h"
+#include "app/table/EmptyPage.h"
 
 #include <QApplication>
 #include <QBoxLayout>

@@ -4,11 +4,11 @@
 
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
-#include "app/look/EmptyPage.h"
 #include "app/table/CellDelegate.h"
 #include "app/table/CellMessage.h"
 #include "app/table/ContactGrid.h"
 #include "app/table/CopiedContacts.h"
+#include "app/table/EmptyPage.h"
 #include "app/table/PictureHeader.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/look/EmptyPage.h"
+#include "app/table/EmptyPage.h"
 
 #include "app/look/Controls.h"
 
