@@ -4,7 +4,6 @@
 #include "fix/Comparison.h"
 #include "fix/LostValues.h"
 #include "fix/MergeContacts.h"
-#include "fix/MergeInto.h"
 
 ExitStatus runMerge(const MergeOptions &options, const CommandContext &context)
 {

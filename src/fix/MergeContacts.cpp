@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fix/MergeContacts.h"
 
-#include "contacts/book/ABAddressBook.h"
 #include "contacts/model/ABLabels.h"
 #include "contacts/model/NameTexts.h"
 #include "fix/FixLog.h"
@@ -230,4 +229,14 @@ QList<ABPersonPtr> peopleToMerge(const Finding &finding)
     people += finding.person;
     // Merged or deleted before: another merge would bring the person back.
     return finding.person->isRemoved() ? QList<ABPersonPtr>() : people;
+}
+
+Result<void> mergeInto(ABAddressBook &book, const std::vector<StoredRecord> &people, PersonRecord result)
+{
+    std::vector<RecordChange> changes;
+    for (const StoredRecord &person : people)
+        changes.push_back({.uid = person.uid, .before = person.record, .after = nullptr});
+    changes.front().after = std::make_shared<const PersonRecord>(std::move(result));
+    const QString description = QStringLiteral("merge of %1 contacts").arg(people.size());
+    return book.apply(std::move(changes), makeCause(ChangeCause::Kind::Repair, description));
 }

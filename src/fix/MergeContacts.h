@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "contacts/book/ABAddressBook.h"
 #include "fix/Finding.h"
 
 /// A new person merged from several, in no address book. Based on their person dictionaries (merge form), so of several
@@ -20,3 +21,7 @@ QList<ABPersonPtr> peopleNamedLike(const ABPerson &person);
 /// The people that the repair merges, in order: for ShareEmail the others, even those removed since, and then the
 /// person; otherwise peopleNamedLike(). Empty if the person was removed.
 QList<ABPersonPtr> peopleToMerge(const Finding &finding);
+
+/// Saves @p result as the first of @p people, keeping its uid, and removes the others, in one step of the history. On
+/// an error nothing is changed. Conflict: one of them has since been changed.
+Result<void> mergeInto(ABAddressBook &book, const std::vector<StoredRecord> &people, PersonRecord result);

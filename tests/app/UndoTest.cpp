@@ -4,7 +4,7 @@
 #include "contacts/book/RecordImporter.h"
 #include "contacts/model/NameTexts.h"
 #include "contacts/stores/sqlite/SqliteStore.h"
-#include "fix/MergeInto.h"
+#include "fix/MergeContacts.h"
 #include "results/FixAll.h"
 #include "scan/ScanAddressBook.h"
 #include "support/Answers.h"

@@ -10,7 +10,6 @@
 #include "contacts/model/NameTexts.h"
 #include "contacts/model/RecordDifferences.h"
 #include "fix/MergeContacts.h"
-#include "fix/MergeInto.h"
 
 #include <QBoxLayout>
 #include <QButtonGroup>
