@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/compare/CompareWindow.h"
 
-#include "app/compare/CompareHeader.h"
 #include "app/compare/CompareText.h"
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
@@ -17,10 +16,13 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <algorithm>
+
 namespace {
 
 constexpr QSize kFirstSize(1240, 780);
 constexpr int kPictureSize = 40;
+constexpr int kHeadPictureSize = 44;
 
 } // namespace
 
@@ -29,7 +31,8 @@ CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
     , m_people(people)
     , m_choices(recordsOf(people))
     , m_grid(new StickyGrid(this))
-    , m_header(new CompareHeader(m_choices.records(), people.front()->uniqueId(), this))
+    , m_keep(new QPushButton(tr("&Keep Everything"), this))
+    , m_repair(new QPushButton(tr("&As the Repair Does"), this))
     , m_toNote(new QCheckBox(tr("Put values that are not chosen into the &note"), this))
     , m_different(new QPushButton(tr("These Are &Different People"), this))
     , m_merge(new QPushButton(this))
@@ -38,17 +41,49 @@ CompareWindow::CompareWindow(const QList<ABPersonPtr> &people, QWidget *parent)
     , m_message(new Strip(Strip::Kind::Problem, this))
 {
     setWindowTitle(tr("Compare and Merge"));
-    connect(keepButton(), &QPushButton::clicked, this, &CompareWindow::keepEverything);
-    connect(repairButton(), &QPushButton::clicked, this, &CompareWindow::showRepair);
     setFirstSize(*this, kFirstSize);
     auto *layout = innerLayout<QVBoxLayout>(this);
-    layout->addWidget(m_header);
+    layout->addWidget(makeHead());
     layout->addWidget(m_grid, 1);
     layout->addWidget(separator(Qt::Horizontal));
     layout->addWidget(makeFoot());
     setUpHeads();
     showRows();
     includeBox(0)->setFocus();
+}
+
+/// Who is compared, and two ways to choose for all rows at once.
+QWidget *CompareWindow::makeHead()
+{
+    const auto &records = m_choices.records();
+    const auto withPicture = std::ranges::find_if(records, [](const auto &record) { return record->imageData(); });
+    const PersonRecordPtr &shown = withPicture == records.end() ? records.front() : *withPicture;
+    auto *picture = new QLabel;
+    picture->setPixmap(recordPicture(*shown, kHeadPictureSize, devicePixelRatioF(), m_people.front()->uniqueId()));
+    auto *title = new QLabel(tr("Compare and Merge"));
+    makeHeadline(title);
+    auto *sentence = new WrappedText(Qt::LeftToRight);
+    sentence->setText(tr("%1. Everything is kept unless you untick it; the change can be taken back at any time.")
+                          .arg(titleOf(records)));
+    setTextColour(sentence, ColourRole::Quiet);
+    m_keep->setToolTip(tr("Ticks every value, including those that differ only in how they are written."));
+    connect(m_keep, &QPushButton::clicked, this, &CompareWindow::keepEverything);
+    m_repair->setToolTip(tr("Shows what the repair \"Merge contacts\" gives."));
+    m_repair->setCheckable(true);
+    connect(m_repair, &QPushButton::clicked, this, &CompareWindow::showRepair);
+    auto *texts = new QVBoxLayout;
+    texts->setSpacing(4);
+    texts->addWidget(title);
+    texts->addWidget(sentence);
+    auto *head = new QWidget;
+    auto *layout = new QHBoxLayout(head);
+    layout->setContentsMargins(20, 16, 20, 16);
+    layout->setSpacing(12);
+    layout->addWidget(picture);
+    layout->addLayout(texts, 1);
+    layout->addWidget(m_keep);
+    layout->addWidget(m_repair);
+    return head;
 }
 
 QWidget *CompareWindow::makeFoot()
@@ -116,7 +151,7 @@ void CompareWindow::showRows()
     for (const ShownRow &row : m_rows)
         widgets.push_back(row.widgets);
     m_grid->setRows(std::move(widgets));
-    QWidgetList order{repairButton()};
+    QWidgetList order{m_repair};
     for (const GridCell *head : m_heads.cells)
         order += head->button();
     for (const ShownRow &row : m_rows) {
@@ -182,7 +217,7 @@ void CompareWindow::showChoices()
         showRow(row);
     m_toNote->setChecked(!m_repaired && m_choices.othersToNote());
     m_toNote->setEnabled(!m_repaired);
-    repairButton()->setChecked(m_repaired.has_value());
+    m_repair->setChecked(m_repaired.has_value());
     m_grid->arrange();
     showSummary();
 }

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/compare/CompareHeader.h"
 #include "app/compare/StickyGrid.h"
 #include "base/Job.h"
 #include "contacts/book/ABAddressBook.h"
@@ -33,8 +32,8 @@ public:
     void reject() override;
 
     QAbstractButton *includeBox(std::size_t contact) const { return m_heads.cells[contact]->button(); }
-    QPushButton *keepButton() const { return m_header->keepButton(); }
-    QPushButton *repairButton() const { return m_header->repairButton(); }
+    QPushButton *keepButton() const { return m_keep; }
+    QPushButton *repairButton() const { return m_repair; }
     QPushButton *differentButton() const { return m_different; }
     QPushButton *mergeButton() const { return m_merge; }
     QString summary() const;
@@ -52,6 +51,7 @@ private:
         StickyGrid::Row widgets;
     };
 
+    QWidget *makeHead();
     QWidget *makeFoot();
     void setUpHeads();
     void showRows();
@@ -73,7 +73,8 @@ private:
     StickyGrid *m_grid;
     StickyGrid::Row m_heads{};
     std::vector<ShownRow> m_rows;
-    CompareHeader *m_header;
+    QPushButton *m_keep;
+    QPushButton *m_repair; ///< checked while its result is shown
     QCheckBox *m_toNote;
     QPushButton *m_different;
     QPushButton *m_merge;
