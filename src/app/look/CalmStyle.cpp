@@ -62,6 +62,26 @@ QColor groundBeside(const QStyleOption &option, const QWidget *bar)
     return option.palette.color(area ? area->viewport()->backgroundRole() : QPalette::Base);
 }
 
+/// A bare editor within something else has no outline.
+void drawLineEdit(const QStyleOption &option, const QWidget *widget, QPainter &painter)
+{
+    const bool isBare = qobject_cast<const QLineEdit *>(widget) && option.type == QStyleOption::SO_Frame
+        && static_cast<const QStyleOptionFrame &>(option).lineWidth == 0;
+    if (!isBare)
+        drawField(option, fieldGround(widget), hasProperty(widget, kWrongProperty), painter);
+    else if (!qobject_cast<const QComboBox *>(widget->parentWidget()))
+        painter.fillRect(option.rect, option.palette.color(QPalette::Base));
+}
+
+/// Not around what shows the focus in another way.
+bool hasFocusRing(const QStyleOption &option, const QWidget *widget)
+{
+    const auto *table = qobject_cast<const QTableView *>(widget);
+    const bool hasCells = table && table->editTriggers() != QAbstractItemView::NoEditTriggers;
+    const bool isSelectedRow = option.state.testFlag(QStyle::State_Selected) && !hasCells;
+    return !isSelectedRow && !qobject_cast<const QPushButton *>(widget);
+}
+
 /// Leaves the painter as it was.
 class SmoothPainter
 {
@@ -118,16 +138,10 @@ void CalmStyle::drawPrimitive(
 {
     const SmoothPainter smooth(painter);
     const auto *item = qstyleoption_cast<const QStyleOptionViewItem *>(option);
-    const bool isBareEdit = qobject_cast<const QLineEdit *>(widget) && option->type == QStyleOption::SO_Frame
-        && static_cast<const QStyleOptionFrame *>(option)->lineWidth == 0;
     switch (element) {
     case PE_FrameLineEdit:
     case PE_PanelLineEdit:
-        if (!isBareEdit)
-            drawField(*option, fieldGround(widget), hasProperty(widget, kWrongProperty), *painter);
-        else if (!qobject_cast<const QComboBox *>(widget->parentWidget()))
-            painter->fillRect(option->rect, option->palette.color(QPalette::Base));
-        return;
+        return drawLineEdit(*option, widget, *painter);
     case PE_PanelButtonCommand:
         if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option))
             drawButton(*button, isPrimary(*button, widget), hasProperty(widget, kDestructiveProperty), *painter);
@@ -140,14 +154,10 @@ void CalmStyle::drawPrimitive(
         else
             drawFrame(*option, *painter);
         return;
-    case PE_FrameFocusRect: {
-        const auto *table = qobject_cast<const QTableView *>(widget);
-        const bool hasCells = table && table->editTriggers() != QAbstractItemView::NoEditTriggers;
-        const bool isSelectedRow = option->state.testFlag(State_Selected) && !hasCells;
-        if (!isSelectedRow && !qobject_cast<const QPushButton *>(widget)) // buttons have a ring of their own
+    case PE_FrameFocusRect:
+        if (hasFocusRing(*option, widget))
             drawFocusRing(*option, *painter);
         return;
-    }
     case PE_IndicatorCheckBox:
     case PE_IndicatorItemViewItemCheck:
         return drawCheckBox(*option, *painter);
