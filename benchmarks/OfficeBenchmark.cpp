@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "export/formats/DocxCreator.h"
-#include "export/formats/NumbersCreator.h"
-#include "export/formats/PagesCreator.h"
+#include "export/formats/DocumentCreators.h"
 #include "generator/ContactGenerator.h"
 
 #include <benchmark/benchmark.h>

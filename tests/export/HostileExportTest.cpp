@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "export/formats/DocxCreator.h"
+#include "export/formats/DocumentCreators.h"
 #include "export/formats/ExportCSV.h"
 #include "export/formats/ExportTXT.h"
 #include "export/formats/ExportToHtml.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Brindle PeopleNook developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "export/formats/DocumentCreators.h"
 #include "export/formats/DocxDocument.h"
-#include "export/formats/NumbersCreator.h"
 #include "export/formats/NumbersDocument.h"
 #include "export/formats/PagesDocument.h"
 #include "support/FailingBuffer.h"

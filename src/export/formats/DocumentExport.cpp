@@ -23,10 +23,3 @@ ExportReport exportDocument(const QString &basePath, QLatin1StringView extension
     report.take(OutputFile::write(basePath % u'.' % extension, fill));
     return report;
 }
-
-void DocumentCreator::initWithDictionary(PersonRows rows, const QString &SavePath, bool isShowAllInfo)
-{
-    m_rows = std::move(rows);
-    m_savePath = SavePath;
-    m_isShowAllInfo = isShowAllInfo;
-}

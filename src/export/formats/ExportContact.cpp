@@ -2,13 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/formats/ExportContact.h"
 
-#include "export/formats/DocxCreator.h"
+#include "export/formats/DocumentCreators.h"
 #include "export/formats/ExportCSV.h"
 #include "export/formats/ExportTXT.h"
 #include "export/formats/ExportToHtml.h"
 #include "export/formats/ExportVCard.h"
-#include "export/formats/NumbersCreator.h"
-#include "export/formats/PagesCreator.h"
 #include "export/formats/XlsxCreater.h"
 #include "table/grid/LoadContactsViewController.h"
 
