@@ -40,15 +40,15 @@ std::pair<CLI::App *, Options &> add(CLI::App &app, ChosenCommand &chosen, const
 void addImport(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "import", "Add the records of vCard or JSON Lines files", runImport);
-    command->add_option("--format", options.format, "What the files hold; without it, what they look like")
+    command->add_option("--format", options.format, "The format of the files; recognised from the content if omitted")
         ->check(CLI::IsMember({"vcard", "jsonl"}));
-    command->add_flag("--replace", options.replace, "Replace stored records that have the same uid and other content");
+    command->add_flag("--replace", options.replace, "Replace stored records with the same uid but different content");
     command->add_option("FILE", options.files, "Files to read; - is standard input")->required();
 }
 
 void addPeople(CLI::App &app, ChosenCommand &chosen)
 {
-    auto [command, options] = add(app, chosen, "people", "Print whole records", runPeople);
+    auto [command, options] = add(app, chosen, "people", "Print complete records", runPeople);
     command->add_option("--format", options.format, "How to print them")
         ->check(CLI::IsMember({"vcard", "jsonl"}))
         ->capture_default_str();
@@ -63,9 +63,9 @@ void addScan(CLI::App &app, ChosenCommand &chosen)
         ->add_option("--condition", options.titles, "Look for this only; may be repeated and runs in the given order")
         ->type_name("TITLE");
     command->add_flag("--json", options.json, "Print one JSON object of uids instead of the tree");
-    command->add_flag("--exit-code", options.exitCode, "Exit with status 1 when something was found");
+    command->add_flag("--exit-code", options.exitCode, "Exit with status 1 if anything was found");
     command->add_flag("--without-ignored", options.withoutIgnored, "Leave out what the command ignore remembers");
-    std::string titles = "\nTitles, in the order of a scan of everything:\n";
+    std::string titles = "\nTitles, in the order of a full scan:\n";
     for (const QString &title : conditionTitles())
         titles += "  " + title.toStdString() + "\n";
     command->footer(titles);
@@ -75,7 +75,7 @@ void addLikely(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] =
         add(app, chosen, "likely", "Find contacts that are probably one person, however they are written", runLikely);
-    command->add_option("--grade", options.grade, "How sure it has to be at least")
+    command->add_option("--grade", options.grade, "The lowest grade to print")
         ->check(CLI::IsMember({"certain", "likely", "possible"}))
         ->capture_default_str();
     command->add_flag("--json", options.json, "Print one JSON object per group");
@@ -88,7 +88,7 @@ void addIgnore(CLI::App &app, ChosenCommand &chosen)
     std::vector<std::string> titles;
     for (const QString &title : conditionTitles())
         titles.push_back(title.toStdString());
-    CLI::Option *condition = command->add_option("--condition", options.condition, "What was found")
+    CLI::Option *condition = command->add_option("--condition", options.condition, "The condition that found it")
                                  ->type_name("TITLE")
                                  ->check(CLI::IsMember(titles).description(""));
     command->add_flag("--different", options.different, "The contacts are different people")->excludes(condition);
@@ -98,9 +98,9 @@ void addIgnore(CLI::App &app, ChosenCommand &chosen)
 void addIgnored(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "ignored", "Print what is ignored, each with an id", runIgnored);
-    CLI::Option *json = command->add_flag("--json", options.json, "Print one JSON object a line");
-    command->add_flag("--remove", options.remove, "Bring back what has these ids")->excludes(json);
-    command->add_option("ID", options.ids, "What to bring back");
+    CLI::Option *json = command->add_flag("--json", options.json, "Print one JSON object per line");
+    command->add_flag("--remove", options.remove, "Stop ignoring what has these ids")->excludes(json);
+    command->add_option("ID", options.ids, "What to stop ignoring");
 }
 
 void addTable(CLI::App &app, ChosenCommand &chosen)
@@ -113,7 +113,7 @@ void addTable(CLI::App &app, ChosenCommand &chosen)
 void addEdit(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "edit", "Edit one cell of the contact table", runEdit);
-    command->add_option("UID", options.uid, "The person whose row it is")->required();
+    command->add_option("UID", options.uid, "The person to edit")->required();
     command->add_option("LABEL", options.label, "The column, such as \"Home City\"")->required();
     command->add_option("VALUE", options.value, "The new value; put -- before one that begins with a hyphen")
         ->required();
@@ -159,7 +159,7 @@ void addFix(CLI::App &app, ChosenCommand &chosen)
 void addMerge(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] =
-        add(app, chosen, "merge", "Merge contacts into one, which keeps the first one's uid", runMerge);
+        add(app, chosen, "merge", "Merge contacts into one that keeps the first one's uid", runMerge);
     command->add_option("UID", options.uids, "The contacts")->required();
     CLI::Option *keepAll = command->add_flag("--keep-all", options.keepAll,
         "Lose nothing (the default): where single values differ, the first stays and the others go into the note");
@@ -187,9 +187,9 @@ void addExport(CLI::App &app, ChosenCommand &chosen)
     command->add_option("--scope", options.scope, "The fields to write: those of the table's columns, or all")
         ->check(CLI::IsMember({"table", "all"}))
         ->capture_default_str();
-    command->add_option("--columns", options.columns, "The table's columns, from the left; by default its first ones")
+    command->add_option("--columns", options.columns, "The table's columns, from the left, instead of its default ones")
         ->type_name("LABEL,LABEL...");
-    command->add_option("--select", options.select, "Only these people, the lowest row first; may be repeated")
+    command->add_option("--select", options.select, "Only these people, the last one first; may be repeated")
         ->type_name("UID,UID...");
     command->add_option("FOLDER", options.folder, "An existing folder to write into")->required();
 }
@@ -202,20 +202,20 @@ void addHistory(CLI::App &app, ChosenCommand &chosen)
         ->check(CLI::Range(1, std::numeric_limits<int>::max()));
     command->add_flag("--json", options.json, "Print one JSON object per line");
     auto [show, showOptions] =
-        add(*command, chosen, "show", "Print the people that a change concerned, before and after", runHistoryShow);
+        add(*command, chosen, "show", "Print the people affected by a change, before and after", runHistoryShow);
     show->add_option("ID", showOptions.id, "The change's id, as history prints it")->required();
     show->add_flag("--json", showOptions.json, "Print one JSON object per person");
     auto [restore, restoreOptions] = add(*command, chosen, "restore",
-        "Undo these changes, all or none; refused if one of the contacts has changed since", runHistoryRestore);
+        "Undo these changes, all or none; refused if one of the contacts has since changed", runHistoryRestore);
     restore->add_option("ID", restoreOptions.ids, "The changes' ids, in any order")->required();
 }
 
 void addBackup(CLI::App &app, ChosenCommand &chosen)
 {
     auto [command, options] = add(app, chosen, "backup",
-        "Write the address book into a new address book file, and check it by reading it back", runBackup);
+        "Write the address book to a new address book file, and check it by reading it back", runBackup);
     command->add_option("FILE", options.file, "The file to write")->required();
-    command->add_flag("--replace", options.replace, "Replace a file of that name");
+    command->add_flag("--replace", options.replace, "Replace an existing file");
 }
 
 void addRestore(CLI::App &app, ChosenCommand &chosen)
@@ -225,10 +225,10 @@ void addRestore(CLI::App &app, ChosenCommand &chosen)
     command->add_option("FILE", options.file, "The backup; with --salvage, the new file to write")->required();
     CLI::Option *dryRun = command->add_flag("--dry-run", options.dryRun, "Only count what would change");
     CLI::Option *only =
-        command->add_option("--only", options.only, "Restore this person alone; may be repeated")->type_name("UID");
+        command->add_option("--only", options.only, "Restore only this person; may be repeated")->type_name("UID");
     command
         ->add_flag("--salvage", options.salvage,
-            "Write what can still be read of a damaged address book into the new file FILE instead")
+            "Write what can still be read of a damaged address book to the new file FILE instead")
         ->excludes(dryRun)
         ->excludes(only);
 }
@@ -236,7 +236,7 @@ void addRestore(CLI::App &app, ChosenCommand &chosen)
 void addVerify(CLI::App &app, ChosenCommand &chosen)
 {
     app.add_subcommand(
-           "verify", "Check every person and picture in an address book file; exit status 1 if one is damaged")
+           "verify", "Check every person and picture in an address book file; exit with status 1 if any is damaged")
         ->group("Commands")
         ->callback([&chosen] { chosen = runVerify; });
 }
@@ -336,8 +336,8 @@ void addEverything(CLI::App &app, std::string &where, bool &verbose, ChosenComma
     app.fallthrough();
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.add_option("--address-book", where,
-           "A file (made if missing), or eds: or eds:UID for an address book of the desktop. Without it: the user's "
-           "own")
+           "A file (created if missing), or eds: or eds:UID for an address book of the desktop. Without it: the one "
+           "that the desktop application opens")
         ->type_name("WHERE")
         ->check([](const std::string &name) { return std::string(name.empty() ? "is empty" : ""); });
     app.add_flag("--verbose", verbose, "Show diagnostic lines on standard error");

@@ -96,7 +96,7 @@ int main(int argc, char *argv[])
     const QCommandLineOption where(QStringLiteral("address-book"),
         QStringLiteral("The address book: a file, or eds:UID for one of the desktop's."), QStringLiteral("WHERE"));
     const QCommandLineOption scheme(QStringLiteral("appearance"),
-        QStringLiteral("light or dark, whatever the desktop has."), QStringLiteral("SCHEME"));
+        QStringLiteral("light or dark, instead of the desktop's."), QStringLiteral("SCHEME"));
     arguments.addOptions({where, scheme});
     arguments.addPositionalArgument(
         QStringLiteral("FILE"), QStringLiteral("vCard files to import."), QStringLiteral("[FILE...]"));
