@@ -38,8 +38,8 @@ public:
     const std::vector<Row> &rows() const { return m_rows; }
     const std::vector<PersonRecordPtr> &records() const { return m_records; }
 
-    /// A contact that is left out contributes nothing. Where its single values were chosen, the first ones left are,
-    /// and where a value of it was the fuller one, what is left of that is.
+    /// A contact that is left out contributes nothing. If its single values were chosen, the first remaining ones are
+    /// now; if a value of it was the fuller one, the fullest remaining one is.
     void setIncluded(std::size_t contact, bool isIncluded);
     bool isIncluded(std::size_t contact) const { return m_included[contact]; }
     std::vector<std::size_t> included() const; ///< the contacts that are not left out
@@ -50,7 +50,7 @@ public:
     /// Whether single values that are not chosen go to the end of the note; they do at first.
     void setOthersToNote(bool goThere) { m_othersToNote = goThere; }
     bool othersToNote() const { return m_othersToNote; }
-    /// Chooses every value and every way of writing it, of single values the first, of the contacts not left out.
+    /// Chooses every value in every spelling, and the first of single values, of the contacts not left out.
     void keepEverything();
 
     /// The merged record: the first included contact's plus what the others add.
@@ -71,5 +71,5 @@ private:
     std::vector<bool> m_included;
     std::vector<Row> m_rows;
     bool m_othersToNote = true;
-    bool m_keepsWriting = false; // single values that say the same in other letters get a line in the note, too
+    bool m_keepsWriting = false; // single values that only differ in spelling get a line in the note, too
 };

@@ -20,7 +20,7 @@ public:
     /// The book's. Not for the main thread.
     static Result<IgnoredFindings> of(ABAddressBook &book);
 
-    /// What has to be remembered for the finding to be ignored. Nothing if its contact is gone.
+    /// What to remember so that the finding is ignored. Nothing if its contact is gone.
     static std::optional<Ignored> entryFor(const Finding &finding);
     static Ignored differentPeople(QStringList uids) { return {{}, std::move(uids), {}}; }
 

@@ -4,15 +4,15 @@
 
 #include "fix/Finding.h"
 
-/// A value in which the problem of a finding is.
+/// A value that has the problem of a finding.
 struct ProblemPlace
 {
     QString title; ///< the property's, with the value's label
     QString text;
-    QList<qsizetype> wrong = {}; ///< which letters of it are
+    QList<qsizetype> wrong = {}; ///< which of its letters are wrong
     QString remark = {}; ///< what is wrong with it as a whole
 };
 
 /// Where the problem is in the finding's person as it is now: which letters of which value are wrong, which values are
-/// repeated, who else has the shared address, in what the duplicates differ. Changes nothing.
+/// repeated, who else has the shared address, how the duplicates differ. Changes nothing.
 std::vector<ProblemPlace> problemPlaces(const Finding &finding);

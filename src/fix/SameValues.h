@@ -20,7 +20,7 @@ private:
     {
         ABKey key; ///< of a dictionary
         QString written;
-        QString plain; ///< what counts of it
+        QString plain; ///< only what counts in a comparison
         QString digits; ///< of a phone number without letters; empty for others
         bool isInternational = false; ///< these
     };

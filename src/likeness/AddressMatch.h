@@ -7,8 +7,8 @@
 /// How alike the two most similar addresses of two contacts are.
 struct AddressMatch
 {
-    double bits = 0; ///< for and against their being one
-    double townBits = 0; ///< for only the town being one
+    double bits = 0; ///< for and against their being the same
+    double townBits = 0; ///< for the same town alone
     bool isStreetSame = false; ///< with the number
     bool isStreetOther = false;
     bool isCityOther = false; ///< by more than typing errors

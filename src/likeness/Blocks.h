@@ -17,11 +17,11 @@ struct CandidatePair
 struct Candidates
 {
     std::vector<CandidatePair> pairs; ///< each once
-    /// Contacts that have something in common with so many others that they were compared only with those next to them
-    /// by name.
+    /// Contacts with something in common with so many others that they were only compared with those next to them by
+    /// name.
     int crowded = 0;
 };
 
-/// The pairs that are worth comparing: those who share a value, or part of a name together with something else.
-/// Incomplete when @p progress gave it up.
+/// The pairs worth comparing: those that share a value, or part of a name together with something else. Incomplete if
+/// @p progress cancelled.
 Candidates candidatePairs(const BookTraits &book, const LikenessProgress &progress);

@@ -9,7 +9,7 @@
 
 #include <array>
 
-/// What speaks for and against two contacts being one person's.
+/// The evidence for and against two contacts being one person.
 struct Evidence
 {
     quint64 signs = 0; ///< a bit per Sign
@@ -55,7 +55,7 @@ private:
     enum Kind {
         Certain, ///< by the odds before anything was counted
         Alike, ///< agree in first name, birthday and street
-        OtherSurname, ///< and not in the last name
+        OtherSurname, ///< but not in the last name
         OtherCity, ///< and in the last name, but not in the city
         OtherGiven, ///< share an address or a phone, and a last name, but not the first name
         OtherBirthday, ///< share these and the first name, but not the birthday
@@ -67,16 +67,16 @@ private:
     std::array<int, Kinds> m_pairs{};
 };
 
-/// Of two contacts by their numbers; their order does not count.
+/// Of two contacts by number, in either order.
 Evidence compare(const BookTraits &book, quint32 one, quint32 other);
 
-/// log2 of the odds that both are one person's.
+/// log2 of the odds that both are one person.
 double scoreOf(const Evidence &evidence, const PriorOdds &prior);
-/// False: no prior odds can make them one person's.
+/// False: no prior odds can make them one person.
 bool mayBeOnePerson(const Evidence &evidence);
-/// Whether no third contact can make them one person's.
-/// @param hasOtherSpelling one of them is called like the third, so that names unlike each other may be two spellings
+/// Whether no third contact can make them one person.
+/// @param hasOtherSpelling one of them has the third one's name, so names unlike each other may be two spellings
 bool excludesOnePerson(const Evidence &evidence, const PriorOdds &prior, bool hasOtherSpelling);
 
-/// What speaks for it, in words.
+/// The reasons for it, in words.
 QStringList reasonsOf(const Evidence &evidence);

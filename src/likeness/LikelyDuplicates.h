@@ -7,7 +7,7 @@
 #include <functional>
 #include <span>
 
-/// How sure it is that contacts are one person's; the surest first.
+/// How sure it is that contacts are one person, the surest first.
 enum class LikenessGrade : quint8 { Certain, Likely, Possible };
 
 /// Why two contacts are in one group.
@@ -19,28 +19,28 @@ struct LikenessReason
     friend bool operator==(const LikenessReason &, const LikenessReason &) = default;
 };
 
-/// Contacts that are probably one person's.
+/// Contacts that are probably one person.
 struct LikelyGroup
 {
     std::vector<std::size_t> members; ///< ascending
     LikenessGrade grade;
-    std::vector<LikenessReason> reasons; ///< of pairs by which all members hang together
+    std::vector<LikenessReason> reasons; ///< for pairs that connect all members
     friend bool operator==(const LikelyGroup &, const LikelyGroup &) = default;
 };
 
 struct LikelyDuplicates
 {
     std::vector<LikelyGroup> groups; ///< by grade, then by their first members
-    /// So many contacts share something with so many others that not all of these were compared with each other.
+    /// How many contacts share something with so many others that not all of these were compared with each other.
     int crowded = 0;
     bool isCancelled = false; ///< there are no groups then
 };
 
-/// Finds the groups up to a grade. A contact is in one group at most that is certain or likely, and may be in one more
-/// that is possible. The same people give the same groups, whatever their order. For any thread.
-/// @param region where a phone number without country is from when nothing else says it: two capital letters, or empty
-/// @param progress told how far it is, from 0 to 1, on the calling thread; false cancels
-/// @param areDifferent whether the user said so of two; they are in no group together. An empty one: of nobody
+/// Finds the groups up to a grade. A contact is in at most one certain or likely group, and may be in one more possible
+/// group. The same people give the same groups, whatever their order. Any thread.
+/// @param region of phone numbers for which nothing else says the country: two capital letters, or empty
+/// @param progress called with 0 to 1 on the calling thread; false cancels
+/// @param areDifferent whether the user called two different people, who then share no group; empty: none were
 LikelyDuplicates findLikelyDuplicates(std::span<const PersonSnapshot> people, LikenessGrade upTo, const QString &region,
     const std::function<bool(double done)> &progress,
     const std::function<bool(std::size_t, std::size_t)> &areDifferent = {});

@@ -14,7 +14,7 @@ struct NameMatch
     NameLikeness middle = NameLikeness::Missing;
     quint32 givenWord = 0; ///< what was compared: the more frequent one of the two words
     quint32 familyWord = 0;
-    bool isSwapped = false; ///< one has the first name for the last
+    bool isSwapped = false; ///< in one of them first and last name are swapped
 };
 
 NameMatch matchNames(const NameTraits &a, const NameTraits &b, const BookTraits &book);

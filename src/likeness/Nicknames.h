@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// The rows of the table of first names that hold this word form; names of one row may be one person's. Null: none.
+/// The rows of the table of first names with this word form; one person may use all names of a row. Null: none.
 const std::vector<int> *nicknameRows(const std::string &form);
-/// The word form that a row begins with.
+/// The first word form of a row.
 const std::string &headOfNicknameRow(int row);

@@ -7,7 +7,7 @@
 #include <functional>
 #include <span>
 
-/// Whose a phone usually is.
+/// Who usually has a phone.
 enum class PhoneUse : quint8 {
     Personal, ///< a mobile phone, or an extension
     Unknown,
@@ -22,11 +22,11 @@ struct PhoneLine
     PhoneUse use;
 };
 
-/// Told how far something is, from 0 to 1; false: give it up.
+/// Called with how much is done, from 0 to 1; false cancels.
 using LikenessProgress = std::function<bool(double done)>;
 
 /// The phone lines of each of these contacts. A number without country is one of the country of the contact's other
 /// numbers, else of its address, else of a number in the book that it would be equal to, else of @p region (two capital
-/// letters, or empty). Incomplete when @p progress gave it up.
+/// letters, or empty). Incomplete if @p progress cancelled.
 std::vector<std::vector<PhoneLine>> phoneLines(
     std::span<const PersonSnapshot> people, const QString &region, const LikenessProgress &progress);

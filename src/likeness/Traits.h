@@ -14,7 +14,7 @@ struct WordsOfName
     quint32 whole = 0; ///< all of them together
 };
 
-/// One way to take a name apart.
+/// One way to split a name.
 struct NameReading
 {
     WordsOfName given; ///< the first word is what the person is called
@@ -23,21 +23,20 @@ struct NameReading
 
 struct NameTraits
 {
-    /// As the fields say; and where one field is empty and the other has several words, as if these were the whole
-    /// name.
+    /// As the fields say; if one field is empty and the other has several words, also with these as the whole name.
     std::vector<NameReading> readings;
     std::vector<quint32> middle;
     std::vector<quint32> nicknames;
     std::vector<quint32> maiden;
-    std::size_t spelling = 0; ///< equal for names written alike
-    std::size_t letters = 0; ///< of both fields without a blank; 0: none
+    std::size_t spelling = 0; ///< equal for names of one spelling
+    std::size_t letters = 0; ///< of both fields, without blanks; 0: none
     std::size_t lettersSwapped = 0; ///< the last name first
     NameSuffix suffix = NameSuffix::None;
 };
 
 enum class ValueKind : quint8 { Phone, Email, OfficeEmail, Account, Picture };
 
-/// A value that is equal or not.
+/// A value that is only compared for equality.
 struct ValueTrait
 {
     ValueKind kind;
@@ -69,15 +68,15 @@ struct Traits
     quint64 rank = 0; ///< a hash of the uid: the order of the book must not count
 };
 
-/// All contacts of a book, and what is known of the book as a whole.
+/// All contacts of a book, and what is known about the whole book.
 struct BookTraits
 {
     std::vector<Traits> contacts;
     Vocabulary words;
 
-    /// log2 of how many contacts there are for one that has this word, but not more than one can know from a book.
+    /// log2 of the contacts per contact with this word, limited to the @p most that a book can tell.
     double rarity(quint32 word, double most) const;
 };
 
-/// Incomplete when @p progress gave it up.
+/// Incomplete if @p progress cancelled.
 BookTraits traitsOf(std::span<const PersonSnapshot> people, const QString &region, const LikenessProgress &progress);

@@ -7,8 +7,8 @@
 
 #include <atomic>
 
-/// Runs @p work on the calling thread and @p other on a second one. Only the first tells @p progress; both are told to
-/// give up.
+/// Runs @p work on the calling thread and @p other on a second one. Only the first reports to @p progress; cancelling
+/// ends both.
 template <typename Work, typename Other>
 void inTwoThreads(const LikenessProgress &progress, const Work &work, const Other &other)
 {

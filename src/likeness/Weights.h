@@ -6,7 +6,7 @@
 
 #include <array>
 
-/// What two contacts can have in common, or against each other.
+/// In what two contacts can agree or disagree.
 // clang-format off
 enum class Sign : quint8 {
     GivenSame, GivenNickname, GivenMistyped, GivenInitial, GivenSecond, GivenUnlike, GivenDiffers,
@@ -41,7 +41,7 @@ inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     {Sign::GivenNickname, -1, 3, 0, "same first name, written differently"},
     {Sign::GivenMistyped, -2, 3, 0, "similar first name"},
     {Sign::GivenInitial, 0, 3, 0, "same initial"},
-    {Sign::GivenSecond, 0, -4, 0, "first name of one is a second name of the other"}, // as parents' are given on
+    {Sign::GivenSecond, 0, -4, 0, "first name of one is a second name of the other"}, // parents' names are passed on
     {Sign::GivenUnlike, -6, -6, -2, ""}, // there are more pet names than any table has
     {Sign::GivenDiffers, -8, -8, -2, ""}, // both are well known
     {Sign::FamilySame, 0, 0, 0, "same last name"},
@@ -53,7 +53,7 @@ inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     {Sign::MiddleSame, 2, 1, 0, ""},
     {Sign::MiddleDiffers, -4, -7, 0, ""},
     {Sign::SuffixSame, 2, 2, 0, ""},
-    {Sign::SuffixOnOne, 0, -6, 0, ""}, // only the son may be given one, and often neither is
+    {Sign::SuffixOnOne, 0, -6, 0, ""}, // perhaps only the son has one; often neither has
     {Sign::SuffixDiffers, -14, -14, 0, ""}, // father and son
 
     // 365 days of some 60 years. Twins aside, a family does not share a day; and twins have different names.
@@ -75,7 +75,7 @@ inline constexpr auto kSignWeights = std::to_array<SignWeight>({
     {Sign::OfficeEmailSame, 20, 0, 0, "same e-mail address"},
     {Sign::EmailsDiffer, -2, -2, 0, ""},
     {Sign::AccountSame, 30, 8, 0, "same account"},
-    {Sign::PictureSame, 24, 4, 0, "same picture"}, // may be a program's picture for everybody
+    {Sign::PictureSame, 24, 4, 0, "same picture"}, // may be a program's default picture
 
     // Weighs by its parts, which are added in Evidence.cpp. Families and neighbours share it.
     {Sign::AddressSame, 0, 0, 0, "same address"},
@@ -107,7 +107,7 @@ static_assert([] {
 /// A value weighs less by this for each doubling of the people who share it.
 inline constexpr double kBitsPerSharing = 3;
 
-// How much a name or a place can tell: that of everybody little, a rare one not more than one can know from a book.
+// How much a name or a place can tell: a common one little, a rare one no more than can be known from a book.
 inline constexpr double kMostGivenBits = 7;
 inline constexpr double kMostFamilyBits = 8;
 inline constexpr double kMostTownBits = 3;
@@ -128,10 +128,10 @@ inline constexpr double kOtherPlaceBits = -3;
 inline constexpr double kOtherTownBelow = -4;
 inline constexpr double kLeastAddressBits = 8; ///< below this they are two addresses
 
-/// The pairs of a book that are one person's: those that are certain by themselves, and one for so many contacts.
+/// How many pairs of a book are one person: those certain by themselves, and one per so many contacts.
 inline constexpr double kContactsPerDuplicate = 20;
-inline constexpr double kSmallestBook = 1000; ///< a smaller one tells no more of how common things are
-/// What is asked for beyond even odds, against strangers and against those who are close.
+inline constexpr double kSmallestBook = 1000; ///< a smaller one tells no more about how common things are
+/// What is required beyond even odds, against strangers and against those who are close.
 inline constexpr double kStrangerMargin = -5;
 inline constexpr double kCloseMargin = -4;
 inline constexpr double kSpoiledStrangerMargin = -3;

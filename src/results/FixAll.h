@@ -43,7 +43,7 @@ private:
     bool m_isStopped = false;
 };
 
-/// What became of the findings, in numbers.
+/// What became of the findings, counted.
 struct FixReport
 {
     qsizetype repaired = 0;

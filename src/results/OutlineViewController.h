@@ -31,13 +31,13 @@ public:
     explicit OutlineViewController(ResultsDelegate &delegate, QObject *parent = nullptr);
     ~OutlineViewController() override;
 
-    /// Builds the tree: nothing selected, all groups expanded. What the scan found too, but is @p ignored, only counts.
+    /// Builds the tree: nothing selected, all groups expanded. What the scan found but is @p ignored only counts.
     void setOutlineViewDataSouce(const ScanResult &result, const ScanResult &ignored = {});
     /// A group with one child per person; null without people.
     static PersonItemPtr creatFatherNode(const QString &name, const std::vector<ABPersonPtr> &withChildArray);
 
-    /// Makes the findings of people with these uids those in @p now, each at its place, and updates what is shown. For
-    /// changes from outside, and of what is ignored.
+    /// Replaces the findings of people with these uids by those in @p now, each at its place, and updates the display.
+    /// For outside changes, and changes of what is ignored.
     void reexamine(const QStringList &uids, const ScanResult &now, const ScanResult &ignored = {});
     QStringList conditionTitles() const; ///< that this scan found, and @p now is to be a scan for
     QStringList uids() const; ///< of the people with findings; may repeat
@@ -45,10 +45,10 @@ public:
     ResultTree &model() { return m_tree; }
     const QList<PersonItemPtr> &rootNodes() const { return m_tree.rootNodes(); }
     qsizetype findingCount() const { return m_tree.findingCount(); }
-    qsizetype totalCount() const { return m_totalCount; } ///< at most so far: those that are not left are done
-    qsizetype ignoredCount() const { return m_ignoredCount; } ///< not among these
+    qsizetype totalCount() const { return m_totalCount; } ///< the most so far: findings that are not left are done
+    qsizetype ignoredCount() const { return m_ignoredCount; } ///< not counted above
 
-    void setFilter(const QString &text); ///< shows, selects and repairs only findings with these words; none: all
+    void setFilter(const QString &text); ///< shows, selects and repairs only findings with these words
     bool isFiltered() const { return !m_filter.isEmpty(); }
     bool isShown(const PersonItem &finding) const { return m_filter.shows(finding); }
     QList<PersonItemPtr> shownFindings(const PersonItemPtr &group) const; ///< in their order

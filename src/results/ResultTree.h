@@ -43,10 +43,10 @@ public:
     bool contains(const PersonItemPtr &node) const;
     qsizetype findingCount() const { return m_nodesOfUid.size(); }
 
-    /// Makes the findings of people with the uids @p changed those that are in @p found, a scan's for the condition.
-    /// New ones come at their places, and so does a new group; a group without findings goes.
+    /// Replaces the findings of people with the uids @p changed by those in @p found, a scan's for the condition. New
+    /// findings and groups are inserted at their places; a group without findings goes.
     void update(Condition condition, const std::vector<Finding> &found, const QSet<QString> &changed);
-    /// Both do nothing for a node that is not there.
+    /// Both do nothing for a missing node.
     void removeFinding(const PersonItemPtr &finding);
     void removeGroup(const PersonItemPtr &group);
     /// Removes all findings of the person. @return how many

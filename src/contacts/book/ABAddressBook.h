@@ -74,8 +74,8 @@ public:
     using SaveRunner = std::function<void(const std::function<void()> &write)>;
     void setSaveRunner(SaveRunner runner) { m_saveRunner = std::move(runner); }
 
-    /// Has @p listener called with each cause whose changes were written, on the thread that wrote them; it must not
-    /// call the address book. Changes without a cause are not told. An empty one ends this.
+    /// Calls @p listener with each cause whose changes were written, on the thread that wrote them; it must not call
+    /// the address book. Changes without a cause are not reported. An empty one stops the calls.
     void setCauseListener(std::function<void(const ChangeCausePtr &)> listener);
 
     /// Loads outside changes from the store; pending changes stay, as in save().

@@ -72,7 +72,7 @@ private:
     void setPendingChanges(const std::shared_ptr<PendingChanges> &changes);
 
     const QString m_uid;
-    // Both guarded by one of a few shared mutexes; a mutex per person would cost more than the record.
+    // Both guarded by one of a few mutexes for all people; one per person would cost more than the record.
     PersonRecordPtr m_record;
     std::shared_ptr<PendingChanges> m_pendingChanges; // of its address book; null without one
     quint64 m_order = 0; // position in its address book's PeopleList, guarded with it; 0: in none yet

@@ -49,7 +49,7 @@ public:
     /// version wrote them), it has their uids. The history records the changes under their causes in the same step.
     virtual Result<void> commit(const std::vector<RecordChange> &changes) = 0;
 
-    /// The people whom others changed since loadAll() or the last call, each once, as they are now; a null record: was
+    /// The people whom others changed since loadAll() or the last call, each once, as they are now; a null record:
     /// removed. May include this program's changes.
     virtual Result<std::vector<StoredRecord>> takeChangesFromOutside() = 0;
     /// Cancels a waiting takeChangesFromOutside(), and later ones too until a listener is set. May be called while

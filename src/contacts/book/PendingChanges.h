@@ -18,12 +18,12 @@ public:
     {
         ABPersonPtr person;
         PersonRecordPtr before; ///< null: not stored yet
-        PersonRecordPtr now = nullptr; ///< when it was asked for; null: removed
+        PersonRecordPtr now = nullptr; ///< at the time of the call; null: removed
         bool removed = false;
         ChangeCausePtr cause = {}; ///< null until a save names it
         quint64 order = 0; ///< grows from one noted person to the next
 
-        /// Whether this change cannot be made any more where another program has left @p theirs (null: removed).
+        /// Whether this change conflicts with @p theirs, what another program has stored (null: removed).
         bool clashesWith(const PersonRecordPtr &theirs) const;
     };
 

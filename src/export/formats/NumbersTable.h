@@ -12,8 +12,8 @@
 /// columns' labels, followed by the rows of the export. Cells without text are not written.
 ///
 /// Memory grows only by a few dozen bytes per tile of 256 rows: the rows are walked once for the cells, and again for
-/// the texts and for each row's cell count. Therefore each cell has a separate entry in the list of texts, which in
-/// files saved by Numbers holds equal ones once; each entry counts its one use, and readers go by the number.
+/// the texts and for each row's cell count. Therefore each cell has a separate entry in the list of texts. (Files saved
+/// by Numbers have one entry for equal texts.) Each entry counts its one use, and readers go by the number.
 class NumbersTable
 {
 public:

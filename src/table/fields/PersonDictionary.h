@@ -29,7 +29,7 @@ public:
         const QString *m_text; // in the record or m_ownTexts; null: m_birthday, or computed (FullName)
     };
 
-    /// Empty, of no person.
+    /// Empty, without a person.
     PersonDictionary() = default;
 
     /// The person it was made from; null once removed.

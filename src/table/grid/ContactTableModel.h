@@ -15,7 +15,7 @@ class ContactTableModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
-    /// Of a column that the user adds, in pixels.
+    /// The width of a column that the user adds, in pixels.
     static constexpr int kColumnWidth = 150;
     /// For every cell: whether its contact is damaged and cannot be edited, as the tool tip says too.
     static constexpr int kIsDamagedRole = Qt::UserRole;
