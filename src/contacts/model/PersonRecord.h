@@ -92,7 +92,7 @@ private:
         return static_cast<std::size_t>(property) - kFirstMulti;
     }
 
-    std::array<QString, kTextCount> m_texts; // null if absent: half the size of optional texts
+    std::array<QString, kTextCount> m_texts; // null if absent: smaller than optional texts
     std::array<ABMultiValue, kMultiCount> m_multiValues; // empty where absent
     std::bitset<kMultiCount> m_presentMultiValues;
     QDate m_birthday; // null when absent
