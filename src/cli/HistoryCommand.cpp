@@ -40,8 +40,9 @@ Json jsonOf(const PersonRecordPtr &record)
     if (!record)
         return {};
     Json json = Json::parse(recordToJson(QString(), *record));
-    if (!record->keptLines().empty())
-        json["cardLines"] = Json::parse(keptLinesToJson(record->keptLines()));
+    for (const KeptLine &line : record->keptLines())
+        json["cardLines"].push_back(
+            Json::array({line.text.toStdString(), line.basis.isNull() ? Json() : Json(line.basis.toStdString())}));
     return json;
 }
 

@@ -5,11 +5,10 @@
 #include "contacts/cards/RecordJsonReader.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
-/// Writes one line of JSON from front to back. Commas are its business.
+/// Writes one line of JSON from front to back. Each value ends with a comma, until a bracket is closed behind it.
 class JsonLine
 {
 public:
@@ -18,44 +17,32 @@ public:
         constexpr std::size_t kUsualSize = 1024;
         m_text.reserve(kUsualSize);
     }
-    void open(char bracket)
-    {
-        separate();
-        m_text += bracket;
-        m_isFirst = true;
-    }
+    void open(char bracket) { m_text += bracket; }
     void close(char bracket)
     {
-        m_text += bracket;
-        m_isFirst = false;
+        if (m_text.back() == ',')
+            m_text.pop_back();
+        m_text.append(1, bracket).append(1, ',');
     }
     /// Returns the line, for the key's value.
     JsonLine &key(QLatin1StringView name)
     {
-        separate();
         m_text.append(1, '"').append(name.data(), std::size_t(name.size())).append("\":");
-        m_isFirst = true; // a value follows a key without a comma
         return *this;
     }
-    /// As it is: a number, null, or letters that need no escapes and their quotes.
-    void plain(std::string_view value)
-    {
-        separate();
-        m_text += value;
-    }
+    /// As it is: a number or null.
+    void plain(std::string_view value) { m_text.append(value).append(1, ','); }
     void value(QStringView text);
-    std::string take() { return std::move(m_text); }
+    std::string take()
+    {
+        m_text.pop_back();
+        return std::move(m_text);
+    }
 
 private:
-    void separate()
-    {
-        if (!std::exchange(m_isFirst, false))
-            m_text += ',';
-    }
     void escaped(char character);
 
     std::string m_text;
-    bool m_isFirst = true;
 };
 
 void JsonLine::escaped(char character)
@@ -64,18 +51,15 @@ void JsonLine::escaped(char character)
     constexpr std::string_view kLetters = "bfnrt\"\\";
     constexpr std::string_view kHex = "0123456789abcdef";
     if (const auto place = kShort.find(character); place != std::string_view::npos)
-        m_text.append(1, '\\').append(1, kLetters[place]);
+        m_text.append({'\\', kLetters[place]});
     else
-        m_text.append("\\u00")
-            .append(1, kHex[std::size_t(character) / 16])
-            .append(1, kHex[std::size_t(character) % 16]);
+        m_text.append("\\u00").append({kHex[std::size_t(character) / 16], kHex[std::size_t(character) % 16]});
 }
 
 void JsonLine::value(QStringView text)
 {
     const auto needsEscape = [](char c) { return (c >= 0 && c < 0x20) || c == '"' || c == '\\'; };
     const QByteArray utf8 = text.toUtf8();
-    separate();
     m_text += '"';
     for (const char *rest = utf8.begin(); rest != utf8.end();) {
         const char *end = std::find_if(rest, utf8.end(), needsEscape);
@@ -84,7 +68,7 @@ void JsonLine::value(QStringView text)
             escaped(*end++);
         rest = end;
     }
-    m_text += '"';
+    m_text += "\",";
 }
 
 void write(JsonLine &json, const ABMultiValue &value)
@@ -108,43 +92,41 @@ void write(JsonLine &json, const ABMultiValue &value)
     json.close(']');
 }
 
-void writeValue(JsonLine &json, const PersonRecord &record, const ABPropertyInfo &info)
+void write(JsonLine &json, const PersonRecord &record)
 {
-    switch (info.kind) {
-    case ABPropertyKind::Text:
-        if (const QString *text = record.text(info.property))
-            json.key(info.name).value(*text);
-        break;
-    case ABPropertyKind::Date:
-        if (const auto date = record.birthday())
-            json.key(info.name).value(date->toString(Qt::ISODate));
-        break;
-    case ABPropertyKind::Integer:
-        if (const auto number = record.flags())
-            json.key(info.name).plain(std::to_string(*number));
-        break;
-    case ABPropertyKind::MultiText:
-    case ABPropertyKind::MultiDictionary:
-        if (const ABMultiValue *value = record.multiValue(info.property))
-            write(json.key(info.name), *value);
-        break;
-    case ABPropertyKind::ReadOnlyText:
-        break;
+    for (const ABPropertyInfo &info : allProperties()) {
+        switch (info.kind) {
+        case ABPropertyKind::Text:
+            if (const QString *text = record.text(info.property))
+                json.key(info.name).value(*text);
+            break;
+        case ABPropertyKind::Date:
+            if (const auto date = record.birthday())
+                json.key(info.name).value(date->toString(Qt::ISODate));
+            break;
+        case ABPropertyKind::Integer:
+            if (const auto number = record.flags())
+                json.key(info.name).plain(std::to_string(*number));
+            break;
+        case ABPropertyKind::MultiText:
+        case ABPropertyKind::MultiDictionary:
+            if (const ABMultiValue *value = record.multiValue(info.property))
+                write(json.key(info.name), *value);
+            break;
+        case ABPropertyKind::ReadOnlyText:
+            break;
+        }
     }
 }
 
-void write(JsonLine &json, const std::vector<KeptLine> &lines)
+void write(JsonLine &json, const KeptLine &line)
 {
     json.open('[');
-    for (const auto &line : lines) {
-        json.open('[');
-        json.value(line.text);
-        if (line.basis.isNull())
-            json.plain("null");
-        else
-            json.value(line.basis);
-        json.close(']');
-    }
+    json.value(line.text);
+    if (line.basis.isNull())
+        json.plain("null");
+    else
+        json.value(line.basis);
     json.close(']');
 }
 
@@ -156,8 +138,7 @@ std::string recordToJson(const QString &uid, const PersonRecord &record)
     json.open('{');
     if (!uid.isNull())
         json.key(QLatin1StringView("uid")).value(uid);
-    for (const ABPropertyInfo &info : allProperties())
-        writeValue(json, record, info);
+    write(json, record);
     if (const QByteArray *image = record.imageData())
         json.key(QLatin1StringView("image")).value(QString::fromLatin1(image->toBase64()));
     json.close('}');
@@ -174,19 +155,15 @@ std::string recordToDocument(const PersonRecord &record, std::string_view pictur
 {
     JsonLine json;
     json.open('{');
-    for (const ABPropertyInfo &info : allProperties())
-        writeValue(json, record, info);
+    write(json, record);
     if (!pictureName.empty())
         json.key(QLatin1StringView("picture")).value(QString::fromUtf8(pictureName));
-    if (!record.keptLines().empty())
-        write(json.key(QLatin1StringView("cardLines")), record.keptLines());
+    if (!record.keptLines().empty()) {
+        json.key(QLatin1StringView("cardLines")).open('[');
+        for (const KeptLine &line : record.keptLines())
+            write(json, line);
+        json.close(']');
+    }
     json.close('}');
-    return json.take();
-}
-
-std::string keptLinesToJson(const std::vector<KeptLine> &lines)
-{
-    JsonLine json;
-    write(json, lines);
     return json.take();
 }

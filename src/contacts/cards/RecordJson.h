@@ -19,10 +19,7 @@ std::string recordToJson(const QString &uid, const PersonRecord &record);
 Result<ImportedRecord> recordFromJson(std::string_view line);
 
 /// A complete record for an address book file: the form above without uid and image; "picture" names the picture, which
-/// is stored elsewhere; "cardLines" are the lines kept from a vCard, as below. Equal records give equal texts in every
-/// run.
+/// is stored elsewhere; "cardLines" are the lines kept from a vCard, as [text, basis] pairs; basis may be null. Equal
+/// records give equal texts in every run.
 /// @param pictureName for the record's picture; left out if empty
 std::string recordToDocument(const PersonRecord &record, std::string_view pictureName);
-
-/// Lines kept from a vCard as a JSON array of [text, basis] pairs; basis may be null.
-std::string keptLinesToJson(const std::vector<KeptLine> &lines);
