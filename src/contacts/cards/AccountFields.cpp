@@ -27,7 +27,7 @@ bool add(CardDraft &draft, const CardLine &line, const QString &service, const Q
     const TypeLabel *place = labelOfTypes(propertyOf(line.area()), line.types);
     // The program shows profiles under the label for home only.
     const QString *assumed = isProfile ? &kABHomeLabel : nullptr;
-    draft.addEntry(line, draft.labelOf(line, place ? &place->label : assumed), std::move(account), true);
+    draft.addEntry(line, place ? &place->label : assumed, std::move(account), true);
     return true;
 }
 

@@ -61,7 +61,6 @@ Card::Card(const QByteArray &text) : m_reader(text)
             m_lines.push_back(line);
     }
     m_isOne = begins == 1 && ends == 1 && standsAlone && utf8FromWideData(text).size() == text.size();
-    m_asWritten = m_lines;
     CardReader reader;
     std::vector<ImportProblem> problems;
     if (const PersonRecordPtr record = reader.read(m_lines, m_reader.texts(), problems, &m_meanings).record)
@@ -70,7 +69,7 @@ Card::Card(const QByteArray &text) : m_reader(text)
 
 bool Card::holdsValue(const CardLine &line) const
 {
-    const auto alone = [&] { return recordOfLines({asWritten(line)}).record; };
+    const auto alone = [&] { return recordOfLines({line}).record; };
     if (line.area() == CardArea::Picture)
         return line.value.find("file://") != std::string_view::npos || alone()->imageData();
     if (line.area() != areaOf(kABPersonFlags))

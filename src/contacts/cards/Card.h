@@ -19,20 +19,15 @@ public:
     /// Their joint meaning without exact values; empty for a card that is no person.
     const PersonRecord &record() const { return *m_record; }
 
-    const LineMeaning &meaningOf(const CardLine &line) const { return m_meanings[indexOf(line)]; }
+    const LineMeaning &meaningOf(const CardLine &line) const { return m_meanings[std::size_t(&line - m_lines.data())]; }
     /// Whether replacing the value of its area, which is no list, replaces this line.
     bool holdsValue(const CardLine &line) const;
-    /// The line with its value as written in the text.
-    const CardLine &asWritten(const CardLine &line) const { return m_asWritten[indexOf(line)]; }
     /// With folds and line end; CR LF if the text ends without one.
     QByteArray rawLine(const CardLine &line) const;
 
 private:
-    std::size_t indexOf(const CardLine &line) const { return std::size_t(&line - m_lines.data()); }
-
     LineReader m_reader;
     std::vector<CardLine> m_lines;
-    std::vector<CardLine> m_asWritten;
     std::vector<LineMeaning> m_meanings;
     PersonRecordPtr m_record;
     bool m_isOne = false;

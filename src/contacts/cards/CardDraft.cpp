@@ -20,18 +20,22 @@ std::string withoutCarets(std::string_view text)
     return out;
 }
 
-bool comesBefore(std::string_view a, std::string_view b)
-{
-    return std::ranges::lexicographical_compare(a, b, {}, upperAscii, upperAscii);
-}
-
 } // namespace
 
-void CardDraft::begin(std::span<CardLine> lines, std::vector<ImportProblem> &problems)
+void CardDraft::begin(std::span<const CardLine> lines, std::vector<ImportProblem> &problems)
 {
     m_problems = &problems;
     m_record = std::make_shared<PersonRecord>();
-    findGroups(lines);
+    m_groups.clear();
+    for (const CardLine &line : lines) {
+        if (line.group.empty())
+            continue;
+        Group &group = m_groups.try_emplace(line.group, Group{line.group}).first->second;
+        if (line.area() == CardArea::Label && !group.label)
+            group.label = &line;
+        else if (line.area() == CardArea::CountryCode && !group.countryCode)
+            group.countryCode = &line;
+    }
     sources.clear();
     for (auto &entries : m_entries)
         entries.clear();
@@ -42,36 +46,14 @@ void CardDraft::begin(std::span<CardLine> lines, std::vector<ImportProblem> &pro
     hasName = isGroup = isVersion4 = hasAccountLines = false;
 }
 
-void CardDraft::findGroups(std::span<CardLine> lines)
-{
-    m_groups.clear();
-    for (const CardLine &line : lines) {
-        if (!line.group.empty())
-            m_groups.push_back({line.group});
-    }
-    if (m_groups.empty())
-        return;
-    std::ranges::sort(m_groups, comesBefore, &Group::name);
-    const auto isSame = [](const Group &a, const Group &b) { return equalsIgnoringCase(a.name, b.name); };
-    m_groups.erase(std::unique(m_groups.begin(), m_groups.end(), isSame), m_groups.end());
-    for (CardLine &line : lines) {
-        if (line.group.empty())
-            continue;
-        const auto group = std::ranges::lower_bound(m_groups, line.group, comesBefore, &Group::name);
-        line.groupIndex = int(group - m_groups.begin());
-        if (line.area() == CardArea::Label && !group->label)
-            group->label = &line;
-        else if (line.area() == CardArea::CountryCode && !group->countryCode)
-            group->countryCode = &line;
-    }
-}
-
 bool CardDraft::isLeftover(const CardLine &line)
 {
+    if (line.area() != CardArea::Label && line.area() != CardArea::CountryCode)
+        return false;
     const Group *group = groupOf(line);
-    if (line.area() == CardArea::Label)
-        return !group || group->label != &line || !group->labelUsed;
-    return line.area() == CardArea::CountryCode && (!group || group->countryCode != &line || !group->countryCodeUsed);
+    return !group
+        || (line.area() == CardArea::Label ? group->label != &line || !group->labelUsed
+                                           : group->countryCode != &line || !group->countryCodeUsed);
 }
 
 std::vector<ABMultiValue::Entry> &CardDraft::entries(ABProperty property)
@@ -86,11 +68,11 @@ void CardDraft::addSource(const CardLine &line, bool holdsMore, std::size_t entr
         sources.push_back({&line, entry, holdsMore});
 }
 
-void CardDraft::addEntry(const CardLine &line, const QString &label, ABMultiValue::Value value, bool holdsMore)
+void CardDraft::addEntry(const CardLine &line, const QString *label, ABMultiValue::Value value, bool holdsMore)
 {
     auto &list = entries(propertyOf(line.area()));
     addSource(line, holdsMore, list.size());
-    list.push_back({label, std::move(value)});
+    list.push_back({labelOf(line, label), std::move(value)});
 }
 
 QString CardDraft::labelOf(const CardLine &line, const QString *other)

@@ -8,6 +8,7 @@
 #include "contacts/model/TextPool.h"
 
 #include <array>
+#include <map>
 #include <span>
 
 /// The record being made from a card, and the origin of each value. Reused for the next card.
@@ -31,9 +32,16 @@ public:
         bool countryCodeUsed = false;
         bool hasKeptLines = false; ///< lines written again under the same name
     };
+    struct ComesBefore
+    {
+        bool operator()(std::string_view a, std::string_view b) const
+        {
+            return std::ranges::lexicographical_compare(a, b, {}, upperAscii, upperAscii);
+        }
+    };
 
     /// Begins the card with these lines. Problems are added to @p problems.
-    void begin(std::span<CardLine> lines, std::vector<ImportProblem> &problems);
+    void begin(std::span<const CardLine> lines, std::vector<ImportProblem> &problems);
     /// Returns the record. The draft's views into the lines must not be used after that.
     ImportedRecord finish() { return {std::exchange(uid, {}), std::move(m_record)}; }
 
@@ -42,16 +50,16 @@ public:
     /// nullptr if the line has none.
     Group *groupOf(const CardLine &line)
     {
-        return line.groupIndex < 0 ? nullptr : &m_groups[std::size_t(line.groupIndex)];
+        const auto group = line.group.empty() ? m_groups.end() : m_groups.find(line.group);
+        return group == m_groups.end() ? nullptr : &group->second;
     }
     /// Whether the line is a label or country code that no value uses.
     bool isLeftover(const CardLine &line);
 
     /// Records that the line is in the record. Without @p holdsMore it says nothing beyond that.
     void addSource(const CardLine &line, bool holdsMore, std::size_t entry = 0);
-    void addEntry(const CardLine &line, const QString &label, ABMultiValue::Value value, bool holdsMore);
-    /// The line's explicit label, otherwise @p other; null for none.
-    QString labelOf(const CardLine &line, const QString *other);
+    /// @p label, nullptr or null for none, counts where the line has no explicit one.
+    void addEntry(const CardLine &line, const QString *label, ABMultiValue::Value value, bool holdsMore);
     /// The decoded value of a parameter; empty if missing.
     std::string paramText(const CardLine &line, std::string_view name) const;
     void lose(const CardLine &line, const QString &reason);
@@ -77,9 +85,9 @@ private:
     static constexpr std::size_t kMultiCount =
         static_cast<std::size_t>(kABSocialProfileProperty) - static_cast<std::size_t>(kABEmailProperty) + 1;
 
-    void findGroups(std::span<CardLine> lines);
+    QString labelOf(const CardLine &line, const QString *other);
 
-    std::vector<Group> m_groups; // sorted by name, case ignored
+    std::map<std::string_view, Group, ComesBefore> m_groups;
     std::shared_ptr<PersonRecord> m_record;
     std::array<std::vector<ABMultiValue::Entry>, kMultiCount> m_entries;
     std::vector<ImportProblem> *m_problems = nullptr;

@@ -20,7 +20,7 @@ struct CardLine
     std::string_view group; ///< without its '.'
     std::string_view name;
     std::string_view params; ///< as in the file, from the first ';'
-    std::string_view value; ///< bytes of the file, then UTF-8 once the card reader has decoded it
+    std::string_view value; ///< bytes of the file until it is decoded
     std::string_view charset;
     const CardRow *row = nullptr; ///< the name's row in the map; nullptr if there is none
     qint64 number = 0; ///< its first line; lines count from 1
@@ -29,7 +29,7 @@ struct CardLine
     Encoding encoding = Encoding::Plain;
     bool hasColon = false; ///< false: the whole line is in value
     bool isUtf8 = false; ///< known to be
-    int groupIndex = -1; ///< in a draft; -1 if it has no group
+    bool isDecoded = false; ///< its value is UTF-8
 
     CardArea area() const;
     /// Whether it begins or ends a card or another component.

@@ -80,7 +80,7 @@ QString CardReader::formattedName() const
 
 void CardReader::decode(CardLine &line, TextBuffers &texts)
 {
-    if (line.encoding == CardLine::Encoding::Base64)
+    if (line.encoding == CardLine::Encoding::Base64 || std::exchange(line.isDecoded, true))
         return;
     if (line.encoding == CardLine::Encoding::QuotedPrintable) {
         std::string &text = texts.emplace_back();

@@ -9,23 +9,19 @@ namespace {
 constexpr std::array kAddressParts{
     kABAddressStreetKey, kABAddressCityKey, kABAddressStateKey, kABAddressZIPKey, kABAddressCountryKey};
 
-/// The label that a line's TYPE words stand for, unless one is spelled out, and whether the words say more than that.
-struct LineLabel
+/// Adds a value that has the label that the line's TYPE words stand for, unless one is spelled out.
+bool addLabelled(CardDraft &draft, const CardLine &line, ABMultiValue::Value value, bool holdsMore)
 {
-    LineLabel(CardDraft &draft, const CardLine &line)
-    {
-        const auto property = propertyOf(line.area());
-        const TypeLabel *ofTypes = labelOfTypes(property, line.types);
-        const CardDraft::Group *group = draft.groupOf(line);
-        const bool isSpelledOut = (group && group->label) || line.has(CardParam::GoogleLabel);
-        label = draft.labelOf(line, ofTypes ? &ofTypes->label : nullptr);
-        const unsigned plainTypes = ofTypes && !isSpelledOut ? ofTypes->written : 0U;
-        wordsSayMore = (line.types & ~assumedTypes(property)) != plainTypes;
-    }
-
-    QString label;
-    bool wordsSayMore = false;
-};
+    const auto property = propertyOf(line.area());
+    const TypeLabel *ofTypes = labelOfTypes(property, line.types);
+    const CardDraft::Group *group = draft.groupOf(line);
+    const bool isSpelledOut = (group && group->label) || line.has(CardParam::GoogleLabel);
+    const unsigned plainTypes = ofTypes && !isSpelledOut ? ofTypes->written : 0U;
+    const bool wordsSayMore = (line.types & ~assumedTypes(property)) != plainTypes;
+    draft.addEntry(line, ofTypes ? &ofTypes->label : nullptr, std::move(value),
+        holdsMore || wordsSayMore || line.hasUnusualParams());
+    return true;
+}
 
 /// Leaves out a line without a value, together with what hangs on it.
 bool leaveOut(CardDraft &draft, const CardLine &line)
@@ -37,18 +33,14 @@ bool leaveOut(CardDraft &draft, const CardLine &line)
 
 bool addText(CardDraft &draft, const CardLine &line, std::string_view value, bool holdsMore)
 {
-    if (value.empty())
-        return leaveOut(draft, line);
-    const LineLabel type(draft, line);
-    draft.addEntry(line, type.label, unescaped(value), holdsMore || type.wordsSayMore || line.hasUnusualParams());
-    return true;
+    return value.empty() ? leaveOut(draft, line) : addLabelled(draft, line, unescaped(value), holdsMore);
 }
 
 bool addRelation(CardDraft &draft, const CardLine &line, const QString *label, bool holdsMore)
 {
     if (line.value.empty())
         return leaveOut(draft, line);
-    draft.addEntry(line, draft.labelOf(line, label), unescaped(line.value), holdsMore);
+    draft.addEntry(line, label, unescaped(line.value), holdsMore);
     return true;
 }
 
@@ -110,9 +102,7 @@ bool readAddress(CardDraft &draft, const CardLine &line)
         group->countryCodeUsed = true;
         address.setValue(unescaped(group->countryCode->value), kABAddressCountryCodeKey);
     }
-    const LineLabel type(draft, line);
-    draft.addEntry(line, type.label, std::move(address), holdsMore || type.wordsSayMore || line.hasUnusualParams());
-    return true;
+    return addLabelled(draft, line, std::move(address), holdsMore);
 }
 
 bool readRelatedName(CardDraft &draft, const CardLine &line)

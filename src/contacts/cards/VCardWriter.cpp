@@ -104,7 +104,6 @@ private:
     std::set<CardArea> m_changed;
     std::set<const CardLine *> m_replaced; // old lines that stay out, or go to where their area is written
     std::vector<Piece> m_written;
-    std::map<const CardLine *, std::string> m_rewritten; // old lines that say something else in their places
     std::multimap<std::string, std::string> m_kept; // by what they stand for; equal values may have a line each
     std::set<std::string> m_groups; // in upper case
     int m_lastItem = 0;
@@ -254,7 +253,8 @@ void CardUpdate::adjustFiledAs()
             continue;
         m_replaced.insert(&line);
         if (!follows.isEmpty())
-            m_rewritten[&line] = std::string(line.row->name).append(":").append(escaped(follows));
+            m_written.push_back(
+                {CardArea::FiledAs, nullptr, std::string(line.row->name).append(":").append(escaped(follows))});
     }
 }
 
@@ -285,11 +285,8 @@ std::vector<Piece> CardUpdate::assembled()
     std::vector<Piece> pieces;
     std::set<CardArea> placed;
     for (const CardLine &line : m_card.lines()) {
-        const auto rewritten = m_rewritten.find(&line);
         const std::string group = upper(line.group);
-        if (rewritten != m_rewritten.end())
-            pieces.push_back({CardArea::None, nullptr, rewritten->second});
-        else if (m_replaced.contains(&line) && placed.insert(line.area()).second)
+        if (m_replaced.contains(&line) && placed.insert(line.area()).second)
             std::ranges::copy_if(m_written, std::back_inserter(pieces),
                 [&line](const Piece &piece) { return piece.area == line.area() && piece.area != CardArea::None; });
         else if (!m_replaced.contains(&line) && line.area() != CardArea::Exact
@@ -318,7 +315,7 @@ void CardUpdate::addExactLines(std::vector<Piece> &pieces) const
     if (m_isNew)
         lines.push_back(parsedLine(m_change.form == VCardForm::V4 ? "VERSION:4.0" : "VERSION:3.0"));
     for (const Piece &piece : pieces)
-        lines.push_back(piece.old ? m_card.asWritten(*piece.old) : parsedLine(piece.text));
+        lines.push_back(piece.old ? *piece.old : parsedLine(piece.text));
     const ImportedRecord imported = recordOfLines(std::move(lines));
     CardValues read{imported.uid, imported.record ? *imported.record : PersonRecord()};
     CardValues wanted{m_change.uid.isEmpty() ? QString() : m_change.uid, m_change.after};
