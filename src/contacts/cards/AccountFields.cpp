@@ -159,34 +159,35 @@ void mergeAccounts(CardDraft &draft)
     entries = std::move(merged);
 }
 
-void writeAccounts(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writeAccount(const CardRow &row, const ABMultiValue::Entry &entry, CardUnits &units)
 {
-    for (const auto &entry : person.record.entries(propertyOf(row.area))) {
-        const QString *service = entry.dictionary().valueForKey(kABInstantMessageServiceKey);
-        const QString *username = entry.dictionary().valueForKey(kABInstantMessageUsernameKey);
-        const CardService *known = service ? serviceOfText(*service) : nullptr;
-        const std::string word = known ? std::string(known->word) : service ? paramOf(*service) : std::string();
-        std::string value(known ? known->scheme : kNeutralScheme);
-        value.append(":").append(username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : std::string());
-        units.push_back(entryUnit(row, entry.label, word.empty() ? word : ";X-SERVICE-TYPE=" + word, value));
-    }
+    const QString *service = entry.dictionary().valueForKey(kABInstantMessageServiceKey);
+    const QString *username = entry.dictionary().valueForKey(kABInstantMessageUsernameKey);
+    const CardService *known = service ? serviceOfText(*service) : nullptr;
+    const std::string word = known ? std::string(known->word) : service ? paramOf(*service) : std::string();
+    std::string value(known ? known->scheme : kNeutralScheme);
+    value.append(":").append(username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : std::string());
+    units.push_back(entryUnit(row, entry.label, word.empty() ? word : ";X-SERVICE-TYPE=" + word, value));
+    return known && username;
 }
 
-void writeProfiles(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writeProfile(const CardRow &row, const ABMultiValue::Entry &entry, CardUnits &units)
 {
-    for (const auto &entry : person.record.entries(propertyOf(row.area))) {
-        const QString *service = entry.dictionary().valueForKey(kABSocialProfileServiceKey);
-        const QString *username = entry.dictionary().valueForKey(kABSocialProfileUsernameKey);
-        const std::string word = service && isFreeWord(service->toStdString()) ? paramOf(*service) : std::string();
-        const std::string user = username ? paramOf(*username) : std::string();
-        std::string params;
-        if (!word.empty())
-            params.append(";TYPE=").append(word);
-        if (!user.empty())
-            params.append(";X-USER=").append(user);
-        std::string value(kNeutralScheme);
-        value.append(":").append(username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : std::string());
-        const bool isAssumed = entry.label == kABHomeLabel; // by a reader
-        units.push_back(entryUnit(row, isAssumed ? QString() : entry.label, params, value));
-    }
+    const QString *service = entry.dictionary().valueForKey(kABSocialProfileServiceKey);
+    const QString *username = entry.dictionary().valueForKey(kABSocialProfileUsernameKey);
+    const std::string network = service ? service->toStdString() : std::string();
+    const std::string word = service && isFreeWord(network) ? paramOf(*service) : std::string();
+    const std::string user = username ? paramOf(*username) : std::string();
+    std::string params;
+    if (!word.empty())
+        params.append(";TYPE=").append(word);
+    if (!user.empty())
+        params.append(";X-USER=").append(user);
+    std::string value(kNeutralScheme);
+    value.append(":").append(username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : std::string());
+    const bool isAssumed = entry.label == kABHomeLabel; // by a reader
+    units.push_back(entryUnit(row, isAssumed ? QString() : entry.label, params, value));
+    const QString *known = socialService(network);
+    return !entry.label.isNull() && known && *known == *service && username && !breaksParam(*username)
+        && !username->contains(u'^');
 }

@@ -12,7 +12,22 @@ ReadLine readInstantMessage, readAccount, readSocialProfile, readTwitter, readPh
 
 WriteUnits writeUid, writeName, writeFormattedName, writeOrganization, writeText, writeBirthday, writeShowAs,
     writePhoto;
-WriteUnits writeEntries, writeAddresses, writeAccounts, writeProfiles;
+
+/// Adds one entry of a list; false as for WriteUnits.
+using WriteEntry = bool(const CardRow &row, const ABMultiValue::Entry &entry, CardUnits &units);
+WriteEntry writeEntry, writeAddress, writeAccount, writeProfile;
+
+/// Whether a reader finds the label and the texts of the entry as they are.
+bool isSayable(const ABMultiValue::Entry &entry);
+
+template <WriteEntry *write> bool writeList(const CardRow &row, const CardPerson &person, CardUnits &units)
+{
+    const ABMultiValue *list = person.record.multiValue(propertyOf(row.area));
+    bool isExact = !list || list->count() > 0;
+    for (const auto &entry : person.record.entries(propertyOf(row.area)))
+        isExact = write(row, entry, units) && isSayable(entry) && isExact;
+    return isExact;
+}
 
 PrintUnit printBirthday, printPhoto, printLabelled;
 

@@ -79,8 +79,9 @@ struct UnitToPrint
 struct CardRow;
 /// Reads a line into the record. False: the record has no place for it, and the line is kept.
 using ReadLine = bool(CardDraft &draft, const CardLine &line);
-/// Adds the values of the row's area, one per entry of a list.
-using WriteUnits = void(const CardRow &row, const CardPerson &person, CardUnits &units);
+/// Adds the values of the row's area, one per entry of a list. False: a reader may take them for others, such as none
+/// for an empty text.
+using WriteUnits = bool(const CardRow &row, const CardPerson &person, CardUnits &units);
 /// The lines of a unit, if other than the kept or plain ones.
 using PrintUnit = std::string(const UnitToPrint &unit);
 

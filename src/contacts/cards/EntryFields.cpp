@@ -141,27 +141,38 @@ std::string entryUnit(
     return line;
 }
 
-void writeEntries(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool isSayable(const ABMultiValue::Entry &entry)
+{
+    if (!entry.label.isEmpty() && (!isSayable(entry.label) || entry.label.contains(u'^')))
+        return false;
+    if (const auto *text = std::get_if<QString>(&entry.value))
+        return isSayable(*text);
+    const ABDictionary &parts = entry.dictionary();
+    return !parts.isEmpty()
+        && std::ranges::all_of(parts, [](const ABDictionary::Entry &part) { return isSayable(part.second); });
+}
+
+bool writeEntry(const CardRow &row, const ABMultiValue::Entry &entry, CardUnits &units)
 {
     const Escapes escapes = row.area == areaOf(kABURLsProperty) ? Escapes::OnlyBackslashAndNewline : Escapes::All;
-    for (const auto &entry : person.record.entries(propertyOf(row.area)))
-        units.push_back(entryUnit(row, entry.label, {}, escaped(entry.text(), escapes)));
+    units.push_back(entryUnit(row, entry.label, {}, escaped(entry.text(), escapes)));
+    return row.area != areaOf(kABPhoneProperty)
+        || !entry.text().startsWith(QLatin1StringView("tel:"), Qt::CaseInsensitive);
 }
 
-void writeAddresses(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writeAddress(const CardRow &row, const ABMultiValue::Entry &entry, CardUnits &units)
 {
-    for (const auto &entry : person.record.entries(propertyOf(row.area))) {
-        std::string value = ";";
-        for (const ABKey key : kAddressParts) {
-            const QString *part = entry.dictionary().valueForKey(key);
-            value.append(";").append(part ? escaped(*part) : std::string());
-        }
-        units.push_back(
-            entryUnit(row, entry.label, {}, value, entry.dictionary().valueForKey(kABAddressCountryCodeKey)));
+    std::string value = ";";
+    bool hasParts = false;
+    for (const ABKey key : kAddressParts) {
+        const QString *part = entry.dictionary().valueForKey(key);
+        value.append(";").append(part ? escaped(*part) : std::string());
+        hasParts = hasParts || part;
     }
+    units.push_back(entryUnit(row, entry.label, {}, value, entry.dictionary().valueForKey(kABAddressCountryCodeKey)));
+    return hasParts;
 }
 
-/// A label of the user's own also as a parameter, since GNOME Contacts and Evolution do not know X-ABLabel.
 std::string printLabelled(const UnitToPrint &unit)
 {
     std::string lines = unit.kept.empty() ? unit.plain : unit.kept;

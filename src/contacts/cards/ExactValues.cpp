@@ -45,71 +45,9 @@ std::string sum(const std::string &json)
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex().first(digits).toStdString();
 }
 
-bool isSayable(const QString &text)
-{
-    return std::ranges::all_of(text, [](QChar c) { return c >= u' ' || c == u'\n' || c == u'\t'; });
-}
-
-/// What a reader cannot take for another value or for none.
-bool isSayableValue(const QString &text)
-{
-    return !text.isEmpty() && isSayable(text);
-}
-
-bool isSayableDictionary(ABProperty property, const ABMultiValue::Entry &entry)
-{
-    const ABDictionary &parts = entry.dictionary();
-    const auto isSayablePart = [](const ABDictionary::Entry &part) { return isSayableValue(part.second); };
-    if (parts.isEmpty() || !std::ranges::all_of(parts, isSayablePart))
-        return false;
-    const auto &[firstKey, first] = *parts.begin();
-    if (property == kABAddressProperty)
-        return firstKey != kABAddressCountryCodeKey;
-    if (property == kABInstantMessageProperty)
-        return firstKey == kABInstantMessageServiceKey && serviceOfText(first)
-            && parts.valueForKey(kABInstantMessageUsernameKey);
-    const QString *username = parts.valueForKey(kABSocialProfileUsernameKey);
-    const QString *known = socialService(first.toStdString());
-    return !entry.label.isNull() && firstKey == kABSocialProfileServiceKey && known && *known == first && username
-        && !breaksParam(*username) && !username->contains(u'^');
-}
-
-bool isSayableEntry(ABProperty property, const ABMultiValue::Entry &entry)
-{
-    if (!isSayable(entry.label) || entry.label.contains(u'^'))
-        return false;
-    const auto *text = std::get_if<QString>(&entry.value);
-    if (!text)
-        return isSayableDictionary(property, entry);
-    return isSayableValue(*text)
-        && (property != kABPhoneProperty || !text->startsWith(QLatin1String("tel:"), Qt::CaseInsensitive));
-}
-
-bool isSayableProperty(const ABPropertyInfo &info, const PersonRecord &record)
-{
-    if (!isWritten(areaOf(info.property)))
-        return std::holds_alternative<std::monostate>(record.value(info.property));
-    switch (info.kind) {
-    case ABPropertyKind::Text:
-        return !record.text(info.property) || isSayableValue(*record.text(info.property));
-    case ABPropertyKind::Integer:
-        return !record.flags() || record.flags() == kABShowAsCompany;
-    case ABPropertyKind::MultiText:
-    case ABPropertyKind::MultiDictionary: {
-        const ABMultiValue *list = record.multiValue(info.property);
-        return !list
-            || (list->count() > 0 && std::ranges::all_of(list->entries(), [&info](const ABMultiValue::Entry &entry) {
-                   return isSayableEntry(info.property, entry);
-               }));
-    }
-    default:
-        return true;
-    }
-}
-
 /// A line of no value may be read as one, and two accounts as one, by what is kept of them; and parameters mean
 /// something else in another version (RFC 6868) or when they were not UTF-8.
-bool isSafe(const KeptLine &kept)
+bool isSafeLine(const KeptLine &kept)
 {
     const std::string text = kept.text.toStdString();
     const bool hasDecodedParams = !isAscii(std::string_view(text).substr(0, text.find(':')));
@@ -124,12 +62,13 @@ bool isSafe(const KeptLine &kept)
 
 } // namespace
 
-bool canSay(const QString &uid, const PersonRecord &record)
+bool isSafe(const PersonRecord &record)
 {
-    return isSayable(uid) && uid == uid.trimmed()
-        && std::ranges::all_of(
-            allProperties(), [&record](const ABPropertyInfo &info) { return isSayableProperty(info, record); })
-        && std::ranges::all_of(record.keptLines(), isSafe);
+    return std::ranges::all_of(record.keptLines(), isSafeLine)
+        && std::ranges::all_of(allProperties(), [&record](const ABPropertyInfo &info) {
+               return isWritten(areaOf(info.property))
+                   || std::holds_alternative<std::monostate>(record.value(info.property));
+           });
 }
 
 std::vector<std::string> exactLines(const CardValues &wanted, const CardValues &read)

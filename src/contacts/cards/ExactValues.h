@@ -18,8 +18,8 @@ struct CardValues
     PersonRecord record;
 };
 
-/// False if plain lines may not express all of the person exactly, so that their meaning must be checked.
-bool canSay(const QString &uid, const PersonRecord &record);
+/// False if kept lines may change the meaning of the others, or a property has no line.
+bool isSafe(const PersonRecord &record);
 /// The unfolded lines that make up for the difference between @p read, the meaning of the plain lines, and @p wanted.
 std::vector<std::string> exactLines(const CardValues &wanted, const CardValues &read);
 /// Applies such a line, given its parameters and unescaped value. False if it is invalid; a valid but outdated line

@@ -63,12 +63,13 @@ bool readPhoto(CardDraft &draft, const CardLine &line)
     return true;
 }
 
-void writePhoto(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writePhoto(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
     const QByteArray *image = person.record.imageData();
     if (image)
         units.push_back(std::string(row.name) + ':'
             + QCryptographicHash::hash(*image, QCryptographicHash::Sha1).toHex().toStdString());
+    return true;
 }
 
 std::string printPhoto(const UnitToPrint &unit)

@@ -218,6 +218,11 @@ std::string escaped(QStringView text, Escapes escapes)
     return out;
 }
 
+bool isSayable(QStringView text)
+{
+    return !text.isEmpty() && std::ranges::all_of(text, [](QChar c) { return c >= u' ' || c == u'\n' || c == u'\t'; });
+}
+
 bool breaksParam(QStringView text)
 {
     return std::ranges::any_of(text, [](QChar c) { return c == u'"' || c < u' ' || c == QChar(0x7F); });

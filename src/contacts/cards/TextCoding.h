@@ -78,6 +78,9 @@ enum class Escapes { All, OnlyBackslashAndNewline };
 /// @p text as the value of a line, in UTF-8. Line ends become \n; controls that no value may hold are left out.
 std::string escaped(QStringView text, Escapes escapes = Escapes::All);
 
+/// Whether a value can hold @p text, so that it is neither none nor changed by escaped().
+bool isSayable(QStringView text);
+
 /// Whether no parameter value can hold @p text, even in quotes.
 bool breaksParam(QStringView text);
 

@@ -90,6 +90,12 @@ std::string part(const PersonRecord &record, ABProperty property)
     return escaped(record.textOrEmpty(property));
 }
 
+bool isPartSayable(const PersonRecord &record, ABProperty property)
+{
+    const QString *text = record.text(property);
+    return !text || isSayable(*text);
+}
+
 std::string line(const CardRow &row, std::string_view value)
 {
     std::string text(row.name);
@@ -240,26 +246,30 @@ bool isFormattedName(const PersonRecord &record, std::string_view name)
     return shownName(record) == unescaped(name);
 }
 
-void writeUid(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writeUid(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
-    if (!person.uid.isEmpty())
-        units.push_back(line(row, escaped(person.uid)));
+    if (person.uid.isEmpty())
+        return true;
+    units.push_back(line(row, escaped(person.uid)));
+    return isSayable(person.uid) && person.uid == person.uid.trimmed();
 }
 
-void writeName(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writeName(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
     std::string value = part(person.record, kNameParts.front());
     for (const ABProperty property : std::span(kNameParts).subspan(1))
         value.append(";").append(part(person.record, property));
     units.push_back(line(row, value));
+    return std::ranges::all_of(kNameParts, [&](ABProperty property) { return isPartSayable(person.record, property); });
 }
 
-void writeFormattedName(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writeFormattedName(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
     units.push_back(line(row, formattedName(person.record)));
+    return true;
 }
 
-void writeOrganization(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writeOrganization(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
     std::string value = part(person.record, kABOrganizationProperty);
     const std::string department = part(person.record, kABDepartmentProperty);
@@ -267,24 +277,27 @@ void writeOrganization(const CardRow &row, const CardPerson &person, CardUnits &
         value.append(";").append(department);
     if (!value.empty())
         units.push_back(line(row, value));
+    return isPartSayable(person.record, kABOrganizationProperty) && isPartSayable(person.record, kABDepartmentProperty);
 }
 
-void writeText(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writeText(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
     const std::string value = part(person.record, propertyOf(row.area));
     if (!value.empty())
         units.push_back(line(row, value));
+    return isPartSayable(person.record, propertyOf(row.area));
 }
 
-void writeBirthday(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writeBirthday(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
     const auto date = person.record.birthday();
     if (!date)
-        return;
+        return true;
     std::string text(row.name);
     if (date->year() == kNoYear)
         text += ";X-APPLE-OMIT-YEAR=1604";
     units.push_back(text.append(":").append(date->toString(Qt::ISODate).toStdString()));
+    return true;
 }
 
 /// 4.0 has dates without dashes, and a special form for an unknown year.
@@ -297,8 +310,10 @@ std::string printBirthday(const UnitToPrint &unit)
     return unit.plain.substr(0, unit.plain.find_first_of(";:")) + ':' + date.toString(form).toStdString();
 }
 
-void writeShowAs(const CardRow &row, const CardPerson &person, CardUnits &units)
+bool writeShowAs(const CardRow &row, const CardPerson &person, CardUnits &units)
 {
-    if (person.record.flags() == kABShowAsCompany)
+    const bool isCompany = person.record.flags() == kABShowAsCompany;
+    if (isCompany)
         units.push_back(line(row, "COMPANY"));
+    return isCompany || !person.record.flags();
 }

@@ -101,6 +101,7 @@ private:
     const Card &m_card;
     const CardChange &m_change;
     const bool m_isNew;
+    bool m_isExact = true; // no reader takes a value that was written for another
     std::set<CardArea> m_changed;
     std::set<const CardLine *> m_replaced; // old lines that stay out, or go to where their area is written
     std::vector<Piece> m_written;
@@ -184,7 +185,7 @@ void CardUpdate::add(const CardRow &row, const std::string &unit, const CardLine
 void CardUpdate::write(const CardRow &row)
 {
     CardUnits units;
-    row.write(row, {m_change.uid, m_change.after}, units);
+    m_isExact = row.write(row, {m_change.uid, m_change.after}, units) && m_isExact;
     if (isList(row.area) && !m_isNew)
         return replaceEntries(row, units);
     std::vector<const CardLine *> old;
@@ -309,7 +310,7 @@ bool keepsNotes(const PersonRecord &record)
 /// Whatever lines cannot say exactly is said exactly in lines of our own.
 void CardUpdate::addExactLines(std::vector<Piece> &pieces) const
 {
-    if (m_isNew && canSay(m_change.uid, m_change.after))
+    if (m_isNew && m_isExact && isSafe(m_change.after))
         return;
     std::vector<CardLine> lines;
     if (m_isNew)
