@@ -61,19 +61,7 @@ constexpr std::array kRows{
     CardRow{"X-EVOLUTION-FILE-AS", CardArea::FiledAs, nullptr},
 };
 
-constexpr auto kWritten = [] {
-    std::array<bool, 256> written{};
-    for (const CardRow &row : kRows)
-        written.at(static_cast<std::size_t>(row.area)) |= row.write != nullptr;
-    return written;
-}();
-
 } // namespace
-
-bool isWritten(CardArea area)
-{
-    return kWritten.at(static_cast<std::size_t>(area));
-}
 
 std::span<const CardRow> cardRows()
 {
@@ -106,12 +94,9 @@ const CardRow *cardRow(std::string_view name)
     return found == rows.end() ? nullptr : found->second;
 }
 
-CardUnits unitsOf(CardArea area, const CardPerson &person)
+const CardRow *writtenRow(CardArea area)
 {
-    CardUnits units;
     const auto *row =
         std::ranges::find_if(kRows, [area](const CardRow &each) { return each.area == area && each.write; });
-    if (row != kRows.end())
-        row->write(*row, person, units);
-    return units;
+    return row == kRows.end() ? nullptr : row;
 }

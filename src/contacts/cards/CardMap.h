@@ -100,10 +100,8 @@ struct CardRow
 std::span<const CardRow> cardRows();
 /// Of a line with this name; nullptr if it is unknown.
 const CardRow *cardRow(std::string_view name);
-/// Whether cards have a line for values of the area.
-bool isWritten(CardArea area);
-/// The values of one area.
-CardUnits unitsOf(CardArea area, const CardPerson &person);
+/// That writes the values of the area; nullptr if cards have no line for them.
+const CardRow *writtenRow(CardArea area);
 
 // Called once all lines of a card are read.
 

@@ -182,8 +182,11 @@ void CardReader::keepSource(const CardDraft::Source &source)
 const std::string *CardReader::plainOf(CardArea area, std::size_t entry)
 {
     auto place = std::ranges::find(m_plain, area, &std::pair<CardArea, CardUnits>::first);
-    if (place == m_plain.end())
-        place = m_plain.insert(place, {area, unitsOf(area, {m_draft.uid, m_draft.record()})});
+    if (place == m_plain.end()) {
+        place = m_plain.insert(place, {area, {}});
+        if (const CardRow *row = writtenRow(area))
+            row->write(*row, {m_draft.uid, m_draft.record()}, place->second);
+    }
     return entry < place->second.size() ? &place->second[entry] : nullptr;
 }
 

@@ -64,11 +64,9 @@ bool isSafeLine(const KeptLine &kept)
 
 bool isSafe(const PersonRecord &record)
 {
-    return std::ranges::all_of(record.keptLines(), isSafeLine)
-        && std::ranges::all_of(allProperties(), [&record](const ABPropertyInfo &info) {
-               return isWritten(areaOf(info.property))
-                   || std::holds_alternative<std::monostate>(record.value(info.property));
-           });
+    static const bool allHaveLines = std::ranges::all_of(
+        allProperties(), [](const ABPropertyInfo &info) { return writtenRow(areaOf(info.property)); });
+    return allHaveLines && std::ranges::all_of(record.keptLines(), isSafeLine);
 }
 
 std::vector<std::string> exactLines(const CardValues &wanted, const CardValues &read)

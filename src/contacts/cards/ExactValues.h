@@ -18,7 +18,7 @@ struct CardValues
     PersonRecord record;
 };
 
-/// False if kept lines may change the meaning of the others, or a property has no line.
+/// False if kept lines may change the meaning of the others, or there are properties without a line.
 bool isSafe(const PersonRecord &record);
 /// The unfolded lines that make up for the difference between @p read, the meaning of the plain lines, and @p wanted.
 std::vector<std::string> exactLines(const CardValues &wanted, const CardValues &read);
