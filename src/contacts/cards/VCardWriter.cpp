@@ -204,36 +204,32 @@ void CardUpdate::replaceEntries(const CardRow &row, const CardUnits &units)
 {
     CardUnits said;
     row.write(row, {m_change.uid, m_card.record()}, said);
-    std::map<std::string_view, std::vector<const CardLine *>> old; // by what they say
+    std::vector<std::vector<const CardLine *>> old(said.size()); // the lines of each old entry
     for (const CardLine &line : m_card.lines()) {
         const LineMeaning &meaning = m_card.meaningOf(line);
         if (line.area() != row.area || meaning.kind == LineMeaning::Kept)
             continue;
         m_replaced.insert(&line);
         if (meaning.kind == LineMeaning::Value)
-            old[said.at(meaning.entry)].push_back(&line);
+            old.at(meaning.entry).push_back(&line);
     }
-    std::map<std::string_view, int> wanted;
-    for (const std::string &unit : units)
-        ++wanted[unit];
-    std::vector<std::vector<const CardLine *>> reused;
+    std::multimap<std::string_view, std::size_t> gone; // old entries by what they say, but those that stay
+    for (std::size_t i = 0; i < said.size(); ++i)
+        gone.emplace(said[i], i);
+    std::vector<std::vector<const CardLine *>> staying;
     for (const std::string &unit : units) {
-        auto &same = old[unit];
-        // Two lines may stand for one entry, such as an account in both of its forms: the last entry has the rest.
-        const bool hasRest = --wanted[unit] == 0 && row.area == areaOf(kABInstantMessageProperty);
-        const auto end = same.begin() + qsizetype(hasRest ? same.size() : std::min<std::size_t>(same.size(), 1));
-        reused.emplace_back(same.begin(), end);
-        same.erase(same.begin(), end);
+        const auto entry = gone.extract(unit);
+        staying.push_back(entry ? std::move(old[entry.mapped()]) : std::vector<const CardLine *>());
     }
     std::vector<const CardLine *> left;
-    for (const auto &[unit, lines] : old)
-        left.insert(left.end(), lines.begin(), lines.end());
+    for (const auto &[unit, entry] : gone)
+        left.insert(left.end(), old[entry].begin(), old[entry].end());
     const auto isNewEntry = [](const auto &lines) { return lines.empty(); };
-    const bool isOneForOne = left.size() == 1 && std::ranges::count_if(reused, isNewEntry) == 1;
+    const bool isOneForOne = left.size() == 1 && std::ranges::count_if(staying, isNewEntry) == 1;
     for (std::size_t i = 0; i < units.size(); ++i) {
-        for (const CardLine *line : reused[i])
+        for (const CardLine *line : staying[i])
             m_written.push_back({row.area, line, {}});
-        if (reused[i].empty())
+        if (staying[i].empty())
             add(row, units[i], isOneForOne ? left.front() : nullptr);
     }
     for (const CardLine &line : m_card.lines()) { // an address that is another one now is spelled out no more
