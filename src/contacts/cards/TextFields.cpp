@@ -3,7 +3,7 @@
 // Reading and writing of the lines that a record has at most one value of.
 #include "contacts/cards/CardFields.h"
 
-#include <charconv>
+#include <QRegularExpression>
 
 namespace {
 
@@ -20,46 +20,16 @@ bool setPart(CardDraft &draft, ABProperty property, std::string_view part)
     return !isList(part);
 }
 
-/// Takes a number of at most @p most digits off @p text; -1 when there is none or less than @p least digits.
-int takeNumber(std::string_view &text, std::size_t least, std::size_t most)
-{
-    const std::size_t length = std::min(text.find_first_not_of("0123456789"), text.size());
-    if (length < least || length == 0)
-        return -1;
-    const std::size_t used = std::min(length, most);
-    int number = -1;
-    std::from_chars(text.data(), text.data() + used, number);
-    text.remove_prefix(used);
-    return number;
-}
-
-/// A day of a year, in the forms that cards have: 19960415, 1996-04-15, --0415, --04-15; a time may follow. Invalid for
-/// anything that is no full date.
+/// A day of a year, in the forms that cards have: 19960415, 1996-04-15, 1996/4/15, --0415, --04-15; a time may follow.
+/// Invalid for anything that is no full date.
 QDate dateFrom(std::string_view text)
 {
-    text = trimmed(text);
-    const bool noYear = text.starts_with("--");
-    int year = kNoYear;
-    if (noYear)
-        text.remove_prefix(2);
-    else
-        year = takeNumber(text, 4, 4);
-    const bool divided = !noYear && (text.starts_with('-') || text.starts_with('/'));
-    const char divider = divided ? text.front() : '-';
-    if (divided)
-        text.remove_prefix(1);
-    const std::size_t digits = divided ? 1 : 2;
-    const int month = takeNumber(text, digits, 2);
-    if (text.starts_with(divider) && (divided || noYear))
-        text.remove_prefix(1);
-    else if (divided)
-        return {};
-    const int day = takeNumber(text, digits, 2);
-    const bool onlyTimeFollows =
-        text.empty() || text.starts_with('T') || text.starts_with('t') || text.starts_with(' ');
-    if (!onlyTimeFollows || year < 1 || month < 1 || day < 1)
-        return {};
-    return {year, month, day};
+    static const QRegularExpression form(
+        QStringLiteral(R"(^(?|(\d{4})([-/])(\d\d?)\2(\d\d?)|(\d{4})()(\d\d)(\d\d)|(--)()(\d\d)-?(\d\d))(?:[Tt ]|\z))"));
+    const QString date = textOfUtf8(trimmed(text));
+    const QRegularExpressionMatch match = form.match(date);
+    const QStringView year = match.capturedView(1);
+    return {year == u"--" ? kNoYear : year.toInt(), match.capturedView(3).toInt(), match.capturedView(4).toInt()};
 }
 
 /// The name for display, which a card must have: from the name's parts, or else the organisation, or else an address.
