@@ -6,46 +6,24 @@
 
 namespace {
 
-bool holdsOnlyTexts(const ABMultiValue &value)
+bool fits(const ABPropertyInfo &info, const ABMultiValue &list)
 {
-    return std::ranges::all_of(
-        value.entries(), [](const ABMultiValue::Entry &entry) { return std::holds_alternative<QString>(entry.value); });
-}
-
-bool holdsOnlyDictionariesOf(ABProperty property, const ABMultiValue &value)
-{
-    return std::ranges::all_of(value.entries(), [property](const ABMultiValue::Entry &entry) {
+    const bool ofTexts = info.kind == ABPropertyKind::MultiText;
+    const bool ofDictionaries = info.kind == ABPropertyKind::MultiDictionary;
+    const auto isOfProperty = [&info](const ABDictionary::Entry &part) {
+        return keyInfo(part.first).property == info.property;
+    };
+    const auto fitsEntry = [&](const ABMultiValue::Entry &entry) {
         const auto *dictionary = std::get_if<ABDictionary>(&entry.value);
-        return dictionary && std::ranges::all_of(*dictionary, [property](const ABDictionary::Entry &part) {
-            return keyInfo(part.first).property == property;
-        });
-    });
+        return dictionary ? ofDictionaries && std::ranges::all_of(*dictionary, isOfProperty) : ofTexts;
+    };
+    return (ofTexts || ofDictionaries) && std::ranges::all_of(list.entries(), fitsEntry);
 }
 
 /// Years of other than four digits have no form that all readers of a record agree on.
 bool isCalendarDate(QDate date)
 {
     return date.isValid() && date.year() >= 1 && date.year() <= 9999;
-}
-
-bool fits(ABProperty property, const ABValue &value)
-{
-    switch (propertyInfo(property).kind) {
-    case ABPropertyKind::Text:
-        return std::holds_alternative<QString>(value);
-    case ABPropertyKind::Date:
-        return std::holds_alternative<QDate>(value) && isCalendarDate(std::get<QDate>(value));
-    case ABPropertyKind::Integer:
-        return std::holds_alternative<qint64>(value);
-    case ABPropertyKind::MultiText:
-        return std::holds_alternative<ABMultiValue>(value) && holdsOnlyTexts(std::get<ABMultiValue>(value));
-    case ABPropertyKind::MultiDictionary:
-        return std::holds_alternative<ABMultiValue>(value)
-            && holdsOnlyDictionariesOf(property, std::get<ABMultiValue>(value));
-    case ABPropertyKind::ReadOnlyText:
-        return false;
-    }
-    return false;
 }
 
 template <typename T> ABValue absentOr(const T *value)
@@ -102,16 +80,21 @@ ABValue PersonRecord::value(ABProperty property) const
 
 bool PersonRecord::setValue(ABProperty property, const ABValue &value)
 {
-    if (!fits(property, value))
-        return false;
-    if (const auto *text = std::get_if<QString>(&value))
+    const ABPropertyInfo &info = propertyInfo(property);
+    const auto *text = std::get_if<QString>(&value);
+    const auto *date = std::get_if<QDate>(&value);
+    const auto *number = std::get_if<qint64>(&value);
+    const auto *list = std::get_if<ABMultiValue>(&value);
+    if (text && info.kind == ABPropertyKind::Text)
         setText(property, *text);
-    else if (const auto *date = std::get_if<QDate>(&value))
+    else if (date && info.kind == ABPropertyKind::Date && isCalendarDate(*date))
         m_birthday = *date;
-    else if (const auto *number = std::get_if<qint64>(&value))
+    else if (number && info.kind == ABPropertyKind::Integer)
         m_flags = *number;
+    else if (list && fits(info, *list))
+        setMultiValue(property, *list);
     else
-        setMultiValue(property, std::get<ABMultiValue>(value));
+        return false;
     return true;
 }
 
