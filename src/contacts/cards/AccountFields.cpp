@@ -4,7 +4,7 @@
 #include "contacts/cards/CardFields.h"
 #include "contacts/model/ABLabels.h"
 
-#include <unordered_map>
+#include <map>
 
 namespace {
 
@@ -62,6 +62,12 @@ std::string_view userOfAddress(std::string_view address)
     while (address.ends_with('/'))
         address.remove_suffix(1);
     return address.find("://") == std::string_view::npos ? address : address.substr(address.rfind('/') + 1);
+}
+
+std::string accountValue(std::string_view scheme, const QString *username)
+{
+    std::string value(scheme);
+    return value.append(":").append(username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : std::string());
 }
 
 /// @p text as a parameter value of vCard 3.0; empty where that cannot hold it.
@@ -125,36 +131,29 @@ void mergeAccounts(CardDraft &draft)
     auto &entries = draft.entries(kABInstantMessageProperty);
     if (!draft.hasAccountLines || entries.size() < 2)
         return;
-    // One source per entry, since each of these lines has one.
-    std::vector<CardDraft::Source *> sources;
-    for (auto &source : draft.sources) {
-        if (source.line->area() == areaOf(kABInstantMessageProperty))
-            sources.push_back(&source);
-    }
-    struct First
-    {
-        std::size_t entry;
-        bool isOfService; // a line such as X-AIM
-    };
-    std::unordered_map<std::string, First> firsts;
+    // The first entries, by their accounts and whether they are from a line such as X-AIM.
+    std::map<std::pair<QString, bool>, std::size_t> firsts;
     std::vector<ABMultiValue::Entry> merged;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        const auto part = [&](ABKey key) {
-            const QString *text = entries[i].dictionary().valueForKey(key);
+    for (CardDraft::Source &source : draft.sources) { // each entry has one
+        if (source.line->area() != areaOf(kABInstantMessageProperty))
+            continue;
+        ABMultiValue::Entry &entry = entries[source.entry];
+        const auto part = [&entry](ABKey key) {
+            const QString *text = entry.dictionary().valueForKey(key);
             return text ? text->toCaseFolded() : QString();
         };
-        const QString key = part(kABInstantMessageServiceKey) % u'\n' % part(kABInstantMessageUsernameKey);
-        const bool isOfService = sources[i]->line->row->read == readAccount;
-        const auto [place, isFirst] = firsts.try_emplace(key.toStdString(), First{merged.size(), isOfService});
-        if (isFirst || place->second.isOfService == isOfService) {
-            sources[i]->entry = merged.size();
-            merged.push_back(std::move(entries[i]));
+        const QString account = part(kABInstantMessageServiceKey) % u'\n' % part(kABInstantMessageUsernameKey);
+        const bool isOfService = source.line->row->read == readAccount;
+        const auto same = firsts.find({account, !isOfService});
+        if (same == firsts.end()) {
+            source.entry = merged.size();
+            firsts.try_emplace({account, isOfService}, merged.size());
+            merged.push_back(std::move(entry));
             continue;
         }
-        sources[i]->entry = place->second.entry;
-        ABMultiValue::Entry &first = merged[place->second.entry];
-        if (first.label.isNull())
-            first.label = entries[i].label;
+        source.entry = same->second;
+        if (merged[same->second].label.isNull())
+            merged[same->second].label = entry.label;
     }
     entries = std::move(merged);
 }
@@ -165,8 +164,7 @@ bool writeAccount(const CardRow &row, const ABMultiValue::Entry &entry, CardUnit
     const QString *username = entry.dictionary().valueForKey(kABInstantMessageUsernameKey);
     const CardService *known = service ? serviceOfText(*service) : nullptr;
     const std::string word = known ? std::string(known->word) : service ? paramOf(*service) : std::string();
-    std::string value(known ? known->scheme : kNeutralScheme);
-    value.append(":").append(username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : std::string());
+    const std::string value = accountValue(known ? known->scheme : kNeutralScheme, username);
     units.push_back(entryUnit(row, entry.label, word.empty() ? word : ";X-SERVICE-TYPE=" + word, value));
     return known && username;
 }
@@ -183,10 +181,9 @@ bool writeProfile(const CardRow &row, const ABMultiValue::Entry &entry, CardUnit
         params.append(";TYPE=").append(word);
     if (!user.empty())
         params.append(";X-USER=").append(user);
-    std::string value(kNeutralScheme);
-    value.append(":").append(username ? escaped(*username, Escapes::OnlyBackslashAndNewline) : std::string());
     const bool isAssumed = entry.label == kABHomeLabel; // by a reader
-    units.push_back(entryUnit(row, isAssumed ? QString() : entry.label, params, value));
+    units.push_back(
+        entryUnit(row, isAssumed ? QString() : entry.label, params, accountValue(kNeutralScheme, username)));
     const QString *known = socialService(network);
     return !entry.label.isNull() && known && *known == *service && username && !breaksParam(*username)
         && !username->contains(u'^');
