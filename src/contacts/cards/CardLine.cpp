@@ -214,7 +214,7 @@ CardLine parsedLine(std::string_view text)
 
 namespace {
 
-/// The line as it stands in memory, if it stands there as it would be written; else empty.
+/// The line as it stands in memory, odd blanks and empty parameters included, if it may be written so; else empty.
 std::string_view wholeLine(const CardLine &line, std::string_view group, std::string_view value)
 {
     constexpr unsigned rewritten = CardParam::Bare | CardParam::Charset | CardParam::Encoding;
