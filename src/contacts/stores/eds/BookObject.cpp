@@ -2,34 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/eds/BookObject.h"
 
-#include <utility>
-
 namespace {
-
-using Listener = std::function<void()>;
 
 constexpr const char *kAddressBook = "org.gnome.evolution.dataserver.AddressBook";
 constexpr const char *kFactory = "org.gnome.evolution.dataserver.AddressBookFactory";
 constexpr const char *kFactoryPath = "/org/gnome/evolution/dataserver/AddressBookFactory";
 constexpr const char *kSources = "org.gnome.evolution.dataserver.Sources";
 constexpr const char *kProperties = "org.freedesktop.DBus.Properties";
-
-void forgetListener(gpointer listener)
-{
-    delete static_cast<Listener *>(listener);
-}
-
-void onSignal(GDBusConnection * /*connection*/, const char * /*sender*/, const char * /*path*/,
-    const char * /*interface*/, const char * /*signal*/, GVariant * /*arguments*/, gpointer listener)
-{
-    (*static_cast<Listener *>(listener))();
-}
-
-/// Also called once at the start where the daemon has ended already.
-void onDaemonEnded(GDBusConnection * /*connection*/, const char * /*name*/, gpointer listener)
-{
-    (*static_cast<Listener *>(listener))();
-}
 
 /// The name with this prefix, which a version follows, in the list that a method of the bus returns; empty for none.
 QByteArray nameOnBus(GDBusConnection *connection, const char *method, const char *prefix, CallGuard &guard)
@@ -79,39 +58,6 @@ void BookObject::connect(GDBusConnection *connection, const QByteArray &sourceUi
     g_variant_get(opened, "(&s&s)", &path, &name);
     m_path = path;
     m_name = name;
-    subscribe();
-}
-
-void BookObject::disconnect()
-{
-    unsubscribe();
-    m_path.clear();
-}
-
-void BookObject::setListener(Listener listener)
-{
-    unsubscribe();
-    m_changed = std::move(listener);
-    subscribe();
-}
-
-void BookObject::subscribe()
-{
-    if (!m_changed || m_path.isEmpty())
-        return;
-    m_subscription = g_dbus_connection_signal_subscribe(m_connection, m_name.constData(), kProperties,
-        "PropertiesChanged", m_path.constData(), kAddressBook, G_DBUS_SIGNAL_FLAGS_NONE, onSignal,
-        new Listener(m_changed), forgetListener);
-    m_watch = g_bus_watch_name_on_connection(m_connection, m_name.constData(), G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr,
-        onDaemonEnded, new Listener(m_changed), forgetListener);
-}
-
-void BookObject::unsubscribe()
-{
-    if (m_subscription != 0)
-        g_dbus_connection_signal_unsubscribe(m_connection, std::exchange(m_subscription, 0U));
-    if (m_watch != 0)
-        g_bus_unwatch_name(std::exchange(m_watch, 0U));
 }
 
 GVariant *BookObject::property(const char *name, GError **error) const

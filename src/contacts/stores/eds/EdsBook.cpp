@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "contacts/stores/eds/EdsBook.h"
 
-#include "contacts/stores/eds/BookErrors.h"
-
 #include <algorithm>
+#include <array>
+#include <optional>
 #include <string_view>
 
 namespace {
@@ -48,6 +48,47 @@ EdsBookInfo described(ESource *source, ESource *defaultBook)
         defaultBook && e_source_equal(source, defaultBook)};
 }
 
+struct KindRow
+{
+    GQuark (*domain)();
+    int code;
+    ErrorKind kind;
+};
+
+/// What the daemon refused; nothing if it cannot be reached, so that the outcome of the call is unknown.
+std::optional<ErrorKind> refusalOf(const GError *error)
+{
+    static const std::array rows{
+        KindRow{e_client_error_quark, E_CLIENT_ERROR_PERMISSION_DENIED, ErrorKind::ReadOnly},
+        KindRow{e_client_error_quark, E_CLIENT_ERROR_NOT_SUPPORTED, ErrorKind::ReadOnly},
+        KindRow{e_client_error_quark, E_CLIENT_ERROR_OUT_OF_SYNC, ErrorKind::Conflict},
+        KindRow{e_client_error_quark, E_CLIENT_ERROR_INVALID_ARG, ErrorKind::Invalid},
+        KindRow{e_client_error_quark, E_CLIENT_ERROR_INVALID_QUERY, ErrorKind::Invalid},
+        KindRow{e_book_client_error_quark, E_BOOK_CLIENT_ERROR_CONTACT_NOT_FOUND, ErrorKind::Conflict},
+        KindRow{e_book_client_error_quark, E_BOOK_CLIENT_ERROR_CONTACT_ID_ALREADY_EXISTS, ErrorKind::Conflict},
+        KindRow{e_book_client_error_quark, E_BOOK_CLIENT_ERROR_NO_SUCH_BOOK, ErrorKind::NotFound},
+        KindRow{e_book_client_error_quark, E_BOOK_CLIENT_ERROR_NO_SUCH_SOURCE, ErrorKind::NotFound},
+        KindRow{e_book_client_error_quark, E_BOOK_CLIENT_ERROR_NO_SPACE, ErrorKind::Io},
+    };
+    const auto *row = std::ranges::find_if(
+        rows, [error](const KindRow &known) { return g_error_matches(error, known.domain(), known.code); });
+    if (row != rows.end())
+        return row->kind;
+    // The local book's own errors have a domain that no header declares; 2 says that there is no such card.
+    if (qstrcmp(g_quark_to_string(error->domain), "e-book-backend-sqlite-error-quark") == 0)
+        return error->code == 2 ? ErrorKind::Conflict : ErrorKind::Io;
+    return std::nullopt;
+}
+
+/// Whether the call timed out and may still be in progress.
+bool isTimeout(const GError *error)
+{
+    return g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)
+        || g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT)
+        || g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_TIMEOUT)
+        || g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_TIMED_OUT);
+}
+
 } // namespace
 
 EdsBook::EdsBook(QByteArray sourceUid, std::shared_ptr<CallGuard> guard)
@@ -62,6 +103,8 @@ EdsBook::~EdsBook()
 void EdsBook::disconnect()
 {
     m_object.disconnect();
+    if (m_client)
+        g_signal_handlers_disconnect_by_data(m_client, this);
     g_clear_object(&m_client);
     g_clear_object(&m_registry);
     g_clear_object(&m_connection);
@@ -151,8 +194,16 @@ Result<void> EdsBook::connect()
     m_client = e_book_client_connect_sync(source, kNoWait, m_guard->beginCall(), &error);
     if (!m_client)
         return failure(error, "cannot be opened");
+    for (const char *signal : {"backend-property-changed", "backend-died"})
+        g_signal_connect_swapped(m_client, signal, G_CALLBACK(&EdsBook::onSignal), this);
     m_object.connect(m_connection, m_sourceUid);
     return {};
+}
+
+void EdsBook::onSignal(EdsBook *self)
+{
+    if (self->m_changeListener)
+        self->m_changeListener();
 }
 
 bool EdsBook::isReadOnly() const

@@ -58,7 +58,7 @@ public:
     Result<void> read(std::span<const QByteArray> uids, const TakePage &take);
     /// Called on the thread when the revision may have changed or the daemon has ended; an empty one stops the calls.
     /// Survives reconnection, from the next call of any function on.
-    void setChangeListener(std::function<void()> listener) { m_object.setListener(std::move(listener)); }
+    void setChangeListener(std::function<void()> listener) { m_changeListener = std::move(listener); }
 
     enum class Change { Add, Modify, Remove };
     /// Made completely or not at all, except if Unavailable, and in a server's book, where cards before the refused one
@@ -69,6 +69,7 @@ public:
 
 private:
     Result<void> ensureRegistry();
+    static void onSignal(EdsBook *self);
     Result<std::vector<Card>> cards(std::span<const QByteArray> uids);
     /// Adds those of @p uids that a query missed, as the daemon's does for some signs, one by one.
     Result<std::vector<Card>> withMissing(std::vector<Card> cards, std::span<const QByteArray> uids);
@@ -82,6 +83,7 @@ private:
     EdsBookInfo m_info;
     bool m_isLocal = true; // not a copy of a server's book
     bool m_hasTimedOut = false;
+    std::function<void()> m_changeListener;
     GDBusConnection *m_connection = nullptr;
     ESourceRegistry *m_registry = nullptr;
     EClient *m_client = nullptr;
