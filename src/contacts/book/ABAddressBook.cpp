@@ -155,12 +155,9 @@ bool ABAddressBook::addRecord(const ABPersonPtr &person, Error *error)
         return refuse(error, ErrorKind::NotFound, person, "was removed from the address book");
     if (isHere(person))
         return true;
-    const auto removed = m_removedPeople.find(person->uniqueId());
-    const bool uidIsTaken =
-        removed == m_removedPeople.end() ? m_people.withUid(person->uniqueId()) != nullptr : removed->second != person;
-    if (uidIsTaken)
+    // Whose removal is not saved yet has the uid as well.
+    if (!owner && (m_people.withUid(person->uniqueId()) || m_pending->entryOf(person->uniqueId())))
         return refuse(error, ErrorKind::Conflict, person, "another contact has this uid");
-    m_removedPeople.erase(person->uniqueId());
     m_pending->touch();
     m_people.insert(person);
     person->m_isRemoved = false;
@@ -179,7 +176,6 @@ bool ABAddressBook::removeRecord(const ABPersonPtr &person, Error *error)
     if (!isHere(person))
         return refuse(error, ErrorKind::NotFound, person, "not in the address book");
     m_pending->noteRemoval(person, person->record());
-    m_removedPeople.emplace(person->uniqueId(), person);
     person->m_isRemoved = true;
     m_pending->touch();
     m_people.remove(person);
@@ -237,10 +233,8 @@ Result<void> ABAddressBook::commitPending()
     for (const auto &entry : entries) {
         entry.person->settle(entry.now);
         m_people.noteName(*entry.person);
-        if (!entry.now) {
-            m_removedPeople.erase(entry.person->uniqueId());
+        if (!entry.now)
             entry.person->setPendingChanges(nullptr);
-        }
     }
     return {};
 }
@@ -323,8 +317,8 @@ std::vector<QString> ABAddressBook::takeIn(const std::vector<StoredRecord> &chan
 bool ABAddressBook::takeIn(const StoredRecord &change)
 {
     const auto &[uid, now] = change;
-    const auto removed = m_removedPeople.find(uid);
-    ABPersonPtr person = removed == m_removedPeople.end() ? m_people.withUid(uid) : removed->second;
+    const auto pending = m_pending->entryOf(uid);
+    ABPersonPtr person = pending ? pending->person : m_people.withUid(uid);
     if (!person) {
         if (!now)
             return false;
@@ -334,7 +328,6 @@ bool ABAddressBook::takeIn(const StoredRecord &change)
         return true;
     }
     person->m_isDamaged = false; // it was written since
-    const auto pending = m_pending->entryOf(person);
     const PersonRecordPtr known = pending ? pending->before : person->record();
     if (now && known && *now == *known)
         return false; // an echo of what was saved or read here
@@ -353,14 +346,13 @@ bool ABAddressBook::takeIn(const StoredRecord &change)
 
 void ABAddressBook::settle(const ABPersonPtr &person, const PersonRecordPtr &stored)
 {
-    const bool wasRemoved = m_removedPeople.erase(person->uniqueId()) > 0;
     if (!stored) {
         m_pending->settle(person.get(), nullptr, false);
         person->setPendingChanges(nullptr);
         person->m_isRemoved = true;
         return;
     }
-    if (wasRemoved) {
+    if (person->isRemoved()) {
         m_pending->noteReturn(person);
         person->m_isRemoved = false;
         m_people.insert(person);

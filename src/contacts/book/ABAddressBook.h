@@ -10,7 +10,6 @@
 
 #include <mutex>
 #include <set>
-#include <unordered_map>
 
 struct PersonSnapshot
 {
@@ -141,7 +140,6 @@ private:
     std::vector<QString> m_dropped; // pending changes dropped, not yet reported by save()
     mutable std::mutex m_mutex; // guards the members below
     PeopleList m_people;
-    std::unordered_map<QString, ABPersonPtr> m_removedPeople; // by uid, until the removal is saved
     mutable PeopleSnapshot m_snapshot; // null, or of the version below
     mutable quint64 m_snapshotVersion = 0;
 };

@@ -8,7 +8,7 @@
 PendingChanges::Entry &PendingChanges::noted(const ABPersonPtr &person, const PersonRecordPtr &before)
 {
     const Entry entry{.person = person, .before = before, .order = m_nextOrder++};
-    Entry &noted = m_noted.try_emplace(person.get(), entry).first->second;
+    Entry &noted = m_noted.try_emplace(person->uniqueId(), entry).first->second;
     noted.cause = nullptr;
     return noted;
 }
@@ -28,7 +28,7 @@ void PendingChanges::noteRemoval(const ABPersonPtr &person, const PersonRecordPt
 void PendingChanges::noteReturn(const ABPersonPtr &person)
 {
     const std::scoped_lock lock(m_mutex);
-    const auto found = m_noted.find(person.get());
+    const auto found = m_noted.find(person->uniqueId());
     if (found != m_noted.end())
         found->second.removed = false;
 }
@@ -36,7 +36,7 @@ void PendingChanges::noteReturn(const ABPersonPtr &person)
 void PendingChanges::setCause(const ChangeCausePtr &cause)
 {
     const std::scoped_lock lock(m_mutex);
-    for (auto &[person, entry] : m_noted) {
+    for (auto &[uid, entry] : m_noted) {
         if (!entry.cause)
             entry.cause = cause;
     }
@@ -48,7 +48,7 @@ std::vector<PendingChanges::Entry> PendingChanges::entries() const
     {
         const std::scoped_lock lock(m_mutex);
         entries.reserve(m_noted.size());
-        for (const auto &[person, entry] : m_noted)
+        for (const auto &[uid, entry] : m_noted)
             entries.push_back(entry);
     }
     std::ranges::sort(entries, {}, &Entry::order);
@@ -72,16 +72,16 @@ std::vector<PendingChanges::Entry> PendingChanges::entriesWithCausesOf(const QSt
     return entries;
 }
 
-std::optional<PendingChanges::Entry> PendingChanges::entryOf(const ABPersonPtr &person) const
+std::optional<PendingChanges::Entry> PendingChanges::entryOf(const QString &uid) const
 {
     std::optional<Entry> entry;
     {
         const std::scoped_lock lock(m_mutex);
-        if (const auto found = m_noted.find(person.get()); found != m_noted.end())
+        if (const auto found = m_noted.find(uid); found != m_noted.end())
             entry = found->second;
     }
     if (entry && !entry->removed)
-        entry->now = person->record();
+        entry->now = entry->person->record();
     return entry;
 }
 
@@ -113,7 +113,7 @@ bool PendingChanges::isEmpty() const
 void PendingChanges::settle(const ABPerson *person, const PersonRecordPtr &stored, bool changedSince)
 {
     const std::scoped_lock lock(m_mutex);
-    const auto found = m_noted.find(person);
+    const auto found = m_noted.find(person->uniqueId());
     if (found == m_noted.end())
         return;
     if (stored && (changedSince || found->second.removed))

@@ -46,7 +46,7 @@ public:
     std::vector<Entry> entries() const;
     /// Those of these people, and all others with the same causes: a repair is made as a whole or not at all.
     std::vector<Entry> entriesWithCausesOf(const QStringList &uids) const;
-    std::optional<Entry> entryOf(const ABPersonPtr &person) const;
+    std::optional<Entry> entryOf(const QString &uid) const;
     bool isEmpty() const;
     /// What a store has to do; nothing for people who are as they were.
     static std::vector<RecordChange> changesIn(const std::vector<Entry> &entries);
@@ -60,6 +60,6 @@ private:
 
     std::atomic<quint64> m_version = 0;
     mutable std::mutex m_mutex;
-    std::unordered_map<const ABPerson *, Entry> m_noted; // without what they are now
+    std::unordered_map<QString, Entry> m_noted; // by uid, without what they are now
     quint64 m_nextOrder = 0;
 };
