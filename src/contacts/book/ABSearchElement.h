@@ -4,6 +4,8 @@
 
 #include "contacts/model/PersonRecord.h"
 
+#include <algorithm>
+
 /// Exact equality of texts.
 inline constexpr int kABEqual = 0;
 
@@ -16,5 +18,12 @@ struct ABSearchElement
     QString value;
 
     /// False for an absent property.
-    bool matches(const PersonRecord &record) const;
+    bool matches(const PersonRecord &record) const
+    {
+        if (propertyInfo(property).kind != ABPropertyKind::MultiText)
+            return false;
+        return std::ranges::any_of(record.entries(property), [this](const ABMultiValue::Entry &entry) {
+            return (!label || entry.label == *label) && entry.text() == value;
+        });
+    }
 };

@@ -2,9 +2,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "contacts/book/NameIndex.h"
+#include "contacts/book/ABPerson.h"
+
+#include <QHash>
+#include <QList>
 
 #include <unordered_map>
+
+/// The positions of each name in a list of people.
+class NameIndex
+{
+public:
+    /// Adds a position of the name.
+    void setIndex(qsizetype index, const QString &forName) { m_places[forName].push_back(index); }
+    /// In the order added; empty for an unknown name.
+    QList<qsizetype> indexesForName(const QString &name) const { return m_places.value(name); }
+
+private:
+    QHash<QString, QList<qsizetype>> m_places;
+};
 
 /// The people of an address book in order, also found by uid and by name. One thread at a time.
 class PeopleList
