@@ -29,7 +29,7 @@ ExitStatus salvage(const QString &newFile, const CommandContext &context)
     const auto report = Rescue::salvage(*file, newFile);
     if (!report)
         return context.refuse(report.error().text);
-    context.console.out << newFile.toStdString() << ": " << report->people << " contacts, " << report->incomplete
+    context.console.out << newFile.toStdString() << ": " << report->people.size() << " contacts, " << report->incomplete
                         << " of them incomplete or not as they were saved; " << (report->isLostExact ? "" : "at least ")
                         << report->lost << " could not be read\n";
     return ExitStatus::Done;

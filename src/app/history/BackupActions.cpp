@@ -63,7 +63,7 @@ Result<QString> salvaged(const Rescue::Offer &offer, const QString &newFile)
     const QString lost = QLocale().toString(report->lost);
     return BackupActions::tr(
         "What could be read is now in %1: %2, %3 of them incomplete or not as they were saved; %4 could not be read")
-        .arg(newFile, contacts(report->people), QLocale().toString(report->incomplete),
+        .arg(newFile, contacts(qint64(report->people.size())), QLocale().toString(report->incomplete),
             report->isLostExact ? lost : BackupActions::tr("at least %1").arg(lost));
 }
 

@@ -5,8 +5,6 @@
 #include "contacts/stores/open/Backups.h"
 #include "contacts/stores/open/OpenStore.h"
 #include "contacts/stores/sqlite/AddressBookFile.h"
-#include "contacts/stores/sqlite/BackupFile.h"
-#include "contacts/stores/sqlite/Salvage.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -56,15 +54,13 @@ Result<qint64> openBackup(const Offer &offer, const QString &newFile)
     return copy ? (*copy)->finish() : copy.error();
 }
 
-Result<SalvageReport> salvage(const QString &damagedFile, const QString &newFile)
+Result<Salvaged> salvage(const QString &damagedFile, const QString &newFile)
 {
-    const auto salvaged = salvagePeople(damagedFile);
+    auto salvaged = salvagePeople(damagedFile);
     if (!salvaged)
-        return salvaged.error();
-    const auto people = BackupFile::write(*salvaged, newFile, BackupFile::Existing::Refuse);
-    if (!people)
-        return people.error();
-    return SalvageReport{*people, salvaged->incomplete, salvaged->lost, salvaged->isLostExact};
+        return salvaged;
+    const auto written = BackupFile::write(*salvaged, newFile, BackupFile::Existing::Refuse);
+    return written ? std::move(salvaged) : written.error();
 }
 
 QString hintFor(const QString &where, const Error &error)

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/Result.h"
+#include "contacts/stores/sqlite/Salvage.h"
 
 #include <QDateTime>
 #include <QString>
@@ -32,16 +32,8 @@ QString newFileBeside(const QString &damagedFile, const QDate &today);
 /// @return how many people it holds
 Result<qint64> openBackup(const Offer &offer, const QString &newFile);
 
-struct SalvageReport
-{
-    qint64 people = 0;
-    qint64 incomplete = 0; ///< of these, people who lack something or a matching digest
-    qint64 lost = 0;
-    bool isLostExact = false; ///< else at least
-};
-
 /// Writes everyone who can still be read from @p damagedFile to @p newFile, which must not exist.
-Result<SalvageReport> salvage(const QString &damagedFile, const QString &newFile);
+Result<Salvaged> salvage(const QString &damagedFile, const QString &newFile);
 
 /// The command line's hint: where the backup is and how to salvage. Empty if there is no offer.
 QString hintFor(const QString &where, const Error &error);

@@ -62,14 +62,6 @@ Version1::Version1(SQLite::Database &database, Damage damage)
         "WHERE person = ? ORDER BY position) HAVING count(*) > 0");
 }
 
-std::vector<std::string> Version1::tablesOfPeople()
-{
-    std::vector<std::string> tables{"emptyList", "picture", "cardLine"};
-    for (const List &list : kLists)
-        tables.push_back(list.table);
-    return tables;
-}
-
 template <typename Reading> void Version1::attempt(Reading reading)
 {
     try {
@@ -161,10 +153,10 @@ void rewriteHistory(SQLite::Database &database, Version1 &old, RecordWriter &wri
 
 std::string dropsOfOldTables()
 {
-    std::string sql = "DROP TABLE history1; DROP TABLE save1;";
-    for (const std::string &table : Version1::tablesOfPeople())
-        sql += "DROP TABLE " + table + ';';
-    return sql + "DROP TABLE person;";
+    std::string sql = "DROP TABLE history1; DROP TABLE save1; DROP TABLE emptyList; DROP TABLE picture;";
+    for (const List &list : kLists)
+        sql += "DROP TABLE " + list.table + ';';
+    return sql + "DROP TABLE cardLine; DROP TABLE person;";
 }
 
 } // namespace

@@ -18,9 +18,6 @@ public:
     /// From a row of its history: a record as JSON, with its card lines as JSON.
     Result<PersonRecordPtr> recordOf(std::string json, const std::string &cardLines);
 
-    /// All tables with people's rows, which have the column `person`.
-    static std::vector<std::string> tablesOfPeople();
-
 private:
     template <typename Reading> void attempt(Reading reading);
 
