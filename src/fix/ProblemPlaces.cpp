@@ -33,7 +33,10 @@ template <typename IsWrong> QList<qsizetype> lettersOf(const QString &text, IsWr
 template <typename IsWrong> Places inText(const PersonRecord &record, ABProperty property, IsWrong isWrong)
 {
     const QString *text = record.text(property);
-    return text ? Places{{propertyTitle(property), *text, lettersOf(*text, isWrong)}} : Places();
+    if (!text)
+        return {};
+    return {{propertyTitle(property), *text, lettersOf(*text, isWrong),
+        text->isEmpty() ? QStringLiteral("empty") : QString()}};
 }
 
 bool isBlank(QChar letter)
