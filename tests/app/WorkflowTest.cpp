@@ -126,6 +126,7 @@ private Q_SLOTS:
             QTest::keyClick(window().results()->outlineView(), Qt::Key_Z, Qt::ControlModifier);
             QTRY_COMPARE(results->findingCount(), 1 + undone);
             QCOMPARE(message(), u"Undone: Remove the suffix (%1)"_s.arg(undone == 1 ? u"Ann Lee" : u"Bo Ng"));
+            QCOMPARE(results->selectedItem()->person()->uniqueId(), QString::number(undone));
         }
         QCOMPARE(results->uids(), QStringList({u"1"_s, u"2"_s, u"3"_s}));
         QTRY_VERIFY(action(u"&Redo"_s)->isEnabled());

@@ -6,6 +6,22 @@
 #include "fix/IgnoredFindings.h"
 #include "scan/ScanAddressBook.h"
 
+#include <algorithm>
+#include <set>
+#include <utility>
+
+namespace {
+
+QList<PersonItemPtr> shownFindings(const OutlineViewController &results)
+{
+    QList<PersonItemPtr> findings;
+    for (const auto &group : results.rootNodes())
+        findings += results.shownFindings(group);
+    return findings;
+}
+
+} // namespace
+
 void Reexamination::endScan(OutlineViewController *shown)
 {
     m_isScanning = false;
@@ -31,6 +47,15 @@ void Reexamination::reexamine(const QStringList &uids)
                 return;
             if (!m_isScanning) // else they are looked at in the new findings too
                 m_outstanding.clear();
+            const bool goesToNew = std::exchange(m_goesToNew, false);
+            const QList<PersonItemPtr> before = goesToNew ? shownFindings(*results) : QList<PersonItemPtr>();
             results->reexamine(all, now.open, now.ignored);
+            if (!goesToNew)
+                return;
+            const std::set<PersonItemPtr> known(before.begin(), before.end());
+            const QList<PersonItemPtr> after = shownFindings(*results);
+            const auto added = std::ranges::find_if(after, [&](const auto &each) { return !known.contains(each); });
+            if (added != after.end())
+                results->selectItem(*added);
         });
 }

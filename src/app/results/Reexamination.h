@@ -20,10 +20,13 @@ public:
     void endScan(OutlineViewController *shown);
     /// For changed people; ignored while no results are shown.
     void reexamine(const QStringList &uids);
+    /// The next check selects the first finding that it adds.
+    void goToNew() { m_goesToNew = true; }
 
 private:
     QPointer<OutlineViewController> m_results;
     bool m_isScanning = false;
+    bool m_goesToNew = false;
     QStringList m_outstanding; // people still to be checked
     Job m_job;
 };

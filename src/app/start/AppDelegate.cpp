@@ -114,6 +114,7 @@ void AppDelegate::connectUndo()
     connect(&m_scans, &Scans::ignored, &m_sideWindows, &SideWindows::reloadIgnored);
     connect(&m_undo, &UndoSteps::applied, &m_sideWindows, &SideWindows::reloadIgnored);
     connect(&m_undo, &UndoSteps::applied, this, [this](const QStringList &uids, const QString &message) {
+        m_scans.goToNew();
         // Findings may name people who were put back as others who share an address.
         showChanged(m_scans.results() ? m_scans.results()->uids() + uids : uids);
         m_window.bookStatus()->setMessage(message, false);

@@ -29,6 +29,7 @@ public:
     OutlineViewController *results() { return m_results.get(); }
     /// For changed people.
     void reexamine(const QStringList &uids) { m_reexamination.reexamine(uids); }
+    void goToNew() { m_reexamination.goToNew(); }
 
     /// Remembers that these findings are fine, or that no two of these people are one, and looks at them again.
     void ignore(const QList<PersonItemPtr> &findings);
