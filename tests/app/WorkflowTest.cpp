@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/card/ContactCard.h"
 #include "app/look/Controls.h"
+#include "app/results/FixAllDialog.h"
 #include "app/results/PlacesLabel.h"
 #include "app/results/ResultsView.h"
 #include "app/start/HelpWindow.h"
@@ -16,8 +17,10 @@
 #include <QTableView>
 #include <QTest>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
+#include <QTreeWidget>
 
 #include <algorithm>
 
@@ -298,6 +301,16 @@ private Q_SLOTS:
             QStringList({u"First name: A B; wrong: a blank"_s, u"E-mail (own): x@y.com also of Cy Ito"_s,
                 u"Phone (Home): 2ext3; wrong: ext"_s}));
         QVERIFY(window().results()->findChild<PlacesLabel *>()->text().contains(u">ext</u>"));
+
+        results->selectItem(results->rootNodes()[1]->childAtIndex(0));
+        QString inDialog;
+        QTimer::singleShot(0, this, [this, &inDialog] {
+            auto *dialog = window().results()->findChild<FixAllDialog *>();
+            inDialog = dialog->findChild<QTreeWidget *>()->topLevelItem(0)->text(1);
+            dialog->reject();
+        });
+        window().results()->fixAll();
+        QCOMPARE(inDialog, u"E-mail (own): x@y.com (also of Cy Ito)"_s);
     }
 };
 

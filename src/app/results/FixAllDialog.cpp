@@ -5,6 +5,7 @@
 #include "app/look/Controls.h"
 #include "app/results/RepairTexts.h"
 #include "base/Job.h"
+#include "fix/ProblemPlaces.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -23,9 +24,27 @@
 
 namespace {
 
-constexpr QSize kFirstSize(560, 480);
+constexpr QSize kFirstSize(640, 480);
 constexpr int kMillisecondsOfTurn = 10; // between two looks at what the user does
 constexpr int kMillisecondsToProgress = 500;
+
+constexpr int kProblem = 1; // columns
+constexpr int kLost = 2;
+constexpr qsizetype kMostLetters = 100; // of a problem
+
+QString textOf(const std::vector<ProblemPlace> &places)
+{
+    QString text;
+    for (const ProblemPlace &place : places) {
+        if (!text.isEmpty())
+            text += text.endsWith(u':') ? QStringLiteral(" ") : QStringLiteral("; ");
+        text += place.title % QStringLiteral(": ") % place.text.left(kMostLetters);
+        if (!place.remark.isEmpty())
+            text += QStringLiteral(" (") % place.remark % u')';
+    }
+    text = text.simplified();
+    return text.size() > kMostLetters ? QString(text.left(kMostLetters) % u'\u2026') : text;
+}
 
 /// The dialog has asked already.
 class Agreed : public AlertPanel
@@ -104,33 +123,38 @@ void FixAllDialog::fill()
         rows += new QTreeWidgetItem(QStringList(finding->name()));
         rows.back()->setCheckState(0, Qt::Checked);
     }
-    m_list->setHeaderLabels({tr("Contact"), tr("Left behind by the repair")});
+    m_list->setHeaderLabels({tr("Contact"), tr("Problem"), tr("Left behind by the repair")});
     m_list->addTopLevelItems(rows);
-    m_list->setColumnHidden(1, true);
-    m_list->resizeColumnToContents(0);
-    m_list->setColumnWidth(0, std::min(m_list->columnWidth(0), kFirstSize.width() / 2));
+    m_list->setColumnHidden(kLost, true);
     if (!rows.isEmpty())
         m_list->setCurrentItem(rows.front());
-    connect(&m_idle, &QTimer::timeout, this, &FixAllDialog::fillLost);
+    connect(&m_idle, &QTimer::timeout, this, &FixAllDialog::fillRows);
     connect(this, &QDialog::finished, &m_idle, &QTimer::stop);
     m_idle.start(0);
-    fillLost();
+    fillRows();
+    for (const int column : {0, kProblem}) {
+        m_list->resizeColumnToContents(column);
+        m_list->setColumnWidth(column, std::min(m_list->columnWidth(column), kFirstSize.width() / 3));
+    }
 }
 
 /// Some at a time, as merges are tried out for it.
-void FixAllDialog::fillLost()
+void FixAllDialog::fillRows()
 {
     QElapsedTimer turn;
     turn.start();
     const QSignalBlocker blocker(m_list); // nobody ticks anything
     for (; m_filled < m_findings.size() && turn.elapsed() < kMillisecondsOfTurn; ++m_filled) {
-        const QString lost = linesOf(leftBehind(m_findings[m_filled]->finding(), m_option));
+        const Finding &finding = m_findings[m_filled]->finding();
+        QTreeWidgetItem *row = m_list->topLevelItem(int(m_filled));
+        row->setText(kProblem, textOf(problemPlaces(finding)));
+        row->setToolTip(kProblem, row->text(kProblem));
+        const QString lost = linesOf(leftBehind(finding, m_option));
         if (lost.isEmpty())
             continue;
-        QTreeWidgetItem *row = m_list->topLevelItem(int(m_filled));
-        row->setText(1, QString(lost).replace(u'\n', QStringLiteral("; ")));
-        row->setToolTip(1, lost);
-        m_list->setColumnHidden(1, false);
+        row->setText(kLost, QString(lost).replace(u'\n', QStringLiteral("; ")));
+        row->setToolTip(kLost, lost);
+        m_list->setColumnHidden(kLost, false);
     }
     if (m_filled == m_findings.size())
         m_idle.stop();

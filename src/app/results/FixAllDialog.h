@@ -27,7 +27,7 @@ public:
 
 private:
     void fill();
-    void fillLost();
+    void fillRows();
     void showCount();
 
     const QString m_option;
@@ -35,7 +35,7 @@ private:
     QLabel *m_future;
     QTreeWidget *m_list;
     QTimer m_idle;
-    qsizetype m_filled = 0; ///< rows that say what would be lost
+    qsizetype m_filled = 0; ///< rows that say what is wrong and what would be lost
     QPushButton *m_ignore;
     QPushButton *m_fix;
 };
