@@ -312,6 +312,21 @@ private Q_SLOTS:
         window().results()->fixAll();
         QCOMPARE(inDialog, u"E-mail (own): x@y.com (also of Cy Ito)"_s);
     }
+
+    void aCancelledCardKeepsItsFinding()
+    {
+        start({"{'uid':'1','firstName':'Ann','lastName':'Lee','phone':[{'value':'2ext3'}]}",
+            "{'uid':'2','firstName':'Bo','lastName':'Ng','phone':[{'value':'4x'}]}"});
+        scan();
+        OutlineViewController *results = m_app->outlineViewController();
+        QTest::keyClick(window().results()->outlineView(), Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(results->uids(), QStringList(u"2"_s));
+        auto *card = window().findChild<ContactCard *>();
+        QVERIFY(card);
+        card->reject();
+        QTRY_COMPARE(results->uids(), QStringList({u"1"_s, u"2"_s}));
+        QCOMPARE(results->selectedItem()->person()->uniqueId(), u"2"_s);
+    }
 };
 
 QTEST_MAIN(WorkflowTest)

@@ -84,6 +84,9 @@ void AppDelegate::connectChanges()
 {
     connect(&m_scans, &Scans::left, this, &AppDelegate::loadClicked);
     connect(&m_sideWindows, &SideWindows::peopleChanged, this, &AppDelegate::showChanged);
+    // The repair that opened the card has taken the finding off the list.
+    connect(
+        &m_sideWindows, &SideWindows::cardCancelled, this, [this](const QString &uid) { m_scans.reexamine({uid}); });
     connect(&m_sideWindows, &SideWindows::peopleRestored, this, &AppDelegate::showRestored);
     connect(&m_backupActions, &BackupActions::restored, this, &AppDelegate::showRestored);
     connect(&m_backupActions, &BackupActions::rescued, this, [this](const QString &where) {

@@ -97,6 +97,7 @@ void SideWindows::showCard(const ABPersonPtr &person, const QString &text)
     auto *card = new ContactCard(person, &m_mainWindow);
     card->setAttribute(Qt::WA_DeleteOnClose);
     connect(card, &ContactCard::saved, this, [this](const QString &uid) { Q_EMIT peopleChanged({uid}); });
+    connect(card, &QDialog::rejected, this, [this, person] { Q_EMIT cardCancelled(person->uniqueId()); });
     connect(card, &ContactCard::failed, this, &SideWindows::noteFailure);
     connect(card, &ContactCard::restoreRequested, this, &SideWindows::restoreRequested);
     connect(card, &ContactCard::historyRequested, this, &SideWindows::showHistory);

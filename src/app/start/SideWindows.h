@@ -43,6 +43,7 @@ Q_SIGNALS:
     void differentPeople(const QStringList &uids); ///< to be remembered
     void broughtBack(const std::vector<Ignored> &entries); ///< no longer ignored
     void peopleChanged(const QStringList &uids); ///< edited or merged; empty: people were added
+    void cardCancelled(const QString &uid); ///< its person is as before
     void merged(const QString &what); ///< for the user
     void deletionRequested(const ABPersonPtr &person);
     void restoreRequested(const QString &uid); ///< of a damaged person
