@@ -23,6 +23,12 @@ struct Finding
     ChangeCausePtr cause = {}; ///< for the history
 };
 
+/// Whether findings of the condition are about several people, whom a merge would make one.
+constexpr bool isOfSeveral(Condition condition)
+{
+    return condition == Condition::DuplicateContacts || condition == Condition::ShareEmail;
+}
+
 /// The findings of a condition, in order.
 std::vector<Finding> findingsOf(const ScanResult &result, Condition condition);
 /// Only those findings, in their order.

@@ -10,11 +10,6 @@
 
 namespace {
 
-bool isOfSeveral(Condition condition)
-{
-    return condition == Condition::DuplicateContacts || condition == Condition::ShareEmail;
-}
-
 QString keyOf(Condition condition)
 {
     return conditionInfo(condition).key;

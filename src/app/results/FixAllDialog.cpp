@@ -10,7 +10,6 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QElapsedTimer>
-#include <QHeaderView>
 #include <QLabel>
 #include <QProgressDialog>
 #include <QPushButton>
@@ -44,6 +43,14 @@ QString textOf(const std::vector<ProblemPlace> &places)
     }
     text = text.simplified();
     return text.size() > kMostLetters ? QString(text.left(kMostLetters) % u'\u2026') : text;
+}
+
+/// Contacts without a name count as duplicates of each other, and are most likely not.
+bool isNameless(const Finding &finding)
+{
+    const PersonRecordPtr record = finding.person->record();
+    return finding.condition == Condition::DuplicateContacts && !record->text(kABFirstNameProperty)
+        && !record->text(kABLastNameProperty);
 }
 
 /// The dialog has asked already.
@@ -121,7 +128,7 @@ void FixAllDialog::fill()
     QList<QTreeWidgetItem *> rows;
     for (const auto &finding : m_findings) {
         rows += new QTreeWidgetItem(QStringList(finding->name()));
-        rows.back()->setCheckState(0, Qt::Checked);
+        rows.back()->setCheckState(0, isNameless(finding->finding()) ? Qt::Unchecked : Qt::Checked);
     }
     m_list->setHeaderLabels({tr("Contact"), tr("Problem"), tr("Left behind by the repair")});
     m_list->addTopLevelItems(rows);
@@ -143,7 +150,7 @@ void FixAllDialog::fillRows()
 {
     QElapsedTimer turn;
     turn.start();
-    const QSignalBlocker blocker(m_list); // nobody ticks anything
+    const QSignalBlocker blocker(m_list); // the ticks stay as they are
     for (; m_filled < m_findings.size() && turn.elapsed() < kMillisecondsOfTurn; ++m_filled) {
         const Finding &finding = m_findings[m_filled]->finding();
         QTreeWidgetItem *row = m_list->topLevelItem(int(m_filled));
@@ -179,7 +186,8 @@ void FixAllDialog::showCount()
     m_future->setText(futureOfRepair(m_option, contacts.size()));
     m_fix->setText(tr("&Fix %1").arg(findings.size()));
     m_fix->setEnabled(!findings.isEmpty());
-    m_ignore->setText(tr("&Ignore %1").arg(findings.size()));
+    const bool areSeveral = !m_findings.isEmpty() && isOfSeveral(m_findings.front()->finding().condition);
+    m_ignore->setText((areSeveral ? tr("&Different People: %1") : tr("&Ignore %1")).arg(findings.size()));
     m_ignore->setEnabled(!findings.isEmpty());
 }
 

@@ -19,7 +19,6 @@
 
 #include <QAction>
 #include <QBoxLayout>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -37,8 +36,7 @@ constexpr int kPanelWidth = 420; // at least
 /// Those whom the finding is about, as far as they are still there; only for what a merge repairs.
 QList<ABPersonPtr> peopleToCompare(const PersonItem &item)
 {
-    const Condition condition = item.finding().condition;
-    if (item.isRootNode() || (condition != Condition::DuplicateContacts && condition != Condition::ShareEmail))
+    if (item.isRootNode() || !isOfSeveral(item.finding().condition))
         return {};
     QList<ABPersonPtr> people = peopleToMerge(item.finding());
     people.removeIf([](const ABPersonPtr &person) { return person->isRemoved(); });
@@ -307,15 +305,14 @@ void ResultsView::showPreview()
 void ResultsView::showIgnore()
 {
     const PersonItemPtr &item = m_controller.selectedItem();
-    const Condition condition = item ? item->finding().condition : Condition();
-    const bool isOfSeveral = condition == Condition::DuplicateContacts || condition == Condition::ShareEmail;
+    const bool areSeveral = item && isOfSeveral(item->finding().condition);
     m_ignoreButton->setEnabled(item && m_controller.canFix() && !ABAddressBook::isSharedReadOnly()
-        && (!isOfSeveral || m_previewBox->people().size() > 1));
-    m_ignoreButton->setText(isOfSeveral ? tr("Different People") : tr("Ignore"));
+        && (!areSeveral || m_previewBox->people().size() > 1));
+    m_ignoreButton->setText(areSeveral ? tr("Different People") : tr("Ignore"));
     m_ignoreButton->setToolTip(
-        withKeys(isOfSeveral ? tr("These are different people") : tr("This is fine: hide it until it changes"),
+        withKeys(areSeveral ? tr("These are different people") : tr("This is fine: hide it until it changes"),
             m_ignoreAction->shortcut()));
-    m_ignoreAction->setText(isOfSeveral ? tr("These Are D&ifferent People") : tr("&Ignore"));
+    m_ignoreAction->setText(areSeveral ? tr("These Are D&ifferent People") : tr("&Ignore"));
     m_ignoreAction->setEnabled(m_ignoreButton->isEnabled());
 }
 
