@@ -24,7 +24,6 @@
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QScrollArea>
-#include <QTextDocument>
 
 #include <algorithm>
 #include <array>

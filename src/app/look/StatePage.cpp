@@ -7,9 +7,9 @@
 #include <QBoxLayout>
 #include <QPushButton>
 
-StatePage::StatePage(const QString &drawing, QWidget *parent)
+StatePage::StatePage(QString drawing, QWidget *parent)
     : QWidget(parent)
-    , m_drawing(drawing)
+    , m_drawing(std::move(drawing))
     , m_picture(new QLabel(this))
     , m_text(new WrappedText(Qt::LeftToRight, this))
     , m_buttons(new QHBoxLayout)

@@ -16,7 +16,7 @@ class StatePage : public QWidget
 
 public:
     /// data/art/DRAWING.svg.
-    explicit StatePage(const QString &drawing, QWidget *parent = nullptr);
+    explicit StatePage(QString drawing, QWidget *parent = nullptr);
 
     void say(const QString &title, const QStringList &sentences = {});
     QString text() const;

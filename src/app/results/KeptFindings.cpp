@@ -63,10 +63,10 @@ void KeptFindings::save(const QString &bookName) const
 IgnoredFindings::Split KeptFindings::examine() const
 {
     QSet<QString> names;
-    for (const QJsonValue &name : m_json.value(kFindings).toArray())
+    for (const auto &name : m_json.value(kFindings).toArray())
         names.insert(name.toString());
     QStringList titles;
-    for (const QJsonValue &title : m_json.value(kTitles).toArray())
+    for (const auto &title : m_json.value(kTitles).toArray())
         titles += title.toString();
     if (names.isEmpty())
         return {};

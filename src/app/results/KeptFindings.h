@@ -24,7 +24,7 @@ public:
     void select(OutlineViewController &results) const;
 
 private:
-    explicit KeptFindings(const QJsonObject &json) : m_json(json) { }
+    explicit KeptFindings(QJsonObject json) : m_json(std::move(json)) { }
 
     QJsonObject m_json;
 };

@@ -6,14 +6,13 @@
 #include "app/look/Controls.h"
 #include "app/look/Counted.h"
 #include "app/results/PreviewView.h"
-#include "app/results/RepairTexts.h"
+#include "results/LeftBehind.h"
 
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QLabel>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QTextDocument>
 
 namespace {
 

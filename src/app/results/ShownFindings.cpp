@@ -55,7 +55,7 @@ int ShownFindings::count() const
 
 QVariant ShownFindings::data(const QModelIndex &index, int role) const
 {
-    const QVariant value = QSortFilterProxyModel::data(index, role);
+    QVariant value = QSortFilterProxyModel::data(index, role);
     if (role != Qt::AccessibleTextRole || !index.isValid() || index.parent().isValid())
         return value;
     return QString(value.toString() % QStringLiteral(", ") % counted(rowCount(index), tr("finding"), tr("findings")));

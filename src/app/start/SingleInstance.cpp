@@ -33,7 +33,7 @@ QString settled(const QString &path)
 /// place.
 QString runtimeFolder()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (!folder.isEmpty() && folder == QDir::cleanPath(qEnvironmentVariable("XDG_RUNTIME_DIR")))
         return folder;
     QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/peoplenook");

@@ -36,16 +36,15 @@ QSize PictureHeader::sizeHint() const
     return {scaled(kWidth, fontMetrics()), 0};
 }
 
-const QPixmap &PictureHeader::pictureOf(const ABPerson &person, int size, qreal devicePixelRatio) const
+QPixmap PictureHeader::pictureOf(const ABPerson &person, int size, qreal devicePixelRatio) const
 {
     const QByteArray picture = person.imageData().value_or(QByteArray());
     const QString key = QStringLiteral("%1 %2 %3").arg(person.uniqueId()).arg(qHash(picture)).arg(devicePixelRatio);
     if (const QPixmap *known = m_pictures.object(key))
         return *known;
-    auto made = std::make_unique<QPixmap>(personPicture(picture, size, devicePixelRatio, person.uniqueId()));
-    const QPixmap &kept = *made;
-    m_pictures.insert(key, made.release());
-    return kept;
+    QPixmap made = personPicture(picture, size, devicePixelRatio, person.uniqueId());
+    m_pictures.insert(key, new QPixmap(made));
+    return made;
 }
 
 void PictureHeader::paintSection(QPainter *painter, const QRect &rect, int row) const

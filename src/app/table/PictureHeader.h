@@ -27,7 +27,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    const QPixmap &pictureOf(const ABPerson &person, int size, qreal devicePixelRatio) const;
+    QPixmap pictureOf(const ABPerson &person, int size, qreal devicePixelRatio) const;
 
     PersonOfRow m_personOfRow;
     mutable QCache<QString, QPixmap> m_pictures; // by uid and picture

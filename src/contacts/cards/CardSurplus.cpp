@@ -63,9 +63,9 @@ std::array<QString, 8> fileAsTexts(const PersonRecord &record)
 {
     const QString comma = QStringLiteral(", ");
     const QString blank = QStringLiteral(" ");
-    const QString last = record.textOrEmpty(kABLastNameProperty);
-    const QString first = record.textOrEmpty(kABFirstNameProperty);
-    const QString company = record.textOrEmpty(kABOrganizationProperty);
+    const QString &last = record.textOrEmpty(kABLastNameProperty);
+    const QString &first = record.textOrEmpty(kABFirstNameProperty);
+    const QString &company = record.textOrEmpty(kABOrganizationProperty);
     const QString given = joined(first, blank, record.textOrEmpty(kABMiddleNameProperty));
     const QString inBrackets = company.isEmpty() ? QString() : QString(u'(' % company % u')');
     const QString filed = joined(last, comma, given);

@@ -73,7 +73,7 @@ std::vector<KeptLine> cardLinesFrom(std::string_view key, ondemand::value value)
     for (auto row : taken(value.get_array(), key, kMustHoldPairs)) {
         std::vector<QString> pair; // with a null one where the row says null
         for (auto element : taken(row.get_array(), key, kMustHoldPairs)) {
-            ondemand::value text = taken(std::move(element));
+            ondemand::value text = taken(element);
             const bool isNull = pair.size() == 1 && taken(text.is_null()); // an error for "nul"
             pair.push_back(isNull ? QString() : textOfUtf8(textIn(text, key)));
         }
@@ -201,7 +201,7 @@ private:
         case ABPropertyKind::MultiDictionary:
             m_entries.clear();
             for (auto element : taken(value.get_array(), key, "must be an array"))
-                m_entries.push_back(entryFrom(info, key, taken(std::move(element))));
+                m_entries.push_back(entryFrom(info, key, taken(element)));
             record.setMultiValue(info.property, ABMultiValue(std::move(m_entries)));
             break;
         case ABPropertyKind::ReadOnlyText:
