@@ -36,8 +36,8 @@ public:
     /// A group with one child per person; null without people.
     static PersonItemPtr creatFatherNode(const QString &name, const std::vector<ABPersonPtr> &withChildArray);
 
-    /// Replaces the findings of people with these uids by those in @p now, each at its place, and updates the display.
-    /// For outside changes, and changes of what is ignored.
+    /// Replaces the findings that concern people with these uids by those in @p now, each at its place, and updates the
+    /// display. For outside changes, and changes of what is ignored.
     void reexamine(const QStringList &uids, const ScanResult &now, const ScanResult &ignored = {});
     QStringList conditionTitles() const; ///< that this scan found, and @p now is to be a scan for
     QStringList uids() const; ///< of the people with findings; may repeat

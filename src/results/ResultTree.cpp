@@ -19,6 +19,13 @@ qsizetype placeOf(Condition condition)
     return std::ranges::find(conditionGroups(), condition, &ConditionGroup::condition) - conditionGroups().begin();
 }
 
+/// Also those of people who share an address with one who changed: which of them the scan reports depends on all.
+bool concerns(const Finding &finding, const QSet<QString> &changed)
+{
+    const auto isChanged = [&changed](const ABPersonPtr &person) { return changed.contains(person->uniqueId()); };
+    return isChanged(finding.person) || std::ranges::any_of(finding.duplicateEmailArray, isChanged);
+}
+
 } // namespace
 
 void ResultTree::setRootNodes(QList<PersonItemPtr> groups)
@@ -52,7 +59,7 @@ void ResultTree::update(Condition condition, const std::vector<Finding> &found, 
 {
     QHash<QString, const Finding *> now; // of the people changed
     for (const Finding &finding : found) {
-        if (changed.contains(finding.person->uniqueId()))
+        if (concerns(finding, changed))
             now.insert(keyOf(finding), &finding);
     }
     const PersonItemPtr group = groupOf(condition, !now.isEmpty());
@@ -87,7 +94,7 @@ void ResultTree::updateKnown(
 {
     const QList<PersonItemPtr> findings = group.childrenArray();
     for (const auto &node : findings) {
-        if (!changed.contains(node->person()->uniqueId()))
+        if (!concerns(node->finding(), changed))
             continue;
         if (const Finding *finding = now.value(keyOf(node->finding())))
             node->setFinding(*finding);

@@ -43,8 +43,8 @@ public:
     bool contains(const PersonItemPtr &node) const;
     qsizetype findingCount() const { return m_nodesOfUid.size(); }
 
-    /// Replaces the findings of people with the uids @p changed by those in @p found, a scan's for the condition. New
-    /// findings and groups are inserted at their places; a group without findings goes.
+    /// Replaces the findings that concern people with the uids @p changed by those in @p found, a scan's for the
+    /// condition. New findings and groups are inserted at their places; a group without findings goes.
     void update(Condition condition, const std::vector<Finding> &found, const QSet<QString> &changed);
     /// Both do nothing for a missing node.
     void removeFinding(const PersonItemPtr &finding);

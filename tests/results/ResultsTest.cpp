@@ -246,6 +246,21 @@ private Q_SLOTS:
         QCOMPARE(uidsOf(s.book->people()), QStringList({u("a"), u("b")}));
     }
 
+    void sharersAreFoundThroughEachOther()
+    {
+        Setup s({"{'uid':'a','email':[{'value':'x'}]}", "{'uid':'b','email':[{'value':'x'}]}"});
+        const auto a = s.book->people()[0];
+        const auto b = s.book->people()[1];
+        s.result.insert(Condition::ShareEmail, std::vector<EmailMatch>{{a, {b}, {}, u("x")}});
+        s.show();
+        ScanResult now; // as when a was removed and brought back behind b
+        now.insert(Condition::ShareEmail, std::vector<EmailMatch>{{b, {a}, {}, u("x")}});
+        s.controller.reexamine({u("a")}, now);
+        QCOMPARE(treeOf(s.controller), u("SHARE EMAIL ADDRESS\n *b\n"));
+        s.controller.reexamine({u("a")}, {}); // which has another address
+        QCOMPARE(treeOf(s.controller), QString());
+    }
+
     void theSelectionMovesOn()
     {
         Setup s({"{'uid':'a'}", "{'uid':'b'}", "{'uid':'c'}", "{'uid':'d'}"});

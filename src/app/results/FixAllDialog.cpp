@@ -23,7 +23,7 @@
 
 namespace {
 
-constexpr QSize kFirstSize(640, 480);
+constexpr QSize kFirstSize(860, 560);
 constexpr int kMillisecondsOfTurn = 10; // between two looks at what the user does
 constexpr int kMillisecondsToProgress = 500;
 
