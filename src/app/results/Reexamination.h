@@ -20,8 +20,8 @@ public:
     void endScan(OutlineViewController *shown);
     /// For changed people; ignored while no results are shown.
     void reexamine(const QStringList &uids);
-    /// The next check selects the first finding that it adds.
-    void goToNew() { m_goesToNew = true; }
+    /// The next check selects the first finding that it adds. Ignored as above.
+    void goToNew() { m_goesToNew = m_results != nullptr; }
 
 private:
     QPointer<OutlineViewController> m_results;
