@@ -94,9 +94,9 @@ FixReport repairAll(OutlineViewController &controller, const QList<PersonItemPtr
 
 } // namespace
 
-FixAllDialog::FixAllDialog(const QString &option, QList<PersonItemPtr> findings, QWidget *parent)
+FixAllDialog::FixAllDialog(QString option, QList<PersonItemPtr> findings, QWidget *parent)
     : QDialog(parent)
-    , m_option(option)
+    , m_option(std::move(option))
     , m_findings(std::move(findings))
     , m_future(new QLabel(this))
     , m_list(new QTreeWidget(this))

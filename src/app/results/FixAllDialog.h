@@ -20,7 +20,7 @@ class FixAllDialog : public QDialog
 public:
     static constexpr int kIgnored = 2; ///< a result beside those of QDialog
 
-    FixAllDialog(const QString &option, QList<PersonItemPtr> findings, QWidget *parent);
+    FixAllDialog(QString option, QList<PersonItemPtr> findings, QWidget *parent);
 
     /// Those that are ticked, in their order.
     QList<PersonItemPtr> chosen() const;
